@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QComboBox>
+
+namespace orvista {
+
+/// A drop-down list that keeps its choice when the mouse wheel passes over it unfocused.
+class DropDownList : public QComboBox {
+    Q_OBJECT
+public:
+    explicit DropDownList(QWidget* parent = nullptr);
+
+protected:
+    void wheelEvent(QWheelEvent* event) override;
+};
+
+} // namespace orvista

@@ -1,0 +1,144 @@
+#include "model/Files.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+
+namespace orvista {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::size_t bufferSize = std::size_t{1} << 16;
+
+std::error_code systemError() { return {errno, std::generic_category()}; }
+
+FileHandle openFile(const fs::path& path, bool forWriting) {
+#ifdef _WIN32
+    return FileHandle(_wfopen(path.c_str(), forWriting ? L"wb" : L"rb"));
+#else
+    return FileHandle(std::fopen(path.c_str(), forWriting ? "wbe" : "rbe"));
+#endif
+}
+
+std::error_code refusal(std::errc reason) { return std::make_error_code(reason); }
+
+} // namespace
+
+fs::path systemPath(const std::string& utf8) {
+#ifdef _WIN32
+    return {std::u8string(utf8.begin(), utf8.end())};
+#else
+    return {utf8}; // paths are bytes here; converting could refuse some
+#endif
+}
+
+std::string utf8Path(const fs::path& path) {
+#ifdef _WIN32
+    const auto text = path.u8string();
+    return {text.begin(), text.end()};
+#else
+    return path.native();
+#endif
+}
+
+FileSource::FileSource(const std::string& path) {
+    const fs::path file = systemPath(path);
+    std::error_code error;
+    const auto kind = fs::status(file, error).type();
+    if (kind == fs::file_type::directory)
+        throw OpenFailure(refusal(std::errc::is_a_directory));
+    if (kind != fs::file_type::regular && kind != fs::file_type::not_found && !error)
+        throw OpenFailure(refusal(std::errc::not_supported));
+    file_ = openFile(file, false);
+    if (!file_)
+        throw OpenFailure(systemError());
+    std::setvbuf(file_.get(), nullptr, _IONBF, 0); // LineReader has a buffer of its own
+}
+
+std::size_t FileSource::read(char* buffer, std::size_t size) {
+    const std::size_t count = std::fread(buffer, 1, size, file_.get());
+    if (count < size && std::ferror(file_.get()))
+        throw ReadFailure(systemError());
+    return count;
+}
+
+FileSink::FileSink(const std::string& path) {
+    const fs::path file = systemPath(path);
+    std::error_code error;
+    if (fs::status(file, error).type() == fs::file_type::fifo)
+        throw OpenFailure(refusal(std::errc::not_supported));
+    file_ = openFile(file, true);
+    if (!file_)
+        throw OpenFailure(systemError());
+    std::setvbuf(file_.get(), nullptr, _IOFBF, bufferSize);
+}
+
+void FileSink::write(std::string_view bytes) {
+    if (std::fwrite(bytes.data(), 1, bytes.size(), file_.get()) < bytes.size())
+        throw WriteFailure(systemError());
+}
+
+void FileSink::close() {
+    if (std::fclose(file_.release()) != 0)
+        throw WriteFailure(systemError());
+}
+
+std::size_t MemorySource::read(char* buffer, std::size_t size) {
+    const std::size_t count = std::min(size, rest_.size());
+    std::copy_n(rest_.data(), count, buffer);
+    rest_.remove_prefix(count);
+    return count;
+}
+
+LineReader::LineReader(ByteSource& source) : source_(source), buffer_(bufferSize) {}
+
+bool LineReader::fill() {
+    if (position_ < size_)
+        return true;
+    position_ = 0;
+    size_ = source_.read(buffer_.data(), buffer_.size());
+    if (atStart_) {
+        // A source may hand out its first bytes one by one.
+        constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+        while (size_ > 0 && size_ < byteOrderMark.size()) {
+            const std::size_t more = source_.read(buffer_.data() + size_, buffer_.size() - size_);
+            if (more == 0)
+                break;
+            size_ += more;
+        }
+        if (std::string_view(buffer_.data(), size_).starts_with(byteOrderMark))
+            position_ = byteOrderMark.size();
+        atStart_ = false;
+    }
+    return position_ < size_;
+}
+
+bool LineReader::next(std::string& line) {
+    line.clear();
+    bool found = false;
+    while (fill()) {
+        if (lastWasCarriageReturn_) {
+            lastWasCarriageReturn_ = false;
+            if (buffer_[position_] == '\n') {
+                ++position_;
+                continue;
+            }
+        }
+        found = true;
+        const char* const first = buffer_.data() + position_;
+        const char* const last = buffer_.data() + size_;
+        const char* const end = std::find_if(first, last, [](char c) { return c == '\r' || c == '\n'; });
+        line.append(first, end);
+        position_ += static_cast<std::size_t>(end - first);
+        if (end == last)
+            continue;
+        lastWasCarriageReturn_ = *end == '\r';
+        ++position_;
+        return true;
+    }
+    return found;
+}
+
+} // namespace orvista

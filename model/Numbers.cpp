@@ -1,0 +1,89 @@
+#include "model/Numbers.h"
+
+#include "model/Text.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+
+namespace orvista {
+
+namespace {
+
+bool isDigit(char c) { return c >= '0' && c <= '9'; }
+
+std::string withoutBlanks(std::string_view text) {
+    std::string rest(text);
+    std::erase(rest, ' ');
+    return rest;
+}
+
+/// Tells too large from too small for a number text that from_chars found out of range: the power of ten
+/// of its first digit that is not zero decides.
+bool isBeyondLargest(std::string_view number) {
+    const auto exponentAt = number.find_first_of("eE");
+    const std::string_view digits = number.substr(0, exponentAt);
+    const auto point = std::min(digits.find('.'), digits.size());
+    const auto firstDigit = digits.find_first_of("123456789");
+    const auto power = static_cast<std::int64_t>(point) - static_cast<std::int64_t>(firstDigit);
+
+    if (exponentAt == std::string_view::npos)
+        return power > 0;
+    std::string_view exponent = number.substr(exponentAt + 1);
+    const bool negative = exponent.starts_with('-');
+    if (negative || exponent.starts_with('+'))
+        exponent.remove_prefix(1);
+    std::int64_t value = 0;
+    const auto parsed = std::from_chars(exponent.data(), exponent.data() + exponent.size(), value);
+    if (parsed.ec == std::errc::result_out_of_range)
+        return !negative;
+    return power + (negative ? -value : value) > 0;
+}
+
+} // namespace
+
+double leadingNumber(std::string_view text, InnerBlanks innerBlanks) {
+    std::string packed;
+    if (innerBlanks == InnerBlanks::Skipped)
+        text = packed = withoutBlanks(text);
+    text = trimLeadingBlanks(text);
+    const bool negative = text.starts_with('-');
+    if (negative || text.starts_with('+'))
+        text.remove_prefix(1);
+    // from_chars also reads a second "-", "inf" and "nan".
+    if (text.empty() || !(isDigit(text.front()) || text.front() == '.'))
+        return 0.0;
+
+    double value = 0.0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (error == std::errc::result_out_of_range) {
+        if (isBeyondLargest(text.substr(0, static_cast<std::size_t>(end - text.data()))))
+            throw Overflow();
+        return 0.0;
+    }
+    return negative ? -value : value;
+}
+
+double roundHalfToEven(double value) {
+    const double below = std::floor(value);
+    const double fraction = value - below;
+    if (fraction < 0.5)
+        return below;
+    if (fraction > 0.5)
+        return below + 1.0;
+    return std::fmod(below, 2.0) == 0.0 ? below : below + 1.0;
+}
+
+std::string decimalText(std::int64_t value) { return std::to_string(value); }
+
+std::string shortestDecimalText(double value) {
+    if (value == 0.0)
+        return "0";
+    // The longest plain form, of the smallest denormal, has 3 + 323 places and a sign.
+    std::array<char, 400> digits{};
+    const auto written =
+        std::to_chars(digits.data(), digits.data() + digits.size(), value, std::chars_format::fixed);
+    return {digits.data(), written.ptr};
+}
+
+} // namespace orvista

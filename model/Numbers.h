@@ -1,0 +1,51 @@
+#pragma once
+
+#include <cmath>
+#include <cstdint>
+#include <limits>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+/// Reading and writing of numbers, the same in every locale.
+namespace orvista {
+
+/// A value that does not fit where it is to go. `what()` is "Overflow", the text shown to the user.
+class Overflow : public std::range_error {
+public:
+    Overflow() : std::range_error("Overflow") {}
+};
+
+/// What a blank does inside a number: in text boxes it ends the number, in device files it is skipped.
+enum class InnerBlanks { EndNumber, Skipped };
+
+/// Reads the longest leading decimal number of `text`: leading blanks, one sign, digits with at most one
+/// ".", an optional e/E exponent. "inf", "nan" and "0x10" are no numbers. Returns 0 where there is none and
+/// where the value is too small for a double.
+/// \throws Overflow when the value is beyond the range of a double.
+double leadingNumber(std::string_view text, InnerBlanks innerBlanks = InnerBlanks::EndNumber);
+
+/// Rounds to the nearest whole number, halves to the even neighbour, whatever the rounding mode.
+double roundHalfToEven(double value);
+
+/// Rounds as roundHalfToEven and converts.
+/// \throws Overflow when the rounded value does not fit `Integer`.
+template <typename Integer>
+Integer toWhole(double value) {
+    const double rounded = roundHalfToEven(value);
+    // Both bounds are powers of two (or zero), hence exact as doubles; max itself may not be.
+    const double bound = std::ldexp(1.0, std::numeric_limits<Integer>::digits);
+    const double lowest = std::numeric_limits<Integer>::is_signed ? -bound : 0.0;
+    if (!(rounded >= lowest && rounded < bound))
+        throw Overflow();
+    return static_cast<Integer>(rounded);
+}
+
+/// Decimal digits without blanks, "-" before a negative value.
+std::string decimalText(std::int64_t value);
+
+/// The shortest digits that read back to the same double, as plain decimal: never an exponent, a digit
+/// before the point, no trailing ".0" (100000, 0.5, 0.0000001). Negative zero gives "0".
+std::string shortestDecimalText(double value);
+
+} // namespace orvista

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "model/DeviceFileReaders.h"
+
+#include <string>
+
+namespace orvista::DocMgrModule {
+
+enum class SaveOutcome {
+    ProjectFileFailed, ///< nothing but the message happened; the device files were not written
+    DeviceFileFailed,  ///< the project file is written, one or more device files are not
+    Saved
+};
+
+/// Writes the project file into a sink.
+/// \throws WriteFailure
+void writeProjectFile(ByteSink& sink, const Project& project);
+
+/// The extension of project files, with its dot.
+inline constexpr std::string_view projectExtension = ".orx";
+/// folder + separator + name + ".orx"
+std::string projectFilePath(const PathRules& paths, const std::string& folder, const std::string& name);
+
+/// Writes the project file and then the five device files into `folder`, and tells the user of every
+/// failure. The project file that stood there before is kept as name.orx.bak until a save succeeds.
+/// Clearing the modified mark is the caller's.
+SaveOutcome SaveProject(const std::string& folder, const std::string& name, const Project& project,
+                        const FileContext& context);
+
+/// Reads the project file at `path` (UTF-8): splits it into the device files of its folder, then reads
+/// those. False after a failure, which was shown; what was read before stays in the model and on disk.
+bool ReadProject(const std::string& path, Project& project, const FileContext& context);
+
+} // namespace orvista::DocMgrModule

@@ -1,0 +1,68 @@
+#pragma once
+
+#include "model/CommandStates.h"
+#include "model/History.h"
+#include "model/People.h"
+#include "model/ProjectFile.h"
+
+#include <string>
+
+namespace orvista::DocMgrModule {
+
+inline constexpr const char* programTitle = "Orvista Message Editor";
+
+/// Where the program runs: found once at start, injected so that tests never write beside the real program.
+struct ProgramEnvironment {
+    std::string programFolder; ///< UTF-8, without a trailing separator; the real file's, not a link's
+    PathRules paths = PathRules::native();
+};
+
+/// The life of the one project: new, open, save, save as, and the modified mark with the caption.
+class ProjectLifecycle final : public ModifiedMark {
+public:
+    ProjectLifecycle(Project& project, ConfigModule::History& history, const ProgramEnvironment& environment,
+                     Messages& messages, ProjectChooser& chooser, ProjectWindow& window);
+
+    /// Resets the model in place, refreshes the views and disables the project commands.
+    void InitProject();
+    void SetModified(bool modified) override;
+    void RefreshCaption();
+
+    void NewProjectCommand();
+    void OpenProjectCommand();
+    /// Saves under the current folder and name, without a dialog.
+    SaveOutcome SaveCommand();
+    void SaveAsCommand();
+
+    /// New and Open without question and reset, as the start-up dialog's choice runs them.
+    void createChosenProject();
+    void openChosenProject();
+    /// Opens the project file of that path, as given on the command line.
+    void openProjectFile(const std::string& path);
+
+    /// Asks `question` when the project is modified and saves on Yes. False when that save failed to write
+    /// the project file: the command that asked stops there.
+    bool saveModifiedProject(const std::string& question);
+
+    /// After a download: the project in memory gets its identity and is modified, but has no file yet.
+    void adoptDownloadedProject(const ChosenProject& target);
+
+    FileContext fileContext() const { return {environment_.paths, messages_}; }
+    const ProgramEnvironment& environment() const { return environment_; }
+    const Project& project() const { return project_; }
+
+private:
+    void adopt(const ChosenProject& chosen);
+    void openProject(const std::string& path, const ChosenProject& chosen);
+    void showCommandStates() { window_.showCommandStates(states_); }
+
+    Project& project_;
+    ConfigModule::History& history_;
+    const ProgramEnvironment& environment_;
+    Messages& messages_;
+    ProjectChooser& chooser_;
+    ProjectWindow& window_;
+    CommandStates states_;
+};
+
+} // namespace orvista::DocMgrModule

@@ -1,0 +1,57 @@
+#include "model/Text.h"
+
+#include <algorithm>
+
+namespace orvista {
+
+namespace {
+
+char upperLetter(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
+char lowerLetter(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+
+} // namespace
+
+std::string_view trimLeadingBlanks(std::string_view text) {
+    const auto first = text.find_first_not_of(' ');
+    return first == std::string_view::npos ? std::string_view{} : text.substr(first);
+}
+
+std::string_view trimBlanks(std::string_view text) {
+    text = trimLeadingBlanks(text);
+    return text.substr(0, text.find_last_not_of(' ') + 1);
+}
+
+std::string upperAscii(std::string_view text) {
+    std::string upper(text);
+    std::transform(upper.begin(), upper.end(), upper.begin(), upperLetter);
+    return upper;
+}
+
+std::string lowerAscii(std::string_view text) {
+    std::string lower(text);
+    std::transform(lower.begin(), lower.end(), lower.begin(), lowerLetter);
+    return lower;
+}
+
+bool equalsIgnoringCase(std::string_view left, std::string_view right) {
+    return std::equal(left.begin(), left.end(), right.begin(), right.end(),
+                      [](char a, char b) { return upperLetter(a) == upperLetter(b); });
+}
+
+bool startsWithIgnoringCase(std::string_view text, std::string_view prefix) {
+    return equalsIgnoringCase(text.substr(0, prefix.size()), prefix);
+}
+
+bool endsWithIgnoringCase(std::string_view text, std::string_view suffix) {
+    return text.size() >= suffix.size() && equalsIgnoringCase(text.substr(text.size() - suffix.size()), suffix);
+}
+
+} // namespace orvista
+
+namespace orvista::GenenalModule {
+
+bool IsAllDigits(std::string_view text) {
+    return !text.empty() && std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
+}
+
+} // namespace orvista::GenenalModule

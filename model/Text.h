@@ -1,0 +1,27 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+/// Text helpers over single-byte text. Blank means code 32 only (tabs and no-break spaces are ordinary
+/// characters), and case is folded for the ASCII letters only, whatever the locale.
+namespace orvista {
+
+std::string_view trimBlanks(std::string_view text);
+std::string_view trimLeadingBlanks(std::string_view text);
+
+std::string upperAscii(std::string_view text);
+std::string lowerAscii(std::string_view text);
+bool equalsIgnoringCase(std::string_view left, std::string_view right);
+/// True when `text` begins with `prefix`, ASCII case folded.
+bool startsWithIgnoringCase(std::string_view text, std::string_view prefix);
+bool endsWithIgnoringCase(std::string_view text, std::string_view suffix);
+
+} // namespace orvista
+
+namespace orvista::GenenalModule {
+
+/// True when `text` is not empty and holds nothing but the digits 0 to 9.
+bool IsAllDigits(std::string_view text);
+
+} // namespace orvista::GenenalModule

@@ -1,0 +1,81 @@
+#include "model/Numbers.h"
+
+#include <gtest/gtest.h>
+
+#include <cfenv>
+#include <string>
+
+namespace orvista {
+namespace {
+
+TEST(LeadingNumber, ReadsTheLongestLeadingDecimal) {
+    EXPECT_EQ(leadingNumber("12abc"), 12.0);
+    EXPECT_EQ(leadingNumber("abc"), 0.0);
+    EXPECT_EQ(leadingNumber(""), 0.0);
+    EXPECT_EQ(leadingNumber("  1.50"), 1.5);
+    EXPECT_EQ(leadingNumber("-3"), -3.0);
+    EXPECT_EQ(leadingNumber("+3"), 3.0);
+    EXPECT_EQ(leadingNumber("1e3"), 1000.0);
+    EXPECT_EQ(leadingNumber("1E-2x"), 0.01);
+    EXPECT_EQ(leadingNumber(".5."), 0.5);
+    EXPECT_EQ(leadingNumber("1e"), 1.0);
+    EXPECT_EQ(leadingNumber("1.2.3"), 1.2);
+}
+
+TEST(LeadingNumber, KnowsNoOtherSpellings) {
+    for (const char* text : {"inf", "nan", "-inf", "+-3", "--3", ".", "-", "e5", "\t7", "\xA0" "7"})
+        EXPECT_EQ(leadingNumber(text), 0.0) << text;
+    EXPECT_EQ(leadingNumber("0x10"), 0.0);
+}
+
+TEST(LeadingNumber, SkipsInnerBlanksOnlyWhereAsked) {
+    EXPECT_EQ(leadingNumber("1 2 3"), 1.0);
+    EXPECT_EQ(leadingNumber("1 2 3", InnerBlanks::Skipped), 123.0);
+    EXPECT_EQ(leadingNumber("- 4", InnerBlanks::Skipped), -4.0);
+}
+
+TEST(LeadingNumber, TellsTooLargeFromTooSmall) {
+    EXPECT_THROW(leadingNumber("1e309"), Overflow);
+    EXPECT_THROW(leadingNumber("-1e99999999999999999999"), Overflow);
+    EXPECT_THROW(leadingNumber(std::string(400, '9')), Overflow);
+    EXPECT_EQ(leadingNumber("1e-99999999999999999999"), 0.0);
+    EXPECT_EQ(leadingNumber("0." + std::string(400, '0') + "1"), 0.0);
+    EXPECT_EQ(leadingNumber("0e99999999999999999999"), 0.0);
+    EXPECT_EQ(leadingNumber("0." + std::string(400, '0') + "1e402"), 10.0);
+}
+
+TEST(Rounding, HalvesGoToTheEvenNeighbour) {
+    EXPECT_EQ(toWhole<int>(0.5), 0);
+    EXPECT_EQ(toWhole<int>(1.5), 2);
+    EXPECT_EQ(toWhole<int>(2.5), 2);
+    EXPECT_EQ(toWhole<int>(-0.5), 0);
+    EXPECT_EQ(toWhole<int>(-1.5), -2);
+    EXPECT_EQ(toWhole<int>(2.51), 3);
+}
+
+TEST(Rounding, OverflowsExactlyAtTheBounds) {
+    EXPECT_EQ(toWhole<std::int16_t>(32767.5 - 1e-6), 32767);
+    EXPECT_THROW(toWhole<std::int16_t>(32767.5), Overflow);
+    EXPECT_EQ(toWhole<std::int16_t>(-32768.5), -32768);
+    EXPECT_THROW(toWhole<std::int16_t>(-32768.6), Overflow);
+    EXPECT_EQ(toWhole<std::int32_t>(2147483647.0), 2147483647);
+    EXPECT_THROW(toWhole<std::int32_t>(2147483648.0), Overflow);
+    EXPECT_THROW(toWhole<std::int64_t>(9223372036854775808.0), Overflow);
+    EXPECT_THROW(toWhole<std::uint16_t>(-1.0), Overflow);
+    EXPECT_STREQ(Overflow().what(), "Overflow");
+}
+
+TEST(ShortestDecimal, NeverUsesAnExponent) {
+    EXPECT_EQ(shortestDecimalText(100000), "100000");
+    EXPECT_EQ(shortestDecimalText(0.5), "0.5");
+    EXPECT_EQ(shortestDecimalText(0.0000001), "0.0000001");
+    EXPECT_EQ(shortestDecimalText(-3), "-3");
+    EXPECT_EQ(shortestDecimalText(0.1), "0.1");
+    EXPECT_EQ(shortestDecimalText(-0.0), "0");
+    EXPECT_EQ(shortestDecimalText(1e22), "1" + std::string(22, '0'));
+    EXPECT_EQ(leadingNumber(shortestDecimalText(5e-324)), 5e-324);
+    EXPECT_EQ(leadingNumber(shortestDecimalText(-1.7976931348623157e308)), -1.7976931348623157e308);
+}
+
+} // namespace
+} // namespace orvista
