@@ -1,0 +1,90 @@
+#pragma once
+
+#include "display/BitmapProvider.h"
+#include "display/DisplayValues.h"
+#include "display/LiveField.h"
+#include "display/PlayList.h"
+#include "display/ScriptInterpreter.h"
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace orvista {
+
+/// How the variables are shown.
+struct FieldFormats {
+    std::array<FloatFormat, floatVariableCount> floats;
+    std::array<BooleanTexts, booleanVariableCount> booleans;
+};
+FieldFormats fieldFormats(const Project& project);
+
+/// A remark about one message: "STDMSG7", line 3.
+struct ProgrammeRemark {
+    std::string message;
+    std::size_t line; ///< 0 when it is about no line
+    std::string text;
+    bool operator==(const ProgrammeRemark&) const = default;
+};
+
+/// The messages a panel shows, one after the other and over again, laid out in time.
+///
+/// Scrolling effects move by the step's dots every `speed` milliseconds, over the whole panel or, where the
+/// page is larger than the panel, until all of it has passed. Fading takes 16 levels of `speed` milliseconds
+/// each. "BLINK n ms" is n times dark and lit again for ms each. Pages without any duration are skipped;
+/// when nothing has a duration the last page stands still.
+class Programme {
+public:
+    /// \throws std::invalid_argument for a size that no LedRaster can have
+    Programme(PanelSize panel, FieldFormats formats);
+
+    /// Appends the pages of a message; `name` ("STDMSG7") is for the remarks.
+    void add(std::string_view name, std::string_view script, const BitmapProvider& bitmaps);
+
+    PanelSize panel() const { return panel_; }
+    const FieldFormats& formats() const { return formats_; }
+    /// Of one round, in milliseconds; 0 when nothing has a duration.
+    std::int64_t duration() const { return duration_; }
+    std::size_t pageCount() const { return pages_.size(); }
+    /// Of one page, in milliseconds.
+    std::int64_t pageDuration(std::size_t page) const;
+    const std::vector<ProgrammeRemark>& remarks() const { return remarks_; }
+
+    /// A step of a page, and how long it has been going on.
+    struct Moment {
+        const ScriptPage* page = nullptr; ///< none: the panel is dark
+        const ScriptStep* step = nullptr; ///< none: all of the page stands still
+        std::int64_t elapsed = 0;
+    };
+    /// What is on at `t` milliseconds after the start; times before it count as the start.
+    Moment momentAt(std::int64_t t) const;
+
+private:
+    /// A step that takes time, and when it ends.
+    struct Slot {
+        std::int64_t end;
+        std::size_t page;
+        std::size_t step;
+    };
+
+    void lookUpImages(std::string_view name, ScriptPage& page, const BitmapProvider& bitmaps);
+
+    PanelSize panel_;
+    FieldFormats formats_;
+    std::vector<ScriptPage> pages_;
+    std::vector<Slot> slots_;
+    std::vector<ProgrammeRemark> remarks_;
+    std::int64_t duration_ = 0;
+};
+
+/// What the device shows: the emergency messages that are on, in order, or when there is none the regular
+/// ones, in the order of the play list.
+Programme deviceProgramme(const Project& project, const MessageCoils& coils, const PlayList& playList,
+                          const BitmapProvider& bitmaps, PanelSize panel);
+
+/// The panel `t` milliseconds after the programme started. The cost is that of drawing one page.
+LedRaster rasterAt(const Programme& programme, const DisplayValues& values, std::int64_t t);
+
+} // namespace orvista
