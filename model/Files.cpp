@@ -12,7 +12,9 @@ namespace fs = std::filesystem;
 
 constexpr std::size_t bufferSize = std::size_t{1} << 16;
 
-std::error_code systemError() { return {errno, std::generic_category()}; }
+std::error_code systemError() {
+    return {errno, std::generic_category()};
+}
 
 FileHandle openFile(const fs::path& path, bool forWriting) {
 #ifdef _WIN32
@@ -22,7 +24,9 @@ FileHandle openFile(const fs::path& path, bool forWriting) {
 #endif
 }
 
-std::error_code refusal(std::errc reason) { return std::make_error_code(reason); }
+std::error_code refusal(std::errc reason) {
+    return std::make_error_code(reason);
+}
 
 } // namespace
 

@@ -17,9 +17,9 @@ public:
 
     History(const PathRules& paths, const std::string& programFolder);
 
-    /// Reads at most five lines; a missing or unreadable file leaves the rows as they are.
+    /// Reads at most five lines, each trimmed; a missing or unreadable file leaves the rows as they are.
     void ReadHistory();
-    /// Moves or adds the project to the top and writes the file; failures are silent and leave the rows.
+    /// Moves or adds the project to the top and writes the file; a failure to write is silent.
     void WriteHistory(const std::string& ProjPath, const std::string& ProjName);
     void clear() { rows_ = {}; }
     const Rows& rows() const { return rows_; }

@@ -10,7 +10,9 @@ namespace orvista {
 
 namespace {
 
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
+bool isDigit(char c) {
+    return c >= '0' && c <= '9';
+}
 
 std::string withoutBlanks(std::string_view text) {
     std::string rest(text);
@@ -74,7 +76,9 @@ double roundHalfToEven(double value) {
     return std::fmod(below, 2.0) == 0.0 ? below : below + 1.0;
 }
 
-std::string decimalText(std::int64_t value) { return std::to_string(value); }
+std::string decimalText(std::int64_t value) {
+    return std::to_string(value);
+}
 
 std::string shortestDecimalText(double value) {
     if (value == 0.0)

@@ -4,9 +4,13 @@
 
 namespace orvista {
 
-PathRules PathRules::posix() { return {'/', "/"}; }
+PathRules PathRules::posix() {
+    return {'/', "/"};
+}
 
-PathRules PathRules::windows() { return {'\\', "\\/"}; }
+PathRules PathRules::windows() {
+    return {'\\', "\\/"};
+}
 
 PathRules PathRules::native() {
 #ifdef _WIN32

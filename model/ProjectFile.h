@@ -18,6 +18,9 @@ void writeProjectFile(ByteSink& sink, const Project& project);
 
 /// The extension of project files, with its dot.
 inline constexpr std::string_view projectExtension = ".orx";
+/// The name of a project whose file is called `fileName`: without its last four characters, the extension;
+/// empty when it has no more than those.
+std::string projectNameOfFile(const std::string& fileName);
 /// folder + separator + name + ".orx"
 std::string projectFilePath(const PathRules& paths, const std::string& folder, const std::string& name);
 

@@ -44,7 +44,7 @@ public:
     /// the project file: the command that asked stops there.
     bool saveModifiedProject(const std::string& question);
 
-    /// After a download: the project in memory gets its identity and is modified, but has no file yet.
+    /// After a download: unlike a new project, it cannot be uploaded before it is saved.
     void adoptDownloadedProject(const ChosenProject& target);
 
     FileContext fileContext() const { return {environment_.paths, messages_}; }
@@ -52,7 +52,9 @@ public:
     const Project& project() const { return project_; }
 
 private:
-    void adopt(const ChosenProject& chosen);
+    void setIdentity(const ChosenProject& chosen);
+    /// The project in memory gets its identity and is modified: it has no file yet.
+    void adoptUnsaved(const ChosenProject& chosen);
     void openProject(const std::string& path, const ChosenProject& chosen);
     void showCommandStates() { window_.showCommandStates(states_); }
 

@@ -1,0 +1,130 @@
+#include "model/DeviceFileWriters.h"
+
+#include "model/DeviceFiles.h"
+#include "model/FolderLookup.h"
+#include "model/Numbers.h"
+
+#include <span>
+#include <string_view>
+#include <system_error>
+
+namespace orvista::DocMgrModule {
+
+namespace {
+
+std::string numbered(std::string_view name, std::size_t index) {
+    return std::string(name) + decimalText(static_cast<std::int64_t>(index) + 1);
+}
+
+void writeLine(ByteSink& sink, std::string_view text) {
+    sink.write(text);
+    sink.write(lineEnd);
+}
+
+/// A key with the blanks that bring its value to the file's column.
+void writeValue(ByteSink& sink, std::string_view keyAndBlanks, std::string_view value) {
+    sink.write(keyAndBlanks);
+    writeLine(sink, value);
+}
+
+void writeQuoted(ByteSink& sink, std::string_view keyAndBlanks, std::string_view value) {
+    sink.write(keyAndBlanks);
+    sink.write("\"");
+    sink.write(value);
+    writeLine(sink, "\"");
+}
+
+void writeMessages(ByteSink& sink, std::string_view kind, std::span<const std::string> messages) {
+    for (std::size_t i = 0; i < messages.size(); ++i) {
+        writeLine(sink, "DEFMSG " + numbered(kind, i));
+        writeLine(sink, messages[i].empty() ? std::string_view(clearScript) : messages[i]);
+        writeLine(sink, "ENDMSG");
+    }
+}
+
+void writeFloatBlock(ByteSink& sink, const Project& project, std::size_t index) {
+    const FloatVariable& variable = project.RegVar[index];
+    writeLine(sink, "DEFVAR " + numbered(floatVariableName, index));
+    writeLine(sink, "    type      float");
+    writeValue(sink, "    address   ", decimalText(floatVariableAddress(project, index)));
+    writeValue(sink, "    default   ", variable.defaultValue);
+    writeValue(sink, "    width     ", variable.width);
+    writeValue(sink, "    precision ", variable.precision);
+    writeLine(sink, "ENDVAR");
+}
+
+void writeBooleanBlock(ByteSink& sink, const Project& project, std::size_t index, BooleanBlockGap gap) {
+    const BooleanVariable& variable = project.CoilVar[index];
+    writeLine(sink, "DEFVAR " + numbered(booleanVariableName, index));
+    writeLine(sink, "    type      bit");
+    writeValue(sink, "    address   ", decimalText(booleanVariableAddress(project, index)));
+    writeValue(sink, "    default   ", variable.defaultValue);
+    writeQuoted(sink, "    ON        ", variable.onText);
+    writeQuoted(sink, "    OFF       ", variable.offText);
+    if (gap == BooleanBlockGap::EmptyLine)
+        writeLine(sink, {});
+    writeLine(sink, "ENDVAR");
+}
+
+template <typename Write>
+bool writeFile(const std::string& path, const FileContext& context, Write write) {
+    try {
+        FileSink sink(deviceFileOnDisk(context.paths, path));
+        write(sink);
+        sink.close();
+        return true;
+    } catch (const std::system_error&) {
+        context.messages.show(MessageIcon::Exclamation, "unable to open " + path);
+        return false;
+    }
+}
+
+} // namespace
+
+void writeModbusAdr(ByteSink& sink, const Project& project) {
+    writeValue(sink, "AnalogInput    ", decimalText(project.AnalogInput));
+    writeValue(sink, "DigitalInput   ", decimalText(project.DigitalInput));
+    writeValue(sink, "AlertMessage   ", decimalText(project.AlertMessage));
+}
+
+void writeStdMsg(ByteSink& sink, const Project& project) {
+    writeMessages(sink, regularMessageName, project.STDMSG);
+}
+
+void writeAltMsg(ByteSink& sink, const Project& project) {
+    writeMessages(sink, emergencyMessageName, project.ALTMSG);
+}
+
+void writeIlmVar(ByteSink& sink, const Project& project, BooleanBlockGap gap) {
+    for (std::size_t i = 0; i < project.RegVar.size(); ++i)
+        writeFloatBlock(sink, project, i);
+    for (std::size_t i = 0; i < project.CoilVar.size(); ++i)
+        writeBooleanBlock(sink, project, i, gap);
+}
+
+void writeDefaultPls(ByteSink& sink) {
+    for (std::size_t i = 0; i < regularMessageCount; ++i)
+        writeLine(sink, "DISPMSG " + numbered(regularMessageName, i));
+}
+
+bool WriteModbusAdr(const std::string& path, const Project& project, const FileContext& context) {
+    return writeFile(path, context, [&](ByteSink& sink) { writeModbusAdr(sink, project); });
+}
+
+bool WriteStdMsg(const std::string& path, const Project& project, const FileContext& context) {
+    return writeFile(path, context, [&](ByteSink& sink) { writeStdMsg(sink, project); });
+}
+
+bool WriteAltMsg(const std::string& path, const Project& project, const FileContext& context) {
+    return writeFile(path, context, [&](ByteSink& sink) { writeAltMsg(sink, project); });
+}
+
+bool WriteIlmVar(const std::string& path, const Project& project, const FileContext& context) {
+    return writeFile(path, context, [&](ByteSink& sink) { writeIlmVar(sink, project); });
+}
+
+bool WriteDefaultPls(const std::string& path, const FileContext& context) {
+    return writeFile(path, context, writeDefaultPls);
+}
+
+} // namespace orvista::DocMgrModule

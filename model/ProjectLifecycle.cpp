@@ -1,0 +1,142 @@
+#include "model/ProjectLifecycle.h"
+
+#include "model/Text.h"
+
+namespace orvista::DocMgrModule {
+
+ProjectLifecycle::ProjectLifecycle(Project& project, ConfigModule::History& history,
+                                   const ProgramEnvironment& environment, Messages& messages,
+                                   ProjectChooser& chooser, ProjectWindow& window)
+    : project_(project),
+      history_(history),
+      environment_(environment),
+      messages_(messages),
+      chooser_(chooser),
+      window_(window) {}
+
+void ProjectLifecycle::InitProject() {
+    project_.ResetAddressMap();
+    project_.ResetVariables();
+    project_.ClearMessages();
+    project_.modified = false;
+    project_.resetSystemSettings();
+    window_.RefreshViews();
+    // Rewriting the address box on the way has marked the project, as an edit would.
+    project_.modified = false;
+    project_.ProjPath = environment_.programFolder;
+    project_.ProjName.clear();
+    states_.reset();
+    showCommandStates();
+    RefreshCaption();
+}
+
+void ProjectLifecycle::SetModified(bool modified) {
+    project_.modified = modified;
+    RefreshCaption();
+    states_.markModified(modified);
+    if (!modified)
+        history_.WriteHistory(project_.ProjPath, project_.ProjName);
+    showCommandStates();
+}
+
+void ProjectLifecycle::RefreshCaption() {
+    std::string caption = programTitle;
+    if (!project_.ProjName.empty())
+        caption += " - [" + project_.ProjName + (project_.modified ? "*]" : "]");
+    window_.showCaption(caption);
+}
+
+void ProjectLifecycle::NewProjectCommand() {
+    if (!saveModifiedProject("Do you want to save current project before create new one?"))
+        return;
+    InitProject();
+    createChosenProject();
+}
+
+void ProjectLifecycle::OpenProjectCommand() {
+    if (!saveModifiedProject("Do you want to save current project before open new one?"))
+        return;
+    InitProject();
+    openChosenProject();
+}
+
+SaveOutcome ProjectLifecycle::SaveCommand() {
+    const SaveOutcome outcome = SaveProject(project_.ProjPath, project_.ProjName, project_, fileContext());
+    if (outcome != SaveOutcome::ProjectFileFailed)
+        SetModified(false);
+    return outcome;
+}
+
+void ProjectLifecycle::SaveAsCommand() {
+    const auto path = chooser_.chooseSaveAsPath(project_.ProjName);
+    const auto parts = path ? environment_.paths.split(*path) : std::nullopt;
+    if (!parts)
+        return;
+    const std::string name = projectNameOfFile(parts->name);
+    if (SaveProject(parts->folder, name, project_, fileContext()) == SaveOutcome::ProjectFileFailed)
+        return;
+    project_.ProjPath = parts->folder;
+    project_.ProjName = name;
+    window_.showProjectName(name);
+    SetModified(false);
+    states_.enableOpenedProject();
+    showCommandStates();
+}
+
+void ProjectLifecycle::createChosenProject() {
+    const auto chosen = chooser_.chooseNewProject({});
+    if (!chosen)
+        return;
+    adoptUnsaved(*chosen);
+    states_.enableOpenedProject();
+    showCommandStates();
+}
+
+void ProjectLifecycle::openChosenProject() {
+    if (const auto chosen = chooser_.chooseExistingProject())
+        openProject(projectFilePath(environment_.paths, chosen->ProjPath, chosen->ProjName), *chosen);
+}
+
+void ProjectLifecycle::openProjectFile(const std::string& path) {
+    const std::string native = environment_.paths.nativeForm(path);
+    const auto parts = environment_.paths.split(native);
+    if (!parts || !endsWithIgnoringCase(parts->name, projectExtension)) {
+        messages_.show(MessageIcon::None, "Unable to open " + native);
+        return;
+    }
+    openProject(native, {parts->folder, projectNameOfFile(parts->name)});
+}
+
+void ProjectLifecycle::openProject(const std::string& path, const ChosenProject& chosen) {
+    if (!ReadProject(path, project_, fileContext()))
+        return;
+    setIdentity(chosen);
+    window_.RefreshViews();
+    SetModified(false);
+    states_.enableOpenedProject();
+    showCommandStates();
+}
+
+bool ProjectLifecycle::saveModifiedProject(const std::string& question) {
+    const bool save = project_.modified && messages_.askYesNo(question);
+    return !save || SaveCommand() != SaveOutcome::ProjectFileFailed;
+}
+
+void ProjectLifecycle::adoptDownloadedProject(const ChosenProject& target) {
+    adoptUnsaved(target);
+    states_.enableProjectCommands();
+    showCommandStates();
+}
+
+void ProjectLifecycle::adoptUnsaved(const ChosenProject& chosen) {
+    setIdentity(chosen);
+    window_.RefreshViews();
+    SetModified(true);
+}
+
+void ProjectLifecycle::setIdentity(const ChosenProject& chosen) {
+    project_.ProjPath = chosen.ProjPath;
+    project_.ProjName = chosen.ProjName;
+}
+
+} // namespace orvista::DocMgrModule
