@@ -1,0 +1,66 @@
+#pragma once
+
+#include "link/TransferControl.h"
+#include "model/PathRules.h"
+
+#include <chrono>
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace orvista {
+
+/// The commands that tell the device of an upload, sent on the control connection outside any transfer.
+/// A server that does not know them is served all the same.
+inline constexpr std::string_view uploadBeginsCommand = "SITE UPLOAD BEGIN";
+inline constexpr std::string_view uploadEndsCommand = "SITE UPLOAD END";
+
+/// The account the device expects.
+inline constexpr const char* ftpUser = "admin";
+inline constexpr const char* ftpPassword = "";
+
+/// Speaks plain passive FTP with the device. Files lie in the folder the login lands in, named with the bytes
+/// of the device's encoding; the five device files are always lower-case there.
+///
+/// `UploadFile` stores under the bare name of the path and fails for a name that the encoding does not have
+/// or that holds control characters. `DownloadFiles` fetches the five device files and the bitmaps and
+/// nothing else; all of them are fetched before the first one appears under its final name, so that a failed
+/// download leaves the folder as it was.
+///
+/// There is no retry: a link that breaks stays broken until the next OpenLink.
+class FtpTransferControl final : public TransferControl {
+public:
+    /// Called before each file of a download: its name, its number counted from 1, and how many there are.
+    using FileNotice = std::function<void(const std::string& name, std::size_t number, std::size_t count)>;
+
+    /// \param patience how long connecting may last, and how long the other end may be silent
+    explicit FtpTransferControl(FileNotice notice = {},
+                                std::chrono::seconds patience = std::chrono::seconds(10),
+                                const PathRules& paths = PathRules::native());
+    ~FtpTransferControl() override;
+    FtpTransferControl(const FtpTransferControl&) = delete;
+    FtpTransferControl& operator=(const FtpTransferControl&) = delete;
+
+    void RemoteAddress(const std::string& address) override;
+    void RemotePort(std::int16_t port) override;
+    std::int64_t OpenLink() override;
+    void CloseLink() override;
+    void PrepareUpload(const std::string& argument) override;
+    void FinishUpload() override;
+    std::int64_t UploadFile(const std::string& path) override;
+    std::int64_t DownloadFiles(const std::string& argument, const std::string& folder) override;
+
+private:
+    class Session;
+
+    FileNotice notice_;
+    std::chrono::seconds patience_;
+    PathRules paths_;
+    std::string address_;
+    std::int16_t port_ = 0;
+    std::unique_ptr<Session> session_;
+};
+
+} // namespace orvista
