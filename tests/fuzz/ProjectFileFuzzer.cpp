@@ -1,0 +1,22 @@
+#include "tests/fuzz/ReaderRun.h"
+#include "tests/support/ScriptedPeople.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include "model/ProjectFile.h"
+
+/// Any bytes are a project file: it is read to its end, whatever it holds, and what it gave can be saved.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    using namespace orvista;
+    const testing::TemporaryFolder folder;
+    const std::string path = folder.file("PLANT.orx");
+    testing::writeBytes(path, std::string(testing::inputBytes(data, size)));
+
+    const PathRules paths = PathRules::native();
+    testing::ScriptedMessages messages;
+    const DocMgrModule::FileContext context{paths, messages};
+    Project project;
+    testing::require(DocMgrModule::ReadProject(path, project, context));
+    testing::require(DocMgrModule::SaveProject(folder.path(), "COPY", project, context) ==
+                     DocMgrModule::SaveOutcome::Saved);
+    return 0;
+}
