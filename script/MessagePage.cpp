@@ -1,0 +1,85 @@
+#include "script/MessagePage.h"
+
+#include "model/Files.h"
+#include "model/Project.h"
+#include "model/Windows1252.h"
+#include "script/WizardLists.h"
+
+namespace orvista {
+
+namespace {
+
+/// Foreground, a blank, background.
+std::string colourPair(std::size_t foreground, std::size_t background) {
+    return std::string(wizard::colours.at(foreground)).append(" ").append(wizard::colours.at(background));
+}
+
+bool appendBitmap(std::string& page, const MessageForm& form, const PathRules& paths) {
+    const auto name = bitmapName(paths, form.txtPath);
+    if (form.txtPath.empty() || !name)
+        return false;
+    page.append("IMG 0 0 ").append(colourPair(form.cbFgClr, form.cbBgClr)).append(" ").append(*name);
+    return true;
+}
+
+void appendField(std::string& page, const FieldChoice& field, int column, const wizard::Font& font) {
+    const std::string& source = wizard::fieldSources().at(field.cbVar);
+    const bool clock = wizard::isClockField(source);
+    page.append(lineEnd).append(clock ? source : "DISPVAR").append(font.commandSuffix).append(" ");
+    page.append(std::to_string(column * font.cellWidth)).append(" ").append(font.row).append(" ");
+    page.append(colourPair(field.cbVarFgClr, field.cbVarBgClr)).append(" ");
+    if (!clock) // a clock field ends with the blank
+        page.append(source);
+}
+
+bool appendText(std::string& page, const MessageForm& form) {
+    if (form.txtText.empty())
+        return false;
+    const wizard::Font& font = wizard::fonts.at(form.cbFont);
+    const PlaceholderScan content = scanPlaceholders(form.txtText);
+    page.append("TEXT").append(font.commandSuffix).append(" 0 ").append(font.row).append(" ");
+    page.append(colourPair(form.cbFgClr, form.cbBgClr))
+        .append(" \"")
+        .append(content.DisplayText)
+        .append("\"");
+    for (std::size_t slot = 0; slot < content.fieldCount(); ++slot)
+        appendField(page, form.fields[slot], content.VarPos[slot], font);
+    return true;
+}
+
+/// `direction` is "IN " or "OUT ".
+void appendEffect(std::string& page, std::string_view direction, std::size_t effect, std::size_t speed) {
+    const std::string_view words = wizard::effects.at(effect).script;
+    if (!words.empty())
+        page.append(lineEnd).append(direction).append(words).append(wizard::speeds.at(speed).script);
+}
+
+void appendSpecialEffect(std::string& page, const MessageForm& form) {
+    const wizard::SpecialEffect& effect = wizard::specialEffects.at(form.cbSpEffect);
+    page.append(lineEnd).append(effect.script);
+    if (effect.heldForDelay)
+        page.append(wizard::delays.at(form.cbDelay).script);
+}
+
+} // namespace
+
+std::optional<std::string> bitmapName(const PathRules& paths, std::string_view path) {
+    const auto parts = paths.split(path);
+    auto name = windows1252FromUtf8(parts ? std::string_view(parts->name) : path);
+    if (name && name->find_first_of(lineEnd) != std::string::npos)
+        return std::nullopt;
+    return name;
+}
+
+std::string BuildPartialScript(const MessageForm& form, const PathRules& paths) {
+    std::string page = std::string(clearScript).append(lineEnd);
+    const bool hasContent = form.bitmap ? appendBitmap(page, form, paths) : appendText(page, form);
+    if (!hasContent)
+        return page;
+    appendEffect(page, "IN ", form.cbInEffect, form.cbIFSpeed);
+    appendSpecialEffect(page, form);
+    appendEffect(page, "OUT ", form.cbOutEffect, form.cbOFSpeed);
+    return page;
+}
+
+} // namespace orvista

@@ -1,0 +1,91 @@
+#include "script/forms/BitmapFrame.h"
+
+#include "model/PathRules.h"
+#include "script/MessagePage.h"
+
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QGridLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+
+namespace orvista {
+
+namespace {
+
+/// The file chosen by the user in the platform's notation; empty when there is none.
+QString browsedBitmap(QWidget* parent, const QString& startFolder) {
+    QFileDialog comdlg(parent);
+    comdlg.setObjectName(QStringLiteral("comdlg"));
+    // The platforms' own dialogs do not know a filter of this form, and some tell "*.bmp" from "*.BMP".
+    comdlg.setOption(QFileDialog::DontUseNativeDialog);
+    comdlg.setFileMode(QFileDialog::ExistingFile);
+    comdlg.setNameFilter(QStringLiteral("Bmp File(*.bmp) | *.bmp"));
+    comdlg.setDirectory(startFolder.isEmpty() ? QDir::homePath() : startFolder);
+    if (comdlg.exec() != QDialog::Accepted || comdlg.selectedFiles().isEmpty())
+        return {};
+    return QDir::toNativeSeparators(comdlg.selectedFiles().constFirst());
+}
+
+} // namespace
+
+BitmapFrame::BitmapFrame(QString projectFolder, QWidget* parent)
+    : QGroupBox(tr("Bitmap"), parent),
+      projectFolder_(std::move(projectFolder)),
+      txtPath(new QLineEdit(this)),
+      cmdBrowse(new QPushButton(tr("Browse"), this)),
+      lblNote(new QLabel(this)) {
+    txtPath->setObjectName(QStringLiteral("txtPath"));
+    txtPath->setReadOnly(true);
+    txtPath->setToolTip(tr("The bitmap the page shows, chosen with Browse"));
+    cmdBrowse->setObjectName(QStringLiteral("cmdBrowse"));
+    cmdBrowse->setAutoDefault(false); // Enter stays with OK
+    cmdBrowse->setToolTip(tr("Choose a bitmap of the project folder"));
+    lblNote->setObjectName(QStringLiteral("lblNote"));
+
+    auto* const label = new QLabel(tr("Path :"), this);
+    label->setBuddy(txtPath);
+    txtPath->setAccessibleName(label->text());
+    auto* const grid = new QGridLayout(this);
+    grid->addWidget(label, 0, 0);
+    grid->addWidget(txtPath, 0, 1);
+    grid->addWidget(cmdBrowse, 0, 2);
+    grid->addWidget(lblNote, 1, 1, 1, 2);
+    connect(cmdBrowse, &QPushButton::clicked, this, &BitmapFrame::cmdBrowse_Click);
+}
+
+void BitmapFrame::enableBrowsing(bool enable) {
+    cmdBrowse->setEnabled(enable);
+}
+
+std::string BitmapFrame::path() const {
+    return txtPath->text().toStdString();
+}
+
+void BitmapFrame::cmdBrowse_Click() {
+    take(browsedBitmap(this, projectFolder_));
+}
+
+void BitmapFrame::take(const QString& chosen) {
+    if (!bitmapName(PathRules::native(), chosen.toStdString())) {
+        lblNote->setText(tr("Not taken: its name holds a character that the display does not have."));
+        return;
+    }
+    txtPath->setText(chosen);
+    lblNote->setText(chosen.isEmpty() || isUploaded(chosen)
+                         ? QString()
+                         : tr("Only *.bmp files of the project folder are uploaded: copy this one there."));
+    if (!chosen.isEmpty())
+        emit pathChosen();
+}
+
+bool BitmapFrame::isUploaded(const QString& bitmap) const {
+    if (projectFolder_.isEmpty() || !bitmap.endsWith(QLatin1String(".bmp"), Qt::CaseInsensitive))
+        return false;
+    // Links and "..": two spellings of one folder are the same folder.
+    return QFileInfo(QFileInfo(bitmap).absolutePath()) == QFileInfo(projectFolder_);
+}
+
+} // namespace orvista

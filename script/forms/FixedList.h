@@ -1,0 +1,52 @@
+#pragma once
+
+#include "dialogs/controls/DeviceText.h"
+#include "dialogs/controls/DropDownList.h"
+
+#include <QStringListModel>
+
+#include <cstddef>
+#include <string>
+
+class QGridLayout;
+class QLabel;
+
+namespace orvista {
+
+/// A model over `table`, for one list or for several that show the same; `shownOf` gives an entry's text in
+/// device bytes.
+template <typename Table, typename ShownOf>
+QStringListModel* listModel(const Table& table, ShownOf shownOf, QObject* parent) {
+    QStringList texts;
+    for (const auto& entry : table)
+        texts += shownLine(std::string(shownOf(entry)));
+    return new QStringListModel(texts, parent);
+}
+
+/// For tables whose entries carry what they show.
+template <typename Table>
+QStringListModel* listModel(const Table& table, QObject* parent) {
+    return listModel(
+        table, [](const auto& entry) { return entry.shown; }, parent);
+}
+
+/// For tables of plain texts.
+template <typename Table>
+QStringListModel* textListModel(const Table& table, QObject* parent) {
+    return listModel(
+        table, [](const auto& entry) { return entry; }, parent);
+}
+
+/// The colour words, for every foreground and background list of a frame.
+QStringListModel* colourModel(QObject* parent);
+
+/// Names `list` and lets it show `model` with the entry at `position` (from 0) chosen.
+void showFixedList(DropDownList* list, const QString& name, QStringListModel* model, std::size_t position);
+
+/// The position of the chosen entry, from 0.
+std::size_t chosenPosition(const DropDownList* list);
+
+/// Puts a label and the list it belongs to into neighbouring cells, from column `column` on.
+void addLabelledList(QGridLayout* grid, int row, int column, const QString& caption, DropDownList* list);
+
+} // namespace orvista

@@ -1,0 +1,68 @@
+#include "script/forms/VariableFrame.h"
+
+#include "script/WizardLists.h"
+#include "script/forms/FixedList.h"
+
+#include <QGridLayout>
+#include <QLabel>
+
+namespace orvista {
+
+namespace {
+
+QString arrayName(const char* control, std::size_t index) {
+    return QStringLiteral("%1(%2)").arg(QLatin1String(control)).arg(index);
+}
+
+} // namespace
+
+VariableFrame::VariableFrame(QWidget* parent) : QGroupBox(tr("Variable setting"), parent), rows_{} {
+    auto* const grid = new QGridLayout(this);
+    grid->addWidget(new QLabel(tr("Foreground Color")), 0, 2);
+    grid->addWidget(new QLabel(tr("Background Color")), 0, 3);
+    auto* const sources = textListModel(wizard::fieldSources(), this);
+    auto* const colours = colourModel(this);
+    for (std::size_t index = 0; index < rows_.size(); ++index)
+        rows_[index] = addRow(grid, index, sources, colours);
+    for (const int column : {1, 2, 3})
+        grid->setColumnStretch(column, 1);
+}
+
+VariableFrame::Row VariableFrame::addRow(QGridLayout* grid, std::size_t index, QStringListModel* sources,
+                                         QStringListModel* colours) {
+    const std::array captions{tr("1st variable"), tr("2nd variable"), tr("3rd variable"), tr("4th variable")};
+    const FieldChoice defaults;
+    const Row row{new DropDownList(this), new DropDownList(this), new DropDownList(this)};
+    showFixedList(row.cbVar, arrayName("cbVar", index), sources, defaults.cbVar);
+    showFixedList(row.cbVarFgClr, arrayName("cbVarFgClr", index), colours, defaults.cbVarFgClr);
+    showFixedList(row.cbVarBgClr, arrayName("cbVarBgClr", index), colours, defaults.cbVarBgClr);
+
+    auto* const label = new QLabel(captions.at(index));
+    label->setBuddy(row.cbVar);
+    row.cbVar->setAccessibleName(label->text());
+    row.cbVar->setToolTip(tr("What the field shows; a field needs a placeholder in the content text"));
+    row.cbVarFgClr->setAccessibleName(tr("%1, Foreground Color").arg(label->text()));
+    row.cbVarBgClr->setAccessibleName(tr("%1, Background Color").arg(label->text()));
+
+    const int line = static_cast<int>(index) + 1;
+    grid->addWidget(label, line, 0);
+    grid->addWidget(row.cbVar, line, 1);
+    grid->addWidget(row.cbVarFgClr, line, 2);
+    grid->addWidget(row.cbVarBgClr, line, 3);
+    return row;
+}
+
+void VariableFrame::enableRows(std::size_t count) {
+    for (std::size_t index = 0; index < rows_.size(); ++index)
+        for (DropDownList* const list :
+             {rows_[index].cbVar, rows_[index].cbVarFgClr, rows_[index].cbVarBgClr})
+            list->setEnabled(index < count);
+}
+
+void VariableFrame::readInto(MessageForm& form) const {
+    for (std::size_t index = 0; index < rows_.size(); ++index)
+        form.fields[index] = {chosenPosition(rows_[index].cbVar), chosenPosition(rows_[index].cbVarFgClr),
+                              chosenPosition(rows_[index].cbVarBgClr)};
+}
+
+} // namespace orvista

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "script/MessagePage.h"
+
+#include <QGroupBox>
+
+#include <array>
+
+class QGridLayout;
+class QStringListModel;
+
+namespace orvista {
+
+class DropDownList;
+
+/// The four field rows: what each live field shows and in which colours.
+class VariableFrame : public QGroupBox {
+    Q_OBJECT
+public:
+    explicit VariableFrame(QWidget* parent = nullptr);
+
+    /// Enables the first `count` rows and disables the rest.
+    void enableRows(std::size_t count);
+    void readInto(MessageForm& form) const;
+
+private:
+    struct Row {
+        DropDownList* cbVar;
+        DropDownList* cbVarFgClr;
+        DropDownList* cbVarBgClr;
+    };
+    Row addRow(QGridLayout* grid, std::size_t index, QStringListModel* sources, QStringListModel* colours);
+
+    std::array<Row, fieldSlotCount> rows_;
+};
+
+} // namespace orvista

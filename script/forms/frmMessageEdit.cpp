@@ -1,0 +1,134 @@
+#include "script/forms/frmMessageEdit.h"
+
+#include "dialogs/controls/DeviceLineEdit.h"
+#include "script/forms/BitmapFrame.h"
+#include "script/forms/EffectsFrame.h"
+#include "script/forms/MessageColorFrame.h"
+#include "script/forms/VariableFrame.h"
+
+#include <QButtonGroup>
+#include <QDialogButtonBox>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+
+namespace orvista {
+
+namespace {
+
+constexpr int textType = 0;
+constexpr int bitmapType = 1;
+
+} // namespace
+
+frmMessageEdit::frmMessageEdit(const QString& projectFolder, QWidget* parent)
+    : QDialog(parent),
+      OptMsgType(new QButtonGroup(this)),
+      txtText(nullptr),
+      bitmapFrame_(nullptr),
+      messageColorFrame_(nullptr),
+      variableFrame_(nullptr),
+      effectsFrame_(nullptr),
+      btnOK(nullptr) {
+    setObjectName(QStringLiteral("frmMessageEdit"));
+    setWindowTitle(tr("Message Wizard"));
+    setModal(true);
+
+    // Made in the order of the layout, which is the order of the Tab key.
+    auto* const grid = new QGridLayout(this);
+    grid->addWidget(createTextFrame(), 0, 0, 1, 2);
+    grid->addWidget(bitmapFrame_ = new BitmapFrame(projectFolder), 1, 0, 1, 2);
+    grid->addWidget(messageColorFrame_ = new MessageColorFrame, 2, 0, 1, 2);
+    grid->addWidget(variableFrame_ = new VariableFrame, 3, 0);
+    grid->addWidget(effectsFrame_ = new EffectsFrame, 3, 1);
+    grid->addWidget(createButtons(), 4, 0, 1, 2);
+    grid->setRowStretch(3, 1);
+
+    connect(OptMsgType, &QButtonGroup::idClicked, this, &frmMessageEdit::OptMsgType_Click);
+    connect(txtText, &QLineEdit::textChanged, this, &frmMessageEdit::txtText_Change);
+    connect(bitmapFrame_, &BitmapFrame::pathChosen, btnOK, [this] { btnOK->setEnabled(true); });
+    OptMsgType_Click(textType);
+    txtText->setFocus();
+}
+
+QWidget* frmMessageEdit::createTextFrame() {
+    auto* const frame = new QGroupBox(tr("Text"));
+    auto* const grid = new QGridLayout(frame);
+    const std::array captions{tr("Text"), tr("Bitmap")};
+    for (const int index : {textType, bitmapType}) {
+        auto* const option = new QRadioButton(captions.at(static_cast<std::size_t>(index)));
+        option->setObjectName(QStringLiteral("OptMsgType(%1)").arg(index));
+        OptMsgType->addButton(option, index);
+        grid->addWidget(option, 0, index + 1);
+    }
+    txtText = new DeviceLineEdit(frame);
+    auto* const label = new QLabel(tr("Content :"));
+    label->setBuddy(txtText);
+    txtText->setObjectName(QStringLiteral("txtText"));
+    txtText->setAccessibleName(label->text());
+    txtText->setToolTip(tr("%v keeps one character free for a live field, %5v five; at most four fields"));
+    grid->addWidget(label, 1, 0);
+    grid->addWidget(txtText, 1, 1, 1, 3);
+    grid->setColumnStretch(3, 1);
+    return frame;
+}
+
+QWidget* frmMessageEdit::createButtons() {
+    auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
+    btnOK = buttons->button(QDialogButtonBox::Ok);
+    btnOK->setObjectName(QStringLiteral("btnOK"));
+    btnOK->setText(tr("OK")); // the platform's themes bring texts and mnemonics of their own
+    btnOK->setDefault(true);
+    auto* const btnCancel = buttons->button(QDialogButtonBox::Cancel);
+    btnCancel->setObjectName(QStringLiteral("btnCancel"));
+    btnCancel->setText(tr("Cancel"));
+    connect(buttons, &QDialogButtonBox::accepted, this, &frmMessageEdit::btnOK_Click);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    return buttons;
+}
+
+void frmMessageEdit::EnableBitmapControls(bool enable) {
+    bitmapFrame_->enableBrowsing(enable);
+    if (enable)
+        btnOK->setEnabled(!bitmapFrame_->path().empty());
+}
+
+void frmMessageEdit::EnableTextControls(bool enable) {
+    txtText->setEnabled(enable);
+    if (enable)
+        txtText_Change();
+    else
+        variableFrame_->enableRows(0);
+}
+
+void frmMessageEdit::OptMsgType_Click(int index) {
+    EnableBitmapControls(index == bitmapType);
+    EnableTextControls(index == textType);
+    OptMsgType->button(index)->setChecked(true);
+}
+
+void frmMessageEdit::txtText_Change() {
+    content_ = scanPlaceholders(txtText->bytes());
+    variableFrame_->enableRows(content_.fieldCount());
+    btnOK->setEnabled(!content_.DisplayText.empty());
+}
+
+void frmMessageEdit::btnOK_Click() {
+    PartialScript = BuildPartialScript(form(), PathRules::native());
+    accept();
+}
+
+MessageForm frmMessageEdit::form() const {
+    MessageForm form;
+    form.bitmap = OptMsgType->checkedId() == bitmapType;
+    form.txtText = txtText->bytes();
+    form.txtPath = bitmapFrame_->path();
+    messageColorFrame_->readInto(form);
+    variableFrame_->readInto(form);
+    effectsFrame_->readInto(form);
+    return form;
+}
+
+} // namespace orvista
