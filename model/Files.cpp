@@ -80,6 +80,9 @@ FileSink::FileSink(const std::string& path) {
 }
 
 void FileSink::write(std::string_view bytes) {
+    // An empty text may come without any bytes to point to, which fwrite does not take.
+    if (bytes.empty())
+        return;
     if (std::fwrite(bytes.data(), 1, bytes.size(), file_.get()) < bytes.size())
         throw WriteFailure(systemError());
 }
