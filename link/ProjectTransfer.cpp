@@ -1,0 +1,124 @@
+#include "link/ProjectTransfer.h"
+
+#include "link/TransferredFiles.h"
+#include "model/DeviceFileReaders.h"
+#include "model/Numbers.h"
+#include "model/Windows1252.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace orvista::DocTsfModule {
+
+ProjectTransfer::ProjectTransfer(Project& project, DocMgrModule::ProjectLifecycle& lifecycle,
+                                 ProjectChooser& chooser, TransferDialogs& dialogs, Messages& messages,
+                                 TransferControlMaker makeControl)
+    : project_(project),
+      lifecycle_(lifecycle),
+      chooser_(chooser),
+      dialogs_(dialogs),
+      messages_(messages),
+      makeControl_(std::move(makeControl)) {}
+
+void ProjectTransfer::Upload() {
+    // Sending what could not be saved would leave the device with another project than the folder.
+    if (project_.modified && lifecycle_.SaveCommand() != DocMgrModule::SaveOutcome::Saved)
+        return;
+    const auto connection = chooseConnection();
+    if (!connection)
+        return;
+
+    auto progress = dialogs_.showProgress("Upload");
+    progress->showActivity("Connecting to " + connection->txtIP);
+    const auto control = makeControl_(*progress);
+    if (!connect(*control, *connection)) {
+        progress.reset();
+        messages_.show(MessageIcon::Exclamation, "Connect Fail!");
+        return;
+    }
+    control->PrepareUpload({});
+    const auto failed = firstFileNotUploaded(*control, *progress);
+    if (!failed)
+        control->FinishUpload();
+    control->CloseLink();
+    progress.reset();
+    if (failed)
+        messages_.show(MessageIcon::Exclamation, "Unable to upload " + *failed);
+    else
+        messages_.show(MessageIcon::Information, "All files were successfully uploaded");
+}
+
+void ProjectTransfer::Download() {
+    if (!lifecycle_.saveModifiedProject("Do you want to save current project before download?"))
+        return;
+    const auto target = chooser_.chooseNewProject("Create new project for downloaded files");
+    if (!target)
+        return;
+    const auto connection = chooseConnection();
+    if (!connection || fetch(*connection, target->ProjPath))
+        openDownloadedProject(*target);
+}
+
+std::optional<DeviceConnection> ProjectTransfer::chooseConnection() {
+    return dialogs_.chooseConnection(utf8FromWindows1252(project_.IP));
+}
+
+bool ProjectTransfer::connect(TransferControl& control, const DeviceConnection& connection) {
+    control.RemoteAddress(connection.txtIP);
+    control.RemotePort(toWhole<std::int16_t>(leadingNumber(connection.txtPort)));
+    return transferSucceeded(control.OpenLink());
+}
+
+std::optional<std::string> ProjectTransfer::firstFileNotUploaded(TransferControl& control,
+                                                                 TransferProgress& progress) {
+    const std::size_t count = transferredDeviceFiles.size() + bitmapsOfFolder(project_.ProjPath).size();
+    std::size_t number = 0;
+    const auto failedPath = [&](std::string_view name) -> std::optional<std::string> {
+        progress.showFile(std::string(name), ++number, std::max(number, count));
+        const std::string path = lifecycle_.environment().paths.join(project_.ProjPath, name);
+        return transferSucceeded(control.UploadFile(path)) ? std::nullopt : std::optional(path);
+    };
+    for (const std::string_view name : transferredDeviceFiles) {
+        if (auto failed = failedPath(name))
+            return failed;
+    }
+    // Listed once more: bitmaps may come and go while the device files are sent.
+    for (const std::string& name : bitmapsOfFolder(project_.ProjPath)) {
+        if (auto failed = failedPath(name))
+            return failed;
+    }
+    return std::nullopt;
+}
+
+bool ProjectTransfer::fetch(const DeviceConnection& connection, const std::string& folder) {
+    auto progress = dialogs_.showProgress("Download");
+    progress->showActivity("Connecting to " + connection.txtIP);
+    const auto control = makeControl_(*progress);
+    if (!connect(*control, connection)) {
+        progress.reset();
+        messages_.show(MessageIcon::Exclamation, "Connect Fail!");
+        return false;
+    }
+    progress->showActivity("Downloading files");
+    const bool fetched = transferSucceeded(control->DownloadFiles({}, folder));
+    if (!fetched) {
+        progress.reset();
+        messages_.show(MessageIcon::Exclamation, "Download Fail!");
+    }
+    control->CloseLink();
+    return fetched;
+}
+
+void ProjectTransfer::openDownloadedProject(const ChosenProject& target) {
+    lifecycle_.InitProject();
+    const DocMgrModule::FileContext context = lifecycle_.fileContext();
+    const auto inTarget = [&](std::string_view name) { return context.paths.join(target.ProjPath, name); };
+    // Spelled with a capital, as a reader's message shows it; the file is found in any case.
+    ConfigModule::ReadModbusAdr(inTarget("Modbus.adr"), project_, context);
+    ConfigModule::ReadIlmVar(inTarget(ilmVarName), project_, context);
+    ConfigModule::ReadStdMsg(inTarget(stdMsgName), project_, context);
+    ConfigModule::ReadAltMsg(inTarget(altMsgName), project_, context);
+    lifecycle_.adoptDownloadedProject(target);
+}
+
+} // namespace orvista::DocTsfModule

@@ -1,0 +1,70 @@
+#pragma once
+
+#include "link/TransferControl.h"
+#include "model/ProjectLifecycle.h"
+
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+/// Upload of the project to the device and download into a new project.
+namespace orvista::DocTsfModule {
+
+/// The connection dialog's boxes, exactly as the user left them (UTF-8).
+struct DeviceConnection {
+    std::string txtIP;
+    std::string txtPort;
+};
+
+/// What a running transfer shows; gone with the object. Nothing of it takes the user's input.
+class TransferProgress {
+public:
+    virtual ~TransferProgress() = default;
+    virtual void showActivity(const std::string& text) = 0;
+    /// \param number counted from 1
+    virtual void showFile(const std::string& name, std::size_t number, std::size_t count) = 0;
+};
+
+class TransferDialogs {
+public:
+    virtual ~TransferDialogs() = default;
+    /// Nothing when the user cancelled. \param deviceAddress the project's, UTF-8
+    virtual std::optional<DeviceConnection> chooseConnection(const std::string& deviceAddress) = 0;
+    virtual std::unique_ptr<TransferProgress> showProgress(const std::string& title) = 0;
+};
+
+/// Makes the control of one transfer; never null. The progress is shown for as long as the control works.
+using TransferControlMaker = std::function<std::unique_ptr<TransferControl>(TransferProgress&)>;
+
+class ProjectTransfer final {
+public:
+    ProjectTransfer(Project& project, DocMgrModule::ProjectLifecycle& lifecycle, ProjectChooser& chooser,
+                    TransferDialogs& dialogs, Messages& messages, TransferControlMaker makeControl);
+
+    /// Saves a modified project without asking, then sends the device files and every bitmap of its folder.
+    /// \throws Overflow for a port beyond 32767; nothing was sent then
+    void Upload();
+
+    /// Fetches the device's files into the folder of a new project and opens that, unsaved. Without a
+    /// connection (its dialog cancelled) the folder is opened as it is.
+    /// \throws Overflow for a port beyond 32767; the open project is untouched then
+    void Download();
+
+private:
+    bool connect(TransferControl& control, const DeviceConnection& connection);
+    std::optional<std::string> firstFileNotUploaded(TransferControl& control, TransferProgress& progress);
+    bool fetch(const DeviceConnection& connection, const std::string& folder);
+    void openDownloadedProject(const ChosenProject& target);
+    std::optional<DeviceConnection> chooseConnection();
+
+    Project& project_;
+    DocMgrModule::ProjectLifecycle& lifecycle_;
+    ProjectChooser& chooser_;
+    TransferDialogs& dialogs_;
+    Messages& messages_;
+    TransferControlMaker makeControl_;
+};
+
+} // namespace orvista::DocTsfModule
