@@ -15,8 +15,8 @@ struct FloatFormat {
     bool operator==(const FloatFormat&) const = default;
 };
 
-/// Reads the two texts of the variable. A number above the range counts as its end, a width of 0 or a text
-/// that is no number as the default.
+/// Reads the two texts of the variable as lenient numbers. Beyond the range the nearest end counts, but a
+/// width below 1 (hence also a text without a number) is the default width.
 FloatFormat floatFormat(const FloatVariable& variable);
 
 /// Right-aligned plain decimal, never with an exponent; what rounds to zero has no sign. A value that does

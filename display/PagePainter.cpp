@@ -1,0 +1,134 @@
+#include "display/PagePainter.h"
+
+#include <algorithm>
+
+namespace orvista {
+
+namespace {
+
+struct Size {
+    std::int64_t width;
+    std::int64_t height;
+};
+
+constexpr std::int64_t timeLength = 8;
+constexpr std::int64_t dateLength = 10;
+
+std::int64_t fieldLength(const FieldElement& field, const FieldFormats& formats) {
+    switch (field.value) {
+    case LiveValue::Float:
+        return formats.floats[field.index].width;
+    case LiveValue::Boolean: {
+        const BooleanTexts& texts = formats.booleans[field.index];
+        return static_cast<std::int64_t>(std::max(texts.on.size(), texts.off.size()));
+    }
+    case LiveValue::Time:
+        return timeLength;
+    case LiveValue::Date:
+        return dateLength;
+    }
+    return 0;
+}
+
+Size cells(LedFont font, std::int64_t count) {
+    return {count * cellWidth(font), cellHeight(font)};
+}
+
+Size sizeOf(const TextElement& text, const FieldFormats&) {
+    return cells(text.font, static_cast<std::int64_t>(text.text.size()));
+}
+
+Size sizeOf(const ImageElement& image, const FieldFormats&) {
+    if (!image.image)
+        return {0, 0};
+    return {image.image->width, image.image->height};
+}
+
+Size sizeOf(const FieldElement& field, const FieldFormats& formats) {
+    return cells(field.font, fieldLength(field, formats));
+}
+
+std::string fieldText(const FieldElement& field, const FieldFormats& formats, const DisplayValues& values) {
+    switch (field.value) {
+    case LiveValue::Float:
+        return floatFieldText(values.floats[field.index], formats.floats[field.index]);
+    case LiveValue::Boolean:
+        return booleanFieldText(values.booleans[field.index], formats.booleans[field.index]);
+    case LiveValue::Time:
+        return timeFieldText(values.clock);
+    case LiveValue::Date:
+        return dateFieldText(values.clock);
+    }
+    return {};
+}
+
+void paintCell(LedRaster& raster, int x, int y, LedFont font, unsigned char character,
+               const Placement& colours) {
+    const Glyph& picture = glyph(font, character);
+    raster.fill(x, y, cellWidth(font), cellHeight(font), colours.background);
+    for (int row = 0; row < cellHeight(font); ++row)
+        for (int column = 0; column < cellWidth(font); ++column)
+            if ((picture.rows[static_cast<std::size_t>(row)] & 0x80 >> column) != 0)
+                raster.set(x + column, y + row, colours.foreground);
+}
+
+void paintText(LedRaster& raster, std::string_view text, LedFont font, const Placement& placement,
+               Offset offset) {
+    const std::int64_t width = cellWidth(font);
+    const std::int64_t left = placement.x + offset.x;
+    const std::int64_t top = placement.y + offset.y;
+    if (top >= raster.rows() || top + cellHeight(font) <= 0 || left >= raster.columns())
+        return;
+    const std::int64_t first = left < 0 ? -left / width : 0;
+    const std::int64_t end =
+        std::min((raster.columns() - left + width - 1) / width, static_cast<std::int64_t>(text.size()));
+    for (std::int64_t i = first; i < end; ++i)
+        paintCell(raster, static_cast<int>(left + i * width), static_cast<int>(top), font,
+                  static_cast<unsigned char>(text[static_cast<std::size_t>(i)]), placement);
+}
+
+void paintImage(LedRaster& raster, const LedImage& image, const Placement& placement, Offset offset) {
+    const std::int64_t left = placement.x + offset.x;
+    const std::int64_t top = placement.y + offset.y;
+    const std::int64_t right = std::min<std::int64_t>(image.width, raster.columns() - left);
+    const std::int64_t bottom = std::min<std::int64_t>(image.height, raster.rows() - top);
+    for (std::int64_t y = std::max<std::int64_t>(0, -top); y < bottom; ++y) {
+        for (std::int64_t x = std::max<std::int64_t>(0, -left); x < right; ++x) {
+            Led led = image.leds[static_cast<std::size_t>(y * image.width + x)];
+            if (image.isStencil)
+                led = led == Led::Off ? placement.background : placement.foreground;
+            raster.set(static_cast<int>(left + x), static_cast<int>(top + y), led);
+        }
+    }
+}
+
+} // namespace
+
+PageExtent pageExtent(const ScriptPage& page, std::size_t elementCount, const FieldFormats& formats) {
+    PageExtent extent;
+    for (std::size_t i = 0; i < elementCount; ++i) {
+        std::visit(
+            [&](const auto& element) {
+                const Size size = sizeOf(element, formats);
+                extent.width = std::max(extent.width, element.placement.x + size.width);
+                extent.height = std::max(extent.height, element.placement.y + size.height);
+            },
+            page.elements[i]);
+    }
+    return extent;
+}
+
+void paintPage(LedRaster& raster, const ScriptPage& page, std::size_t elementCount, Offset offset,
+               const FieldFormats& formats, const DisplayValues& values) {
+    for (std::size_t i = 0; i < elementCount; ++i) {
+        const ScriptElement& element = page.elements[i];
+        if (const auto* text = std::get_if<TextElement>(&element))
+            paintText(raster, text->text, text->font, text->placement, offset);
+        else if (const auto* field = std::get_if<FieldElement>(&element))
+            paintText(raster, fieldText(*field, formats, values), field->font, field->placement, offset);
+        else if (const auto* image = std::get_if<ImageElement>(&element); image && image->image)
+            paintImage(raster, *image->image, image->placement, offset);
+    }
+}
+
+} // namespace orvista

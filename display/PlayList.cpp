@@ -1,0 +1,57 @@
+#include "display/PlayList.h"
+
+#include "model/Files.h"
+#include "model/Text.h"
+
+#include <numeric>
+#include <optional>
+
+namespace orvista {
+
+namespace {
+
+constexpr std::size_t maximumPlayListLength = 1000;
+constexpr std::string_view command = "DISPMSG ";
+
+/// The number of a line "DISPMSG STDMSG7", from 0.
+std::optional<std::size_t> messageIndex(std::string_view line) {
+    if (!startsWithIgnoringCase(line, command))
+        return std::nullopt;
+    const std::string_view name = trimBlanks(line.substr(command.size()));
+    if (!startsWithIgnoringCase(name, regularMessageName))
+        return std::nullopt;
+    const std::string_view number = name.substr(std::string_view(regularMessageName).size());
+    if (!GenenalModule::IsAllDigits(number) || number.size() > 2)
+        return std::nullopt;
+    const auto value = static_cast<std::size_t>(std::stoi(std::string(number)));
+    if (value < 1 || value > regularMessageCount)
+        return std::nullopt;
+    return value - 1;
+}
+
+} // namespace
+
+PlayList PlayList::inOrder() {
+    PlayList list;
+    list.messages.resize(regularMessageCount);
+    std::iota(list.messages.begin(), list.messages.end(), std::size_t{0});
+    return list;
+}
+
+PlayList readPlayList(std::string_view bytes) {
+    MemorySource source(bytes);
+    LineReader lines(source);
+    PlayList list;
+    std::string line;
+    for (std::size_t number = 1; lines.next(line); ++number) {
+        const std::string_view text = trimBlanks(line);
+        const auto index = messageIndex(text);
+        if (index && list.messages.size() < maximumPlayListLength)
+            list.messages.push_back(*index);
+        else if (!text.empty() && list.remarks.size() < maximumRemarks)
+            list.remarks.push_back({number, line.substr(0, maximumRemarkLength)});
+    }
+    return list;
+}
+
+} // namespace orvista
