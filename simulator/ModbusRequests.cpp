@@ -1,0 +1,188 @@
+#include "simulator/ModbusRequests.h"
+
+#include "model/Numbers.h"
+
+#include <bit>
+#include <charconv>
+
+namespace orvista {
+
+namespace {
+
+enum Function : std::uint8_t {
+    readCoils = 0x01,
+    readDiscreteInputs = 0x02,
+    readHoldingRegisters = 0x03,
+    readInputRegisters = 0x04,
+    writeSingleCoil = 0x05,
+    writeSingleRegister = 0x06,
+    writeMultipleCoils = 0x0F,
+    writeMultipleRegisters = 0x10
+};
+
+std::uint8_t byteAt(std::string_view bytes, std::size_t index) {
+    return static_cast<std::uint8_t>(bytes[index]);
+}
+
+std::uint16_t wordAt(std::string_view bytes, std::size_t index) {
+    return static_cast<std::uint16_t>(byteAt(bytes, index) << 8U | byteAt(bytes, index + 1));
+}
+
+std::string_view functionName(std::uint8_t function) {
+    switch (function) {
+    case readCoils:
+        return "Read Coils";
+    case readDiscreteInputs:
+        return "Read Discrete Inputs";
+    case readHoldingRegisters:
+        return "Read Holding Registers";
+    case readInputRegisters:
+        return "Read Input Registers";
+    case writeSingleCoil:
+        return "Write Single Coil";
+    case writeSingleRegister:
+        return "Write Single Register";
+    case writeMultipleCoils:
+        return "Write Multiple Coils";
+    case writeMultipleRegisters:
+        return "Write Multiple Registers";
+    default:
+        return {};
+    }
+}
+
+std::string hexWord(std::uint16_t word) {
+    const char bytes[] = {static_cast<char>(word >> 8U), static_cast<char>(word & 0xFFU)};
+    const std::string spaced = hexBytes({bytes, 2});
+    return spaced.substr(0, 2) + spaced.substr(3);
+}
+
+bool isSingleWrite(std::uint8_t function) {
+    return function == writeSingleCoil || function == writeSingleRegister;
+}
+
+bool isMultipleWrite(std::uint8_t function) {
+    return function == writeMultipleCoils || function == writeMultipleRegisters;
+}
+
+std::string addressRange(const ModbusRequest& request) {
+    std::string range = decimalText(request.address);
+    if (request.quantity > 1)
+        range += ".." + decimalText(std::int64_t{request.address} + request.quantity - 1);
+    return range;
+}
+
+std::string coilsInWords(const ModbusRequest& request) {
+    std::string on;
+    for (std::size_t index = 0; index < request.quantity; ++index) {
+        if ((byteAt(request.data, index / 8) >> (index % 8) & 1U) == 0)
+            continue;
+        on += (on.empty() ? "" : ", ") + decimalText(static_cast<std::int64_t>(index + 1));
+    }
+    return on.empty() ? "all off" : on + " on";
+}
+
+std::string floatText(std::string_view lowWordFirst) {
+    const std::uint32_t bits = std::uint32_t{wordAt(lowWordFirst, 2)} << 16U | wordAt(lowWordFirst, 0);
+    char text[32];
+    const auto end = std::to_chars(text, text + sizeof text, std::bit_cast<float>(bits));
+    return {text, end.ptr};
+}
+
+std::string registersInWords(const ModbusRequest& request) {
+    std::string words;
+    for (std::size_t index = 0; index + 1 < request.data.size(); index += 2)
+        words += (words.empty() ? "" : " ") + hexWord(wordAt(request.data, index));
+    if (request.quantity == 2)
+        words += " (float " + floatText(request.data) + ")";
+    return words;
+}
+
+std::string dataInWords(const ModbusRequest& request) {
+    switch (request.function) {
+    case writeSingleCoil:
+        return wordAt(request.data, 0) != 0 ? ": on" : ": off";
+    case writeSingleRegister:
+        return ": " + hexWord(wordAt(request.data, 0));
+    case writeMultipleCoils:
+        return ": " + coilsInWords(request);
+    case writeMultipleRegisters:
+        return ": " + registersInWords(request);
+    default:
+        return {};
+    }
+}
+
+} // namespace
+
+FrameStart firstModbusFrame(std::string_view received) {
+    // The two protocol bytes are 0, and the length counts the unit and at least a function code.
+    for (std::size_t index = 2; index < 4 && index < received.size(); ++index) {
+        if (received[index] != 0)
+            return {FrameState::Garbage, 0};
+    }
+    if (received.size() < 6)
+        return {};
+    const std::size_t length = wordAt(received, 4);
+    if (length < 2 || length > longestModbusFrame - 6)
+        return {FrameState::Garbage, 0};
+    if (received.size() < 6 + length)
+        return {};
+    return {FrameState::Complete, 6 + length};
+}
+
+bool knowsModbusFunction(std::string_view frame) {
+    return frame.size() > modbusHeaderSize && !functionName(byteAt(frame, modbusHeaderSize)).empty();
+}
+
+std::optional<ModbusRequest> parseModbusRequest(std::string_view frame) {
+    if (frame.size() < modbusHeaderSize + 5 || !knowsModbusFunction(frame))
+        return std::nullopt;
+    ModbusRequest request;
+    request.function = byteAt(frame, modbusHeaderSize);
+    request.address = wordAt(frame, modbusHeaderSize + 1);
+    const std::string_view body = frame.substr(modbusHeaderSize + 3);
+    if (isSingleWrite(request.function)) {
+        request.data = body;
+        const bool known =
+            request.function != writeSingleCoil || wordAt(body, 0) == 0xFF00 || wordAt(body, 0) == 0x0000;
+        return body.size() == 2 && known ? std::optional(request) : std::nullopt;
+    }
+    request.quantity = wordAt(body, 0);
+    if (!isMultipleWrite(request.function))
+        return body.size() == 2 && request.quantity > 0 ? std::optional(request) : std::nullopt;
+    if (request.quantity == 0 || body.size() < 3 || body.size() != std::size_t{3} + byteAt(body, 2))
+        return std::nullopt;
+    request.data = body.substr(3);
+    const std::size_t needed =
+        request.function == writeMultipleCoils ? (request.quantity + 7U) / 8U : 2U * request.quantity;
+    return request.data.size() == needed ? std::optional(request) : std::nullopt;
+}
+
+std::string describeModbusRequest(std::string_view frame) {
+    if (frame.size() <= modbusHeaderSize)
+        return "Not a Modbus request";
+    const std::uint8_t function = byteAt(frame, modbusHeaderSize);
+    const std::string name(functionName(function));
+    if (name.empty())
+        return "Function " + decimalText(function) + ", which is not known";
+    const std::optional<ModbusRequest> request = parseModbusRequest(frame);
+    if (!request)
+        return name + ", malformed";
+    return name + " " + addressRange(*request) + dataInWords(*request);
+}
+
+std::string hexBytes(std::string_view bytes) {
+    constexpr std::string_view digits = "0123456789ABCDEF";
+    std::string text;
+    text.reserve(bytes.size() * 3);
+    for (std::size_t index = 0; index < bytes.size(); ++index) {
+        if (index > 0)
+            text += ' ';
+        text += digits[byteAt(bytes, index) >> 4U];
+        text += digits[byteAt(bytes, index) & 0xFU];
+    }
+    return text;
+}
+
+} // namespace orvista

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QString>
+#include <QTcpSocket>
+
+namespace orvista {
+
+/// "127.0.0.1:40312"
+QString peerText(const QTcpSocket& socket);
+
+/// Ends a connection so that the other side sees a reset instead of an orderly end.
+void resetConnection(QTcpSocket& socket);
+
+} // namespace orvista
