@@ -1,0 +1,53 @@
+#include "mainwindow/ItemTree.h"
+
+#include <QHeaderView>
+#include <QKeyEvent>
+
+namespace orvista {
+
+ItemTree::ItemTree(QWidget* parent) : QTreeWidget(parent) {
+    setHeaderHidden(true);
+    setUniformRowHeights(true);
+    setColumnCount(1);
+    // The view itself tells presses on a node from those on an expander or the empty area.
+    connect(this, &QTreeWidget::itemPressed, this, [this] { pressedOnNode_ = true; });
+}
+
+QTreeWidgetItem* ItemTree::addNode(QTreeWidgetItem* parent, const QString& key, const QString& text) {
+    auto* node = parent ? new QTreeWidgetItem(parent) : new QTreeWidgetItem(this);
+    node->setText(0, text);
+    node->setData(0, Qt::UserRole, key);
+    return node;
+}
+
+void ItemTree::mousePressEvent(QMouseEvent* event) {
+    pressedOnNode_ = false;
+    QTreeWidget::mousePressEvent(event);
+}
+
+void ItemTree::mouseReleaseEvent(QMouseEvent* event) {
+    QTreeWidget::mouseReleaseEvent(event);
+    // The current node counts, not the one under the mouse: the press may have been dragged on.
+    if (pressedOnNode_)
+        fireNodeClick();
+    pressedOnNode_ = false;
+}
+
+void ItemTree::keyPressEvent(QKeyEvent* event) {
+    const QTreeWidgetItem* const before = currentItem();
+    QTreeWidget::keyPressEvent(event);
+    const bool chosen = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (chosen || currentItem() != before)
+        fireNodeClick();
+}
+
+void ItemTree::fireNodeClick() {
+    if (QTreeWidgetItem* const node = currentItem())
+        emit NodeClick(node);
+}
+
+QString nodeKey(const QTreeWidgetItem& node) {
+    return node.data(0, Qt::UserRole).toString();
+}
+
+} // namespace orvista

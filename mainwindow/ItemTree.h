@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QTreeWidget>
+
+namespace orvista {
+
+/// A tree of named items. One user action on a node, with any mouse button or by keyboard, fires NodeClick
+/// once, also on the node that is current already (Enter on it counts as a click).
+class ItemTree final : public QTreeWidget {
+    Q_OBJECT
+public:
+    explicit ItemTree(QWidget* parent = nullptr);
+
+    /// Adds a node below `parent`, or at the top when it is null. The key is kept in Qt::UserRole.
+    QTreeWidgetItem* addNode(QTreeWidgetItem* parent, const QString& key, const QString& text);
+
+signals:
+    void NodeClick(QTreeWidgetItem* node);
+
+protected:
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    void fireNodeClick();
+
+    bool pressedOnNode_ = false;
+};
+
+/// The key of a node made by addNode.
+QString nodeKey(const QTreeWidgetItem& node);
+
+} // namespace orvista

@@ -1,0 +1,181 @@
+#include "mainwindow/MessageListPage.h"
+
+#include "dialogs/controls/DeviceText.h"
+#include "dialogs/controls/DeviceTextEdit.h"
+#include "mainwindow/Guard.h"
+#include "mainwindow/ItemNames.h"
+#include "mainwindow/ItemTree.h"
+#include "mainwindow/PageParts.h"
+#include "mainwindow/ShownBox.h"
+#include "model/Files.h"
+#include "model/Numbers.h"
+#include "script/forms/frmMessageEdit.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+#include <QSplitter>
+#include <QTextCursor>
+
+namespace orvista {
+
+namespace {
+
+/// Length of "STDMSG" and "ALTMSG".
+constexpr std::size_t kindLength = 6;
+
+} // namespace
+
+MessageListPage::MessageListPage(Project& project, ModifiedMark& modifiedMark, Messages& messages,
+                                 QWidget* parent)
+    : QWidget(parent),
+      project_(project),
+      modifiedMark_(modifiedMark),
+      trvMsg_(named<ItemTree>(QStringLiteral("trvMsg"))),
+      txtMsgName_(named<ShownBox>(QStringLiteral("txtMsgName"))),
+      txtMsgSno_(named<ShownBox>(QStringLiteral("txtMsgSno"))),
+      txtMsg_(named<DeviceTextEdit>(QStringLiteral("txtMsg"))),
+      btnEditMessage_(named<QPushButton>(QStringLiteral("btnEditMessage"), QStringLiteral("Message Wizard"))),
+      btnMsgApply_(named<QPushButton>(QStringLiteral("btnMsgApply"), QStringLiteral("Apply"))) {
+    trvMsg_->setAccessibleName(tr("Messages"));
+    auto* splitter = new QSplitter;
+    splitter->addWidget(trvMsg_);
+    splitter->addWidget(buildDetails());
+    splitter->setStretchFactor(1, 1);
+    splitter->setChildrenCollapsible(false);
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(splitter);
+    buildUnusedLists();
+    connectHandlers(messages);
+}
+
+QWidget* MessageListPage::buildDetails() {
+    auto* nameRow = new QHBoxLayout;
+    nameRow->addWidget(labelFor(txtMsgName_, QStringLiteral("Message Name:")));
+    nameRow->addWidget(txtMsgName_, 2);
+    nameRow->addSpacing(nameRow->spacing());
+    nameRow->addWidget(labelFor(txtMsgSno_, QStringLiteral("Message Serial:")));
+    nameRow->addWidget(txtMsgSno_, 1);
+
+    txtMsg_->setAccessibleName(tr("Message script"));
+    btnEditMessage_->setToolTip(tr("Compose a page of the message and add it to the script"));
+    btnMsgApply_->setToolTip(tr("Store the script in the project"));
+    txtMsg_->setEnabled(false);
+    btnEditMessage_->setEnabled(false);
+    btnMsgApply_->setEnabled(false);
+    auto* buttons = new QHBoxLayout;
+    buttons->addStretch(1);
+    buttons->addWidget(btnEditMessage_);
+    buttons->addWidget(btnMsgApply_);
+
+    auto* details = new QWidget;
+    auto* layout = new QVBoxLayout(details);
+    layout->addLayout(nameRow);
+    layout->addWidget(txtMsg_, 1);
+    layout->addLayout(buttons);
+    return details;
+}
+
+void MessageListPage::buildUnusedLists() {
+    // The page carries two lists that it never shows; the second one stands for the project's bitmaps.
+    named<QListWidget>(QStringLiteral("List1"), this)->hide();
+    auto* bmpList = named<QListWidget>(QStringLiteral("bmpList"), this);
+    bmpList->setProperty("pattern", QStringLiteral("*.bmp"));
+    bmpList->hide();
+}
+
+void MessageListPage::connectHandlers(Messages& messages) {
+    connect(trvMsg_, &ItemTree::NodeClick, this, &MessageListPage::trvMsg_NodeClick);
+    connect(txtMsg_, &QPlainTextEdit::textChanged, this, &MessageListPage::txtMsg_Change);
+    connectGuarded(messages, btnEditMessage_, &QPushButton::clicked, this,
+                   &MessageListPage::btnEditMessage_Click);
+    connectGuarded(messages, btnMsgApply_, &QPushButton::clicked, this, &MessageListPage::btnMsgApply_Click);
+}
+
+std::string* MessageListPage::shownScript() {
+    const std::string name = txtMsgName_->bytes();
+    const std::string kind = name.substr(0, kindLength);
+    if (kind == regularMessageName)
+        return &project_.STDMSG.at(indexOfName(name, kindLength));
+    if (kind == emergencyMessageName)
+        return &project_.ALTMSG.at(indexOfName(name, kindLength));
+    return nullptr;
+}
+
+void MessageListPage::trvMsg_NodeClick(QTreeWidgetItem* node) {
+    const NodeKey key(nodeKey(*node).toStdString());
+    const std::string number = decimalText(key.number);
+    if (key.names('R', regularMessageCount))
+        showMessage(regularMessageName + number, " " + number, project_.STDMSG.at(key.index()));
+    else if (key.names('E', emergencyMessageCount))
+        showMessage(emergencyMessageName + number, number, project_.ALTMSG.at(key.index()));
+    else
+        showNothing();
+    btnMsgApply_->setEnabled(false);
+}
+
+void MessageListPage::showMessage(const std::string& name, const std::string& serial,
+                                  const std::string& script) {
+    txtMsg_->setBytes(script);
+    txtMsgName_->setBytes(name);
+    txtMsgSno_->setBytes(serial);
+    txtMsg_->setEnabled(true);
+    btnEditMessage_->setEnabled(true);
+}
+
+void MessageListPage::showNothing() {
+    txtMsgName_->clear();
+    txtMsgSno_->clear();
+    txtMsg_->setBytes({});
+    txtMsg_->setEnabled(false);
+    btnEditMessage_->setEnabled(false);
+}
+
+void MessageListPage::refresh() {
+    if (const std::string* const script = shownScript())
+        txtMsg_->setBytes(*script);
+    btnMsgApply_->setEnabled(false);
+}
+
+void MessageListPage::txtMsg_Change() {
+    if (!txtMsg_->document()->isEmpty())
+        btnMsgApply_->setEnabled(true);
+}
+
+void MessageListPage::btnEditMessage_Click() {
+    frmMessageEdit wizard(QString::fromStdString(project_.ProjPath), window());
+    wizard.exec();
+    if (wizard.PartialScript.empty())
+        return;
+    addScriptPart(wizard.PartialScript);
+    btnMsgApply_->setEnabled(true);
+}
+
+void MessageListPage::addScriptPart(const std::string& part) {
+    // Edited through a cursor, so that the user can undo what the wizard did.
+    QTextCursor cursor(txtMsg_->document());
+    if (txtMsg_->bytes() == clearScript) {
+        cursor.select(QTextCursor::Document);
+        cursor.insertText(orvista::shownScript(part));
+    } else {
+        cursor.movePosition(QTextCursor::End);
+        cursor.insertText(orvista::shownScript(std::string(lineEnd) + part));
+    }
+}
+
+bool MessageListPage::hasUnappliedEdits() const {
+    return btnMsgApply_->isEnabledTo(this);
+}
+
+void MessageListPage::btnMsgApply_Click() {
+    std::string* const script = shownScript();
+    if (txtMsg_->document()->isEmpty())
+        txtMsg_->setBytes(clearScript);
+    if (script)
+        *script = txtMsg_->bytes();
+    btnMsgApply_->setEnabled(false);
+    modifiedMark_.SetModified(true);
+}
+
+} // namespace orvista

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "model/People.h"
+#include "model/Project.h"
+
+#include <QWidget>
+
+class QPushButton;
+class QTreeWidgetItem;
+
+namespace orvista {
+
+class DeviceTextEdit;
+class ItemTree;
+class ShownBox;
+
+/// Shows one message at a time, lets the user edit its script by hand or with the wizard, and stores it with
+/// Apply. The shown message is read back from the page's own name box.
+class MessageListPage final : public QWidget {
+    Q_OBJECT
+public:
+    MessageListPage(Project& project, ModifiedMark& modifiedMark, Messages& messages,
+                    QWidget* parent = nullptr);
+
+    ItemTree& tree() { return *trvMsg_; }
+    /// The shown message's script from the model. Discards unapplied edits.
+    void refresh();
+
+    /// True when an edited script waits for Apply.
+    bool hasUnappliedEdits() const;
+    void btnMsgApply_Click();
+
+private:
+    QWidget* buildDetails();
+    void buildUnusedLists();
+    void connectHandlers(Messages& messages);
+    /// The script of the message that the name box names; nothing when it names none.
+    std::string* shownScript();
+
+    void trvMsg_NodeClick(QTreeWidgetItem* node);
+    void showMessage(const std::string& name, const std::string& serial, const std::string& script);
+    void showNothing();
+    void txtMsg_Change();
+    void btnEditMessage_Click();
+    void addScriptPart(const std::string& part);
+
+    Project& project_;
+    ModifiedMark& modifiedMark_;
+
+    ItemTree* trvMsg_;
+    ShownBox* txtMsgName_;
+    ShownBox* txtMsgSno_;
+    DeviceTextEdit* txtMsg_;
+    QPushButton* btnEditMessage_;
+    QPushButton* btnMsgApply_;
+};
+
+} // namespace orvista

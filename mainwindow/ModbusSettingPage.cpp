@@ -1,0 +1,171 @@
+#include "mainwindow/ModbusSettingPage.h"
+
+#include "mainwindow/Guard.h"
+#include "mainwindow/PageParts.h"
+#include "mainwindow/ShownBox.h"
+#include "mainwindow/TcpTesterPage.h"
+#include "model/Numbers.h"
+#include "model/Text.h"
+
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+
+namespace orvista {
+
+namespace {
+
+/// \throws Overflow
+std::int32_t addressOf(const QLineEdit& box) {
+    return toWhole<std::int32_t>(leadingNumber(box.text().toStdString()));
+}
+
+bool holdsDigits(const QLineEdit& box) {
+    return GenenalModule::IsAllDigits(box.text().toStdString());
+}
+
+QString digits(std::int64_t value) {
+    return QString::fromStdString(decimalText(value));
+}
+
+} // namespace
+
+ModbusSettingPage::ModbusSettingPage(Project& project, ModifiedMark& modifiedMark, Messages& messages,
+                                     TcpTesterPage& testerPage, QWidget* parent)
+    : QWidget(parent),
+      project_(project),
+      modifiedMark_(modifiedMark),
+      testerPage_(testerPage),
+      emergency_(makeBlock(QStringLiteral("txtAltAddr"), QStringLiteral("txtNewAltAddr"))),
+      regular_(makeBlock(QStringLiteral("txtStdAddr"), QStringLiteral("txtNewStdAddr"))),
+      float_(makeBlock(QStringLiteral("txtAIAddr"), QStringLiteral("txtNewAIAddr"))),
+      boolean_(makeBlock(QStringLiteral("txtDIAddr"), QStringLiteral("txtNewDIAddr"))),
+      btnModBusApply_(named<QPushButton>(QStringLiteral("btnModBusApply"), QStringLiteral("Apply"))),
+      btnRestoreDefault_(
+          named<QPushButton>(QStringLiteral("btnRestoreDefault"), QStringLiteral("Restore Default"))) {
+    auto* layout = new QVBoxLayout(this);
+    // The emergency block comes first, since typing its address fills the regular one in.
+    layout->addWidget(buildFrame(
+        QStringLiteral("Emergency Message Start Address (20 Continuous 0xxxx Coil Address)"), emergency_));
+    layout->addWidget(buildFrame(
+        QStringLiteral("Regular Message Start Address ( 40 Continuous 0xxxx Coil Address)"), regular_));
+    layout->addWidget(buildFrame(
+        QStringLiteral("Float Variable Start Address (64 Continuous 4xxxx Register Address)"), float_));
+    layout->addWidget(buildFrame(
+        QStringLiteral("Boolean Variable Start Address (32 Continuous 0xxxx Boolean Address)"), boolean_));
+    layout->addLayout(buildButtons());
+    layout->addStretch(1);
+    connectHandlers(messages);
+}
+
+ModbusSettingPage::Block ModbusSettingPage::makeBlock(const QString& currentName, const QString& newName) {
+    return {named<ShownBox>(currentName), named<QLineEdit>(newName)};
+}
+
+QGroupBox* ModbusSettingPage::buildFrame(const QString& caption, const Block& block) {
+    auto* frame = new QGroupBox(caption);
+    auto* row = new QHBoxLayout(frame);
+    row->addWidget(labelFor(block.current, QStringLiteral("Current Address:")));
+    row->addWidget(block.current, 1);
+    row->addSpacing(row->spacing());
+    row->addWidget(labelFor(block.next, QStringLiteral("New Address:")));
+    row->addWidget(block.next, 1);
+    return frame;
+}
+
+QBoxLayout* ModbusSettingPage::buildButtons() {
+    btnModBusApply_->setEnabled(false);
+    btnModBusApply_->setToolTip(tr("Store the new addresses in the project"));
+    btnRestoreDefault_->setToolTip(tr("Store the addresses 300, 320, 100 and 100 in the project"));
+    auto* row = new QHBoxLayout;
+    row->addStretch(1);
+    row->addWidget(btnModBusApply_);
+    row->addWidget(btnRestoreDefault_);
+    return row;
+}
+
+void ModbusSettingPage::connectHandlers(Messages& messages) {
+    connect(emergency_.next, &QLineEdit::textChanged, this, &ModbusSettingPage::txtNewAltAddr_Change);
+    connect(float_.next, &QLineEdit::textChanged, this, &ModbusSettingPage::txtNewAIAddr_Change);
+    connect(boolean_.next, &QLineEdit::textChanged, this, &ModbusSettingPage::txtNewDIAddr_Change);
+    connectGuarded(messages, btnModBusApply_, &QPushButton::clicked, this,
+                   &ModbusSettingPage::btnModBusApply_Click);
+    connectGuarded(messages, btnRestoreDefault_, &QPushButton::clicked, this,
+                   &ModbusSettingPage::btnRestoreDefault_Click);
+}
+
+void ModbusSettingPage::setUp() {
+    project_.ResetAddressMap();
+    refresh();
+}
+
+void ModbusSettingPage::refresh() {
+    emergency_.current->setText(digits(project_.AlertMessage));
+    regular_.current->setText(digits(project_.RegularMessage));
+    float_.current->setText(digits(project_.AnalogInput));
+    boolean_.current->setText(digits(project_.DigitalInput));
+    for (const Block* block : {&emergency_, &regular_, &float_, &boolean_})
+        block->next->clear();
+}
+
+void ModbusSettingPage::fillTestPage() {
+    testerPage_.showMessageAddresses(emergency_.current->text(), regular_.current->text());
+    testerPage_.fillVariableAddresses(project_);
+}
+
+bool ModbusSettingPage::hasUnappliedEdits() const {
+    return btnModBusApply_->isEnabledTo(this);
+}
+
+void ModbusSettingPage::btnModBusApply_Click() {
+    const std::int32_t emergencyStart = addressOf(*emergency_.next);
+    const std::int32_t regularStart = addressOf(*regular_.next);
+    const std::int32_t floatStart = addressOf(*float_.next);
+    const std::int32_t booleanStart = addressOf(*boolean_.next);
+    project_.AlertMessage = emergencyStart;
+    project_.RegularMessage = regularStart;
+    project_.AnalogInput = floatStart;
+    project_.DigitalInput = booleanStart;
+
+    btnModBusApply_->setEnabled(false);
+    modifiedMark_.SetModified(true);
+    for (const Block* block : {&emergency_, &regular_, &float_, &boolean_})
+        block->current->setText(block->next->text());
+    for (const Block* block : {&emergency_, &regular_, &float_, &boolean_})
+        block->next->clear();
+    fillTestPage();
+}
+
+void ModbusSettingPage::btnRestoreDefault_Click() {
+    setUp();
+    fillTestPage();
+    modifiedMark_.SetModified(true);
+}
+
+void ModbusSettingPage::txtNewAltAddr_Change() {
+    enableApplyForDigits();
+    if (!holdsDigits(*emergency_.next))
+        return;
+    try {
+        regular_.next->setText(digits(regularStartAfter(addressOf(*emergency_.next))));
+    } catch (const Overflow&) {
+        // Typing never raises a box; Apply tells of an address that does not fit.
+        return;
+    }
+}
+
+void ModbusSettingPage::txtNewAIAddr_Change() {
+    enableApplyForDigits();
+}
+
+void ModbusSettingPage::txtNewDIAddr_Change() {
+    enableApplyForDigits();
+}
+
+void ModbusSettingPage::enableApplyForDigits() {
+    if (holdsDigits(*emergency_.next) && holdsDigits(*float_.next) && holdsDigits(*boolean_.next))
+        btnModBusApply_->setEnabled(true);
+}
+
+} // namespace orvista

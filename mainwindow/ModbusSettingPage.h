@@ -1,0 +1,67 @@
+#pragma once
+
+#include "model/People.h"
+#include "model/Project.h"
+
+#include <QWidget>
+
+class QBoxLayout;
+class QGroupBox;
+class QLineEdit;
+class QPushButton;
+
+namespace orvista {
+
+class ShownBox;
+class TcpTesterPage;
+
+/// Edits the Modbus address map: the start addresses of the four blocks.
+class ModbusSettingPage final : public QWidget {
+    Q_OBJECT
+public:
+    ModbusSettingPage(Project& project, ModifiedMark& modifiedMark, Messages& messages,
+                      TcpTesterPage& testerPage, QWidget* parent = nullptr);
+
+    /// Puts the default addresses into the model and on this page, without marking the project modified.
+    void setUp();
+    /// Current boxes from the model, new boxes empty.
+    void refresh();
+    /// Passes the shown message addresses and the variables' addresses on to the test page.
+    void fillTestPage();
+
+    /// True when typed addresses wait for Apply.
+    bool hasUnappliedEdits() const;
+    /// \throws Overflow when an address does not fit; then nothing is stored
+    void btnModBusApply_Click();
+
+private:
+    /// The boxes of one address block.
+    struct Block {
+        ShownBox* current;
+        QLineEdit* next;
+    };
+
+    static Block makeBlock(const QString& currentName, const QString& newName);
+    static QGroupBox* buildFrame(const QString& caption, const Block& block);
+    QBoxLayout* buildButtons();
+    void connectHandlers(Messages& messages);
+
+    void btnRestoreDefault_Click();
+    void txtNewAltAddr_Change();
+    void txtNewAIAddr_Change();
+    void txtNewDIAddr_Change();
+    void enableApplyForDigits();
+
+    Project& project_;
+    ModifiedMark& modifiedMark_;
+    TcpTesterPage& testerPage_;
+
+    Block emergency_;
+    Block regular_;
+    Block float_;
+    Block boolean_;
+    QPushButton* btnModBusApply_;
+    QPushButton* btnRestoreDefault_;
+};
+
+} // namespace orvista

@@ -1,0 +1,82 @@
+#pragma once
+
+#include "link/ModbusClient.h"
+#include "model/People.h"
+#include "model/Project.h"
+
+#include <QWidget>
+
+#include <array>
+
+class QBoxLayout;
+class QCheckBox;
+class QGroupBox;
+class QLineEdit;
+class QPushButton;
+
+namespace orvista {
+
+class DropDownList;
+class ShownBox;
+class TesterActions;
+
+/// Switches messages on and off and writes a coil or a float on the device. The page only gathers what is
+/// ticked and typed; TesterActions sends it.
+class TcpTesterPage final : public QWidget, public UpdateButtons {
+    Q_OBJECT
+public:
+    explicit TcpTesterPage(Messages& messages, QWidget* parent = nullptr);
+
+    /// Who sends; must outlive the page. Without one the buttons do nothing.
+    void useActions(TesterActions& actions) { actions_ = &actions; }
+
+    void showDeviceAddress(const std::string& address);
+    void showMessageAddresses(const QString& emergencyStart, const QString& regularStart);
+    /// Fills the two address lists and selects the first entry of each.
+    void fillVariableAddresses(const Project& project);
+
+    using QWidget::setEnabled;
+    /// The four Update buttons are disabled while a request is under way.
+    void setEnabled(UpdateButton button, bool enabled) override;
+
+private:
+    /// The frame of one kind of messages: start address, numbered boxes, Update.
+    struct MessageFrame {
+        QString name;
+        QString caption;
+        QString boxToolTip;
+        QLineEdit* address;
+        QPushButton* update;
+    };
+
+    QBoxLayout* buildAddressRow();
+    template <std::size_t count>
+    QGroupBox* buildMessageFrame(const MessageFrame& parts, const QString& boxName,
+                                 std::array<QCheckBox*, count>& boxes);
+    QGroupBox* buildCoilFrame();
+    QGroupBox* buildRegisterFrame();
+    void connectHandlers(Messages& messages);
+
+    void btnEmgMsgUpdate_Click();
+    void btnRegMsgUpdate_Click();
+    void cmdUpdateCoil_Click();
+    void cmdUpdateReg_Click();
+
+    TesterActions* actions_ = nullptr;
+
+    ShownBox* txtIP_;
+    QLineEdit* txtEMsgAddr_;
+    QLineEdit* txtRMsgAddr_;
+    std::array<QCheckBox*, emergencyMessageCount> chkEmergMsg_{};
+    std::array<QCheckBox*, regularMessageCount> chkRegMsg_{};
+    QPushButton* btnEmgMsgUpdate_;
+    QPushButton* btnRegMsgUpdate_;
+    DropDownList* cbDIAddr_;
+    QCheckBox* chkUpdateCoil_;
+    QPushButton* cmdUpdateCoil_;
+    DropDownList* cbAIAddr_;
+    QLineEdit* txtFloat_;
+    QPushButton* cmdUpdateReg_;
+};
+
+} // namespace orvista

@@ -1,0 +1,169 @@
+#include "mainwindow/ToolIcons.h"
+
+#include <QGuiApplication>
+#include <QIconEngine>
+#include <QPainter>
+#include <QPainterPath>
+#include <QPalette>
+#include <QPixmap>
+
+namespace orvista::ToolIcons {
+
+namespace {
+
+/// Pictures are drawn on a square of this many units.
+constexpr qreal drawingUnits = 24;
+
+using Draw = void (*)(QPainter&);
+
+/// Calls a drawing function with a painter scaled to drawingUnits.
+class DrawnIcon final : public QIconEngine {
+public:
+    explicit DrawnIcon(Draw draw) : draw_(draw) {}
+
+    void paint(QPainter* painter, const QRect& area, QIcon::Mode mode, QIcon::State /*state*/) override {
+        const qreal side = qMin(area.width(), area.height());
+        const QPalette::ColorGroup group = mode == QIcon::Disabled ? QPalette::Disabled : QPalette::Active;
+        const QPalette palette = QGuiApplication::palette();
+        painter->save();
+        painter->setRenderHint(QPainter::Antialiasing);
+        painter->translate(area.x() + (area.width() - side) / 2, area.y() + (area.height() - side) / 2);
+        painter->scale(side / drawingUnits, side / drawingUnits);
+        painter->setPen(QPen(palette.color(group, QPalette::ButtonText), 1.5, Qt::SolidLine, Qt::RoundCap,
+                             Qt::RoundJoin));
+        draw_(*painter);
+        painter->restore();
+    }
+
+    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
+        QPixmap pixmap(size);
+        pixmap.fill(Qt::transparent);
+        QPainter painter(&pixmap);
+        paint(&painter, QRect(QPoint(), size), mode, state);
+        return pixmap;
+    }
+
+    QIconEngine* clone() const override { return new DrawnIcon(*this); }
+
+private:
+    Draw draw_;
+};
+
+QIcon drawnIcon(Draw draw) {
+    return QIcon(new DrawnIcon(draw));
+}
+
+QPainterPath linePath(std::initializer_list<QPointF> points) {
+    QPainterPath path;
+    for (const QPointF& point : points) {
+        if (path.elementCount() == 0)
+            path.moveTo(point);
+        else
+            path.lineTo(point);
+    }
+    return path;
+}
+
+void drawPage(QPainter& painter) {
+    QPainterPath sheet = linePath({{13.5, 3}, {5, 3}, {5, 21}, {19, 21}, {19, 8.5}});
+    sheet.lineTo(13.5, 3);
+    painter.drawPath(sheet);
+    painter.drawPath(linePath({{13.5, 3}, {13.5, 8.5}, {19, 8.5}}));
+    painter.drawPath(linePath({{12, 11.5}, {12, 17.5}}));
+    painter.drawPath(linePath({{9, 14.5}, {15, 14.5}}));
+}
+
+void drawFolder(QPainter& painter) {
+    painter.drawPath(linePath({{5, 19}, {3, 19}, {3, 5}, {9, 5}, {11, 7.5}, {18.5, 7.5}, {18.5, 11}}));
+    QPainterPath front = linePath({{4, 19.5}, {6.5, 11}, {22, 11}, {19, 19.5}});
+    front.closeSubpath();
+    painter.drawPath(front);
+}
+
+void drawDisk(QPainter& painter) {
+    QPainterPath disk = linePath({{3.5, 3.5}, {16.5, 3.5}, {20.5, 7.5}, {20.5, 20.5}, {3.5, 20.5}});
+    disk.closeSubpath();
+    painter.drawPath(disk);
+    painter.drawPath(linePath({{7.5, 3.5}, {7.5, 9}, {15.5, 9}, {15.5, 3.5}}));
+    painter.drawPath(linePath({{7, 20.5}, {7, 13.5}, {17, 13.5}, {17, 20.5}}));
+}
+
+void drawTray(QPainter& painter) {
+    painter.drawPath(linePath({{3.5, 15}, {3.5, 20.5}, {20.5, 20.5}, {20.5, 15}}));
+    painter.drawPath(linePath({{12, 3.5}, {12, 15.5}}));
+}
+
+void drawUpload(QPainter& painter) {
+    drawTray(painter);
+    painter.drawPath(linePath({{7, 8.5}, {12, 3.5}, {17, 8.5}}));
+}
+
+void drawDownload(QPainter& painter) {
+    drawTray(painter);
+    painter.drawPath(linePath({{7, 10.5}, {12, 15.5}, {17, 10.5}}));
+}
+
+/// The panel's LEDs: G green, R red, O orange, blank off.
+constexpr const char* programPicture[] = {
+    "   G   ", //
+    "    G  ", //
+    "OOOOOR ", //
+    "OOOOORR", //
+    "OOOOOR ", //
+    "    G  ", //
+    "   G   ", //
+};
+
+QColor ledColour(char led) {
+    switch (led) {
+    case 'G':
+        return {0x3d, 0xdc, 0x4a};
+    case 'R':
+        return {0xff, 0x45, 0x3a};
+    case 'O':
+        return {0xff, 0xa6, 0x1f};
+    default:
+        return {0x3a, 0x40, 0x46};
+    }
+}
+
+void drawProgram(QPainter& painter) {
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(QColor(0x16, 0x1a, 0x1e));
+    painter.drawRoundedRect(QRectF(0.5, 0.5, 23, 23), 4, 4);
+    constexpr qreal pitch = 2.9;
+    constexpr qreal first = (drawingUnits - 6 * pitch) / 2;
+    qreal y = first;
+    for (const char* row : programPicture) {
+        qreal x = first;
+        for (const char* led = row; *led; ++led) {
+            painter.setBrush(ledColour(*led));
+            painter.drawEllipse(QPointF(x, y), 1.15, 1.15);
+            x += pitch;
+        }
+        y += pitch;
+    }
+}
+
+} // namespace
+
+QIcon newProject() {
+    return drawnIcon(drawPage);
+}
+QIcon openProject() {
+    return drawnIcon(drawFolder);
+}
+QIcon saveProject() {
+    return drawnIcon(drawDisk);
+}
+QIcon upload() {
+    return drawnIcon(drawUpload);
+}
+QIcon download() {
+    return drawnIcon(drawDownload);
+}
+QIcon program() {
+    return drawnIcon(drawProgram);
+}
+
+} // namespace orvista::ToolIcons

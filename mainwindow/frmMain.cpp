@@ -1,0 +1,314 @@
+#include "mainwindow/frmMain.h"
+
+#include "mainwindow/Guard.h"
+#include "mainwindow/HelpOpener.h"
+#include "mainwindow/ItemTree.h"
+#include "mainwindow/MainMenu.h"
+#include "mainwindow/MessageListPage.h"
+#include "mainwindow/ModbusSettingPage.h"
+#include "mainwindow/PageParts.h"
+#include "mainwindow/ProjectTrees.h"
+#include "mainwindow/StatusBar.h"
+#include "mainwindow/SystemPage.h"
+#include "mainwindow/TcpTesterPage.h"
+#include "mainwindow/ToolBar.h"
+#include "mainwindow/ToolIcons.h"
+#include "mainwindow/TransferCommands.h"
+#include "mainwindow/VariableListPage.h"
+
+#include <QCloseEvent>
+#include <QGroupBox>
+#include <QMenuBar>
+#include <QScrollArea>
+#include <QSplitter>
+#include <QTabWidget>
+#include <QVBoxLayout>
+
+namespace orvista {
+
+namespace {
+
+/// In the order of the tabs.
+enum Page { System, ModbusSetting, VariableList, MessageList };
+
+constexpr const char* helpFileName = "OR102.chm";
+
+QGroupBox* framed(const QString& name, const QString& caption, QWidget* content) {
+    auto* frame = named<QGroupBox>(name, caption);
+    auto* layout = new QVBoxLayout(frame);
+    layout->addWidget(content);
+    return frame;
+}
+
+/// Pages of many boxes scroll on small screens instead of keeping the window large.
+QScrollArea* scrolling(QWidget* page) {
+    auto* area = new QScrollArea;
+    area->setFrameShape(QFrame::NoFrame);
+    area->setWidgetResizable(true);
+    area->setFocusPolicy(Qt::NoFocus);
+    area->setWidget(page);
+    // The tab's own background shows through.
+    area->viewport()->setAutoFillBackground(false);
+    page->setAutoFillBackground(false);
+    return area;
+}
+
+} // namespace
+
+frmMain::frmMain(Project& project, ConfigModule::History& history,
+                 const DocMgrModule::ProgramEnvironment& environment, const MainWindowSeams& seams)
+    : project_(project),
+      history_(history),
+      seams_(seams),
+      lifecycle_(project, history, environment, seams.messages, seams.chooser, *this),
+      menu_(std::make_unique<MainMenu>(*menuBar(), this)),
+      toolbar_(new ToolBar),
+      trvSystem_(named<ItemTree>(QStringLiteral("trvSystem"))),
+      tabDetails_(named<QTabWidget>(QStringLiteral("tabDetails"))) {
+    setObjectName(QStringLiteral("frmMain"));
+    setWindowIcon(ToolIcons::program());
+    addToolBar(toolbar_);
+    setStatusBar(new StatusBar);
+    buildPages();
+    buildLayout();
+    connectMenu();
+    connect(toolbar_, &ToolBar::ButtonClick, this, &frmMain::ToolbarMain_ButtonClick);
+    connect(trvSystem_, &ItemTree::NodeClick, this, &frmMain::trvSystem_NodeClick);
+    Form_Load();
+}
+
+frmMain::~frmMain() = default;
+
+void frmMain::buildPages() {
+    testerPage_ = new TcpTesterPage(seams_.messages);
+    systemPage_ = new SystemPage(project_, lifecycle_, *testerPage_);
+    modbusPage_ = new ModbusSettingPage(project_, lifecycle_, seams_.messages, *testerPage_);
+    variablePage_ = new VariableListPage(project_, lifecycle_, seams_.messages);
+    messagePage_ = new MessageListPage(project_, lifecycle_, seams_.messages);
+    tabDetails_->addTab(scrolling(systemPage_), QStringLiteral("System"));
+    tabDetails_->addTab(scrolling(modbusPage_), QStringLiteral("Modbus Setting"));
+    tabDetails_->addTab(variablePage_, QStringLiteral("Variable List"));
+    tabDetails_->addTab(messagePage_, QStringLiteral("Message List"));
+    tabDetails_->addTab(scrolling(testerPage_), QStringLiteral("TCP Tester"));
+}
+
+void frmMain::buildLayout() {
+    trvSystem_->setAccessibleName(tr("Pages"));
+    auto* splitter = new QSplitter;
+    splitter->setChildrenCollapsible(false);
+    splitter->addWidget(
+        framed(QStringLiteral("fraSystemInfo"), QStringLiteral("System information"), trvSystem_));
+    splitter->addWidget(framed(QStringLiteral("fraDetails"), QStringLiteral("Details"), tabDetails_));
+    splitter->setStretchFactor(1, 1);
+
+    auto* content = new QWidget;
+    auto* layout = new QVBoxLayout(content);
+    layout->addWidget(splitter);
+    setCentralWidget(content);
+
+    const int character = fontMetrics().averageCharWidth();
+    splitter->setSizes({28 * character, 110 * character});
+    resize(140 * character, 40 * fontMetrics().lineSpacing());
+}
+
+void frmMain::connectMenu() {
+    const auto lead = [this](QAction* entry, void (frmMain::*handler)()) {
+        connectGuarded(seams_.messages, entry, &QAction::triggered, this, handler);
+    };
+    lead(menu_->miFileNew, &frmMain::miFileNew_Click);
+    lead(menu_->miFileOpen, &frmMain::miFileOpen_Click);
+    lead(menu_->miFileSave, &frmMain::miFileSave_Click);
+    lead(menu_->miFileSaveAs, &frmMain::miFileSaveAs_Click);
+    lead(menu_->miFileExit, &frmMain::miFileExit_Click);
+    lead(menu_->miLinkUpload, &frmMain::miLinkUpload_Click);
+    lead(menu_->miLinkDownload, &frmMain::miLinkDownload_Click);
+    lead(menu_->miOptionSystemCfg, &frmMain::miOptionSystemCfg_Click);
+    lead(menu_->miOptionModbusSetting, &frmMain::miOptionModbusSetting_Click);
+    lead(menu_->miVarLst, &frmMain::miVarLst_Click);
+    lead(menu_->miOptionMsgLst, &frmMain::miOptionMsgLst_Click);
+    lead(menu_->miHelpContext, &frmMain::miHelpContext_Click);
+    lead(menu_->miHelpAbout, &frmMain::miHelpAbout_Click);
+}
+
+void frmMain::Form_Load() {
+    awaitsActivation_ = true;
+    history_.clear();
+    history_.ReadHistory();
+    ProjectTrees::fillNavigationTree(*trvSystem_);
+    ProjectTrees::fillMessageTree(messagePage_->tree());
+    ProjectTrees::fillVariableTree(variablePage_->tree());
+    modbusPage_->setUp();
+    lifecycle_.InitProject();
+    lifecycle_.SetModified(false);
+}
+
+void frmMain::Form_Activate() {
+    if (!awaitsActivation_)
+        return;
+    awaitsActivation_ = false;
+    if (!startPath_.empty())
+        return lifecycle_.openProjectFile(startPath_);
+    switch (seams_.chooser.chooseAtStartup()) {
+    case StartupChoice::Cancelled:
+        return;
+    case StartupChoice::CreateNew:
+        return lifecycle_.createChosenProject();
+    case StartupChoice::LoadExisting:
+        return lifecycle_.openChosenProject();
+    }
+}
+
+void frmMain::queueActivation() {
+    // The window is to be on the screen before a dialog covers it.
+    QMetaObject::invokeMethod(
+        this, [this] { runGuarded(seams_.messages, [this] { Form_Activate(); }); }, Qt::QueuedConnection);
+}
+
+bool frmMain::event(QEvent* event) {
+    // Menus would show their (empty) hints over the panels of the status bar.
+    if (event->type() == QEvent::StatusTip)
+        return true;
+    const bool activated = event->type() == QEvent::WindowActivate || event->type() == QEvent::Show;
+    if (activated && awaitsActivation_)
+        queueActivation();
+    return QMainWindow::event(event);
+}
+
+void frmMain::RefreshViews() {
+    systemPage_->refresh();
+    modbusPage_->refresh();
+    modbusPage_->fillTestPage();
+    messagePage_->refresh();
+    variablePage_->refresh();
+}
+
+void frmMain::showCaption(const std::string& caption) {
+    // A project's name may hold Qt's own mark for modified windows.
+    setWindowTitle(QString::fromStdString(caption).replace(QStringLiteral("[*]"), QStringLiteral("[*][*]")));
+}
+
+void frmMain::showCommandStates(const CommandStates& states) {
+    menu_->showCommandStates(states);
+    toolbar_->showCommandStates(states);
+    tabDetails_->setEnabled(states.tabDetails);
+    trvSystem_->setEnabled(states.trvSystem);
+}
+
+void frmMain::showProjectName(const std::string& name) {
+    systemPage_->showProjectName(name);
+}
+
+bool frmMain::hasUnappliedEdits() const {
+    return modbusPage_->hasUnappliedEdits() || variablePage_->hasUnappliedEdits() ||
+           messagePage_->hasUnappliedEdits();
+}
+
+void frmMain::closeEvent(QCloseEvent* event) {
+    bool close = true;
+    runGuarded(seams_.messages, [this, &close] {
+        close = false;
+        close = saveBeforeClosing();
+    });
+    event->setAccepted(close);
+}
+
+bool frmMain::saveBeforeClosing() {
+    if (!project_.modified && !hasUnappliedEdits())
+        return true;
+    switch (seams_.messages.askYesNoCancel("Do you want to save current project before exit?")) {
+    case Answer::Cancel:
+        return false;
+    case Answer::No:
+        return true;
+    case Answer::Yes:
+        break;
+    }
+    // Who says Yes means all that is on the screen, applied or not.
+    if (modbusPage_->hasUnappliedEdits())
+        modbusPage_->btnModBusApply_Click();
+    if (variablePage_->hasUnappliedEdits())
+        variablePage_->btnVarApply_Click();
+    if (messagePage_->hasUnappliedEdits())
+        messagePage_->btnMsgApply_Click();
+    if (project_.ProjName.empty())
+        lifecycle_.SaveAsCommand();
+    else
+        lifecycle_.SaveCommand();
+    return !project_.modified;
+}
+
+void frmMain::miFileNew_Click() {
+    lifecycle_.NewProjectCommand();
+}
+
+void frmMain::miFileOpen_Click() {
+    lifecycle_.OpenProjectCommand();
+}
+
+void frmMain::miFileSave_Click() {
+    lifecycle_.SaveCommand();
+}
+
+void frmMain::miFileSaveAs_Click() {
+    lifecycle_.SaveAsCommand();
+}
+
+void frmMain::miFileExit_Click() {
+    seams_.endProgram();
+}
+
+void frmMain::miLinkUpload_Click() {
+    if (transfer_)
+        transfer_->upload();
+}
+
+void frmMain::miLinkDownload_Click() {
+    if (transfer_)
+        transfer_->download();
+}
+
+void frmMain::miOptionSystemCfg_Click() {
+    tabDetails_->setCurrentIndex(System);
+}
+
+void frmMain::miOptionModbusSetting_Click() {
+    tabDetails_->setCurrentIndex(ModbusSetting);
+}
+
+void frmMain::miVarLst_Click() {
+    tabDetails_->setCurrentIndex(VariableList);
+}
+
+void frmMain::miOptionMsgLst_Click() {
+    tabDetails_->setCurrentIndex(MessageList);
+}
+
+void frmMain::miHelpContext_Click() {
+    const DocMgrModule::ProgramEnvironment& environment = lifecycle_.environment();
+    seams_.helpOpener.open(environment.paths.join(environment.programFolder, helpFileName));
+}
+
+void frmMain::miHelpAbout_Click() {}
+
+void frmMain::ToolbarMain_ButtonClick(const QString& key) {
+    runGuarded(seams_.messages, [this, &key] {
+        if (key == QLatin1String("NEW"))
+            miFileNew_Click();
+        else if (key == QLatin1String("OPEN"))
+            miFileOpen_Click();
+        else if (key == QLatin1String("SAVE"))
+            miFileSave_Click();
+        else if (key == QLatin1String("UPLOAD"))
+            miLinkUpload_Click();
+        else if (key == QLatin1String("DOWNLOAD"))
+            miLinkDownload_Click();
+    });
+}
+
+void frmMain::trvSystem_NodeClick(QTreeWidgetItem* node) {
+    const int page = ProjectTrees::pageOfNode(nodeKey(*node));
+    if (page >= 0)
+        tabDetails_->setCurrentIndex(page);
+}
+
+} // namespace orvista

@@ -1,0 +1,109 @@
+#pragma once
+
+#include "model/ProjectLifecycle.h"
+
+#include <QMainWindow>
+
+#include <functional>
+#include <memory>
+#include <string>
+
+class QTabWidget;
+class QTreeWidgetItem;
+
+namespace orvista {
+
+class HelpOpener;
+class ItemTree;
+class MainMenu;
+class MessageListPage;
+class ModbusSettingPage;
+class SystemPage;
+class TcpTesterPage;
+class ToolBar;
+class TransferCommands;
+class VariableListPage;
+
+/// What the main window needs of the world around it. All of it must outlive the window.
+struct MainWindowSeams {
+    Messages& messages;
+    ProjectChooser& chooser;
+    HelpOpener& helpOpener;
+    /// Ends the program at once, without a question.
+    std::function<void()> endProgram;
+};
+
+/// The program's one main window: navigation tree, pages, menus, toolbar and status bar around the one open
+/// project. The pages have classes of their own; this one leads the commands to where they are carried out.
+class frmMain final : public QMainWindow, public ProjectWindow {
+    Q_OBJECT
+public:
+    /// Reads the history, builds the views and resets the project.
+    frmMain(Project& project, ConfigModule::History& history,
+            const DocMgrModule::ProgramEnvironment& environment, const MainWindowSeams& seams);
+    ~frmMain() override;
+
+    /// The first activation opens this project file (absolute, UTF-8) instead of the start-up dialog.
+    void openAtStart(const std::string& path) { startPath_ = path; }
+    /// Who carries out Upload and Download; must outlive the window. Without one they do nothing.
+    void useTransfer(TransferCommands& transfer) { transfer_ = &transfer; }
+
+    DocMgrModule::ProjectLifecycle& lifecycle() { return lifecycle_; }
+    TcpTesterPage& testerPage() { return *testerPage_; }
+
+    void RefreshViews() override;
+    void showCaption(const std::string& caption) override;
+    void showCommandStates(const CommandStates& states) override;
+    void showProjectName(const std::string& name) override;
+
+protected:
+    bool event(QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void buildPages();
+    void buildLayout();
+    void connectMenu();
+    void Form_Load();
+    void Form_Activate();
+    void queueActivation();
+
+    bool hasUnappliedEdits() const;
+    bool saveBeforeClosing();
+
+    void miFileNew_Click();
+    void miFileOpen_Click();
+    void miFileSave_Click();
+    void miFileSaveAs_Click();
+    void miFileExit_Click();
+    void miLinkUpload_Click();
+    void miLinkDownload_Click();
+    void miOptionSystemCfg_Click();
+    void miOptionModbusSetting_Click();
+    void miVarLst_Click();
+    void miOptionMsgLst_Click();
+    void miHelpContext_Click();
+    void miHelpAbout_Click();
+    void ToolbarMain_ButtonClick(const QString& key);
+    void trvSystem_NodeClick(QTreeWidgetItem* node);
+
+    Project& project_;
+    ConfigModule::History& history_;
+    MainWindowSeams seams_;
+    DocMgrModule::ProjectLifecycle lifecycle_;
+    TransferCommands* transfer_ = nullptr;
+    std::string startPath_;
+    bool awaitsActivation_ = true;
+
+    std::unique_ptr<MainMenu> menu_;
+    ToolBar* toolbar_;
+    ItemTree* trvSystem_;
+    QTabWidget* tabDetails_;
+    TcpTesterPage* testerPage_ = nullptr;
+    SystemPage* systemPage_ = nullptr;
+    ModbusSettingPage* modbusPage_ = nullptr;
+    VariableListPage* variablePage_ = nullptr;
+    MessageListPage* messagePage_ = nullptr;
+};
+
+} // namespace orvista

@@ -1,0 +1,88 @@
+#pragma once
+
+#include "mainwindow/HelpOpener.h"
+#include "mainwindow/frmMain.h"
+#include "tests/support/ScriptedPeople.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <QAction>
+#include <QTest>
+
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+class QAbstractButton;
+class QLineEdit;
+class QTreeWidgetItem;
+
+namespace orvista {
+class DeviceTextEdit;
+class ItemTree;
+} // namespace orvista
+
+namespace orvista::testing {
+
+class RecordedHelp final : public HelpOpener {
+public:
+    void open(const std::string& path) override { opened.push_back(path); }
+    std::vector<std::string> opened;
+};
+
+/// The real main window with scripted people, a program folder and a project folder of its own. What a test
+/// uses must exist and be enabled: anything else throws, which fails the test.
+class EditorFixture {
+public:
+    EditorFixture();
+    ~EditorFixture();
+
+    /// Makes the window, as the program's start does, without showing it.
+    frmMain& load();
+    /// Shows the loaded window and waits until its first activation was served.
+    frmMain& start();
+    /// A started window with an unsaved new project of that name in the project folder.
+    frmMain& startWithNewProject(const std::string& name = "Line3");
+
+    /// New through its menu entry; the dialog answers with this project.
+    void newProject(const std::string& name);
+    void openProject(const std::string& name);
+    ChosenProject projectNamed(const std::string& name) const { return {projectFolder.path(), name}; }
+
+    template <typename Widget>
+    Widget* find(const char* name) const {
+        auto* const widget = window->findChild<Widget*>(QString::fromLatin1(name));
+        if (!widget)
+            throw std::logic_error(std::string("no ") + name);
+        return widget;
+    }
+
+    bool enabled(const char* actionName) const { return find<QAction>(actionName)->isEnabled(); }
+    void trigger(const char* actionName) const;
+    void click(const char* buttonName) const;
+    QString text(const char* boxName) const;
+    /// Replaces a box's text by typing.
+    void type(const char* boxName, const QString& text) const;
+
+    /// Shows the page of that navigation key by a click on its node.
+    void showPage(const char* key) const;
+    QTreeWidgetItem* node(ItemTree& tree, const QString& key) const;
+    void clickNode(const char* treeName, const char* key) const;
+    void showVariable(const char* key) const;
+    void showMessage(const char* key) const;
+
+    QString title() const { return window->windowTitle(); }
+
+    TemporaryFolder programFolder;
+    TemporaryFolder projectFolder;
+    ScriptedMessages messages;
+    ScriptedChooser chooser;
+    RecordedHelp help;
+    int programEnds = 0;
+    DocMgrModule::ProgramEnvironment environment;
+    Project project;
+    ConfigModule::History history;
+    std::unique_ptr<frmMain> window;
+};
+
+} // namespace orvista::testing
