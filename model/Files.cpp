@@ -94,7 +94,7 @@ void FileSink::close() {
 
 std::size_t MemorySource::read(char* buffer, std::size_t size) {
     const std::size_t count = std::min(size, rest_.size());
-    std::copy_n(rest_.data(), count, buffer);
+    std::copy_n(rest_.begin(), count, buffer);
     rest_.remove_prefix(count);
     return count;
 }
@@ -102,24 +102,27 @@ std::size_t MemorySource::read(char* buffer, std::size_t size) {
 LineReader::LineReader(ByteSource& source) : source_(source), buffer_(bufferSize) {}
 
 bool LineReader::fill() {
-    if (position_ < size_)
-        return true;
-    position_ = 0;
-    size_ = source_.read(buffer_.data(), buffer_.size());
-    if (atStart_) {
-        // A source may hand out its first bytes one by one.
-        constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
-        while (size_ > 0 && size_ < byteOrderMark.size()) {
-            const std::size_t more = source_.read(buffer_.data() + size_, buffer_.size() - size_);
-            if (more == 0)
-                break;
-            size_ += more;
-        }
-        if (std::string_view(buffer_.data(), size_).starts_with(byteOrderMark))
-            position_ = byteOrderMark.size();
-        atStart_ = false;
+    if (atStart_)
+        skipByteOrderMark();
+    if (position_ == size_) {
+        position_ = 0;
+        size_ = source_.read(buffer_.data(), buffer_.size());
     }
     return position_ < size_;
+}
+
+void LineReader::skipByteOrderMark() {
+    constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+    atStart_ = false;
+    // A source may hand out its first bytes one by one.
+    while (size_ < byteOrderMark.size()) {
+        const std::size_t more = source_.read(buffer_.data() + size_, buffer_.size() - size_);
+        if (more == 0)
+            break;
+        size_ += more;
+    }
+    if (std::string_view(buffer_.data(), size_).starts_with(byteOrderMark))
+        position_ = byteOrderMark.size();
 }
 
 bool LineReader::next(std::string& line) {

@@ -110,6 +110,7 @@ public:
 
 private:
     bool fill();
+    void skipByteOrderMark();
 
     ByteSource& source_;
     std::vector<char> buffer_;

@@ -23,7 +23,9 @@ TEST(LeadingNumber, ReadsTheLongestLeadingDecimal) {
 }
 
 TEST(LeadingNumber, KnowsNoOtherSpellings) {
-    for (const char* text : {"inf", "nan", "-inf", "+-3", "--3", ".", "-", "e5", "\t7", "\xA0" "7"})
+    for (const char* text : {"inf", "nan", "-inf", "+-3", "--3", ".", "-", "e5", "\t7",
+                             "\xA0"
+                             "7"})
         EXPECT_EQ(leadingNumber(text), 0.0) << text;
     EXPECT_EQ(leadingNumber("0x10"), 0.0);
 }

@@ -50,8 +50,12 @@ private:
 
 } // namespace
 
-void onModal(const QString& name, std::function<void(QWidget*)> act) { new ModalWatch(name, std::move(act)); }
+void onModal(const QString& name, std::function<void(QWidget*)> act) {
+    new ModalWatch(name, std::move(act));
+}
 
-bool allModalsServed() { return pendingModals() == 0; }
+bool allModalsServed() {
+    return pendingModals() == 0;
+}
 
 } // namespace orvista::testing

@@ -1,0 +1,112 @@
+#include "model/Files.h"
+
+#include "tests/support/TemporaryFolder.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace orvista {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+/// Hands out at most `step` bytes at a time, so that every line end falls on a border once.
+class DribblingSource final : public ByteSource {
+public:
+    DribblingSource(std::string_view bytes, std::size_t step) : inner_(bytes), step_(step) {}
+    std::size_t read(char* buffer, std::size_t size) override {
+        return inner_.read(buffer, std::min(size, step_));
+    }
+
+private:
+    MemorySource inner_;
+    std::size_t step_;
+};
+
+std::vector<std::string> linesOf(ByteSource& source) {
+    LineReader reader(source);
+    std::vector<std::string> lines;
+    for (std::string line; reader.next(line);)
+        lines.push_back(line);
+    return lines;
+}
+
+std::vector<std::string> linesOf(std::string_view bytes) {
+    MemorySource source(bytes);
+    return linesOf(source);
+}
+
+TEST(LineReader, EndsLinesAtEveryKindOfEnd) {
+    EXPECT_THAT(linesOf("a\r\nb\nc\rd"), ElementsAre("a", "b", "c", "d"));
+    EXPECT_THAT(linesOf("a\r\r\n\n\rb"), ElementsAre("a", "", "", "", "b"));
+    EXPECT_THAT(linesOf("a\r\n"), ElementsAre("a"));
+    EXPECT_THAT(linesOf("a\r"), ElementsAre("a"));
+    EXPECT_THAT(linesOf("\n"), ElementsAre(""));
+    EXPECT_THAT(linesOf(""), IsEmpty());
+}
+
+TEST(LineReader, ReadsTheSameWhateverTheSourceHandsOut) {
+    const std::string_view bytes = "\xEF\xBB\xBFone\r\ntwo\rthree\n\r\n\r\rlast";
+    for (std::size_t step = 1; step <= bytes.size(); ++step) {
+        DribblingSource source(bytes, step);
+        EXPECT_THAT(linesOf(source), ElementsAre("one", "two", "three", "", "", "", "last")) << step;
+    }
+}
+
+TEST(LineReader, SkipsAByteOrderMarkAtTheStartOnly) {
+    EXPECT_THAT(linesOf("\xEF\xBB\xBF"
+                        "a\n\xEF\xBB\xBF"
+                        "b"),
+                ElementsAre("a", "\xEF\xBB\xBF"
+                                 "b"));
+    EXPECT_THAT(linesOf("\xEF\xBB"), ElementsAre("\xEF\xBB"));
+    EXPECT_THAT(linesOf("\xEF\xBB\xBF"), IsEmpty());
+}
+
+TEST(LineReader, TakesNulAndControlZAsOrdinary) {
+    using namespace std::string_literals;
+    EXPECT_THAT(linesOf("a\0b\x1A\nc"s), ElementsAre("a\0b\x1A"s, "c"));
+}
+
+TEST(LineReader, HasNoLengthLimit) {
+    const std::string longLine(200'000, 'x');
+    EXPECT_THAT(linesOf(longLine + "\r\nend"), ElementsAre(longLine, "end"));
+}
+
+TEST(FileSource, RefusesWhatIsNoFile) {
+    const testing::TemporaryFolder folder;
+    EXPECT_THROW(FileSource(folder.file("missing")), OpenFailure);
+    EXPECT_THROW(FileSource{folder.path()}, OpenFailure);
+#ifndef _WIN32
+    EXPECT_THROW(FileSource("/dev/zero"), OpenFailure);
+#endif
+}
+
+TEST(FileSink, WritesExactBytes) {
+    using namespace std::string_literals;
+    const testing::TemporaryFolder folder;
+    FileSink sink(folder.file("bytes"));
+    sink.write("a\r\nb\n\0"s);
+    sink.close();
+    EXPECT_EQ(testing::fileBytes(folder.file("bytes")), "a\r\nb\n\0"s);
+}
+
+#ifndef _WIN32
+TEST(FileSink, TellsWhatOnlyShowsWhenClosing) {
+    FileSink sink("/dev/full");
+    sink.write("buffered");
+    EXPECT_THROW(sink.close(), WriteFailure);
+}
+
+TEST(FileSink, TellsAFullDiskWhileWriting) {
+    FileSink sink("/dev/full");
+    EXPECT_THROW(sink.write(std::string(1 << 20, 'x')), WriteFailure);
+}
+#endif
+
+} // namespace
+} // namespace orvista
