@@ -6,8 +6,8 @@
 
 namespace orvista {
 
-/// The script box: fixed-width, many lines, only characters of the device's encoding, with undo. A text that
-/// was set and not edited comes back as the same bytes; edited lines are joined by CR LF. Tab moves on.
+/// The script box: fixed-width, many lines, only characters of the device's encoding, with undo. Every text
+/// comes back as the same bytes, edited elsewhere or not; lines are joined by CR LF. Tab moves on.
 class DeviceTextEdit : public QPlainTextEdit {
     Q_OBJECT
 public:
@@ -19,8 +19,20 @@ public:
 protected:
     bool canInsertFromMimeData(const QMimeData* source) const override;
     void insertFromMimeData(const QMimeData* source) override;
+    QMimeData* createMimeDataFromSelection() const override;
     void keyPressEvent(QKeyEvent* event) override;
     void inputMethodEvent(QInputMethodEvent* event) override;
+
+private:
+    struct Range {
+        int first = 0;
+        int end = 0;
+    };
+    void noteInsertion(int position, int removed, int added);
+    void removeForeignCharacters();
+
+    Range insertion_;
+    bool setting_ = false;
 };
 
 } // namespace orvista
