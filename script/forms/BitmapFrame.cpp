@@ -76,16 +76,15 @@ void BitmapFrame::take(const QString& chosen) {
     txtPath->setText(chosen);
     lblNote->setText(chosen.isEmpty() || isUploaded(chosen)
                          ? QString()
-                         : tr("Only *.bmp files of the project folder are uploaded: copy this one there."));
+                         : tr("Only bitmaps of the project folder are uploaded: copy this one there."));
     if (!chosen.isEmpty())
         emit pathChosen();
 }
 
 bool BitmapFrame::isUploaded(const QString& bitmap) const {
-    if (projectFolder_.isEmpty() || !bitmap.endsWith(QLatin1String(".bmp"), Qt::CaseInsensitive))
-        return false;
-    // Links and "..": two spellings of one folder are the same folder.
-    return QFileInfo(QFileInfo(bitmap).absolutePath()) == QFileInfo(projectFolder_);
+    // Compares what the two spellings lead to, whatever links and ".." they hold.
+    return !projectFolder_.isEmpty() &&
+           QFileInfo(QFileInfo(bitmap).absolutePath()) == QFileInfo(projectFolder_);
 }
 
 } // namespace orvista

@@ -34,6 +34,7 @@ EffectsFrame::EffectsFrame(QWidget* parent)
     addLabelledList(grid, 1, 2, tr("Speed"), cbOFSpeed);
     addLabelledList(grid, 2, 0, tr("Special Effects"), cbSpEffect);
     addLabelledList(grid, 2, 2, tr("Delay (Sec.)"), cbDelay);
+    grid->setRowStretch(3, 1);
     cbIFSpeed->setAccessibleName(tr("Entering Effects, Speed"));
     cbOFSpeed->setAccessibleName(tr("Leaving Effects, Speed"));
 }

@@ -26,6 +26,7 @@ VariableFrame::VariableFrame(QWidget* parent) : QGroupBox(tr("Variable setting")
         rows_[index] = addRow(grid, index, sources, colours);
     for (const int column : {1, 2, 3})
         grid->setColumnStretch(column, 1);
+    grid->setRowStretch(static_cast<int>(rows_.size()) + 1, 1);
 }
 
 VariableFrame::Row VariableFrame::addRow(QGridLayout* grid, std::size_t index, QStringListModel* sources,
