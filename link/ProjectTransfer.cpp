@@ -31,7 +31,7 @@ void ProjectTransfer::Upload() {
     auto progress = dialogs_.showProgress("Upload");
     progress->showActivity("Connecting to " + connection->txtIP);
     const auto control = makeControl_(*progress);
-    if (!connect(*control, *connection)) {
+    if (!control || !connect(*control, *connection)) {
         progress.reset();
         messages_.show(MessageIcon::Exclamation, "Connect Fail!");
         return;
@@ -94,7 +94,7 @@ bool ProjectTransfer::fetch(const DeviceConnection& connection, const std::strin
     auto progress = dialogs_.showProgress("Download");
     progress->showActivity("Connecting to " + connection.txtIP);
     const auto control = makeControl_(*progress);
-    if (!connect(*control, connection)) {
+    if (!control || !connect(*control, connection)) {
         progress.reset();
         messages_.show(MessageIcon::Exclamation, "Connect Fail!");
         return false;

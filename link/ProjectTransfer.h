@@ -35,7 +35,8 @@ public:
     virtual std::unique_ptr<TransferProgress> showProgress(const std::string& title) = 0;
 };
 
-/// Makes the control of one transfer; never null. The progress is shown for as long as the control works.
+/// Makes the control of one transfer; null where there is none, which counts as a failed connection. The
+/// progress is shown for as long as the control works.
 using TransferControlMaker = std::function<std::unique_ptr<TransferControl>(TransferProgress&)>;
 
 class ProjectTransfer final {

@@ -12,6 +12,8 @@
 
 namespace orvista {
 
+class FtpLink;
+
 /// The commands that tell the device of an upload, sent on the control connection outside any transfer.
 /// A server that does not know them is served all the same.
 inline constexpr std::string_view uploadBeginsCommand = "SITE UPLOAD BEGIN";
@@ -53,14 +55,12 @@ public:
     std::int64_t DownloadFiles(const std::string& argument, const std::string& folder) override;
 
 private:
-    class Session;
-
     FileNotice notice_;
     std::chrono::seconds patience_;
     PathRules paths_;
     std::string address_;
     std::int16_t port_ = 0;
-    std::unique_ptr<Session> session_;
+    std::unique_ptr<FtpLink> link_;
 };
 
 } // namespace orvista

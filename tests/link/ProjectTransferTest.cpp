@@ -269,6 +269,16 @@ TEST_F(ProjectTransferTest, FailedConnectionEndsTheUpload) {
     EXPECT_EQ(dialogs.open, 0);
 }
 
+TEST_F(ProjectTransferTest, WithoutAControlTheConnectionFails) {
+    ProjectTransfer bare{project, lifecycle, chooser,
+                         dialogs, messages,  [](TransferProgress&) { return nullptr; }};
+    bare.Upload();
+    chooseTarget();
+    bare.Download();
+    EXPECT_THAT(script.calls, ElementsAre("exclamation: Connect Fail!", "exclamation: Connect Fail!"));
+    EXPECT_EQ(project.ProjName, "Plant");
+}
+
 TEST_F(ProjectTransferTest, CancelledUploadCallsNothing) {
     dialogs.connection.reset();
     transfer.Upload();

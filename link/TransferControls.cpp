@@ -1,0 +1,28 @@
+#include "link/TransferControls.h"
+
+#ifdef _WIN32
+#include "link/dispatch/DispatchTransferControl.h"
+#endif
+#ifdef ORVISTA_HAS_LIBCURL
+#include "link/ftp/FtpTransferControl.h"
+#endif
+
+namespace orvista {
+
+std::unique_ptr<TransferControl>
+makeTransferControl([[maybe_unused]] DocTsfModule::TransferProgress& progress) {
+#ifdef _WIN32
+    if (auto control = DispatchTransferControl::create())
+        return control;
+#endif
+#ifdef ORVISTA_HAS_LIBCURL
+    return std::make_unique<FtpTransferControl>(
+        [&progress](const std::string& name, std::size_t number, std::size_t count) {
+            progress.showFile(name, number, count);
+        });
+#else
+    return nullptr;
+#endif
+}
+
+} // namespace orvista

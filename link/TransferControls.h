@@ -1,0 +1,15 @@
+#pragma once
+
+#include "link/ProjectTransfer.h"
+#include "link/TransferControl.h"
+
+#include <memory>
+
+namespace orvista {
+
+/// The control of one transfer: on Windows the maker's where it is registered, else the one that speaks FTP.
+/// Null in a build that has neither. `progress` shows the files of a download and must outlive the control's
+/// calls.
+std::unique_ptr<TransferControl> makeTransferControl(DocTsfModule::TransferProgress& progress);
+
+} // namespace orvista

@@ -1,0 +1,105 @@
+#include "link/ftp/RemoteNames.h"
+
+#include "model/Text.h"
+#include "model/Windows1252.h"
+
+#include <algorithm>
+#include <array>
+
+namespace orvista {
+
+namespace {
+
+/// C0, DEL and the C1 controls, which the encoding's undefined bytes stand for.
+bool isControl(char c) {
+    const char32_t code = windows1252CodePoint(static_cast<unsigned char>(c));
+    return code < 0x20 || (code >= 0x7F && code < 0xA0);
+}
+
+bool holdsControl(std::string_view bytes) {
+    return std::ranges::any_of(bytes, isControl);
+}
+
+/// Names under which Windows knows devices, with any extension; the serial and printer ports count up to 9,
+/// also in superscript digits.
+bool isReservedOnWindows(std::string_view name) {
+    const std::string stem = upperAscii(trimBlanks(name.substr(0, name.find('.'))));
+    static constexpr std::array<std::string_view, 6> devices = {"CON", "PRN",    "AUX",
+                                                                "NUL", "CONIN$", "CONOUT$"};
+    if (std::ranges::find(devices, stem) != devices.end())
+        return true;
+    static constexpr std::string_view portDigits = "123456789\xB9\xB2\xB3";
+    return stem.size() == 4 && (stem.starts_with("COM") || stem.starts_with("LPT")) &&
+           portDigits.find(stem.back()) != std::string_view::npos;
+}
+
+} // namespace
+
+std::optional<std::string> remoteFileName(std::string_view localName) {
+    auto bytes = windows1252FromUtf8(localName);
+    if (!bytes || bytes->empty() || holdsControl(*bytes))
+        return std::nullopt;
+    return bytes;
+}
+
+std::optional<std::string> localFileName(std::string_view remoteName, const PathRules& paths) {
+    // Both separators, whatever the platform: the folder may be copied to the other one. A colon names a
+    // drive or a hidden stream.
+    constexpr std::string_view refusedEverywhere = "/\\:";
+    constexpr std::string_view refusedOnWindows = "*?\"<>|";
+    const bool onWindows = paths.separator == '\\';
+    const bool refused =
+        remoteName.empty() || remoteName == "." || holdsControl(remoteName) ||
+        remoteName.find("..") != std::string_view::npos ||
+        remoteName.find_first_of(refusedEverywhere) != std::string_view::npos ||
+        (onWindows && remoteName.find_first_of(refusedOnWindows) != std::string_view::npos) ||
+        isReservedOnWindows(remoteName);
+    if (refused)
+        return std::nullopt;
+    return utf8FromWindows1252(remoteName);
+}
+
+bool RemoteListing::append(std::string_view piece) {
+    byteCount_ += piece.size();
+    if (byteCount_ > byteLimit)
+        tooLong_ = true;
+    while (!tooLong_ && !piece.empty()) {
+        const auto end = piece.find('\n');
+        line_.append(piece.substr(0, end));
+        if (end == std::string_view::npos || !endLine())
+            break;
+        piece.remove_prefix(end + 1);
+    }
+    return !tooLong_;
+}
+
+bool RemoteListing::finish() {
+    endLine();
+    std::ranges::sort(names_);
+    const auto repeated = std::ranges::unique(names_);
+    names_.erase(repeated.begin(), repeated.end());
+    return !tooLong_;
+}
+
+bool RemoteListing::endLine() {
+    if (line_.ends_with('\r'))
+        line_.pop_back();
+    if (!line_.empty()) {
+        tooLong_ = tooLong_ || names_.size() == nameLimit;
+        if (!tooLong_)
+            names_.push_back(line_);
+    }
+    line_.clear();
+    return !tooLong_;
+}
+
+std::string RemoteListing::variantOf(std::string_view name) const {
+    const std::string lowerCase = lowerAscii(name);
+    if (std::ranges::find(names_, lowerCase) != names_.end())
+        return lowerCase;
+    const auto variant = std::ranges::find_if(
+        names_, [&](const std::string& listed) { return equalsIgnoringCase(listed, name); });
+    return variant == names_.end() ? std::string(name) : *variant;
+}
+
+} // namespace orvista

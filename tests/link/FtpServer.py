@@ -1,0 +1,169 @@
+"""An FTP server for one test: its port goes to standard output, its end comes with the end of standard input.
+
+It keeps file names as the bytes that were sent, and writes every command it gets to a file.
+"""
+
+import argparse
+import logging
+import os
+import random
+import threading
+
+from pyftpdlib.authorizers import DummyAuthorizer
+from pyftpdlib.filesystems import AbstractedFS
+from pyftpdlib.handlers import DTPHandler, FTPHandler
+from pyftpdlib.ioloop import IOLoop
+from pyftpdlib.servers import FTPServer
+
+# The connection dialog's port is a signed 16-bit number.
+PORTS = range(20000, 32768)
+
+
+def arguments():
+    parser = argparse.ArgumentParser()
+    parser.add_argument("root")
+    parser.add_argument("--fault", default="none")
+    parser.add_argument("--listing", help="file whose bytes are the listing")
+    parser.add_argument("--commands", help="file for the commands that came in")
+    parser.add_argument("--files-served", type=int, default=0, help="transfers before the fault shows")
+    return parser.parse_args()
+
+
+OPTIONS = arguments()
+
+
+class CutFile:
+    """Ends after half of the file."""
+
+    def __init__(self, file, channel):
+        self.file = file
+        self.name = file.name
+        self.closed = False
+        self.channel = channel
+        self.given = False
+
+    def read(self, size):
+        if self.given:
+            if OPTIONS.fault == "hang-up-in-retrieve":
+                self.channel.close()
+            return b""
+        self.given = True
+        return self.file.read(max(1, min(size, os.path.getsize(self.name) // 2)))
+
+    def close(self):
+        self.closed = True
+        self.file.close()
+
+
+class Files(AbstractedFS):
+    def open(self, filename, mode):
+        file = super().open(filename, mode)
+        if mode == "rb" and OPTIONS.fault in ("hang-up-in-retrieve", "short-retrieve"):
+            return CutFile(file, self.cmd_channel)
+        return file
+
+
+class Data(DTPHandler):
+    def handle_read(self):
+        if OPTIONS.fault == "hang-up-in-store":
+            self.recv(10)
+            self.cmd_channel.close()
+            return
+        if OPTIONS.fault == "full-in-store" and self.tot_bytes_received > 0:
+            self._resp = ("552 Exceeded storage allocation.", None)
+            self.close()
+            return
+        super().handle_read()
+
+    handle_read_event = handle_read
+
+
+class Control(FTPHandler):
+    banner = "ready"
+    use_sendfile = False
+    unicode_errors = "surrogateescape"
+    abstracted_fs = Files
+    dtp_handler = Data
+    transfers = 0
+    logins = 0
+
+    def handle(self):
+        if OPTIONS.fault != "no-greeting":
+            super().handle()
+
+    def pre_process_command(self, line, cmd, arg):
+        if OPTIONS.commands:
+            with open(OPTIONS.commands, "ab") as commands:
+                commands.write(line.encode("utf8", "surrogateescape") + b"\n")
+        if OPTIONS.fault == "site-hang-up" and cmd == "SITE":
+            self.close()
+            return
+        super().pre_process_command(line, cmd, arg)
+
+    def on_login(self, username):
+        Control.logins += 1
+        if OPTIONS.fault == "hang-up-after-login":
+            self.close_when_done()
+        if OPTIONS.fault == "hang-up-after-first-login" and Control.logins == 1:
+            self.close_when_done()
+
+    def is_due(self, fault):
+        """True when the fault shows now; counts the transfers before it."""
+        if OPTIONS.fault != fault:
+            return False
+        Control.transfers += 1
+        return Control.transfers > OPTIONS.files_served
+
+    def ftp_STOR(self, file, mode="w"):
+        if self.is_due("full"):
+            self.respond("452 Insufficient storage space.")
+        elif self.is_due("hang-up-before-store"):
+            self.close()
+        elif not self.is_due("silent-store"):
+            return super().ftp_STOR(file, mode)
+
+    def ftp_RETR(self, file):
+        if self.is_due("silent-retrieve"):
+            return None
+        return super().ftp_RETR(file)
+
+    def ftp_SIZE(self, path):
+        if OPTIONS.fault == "no-size":
+            self.respond("502 Command not implemented.")
+            return None
+        return super().ftp_SIZE(path)
+
+    def ftp_NLST(self, path):
+        if not OPTIONS.listing:
+            return super().ftp_NLST(path)
+        with open(OPTIONS.listing, "rb") as listing:
+            self.push_dtp_data(listing.read(), cmd="NLST")
+
+
+def server():
+    authorizer = DummyAuthorizer()
+    authorizer.add_user("admin", "", OPTIONS.root, perm="elr" if OPTIONS.fault == "read-only" else "elradfmw")
+    Control.authorizer = authorizer
+    for port in random.sample(PORTS, 100):
+        try:
+            return FTPServer(("127.0.0.1", port), Control, ioloop=IOLoop()), port
+        except OSError:
+            continue
+    raise SystemExit("no free port")
+
+
+def end_with_input():
+    while os.read(0, 1):
+        pass
+    os._exit(0)
+
+
+def main():
+    logging.disable(logging.CRITICAL)
+    threading.Thread(target=end_with_input, daemon=True).start()
+    ftp, port = server()
+    print(port, flush=True)
+    ftp.serve_forever(timeout=1, handle_exit=False)
+
+
+main()
