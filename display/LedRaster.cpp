@@ -41,8 +41,8 @@ void LedRaster::set(int x, int y, Led led) {
 
 void LedRaster::fill(int x, int y, int width, int height, Led led) {
     const int left = std::max(x, 0);
-    const int right = std::min(x + width, size_.columns);
-    const int bottom = std::min(y + height, size_.rows);
+    const auto right = std::min<std::int64_t>(std::int64_t{x} + width, size_.columns);
+    const auto bottom = std::min<std::int64_t>(std::int64_t{y} + height, size_.rows);
     for (int row = std::max(y, 0); row < bottom && left < right; ++row)
         std::fill_n(leds_.begin() + static_cast<std::ptrdiff_t>(index(left, row)), right - left, led);
 }

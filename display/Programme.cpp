@@ -4,6 +4,7 @@
 #include "display/StepTiming.h"
 
 #include "model/Numbers.h"
+#include "model/Text.h"
 
 #include <algorithm>
 #include <utility>
@@ -54,7 +55,8 @@ FieldFormats fieldFormats(const Project& project) {
     FieldFormats formats;
     std::ranges::transform(project.RegVar, formats.floats.begin(), floatFormat);
     std::ranges::transform(project.CoilVar, formats.booleans.begin(), [](const BooleanVariable& variable) {
-        return BooleanTexts{variable.onText, variable.offText};
+        return BooleanTexts{variable.onText.substr(0, maximumBooleanText),
+                            variable.offText.substr(0, maximumBooleanText)};
     });
     return formats;
 }
@@ -64,39 +66,62 @@ Programme::Programme(PanelSize panel, FieldFormats formats) : panel_(panel), for
 }
 
 void Programme::add(std::string_view name, std::string_view script, const BitmapProvider& bitmaps) {
+    if (script.size() > maximumScriptBytes - scriptBytes_) {
+        remark(name, 0, "is left out: the scripts are too long");
+        return;
+    }
+    scriptBytes_ += script.size();
     InterpretedScript interpreted = interpretScript(script);
-    for (ScriptRemark& remark : interpreted.remarks)
-        if (remarks_.size() < maximumProgrammeRemarks)
-            remarks_.push_back({std::string(name), remark.line, std::move(remark.text)});
+    for (ScriptRemark& found : interpreted.remarks)
+        remark(name, found.line, std::move(found.text));
     for (ScriptPage& page : interpreted.pages) {
         lookUpImages(name, page, bitmaps);
-        for (std::size_t step = 0; step < page.steps.size(); ++step) {
-            duration_ += stepDuration(page, page.steps[step], panel_, formats_);
-            const std::int64_t previousEnd = slots_.empty() ? 0 : slots_.back().end;
-            if (duration_ > previousEnd)
-                slots_.push_back({duration_, pages_.size(), step});
-        }
-        pages_.push_back(std::move(page));
+        append(std::move(page));
     }
 }
 
-void Programme::lookUpImages(std::string_view name, ScriptPage& page, const BitmapProvider& bitmaps) {
+void Programme::append(ScriptPage page) {
+    for (std::size_t step = 0; step < page.steps.size(); ++step) {
+        const std::int64_t duration = stepDuration(page, page.steps[step], panel_, formats_);
+        if (duration == 0)
+            continue;
+        duration_ += duration;
+        slots_.push_back({duration_, pages_.size(), step});
+    }
+    pages_.push_back(std::move(page));
+}
+
+void Programme::remark(std::string_view message, std::size_t line, std::string text) {
+    if (remarks_.size() < maximumProgrammeRemarks)
+        remarks_.push_back({std::string(message), line, std::move(text)});
+}
+
+void Programme::lookUpImages(std::string_view message, ScriptPage& page, const BitmapProvider& bitmaps) {
     for (ScriptElement& element : page.elements) {
         auto* image = std::get_if<ImageElement>(&element);
         if (image == nullptr)
             continue;
-        std::string problem = "was not found";
-        if (const auto bytes = bitmaps.bitmap(image->name)) {
-            auto result = readBitmap(*bytes);
-            if (auto* picture = std::get_if<LedImage>(&result)) {
-                image->image = std::make_shared<const LedImage>(std::move(*picture));
-                continue;
-            }
-            problem = description(std::get<BitmapError>(result));
-        }
-        if (remarks_.size() < maximumProgrammeRemarks)
-            remarks_.push_back({std::string(name), 0, "bitmap " + image->name + " " + problem});
+        const auto [known, isNew] = images_.try_emplace(lowerAscii(image->name));
+        if (isNew)
+            known->second = loadImage(message, image->name, bitmaps);
+        image->image = known->second;
     }
+}
+
+std::shared_ptr<const LedImage> Programme::loadImage(std::string_view message, const std::string& name,
+                                                     const BitmapProvider& bitmaps) {
+    const std::string subject = "bitmap " + name.substr(0, maximumRemarkLength) + " ";
+    const auto bytes = bitmaps.bitmap(name);
+    if (!bytes) {
+        remark(message, 0, subject + "was not found");
+        return nullptr;
+    }
+    auto result = readBitmap(*bytes);
+    if (const auto* error = std::get_if<BitmapError>(&result)) {
+        remark(message, 0, subject + std::string(description(*error)));
+        return nullptr;
+    }
+    return std::make_shared<const LedImage>(std::get<LedImage>(std::move(result)));
 }
 
 std::int64_t Programme::pageDuration(std::size_t page) const {

@@ -8,13 +8,17 @@
 
 #include <array>
 #include <cstdint>
+#include <map>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace orvista {
 
-/// How the variables are shown.
+/// How the variables are shown; texts of Booleans are cut at maximumBooleanText, more than the longest panel
+/// can show.
+inline constexpr std::size_t maximumBooleanText = 700;
 struct FieldFormats {
     std::array<FloatFormat, floatVariableCount> floats;
     std::array<BooleanTexts, booleanVariableCount> booleans;
@@ -37,10 +41,13 @@ struct ProgrammeRemark {
 /// when nothing has a duration the last page stands still.
 class Programme {
 public:
+    static constexpr std::size_t maximumScriptBytes = std::size_t{16} << 20;
+
     /// \throws std::invalid_argument for a size that no LedRaster can have
     Programme(PanelSize panel, FieldFormats formats);
 
-    /// Appends the pages of a message; `name` ("STDMSG7") is for the remarks.
+    /// Appends the pages of a message; `name` ("STDMSG7") is for the remarks. A message that makes the
+    /// scripts longer than maximumScriptBytes together is left out, with a remark.
     void add(std::string_view name, std::string_view script, const BitmapProvider& bitmaps);
 
     PanelSize panel() const { return panel_; }
@@ -69,13 +76,20 @@ private:
         std::size_t step;
     };
 
-    void lookUpImages(std::string_view name, ScriptPage& page, const BitmapProvider& bitmaps);
+    void remark(std::string_view message, std::size_t line, std::string text);
+    void append(ScriptPage page);
+    void lookUpImages(std::string_view message, ScriptPage& page, const BitmapProvider& bitmaps);
+    std::shared_ptr<const LedImage> loadImage(std::string_view message, const std::string& name,
+                                              const BitmapProvider& bitmaps);
 
     PanelSize panel_;
     FieldFormats formats_;
     std::vector<ScriptPage> pages_;
     std::vector<Slot> slots_;
     std::vector<ProgrammeRemark> remarks_;
+    /// By name in lower case; none for one that cannot be shown.
+    std::map<std::string, std::shared_ptr<const LedImage>> images_;
+    std::size_t scriptBytes_ = 0;
     std::int64_t duration_ = 0;
 };
 

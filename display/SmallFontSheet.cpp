@@ -3,7 +3,8 @@
 namespace orvista {
 
 // Capitals and digits fill the seven rows, small letters stand on rows 2 to 6. There is no room below the
-// line: descenders push their letters up. What carries an accent leaves two rows to it.
+// line: descenders push their letters up. What carries an accent leaves two rows to it; capitals that would
+// then look like their small letter are drawn square.
 const std::string_view smallFontSheet = R"(
 21 0 !
 ..#..
@@ -52,7 +53,7 @@ const std::string_view smallFontSheet = R"(
 27 0 '
 ..#..
 ..#..
-.#...
+..#..
 28 0 (
 ...#.
 ..#..
@@ -1063,17 +1064,17 @@ FE 0 thorn
 #..##
 #...#
 4Ff 2 O
-.###.
+#####
 #...#
 #...#
 #...#
-.###.
+#####
 53f 2 S
-.####
+#####
 #....
-.###.
+#####
 ....#
-####.
+#####
 55f 2 U
 #...#
 #...#
@@ -1089,7 +1090,7 @@ FE 0 thorn
 5Af 2 Z
 #####
 ...#.
-..#..
+.###.
 .#...
 #####
 63f 1 c
