@@ -1,6 +1,5 @@
 #include "display/Programme.h"
 #include "script/MessagePage.h"
-#include "script/WizardLists.h"
 
 #include "BitmapFile.h"
 
@@ -56,9 +55,9 @@ TEST(WizardPages, PutFieldsIntoTheBlanksOfTheText) {
     MessageForm form;
     form.txtText = "Temp:%7vC";
     form.cbInEffect = form.cbOutEffect = 0;
-    form.fields[0].cbVar = 2 + booleanVariableCount;
+    form.fields[0].cbVar = booleanVariableCount;
     const std::string page = BuildPartialScript(form, PathRules::posix());
-    ASSERT_NE(page.find("RegVar1"), std::string::npos) << page;
+    ASSERT_NE(page.find("RegVar1\r\n"), std::string::npos) << page;
 
     Programme shown({128}, fieldFormats(Project()));
     shown.add("STDMSG1", page, {StoredBitmaps()});
