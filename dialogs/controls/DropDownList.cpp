@@ -4,7 +4,9 @@
 
 namespace orvista {
 
-DropDownList::DropDownList(QWidget* parent) : QComboBox(parent) { setFocusPolicy(Qt::StrongFocus); }
+DropDownList::DropDownList(QWidget* parent) : QComboBox(parent) {
+    setFocusPolicy(Qt::StrongFocus);
+}
 
 void DropDownList::wheelEvent(QWheelEvent* event) {
     if (hasFocus())

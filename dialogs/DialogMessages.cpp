@@ -1,0 +1,55 @@
+#include "dialogs/DialogMessages.h"
+
+#include "dialogs/controls/MessageBox.h"
+
+namespace orvista {
+
+namespace {
+
+QMessageBox::Icon boxIcon(MessageIcon icon) {
+    switch (icon) {
+    case MessageIcon::Information:
+        return QMessageBox::Information;
+    case MessageIcon::Exclamation:
+        return QMessageBox::Warning;
+    case MessageIcon::None:
+        break;
+    }
+    return QMessageBox::NoIcon;
+}
+
+} // namespace
+
+void DialogMessages::show(MessageIcon icon, const std::string& text) {
+    MessageBox(boxIcon(icon), text, QMessageBox::Ok, parent_).exec();
+}
+
+bool DialogMessages::askYesNo(const std::string& text) {
+    MessageBox box(QMessageBox::Information, text, QMessageBox::Yes | QMessageBox::No, parent_);
+    box.setDefaultButton(QMessageBox::Yes);
+    box.setAnswerRequired();
+    return box.exec() == QMessageBox::Yes;
+}
+
+Answer DialogMessages::askYesNoCancel(const std::string& text) {
+    MessageBox box(QMessageBox::Information, text, QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel,
+                   parent_);
+    box.setDefaultButton(QMessageBox::Yes);
+    switch (box.exec()) {
+    case QMessageBox::Yes:
+        return Answer::Yes;
+    case QMessageBox::No:
+        return Answer::No;
+    default:
+        return Answer::Cancel;
+    }
+}
+
+bool confirmReplacing(QWidget* parent, const std::string& path) {
+    MessageBox box(QMessageBox::Warning, path + " already exists.\nDo you want to replace it?",
+                   QMessageBox::Yes | QMessageBox::No, parent);
+    box.setDefaultButton(QMessageBox::No);
+    return box.exec() == QMessageBox::Yes;
+}
+
+} // namespace orvista

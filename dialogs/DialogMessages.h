@@ -1,0 +1,33 @@
+#pragma once
+
+#include "model/People.h"
+
+#include <QPointer>
+#include <QWidget>
+
+#include <string>
+
+namespace orvista {
+
+/// Message boxes under the program's title. Texts are shown as they are, never read as markup, and can be
+/// selected.
+class DialogMessages final : public Messages {
+public:
+    /// The boxes are modal to `parent`.
+    explicit DialogMessages(QWidget* parent) : parent_(parent) {}
+
+    void show(MessageIcon icon, const std::string& text) override;
+    /// Neither Esc nor the window frame answers: there is no cancel.
+    bool askYesNo(const std::string& text) override;
+    /// Esc and the window frame answer Cancel.
+    Answer askYesNoCancel(const std::string& text) override;
+
+private:
+    QPointer<QWidget> parent_;
+};
+
+/// Asks before a file is replaced; No is the default.
+/// \param path UTF-8
+bool confirmReplacing(QWidget* parent, const std::string& path);
+
+} // namespace orvista

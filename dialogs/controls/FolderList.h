@@ -1,0 +1,37 @@
+#pragma once
+
+#include "model/PathRules.h"
+
+#include <QTreeWidget>
+
+#include <string>
+
+namespace orvista {
+
+/// The list of folders in a chooser: the open folder under its parents up to the root, and its subfolders.
+/// Double click and Enter open the highlighted folder, Backspace its parent. The highlighted folder is the
+/// list's path, so that what is seen is what is chosen. Paths are UTF-8.
+class FolderList : public QTreeWidget {
+    Q_OBJECT
+public:
+    explicit FolderList(const PathRules& rules, QWidget* parent = nullptr);
+
+    std::string path() const;
+    /// Opens the folder; one that cannot be read shows no subfolders.
+    void setPath(const std::string& folder);
+
+    QSize sizeHint() const override;
+
+signals:
+    void pathChanged();
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    QTreeWidgetItem* addFolder(QTreeWidgetItem* parent, const std::string& folder, const std::string& name);
+
+    PathRules rules_;
+};
+
+} // namespace orvista

@@ -1,0 +1,79 @@
+#include "dialogs/frmBoolVarEdit.h"
+
+#include "dialogs/FormParts.h"
+#include "dialogs/controls/DeviceLineEdit.h"
+#include "dialogs/controls/DropDownList.h"
+#include "model/Numbers.h"
+#include "model/VariableEditing.h"
+
+#include <QFormLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace orvista {
+
+namespace {
+
+constexpr int messageCharacters = 32;
+
+} // namespace
+
+frmBoolVarEdit::frmBoolVarEdit(const Project& project, QWidget* parent)
+    : QDialog(parent),
+      project_(project),
+      txtVarAddr(shownOnlyBox("txtVarAddr")),
+      txtVarName(shownOnlyBox("txtVarName")),
+      cbDefVal(choiceList("cbDefVal", booleanDefaultChoices, initialBooleanDefaultPosition)),
+      txtVarON(new DeviceLineEdit),
+      txtVarOFF(new DeviceLineEdit) {
+    setObjectName("frmBoolVarEdit");
+    setWindowTitle("Boolean Variable Editing");
+    cbDefVal->setToolTip("State of the variable until it is first written");
+    txtVarON->setObjectName("txtVarON");
+    txtVarON->setToolTip("Text shown for state 1");
+    txtVarOFF->setObjectName("txtVarOFF");
+    txtVarOFF->setToolTip("Text shown for state 0");
+    widenTo(txtVarON, messageCharacters);
+    const OkCancelRow buttons(this);
+
+    auto* fields = new QFormLayout;
+    fields->addRow(labelFor(txtVarAddr, "Variable address:"), txtVarAddr);
+    fields->addRow(labelFor(txtVarName, "Variable Name:"), txtVarName);
+    fields->addRow(labelFor(cbDefVal, "Default value:"), cbDefVal);
+    fields->addRow(labelFor(txtVarON, "\"ON\" message:"), txtVarON);
+    fields->addRow(labelFor(txtVarOFF, "\"OFF\" message"), txtVarOFF);
+    auto* rows = new QVBoxLayout(this);
+    rows->addLayout(fields);
+    rows->addStretch();
+    rows->addLayout(buttons.layout);
+
+    connect(buttons.btnOK, &QPushButton::clicked, this, &frmBoolVarEdit::btnOK_Click);
+    connect(buttons.btnCancel, &QPushButton::clicked, this, &frmBoolVarEdit::reject);
+    cbDefVal->setFocus();
+}
+
+void frmBoolVarEdit::InitContent(int index) {
+    const auto position = static_cast<std::size_t>(index);
+    const BooleanVariable& variable = project_.CoilVar.at(position);
+    txtVarName->setText(booleanVariableName + QString::number(index + 1));
+    txtVarAddr->setText(QString::fromStdString(decimalText(booleanVariableAddress(project_, position))));
+    cbDefVal->setCurrentIndex(static_cast<int>(booleanDefaultPosition(variable.defaultValue)));
+    txtVarON->setBytes(variable.onText);
+    txtVarOFF->setBytes(variable.offText);
+}
+
+void frmBoolVarEdit::btnOK_Click() {
+    IsCanceled = 0;
+    VarOnStr = txtVarON->bytes();
+    VarOFFStr = txtVarOFF->bytes();
+    VarDefValue = cbDefVal->currentText().toStdString();
+    accept();
+}
+
+void frmBoolVarEdit::reject() {
+    IsCanceled = -1;
+    QDialog::reject();
+}
+
+} // namespace orvista

@@ -1,0 +1,121 @@
+#include "dialogs/frmLoadProject.h"
+
+#include "dialogs/FormParts.h"
+#include "dialogs/PathText.h"
+#include "dialogs/frmSelFile.h"
+#include "model/ProjectFile.h"
+
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+
+#include <limits>
+
+namespace orvista {
+
+namespace {
+
+constexpr int fileColumn = 0;
+constexpr int folderColumn = 1;
+constexpr int listCharacters = 70;
+
+std::string cell(const QTreeWidgetItem* row, int column) {
+    return pathFromShown(row->text(column));
+}
+
+} // namespace
+
+frmLoadProject::frmLoadProject(const ConfigModule::History& history,
+                               const DocMgrModule::ProgramEnvironment& environment, QWidget* parent)
+    : QDialog(parent), environment_(environment), txtFileName(new QLineEdit), ListView1(new QTreeWidget) {
+    setObjectName("frmLoadProject");
+    setWindowTitle("Open Existing Project");
+    auto* frame = new QGroupBox("Existing Project:");
+    txtFileName->setObjectName("txtFileName");
+    txtFileName->setAccessibleName("Existing Project");
+    txtFileName->setReadOnly(true);
+    txtFileName->setMaxLength(std::numeric_limits<int>::max());
+    auto* btnBrowse = namedButton("btnBrowse", "Browse", this);
+    btnBrowse->setToolTip("Look for a project file in the folders");
+    auto* file = new QHBoxLayout(frame);
+    file->addWidget(txtFileName);
+    file->addWidget(btnBrowse);
+    fillList(history);
+    const OkCancelRow buttons(this);
+    btnOK = buttons.btnOK;
+    btnOK->setEnabled(false);
+
+    auto* rows = new QVBoxLayout(this);
+    rows->addWidget(frame);
+    rows->addWidget(labelFor(ListView1, "Existing Project List:"));
+    rows->addWidget(ListView1, 1);
+    rows->addLayout(buttons.layout);
+
+    connect(ListView1, &QTreeWidget::itemClicked, this, &frmLoadProject::ListView1_ItemClick);
+    // Moving by keyboard is a click too; merely getting the focus selects nothing.
+    connect(ListView1, &QTreeWidget::itemSelectionChanged, this, [this] {
+        if (const auto selected = ListView1->selectedItems(); !selected.isEmpty())
+            ListView1_ItemClick(selected.front());
+    });
+    connect(ListView1, &QTreeWidget::itemDoubleClicked, this, &frmLoadProject::btnOK_Click);
+    connect(btnBrowse, &QPushButton::clicked, this, &frmLoadProject::btnBrowse_Click);
+    connect(btnOK, &QPushButton::clicked, this, &frmLoadProject::btnOK_Click);
+    connect(buttons.btnCancel, &QPushButton::clicked, this, &frmLoadProject::reject);
+    (ListView1->topLevelItemCount() > 0 ? static_cast<QWidget*>(ListView1) : btnBrowse)->setFocus();
+}
+
+void frmLoadProject::fillList(const ConfigModule::History& history) {
+    ListView1->setObjectName("ListView1");
+    ListView1->setHeaderLabels({"File", "Folder"});
+    ListView1->setRootIsDecorated(false);
+    ListView1->setUniformRowHeights(true);
+    ListView1->setAllColumnsShowFocus(true);
+    ListView1->setTabKeyNavigation(false);
+    widenTo(ListView1, listCharacters);
+    for (const std::string& entry : history.rows()) {
+        if (entry.empty())
+            continue;
+        const auto split = environment_.paths.split(entry).value_or(SplitPath{{}, entry});
+        auto* row = new QTreeWidgetItem(ListView1, {shownPath(split.name), shownPath(split.folder)});
+        for (const int column : {fileColumn, folderColumn})
+            row->setToolTip(column, shownPath(entry));
+    }
+    ListView1->resizeColumnToContents(fileColumn);
+}
+
+void frmLoadProject::ListView1_ItemClick(const QTreeWidgetItem* row) {
+    ProjPath = cell(row, folderColumn);
+    ProjName = cell(row, fileColumn);
+    txtFileName->setText(shownPath(DocMgrModule::projectFilePath(environment_.paths, ProjPath, ProjName)));
+    btnOK->setEnabled(true);
+}
+
+void frmLoadProject::btnBrowse_Click() {
+    frmSelFile chooser(environment_.paths, ProjPath, this);
+    chooser.exec();
+    if (chooser.IsCanceled)
+        return;
+    // The list's choice no longer counts; a later click on the same row makes it count again.
+    ListView1->clearSelection();
+    ProjPath = chooser.FilePath;
+    ProjName = chooser.FileName.substr(0, chooser.FileName.size() - DocMgrModule::projectExtension.size());
+    txtFileName->setText(shownPath(environment_.paths.join(chooser.FilePath, chooser.FileName)));
+    btnOK->setEnabled(true);
+}
+
+void frmLoadProject::btnOK_Click() {
+    IsCanceled = false;
+    accept();
+}
+
+void frmLoadProject::reject() {
+    IsCanceled = true;
+    QDialog::reject();
+}
+
+} // namespace orvista
