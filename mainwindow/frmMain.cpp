@@ -107,8 +107,8 @@ void frmMain::buildLayout() {
     setCentralWidget(content);
 
     const int character = fontMetrics().averageCharWidth();
-    splitter->setSizes({28 * character, 110 * character});
-    resize(140 * character, 40 * fontMetrics().lineSpacing());
+    splitter->setSizes({30 * character, 138 * character});
+    resize(168 * character, 50 * fontMetrics().lineSpacing());
 }
 
 void frmMain::connectMenu() {

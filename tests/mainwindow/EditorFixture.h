@@ -6,6 +6,7 @@
 #include "tests/support/TemporaryFolder.h"
 
 #include <QAction>
+#include <QLineEdit>
 #include <QTest>
 
 #include <memory>
@@ -13,8 +14,6 @@
 #include <string>
 #include <vector>
 
-class QAbstractButton;
-class QLineEdit;
 class QTreeWidgetItem;
 
 namespace orvista {

@@ -90,7 +90,7 @@ void StartUpTest::aPathOpensInsteadOfTheStartUpDialog() {
     editor.project.STDMSG[2].clear();
     editor.window->show();
     QTRY_COMPARE(editor.title(), QStringLiteral("Orvista Message Editor - [Line3]"));
-    QCOMPARE(editor.project.STDMSG[2], std::string("CLEAR\r\nthird"));
+    QCOMPARE(editor.project.STDMSG[2], std::string("CLEAR\r\nthird\r\n"));
     QCOMPARE(editor.project.ProjPath, editor.projectFolder.path());
     QCOMPARE(editor.chooser.startupsShown, 0);
 }
