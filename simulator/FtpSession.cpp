@@ -1,5 +1,6 @@
 #include "simulator/FtpSession.h"
 
+#include "link/ftp/FtpTransferControl.h"
 #include "model/Text.h"
 #include "simulator/Sockets.h"
 
@@ -32,6 +33,8 @@ std::string nameLine(const ListedFile& file) {
 FtpSession::FtpSession(QTcpSocket* control, const DeviceFolder& folder, const Faults& faults, QObject* parent)
     : QObject(parent), control_(control), folder_(folder), faults_(faults), peer_(peerText(*control)) {
     control_->setParent(this);
+    // Replies are short and waited for: held back to fill a packet, each would cost the client 40 ms.
+    control_->setSocketOption(QAbstractSocket::LowDelayOption, 1);
     idle_.setSingleShot(true);
     idle_.setInterval(idleMilliseconds);
     connect(&idle_, &QTimer::timeout, this, &FtpSession::drop);
@@ -125,8 +128,8 @@ void FtpSession::quit(const std::string&) {
 }
 
 void FtpSession::feat(const std::string&) {
-    replyRaw("211-Features:\r\n EPSV\r\n MDTM\r\n MLSD type*;size*;modify*;\r\n PASV\r\n SIZE\r\n"
-             " SITE UPLOAD BEGIN\r\n SITE UPLOAD END\r\n211 End\r\n");
+    replyRaw("211-Features:\r\n EPSV\r\n MDTM\r\n MLSD type*;size*;modify*;\r\n PASV\r\n SIZE\r\n " +
+             std::string(uploadBeginsCommand) + "\r\n " + std::string(uploadEndsCommand) + "\r\n211 End\r\n");
 }
 
 void FtpSession::syst(const std::string&) {
@@ -358,13 +361,14 @@ void FtpSession::dele(const std::string& argument) {
 }
 
 void FtpSession::site(const std::string& argument) {
-    if (equalsIgnoringCase(argument, "UPLOAD BEGIN")) {
+    const std::string command = "SITE " + argument;
+    if (equalsIgnoringCase(command, uploadBeginsCommand)) {
         reply(200, "Ready for the files");
-    } else if (equalsIgnoringCase(argument, "UPLOAD END")) {
+    } else if (equalsIgnoringCase(command, uploadEndsCommand)) {
         emit uploadFinished();
         reply(200, "The files are shown");
     } else {
-        reply(504, "Only UPLOAD BEGIN and UPLOAD END");
+        reply(504, "The device knows of uploads only");
     }
 }
 

@@ -159,6 +159,18 @@ std::optional<ModbusRequest> parseModbusRequest(std::string_view frame) {
     return request.data.size() == needed ? std::optional(request) : std::nullopt;
 }
 
+bool writesModbusMemory(std::string_view frame) {
+    const std::optional<ModbusRequest> request = parseModbusRequest(frame);
+    return request && (isSingleWrite(request->function) || isMultipleWrite(request->function));
+}
+
+std::optional<unsigned> modbusException(std::string_view answer) {
+    // An exception repeats the function with its highest bit set; a code follows.
+    if (answer.size() != modbusHeaderSize + 2 || (byteAt(answer, modbusHeaderSize) & 0x80U) == 0)
+        return std::nullopt;
+    return byteAt(answer, modbusHeaderSize + 1);
+}
+
 std::string describeModbusRequest(std::string_view frame) {
     if (frame.size() <= modbusHeaderSize)
         return "Not a Modbus request";

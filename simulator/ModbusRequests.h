@@ -41,6 +41,12 @@ bool knowsModbusFunction(std::string_view frame);
 /// \param frame a complete frame, which must outlive the result's data
 std::optional<ModbusRequest> parseModbusRequest(std::string_view frame);
 
+/// True for a request that parseModbusRequest() knows and that is no reading.
+bool writesModbusMemory(std::string_view frame);
+
+/// The code of an answer that is an exception.
+std::optional<unsigned> modbusException(std::string_view answer);
+
 /// One line for people, such as "Write Multiple Coils 300..319: 1, 3 on"; coils are counted from 1.
 std::string describeModbusRequest(std::string_view frame);
 

@@ -71,6 +71,7 @@ bool ModbusService::holdWithoutListening() {
 void ModbusService::acceptConnections() {
     while (QTcpSocket* client = server_.nextPendingConnection()) {
         const QString peer = peerText(*client);
+        client->setSocketOption(QAbstractSocket::LowDelayOption, 1);
         connect(client, &QTcpSocket::disconnected, client, &QObject::deleteLater);
         if (faults_.modbus == ModbusFault::Reset) {
             log(peer, {}, tr("Connected; reset at once"));
@@ -122,6 +123,7 @@ void ModbusService::handle(QTcpSocket* client, const QByteArray& frame) {
 void ModbusService::answer(const QPointer<QTcpSocket>& client, const QString& peer, const QByteArray& frame) {
     QString words = QString::fromStdString(describeModbusRequest(view(frame)));
     std::string reply;
+    bool performed = false;
     switch (faults_.modbus) {
     case ModbusFault::NoAnswer:
         words += tr(" (not answered)");
@@ -131,19 +133,19 @@ void ModbusService::answer(const QPointer<QTcpSocket>& client, const QString& pe
         reply = garbageAnswer().toStdString();
         break;
     case ModbusFault::Exception:
-        words += tr(" (answered with exception %1)").arg(faults_.exceptionCode);
         reply = responder_.refuse(view(frame), faults_.exceptionCode);
         break;
     default:
         reply = responder_.perform(view(frame));
-        if (reply.size() > modbusHeaderSize + 1 &&
-            (static_cast<unsigned char>(reply[modbusHeaderSize]) & 0x80U))
-            words += tr(" (answered with exception %1)").arg(static_cast<int>(reply[modbusHeaderSize + 1]));
-        emit memoryWritten();
+        performed = true;
     }
+    if (const std::optional<unsigned> code = modbusException(reply))
+        words += tr(" (answered with exception %1)").arg(*code);
     log(peer, frame, words);
     if (client && !reply.empty())
         client->write(reply.data(), static_cast<qint64>(reply.size()));
+    if (performed && writesModbusMemory(view(frame)))
+        emit memoryWritten();
 }
 
 void ModbusService::log(const QString& peer, const QByteArray& bytes, const QString& words) {

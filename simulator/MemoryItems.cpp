@@ -1,0 +1,101 @@
+#include "simulator/MemoryItems.h"
+
+#include "model/Numbers.h"
+
+#include <charconv>
+#include <map>
+
+namespace orvista {
+
+namespace {
+
+constexpr std::size_t mostItems = 1000;
+
+using Names = std::map<std::int64_t, std::string>;
+
+void addName(Names& names, std::int64_t address, const std::string& name) {
+    std::string& all = names[address];
+    all += (all.empty() ? "" : ", ") + name;
+}
+
+std::string numbered(const char* kind, std::size_t index) {
+    return kind + decimalText(static_cast<std::int64_t>(index + 1));
+}
+
+Names coilNames(const Project& project) {
+    Names names;
+    for (std::size_t index = 0; index < booleanVariableCount; ++index)
+        addName(names, booleanVariableAddress(project, index), project.CoilVar[index].name);
+    for (std::size_t index = 0; index < emergencyMessageCount; ++index)
+        addName(names, std::int64_t{project.AlertMessage} + static_cast<std::int64_t>(index),
+                numbered(emergencyMessageName, index));
+    for (std::size_t index = 0; index < regularMessageCount; ++index)
+        addName(names, std::int64_t{project.RegularMessage} + static_cast<std::int64_t>(index),
+                numbered(regularMessageName, index));
+    return names;
+}
+
+Names floatNames(const Project& project) {
+    Names names;
+    for (std::size_t index = 0; index < floatVariableCount; ++index)
+        addName(names, floatVariableAddress(project, index), project.RegVar[index].name);
+    return names;
+}
+
+std::string nameAt(const Names& names, std::int64_t address) {
+    const auto found = names.find(address);
+    return found == names.end() ? std::string() : found->second;
+}
+
+std::string floatText(float value) {
+    char text[64];
+    const auto end = std::to_chars(text, text + sizeof text, value);
+    return {text, end.ptr};
+}
+
+std::string hexText(std::uint16_t value) {
+    char text[8];
+    const auto end = std::to_chars(text, text + sizeof text, value, 16);
+    std::string digits(text, end.ptr);
+    for (char& digit : digits) {
+        if (digit >= 'a')
+            digit = static_cast<char>(digit - 'a' + 'A');
+    }
+    return std::string(4 - digits.size(), '0') + digits;
+}
+
+void addCoils(std::vector<MemoryItem>& items, const Project& project, const DeviceMemory& memory) {
+    const Names names = coilNames(project);
+    for (std::size_t address = 0; address < DeviceMemory::size && items.size() < mostItems; ++address) {
+        const auto number = static_cast<std::int64_t>(address);
+        if (memory.coils[address] != 0)
+            items.push_back({MemoryKind::Coil, number, nameAt(names, number), "on"});
+    }
+}
+
+void addRegisters(std::vector<MemoryItem>& items, const Project& project, const DeviceMemory& memory) {
+    const Names names = floatNames(project);
+    for (std::size_t address = 0; address < DeviceMemory::size && items.size() < mostItems; ++address) {
+        const auto number = static_cast<std::int64_t>(address);
+        const std::string name = nameAt(names, number);
+        const bool isFloat = !name.empty() && address + 1 < DeviceMemory::size;
+        if (memory.registers[address] == 0 && !(isFloat && memory.registers[address + 1] != 0))
+            continue;
+        const std::string value =
+            isFloat ? floatText(memory.floatAt(number)) : hexText(memory.registers[address]);
+        items.push_back({MemoryKind::Register, number, name, value});
+        if (isFloat)
+            ++address;
+    }
+}
+
+} // namespace
+
+std::vector<MemoryItem> itemsOn(const Project& project, const DeviceMemory& memory) {
+    std::vector<MemoryItem> items;
+    addCoils(items, project, memory);
+    addRegisters(items, project, memory);
+    return items;
+}
+
+} // namespace orvista

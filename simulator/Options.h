@@ -1,0 +1,37 @@
+#pragma once
+
+#include "simulator/Faults.h"
+#include "simulator/SimulatedDevice.h"
+
+#include <QString>
+#include <QStringList>
+#include <optional>
+#include <stdexcept>
+
+namespace orvista {
+
+/// What the command line asks for.
+struct Options {
+    DeviceSettings device; ///< its root is empty when none was given
+    Faults faults;
+    bool headless = false;
+    bool printLog = false;
+    QString snapshot;             ///< file of the panel's picture, or empty
+    std::optional<qint64> moment; ///< milliseconds, see Snapshot
+};
+
+/// A command line that cannot be followed; `what()` says why.
+class UsageError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// \param arguments the program's name first
+/// \throws UsageError
+/// Ends the program for --help and --version.
+Options parseOptions(const QStringList& arguments);
+
+/// Known before there is an application: whether a window is wanted.
+bool asksForHeadless(int argumentCount, const char* const* arguments);
+
+} // namespace orvista

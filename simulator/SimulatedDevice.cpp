@@ -1,0 +1,151 @@
+#include "simulator/SimulatedDevice.h"
+
+#include "model/DeviceFileReaders.h"
+#include "model/DeviceFiles.h"
+#include "model/Windows1252.h"
+#include "simulator/FolderBitmaps.h"
+
+#include <functional>
+#include <utility>
+
+namespace orvista {
+
+namespace {
+
+/// The device has nobody to ask: what the readers say goes into its log.
+class LoggedMessages final : public Messages {
+public:
+    explicit LoggedMessages(std::function<void(const QString&)> log) : log_(std::move(log)) {}
+    void show(MessageIcon, const std::string& text) override { log_(QString::fromStdString(text)); }
+    bool askYesNo(const std::string&) override { return false; }
+    Answer askYesNoCancel(const std::string&) override { return Answer::Cancel; }
+
+private:
+    std::function<void(const QString&)> log_;
+};
+
+void readDeviceFiles(const std::string& root, Project& project, Messages& messages) {
+    const PathRules rules = PathRules::native();
+    const DocMgrModule::FileContext context{rules, messages};
+    // The variables are placed by the addresses of the map, so that is read first.
+    ConfigModule::ReadModbusAdr(rules.join(root, modbusAdrName), project, context);
+    ConfigModule::ReadIlmVar(rules.join(root, ilmVarName), project, context);
+    ConfigModule::ReadStdMsg(rules.join(root, stdMsgName), project, context);
+    ConfigModule::ReadAltMsg(rules.join(root, altMsgName), project, context);
+}
+
+void resetProject(Project& project) {
+    project.ResetAddressMap();
+    project.ResetVariables();
+    project.ClearMessages();
+}
+
+LocalTime localTime(const QDateTime& time) {
+    return {time.date().year(), time.date().month(),  time.date().day(),
+            time.time().hour(), time.time().minute(), time.time().second()};
+}
+
+void writeDefaults(const Project& project, DeviceMemory& memory) {
+    const DisplayValues defaults = defaultValues(project);
+    for (std::size_t index = 0; index < floatVariableCount; ++index)
+        memory.setFloat(floatVariableAddress(project, index), defaults.floats[index]);
+    for (std::size_t index = 0; index < booleanVariableCount; ++index)
+        memory.setCoil(booleanVariableAddress(project, index), defaults.booleans[index]);
+}
+
+} // namespace
+
+SimulatedDevice::SimulatedDevice(const DeviceSettings& settings, const Faults& faults, QObject* parent)
+    : QObject(parent),
+      settings_(settings),
+      faults_(faults),
+      folder_(settings.root),
+      programme_({settings.columns}, fieldFormats(project_)),
+      modbus_(memory_, faults_),
+      transfer_(folder_, faults_) {
+    resetProject(project_);
+    connect(&modbus_, &ModbusService::logged, this, &SimulatedDevice::logged);
+    connect(&transfer_, &FtpService::logged, this, &SimulatedDevice::logged);
+    connect(&modbus_, &ModbusService::memoryWritten, this, &SimulatedDevice::takeMemory);
+    connect(&transfer_, &FtpService::uploadFinished, this, &SimulatedDevice::loadFiles);
+    beginProgramme();
+}
+
+void SimulatedDevice::setFaults(const Faults& faults) {
+    faults_ = faults;
+    modbus_.applyFaults();
+}
+
+void SimulatedDevice::loadFiles() {
+    resetProject(project_);
+    playList_ = PlayList::inOrder();
+    if (folder_.list().empty()) {
+        note(tr("The device holds no files"));
+    } else {
+        LoggedMessages messages([this](const QString& words) { note(words); });
+        readDeviceFiles(folder_.path(), project_, messages);
+        if (const std::optional<std::string> list = folder_.read(defaultPlsName))
+            playList_ = readPlayList(*list);
+        note(tr("The files are shown"));
+    }
+    writeDefaults(project_, memory_);
+    beginProgramme();
+    emit changed();
+}
+
+void SimulatedDevice::switchEverythingOff() {
+    memory_.coils.assign(DeviceMemory::size, 0);
+    memory_.registers.assign(DeviceMemory::size, 0);
+    takeMemory();
+}
+
+MessageCoils SimulatedDevice::messageCoils() const {
+    MessageCoils coils;
+    for (std::size_t index = 0; index < emergencyMessageCount; ++index)
+        coils.emergency[index] =
+            memory_.coil(std::int64_t{project_.AlertMessage} + static_cast<std::int64_t>(index));
+    for (std::size_t index = 0; index < regularMessageCount; ++index)
+        coils.regular[index] =
+            memory_.coil(std::int64_t{project_.RegularMessage} + static_cast<std::int64_t>(index));
+    return coils;
+}
+
+void SimulatedDevice::takeMemory() {
+    if (messageCoils() != shown_)
+        beginProgramme();
+    emit changed();
+}
+
+void SimulatedDevice::beginProgramme() {
+    shown_ = messageCoils();
+    programme_ = deviceProgramme(project_, shown_, playList_, FolderBitmaps(folder_), {settings_.columns});
+    running_.start();
+    for (const ProgrammeRemark& remark : programme_.remarks()) {
+        const QString text = QString::fromStdString(utf8FromWindows1252(remark.text));
+        note(remark.line == 0 ? QStringLiteral("%1: %2").arg(QString::fromStdString(remark.message), text)
+                              : tr("%1, line %2 does nothing: %3")
+                                    .arg(QString::fromStdString(remark.message))
+                                    .arg(remark.line)
+                                    .arg(text));
+    }
+}
+
+DisplayValues SimulatedDevice::values() const {
+    DisplayValues values;
+    for (std::size_t index = 0; index < floatVariableCount; ++index)
+        values.floats[index] = memory_.floatAt(floatVariableAddress(project_, index));
+    for (std::size_t index = 0; index < booleanVariableCount; ++index)
+        values.booleans[index] = memory_.coil(booleanVariableAddress(project_, index));
+    values.clock = localTime(settings_.clock.value_or(QDateTime::currentDateTime()));
+    return values;
+}
+
+LedRaster SimulatedDevice::rasterAt(qint64 milliseconds) const {
+    return orvista::rasterAt(programme_, values(), milliseconds);
+}
+
+void SimulatedDevice::note(const QString& words) {
+    emit logged({QDateTime::currentDateTime(), {}, {}, words});
+}
+
+} // namespace orvista

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "simulator/LogModel.h"
+#include "simulator/SimulatedDevice.h"
+
+#include <QMainWindow>
+
+namespace orvista {
+
+/// The device on the screen: its panel, what is on, and what it was asked.
+class SimulatorWindow final : public QMainWindow {
+    Q_OBJECT
+
+public:
+    explicit SimulatorWindow(SimulatedDevice& device, QWidget* parent = nullptr);
+
+    const LogModel& log() const { return log_; }
+    /// False and an error text when the file cannot be written.
+    bool saveLog(const QString& file, QString& error) const;
+
+    QSize sizeHint() const override;
+
+private:
+    void makeMenus();
+    QWidget* makeCentre();
+    QWidget* makePortNotice();
+    void askAndSaveLog();
+    void askAndSavePicture();
+
+    SimulatedDevice& device_;
+    LogModel log_;
+};
+
+} // namespace orvista

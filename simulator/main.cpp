@@ -1,0 +1,85 @@
+#include "simulator/Announcement.h"
+#include "simulator/EndSignals.h"
+#include "simulator/Options.h"
+#include "simulator/Snapshot.h"
+#include "simulator/forms/SimulatorWindow.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QTemporaryDir>
+#include <cstdio>
+#include <memory>
+
+namespace {
+
+using namespace orvista;
+
+/// Scripts read these lines while the program runs, so none may wait in a buffer.
+void print(const QString& line) {
+    std::puts(line.toUtf8().constData());
+    std::fflush(stdout);
+}
+
+void connectOutput(SimulatedDevice& device, const Options& options) {
+    if (options.printLog)
+        QObject::connect(&device, &SimulatedDevice::logged,
+                         [](const RequestRecord& record) { print(logLine(record)); });
+}
+
+std::unique_ptr<Snapshot> makeSnapshot(const SimulatedDevice& device, const Options& options) {
+    if (options.snapshot.isEmpty())
+        return nullptr;
+    auto snapshot = std::make_unique<Snapshot>(device, options.snapshot, options.moment);
+    QObject::connect(snapshot.get(), &Snapshot::written,
+                     [](const QString& file) { print("Picture written to " + file); });
+    QObject::connect(snapshot.get(), &Snapshot::failed,
+                     [](const QString& reason) { print("Picture not written: " + reason); });
+    return snapshot;
+}
+
+int run(const Options& options) {
+    SimulatedDevice device(options.device, options.faults);
+    connectOutput(device, options);
+    const EndSignals endSignals;
+    QObject::connect(&endSignals, &EndSignals::endAsked, qApp, &QCoreApplication::quit);
+    const bool hasModbus = device.startModbus();
+    const bool hasTransfer = device.startTransfer();
+    print(modbusLine(device));
+    print(transferLine(device));
+    print("Files in " + QDir::toNativeSeparators(QString::fromStdString(options.device.root)));
+    if (options.headless && !hasModbus && !hasTransfer)
+        return 1;
+    std::unique_ptr<SimulatorWindow> window;
+    if (!options.headless)
+        window = std::make_unique<SimulatorWindow>(device);
+    const std::unique_ptr<Snapshot> snapshot = makeSnapshot(device, options);
+    device.loadFiles();
+    if (window)
+        window->show();
+    const int result = QApplication::exec();
+    if (snapshot && !options.moment && !snapshot->write())
+        return 1;
+    return result;
+}
+
+} // namespace
+
+int main(int argc, char* argv[]) {
+    if (asksForHeadless(argc, argv))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QApplication application(argc, argv);
+    QCoreApplication::setApplicationName("lx400d-simulator");
+    QCoreApplication::setApplicationVersion(ORVISTA_VERSION);
+    try {
+        Options options = parseOptions(QCoreApplication::arguments());
+        const QTemporaryDir ownFolder;
+        if (options.device.root.empty())
+            options.device.root = ownFolder.path().toStdString();
+        else if (!QDir(QString::fromStdString(options.device.root)).exists())
+            throw UsageError("there is no folder " + options.device.root);
+        return run(options);
+    } catch (const std::exception& failure) {
+        std::fprintf(stderr, "lx400d-simulator: %s\n", failure.what());
+        return 2;
+    }
+}
