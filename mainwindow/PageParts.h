@@ -1,11 +1,10 @@
 #pragma once
 
+#include "dialogs/FormParts.h"
+
 #include <QString>
 
 #include <utility>
-
-class QLabel;
-class QWidget;
 
 /// Small pieces all pages are built from.
 namespace orvista {
@@ -20,8 +19,5 @@ Widget* named(const QString& name, Arguments&&... arguments) {
 
 /// A control of an array is named as it is written: "chkEmergMsg(0)".
 QString arrayName(const QString& name, int index);
-
-/// A label tied to its box, also for screen readers.
-QLabel* labelFor(QWidget* box, const QString& text);
 
 } // namespace orvista
