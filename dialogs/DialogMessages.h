@@ -13,8 +13,9 @@ namespace orvista {
 /// selected.
 class DialogMessages final : public Messages {
 public:
-    /// The boxes are modal to `parent`.
-    explicit DialogMessages(QWidget* parent) : parent_(parent) {}
+    explicit DialogMessages(QWidget* parent = nullptr) : parent_(parent) {}
+    /// The boxes are modal to `parent`, which is often made after the one who shows them.
+    void useParent(QWidget* parent) { parent_ = parent; }
 
     void show(MessageIcon icon, const std::string& text) override;
     /// Neither Esc nor the window frame answers: there is no cancel.

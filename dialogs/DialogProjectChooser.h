@@ -13,10 +13,12 @@ namespace orvista {
 /// Lets the user choose projects in modal dialogs.
 class DialogProjectChooser final : public ProjectChooser {
 public:
-    /// Everything referred to must outlive the chooser; the dialogs are modal to `parent`.
+    /// Everything referred to must outlive the chooser.
     DialogProjectChooser(const ConfigModule::History& history,
                          const DocMgrModule::ProgramEnvironment& environment, const Project& project,
-                         Messages& messages, QWidget* parent);
+                         Messages& messages, QWidget* parent = nullptr);
+    /// The dialogs are modal to `parent`, which is often made after the one who shows them.
+    void useParent(QWidget* parent) { parent_ = parent; }
 
     StartupChoice chooseAtStartup() override;
     std::optional<ChosenProject> chooseNewProject(const std::string& caption) override;

@@ -1,5 +1,7 @@
 #include "dialogs/FormParts.h"
 
+#include "dialogs/controls/ShownBox.h"
+
 #include <QFontMetrics>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -37,9 +39,8 @@ OkCancelRow::OkCancelRow(QWidget* form)
 }
 
 QLineEdit* shownOnlyBox(const QString& name) {
-    auto* box = new QLineEdit;
+    auto* box = new ShownBox;
     box->setObjectName(name);
-    box->setReadOnly(true);
     return box;
 }
 

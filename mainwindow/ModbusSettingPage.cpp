@@ -1,8 +1,9 @@
 #include "mainwindow/ModbusSettingPage.h"
 
+#include "dialogs/FormParts.h"
+#include "dialogs/controls/ShownBox.h"
 #include "mainwindow/Guard.h"
 #include "mainwindow/PageParts.h"
-#include "mainwindow/ShownBox.h"
 #include "mainwindow/TcpTesterPage.h"
 #include "model/Numbers.h"
 #include "model/Text.h"

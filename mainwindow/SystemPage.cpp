@@ -1,7 +1,8 @@
 #include "mainwindow/SystemPage.h"
 
+#include "dialogs/FormParts.h"
+#include "dialogs/controls/ShownBox.h"
 #include "mainwindow/PageParts.h"
-#include "mainwindow/ShownBox.h"
 #include "mainwindow/TcpTesterPage.h"
 
 #include <QFormLayout>

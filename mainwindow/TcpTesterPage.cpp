@@ -1,9 +1,10 @@
 #include "mainwindow/TcpTesterPage.h"
 
+#include "dialogs/FormParts.h"
 #include "dialogs/controls/DropDownList.h"
+#include "dialogs/controls/ShownBox.h"
 #include "mainwindow/Guard.h"
 #include "mainwindow/PageParts.h"
-#include "mainwindow/ShownBox.h"
 #include "mainwindow/TesterActions.h"
 #include "model/Numbers.h"
 

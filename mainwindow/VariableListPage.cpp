@@ -1,10 +1,13 @@
 #include "mainwindow/VariableListPage.h"
 
+#include "dialogs/FormParts.h"
+#include "dialogs/controls/ShownBox.h"
+#include "dialogs/frmBoolVarEdit.h"
+#include "dialogs/frmFloatVarEdit.h"
 #include "mainwindow/Guard.h"
 #include "mainwindow/ItemNames.h"
 #include "mainwindow/ItemTree.h"
 #include "mainwindow/PageParts.h"
-#include "mainwindow/ShownBox.h"
 #include "model/Numbers.h"
 
 #include <QFormLayout>
@@ -154,8 +157,29 @@ void VariableListPage::btnEditVariable_Click() {
         editFloatVariable();
 }
 
-void VariableListPage::editFloatVariable() {}
-void VariableListPage::editBooleanVariable() {}
+void VariableListPage::editFloatVariable() {
+    frmFloatVarEdit editor(project_, window());
+    editor.InitContent(static_cast<int>(shownIndex(floatVariableName)));
+    editor.exec();
+    if (editor.IsCancel)
+        return;
+    txtVarWidth_->setBytes(editor.VarWidth);
+    txtVarPrec_->setBytes(editor.VarPrecision);
+    txtVarDefValue_->setBytes(editor.VarDefValue);
+    btnVarApply_->setEnabled(true);
+}
+
+void VariableListPage::editBooleanVariable() {
+    frmBoolVarEdit editor(project_, window());
+    editor.InitContent(static_cast<int>(shownIndex(booleanVariableName)));
+    editor.exec();
+    if (editor.IsCanceled)
+        return;
+    txtVarOnStr_->setBytes(editor.VarOnStr);
+    txtVarOffStr_->setBytes(editor.VarOFFStr);
+    txtVarDefValue_->setBytes(editor.VarDefValue);
+    btnVarApply_->setEnabled(true);
+}
 
 bool VariableListPage::hasUnappliedEdits() const {
     return btnVarApply_->isEnabledTo(this);

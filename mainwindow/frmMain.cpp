@@ -1,5 +1,6 @@
 #include "mainwindow/frmMain.h"
 
+#include "dialogs/frmLic.h"
 #include "mainwindow/Guard.h"
 #include "mainwindow/HelpOpener.h"
 #include "mainwindow/ItemTree.h"
@@ -20,9 +21,11 @@
 #include <QGroupBox>
 #include <QMenuBar>
 #include <QScrollArea>
+#include <QShortcut>
 #include <QSplitter>
 #include <QTabWidget>
 #include <QVBoxLayout>
+#include <QWhatsThis>
 
 namespace orvista {
 
@@ -74,6 +77,9 @@ frmMain::frmMain(Project& project, ConfigModule::History& history,
     connectMenu();
     connect(toolbar_, &ToolBar::ButtonClick, this, &frmMain::ToolbarMain_ButtonClick);
     connect(trvSystem_, &ItemTree::NodeClick, this, &frmMain::trvSystem_NodeClick);
+    // The toolbar's descriptions are found by asking "What's this?".
+    auto* whatsThis = new QShortcut(Qt::SHIFT | Qt::Key_F1, this);
+    connect(whatsThis, &QShortcut::activated, this, &QWhatsThis::enterWhatsThisMode);
     Form_Load();
 }
 
@@ -288,7 +294,9 @@ void frmMain::miHelpContext_Click() {
     seams_.helpOpener.open(environment.paths.join(environment.programFolder, helpFileName));
 }
 
-void frmMain::miHelpAbout_Click() {}
+void frmMain::miHelpAbout_Click() {
+    frmLic(this).exec();
+}
 
 void frmMain::ToolbarMain_ButtonClick(const QString& key) {
     runGuarded(seams_.messages, [this, &key] {

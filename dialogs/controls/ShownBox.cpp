@@ -1,4 +1,4 @@
-#include "mainwindow/ShownBox.h"
+#include "dialogs/controls/ShownBox.h"
 
 #include <QEvent>
 

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "dialogs/DialogMessages.h"
+#include "dialogs/DialogProjectChooser.h"
+#include "mainwindow/HelpOpener.h"
+#include "mainwindow/frmMain.h"
+#include "model/History.h"
+#include "model/Project.h"
+
+#include <string>
+
+class QApplication;
+
+namespace orvista {
+
+/// The editor put together: the one project, the real dialogs and the main window.
+class EditorProgram {
+public:
+    /// \param programFolder UTF-8, without a trailing separator: where the history and the help file lie
+    explicit EditorProgram(const std::string& programFolder);
+
+    frmMain& window() { return window_; }
+
+private:
+    DocMgrModule::ProgramEnvironment environment_;
+    Project project_;
+    ConfigModule::History history_;
+    DialogMessages messages_;
+    DialogProjectChooser chooser_;
+    SystemHelpOpener helpOpener_;
+    frmMain window_;
+};
+
+/// The folder of the running executable itself, links to it resolved; UTF-8. Needs a QApplication.
+std::string programFolder();
+
+/// Runs the editor, with the project file that the command line names, if any. Returns the exit code.
+int runEditor(const QApplication& application);
+
+} // namespace orvista
