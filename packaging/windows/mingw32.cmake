@@ -1,0 +1,13 @@
+# 32-bit Windows with Debian's mingw-w64 compilers. The posix-thread variant is the one with std::thread and std::mutex.
+set(CMAKE_SYSTEM_NAME Windows)
+set(CMAKE_SYSTEM_PROCESSOR i686)
+set(CMAKE_SYSTEM_VERSION 10.0)
+set(target i686-w64-mingw32)
+set(CMAKE_C_COMPILER /usr/bin/${target}-gcc-posix)
+set(CMAKE_CXX_COMPILER /usr/bin/${target}-g++-posix)
+set(CMAKE_RC_COMPILER /usr/bin/${target}-windres)
+set(CMAKE_FIND_ROOT_PATH /usr/${target} $ENV{ORVISTA_WINDOWS_PREFIX})
+set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
+set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
+set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
+set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
