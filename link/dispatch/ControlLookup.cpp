@@ -37,7 +37,7 @@ public:
     }
 
     std::wstring text(const std::wstring& subkey) const {
-        constexpr DWORD kinds = RRF_RT_REG_SZ | RRF_RT_REG_EXPAND_SZ;
+        constexpr DWORD kinds = RRF_RT_REG_SZ; // texts with variables in them count, and arrive expanded
         DWORD bytes = 0;
         if (!key_ ||
             RegGetValueW(key_, subkey.c_str(), nullptr, kinds, nullptr, nullptr, &bytes) != ERROR_SUCCESS)

@@ -77,13 +77,18 @@ HRESULT registerName() {
     return HRESULT_FROM_WIN32(error);
 }
 
-HRESULT registerLibrary(const wchar_t* resource) {
-    const std::wstring path = modulePath() + resource;
+HRESULT registerLibrary(const std::wstring& file) {
     ITypeLib* library = nullptr;
-    HRESULT result = LoadTypeLibEx(path.c_str(), REGKIND_REGISTER, &library);
+    const HRESULT result = LoadTypeLibEx(file.c_str(), REGKIND_REGISTER, &library);
     if (SUCCEEDED(result))
         library->Release();
     return result;
+}
+
+/// A file of its own beside the DLL: of several libraries inside one, Wine registers the first.
+std::wstring foreignLibraryPath() {
+    std::wstring path = modulePath();
+    return path.replace(path.find_last_of(L'\\') + 1, std::wstring::npos, L"ForeignLibrary.tlb");
 }
 
 void unregister() {
@@ -121,11 +126,11 @@ STDAPI DllInstall(BOOL install, LPCWSTR way) {
     }
     HRESULT result = registerClass(wanted == L"foreign" ? foreignClassText : classText);
     if (SUCCEEDED(result) && wanted == L"foreign")
-        return registerLibrary(L"\\2");
+        return registerLibrary(foreignLibraryPath());
     if (SUCCEEDED(result) && wanted != L"library")
         result = registerName();
     if (SUCCEEDED(result) && wanted != L"name")
-        result = registerLibrary(L"\\1");
+        result = registerLibrary(modulePath());
     return result;
 }
 
