@@ -1,7 +1,5 @@
 #pragma once
 
-#include "dialogs/FormParts.h"
-
 #include <QString>
 
 #include <utility>

@@ -1,10 +1,9 @@
 #include "tests/mainwindow/EditorFixture.h"
 
-#include "dialogs/controls/DeviceTextEdit.h"
 #include "mainwindow/ItemTree.h"
 
 #include <QAbstractButton>
-#include <QLineEdit>
+#include <QLabel>
 #include <QTreeWidgetItemIterator>
 
 namespace orvista::testing {
@@ -63,11 +62,21 @@ void EditorFixture::trigger(const char* actionName) const {
 void EditorFixture::click(const char* buttonName) const {
     auto* const button = find<QAbstractButton>(buttonName);
     require(button->isEnabled() && button->isVisible(), std::string(buttonName) + " cannot be clicked");
-    QTest::mouseClick(button, Qt::LeftButton);
+    // At the left, since the area of a check box beyond its text takes no clicks.
+    QTest::mouseClick(button, Qt::LeftButton, {}, {button->height() / 2, button->height() / 2});
 }
 
 QString EditorFixture::text(const char* boxName) const {
     return find<QLineEdit>(boxName)->text();
+}
+
+QString EditorFixture::label(const char* boxName) const {
+    const auto* const box = find<QWidget>(boxName);
+    for (const QLabel* label : window->findChildren<QLabel*>()) {
+        if (label->buddy() == box)
+            return label->text();
+    }
+    throw std::logic_error(std::string("no label for ") + boxName);
 }
 
 void EditorFixture::type(const char* boxName, const QString& text) const {

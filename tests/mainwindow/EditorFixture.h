@@ -17,7 +17,6 @@
 class QTreeWidgetItem;
 
 namespace orvista {
-class DeviceTextEdit;
 class ItemTree;
 } // namespace orvista
 
@@ -60,6 +59,8 @@ public:
     void trigger(const char* actionName) const;
     void click(const char* buttonName) const;
     QString text(const char* boxName) const;
+    /// The text of the label whose buddy the box is.
+    QString label(const char* boxName) const;
     /// Replaces a box's text by typing.
     void type(const char* boxName, const QString& text) const;
 

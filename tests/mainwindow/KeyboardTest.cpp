@@ -1,0 +1,95 @@
+#include "tests/mainwindow/EditorFixture.h"
+
+#include <QLabel>
+
+using namespace orvista;
+using namespace orvista::testing;
+
+namespace {
+
+/// Where Tab goes from a control, up to and with the last control named.
+QStringList tabOrder(const EditorFixture& editor, const char* first, std::size_t count) {
+    editor.find<QWidget>(first)->setFocus();
+    QStringList names{QString::fromLatin1(first)};
+    for (std::size_t i = 1; i < count; ++i) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        names << QApplication::focusWidget()->objectName();
+    }
+    return names;
+}
+
+} // namespace
+
+/// Every page can be used without a mouse.
+class KeyboardTest : public QObject {
+    Q_OBJECT
+private slots:
+    void tabFollowsTheLayout_data();
+    void tabFollowsTheLayout();
+    void everyControlHasAnAccessibleName();
+};
+
+void KeyboardTest::tabFollowsTheLayout_data() {
+    QTest::addColumn<QByteArray>("page");
+    QTest::addColumn<QByteArray>("item");
+    QTest::addColumn<QStringList>("order");
+    QTest::newRow("system") << QByteArray("C1") << QByteArray()
+                            << QStringList{"trvSystem",   "tabbar",  "txtSystemName", "optEthernet",
+                                           "txtSystemIP", "txtPort", "Text1"};
+    QTest::newRow("modbus") << QByteArray("C2") << QByteArray()
+                            << QStringList{"txtAltAddr",    "txtNewAltAddr", "txtStdAddr",
+                                           "txtNewStdAddr", "txtAIAddr",     "txtNewAIAddr",
+                                           "txtDIAddr",     "txtNewDIAddr",  "btnRestoreDefault"};
+    QTest::newRow("variables") << QByteArray("C3") << QByteArray("F2")
+                               << QStringList{"trvVar",         "txtVarName",     "txtVarAddr", "txtVarType",
+                                              "txtVarDefValue", "txtVarWidth",    "txtVarPrec", "txtVarOnStr",
+                                              "txtVarOffStr",   "btnEditVariable"};
+    QTest::newRow("messages") << QByteArray("C4") << QByteArray("R2")
+                              << QStringList{"trvMsg", "txtMsgName", "txtMsgSno", "txtMsg", "btnEditMessage"};
+    QStringList tester{"txtIP"};
+    for (int i = 0; i < 20; ++i)
+        tester << QStringLiteral("chkEmergMsg(%1)").arg(i);
+    tester << "txtEMsgAddr"
+           << "btnEmgMsgUpdate";
+    for (int i = 0; i < 40; ++i)
+        tester << QStringLiteral("chkRegMsg(%1)").arg(i);
+    tester << "txtRMsgAddr"
+           << "btnRegMsgUpdate"
+           << "cbDIAddr"
+           << "chkUpdateCoil"
+           << "cmdUpdateCoil"
+           << "cbAIAddr"
+           << "txtFloat"
+           << "cmdUpdateReg";
+    QTest::newRow("tester") << QByteArray("C5") << QByteArray() << tester;
+}
+
+void KeyboardTest::tabFollowsTheLayout() {
+    QFETCH(const QByteArray, page);
+    QFETCH(const QByteArray, item);
+    QFETCH(const QStringList, order);
+    EditorFixture editor;
+    editor.startWithNewProject();
+    editor.showPage(page.constData());
+    if (!item.isEmpty())
+        editor.clickNode(page == "C3" ? "trvVar" : "trvMsg", item.constData());
+    QStringList reached =
+        tabOrder(editor, order.front().toLatin1().constData(), static_cast<std::size_t>(order.size()));
+    reached.replaceInStrings(QStringLiteral("qt_tabwidget_tabbar"), QStringLiteral("tabbar"));
+    QCOMPARE(reached, order);
+}
+
+void KeyboardTest::everyControlHasAnAccessibleName() {
+    EditorFixture editor;
+    editor.startWithNewProject();
+    for (const QWidget* widget : editor.window->findChildren<QWidget*>()) {
+        const QString name = widget->objectName();
+        const bool isControl = name.startsWith("txt") || name.startsWith("cb") || name.startsWith("chk") ||
+                               name.startsWith("trv") || name == "Text1";
+        if (isControl)
+            QVERIFY2(!widget->accessibleName().isEmpty(), qPrintable(name));
+    }
+}
+
+QTEST_MAIN(KeyboardTest)
+#include "KeyboardTest.moc"
