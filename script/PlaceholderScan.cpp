@@ -34,26 +34,24 @@ PlaceholderScan scanPlaceholders(std::string_view text) {
     PlaceholderScan scan;
     scan.DisplayText.reserve(text.size());
     std::size_t fields = 0;
-    std::size_t rest = 0;
-    for (;;) {
-        const auto percent = std::min(text.find('%', rest), text.size());
-        scan.DisplayText.append(text, rest, percent - rest);
-        if (percent == text.size())
-            return scan;
+    std::size_t rest = 0; // what stands before it is in DisplayText, or removed
+    std::size_t next = 0;
+    for (auto percent = text.find('%'); percent != std::string_view::npos; percent = text.find('%', next)) {
+        next = percent + 1;
         const auto placeholder = leadingPlaceholder(text.substr(percent));
         const bool surplus = fields == fieldSlotCount;
-        const std::size_t column = scan.DisplayText.size();
-        if (!placeholder || (!surplus && column > lastFieldColumn)) {
-            scan.DisplayText += '%';
-            rest = percent + 1;
+        const std::size_t column = scan.DisplayText.size() + percent - rest;
+        if (!placeholder || (!surplus && column > lastFieldColumn))
             continue;
-        }
+        scan.DisplayText.append(text, rest, percent - rest);
         if (!surplus) {
             scan.VarPos[fields++] = static_cast<std::int16_t>(column);
             scan.DisplayText.append(static_cast<std::size_t>(placeholder->width), ' ');
         }
-        rest = percent + placeholder->length;
+        rest = next = percent + placeholder->length;
     }
+    scan.DisplayText.append(text, rest);
+    return scan;
 }
 
 } // namespace orvista
