@@ -1,5 +1,6 @@
 #include "script/forms/BitmapFrame.h"
 
+#include "dialogs/FormParts.h"
 #include "model/PathRules.h"
 #include "script/MessagePage.h"
 
@@ -34,22 +35,15 @@ QString browsedBitmap(QWidget* parent, const QString& startFolder) {
 BitmapFrame::BitmapFrame(QString projectFolder, QWidget* parent)
     : QGroupBox(tr("Bitmap"), parent),
       projectFolder_(std::move(projectFolder)),
-      txtPath(new QLineEdit(this)),
-      cmdBrowse(new QPushButton(tr("Browse"), this)),
-      lblNote(new QLabel(this)) {
-    txtPath->setObjectName(QStringLiteral("txtPath"));
-    txtPath->setReadOnly(true);
+      txtPath(shownOnlyBox(QStringLiteral("txtPath"))),
+      cmdBrowse(namedButton(QStringLiteral("cmdBrowse"), tr("Browse"), nullptr)),
+      lblNote(new QLabel) {
     txtPath->setToolTip(tr("The bitmap the page shows, chosen with Browse"));
-    cmdBrowse->setObjectName(QStringLiteral("cmdBrowse"));
-    cmdBrowse->setAutoDefault(false); // Enter stays with OK
     cmdBrowse->setToolTip(tr("Choose a bitmap of the project folder"));
     lblNote->setObjectName(QStringLiteral("lblNote"));
 
-    auto* const label = new QLabel(tr("Path :"), this);
-    label->setBuddy(txtPath);
-    txtPath->setAccessibleName(label->text());
     auto* const grid = new QGridLayout(this);
-    grid->addWidget(label, 0, 0);
+    grid->addWidget(labelFor(txtPath, tr("Path :")), 0, 0);
     grid->addWidget(txtPath, 0, 1);
     grid->addWidget(cmdBrowse, 0, 2);
     grid->addWidget(lblNote, 1, 1, 1, 2);

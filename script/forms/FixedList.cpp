@@ -1,5 +1,6 @@
 #include "script/forms/FixedList.h"
 
+#include "dialogs/FormParts.h"
 #include "script/WizardLists.h"
 
 #include <QGridLayout>
@@ -22,10 +23,7 @@ std::size_t chosenPosition(const DropDownList* list) {
 }
 
 void addLabelledList(QGridLayout* grid, int row, int column, const QString& caption, DropDownList* list) {
-    auto* const label = new QLabel(caption);
-    label->setBuddy(list);
-    list->setAccessibleName(caption);
-    grid->addWidget(label, row, column);
+    grid->addWidget(labelFor(list, caption), row, column);
     grid->addWidget(list, row, column + 1);
     grid->setColumnStretch(column + 1, 1);
 }

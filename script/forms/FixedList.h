@@ -9,7 +9,6 @@
 #include <string>
 
 class QGridLayout;
-class QLabel;
 
 namespace orvista {
 

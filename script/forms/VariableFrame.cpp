@@ -1,5 +1,6 @@
 #include "script/forms/VariableFrame.h"
 
+#include "dialogs/FormParts.h"
 #include "script/WizardLists.h"
 #include "script/forms/FixedList.h"
 
@@ -16,37 +17,36 @@ QString arrayName(const char* control, std::size_t index) {
 
 } // namespace
 
-VariableFrame::VariableFrame(QWidget* parent) : QGroupBox(tr("Variable setting"), parent), rows_{} {
+VariableFrame::VariableFrame(QWidget* parent)
+    : QGroupBox(tr("Variable setting"), parent),
+      sources_(textListModel(wizard::fieldSources(), this)),
+      colours_(colourModel(this)),
+      rows_{} {
     auto* const grid = new QGridLayout(this);
     grid->addWidget(new QLabel(tr("Foreground Color")), 0, 2);
     grid->addWidget(new QLabel(tr("Background Color")), 0, 3);
-    auto* const sources = textListModel(wizard::fieldSources(), this);
-    auto* const colours = colourModel(this);
     for (std::size_t index = 0; index < rows_.size(); ++index)
-        rows_[index] = addRow(grid, index, sources, colours);
+        rows_[index] = addRow(grid, index);
     for (const int column : {1, 2, 3})
         grid->setColumnStretch(column, 1);
     grid->setRowStretch(static_cast<int>(rows_.size()) + 1, 1);
 }
 
-VariableFrame::Row VariableFrame::addRow(QGridLayout* grid, std::size_t index, QStringListModel* sources,
-                                         QStringListModel* colours) {
+VariableFrame::Row VariableFrame::addRow(QGridLayout* grid, std::size_t index) {
     const std::array captions{tr("1st variable"), tr("2nd variable"), tr("3rd variable"), tr("4th variable")};
     const FieldChoice defaults;
     const Row row{new DropDownList(this), new DropDownList(this), new DropDownList(this)};
-    showFixedList(row.cbVar, arrayName("cbVar", index), sources, defaults.cbVar);
-    showFixedList(row.cbVarFgClr, arrayName("cbVarFgClr", index), colours, defaults.cbVarFgClr);
-    showFixedList(row.cbVarBgClr, arrayName("cbVarBgClr", index), colours, defaults.cbVarBgClr);
+    showFixedList(row.cbVar, arrayName("cbVar", index), sources_, defaults.cbVar);
+    showFixedList(row.cbVarFgClr, arrayName("cbVarFgClr", index), colours_, defaults.cbVarFgClr);
+    showFixedList(row.cbVarBgClr, arrayName("cbVarBgClr", index), colours_, defaults.cbVarBgClr);
 
-    auto* const label = new QLabel(captions.at(index));
-    label->setBuddy(row.cbVar);
-    row.cbVar->setAccessibleName(label->text());
+    const QString caption = captions.at(index);
     row.cbVar->setToolTip(tr("What the field shows; a field needs a placeholder in the content text"));
-    row.cbVarFgClr->setAccessibleName(tr("%1, Foreground Color").arg(label->text()));
-    row.cbVarBgClr->setAccessibleName(tr("%1, Background Color").arg(label->text()));
+    row.cbVarFgClr->setAccessibleName(tr("%1, Foreground Color").arg(caption));
+    row.cbVarBgClr->setAccessibleName(tr("%1, Background Color").arg(caption));
 
     const int line = static_cast<int>(index) + 1;
-    grid->addWidget(label, line, 0);
+    grid->addWidget(labelFor(row.cbVar, caption), line, 0);
     grid->addWidget(row.cbVar, line, 1);
     grid->addWidget(row.cbVarFgClr, line, 2);
     grid->addWidget(row.cbVarBgClr, line, 3);

@@ -29,8 +29,10 @@ private:
         DropDownList* cbVarFgClr;
         DropDownList* cbVarBgClr;
     };
-    Row addRow(QGridLayout* grid, std::size_t index, QStringListModel* sources, QStringListModel* colours);
+    Row addRow(QGridLayout* grid, std::size_t index);
 
+    QStringListModel* sources_; ///< shared by the four rows, as the colours are
+    QStringListModel* colours_;
     std::array<Row, fieldSlotCount> rows_;
 };
 

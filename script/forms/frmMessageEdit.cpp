@@ -1,5 +1,6 @@
 #include "script/forms/frmMessageEdit.h"
 
+#include "dialogs/FormParts.h"
 #include "dialogs/controls/DeviceLineEdit.h"
 #include "script/forms/BitmapFrame.h"
 #include "script/forms/EffectsFrame.h"
@@ -7,7 +8,6 @@
 #include "script/forms/VariableFrame.h"
 
 #include <QButtonGroup>
-#include <QDialogButtonBox>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
@@ -43,7 +43,7 @@ frmMessageEdit::frmMessageEdit(const QString& projectFolder, QWidget* parent)
     grid->addWidget(messageColorFrame_ = new MessageColorFrame, 2, 0, 1, 2);
     grid->addWidget(variableFrame_ = new VariableFrame, 3, 0);
     grid->addWidget(effectsFrame_ = new EffectsFrame, 3, 1);
-    grid->addWidget(createButtons(), 4, 0, 1, 2);
+    grid->addLayout(createButtons(), 4, 0, 1, 2);
     grid->setRowStretch(3, 1);
 
     connect(OptMsgType, &QButtonGroup::idClicked, this, &frmMessageEdit::OptMsgType_Click);
@@ -64,29 +64,20 @@ QWidget* frmMessageEdit::createTextFrame() {
         grid->addWidget(option, 0, index + 1);
     }
     txtText = new DeviceLineEdit(frame);
-    auto* const label = new QLabel(tr("Content :"));
-    label->setBuddy(txtText);
     txtText->setObjectName(QStringLiteral("txtText"));
-    txtText->setAccessibleName(label->text());
     txtText->setToolTip(tr("%v keeps one character free for a live field, %5v five; at most four fields"));
-    grid->addWidget(label, 1, 0);
+    grid->addWidget(labelFor(txtText, tr("Content :")), 1, 0);
     grid->addWidget(txtText, 1, 1, 1, 3);
     grid->setColumnStretch(3, 1);
     return frame;
 }
 
-QWidget* frmMessageEdit::createButtons() {
-    auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
-    btnOK = buttons->button(QDialogButtonBox::Ok);
-    btnOK->setObjectName(QStringLiteral("btnOK"));
-    btnOK->setText(tr("OK")); // the platform's themes bring texts and mnemonics of their own
-    btnOK->setDefault(true);
-    auto* const btnCancel = buttons->button(QDialogButtonBox::Cancel);
-    btnCancel->setObjectName(QStringLiteral("btnCancel"));
-    btnCancel->setText(tr("Cancel"));
-    connect(buttons, &QDialogButtonBox::accepted, this, &frmMessageEdit::btnOK_Click);
-    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
-    return buttons;
+QLayout* frmMessageEdit::createButtons() {
+    const OkCancelRow buttons(this);
+    btnOK = buttons.btnOK;
+    connect(btnOK, &QPushButton::clicked, this, &frmMessageEdit::btnOK_Click);
+    connect(buttons.btnCancel, &QPushButton::clicked, this, &QDialog::reject);
+    return buttons.layout;
 }
 
 void frmMessageEdit::EnableBitmapControls(bool enable) {

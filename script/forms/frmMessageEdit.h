@@ -30,7 +30,7 @@ public:
 
 private:
     QWidget* createTextFrame();
-    QWidget* createButtons();
+    QLayout* createButtons();
     void EnableBitmapControls(bool enable);
     void EnableTextControls(bool enable);
     void OptMsgType_Click(int index);

@@ -563,12 +563,8 @@ private slots:
                 break;
             walked += name;
         }
-        // The platform's style decides which of the two buttons comes first.
-        QStringList buttons = walked.mid(expected.size(), 2);
-        buttons.sort();
-        QCOMPARE(buttons, QStringList({"btnCancel", "btnOK"}));
-        QCOMPARE(walked.mid(0, expected.size()), expected);
-        QCOMPARE(walked.mid(expected.size() + 2), QStringList("OptMsgType(0)"));
+        expected += {"btnOK", "btnCancel", "OptMsgType(0)"};
+        QCOMPARE(walked, expected);
     }
 
     void labelsAreTiedToTheirControls() {
