@@ -1,0 +1,31 @@
+#include "link/forms/DeviceTransfer.h"
+
+#include "link/forms/TransferProgressWindow.h"
+#include "link/forms/frmConnection.h"
+
+#include <QLineEdit>
+
+#include <utility>
+
+namespace orvista {
+
+DeviceTransfer::DeviceTransfer(Project& project, DocMgrModule::ProjectLifecycle& lifecycle,
+                               ProjectChooser& chooser, Messages& messages, QWidget& window,
+                               DocTsfModule::TransferControlMaker makeControl)
+    : window_(window), transfer_(project, lifecycle, chooser, *this, messages, std::move(makeControl)) {}
+
+std::optional<DocTsfModule::DeviceConnection>
+DeviceTransfer::chooseConnection(const std::string& deviceAddress) {
+    frmConnection dialog(QString::fromStdString(deviceAddress), &window_);
+    dialog.exec();
+    if (dialog.IsCanceled)
+        return std::nullopt;
+    return DocTsfModule::DeviceConnection{dialog.txtIP->text().toStdString(),
+                                          dialog.txtPort->text().toStdString()};
+}
+
+std::unique_ptr<DocTsfModule::TransferProgress> DeviceTransfer::showProgress(const std::string& title) {
+    return std::make_unique<TransferProgressWindow>(QString::fromStdString(title), &window_);
+}
+
+} // namespace orvista

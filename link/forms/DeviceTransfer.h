@@ -1,0 +1,28 @@
+#pragma once
+
+#include "link/ProjectTransfer.h"
+#include "mainwindow/TransferCommands.h"
+
+class QWidget;
+
+namespace orvista {
+
+/// Upload and Download of the main window, with their dialogs.
+class DeviceTransfer final : public TransferCommands, private DocTsfModule::TransferDialogs {
+public:
+    /// \param window what the dialogs belong to
+    DeviceTransfer(Project& project, DocMgrModule::ProjectLifecycle& lifecycle, ProjectChooser& chooser,
+                   Messages& messages, QWidget& window, DocTsfModule::TransferControlMaker makeControl);
+
+    void upload() override { transfer_.Upload(); }
+    void download() override { transfer_.Download(); }
+
+private:
+    std::optional<DocTsfModule::DeviceConnection> chooseConnection(const std::string& deviceAddress) override;
+    std::unique_ptr<DocTsfModule::TransferProgress> showProgress(const std::string& title) override;
+
+    QWidget& window_;
+    DocTsfModule::ProjectTransfer transfer_;
+};
+
+} // namespace orvista
