@@ -1,5 +1,7 @@
 #include "link/forms/QtClientSocket.h"
 
+#include "link/forms/ResetWatch.h"
+
 #include <QNetworkProxy>
 #include <QTcpSocket>
 
@@ -21,6 +23,8 @@ void QtClientSocket::connectTo(const std::string& host, std::uint16_t port) {
     connect(socket_, &QTcpSocket::connected, this, &QtClientSocket::connected);
     connect(socket_, &QTcpSocket::bytesWritten, this, &QtClientSocket::bytesWritten);
     connect(socket_, &QTcpSocket::errorOccurred, this, &QtClientSocket::errorOccurred);
+    const auto* const watch = new ResetWatch(*socket_);
+    connect(watch, &ResetWatch::wasReset, this, [this] { events_->onClosedByRemote(); });
     socket_->connectToHost(QString::fromStdString(host), port);
 }
 
@@ -33,6 +37,7 @@ void QtClientSocket::close() {
         return;
     // Called from the socket's own signals, so it may not be deleted here.
     disconnect(socket_, nullptr, this, nullptr);
+    socket_->findChild<ResetWatch*>()->disconnect(this);
     socket_->abort();
     socket_->deleteLater();
     socket_ = nullptr;
