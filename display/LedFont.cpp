@@ -76,7 +76,8 @@ Sheet readSheet(std::string_view text) {
         if (line.empty())
             continue;
         if (line.front() == '.' || line.front() == '#') {
-            picture->rows.at(row++) = rowBits(line);
+            if (picture != nullptr)
+                picture->rows.at(row++) = rowBits(line);
             continue;
         }
         const auto blank = line.find(' ');

@@ -2,6 +2,7 @@
 
 #include "display/LedRaster.h"
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -32,7 +33,7 @@ enum class BitmapError {
     BadSize       ///< no pixels, or more than maximumBitmapWidth x maximumBitmapHeight
 };
 
-inline constexpr std::size_t maximumBitmapBytes = 512 * 1024;
+inline constexpr std::size_t maximumBitmapBytes = std::size_t{512} * 1024;
 inline constexpr int maximumBitmapWidth = 1024;
 inline constexpr int maximumBitmapHeight = 64;
 

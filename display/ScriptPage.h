@@ -24,7 +24,7 @@ struct Placement {
 
 struct TextElement {
     Placement placement;
-    LedFont font;
+    LedFont font = LedFont::Large8x15;
     std::string text; ///< Windows-1252
 };
 
@@ -38,9 +38,9 @@ enum class LiveValue { Float, Boolean, Time, Date };
 
 struct FieldElement {
     Placement placement;
-    LedFont font;
-    LiveValue value;
-    std::size_t index; ///< of the variable, from 0
+    LedFont font = LedFont::Large8x15;
+    LiveValue value = LiveValue::Float;
+    std::size_t index = 0; ///< of the variable, from 0
 };
 
 using ScriptElement = std::variant<TextElement, ImageElement, FieldElement>;
@@ -50,7 +50,7 @@ enum class Effect { Left, Right, Up, Down, Fade };
 
 /// One stretch of time of a page.
 struct ScriptStep {
-    StepKind kind;
+    StepKind kind = StepKind::Still;
     Effect effect = Effect::Fade; ///< Enter and Leave
     int pixels = 1;               ///< dots moved at once
     int milliseconds = 0;         ///< of one move or fade level; of the whole for Still; of half a blink

@@ -36,15 +36,16 @@ std::string repeated(const std::string& text, std::size_t count) {
 
 /// Draws many moments, the last of the round among them.
 void drawAll(const Programme& programme) {
-    for (int i = 0; i <= 200; ++i)
-        rasterAt(programme, {}, programme.duration() / 200 * i + (i == 200 ? -1 : 0));
+    for (int i = 0; i < 200; ++i)
+        rasterAt(programme, {}, programme.duration() / 200 * i);
+    rasterAt(programme, {}, programme.duration() - 1);
 }
 
 TEST(Hostile, AMegabyteOfTextIsDrawnWhereItIsSeen) {
     const std::string text(1 << 20, 'L');
     const Programme shown = programme("TEXT 0 0 RED BLACK \"" + text + "\"\nOUT GO-LEFT 1 1");
     EXPECT_EQ(shown.duration(), 8 << 20);
-    EXPECT_EQ(rasterAt(shown, {}, 8 * 500'000),
+    EXPECT_EQ(rasterAt(shown, {}, std::int64_t{8} * 500'000),
               rasterAt(programme("TEXT 0 0 RED BLACK \"" + text + "\""), {}, 0));
     EXPECT_EQ(rasterAt(shown, {}, shown.duration() - 1).at(0, 5), Led::Off);
     EXPECT_EQ(rasterAt(shown, {}, shown.duration() - 8).at(0, 5), Led::Red);

@@ -272,7 +272,7 @@ TEST_F(Raster, FadesThroughSixteenEvenlySpreadLevels) {
         const std::string text = at({8, 4}, script, t);
         return std::count(text.begin(), text.end(), 'R');
     };
-    for (int level = 0; level < 16; ++level) {
+    for (std::int64_t level = 0; level < 16; ++level) {
         EXPECT_EQ(lit(level * 10), level * 2) << level;
         EXPECT_EQ(lit(level * 10 + 9), level * 2) << level;
         EXPECT_EQ(lit(170 + level * 20), 32 - level * 2) << level;
