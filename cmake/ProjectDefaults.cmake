@@ -13,3 +13,7 @@ if(ORVISTA_SANITIZERS)
   add_compile_options(-fsanitize=${ORVISTA_SANITIZERS} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options(-fsanitize=${ORVISTA_SANITIZERS})
 endif()
+
+if(WIN32)
+  include(${CMAKE_SOURCE_DIR}/packaging/windows/Program.cmake)
+endif()

@@ -1,11 +1,21 @@
 #include "simulator/EndSignals.h"
 
+#ifndef _WIN32
 #include <csignal>
 #include <fcntl.h>
 #include <stdexcept>
 #include <unistd.h>
+#endif
 
 namespace orvista {
+
+#ifdef _WIN32
+
+// Nobody signals a Windows program: its window is closed, or it is ended from outside without being asked.
+EndSignals::EndSignals(QObject* parent) : QObject(parent) {}
+EndSignals::~EndSignals() = default;
+
+#else
 
 namespace {
 
@@ -39,5 +49,7 @@ EndSignals::~EndSignals() {
     ::close(pipe_[0]);
     ::close(pipe_[1]);
 }
+
+#endif
 
 } // namespace orvista

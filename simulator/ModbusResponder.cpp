@@ -1,6 +1,7 @@
 #include "simulator/ModbusResponder.h"
 
 #include "simulator/ModbusRequests.h"
+#include "simulator/SocketPair.h"
 
 #include <algorithm>
 #include <array>
@@ -8,44 +9,10 @@
 #include <cstdint>
 #include <modbus/modbus.h>
 #include <stdexcept>
-#include <sys/socket.h>
-#include <unistd.h>
 
 namespace orvista {
 
 namespace {
-
-/// Two connected sockets, closed with the object.
-class SocketPair {
-public:
-    SocketPair() {
-        if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends_.data()) != 0)
-            throw std::runtime_error("no socket pair for the Modbus library");
-    }
-    ~SocketPair() {
-        ::close(ends_[0]);
-        ::close(ends_[1]);
-    }
-    SocketPair(const SocketPair&) = delete;
-    SocketPair& operator=(const SocketPair&) = delete;
-
-    int libraryEnd() const { return ends_[0]; }
-
-    /// A frame is far smaller than a socket's buffer, so it is taken whole or not at all.
-    bool giveRequest(std::string_view frame) const {
-        const ssize_t sent = ::send(ends_[1], frame.data(), frame.size(), MSG_NOSIGNAL | MSG_DONTWAIT);
-        return sent == static_cast<ssize_t>(frame.size()) && ::shutdown(ends_[1], SHUT_WR) == 0;
-    }
-
-    std::string takeAnswer() const {
-        std::array<char, longestModbusFrame> answer{};
-        const ssize_t size = ::recv(ends_[1], answer.data(), answer.size(), MSG_DONTWAIT);
-        return size > 0 ? std::string(answer.data(), static_cast<std::size_t>(size)) : std::string();
-    }
-
-private:
-    std::array<int, 2> ends_{-1, -1};
-};
 
 using RequestBytes = std::array<std::uint8_t, MODBUS_TCP_MAX_ADU_LENGTH>;
 

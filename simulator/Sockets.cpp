@@ -1,7 +1,11 @@
 #include "simulator/Sockets.h"
 
 #include <QHostAddress>
+#ifdef _WIN32
+#include <winsock2.h>
+#else
 #include <sys/socket.h>
+#endif
 
 namespace orvista {
 
@@ -11,7 +15,12 @@ QString peerText(const QTcpSocket& socket) {
 
 void resetConnection(QTcpSocket& socket) {
     const linger atOnce{1, 0};
+#ifdef _WIN32
+    ::setsockopt(static_cast<SOCKET>(socket.socketDescriptor()), SOL_SOCKET, SO_LINGER,
+                 reinterpret_cast<const char*>(&atOnce), sizeof atOnce);
+#else
     ::setsockopt(static_cast<int>(socket.socketDescriptor()), SOL_SOCKET, SO_LINGER, &atOnce, sizeof atOnce);
+#endif
     socket.abort();
 }
 

@@ -1,4 +1,4 @@
-# Shared by build and check: where things are kept, packages, cached steps. Sourced, never run.
+# Shared by build and check: where things are kept, cached steps, running under Wine. Sourced, never run.
 set -euo pipefail
 
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
@@ -7,9 +7,9 @@ cache=${ORVISTA_WINDOWS_CACHE:-${XDG_CACHE_HOME:-$HOME/.cache}/orvista-windows}
 prefix=$cache/prefix
 wine_root=$cache/wine-root
 build_folder=$source_root/build/windows
+programs=$build_folder/programs
 jobs=${JOBS:-$(nproc)}
 target=i686-w64-mingw32
-export DEBIAN_FRONTEND=noninteractive
 
 say() { printf '== %s\n' "$*"; }
 die() { printf '%s\n' "$*" >&2; exit 1; }
@@ -17,17 +17,8 @@ die() { printf '%s\n' "$*" >&2; exit 1; }
 # Asks for the administrator's password only when the user is not root already.
 as_root() { if [ "$(id -u)" = 0 ]; then "$@"; else sudo "$@"; fi; }
 
-# need_packages NAME...: installs those that are missing; without any missing the package manager is not touched.
-need_packages() {
-  local missing=() name
-  for name in "$@"; do
-    dpkg-query -W -f='${Status}' "$name" 2>/dev/null | grep -q 'ok installed' || missing+=("$name")
-  done
-  [ ${#missing[@]} -gt 0 ] || return 0
-  say "installing ${missing[*]}"
-  as_root apt-get update -qq
-  as_root apt-get install -y -qq --no-install-recommends "${missing[@]}"
-}
+# need PURPOSE...: installs what the purposes need and the machine lacks.
+need() { "$source_root/packaging/linux/install-missing" "$@"; }
 
 # The configured Debian archives, as source archives, in lists of our own: the system's configuration stays as it is.
 source_apt() {
@@ -43,12 +34,15 @@ source_apt() {
     -o Dir::State::Lists="$apt/lists" -o Dir::Cache="$apt" -o APT::Sandbox::User="$(id -un)" "$@"
 }
 
-# fetch_source PACKAGE FOLDER: Debian's source of PACKAGE, patched, in FOLDER.
+# fetch_source PACKAGE FOLDER: Debian's source of PACKAGE, patched, in FOLDER. What apt has fetched it has also checked.
 fetch_source() {
   local package=$1 folder=$2
   rm -rf "$folder" "$cache/download/$package"
   mkdir -p "$cache/download/$package" "$(dirname "$folder")"
-  [ -e "$cache/apt/updated" ] || { source_apt apt-get update && touch "$cache/apt/updated"; }
+  if [ -z "$(find "$cache/apt/updated" -mtime -1 2>/dev/null)" ]; then
+    source_apt apt-get update
+    touch "$cache/apt/updated"
+  fi
   (cd "$cache/download/$package" && source_apt apt-get source --download-only "$package" \
     && dpkg-source --no-check --no-copy -x ./*.dsc "$folder" >/dev/null)
 }
@@ -69,19 +63,18 @@ cached_step() {
   say "$name: done in $((SECONDS - started)) s"
 }
 
-# in_wine SCRIPT: runs SCRIPT as the present user in the root that has Wine, the build folder as /build, which Windows
-# programs see as Z:\build. Mounts, processes and a network of nothing but loopback are the run's own and go with it.
+# in_wine SCRIPT: runs SCRIPT as the present user in the root that has Wine. The source tree lies there where it lies here,
+# on Wine's drive Z:. Mounts, processes and a network of nothing but loopback are the run's own and go with it.
 in_wine() {
-  local script=$1 user
-  user=$(id -u):$(id -g)
-  mkdir -p "$build_folder"
+  local script=$1
+  as_root mkdir -p "$wine_root$source_root"
   as_root unshare --mount --pid --net --fork --kill-child bash -euc '
-    root=$1 build=$2 user=$3 script=$4
+    root=$1 source=$2 user=$3 script=$4
     ip link set lo up
     mount -t proc proc "$root/proc"
     mount --rbind /dev "$root/dev"
-    mount --bind "$build" "$root/build"
+    mount --bind "$source" "$root$source"
     chroot --userspec="$user" "$root" /usr/bin/env -i PATH=/usr/bin:/bin LANG=C.UTF-8 HOME=/home/check \
       WINEPREFIX=/home/check/wine WINEARCH=win32 WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml=" \
-      bash -euc "cd /build; $script"' in-wine "$wine_root" "$build_folder" "$user" "$script"
+      bash -euc "cd \"$source\"; $script"' in-wine "$wine_root" "$source_root" "$(id -u):$(id -g)" "$script"
 }
