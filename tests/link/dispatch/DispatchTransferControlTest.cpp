@@ -1,6 +1,6 @@
 #include "link/dispatch/DispatchTransferControl.h"
 
-#include "link/dispatch/ControlLookup.h"
+#include "tests/link/dispatch/Registration.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -13,44 +13,13 @@
 
 using namespace orvista;
 using orvista::testing::fileBytes;
+using orvista::testing::Registration;
 using orvista::testing::TemporaryFolder;
 using orvista::testing::writeBytes;
 
 namespace {
 
 using Lines = std::vector<std::string>;
-
-/// The DLL beside the test with the control in it, and its entries in the registry while the object lives.
-class Registration {
-public:
-    explicit Registration(std::initializer_list<const wchar_t*> ways) {
-        if (controlClassByName() || !controlClassesByTypeLibrary().empty())
-            throw std::runtime_error("a control is registered on this machine already; it is not touched");
-        wchar_t program[MAX_PATH];
-        GetModuleFileNameW(nullptr, program, MAX_PATH);
-        const auto dll = std::filesystem::path(program).replace_filename(L"orvista_test_control.dll");
-        module_ = LoadLibraryW(dll.c_str());
-        if (!module_)
-            throw std::runtime_error("cannot load the control of the tests");
-        for (const wchar_t* way : ways)
-            if (FAILED(install()(TRUE, way)))
-                throw std::runtime_error("cannot register the control of the tests");
-    }
-    ~Registration() {
-        install()(FALSE, nullptr);
-        FreeLibrary(module_);
-    }
-    Registration(const Registration&) = delete;
-    Registration& operator=(const Registration&) = delete;
-
-private:
-    using Install = HRESULT(WINAPI*)(BOOL, LPCWSTR);
-    Install install() const {
-        return reinterpret_cast<Install>(reinterpret_cast<void*>(GetProcAddress(module_, "DllInstall")));
-    }
-
-    HMODULE module_;
-};
 
 class DispatchTransferControlTest : public ::testing::Test {
 protected:
@@ -71,17 +40,7 @@ protected:
 
     void registerAs(std::initializer_list<const wchar_t*> ways) { registration_.emplace(ways); }
 
-    /// What the control was asked, from its making on.
-    Lines recorded() const {
-        Lines lines;
-        if (!std::filesystem::exists(systemPath(log_)))
-            return lines;
-        FileSource source(log_);
-        LineReader reader(source);
-        for (std::string line; reader.next(line);)
-            lines.push_back(line);
-        return lines;
-    }
+    Lines recorded() const { return testing::recordedLines(log_); }
 
     std::string deviceFile(const std::string& name) const { return fileBytes(device_ + "\\" + name); }
 
