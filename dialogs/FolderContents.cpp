@@ -27,8 +27,8 @@ std::vector<std::string> namesIn(const std::string& folder, Accept accept) {
         if (accept(*entry))
             names.push_back(utf8Path(entry->path().filename()));
 
-    QCollator order;
-    order.setNumericMode(true); // "Line 9" before "Line 10"
+    QCollator order(QLocale::English); // the same order in every locale
+    order.setNumericMode(true);        // "Line 9" before "Line 10"
     order.setCaseSensitivity(Qt::CaseInsensitive);
     std::sort(names.begin(), names.end(), [&](const std::string& left, const std::string& right) {
         const int compared = order.compare(shownPath(left), shownPath(right));

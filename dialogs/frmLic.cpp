@@ -34,10 +34,6 @@ QLineEdit* productBox() {
     font.setBold(true);
     font.setPointSizeF(font.pointSizeF() * productFontScale);
     box->setFont(font);
-    // It stands on the form like a label, and can be copied from.
-    QPalette palette = box->palette();
-    palette.setColor(QPalette::Base, Qt::transparent);
-    box->setPalette(palette);
     return box;
 }
 

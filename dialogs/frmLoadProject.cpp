@@ -32,13 +32,14 @@ std::string cell(const QTreeWidgetItem* row, int column) {
 
 frmLoadProject::frmLoadProject(const ConfigModule::History& history,
                                const DocMgrModule::ProgramEnvironment& environment, QWidget* parent)
-    : QDialog(parent), environment_(environment), txtFileName(new QLineEdit), ListView1(new QTreeWidget) {
+    : QDialog(parent),
+      environment_(environment),
+      txtFileName(shownOnlyBox("txtFileName")),
+      ListView1(new QTreeWidget) {
     setObjectName("frmLoadProject");
     setWindowTitle("Open Existing Project");
     auto* frame = new QGroupBox("Existing Project:");
-    txtFileName->setObjectName("txtFileName");
     txtFileName->setAccessibleName("Existing Project");
-    txtFileName->setReadOnly(true);
     txtFileName->setMaxLength(std::numeric_limits<int>::max());
     auto* btnBrowse = namedButton("btnBrowse", "Browse", this);
     btnBrowse->setToolTip("Look for a project file in the folders");

@@ -29,8 +29,8 @@ frmStartup::frmStartup(bool loadExistingFirst, QWidget* parent)
     auto* optCreateNew = new QRadioButton("Create New Orvista Project");
     optCreateNew->setObjectName("optCreateNew");
     optCreateNew->setToolTip("Start with an empty project");
-    (loadExistingFirst ? optLoadExist : optCreateNew)->setChecked(true);
-    (loadExistingFirst ? optLoadExist : optCreateNew)->setFocus();
+    auto* const preselected = loadExistingFirst ? optLoadExist : optCreateNew;
+    preselected->setChecked(true);
     auto* options = new QVBoxLayout(frame);
     options->addWidget(optLoadExist);
     options->addWidget(optCreateNew);
@@ -48,6 +48,7 @@ frmStartup::frmStartup(bool loadExistingFirst, QWidget* parent)
     rows->addStretch();
     rows->addLayout(buttons);
     widenTo(frame, captionWidth);
+    preselected->setFocus();
 }
 
 void frmStartup::btnStartupOK_Click() {

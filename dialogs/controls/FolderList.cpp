@@ -13,8 +13,9 @@ namespace orvista {
 namespace {
 
 constexpr int pathRole = Qt::UserRole;
-constexpr int charactersWide = 44;
+constexpr int charactersWide = 52;
 constexpr int rowsHigh = 14;
+constexpr int indentCharacters = 2;
 
 std::string pathOf(const QTreeWidgetItem* item) {
     return item ? pathFromShown(item->data(0, pathRole).toString()) : std::string();
@@ -29,6 +30,7 @@ FolderList::FolderList(const PathRules& rules, QWidget* parent) : QTreeWidget(pa
     setExpandsOnDoubleClick(false);
     setUniformRowHeights(true);
     setTabKeyNavigation(false);
+    setIndentation(fontMetrics().averageCharWidth() * indentCharacters);
     setHorizontalScrollMode(ScrollPerPixel);
     header()->setStretchLastSection(false);
     header()->setSectionResizeMode(QHeaderView::ResizeToContents);
@@ -77,6 +79,9 @@ void FolderList::keyPressEvent(QKeyEvent* event) {
     else
         QTreeWidget::keyPressEvent(event);
 }
+
+void FolderList::drawBranches(QPainter* /*painter*/, const QRect& /*rect*/,
+                              const QModelIndex& /*index*/) const {}
 
 QTreeWidgetItem* FolderList::addFolder(QTreeWidgetItem* parent, const std::string& folder,
                                        const std::string& name) {

@@ -27,6 +27,8 @@ signals:
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    /// Every branch shown is open, so none gets an arrow.
+    void drawBranches(QPainter* painter, const QRect& rect, const QModelIndex& index) const override;
 
 private:
     QTreeWidgetItem* addFolder(QTreeWidgetItem* parent, const std::string& folder, const std::string& name);

@@ -8,7 +8,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPlainTextEdit>
-#include <QTextBlock>
+#include <QStyle>
 
 #include <algorithm>
 
@@ -19,7 +19,7 @@ namespace {
 /// Longer words would be cut off at the edge of the box.
 constexpr qsizetype longestWord = 80;
 constexpr int brokenLineCharacters = 70;
-constexpr int mostLines = 12;
+constexpr int mostLines = 16;
 
 bool hasLongWord(const QString& text) {
     const auto words = text.split(u' ');
@@ -38,11 +38,12 @@ QPlainTextEdit* brokenText(const QString& text) {
     view->setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     const QFontMetrics metrics = view->fontMetrics();
     const int width = metrics.averageCharWidth() * brokenLineCharacters;
+    // A break before a long word leaves most of a line empty.
+    const int spareHeight = 3 * metrics.lineSpacing();
     const int textHeight = metrics.boundingRect(0, 0, width, 0, Qt::TextWrapAnywhere, text).height();
     const int margins = 2 * static_cast<int>(view->document()->documentMargin());
-    view->setFixedSize(width + margins + view->verticalScrollBarPolicy(),
-                       std::min(textHeight + metrics.lineSpacing(), metrics.lineSpacing() * mostLines) +
-                           margins);
+    view->setFixedSize(width + margins + view->style()->pixelMetric(QStyle::PM_ScrollBarExtent),
+                       std::min(textHeight + spareHeight, metrics.lineSpacing() * mostLines) + margins);
     return view;
 }
 
