@@ -13,6 +13,7 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QSaveFile>
+#include <QScreen>
 #include <QSplitter>
 #include <QStatusBar>
 #include <QStyle>
@@ -45,6 +46,7 @@ SimulatorWindow::SimulatorWindow(SimulatedDevice& device, QWidget* parent)
     auto* services = new QLabel(modbusLine(device).section(". ", 0, 0) + "   ·   " + transferLine(device));
     services->setObjectName("services");
     statusBar()->addWidget(services, 1);
+    resize(sizeHint().boundedTo(screen()->availableSize()));
 }
 
 QSize SimulatorWindow::sizeHint() const {
@@ -58,6 +60,8 @@ QWidget* SimulatorWindow::makeCentre() {
     lower->addWidget(titled(tr("Requests"), new LogView(log_)));
     lower->setStretchFactor(0, 1);
     lower->setStretchFactor(1, 3);
+    const int generousWidth = 100 * fontMetrics().height(); // shared out in proportion
+    lower->setSizes({generousWidth * 3 / 10, generousWidth * 7 / 10});
     lower->setChildrenCollapsible(false);
     auto* halves = new QSplitter(Qt::Vertical);
     halves->addWidget(new PanelWidget(device_));
