@@ -40,7 +40,7 @@ VariableFrame::Row VariableFrame::addRow(QGridLayout* grid, std::size_t index) {
     showFixedList(row.cbVarFgClr, arrayName("cbVarFgClr", index), colours_, defaults.cbVarFgClr);
     showFixedList(row.cbVarBgClr, arrayName("cbVarBgClr", index), colours_, defaults.cbVarBgClr);
 
-    const QString caption = captions.at(index);
+    const QString& caption = captions.at(index);
     row.cbVar->setToolTip(tr("What the field shows; a field needs a placeholder in the content text"));
     row.cbVarFgClr->setAccessibleName(tr("%1, Foreground Color").arg(caption));
     row.cbVarBgClr->setAccessibleName(tr("%1, Background Color").arg(caption));

@@ -98,7 +98,7 @@ private:
 TEST(PageProperty, APageReadAgainGivesTheChoicesBack) {
     for (const unsigned seed : {1U, 2U, 3U, 1252U}) {
         RandomForms forms(seed);
-        for (int round = 0; round < 5000; ++round) {
+        for (int round = 0; round < 2'000; ++round) {
             const Case each = forms.next();
             const std::string page = BuildPartialScript(each.form, PathRules::posix());
             const testing::ReadPage read = testing::PageParser::read(page);
