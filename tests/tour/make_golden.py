@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """Writes what the guided tour must leave behind, step by step, into golden/."""
 
+import shutil
 from pathlib import Path
 
 from device_files import new_project, reopened, write
@@ -15,6 +16,7 @@ def lines(*texts):
 plant = new_project()
 plant["IP"] = b"127.0.0.1"
 write(GOLDEN / "created", "PLANT", plant)
+write(GOLDEN / "saved-as", "PLANT", plant)
 write(GOLDEN / "saved-as", "PLANT2", reopened(plant))
 
 station = new_project()
@@ -37,4 +39,8 @@ station["ALTMSG"][1] = lines(
 station["RegVar"][1] = (b"1.5", b"5", b"2")
 station["CoilVar"][1] = (b"1", b"RUN", b"STOP")
 write(GOLDEN / "edited", "STATION", station)
-write(GOLDEN / "reopened", "STATION", reopened(station))
+write(GOLDEN / "saved-again", "STATION", reopened(station))
+
+BITMAP = Path(__file__).parents[2] / "examples" / "pumpstation" / "alarm.bmp"
+for folder in ("edited", "saved-again"):
+    shutil.copy(BITMAP, GOLDEN / folder)
