@@ -8,9 +8,14 @@ entry=$data/applications/orvista-editor.desktop
 types=$data/mime/packages/orvista-editor.xml
 icons=$data/icons/hicolor
 
-# The program's path as a desktop entry's Exec line wants it: quoted, then escaped once more as any of its texts.
+# The program's path as a desktop entry's Exec line wants it: quoted, then escaped once more as any of its texts. A plain
+# path stays as it is, for xdg-open without a desktop knows no quotes.
 exec_path() {
-    printf '"%s"' "$(printf %s "$here/orvista-editor" | sed 's/[\\"`$]/\\&/g; s/\\/\\\\/g; s/%/%%/g')"
+    case $here in
+        *[!A-Za-z0-9/._+-]*)
+            printf '"%s"' "$(printf %s "$here/orvista-editor" | sed 's/[\\"`$]/\\&/g; s/\\/\\\\/g; s/%/%%/g')" ;;
+        *) printf %s "$here/orvista-editor" ;;
+    esac
 }
 
 # Desktops read databases made from the entries.

@@ -79,7 +79,7 @@ void EditorUpload::savesIt() {
     QVERIFY(QFile::exists(path("plant\\PLANT.orx")));
     QVERIFY(QFile::copy(bitmap_, path("plant\\alarm.bmp")));
     const std::string history = testing::fileBytes(path("program\\history.cache").toStdString());
-    QVERIFY(history.find(path("plant\\PLANT.orx").toStdString()) != std::string::npos);
+    QVERIFY(history.find(path("plant\\PLANT").toStdString()) != std::string::npos);
 }
 
 void EditorUpload::uploadsItThroughTheControl() {
