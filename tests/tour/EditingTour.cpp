@@ -33,7 +33,7 @@ void EditingTour::startsAnotherProject() {
     });
     const Hands hands = stage_.hands();
     hands.press(QStringLiteral("Ctrl+N"));
-    QTRY_COMPARE(stage_.editor().window.windowTitle(), "Orvista Message Editor - [STATION*]");
+    QTRY_COMPARE(stage_.window().windowTitle(), "Orvista Message Editor - [STATION*]");
     hands.clickNode("trvSystem", "C1");
     hands.type("txtSystemIP", "127.0.0.1");
     QVERIFY(QFile::copy(bitmap_, folder() + "/alarm.bmp"));
@@ -132,13 +132,13 @@ void EditingTour::movesTheAddressMap() {
 
 void EditingTour::savesIt() {
     stage_.hands().press(QStringLiteral("Ctrl+S"));
-    QTRY_COMPARE(stage_.editor().window.windowTitle(), "Orvista Message Editor - [STATION]");
+    QTRY_COMPARE(stage_.window().windowTitle(), "Orvista Message Editor - [STATION]");
     stage_.keep(folder(), "edited");
 }
 
 void EditingTour::opensItAgain() {
     stage_.startEditor(folder() + "/STATION.orx");
-    QTRY_COMPARE(stage_.editor().window.windowTitle(), "Orvista Message Editor - [STATION]");
+    QTRY_COMPARE(stage_.window().windowTitle(), "Orvista Message Editor - [STATION]");
     const Hands hands = stage_.hands();
     hands.clickNode("trvSystem", "C4");
     hands.clickNode("trvMsg", "R3");
@@ -147,7 +147,7 @@ void EditingTour::opensItAgain() {
     hands.clickNode("trvSystem", "C1");
     hands.type("txtSystemIP", "127.0.0.1");
     hands.press(QStringLiteral("Ctrl+S"));
-    QTRY_COMPARE(stage_.editor().window.windowTitle(), "Orvista Message Editor - [STATION]");
+    QTRY_COMPARE(stage_.window().windowTitle(), "Orvista Message Editor - [STATION]");
     stage_.keep(folder(), "saved-again");
 }
 

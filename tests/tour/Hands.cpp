@@ -38,7 +38,6 @@ void Hands::type(const QString& boxName, const QString& text) const {
     auto& box = usable(boxName);
     QTest::mouseClick(&box, Qt::LeftButton);
     QTest::keySequence(&box, QKeySequence::SelectAll);
-    QTest::keyClick(&box, Qt::Key_Delete);
     QTest::keyClicks(&box, text);
 }
 

@@ -42,7 +42,7 @@ void ProjectTour::createsAProject() {
         dialog.click("btnOK");
     });
     stage_.startEditor();
-    QTRY_COMPARE(stage_.editor().window.windowTitle(), "Orvista Message Editor - [PLANT*]");
+    QTRY_COMPARE(stage_.window().windowTitle(), "Orvista Message Editor - [PLANT*]");
     QVERIFY(testing::allModalsServed());
 }
 
@@ -63,7 +63,7 @@ void ProjectTour::walksTheFivePages() {
 
 void ProjectTour::savesIt() {
     stage_.hands().press(QStringLiteral("Ctrl+S"));
-    QTRY_COMPARE(stage_.editor().window.windowTitle(), "Orvista Message Editor - [PLANT]");
+    QTRY_COMPARE(stage_.window().windowTitle(), "Orvista Message Editor - [PLANT]");
     stage_.keep(stage_.projectFolder("plant"), "created");
     stage_.show("saved", "Ctrl+S saved it: the caption lost its star.");
 }
@@ -79,7 +79,7 @@ void ProjectTour::findsItAgainAfterARestart() {
         dialog.click("btnOK");
     });
     stage_.startEditor();
-    QTRY_COMPARE(stage_.editor().window.windowTitle(), "Orvista Message Editor - [PLANT]");
+    QTRY_COMPARE(stage_.window().windowTitle(), "Orvista Message Editor - [PLANT]");
     QVERIFY(testing::allModalsServed());
     QCOMPARE(stage_.hands().text("txtSystemIP"), "127.0.0.1");
     stage_.show("reopened", "The project is open again, with the address that was typed.");
@@ -92,7 +92,7 @@ void ProjectTour::savesItUnderAnotherName() {
         dialog.acceptFile();
     });
     stage_.hands().press(QStringLiteral("Ctrl+Shift+S"));
-    QTRY_COMPARE(stage_.editor().window.windowTitle(), "Orvista Message Editor - [PLANT2]");
+    QTRY_COMPARE(stage_.window().windowTitle(), "Orvista Message Editor - [PLANT2]");
     QCOMPARE(stage_.hands().text("txtSystemName"), "PLANT2");
     stage_.keep(stage_.projectFolder("plant"), "saved-as");
     stage_.show("saved-as", "The project goes on under its new name.");

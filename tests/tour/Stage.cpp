@@ -27,15 +27,14 @@ Stage::Stage(const QString& folder) : folder_(QDir(folder).absolutePath()) {
     }
 }
 
-Editor& Stage::startEditor(const QString& project) {
+void Stage::startEditor(const QString& project) {
     editor_.reset();
-    editor_ = std::make_unique<Editor>(path(QStringLiteral("program")).toStdString());
+    editor_ = std::make_unique<EditorProgram>(path(QStringLiteral("program")).toStdString());
     if (!project.isEmpty())
-        editor_->window.openAtStart(project.toStdString());
-    editor_->window.show();
-    if (!QTest::qWaitForWindowExposed(&editor_->window))
+        editor_->window().openAtStart(project.toStdString());
+    editor_->window().show();
+    if (!QTest::qWaitForWindowExposed(&editor_->window()))
         throw std::runtime_error("the main window does not show");
-    return *editor_;
 }
 
 void Stage::show(QWidget& window, const QString& name, const QString& line) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tests/tour/Editor.h"
+#include "mainwindow/EditorProgram.h"
 #include "tests/tour/Hands.h"
 
 #include <QDir>
@@ -19,13 +19,13 @@ public:
 
     /// Ends the running editor, if there is one, and starts it again, with an empty memory but for its files.
     /// Script the start-up dialog before. With `project` (a path) it opens that one instead.
-    Editor& startEditor(const QString& project = {});
-    Editor& editor() { return *editor_; }
-    Hands hands() { return Hands(editor_->window); }
+    void startEditor(const QString& project = {});
+    QWidget& window() { return editor_->window(); }
+    Hands hands() { return Hands(window()); }
 
     /// Saves a picture of the window and prints a line about what it shows.
     void show(QWidget& window, const QString& name, const QString& line);
-    void show(const QString& name, const QString& line) { show(editor_->window, name, line); }
+    void show(const QString& name, const QString& line) { show(window(), name, line); }
 
     /// Plays `act` in the modal window of that name once it opens. A failure in it fails the step.
     void inDialog(const QString& name, std::function<void(const Hands&)> act);
@@ -39,7 +39,7 @@ public:
 private:
     QDir folder_;
     int pictures_ = 0;
-    std::unique_ptr<Editor> editor_;
+    std::unique_ptr<EditorProgram> editor_;
 };
 
 } // namespace orvista::tour
