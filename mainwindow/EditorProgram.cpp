@@ -1,5 +1,8 @@
 #include "mainwindow/EditorProgram.h"
 
+#include "link/TransferControls.h"
+#include "mainwindow/TcpTesterPage.h"
+
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
@@ -18,11 +21,15 @@ void endProgram() {
 
 } // namespace
 
-EditorProgram::EditorProgram(const std::string& programFolder)
+EditorProgram::EditorProgram(const std::string& programFolder, std::uint16_t modbusPort)
     : environment_{programFolder, PathRules::native()},
       history_(environment_.paths, environment_.programFolder),
       chooser_(history_, environment_, project_, messages_),
-      window_(project_, history_, environment_, {messages_, chooser_, helpOpener_, endProgram}) {
+      window_(project_, history_, environment_, {messages_, chooser_, helpOpener_, endProgram}),
+      testerClient_(project_, window_.testerPage(), messages_, modbusPort),
+      transfer_(project_, window_.lifecycle(), chooser_, messages_, window_, &makeTransferControl) {
+    window_.testerPage().useActions(testerClient_);
+    window_.useTransfer(transfer_);
     messages_.useParent(&window_);
     chooser_.useParent(&window_);
 }

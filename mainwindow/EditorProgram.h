@@ -2,6 +2,8 @@
 
 #include "dialogs/DialogMessages.h"
 #include "dialogs/DialogProjectChooser.h"
+#include "link/forms/DeviceTransfer.h"
+#include "link/forms/TesterClient.h"
 #include "mainwindow/HelpOpener.h"
 #include "mainwindow/frmMain.h"
 #include "model/History.h"
@@ -17,7 +19,9 @@ namespace orvista {
 class EditorProgram {
 public:
     /// \param programFolder UTF-8, without a trailing separator: where the history and the help file lie
-    explicit EditorProgram(const std::string& programFolder);
+    /// \param modbusPort where the device takes test requests
+    explicit EditorProgram(const std::string& programFolder,
+                           std::uint16_t modbusPort = ModbusClient::modbusPort);
 
     frmMain& window() { return window_; }
 
@@ -29,6 +33,8 @@ private:
     DialogProjectChooser chooser_;
     SystemHelpOpener helpOpener_;
     frmMain window_;
+    TesterClient testerClient_;
+    DeviceTransfer transfer_;
 };
 
 /// The folder of the running executable itself, links to it resolved; UTF-8. Needs a QApplication.

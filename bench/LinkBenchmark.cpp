@@ -1,0 +1,159 @@
+#include "bench/Pair.h"
+#include "link/ProjectTransfer.h"
+#include "link/TransferredFiles.h"
+#include "link/forms/TesterClient.h"
+#include "link/ftp/FtpTransferControl.h"
+#include "mainwindow/TcpTesterPage.h"
+#include "tests/link/FtpTestServer.h"
+#include "tests/mainwindow/EditorFixture.h"
+
+#include <QCoreApplication>
+#include <QPushButton>
+
+#include <arpa/inet.h>
+#include <sys/socket.h>
+
+#include <array>
+#include <cstdlib>
+#include <fstream>
+#include <stdexcept>
+#include <thread>
+
+/// A click on the test page until its buttons are enabled again, beside a bare connect, send and close; and
+/// uploads beside the curl program sending the same files.
+namespace orvista::bench {
+namespace {
+
+void require(bool holds, const char* what) {
+    if (!holds)
+        throw std::runtime_error(what);
+}
+
+/// Reads and drops what each connection sends, on a thread of its own.
+class Sink {
+public:
+    Sink() : socket_(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
+        address_.sin_family = AF_INET;
+        address_.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        socklen_t size = sizeof address_;
+        require(bind(socket_, socketAddress(), size) == 0 && listen(socket_, SOMAXCONN) == 0 &&
+                    getsockname(socket_, reinterpret_cast<sockaddr*>(&address_), &size) == 0,
+                "no listening socket");
+        thread_ = std::thread([this] { serve(); });
+    }
+    ~Sink() {
+        shutdown(socket_, SHUT_RDWR);
+        thread_.join();
+        close(socket_);
+    }
+    Sink(const Sink&) = delete;
+    Sink& operator=(const Sink&) = delete;
+
+    std::uint16_t port() const { return ntohs(address_.sin_port); }
+    const sockaddr* socketAddress() const { return reinterpret_cast<const sockaddr*>(&address_); }
+
+private:
+    void serve() const {
+        for (int client = accept(socket_, nullptr, nullptr); client >= 0;
+             client = accept(socket_, nullptr, nullptr)) {
+            std::array<char, 256> bytes{};
+            while (read(client, bytes.data(), bytes.size()) > 0) {
+            }
+            close(client);
+        }
+    }
+
+    int socket_;
+    sockaddr_in address_{};
+    std::thread thread_;
+};
+
+void sendBare(const Sink& sink, const Frame& frame) {
+    const int socket = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    require(connect(socket, sink.socketAddress(), sizeof(sockaddr_in)) == 0, "no connection");
+    require(send(socket, frame.data(), frame.size(), MSG_NOSIGNAL) == static_cast<ssize_t>(frame.size()),
+            "not sent");
+    close(socket);
+}
+
+void ClickToButtonsEnabled(benchmark::State& state) {
+    const Sink sink;
+    testing::EditorFixture editor;
+    editor.startWithNewProject();
+    editor.project.IP = "127.0.0.1";
+    TesterClient client(editor.project, editor.window->testerPage(), editor.messages, sink.port());
+    editor.window->testerPage().useActions(client);
+    auto* const button = editor.find<QPushButton>("cmdUpdateCoil");
+    const Frame frame = coilRequest(100, false);
+    runBesideFloor(
+        state,
+        [&] {
+            button->click();
+            while (!button->isEnabled())
+                QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        },
+        [&] { sendBare(sink, frame); });
+    require(editor.messages.shown.empty(), "a request failed");
+}
+BENCHMARK(ClickToButtonsEnabled)->UseManualTime()->Unit(benchmark::kMicrosecond);
+
+/// One upload as the program makes it, without its windows.
+void upload(const testing::FtpTestServer& server, const std::vector<std::string>& paths) {
+    FtpTransferControl control;
+    control.RemoteAddress("127.0.0.1");
+    control.RemotePort(server.port());
+    require(transferSucceeded(control.OpenLink()), "no link");
+    control.PrepareUpload({});
+    for (const std::string& path : paths)
+        require(transferSucceeded(control.UploadFile(path)), "a file failed");
+    control.FinishUpload();
+    control.CloseLink();
+}
+
+/// The same files in one run of the curl program, over one connection too.
+std::string curlCommand(const testing::FtpTestServer& server, const std::vector<std::string>& paths,
+                        const std::string& listFile) {
+    std::ofstream list(listFile);
+    for (const std::string& path : paths)
+        list << "upload-file = \"" << path << "\"\nurl = \"ftp://admin:@127.0.0.1:" << server.port()
+             << "/\"\n";
+    return "curl --silent --noproxy '*' --config " + listFile;
+}
+
+void uploadBesideCurl(benchmark::State& state, const std::vector<std::string>& paths) {
+    const testing::FtpTestServer server;
+    const testing::TemporaryFolder lists;
+    const std::string command = curlCommand(server, paths, lists.file("list"));
+    runBesideFloor(
+        state, [&] { upload(server, paths); },
+        [&] { require(std::system(command.c_str()) == 0, "curl failed"); });
+}
+
+std::vector<std::string> inFolder(const std::string& folder, const std::vector<std::string>& names) {
+    std::vector<std::string> paths;
+    for (const std::string& name : names)
+        paths.push_back(PathRules::native().join(folder, name));
+    return paths;
+}
+
+void UploadExample(benchmark::State& state) {
+    const std::string folder = ORVISTA_EXAMPLES "/pumpstation";
+    std::vector<std::string> names(transferredDeviceFiles.begin(), transferredDeviceFiles.end());
+    for (const std::string& bitmap : bitmapsOfFolder(folder))
+        names.push_back(bitmap);
+    uploadBesideCurl(state, inFolder(folder, names));
+}
+BENCHMARK(UploadExample)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(10);
+
+void Upload500Bitmaps(benchmark::State& state) {
+    const testing::TemporaryFolder folder;
+    constexpr int bitmaps = 500;
+    constexpr std::size_t bitmapSize = 4096;
+    for (int number = 0; number < bitmaps; ++number)
+        testing::writeBytes(folder.file("b" + std::to_string(number) + ".bmp"), std::string(bitmapSize, 'x'));
+    uploadBesideCurl(state, inFolder(folder.path(), bitmapsOfFolder(folder.path())));
+}
+BENCHMARK(Upload500Bitmaps)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(5);
+
+} // namespace
+} // namespace orvista::bench
