@@ -38,7 +38,6 @@ TransferProgressWindow::TransferProgressWindow(const QString& title, QWidget* pa
     activity_->setTextFormat(Qt::PlainText);
     count_->setObjectName(QStringLiteral("barFiles"));
     count_->setAccessibleName(title);
-    count_->setFormat(tr("%v of %m"));
     auto* const layout = new QVBoxLayout(this);
     layout->addWidget(activity_);
     layout->addWidget(count_);
@@ -60,7 +59,9 @@ void TransferProgressWindow::showActivity(const std::string& text) {
 
 void TransferProgressWindow::showFile(const std::string& name, std::size_t number, std::size_t count) {
     count_->setRange(0, static_cast<int>(count));
-    count_->setValue(static_cast<int>(number));
+    // The file has yet to go: the bar is full only when the last one is through.
+    count_->setValue(static_cast<int>(number) - 1);
+    count_->setFormat(tr("%1 of %2").arg(number).arg(count));
     showText(QString::fromStdString(name));
 }
 
