@@ -32,7 +32,11 @@ std::error_code refusal(std::errc reason) {
 
 fs::path systemPath(const std::string& utf8) {
 #ifdef _WIN32
-    return {std::u8string(utf8.begin(), utf8.end())};
+    try {
+        return {std::u8string(utf8.begin(), utf8.end())};
+    } catch (const fs::filesystem_error&) {
+        return {}; // bytes that are no UTF-8 name no file here
+    }
 #else
     return {utf8}; // paths are bytes here; converting could refuse some
 #endif
@@ -63,12 +67,13 @@ FileSource::FileSource(const std::string& path) {
 
 std::size_t FileSource::read(char* buffer, std::size_t size) {
     const std::size_t count = std::fread(buffer, 1, size, file_.get());
-    if (count < size && std::ferror(file_.get()))
+    // What came before a failure is handed out first; the next call tells of it.
+    if (count == 0 && std::ferror(file_.get()))
         throw ReadFailure(systemError());
     return count;
 }
 
-FileSink::FileSink(const std::string& path) {
+FileSink::FileSink(const std::string& path) : buffer_(bufferSize) {
     const fs::path file = systemPath(path);
     std::error_code error;
     if (fs::status(file, error).type() == fs::file_type::fifo)
@@ -76,7 +81,7 @@ FileSink::FileSink(const std::string& path) {
     file_ = openFile(file, true);
     if (!file_)
         throw OpenFailure(systemError());
-    std::setvbuf(file_.get(), nullptr, _IOFBF, bufferSize);
+    std::setvbuf(file_.get(), buffer_.data(), _IOFBF, buffer_.size());
 }
 
 void FileSink::write(std::string_view bytes) {

@@ -77,6 +77,7 @@ public:
     void close() override;
 
 private:
+    std::vector<char> buffer_; // outlives the file, whose closing empties it
     FileHandle file_;
 };
 
@@ -122,7 +123,7 @@ private:
 
 inline constexpr std::string_view lineEnd = "\r\n";
 
-/// The operating system's form of a UTF-8 path.
+/// The operating system's form of a UTF-8 path; an empty one where the system cannot hold the bytes.
 std::filesystem::path systemPath(const std::string& utf8);
 /// The UTF-8 form of an operating system's path.
 std::string utf8Path(const std::filesystem::path& path);

@@ -86,6 +86,28 @@ TEST(FileSource, RefusesWhatIsNoFile) {
 #endif
 }
 
+TEST(FileSource, TakesAPathThatIsNoTextAsMissing) {
+    const testing::TemporaryFolder folder;
+    EXPECT_THROW(FileSource(folder.path() + "/\xFF\xC3name"), OpenFailure);
+}
+
+#ifdef __linux__
+TEST(FileSource, TellsAFailureAfterOpening) {
+    FileSource source("/proc/self/mem"); // nothing can be read at its start
+    char byte = 0;
+    EXPECT_THROW(source.read(&byte, 1), ReadFailure);
+}
+#endif
+
+TEST(FileSink, KeepsWhatWasWrittenWhenItIsNotClosed) {
+    const testing::TemporaryFolder folder;
+    {
+        FileSink sink(folder.file("bytes"));
+        sink.write("so far");
+    }
+    EXPECT_EQ(testing::fileBytes(folder.file("bytes")), "so far");
+}
+
 TEST(FileSink, WritesExactBytes) {
     using namespace std::string_literals;
     const testing::TemporaryFolder folder;
