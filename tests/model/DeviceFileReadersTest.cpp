@@ -89,11 +89,15 @@ TEST(ReadMessages, MoreThanFortyFillFortyRows) {
 }
 
 TEST(ReadMessages, ThreeLeaveTheOtherRowsUntouched) {
-    const Project project =
-        withMessages("DEFMSG STDMSG1\na\nENDMSG\nDEFMSG STDMSG2\nb\nENDMSG\nDEFMSG STDMSG3\nc\nENDMSG\n");
+    Project project;
+    project.STDMSG.fill("before");
+    MemorySource source("DEFMSG STDMSG1\na\nENDMSG\nDEFMSG STDMSG2\nb\nENDMSG\nDEFMSG STDMSG3\nc\nENDMSG\n");
+    readStdMsg(source, project);
+    EXPECT_EQ(project.STDMSG[0], "a\r\n");
+    EXPECT_EQ(project.STDMSG[1], "b\r\n");
     EXPECT_EQ(project.STDMSG[2], "c\r\n");
     for (std::size_t row = 3; row < 40; ++row)
-        EXPECT_EQ(project.STDMSG[row], "CLEAR");
+        EXPECT_EQ(project.STDMSG[row], "before");
 }
 
 TEST(ReadMessages, TheNumberInTheFileIsNotUsed) {

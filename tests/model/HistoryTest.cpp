@@ -1,6 +1,11 @@
 #include "model/History.h"
 
 #include "tests/support/TemporaryFolder.h"
+#ifndef _WIN32
+#include "tests/support/Unprivileged.h"
+
+#include <sys/stat.h>
+#endif
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -97,6 +102,28 @@ TEST_F(RecentProjects, AFolderInPlaceOfTheFileIsSilent) {
     open("A");
     EXPECT_EQ(history.rows()[0], "/p/A");
 }
+
+#ifndef _WIN32
+TEST_F(RecentProjects, AnUnreadableOrWriteProtectedFileIsSilent) {
+    orvista::testing::writeBytes(folder.file("history.cache"), "/p/A\r\n");
+    chmod(folder.path().c_str(), 0755);
+    for (const mode_t mode : {0000, 0444}) {
+        chmod(folder.file("history.cache").c_str(), mode);
+        EXPECT_TRUE(orvista::testing::holdsUnprivileged([&] {
+            history.ReadHistory();
+            open("B");
+            return history.rows()[0] == "/p/B" && history.rows()[1] == (mode == 0 ? "" : "/p/A");
+        })) << mode;
+    }
+    EXPECT_EQ(cache(), "/p/A\r\n");
+}
+
+TEST_F(RecentProjects, AFullDiskIsSilent) {
+    fs::create_symlink("/dev/full", folder.file("history.cache"));
+    open("A");
+    EXPECT_THAT(history.rows(), ElementsAre("/p/A", "", "", "", ""));
+}
+#endif
 
 TEST_F(RecentProjects, AnyPathIsHeld) {
     const std::string plant = "\u65E5\u672C \xF0\x9F\x98\x80 %20";

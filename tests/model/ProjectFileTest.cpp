@@ -72,6 +72,38 @@ TEST_F(ProjectFile, WhatWasSavedIsReadBack) {
     EXPECT_TRUE(messages.shown.empty());
 }
 
+TEST_F(ProjectFile, EveryByteSurvivesSavingAndOpening) {
+    std::string text = "a";
+    for (int byte = 0; byte < 256; ++byte) {
+        if (byte != '\r' && byte != '\n')
+            text.push_back(static_cast<char>(byte));
+    }
+    text += "z";
+    Project project;
+    project.SerialPort = project.IP = text;
+    project.RegVar[0] = {"RegVar1", text, text, text};
+    project.CoilVar[0] = {"CoilVar1", text, text, text};
+    project.STDMSG[39] = project.ALTMSG[0] = text;
+    ASSERT_EQ(SaveProject(folder.path(), "Plant", project, context), SaveOutcome::Saved);
+
+    Project back;
+    ASSERT_TRUE(ReadProject(folder.file("Plant.orx"), back, context));
+    EXPECT_EQ(back.SerialPort, text);
+    EXPECT_EQ(back.IP, text);
+    EXPECT_EQ(back.RegVar, project.RegVar);
+    EXPECT_EQ(back.CoilVar, project.CoilVar);
+    EXPECT_EQ(back.STDMSG[39], text + "\r\n");
+    EXPECT_EQ(back.ALTMSG[0], text + "\r\n");
+}
+
+TEST_F(ProjectFile, AByteOrderMarkInFrontIsSkipped) {
+    Project project;
+    ASSERT_TRUE(read("\xEF\xBB\xBF[CONFIG]\nIP 127.0.0.3\n"
+                     "[MODBUS.ADR]\n[STDMSG.ILM]\n[ALTMSG.ILM]\n[ILMVAR.DEF]\n",
+                     project));
+    EXPECT_EQ(project.IP, "127.0.0.3");
+}
+
 TEST_F(ProjectFile, ARegularStartThatBreaksTheRuleLastsUntilReopening) {
     Project project;
     project.RegularMessage = 400;
@@ -176,6 +208,49 @@ TEST_F(ProjectFile, AFolderInPlaceOfAFileIsToldByItsPath) {
     EXPECT_EQ(messages.shown[0], (Shown{MessageIcon::None, "Unable to open " + folder.file("StdMsg.ilm")}));
     EXPECT_EQ(project.IP, "127.0.0.4") << "what was read before stays";
 }
+
+TEST_F(ProjectFile, AFileInPlaceOfTheFolderIsTold) {
+    Project project;
+    writeBytes(folder.file("file"), "x");
+    const std::string path = rules.join(folder.file("file"), "Plant.orx");
+    EXPECT_FALSE(ReadProject(path, project, context));
+    ASSERT_EQ(messages.shown.size(), 1U);
+    EXPECT_EQ(messages.shown[0], (Shown{MessageIcon::None, "Unable to open " + path}));
+}
+
+TEST_F(ProjectFile, APlayListThatCannotBeWrittenIsToldAndTheProjectRead) {
+    Project project;
+    fs::create_directory(systemPath(folder.file("default.pls")));
+    EXPECT_TRUE(read("[MODBUS.ADR]\nAnalogInput 7\n[STDMSG.ILM]\n[ALTMSG.ILM]\n[ILMVAR.DEF]\n", project));
+    ASSERT_EQ(messages.shown.size(), 1U);
+    EXPECT_EQ(messages.shown[0],
+              (Shown{MessageIcon::Exclamation, "unable to open " + folder.file("default.pls")}));
+    EXPECT_EQ(project.AnalogInput, 7);
+}
+
+#ifdef __linux__
+/// A file that opens but cannot be read, as on a damaged disk.
+constexpr const char* unreadable = "/proc/self/mem";
+
+TEST_F(ProjectFile, AReadingFailureIsToldByThePath) {
+    Project project;
+    fs::create_symlink(unreadable, folder.file("Plant.orx"));
+    EXPECT_FALSE(ReadProject(folder.file("Plant.orx"), project, context));
+    ASSERT_EQ(messages.shown.size(), 1U);
+    EXPECT_EQ(messages.shown[0], (Shown{MessageIcon::None, "exception ooccured when reading data from " +
+                                                               folder.file("Plant.orx")}));
+    EXPECT_FALSE(exists("default.pls"));
+}
+
+TEST_F(ProjectFile, ADeviceFileThatCannotBeReadDoesNotFailTheProject) {
+    Project project;
+    fs::create_symlink(unreadable, folder.file("stdmsg.ilm"));
+    EXPECT_TRUE(read("[MODBUS.ADR]\n[ALTMSG.ILM]\nDEFMSG a\nread\nENDMSG\n[ILMVAR.DEF]\n", project));
+    ASSERT_EQ(messages.shown.size(), 1U);
+    EXPECT_EQ(messages.shown[0], (Shown{MessageIcon::None, "exception ooccured when reading data"}));
+    EXPECT_EQ(project.ALTMSG[0], "read\r\n") << "the file after it is read";
+}
+#endif
 
 TEST_F(ProjectFile, AReaderThatFailsDoesNotFailTheProject) {
     Project project;

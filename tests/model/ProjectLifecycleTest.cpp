@@ -116,6 +116,29 @@ TEST_F(Lifecycle, AResetIsUnmodifiedWhateverTheRefreshDid) {
     EXPECT_EQ(window.systemName, "A") << "the views are rebuilt before the name is emptied";
 }
 
+TEST_F(Lifecycle, AResetFillsEveryTableWithItsDefaults) {
+    create("A");
+    project.AnalogInput = project.DigitalInput = project.AlertMessage = project.RegularMessage = -1;
+    project.RegVar.fill({"x", "x", "x", "x"});
+    project.CoilVar.fill({"x", "x", "x", "x"});
+    project.STDMSG.fill("x");
+    project.ALTMSG.fill("x");
+    project.SerialPort = project.IP = "x";
+    lifecycle.InitProject();
+    const Project defaults;
+    EXPECT_EQ(project.AnalogInput, 100);
+    EXPECT_EQ(project.DigitalInput, 100);
+    EXPECT_EQ(project.AlertMessage, 300);
+    EXPECT_EQ(project.RegularMessage, 320);
+    EXPECT_EQ(project.RegVar, defaults.RegVar);
+    EXPECT_EQ(project.CoilVar, defaults.CoilVar);
+    EXPECT_THAT(project.STDMSG, ::testing::Each("CLEAR"));
+    EXPECT_THAT(project.ALTMSG, ::testing::Each("CLEAR"));
+    EXPECT_EQ(project.SerialPort, "COM1");
+    EXPECT_EQ(project.IP, defaults.IP);
+    EXPECT_EQ(window.shownAddress, defaults.IP) << "the views are rebuilt from the defaults";
+}
+
 TEST_F(Lifecycle, ANewProjectIsModifiedAndNotOnDisk) {
     const int before = window.refreshes;
     create("Plant2");
@@ -186,6 +209,7 @@ TEST_F(Lifecycle, AnUnmodifiedProjectIsNotAskedFor) {
 TEST_F(Lifecycle, ASaveThatFailsStopsNewAndOpen) {
     create("Plant");
     fs::create_directory(systemPath(plant("Plant.orx")));
+    const auto rows = history.rows();
     for (const bool open : {false, true}) {
         messages.answers = {Answer::Yes};
         open ? lifecycle.OpenProjectCommand() : lifecycle.NewProjectCommand();
@@ -195,6 +219,7 @@ TEST_F(Lifecycle, ASaveThatFailsStopsNewAndOpen) {
     EXPECT_EQ(messages.shown.size(), 2U);
     EXPECT_EQ(messages.shown[0], (Shown{MessageIcon::Exclamation, "unable to open " + plant("Plant.orx")}));
     EXPECT_EQ(chooser.existingAsked, 0);
+    EXPECT_EQ(history.rows(), rows) << "a save that failed is not recorded";
 }
 
 TEST_F(Lifecycle, AFailedDeviceFileDoesNotStopNew) {
@@ -244,6 +269,19 @@ TEST_F(Lifecycle, SaveAsTakesFolderAndNameFromThePath) {
     EXPECT_TRUE(exists(plant("Line3.orx")));
 }
 
+TEST_F(Lifecycle, SaveAsSplitsAWindowsPathAtItsLastBackslash) {
+    environment.paths = PathRules::windows();
+    const std::string p = plants + "\\P";
+    fs::create_directory(systemPath(p));
+    create("Plant");
+    chooser.saveAsPaths.push_back(p + "\\Line3.orx");
+    lifecycle.SaveAsCommand();
+    EXPECT_EQ(project.ProjPath, p);
+    EXPECT_EQ(project.ProjName, "Line3");
+    EXPECT_EQ(fileBytes(p + "\\Line3.orx"), expectedProjectFile(project.IP));
+    EXPECT_EQ(history.rows()[0], p + "\\Line3");
+}
+
 TEST_F(Lifecycle, SaveAsFromTheStartUpStateEnablesTheProject) {
     chooser.saveAsPaths.push_back(plant("First.orx"));
     lifecycle.SaveAsCommand();
@@ -271,11 +309,17 @@ TEST_F(Lifecycle, SaveAsCancelledOrWithoutAFolderDoesNothing) {
 
 TEST_F(Lifecycle, ASaveAsThatFailsKeepsTheOldIdentity) {
     create("Plant");
-    chooser.saveAsPaths.push_back(environment.paths.join(plant("missing"), "Line3.orx"));
+    const auto rows = history.rows();
+    const std::string chosen = environment.paths.join(plant("missing"), "Line3.orx");
+    chooser.saveAsPaths.push_back(chosen);
     lifecycle.SaveAsCommand();
-    EXPECT_EQ(messages.shown.size(), 1U);
+    ASSERT_EQ(messages.shown.size(), 1U);
+    EXPECT_EQ(messages.shown[0], (Shown{MessageIcon::Exclamation, "unable to open " + chosen}));
     EXPECT_EQ(window.caption, "Orvista Message Editor - [Plant*]");
     EXPECT_EQ(project.ProjPath, plants);
+    EXPECT_EQ(project.ProjName, "Plant");
+    EXPECT_EQ(window.systemName, "Plant");
+    EXPECT_EQ(history.rows(), rows);
 }
 
 TEST_F(Lifecycle, AFileOfTheCommandLineIsOpenedAtOnce) {

@@ -176,6 +176,30 @@ TEST_F(SaveFailures, UnreadableFilesAreToldWhenOpening) {
     }));
 }
 
+TEST_F(SaveFailures, AnUnreadableDeviceFileIsToldAndTheOthersAreRead) {
+    chmod(folder.path().c_str(), 0777);
+    writeBytes(folder.file("Plant.orx"),
+               "[MODBUS.ADR]\n[ALTMSG.ILM]\nDEFMSG a\nread\nENDMSG\n[ILMVAR.DEF]\n");
+    chmod(folder.file("Plant.orx").c_str(), 0644);
+    writeBytes(folder.file("stdmsg.ilm"), "DEFMSG a\nhidden\nENDMSG\n");
+    chmod(folder.file("stdmsg.ilm").c_str(), 0);
+    EXPECT_TRUE(holdsUnprivileged([&] {
+        return ReadProject(folder.file("Plant.orx"), project, context) && messages.shown.size() == 1 &&
+               messages.shown[0] == Shown{MessageIcon::None, "Unable to open " + folder.file("stdmsg.ilm")} &&
+               project.STDMSG[0] == "CLEAR" && project.ALTMSG[0] == "read\r\n";
+    }));
+}
+
+TEST_F(SaveFailures, AnUnreadableFolderIsToldWhenOpening) {
+    writeBytes(folder.file("Plant.orx"), "[MODBUS.ADR]\n");
+    chmod(folder.path().c_str(), 0);
+    EXPECT_TRUE(holdsUnprivileged([&] {
+        return !ReadProject(folder.file("Plant.orx"), project, context) && messages.shown.size() == 1 &&
+               messages.shown[0] == Shown{MessageIcon::None, "Unable to open " + folder.file("Plant.orx")};
+    }));
+    chmod(folder.path().c_str(), 0755);
+}
+
 TEST_F(SaveFailures, AWriteProtectedDeviceFileStopsTheOpening) {
     chmod(folder.path().c_str(), 0777);
     writeBytes(folder.file("Plant.orx"), "[STDMSG.ILM]\n");
