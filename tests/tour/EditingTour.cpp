@@ -16,9 +16,9 @@ QString shownScript(const Hands& hands) {
 }
 
 const QString levelScript = "CLEAR\n"
-                            "TEXT 0 0 GREEN BLACK \"Level       m     \"\n"
+                            "TEXT 0 0 GREEN BLACK \"Level           \"\n"
                             "DISPVAR 48 0 ORANGE BLACK RegVar1\n"
-                            "DISPVAR 112 0 RED BLACK CoilVar1\n"
+                            "DISPVAR 96 0 RED BLACK CoilVar1\n"
                             "IN GO-LEFT 1 50\n"
                             "ACT STILL 3000\n"
                             "OUT GO-UP 1 100";
@@ -44,7 +44,7 @@ void EditingTour::composesAPageWithTwoFields() {
     hands.clickNode("trvSystem", "C4");
     hands.clickNode("trvMsg", "R3");
     stage_.inDialog("frmMessageEdit", [this](const Hands& wizard) {
-        wizard.type("txtText", "Level %5v m %4v");
+        wizard.type("txtText", "Level %5v %4v");
         wizard.pick("cbFgClr", "GREEN");
         wizard.pick("cbVar(0)", "RegVar1");
         wizard.pick("cbVarFgClr(0)", "ORANGE");

@@ -1,10 +1,12 @@
 #include "tests/tour/Hands.h"
 
 #include <QAbstractButton>
+#include <QAction>
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QLineEdit>
 #include <QTest>
+#include <QToolBar>
 #include <QTreeWidget>
 #include <QTreeWidgetItemIterator>
 
@@ -32,6 +34,13 @@ void Hands::click(const QString& buttonName) const {
     const QPoint where =
         withText && withText->isCheckable() ? QPoint(10, button.height() / 2) : button.rect().center();
     QTest::mouseClick(&button, Qt::LeftButton, {}, where);
+}
+
+void Hands::clickTool(const QString& key) const {
+    auto* const tool = find<QToolBar>({}).findChild<QAction*>(key);
+    if (!tool || !tool->isEnabled())
+        throw std::logic_error("the tool " + key.toStdString() + " cannot be used");
+    QTest::mouseClick(find<QToolBar>({}).widgetForAction(tool), Qt::LeftButton);
 }
 
 void Hands::type(const QString& boxName, const QString& text) const {

@@ -24,6 +24,8 @@ public:
     }
 
     void click(const QString& buttonName) const;
+    /// Clicks the toolbar button of that key.
+    void clickTool(const QString& key) const;
     /// Replaces the text of a box by typing.
     void type(const QString& boxName, const QString& text) const;
     /// Clicks Save or Open in a file dialog, whose buttons have no names.

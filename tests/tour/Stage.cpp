@@ -2,6 +2,8 @@
 
 #include "tests/support/ModalDriver.h"
 
+#include <QPainter>
+#include <QPixmap>
 #include <QPointer>
 #include <QTest>
 #include <QTextStream>
@@ -13,6 +15,22 @@ namespace {
 void makeFolder(const QDir& parent, const QString& name) {
     if (!parent.mkpath(name))
         throw std::runtime_error("cannot make " + parent.filePath(name).toStdString());
+}
+
+/// The window under a strip with its title, since there is no window manager to draw one.
+QImage withTitle(QWidget& window) {
+    const QPixmap content = window.grab();
+    const qreal scale = content.devicePixelRatio();
+    const int strip = window.fontMetrics().height() * 3 / 2;
+    QPixmap picture(content.width(), content.height() + qRound(strip * scale));
+    picture.setDevicePixelRatio(scale);
+    picture.fill(window.palette().color(QPalette::Dark));
+    QPainter painter(&picture);
+    painter.setFont(window.font());
+    painter.setPen(window.palette().color(QPalette::BrightText));
+    painter.drawText(QRect(0, 0, window.width(), strip), Qt::AlignCenter, window.windowTitle());
+    painter.drawPixmap(0, strip, content);
+    return picture.toImage();
 }
 
 } // namespace
@@ -27,9 +45,9 @@ Stage::Stage(const QString& folder) : folder_(QDir(folder).absolutePath()) {
     }
 }
 
-void Stage::startEditor(const QString& project) {
+void Stage::startEditor(const QString& project, quint16 modbusPort) {
     editor_.reset();
-    editor_ = std::make_unique<EditorProgram>(path(QStringLiteral("program")).toStdString());
+    editor_ = std::make_unique<EditorProgram>(path(QStringLiteral("program")).toStdString(), modbusPort);
     if (!project.isEmpty())
         editor_->window().openAtStart(project.toStdString());
     editor_->window().show();
@@ -38,8 +56,12 @@ void Stage::startEditor(const QString& project) {
 }
 
 void Stage::show(QWidget& window, const QString& name, const QString& line) {
+    show(withTitle(window), name, line);
+}
+
+void Stage::show(const QImage& picture, const QString& name, const QString& line) {
     const QString file = QStringLiteral("%1-%2.png").arg(++pictures_, 2, 10, QLatin1Char('0')).arg(name);
-    if (!window.grab().save(path(file)))
+    if (!picture.save(path(file)))
         throw std::runtime_error("cannot save " + file.toStdString());
     QTextStream(stdout) << file.left(2) << "  " << line << "\n";
 }

@@ -4,6 +4,7 @@
 #include "tests/tour/Hands.h"
 
 #include <QDir>
+#include <QImage>
 #include <QWidget>
 
 #include <functional>
@@ -19,12 +20,13 @@ public:
 
     /// Ends the running editor, if there is one, and starts it again, with an empty memory but for its files.
     /// Script the start-up dialog before. With `project` (a path) it opens that one instead.
-    void startEditor(const QString& project = {});
+    void startEditor(const QString& project = {}, quint16 modbusPort = ModbusClient::modbusPort);
     QWidget& window() { return editor_->window(); }
     Hands hands() { return Hands(window()); }
 
     /// Saves a picture of the window and prints a line about what it shows.
     void show(QWidget& window, const QString& name, const QString& line);
+    void show(const QImage& picture, const QString& name, const QString& line);
     void show(const QString& name, const QString& line) { show(window(), name, line); }
 
     /// Plays `act` in the modal window of that name once it opens. A failure in it fails the step.

@@ -1,3 +1,4 @@
+#include "tests/tour/DeviceTour.h"
 #include "tests/tour/EditingTour.h"
 #include "tests/tour/ProjectTour.h"
 
@@ -19,8 +20,9 @@ int main(int argc, char** argv) {
     Stage stage(arguments.at(1));
     ProjectTour project(stage);
     EditingTour editing(stage, arguments.at(2));
+    DeviceTour device(stage);
     const QStringList quietly{arguments.first(), QStringLiteral("-silent")};
-    for (QObject* const part : {static_cast<QObject*>(&project), static_cast<QObject*>(&editing)})
+    for (QObject* const part : std::initializer_list<QObject*>{&project, &editing, &device})
         if (QTest::qExec(part, quietly) != 0)
             return EXIT_FAILURE;
     return EXIT_SUCCESS;
