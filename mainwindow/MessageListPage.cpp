@@ -72,6 +72,7 @@ QWidget* MessageListPage::buildDetails() {
 
     auto* details = new QWidget;
     auto* layout = new QVBoxLayout(details);
+    layout->setContentsMargins(layout->spacing(), 0, 0, 0);
     layout->addLayout(nameRow);
     layout->addWidget(txtMsg_, 1);
     layout->addLayout(buttons);

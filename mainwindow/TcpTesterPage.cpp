@@ -47,6 +47,16 @@ void fill(DropDownList& list, std::size_t count, std::int64_t (*address)(const P
     list.setCurrentIndex(0);
 }
 
+/// A frame with its fields at the top and its button in the corner below them.
+QGroupBox* framed(const QString& name, const QString& caption, QFormLayout* fields, QPushButton* button) {
+    auto* frame = named<QGroupBox>(name, caption);
+    auto* layout = new QVBoxLayout(frame);
+    layout->addLayout(fields);
+    layout->addStretch(1);
+    layout->addWidget(button, 0, Qt::AlignRight);
+    return frame;
+}
+
 template <std::size_t count>
 std::array<bool, count> ticked(const std::array<QCheckBox*, count>& boxes) {
     std::array<bool, count> on{};
@@ -124,27 +134,17 @@ QGroupBox* TcpTesterPage::buildMessageFrame(const MessageFrame& parts, const QSt
 }
 
 QGroupBox* TcpTesterPage::buildCoilFrame() {
-    auto* frame = named<QGroupBox>(QStringLiteral("frameUpdateCoil"), QStringLiteral("Update Coil"));
-    auto* form = new QFormLayout(frame);
+    auto* form = new QFormLayout;
     form->addRow(labelFor(cbDIAddr_, QStringLiteral("Address")), cbDIAddr_);
     form->addRow(labelFor(chkUpdateCoil_, QStringLiteral("Coil Value")), chkUpdateCoil_);
-    auto* buttonRow = new QHBoxLayout;
-    buttonRow->addStretch(1);
-    buttonRow->addWidget(cmdUpdateCoil_);
-    form->addRow(buttonRow);
-    return frame;
+    return framed(QStringLiteral("frameUpdateCoil"), QStringLiteral("Update Coil"), form, cmdUpdateCoil_);
 }
 
 QGroupBox* TcpTesterPage::buildRegisterFrame() {
-    auto* frame = named<QGroupBox>(QStringLiteral("frameUpdateReg"), QStringLiteral("Update Register"));
-    auto* form = new QFormLayout(frame);
+    auto* form = new QFormLayout;
     form->addRow(labelFor(cbAIAddr_, QStringLiteral("Address")), cbAIAddr_);
     form->addRow(labelFor(txtFloat_, QStringLiteral("Register Value")), txtFloat_);
-    auto* buttonRow = new QHBoxLayout;
-    buttonRow->addStretch(1);
-    buttonRow->addWidget(cmdUpdateReg_);
-    form->addRow(buttonRow);
-    return frame;
+    return framed(QStringLiteral("frameUpdateReg"), QStringLiteral("Update Register"), form, cmdUpdateReg_);
 }
 
 void TcpTesterPage::connectHandlers(Messages& messages) {

@@ -75,6 +75,7 @@ QWidget* VariableListPage::buildDetails() {
 
     auto* details = new QWidget;
     auto* layout = new QVBoxLayout(details);
+    layout->setContentsMargins(layout->spacing(), 0, 0, 0);
     layout->addLayout(form);
     layout->addLayout(buttons);
     layout->addStretch(1);

@@ -77,6 +77,7 @@ frmMain::frmMain(Project& project, ConfigModule::History& history,
     connectMenu();
     connect(toolbar_, &ToolBar::ButtonClick, this, &frmMain::ToolbarMain_ButtonClick);
     connect(trvSystem_, &ItemTree::NodeClick, this, &frmMain::trvSystem_NodeClick);
+    connect(tabDetails_, &QTabWidget::currentChanged, this, &frmMain::markPageInTree);
     // The toolbar's descriptions are found by asking "What's this?".
     auto* whatsThis = new QShortcut(Qt::SHIFT | Qt::Key_F1, this);
     connect(whatsThis, &QShortcut::activated, this, &QWhatsThis::enterWhatsThisMode);
@@ -141,6 +142,7 @@ void frmMain::Form_Load() {
     history_.clear();
     history_.ReadHistory();
     ProjectTrees::fillNavigationTree(*trvSystem_);
+    markPageInTree(tabDetails_->currentIndex());
     ProjectTrees::fillMessageTree(messagePage_->tree());
     ProjectTrees::fillVariableTree(variablePage_->tree());
     modbusPage_->setUp();
@@ -311,6 +313,11 @@ void frmMain::ToolbarMain_ButtonClick(const QString& key) {
         else if (key == QLatin1String("DOWNLOAD"))
             miLinkDownload_Click();
     });
+}
+
+void frmMain::markPageInTree(int page) {
+    // The tree points at the shown page, whichever way it was reached.
+    trvSystem_->setCurrentItem(trvSystem_->topLevelItem(0)->child(page));
 }
 
 void frmMain::trvSystem_NodeClick(QTreeWidgetItem* node) {

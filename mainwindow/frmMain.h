@@ -67,6 +67,7 @@ private:
     void Form_Load();
     void Form_Activate();
     void queueActivation();
+    void markPageInTree(int page);
 
     bool hasUnappliedEdits() const;
     bool saveBeforeClosing();

@@ -44,6 +44,7 @@ private slots:
     void nodesShowTheirPages();
     void theRootNodeChangesNothing();
     void optionEntriesShowTheirPages();
+    void theTreePointsAtTheShownPage();
     void movingByKeyboardIsAClick();
     void oneActionFiresOnce();
     void aClickOnTheCurrentNodeFiresAgain();
@@ -105,6 +106,20 @@ void NavigationTest::optionEntriesShowTheirPages() {
     QCOMPARE(tabs->currentIndex(), 1);
     editor.trigger("miOptionSystemCfg");
     QCOMPARE(tabs->currentIndex(), 0);
+}
+
+void NavigationTest::theTreePointsAtTheShownPage() {
+    EditorFixture editor;
+    editor.startWithNewProject();
+    auto* const tree = editor.find<ItemTree>("trvSystem");
+    const QSignalSpy clicks(tree, &ItemTree::NodeClick);
+    QCOMPARE(nodeKey(*tree->currentItem()), QStringLiteral("C1"));
+    editor.trigger("miVarLst");
+    QCOMPARE(nodeKey(*tree->currentItem()), QStringLiteral("C3"));
+    QCOMPARE(clicks.count(), 0);
+    QTest::keyClick(tree, Qt::Key_Down);
+    QCOMPARE(editor.find<QTabWidget>("tabDetails")->currentIndex(), 3);
+    QCOMPARE(clicks.count(), 1);
 }
 
 void NavigationTest::movingByKeyboardIsAClick() {

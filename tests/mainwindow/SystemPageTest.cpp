@@ -16,6 +16,7 @@ private slots:
     void theTestPageFollowsTheAddress();
     void everyWriteOfTheAddressMarksTheProject();
     void shownBoxesTakeNoInput();
+    void shownBoxesFollowThePalette();
     void theOnlyCommunicationTypeStaysSelected();
     void everyByteOfAnAddressSurvives();
     void charactersTheDeviceDoesNotHaveAreRefused();
@@ -70,6 +71,20 @@ void SystemPageTest::shownBoxesTakeNoInput() {
     editor.startWithNewProject();
     for (const char* name : {"txtSystemName", "txtPort", "Text1", "txtIP"})
         QVERIFY2(editor.find<QLineEdit>(name)->isReadOnly(), name);
+}
+
+void SystemPageTest::shownBoxesFollowThePalette() {
+    const QPalette before = QApplication::palette();
+    EditorFixture editor;
+    editor.startWithNewProject();
+    QPalette dark(Qt::darkGray);
+    dark.setColor(QPalette::Base, Qt::black);
+    QApplication::setPalette(dark);
+    const auto* const shown = editor.find<QLineEdit>("txtPort");
+    QTRY_COMPARE(shown->palette().base(), dark.window());
+    QCOMPARE(editor.find<QLineEdit>("txtSystemIP")->palette().base(), dark.base());
+    QApplication::setPalette(before);
+    QTRY_COMPARE(shown->palette().base(), before.window());
 }
 
 void SystemPageTest::theOnlyCommunicationTypeStaysSelected() {

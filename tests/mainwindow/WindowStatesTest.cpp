@@ -1,6 +1,6 @@
 #include "tests/mainwindow/EditorFixture.h"
 
-#include <QCloseEvent>
+#include <QWindow>
 
 using namespace orvista;
 using namespace orvista::testing;
@@ -59,6 +59,7 @@ private slots:
     void downloaded();
     void failedSaveStaysModified();
     void newAsksAndSaves();
+    void aNameThatLooksLikeAMarkIsShownAsItIs();
 };
 
 void WindowStatesTest::startUp() {
@@ -210,6 +211,12 @@ void WindowStatesTest::newAsksAndSaves() {
     editor.newProject("Line4");
     QVERIFY(std::filesystem::exists(systemPath(editor.projectFolder.file("Line3.orx"))));
     QCOMPARE(editor.title(), caption("Line4*"));
+}
+
+void WindowStatesTest::aNameThatLooksLikeAMarkIsShownAsItIs() {
+    EditorFixture editor;
+    editor.startWithNewProject("a[");
+    QCOMPARE(editor.window->windowHandle()->title(), caption("a[*"));
 }
 
 QTEST_MAIN(WindowStatesTest)
