@@ -76,8 +76,7 @@ bool RemoteListing::append(std::string_view piece) {
 bool RemoteListing::finish() {
     endLine();
     std::ranges::sort(names_);
-    const auto repeated = std::ranges::unique(names_);
-    names_.erase(repeated.begin(), repeated.end());
+    names_.erase(std::unique(names_.begin(), names_.end()), names_.end());
     return !tooLong_;
 }
 
