@@ -2,6 +2,7 @@
 
 #include "link/ftp/FtpTransferControl.h"
 #include "model/Text.h"
+#include "model/Windows1252.h"
 #include "simulator/Sockets.h"
 
 #include <algorithm>
@@ -20,8 +21,8 @@ QByteArray bytesOf(const std::string& text) {
     return {text.data(), static_cast<qsizetype>(text.size())};
 }
 
-QString latin(const std::string& text) {
-    return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));
+QString shown(const std::string& text) {
+    return QString::fromStdString(utf8FromWindows1252(text));
 }
 
 std::string nameLine(const ListedFile& file) {
@@ -98,7 +99,7 @@ void FtpSession::perform(const QByteArray& line) {
     const FtpCommand command =
         tooLong ? FtpCommand() : parseFtpCommand({line.constData(), static_cast<std::size_t>(line.size())});
     log(command.verb == "PASS" ? QByteArrayLiteral("PASS") : line.left(longestFtpLine),
-        latin(describeFtpCommand(command)));
+        shown(describeFtpCommand(command)));
     const Entry* entry = entryOf(command.verb);
     if (entry == nullptr)
         reply(command.verb.empty() ? 500 : 502, "Command not known");
@@ -324,7 +325,7 @@ void FtpSession::store(const std::string& name) {
             return;
         const QByteArray bytes = channel_->collected();
         if (folder_.store(name, {bytes.constData(), static_cast<std::size_t>(bytes.size())})) {
-            log({}, tr("Stored %1, %2 bytes").arg(latin(name)).arg(bytes.size()));
+            log({}, tr("Stored %1, %2 bytes").arg(shown(name)).arg(bytes.size()));
             endTransfer(226, "Stored");
         } else {
             endTransfer(552, "The file could not be stored");
@@ -386,7 +387,7 @@ void FtpSession::drop() {
 
 void FtpSession::reply(int code, const std::string& text) {
     if (code >= 400)
-        log({}, QStringLiteral("%1 %2").arg(code).arg(latin(text)));
+        log({}, QStringLiteral("%1 %2").arg(code).arg(shown(text)));
     replyRaw(std::to_string(code) + " " + text + "\r\n");
 }
 

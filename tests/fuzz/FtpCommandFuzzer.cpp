@@ -24,7 +24,7 @@ void checkName(std::string_view argument) {
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    const std::string line = testing::inputBytes(data, size);
+    const std::string_view line = testing::inputBytes(data, size);
     const FtpCommand command = parseFtpCommand(line);
     require(std::all_of(command.verb.begin(), command.verb.end(),
                         [](char letter) { return letter >= 'A' && letter <= 'Z'; }));

@@ -5,7 +5,7 @@
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace orvista;
     using testing::require;
-    const std::string received = testing::inputBytes(data, size);
+    const std::string_view received = testing::inputBytes(data, size);
     std::string_view rest = received;
     for (;;) {
         const FrameStart first = firstModbusFrame(rest);
