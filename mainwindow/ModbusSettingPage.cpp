@@ -119,6 +119,10 @@ bool ModbusSettingPage::hasUnappliedEdits() const {
     return btnModBusApply_->isEnabledTo(this);
 }
 
+bool ModbusSettingPage::holdsNewAddresses() const {
+    return holdsDigits(*emergency_.next) && holdsDigits(*float_.next) && holdsDigits(*boolean_.next);
+}
+
 void ModbusSettingPage::btnModBusApply_Click() {
     const std::int32_t emergencyStart = addressOf(*emergency_.next);
     const std::int32_t regularStart = addressOf(*regular_.next);
@@ -165,7 +169,7 @@ void ModbusSettingPage::txtNewDIAddr_Change() {
 }
 
 void ModbusSettingPage::enableApplyForDigits() {
-    if (holdsDigits(*emergency_.next) && holdsDigits(*float_.next) && holdsDigits(*boolean_.next))
+    if (holdsNewAddresses())
         btnModBusApply_->setEnabled(true);
 }
 

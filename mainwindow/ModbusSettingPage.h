@@ -29,8 +29,10 @@ public:
     /// Passes the shown message addresses and the variables' addresses on to the test page.
     void fillTestPage();
 
-    /// True when typed addresses wait for Apply.
+    /// True when Apply is enabled, which it stays when the new boxes are emptied.
     bool hasUnappliedEdits() const;
+    /// True when the new boxes hold addresses to apply.
+    bool holdsNewAddresses() const;
     /// \throws Overflow when an address does not fit; then nothing is stored
     void btnModBusApply_Click();
 

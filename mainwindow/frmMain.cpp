@@ -207,8 +207,9 @@ void frmMain::showProjectName(const std::string& name) {
 }
 
 bool frmMain::hasUnappliedEdits() const {
-    return modbusPage_->hasUnappliedEdits() || variablePage_->hasUnappliedEdits() ||
-           messagePage_->hasUnappliedEdits();
+    return tabDetails_->isEnabled() &&
+           (modbusPage_->hasUnappliedEdits() || variablePage_->hasUnappliedEdits() ||
+            messagePage_->hasUnappliedEdits());
 }
 
 void frmMain::closeEvent(QCloseEvent* event) {
@@ -232,7 +233,8 @@ bool frmMain::saveBeforeClosing() {
         break;
     }
     // Who says Yes means all that is on the screen, applied or not.
-    if (modbusPage_->hasUnappliedEdits())
+    // Apply stays enabled when the boxes are emptied; it would then store an address map of zeros.
+    if (modbusPage_->hasUnappliedEdits() && modbusPage_->holdsNewAddresses())
         modbusPage_->btnModBusApply_Click();
     if (variablePage_->hasUnappliedEdits())
         variablePage_->btnVarApply_Click();

@@ -1,6 +1,9 @@
 #include "tests/mainwindow/EditorFixture.h"
 
 #include "dialogs/controls/DeviceTextEdit.h"
+#include "tests/support/ExpectedFiles.h"
+
+#include <QPushButton>
 
 using namespace orvista;
 using namespace orvista::testing;
@@ -8,6 +11,12 @@ using namespace orvista::testing;
 namespace {
 
 const std::vector<std::string> question{"Do you want to save current project before exit?"};
+
+void typeAddresses(const EditorFixture& editor, const QString& address) {
+    editor.showPage("C2");
+    for (const char* box : {"txtNewAltAddr", "txtNewAIAddr", "txtNewDIAddr"})
+        editor.type(box, address);
+}
 
 bool exists(const std::string& path) {
     return std::filesystem::exists(systemPath(path));
@@ -27,6 +36,8 @@ private slots:
     void aFailedSaveKeepsTheWindow();
     void aFailedDeviceFileClosesWithItsMessage();
     void anAddressThatDoesNotFitKeepsTheWindow();
+    void emptiedAddressBoxesAreNotApplied();
+    void theResetStateIsNotAskedFor();
     void anUnnamedProjectIsSavedAs();
 };
 
@@ -68,9 +79,7 @@ void CloseBoxTest::yesAppliesWhatIsOnThePagesFirst() {
     editor.startWithNewProject();
     editor.showMessage("R7");
     QTest::keyClicks(editor.find<DeviceTextEdit>("txtMsg"), QStringLiteral("typed "));
-    editor.showPage("C2");
-    for (const char* box : {"txtNewAltAddr", "txtNewAIAddr", "txtNewDIAddr"})
-        editor.type(box, QStringLiteral("500"));
+    typeAddresses(editor, QStringLiteral("500"));
     editor.messages.answers = {Answer::Yes};
     QVERIFY(editor.window->close());
     QCOMPARE(editor.project.STDMSG[6], std::string("typed CLEAR"));
@@ -114,13 +123,32 @@ void CloseBoxTest::aFailedDeviceFileClosesWithItsMessage() {
 void CloseBoxTest::anAddressThatDoesNotFitKeepsTheWindow() {
     EditorFixture editor;
     editor.startWithNewProject();
-    editor.showPage("C2");
-    for (const char* box : {"txtNewAltAddr", "txtNewAIAddr", "txtNewDIAddr"})
-        editor.type(box, QStringLiteral("99999999999"));
+    typeAddresses(editor, QStringLiteral("99999999999"));
     editor.messages.answers = {Answer::Yes};
     QVERIFY(!editor.window->close());
     QCOMPARE(editor.messages.shown[0].text, std::string("Overflow"));
     QVERIFY(!exists(editor.projectFolder.file("Line3.orx")));
+}
+
+void CloseBoxTest::emptiedAddressBoxesAreNotApplied() {
+    EditorFixture editor;
+    editor.startWithNewProject();
+    typeAddresses(editor, QStringLiteral("500"));
+    editor.click("btnRestoreDefault");
+    QVERIFY(editor.find<QPushButton>("btnModBusApply")->isEnabled());
+    editor.messages.answers = {Answer::Yes};
+    QVERIFY(editor.window->close());
+    QCOMPARE(fileBytes(editor.projectFolder.file("modbus.adr")), expectedAddressMap);
+}
+
+void CloseBoxTest::theResetStateIsNotAskedFor() {
+    EditorFixture editor;
+    editor.startWithNewProject();
+    typeAddresses(editor, QStringLiteral("500"));
+    editor.trigger("miFileSave");
+    editor.trigger("miFileNew"); // the dialog is cancelled
+    QVERIFY(editor.window->close());
+    QVERIFY(editor.messages.asked.empty());
 }
 
 void CloseBoxTest::anUnnamedProjectIsSavedAs() {
