@@ -104,7 +104,7 @@ void frmLoadProject::btnBrowse_Click() {
     // The list's choice no longer counts; a later click on the same row makes it count again.
     ListView1->clearSelection();
     ProjPath = chooser.FilePath;
-    ProjName = chooser.FileName.substr(0, chooser.FileName.size() - DocMgrModule::projectExtension.size());
+    ProjName = DocMgrModule::projectNameOfFile(chooser.FileName);
     txtFileName->setText(shownPath(environment_.paths.join(chooser.FilePath, chooser.FileName)));
     btnOK->setEnabled(true);
 }

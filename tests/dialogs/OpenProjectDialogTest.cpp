@@ -1,5 +1,6 @@
 #include "dialogs/PathText.h"
 #include "dialogs/frmLoadProject.h"
+#include "tests/support/BoxInput.h"
 #include "tests/support/ModalDriver.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/TreeInput.h"
@@ -146,6 +147,24 @@ private slots:
         QTest::mouseClick(button("btnBrowse"), Qt::LeftButton);
         QCOMPARE(dialog_->ProjName, std::string("A"));
         QCOMPARE(dialog_->findChild<QLineEdit*>("txtFileName")->text(), "/p/A.orx");
+    }
+
+    void aHistoryOfNoiseIsListedAsItIs() {
+        std::string noise;
+        for (const char byte : everyByte())
+            if (byte != '\r' && byte != '\n')
+                noise.push_back(byte);
+        open("\r\n" + noise + "\r\n/\xFF/\xC3\r\nno folder\r\n");
+        QCOMPARE(list()->topLevelItemCount(), 3);
+        list()->setCurrentItem(list()->topLevelItem(0)); // the row is too wide to be clicked in its middle
+        QCOMPARE(QByteArray::fromStdString(environment_.paths.join(dialog_->ProjPath, dialog_->ProjName)),
+                 QByteArray::fromStdString(noise));
+        list()->setCurrentItem(list()->topLevelItem(1));
+        QCOMPARE(QByteArray::fromStdString(dialog_->ProjPath), QByteArray("/\xFF"));
+        QCOMPARE(QByteArray::fromStdString(dialog_->ProjName), QByteArray("\xC3"));
+        list()->setCurrentItem(list()->topLevelItem(2));
+        QCOMPARE(dialog_->ProjPath, std::string());
+        QCOMPARE(dialog_->ProjName, std::string("no folder"));
     }
 
     void theFileNameIsOnlyShown() {
