@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Draws the example's bitmaps: one bit a pixel, a lit LED for every '#'."""
+"""Draws the example's bitmaps: one bit a pixel, black for every '#', which the display lights."""
 
 import struct
 from pathlib import Path
@@ -50,7 +50,8 @@ def bitmap(picture):
     pixels = b"".join(
         int(row.replace("#", "1").replace(".", "0"), 2).to_bytes(width // 8, "big").ljust(stride, b"\0")
         for row in reversed(rows))
-    palette = bytes([0, 0, 0, 0, 255, 255, 255, 0])
+    white, black = bytes([255, 255, 255, 0]), bytes(4)
+    palette = white + black
     offset = 14 + 40 + len(palette)
     header = struct.pack("<2sIHHI", b"BM", offset + len(pixels), 0, 0, offset)
     info = struct.pack("<IiiHHIIiiII", 40, width, height, 1, 1, 0, len(pixels), 2835, 2835, 2, 0)

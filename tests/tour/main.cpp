@@ -3,18 +3,21 @@
 #include "tests/tour/ProjectTour.h"
 
 #include <QApplication>
+#include <QPalette>
 #include <QTest>
 
 #include <cstdio>
 
-/// orvista-tour FOLDER BITMAP: plays the tour and leaves its pictures and projects in FOLDER. BITMAP is the
-/// one that a message shows.
+/// orvista-tour FOLDER BITMAP [--dark]: plays the tour and leaves its pictures and projects in FOLDER. BITMAP
+/// is the one that a message shows.
 int main(int argc, char** argv) {
     using namespace orvista::tour;
     const QApplication application(argc, argv);
-    const QStringList arguments = QApplication::arguments();
+    QStringList arguments = QApplication::arguments();
+    if (arguments.removeAll(QStringLiteral("--dark")) > 0)
+        QApplication::setPalette(QPalette(QColor(45, 45, 45)));
     if (arguments.size() != 3) {
-        std::fputs("usage: orvista-tour FOLDER BITMAP\n", stderr);
+        std::fputs("usage: orvista-tour FOLDER BITMAP [--dark]\n", stderr);
         return 2;
     }
     Stage stage(arguments.at(1));
