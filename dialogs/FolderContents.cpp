@@ -24,8 +24,8 @@ std::vector<std::string> namesIn(const std::string& folder, Accept accept) {
     std::error_code error;
     fs::directory_iterator entry(systemPath(folder), fs::directory_options::skip_permission_denied, error);
     for (; !error && entry != fs::directory_iterator(); entry.increment(error))
-        if (accept(*entry))
-            names.push_back(utf8Path(entry->path().filename()));
+        if (std::string name = utf8Path(entry->path().filename()); !name.empty() && accept(*entry))
+            names.push_back(std::move(name));
 
     QCollator order(QLocale::English); // the same order in every locale
     order.setNumericMode(true);        // "Line 9" before "Line 10"

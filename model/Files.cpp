@@ -44,8 +44,12 @@ fs::path systemPath(const std::string& utf8) {
 
 std::string utf8Path(const fs::path& path) {
 #ifdef _WIN32
-    const auto text = path.u8string();
-    return {text.begin(), text.end()};
+    try {
+        const auto text = path.u8string();
+        return {text.begin(), text.end()};
+    } catch (const fs::filesystem_error&) {
+        return {}; // half a surrogate pair, which no other path can hold
+    }
 #else
     return path.native();
 #endif

@@ -91,6 +91,13 @@ TEST(FileSource, TakesAPathThatIsNoTextAsMissing) {
     EXPECT_THROW(FileSource(folder.path() + "/\xFF\xC3name"), OpenFailure);
 }
 
+#ifdef _WIN32
+TEST(Utf8Path, IsEmptyForANameThatIsNoText) {
+    EXPECT_EQ(utf8Path(L"half \xD83D"), "");
+    EXPECT_EQ(utf8Path(L"whole \xD83D\xDE00"), "whole \xF0\x9F\x98\x80");
+}
+#endif
+
 #ifdef __linux__
 TEST(FileSource, TellsAFailureAfterOpening) {
     FileSource source("/proc/self/mem"); // nothing can be read at its start
