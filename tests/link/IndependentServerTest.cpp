@@ -1,0 +1,132 @@
+#include "link/forms/TesterClient.h"
+#include "tests/support/ChildProcess.h"
+#include "tests/support/ScriptedPeople.h"
+
+#include <QTest>
+
+#include <array>
+#include <bit>
+#include <optional>
+#include <random>
+
+using namespace orvista;
+using namespace orvista::testing;
+
+namespace {
+
+/// A Modbus server that is not ours, in a process of its own; tells of every write it took.
+class IndependentServer {
+public:
+    IndependentServer()
+        : process_({ORVISTA_PYTHON, ORVISTA_MODBUS_SERVER}),
+          port_(static_cast<quint16>(std::stoi(process_.readLine()))) {}
+
+    quint16 port() const { return port_; }
+    QString nextWrite() { return QString::fromStdString(process_.readLine()); }
+
+private:
+    ChildProcess process_;
+    quint16 port_;
+};
+
+class Buttons final : public UpdateButtons {
+public:
+    void setEnabled(UpdateButton, bool enabled) override { enabled_ = enabled; }
+    bool areEnabled() const { return enabled_; }
+
+private:
+    bool enabled_ = true;
+};
+
+template <std::size_t count>
+QString bitList(const std::array<bool, count>& on) {
+    QStringList bits;
+    for (const bool bit : on)
+        bits << (bit ? QStringLiteral("1") : QStringLiteral("0"));
+    return bits.join(u',');
+}
+
+} // namespace
+
+class IndependentServerTest : public QObject {
+    Q_OBJECT
+private slots:
+    void init();
+    void theExamplesMeanWhatTheyShould();
+    void randomRequestsMeanWhatTheyShould();
+
+private:
+    /// What the server took of the request that `ask` made.
+    template <typename Ask>
+    QString written(Ask ask) {
+        ask(*client_);
+        if (!QTest::qWaitFor([this] { return buttons_.areEnabled(); }))
+            return QStringLiteral("the request does not end");
+        return messages_.shown.empty() ? server_->nextWrite()
+                                       : QString::fromStdString(messages_.shown.front().text);
+    }
+    template <typename Bits>
+    Bits randomBits() {
+        Bits bits{};
+        for (bool& bit : bits)
+            bit = random_() % 2 == 1;
+        return bits;
+    }
+
+    std::optional<IndependentServer> server_;
+    Project project_;
+    Buttons buttons_;
+    ScriptedMessages messages_;
+    std::optional<TesterClient> client_;
+    std::mt19937 random_{502};
+};
+
+void IndependentServerTest::init() {
+    server_.emplace();
+    project_.IP = "127.0.0.1";
+    client_.emplace(project_, buttons_, messages_, server_->port());
+}
+
+void IndependentServerTest::theExamplesMeanWhatTheyShould() {
+    std::array<bool, emergencyMessageCount> emergency{};
+    emergency[0] = emergency[2] = true;
+    std::array<bool, regularMessageCount> regular{};
+    regular[39] = true;
+    QCOMPARE(written([&](TesterClient& client) { client.updateEmergencyMessages("300", emergency); }),
+             QStringLiteral("coils 300 1,0,1,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0"));
+    QCOMPARE(written([&](TesterClient& client) { client.updateRegularMessages("320", regular); }),
+             QStringLiteral("coils 320 0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,"
+                            "0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,1"));
+    QCOMPARE(written([](TesterClient& client) { client.updateCoil("100", true); }),
+             QStringLiteral("coils 100 1"));
+    QCOMPARE(written([](TesterClient& client) { client.updateCoil("100", false); }),
+             QStringLiteral("coils 100 0"));
+    // 123.456 is 0x42F6E979; the low word comes first.
+    QCOMPARE(written([](TesterClient& client) { client.updateRegister("100", "123.456"); }),
+             QStringLiteral("registers 100 59769,17142"));
+    for (const char* address : {"0", "255", "256"})
+        QCOMPARE(written([&](TesterClient& client) { client.updateCoil(address, true); }),
+                 QStringLiteral("coils %1 1").arg(QLatin1String(address)));
+}
+
+void IndependentServerTest::randomRequestsMeanWhatTheyShould() {
+    for (int round = 0; round < 25; ++round) {
+        // The server refuses blocks that reach beyond its last address.
+        const std::string address = std::to_string(random_() % 65'000);
+        const QString shown = QString::fromStdString(address);
+        const auto emergency = randomBits<std::array<bool, emergencyMessageCount>>();
+        QCOMPARE(written([&](TesterClient& client) { client.updateEmergencyMessages(address, emergency); }),
+                 QStringLiteral("coils %1 %2").arg(shown, bitList(emergency)));
+        const auto regular = randomBits<std::array<bool, regularMessageCount>>();
+        QCOMPARE(written([&](TesterClient& client) { client.updateRegularMessages(address, regular); }),
+                 QStringLiteral("coils %1 %2").arg(shown, bitList(regular)));
+        const int whole = static_cast<int>(random_() % 100'000) - 50'000;
+        const auto bits = std::bit_cast<std::uint32_t>(static_cast<float>(whole));
+        QCOMPARE(
+            written([&](TesterClient& client) { client.updateRegister(address, std::to_string(whole)); }),
+            QStringLiteral("registers %1 %2,%3").arg(shown).arg(bits & 0xFFFF).arg(bits >> 16));
+    }
+}
+
+QTEST_GUILESS_MAIN(IndependentServerTest)
+#include "IndependentServerTest.moc"
