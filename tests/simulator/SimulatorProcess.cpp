@@ -4,9 +4,11 @@
 #include <QEventLoop>
 #include <QRegularExpression>
 #include <QTimer>
-#include <csignal>
 #include <stdexcept>
+#ifdef Q_OS_LINUX
+#include <csignal>
 #include <sys/prctl.h>
+#endif
 
 namespace orvista::testing {
 
@@ -14,8 +16,12 @@ namespace {
 
 constexpr int patienceMilliseconds = 10'000;
 
-void endWithTest() {
-    ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+/// The process ends with the test, should that crash. Elsewhere than on Linux whoever runs the tests ends
+/// what is left.
+void bindToTest([[maybe_unused]] QProcess& process) {
+#ifdef Q_OS_LINUX
+    process.setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGKILL); });
+#endif
 }
 
 quint16 portIn(const QString& line) {
@@ -25,7 +31,7 @@ quint16 portIn(const QString& line) {
 } // namespace
 
 SimulatorProcess::SimulatorProcess(const QStringList& options) {
-    process_.setChildProcessModifier(endWithTest);
+    bindToTest(process_);
     process_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     process_.start(ORVISTA_SIMULATOR,
                    QStringList{"--headless", "--log", "--modbus-port", "0", "--transfer-port", "0"} +
@@ -49,7 +55,7 @@ bool SimulatorProcess::takeLines(int milliseconds) {
     unfinished_ += process_.readAllStandardOutput();
     const qsizetype before = lines_.size();
     for (qsizetype end = unfinished_.indexOf('\n'); end >= 0; end = unfinished_.indexOf('\n')) {
-        lines_ << QString::fromUtf8(unfinished_.left(end));
+        lines_ << QString::fromUtf8(unfinished_.left(end)).remove('\r');
         unfinished_.remove(0, end + 1);
     }
     return lines_.size() > before || process_.state() != QProcess::NotRunning;
@@ -84,7 +90,7 @@ int SimulatorProcess::terminate() {
 
 QString outputOf(const QString& program, const QStringList& arguments) {
     QProcess process;
-    process.setChildProcessModifier(endWithTest);
+    bindToTest(process);
     QEventLoop loop;
     QObject::connect(&process, &QProcess::finished, &loop, &QEventLoop::quit);
     QObject::connect(&process, &QProcess::errorOccurred, &loop, &QEventLoop::quit);
