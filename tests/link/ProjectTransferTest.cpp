@@ -27,7 +27,7 @@ using ::testing::IsEmpty;
 using Lines = std::vector<std::string>;
 
 std::string lastPart(const std::string& path) {
-    return path.substr(path.find_last_of('/') + 1);
+    return path.substr(path.find_last_of("/\\") + 1);
 }
 
 /// What the control is to answer, and what it was asked.
@@ -147,8 +147,12 @@ protected:
         project.IP = "127.0.0.1";
     }
 
-    std::string inProject(const std::string& name) const { return projectFolder + "/" + name; }
-    std::string inTarget(const std::string& name) const { return targetFolder + "/" + name; }
+    std::string inProject(const std::string& name) const {
+        return PathRules::native().join(projectFolder, name);
+    }
+    std::string inTarget(const std::string& name) const {
+        return PathRules::native().join(targetFolder, name);
+    }
     std::string uploadOf(const std::string& name) const { return "UploadFile " + inProject(name); }
 
     Lines uploadCalls(const Lines& names, const Lines& end) const {

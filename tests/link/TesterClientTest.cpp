@@ -9,7 +9,11 @@
 #include <QTcpSocket>
 #include <QTest>
 
+#ifdef _WIN32
+#include <winsock2.h>
+#else
 #include <sys/socket.h>
+#endif
 
 #include <optional>
 #include <vector>
@@ -69,7 +73,12 @@ quint16 closedPort() {
 
 void reset(const QTcpSocket& socket) {
     const linger atOnce{1, 0};
-    ::setsockopt(static_cast<int>(socket.socketDescriptor()), SOL_SOCKET, SO_LINGER, &atOnce, sizeof atOnce);
+#ifdef _WIN32
+    const auto descriptor = static_cast<SOCKET>(socket.socketDescriptor());
+#else
+    const auto descriptor = static_cast<int>(socket.socketDescriptor());
+#endif
+    ::setsockopt(descriptor, SOL_SOCKET, SO_LINGER, reinterpret_cast<const char*>(&atOnce), sizeof atOnce);
 }
 
 /// The client as the program makes it, but for the port.
