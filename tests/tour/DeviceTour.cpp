@@ -3,7 +3,7 @@
 #include "dialogs/controls/DeviceTextEdit.h"
 #include "tests/support/ModalDriver.h"
 
-#include <QFile>
+#include <QRandomGenerator>
 #include <QTcpServer>
 #include <QTest>
 
@@ -11,9 +11,10 @@ namespace orvista::tour {
 
 namespace {
 
-/// A port that nobody listens on and that the connection dialog can hold: it takes no more than 32767.
+/// A port that nobody listens on and that the connection dialog can hold: it takes no more than 32767. Tours
+/// that run at the same time look in different places.
 int freeTransferPort() {
-    for (int port = 17000; port < 32768; ++port)
+    for (int port = QRandomGenerator::global()->bounded(12000, 32000); port < 32768; ++port)
         if (QTcpServer server; server.listen(QHostAddress::LocalHost, static_cast<quint16>(port)))
             return port;
     throw std::runtime_error("no free port");

@@ -1,3 +1,4 @@
+#include "tests/support/ExpectedLocale.h"
 #include "tests/tour/DeviceTour.h"
 #include "tests/tour/EditingTour.h"
 #include "tests/tour/ProjectTour.h"
@@ -19,6 +20,10 @@ int main(int argc, char** argv) {
     if (arguments.size() != 3) {
         std::fputs("usage: orvista-tour FOLDER BITMAP [--dark]\n", stderr);
         return 2;
+    }
+    if (!orvista::testing::isExpectedLocaleInForce()) {
+        std::fputs("the locale this tour is for is not in force\n", stderr);
+        return EXIT_FAILURE;
     }
     Stage stage(arguments.at(1));
     ProjectTour project(stage);
