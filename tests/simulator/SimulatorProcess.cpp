@@ -51,7 +51,9 @@ SimulatorProcess::~SimulatorProcess() {
 }
 
 bool SimulatorProcess::takeLines(int milliseconds) {
-    process_.waitForReadyRead(milliseconds);
+    // An event loop may have taken the output already; waiting would then be for more.
+    if (process_.bytesAvailable() == 0)
+        process_.waitForReadyRead(milliseconds);
     unfinished_ += process_.readAllStandardOutput();
     const qsizetype before = lines_.size();
     for (qsizetype end = unfinished_.indexOf('\n'); end >= 0; end = unfinished_.indexOf('\n')) {
