@@ -40,7 +40,8 @@ TEST(DeviceFolderTest, ListsPlainFilesInOrderAndNothingElse) {
     writeBytes(root.file(".hidden"), "1");
     writeBytes(root.file("\xE6\x97\xA5.bmp"), "1"); // not in the device's encoding
     std::filesystem::create_directory(systemPath(root.file("folder")));
-    std::filesystem::create_symlink("/etc/passwd", systemPath(root.file("link")));
+    std::error_code noLinksHere;
+    std::filesystem::create_symlink("b.bmp", systemPath(root.file("link")), noLinksHere);
     const DeviceFolder folder(root.path());
     EXPECT_EQ(names(folder), (std::vector<std::string>{"A.bmp", "b.bmp"}));
     EXPECT_EQ(folder.find("b.bmp")->size, 2U);
@@ -50,10 +51,14 @@ TEST(DeviceFolderTest, NeverLeavesTheFolder) {
     const TemporaryFolder outside;
     std::filesystem::create_directory(systemPath(outside.file("root")));
     writeBytes(outside.file("secret"), "secret");
-    std::filesystem::create_symlink("../secret", systemPath(outside.file("root/link")));
+    std::error_code noLinksHere;
+    std::filesystem::create_symlink("../secret", systemPath(outside.file("root/link")), noLinksHere);
     std::filesystem::create_directory(systemPath(outside.file("root/folder")));
     const DeviceFolder folder(outside.file("root"));
-    for (const char* name : {"../secret", "/../secret", "link", "folder", "folder/x", ".", "..", ""}) {
+    std::vector<std::string> names{"../secret", "/../secret", "folder", "folder/x", ".", "..", ""};
+    if (!noLinksHere)
+        names.emplace_back("link");
+    for (const std::string& name : names) {
         EXPECT_FALSE(folder.read(name)) << name;
         EXPECT_FALSE(folder.store(name, "x")) << name;
         EXPECT_FALSE(folder.remove(name)) << name;
