@@ -4,51 +4,70 @@
 
 #include <algorithm>
 #include <chrono>
+#include <ctime>
 #include <vector>
 
 namespace orvista::bench {
 
 using Seconds = std::chrono::duration<double>;
 
+/// What a piece of work took: on the clock on the wall, and of the processor. The latter also counts where
+/// other programs keep the machine busy.
+struct Cost {
+    Seconds wall{};
+    Seconds processor{};
+};
+
 template <typename Work>
-Seconds timeOf(Work&& work) {
+Cost costOf(Work&& work) {
+    const std::clock_t processorStart = std::clock();
     const auto start = std::chrono::steady_clock::now();
     work();
-    return std::chrono::steady_clock::now() - start;
+    return {std::chrono::steady_clock::now() - start,
+            Seconds(static_cast<double>(std::clock() - processorStart) / CLOCKS_PER_SEC)};
 }
 
-class Durations {
+/// The costs of the same work, done again and again.
+class Costs {
 public:
-    void add(Seconds duration) { durations_.push_back(duration); }
-    /// Zero without durations.
-    Seconds median() const {
-        if (durations_.empty())
+    void add(const Cost& cost) {
+        wall_.push_back(cost.wall);
+        processor_ += cost.processor;
+    }
+    /// Median on the wall clock; zero without costs.
+    Seconds wall() const {
+        if (wall_.empty())
             return Seconds::zero();
-        std::vector<Seconds> sorted = durations_;
+        std::vector<Seconds> sorted = wall_;
         const auto middle = sorted.begin() + static_cast<std::ptrdiff_t>(sorted.size() / 2);
         std::nth_element(sorted.begin(), middle, sorted.end());
         return *middle;
     }
+    /// Sum of processor time.
+    Seconds processor() const { return processor_; }
 
 private:
-    std::vector<Seconds> durations_;
+    std::vector<Seconds> wall_;
+    Seconds processor_{};
 };
 
 /// Times `work` beside `floor`, turn by turn, so that both see the same machine. Reports the median of each
-/// (microseconds) and their ratio; the benchmark's own time is that of `work`. It needs UseManualTime().
+/// (microseconds), their ratio, and the ratio of processor time; the benchmark's own time is that of `work`.
+/// It needs UseManualTime().
 template <typename Work, typename Floor>
 void runBesideFloor(benchmark::State& state, Work&& work, Floor&& floor) {
-    Durations works;
-    Durations floors;
+    Costs works;
+    Costs floors;
     for ([[maybe_unused]] auto turn : state) {
-        floors.add(timeOf(floor));
-        const Seconds duration = timeOf(work);
-        works.add(duration);
-        state.SetIterationTime(duration.count());
+        floors.add(costOf(floor));
+        const Cost cost = costOf(work);
+        works.add(cost);
+        state.SetIterationTime(cost.wall.count());
     }
-    state.counters["us"] = works.median().count() * 1e6;
-    state.counters["floor_us"] = floors.median().count() * 1e6;
-    state.counters["ratio"] = works.median() / floors.median();
+    state.counters["us"] = works.wall().count() * 1e6;
+    state.counters["floor_us"] = floors.wall().count() * 1e6;
+    state.counters["ratio"] = works.wall() / floors.wall();
+    state.counters["cpu_ratio"] = works.processor() / floors.processor();
 }
 
 } // namespace orvista::bench
