@@ -6,7 +6,8 @@
 #include <string>
 #include <string_view>
 
-struct _modbus;
+// The library's own name for its modbus_t.
+struct _modbus; // NOLINT(bugprone-reserved-identifier)
 
 namespace orvista {
 
