@@ -10,6 +10,10 @@
 
 namespace orvista {
 
+QString arrayName(const QString& name, std::size_t index) {
+    return name + u'(' + QString::number(index) + u')';
+}
+
 QLabel* labelFor(QWidget* box, const QString& text) {
     auto* label = new QLabel(text);
     label->setTextFormat(Qt::PlainText);
@@ -22,8 +26,7 @@ QLabel* labelFor(QWidget* box, const QString& text) {
 }
 
 QPushButton* namedButton(const QString& name, const QString& caption, QWidget* parent) {
-    auto* button = new QPushButton(caption, parent);
-    button->setObjectName(name);
+    auto* button = named<QPushButton>(name, caption, parent);
     button->setAutoDefault(false);
     return button;
 }
@@ -39,9 +42,7 @@ OkCancelRow::OkCancelRow(QWidget* form)
 }
 
 QLineEdit* shownOnlyBox(const QString& name) {
-    auto* box = new ShownBox;
-    box->setObjectName(name);
-    return box;
+    return named<ShownBox>(name);
 }
 
 void widenTo(QWidget* box, int characters) {

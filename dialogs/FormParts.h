@@ -4,6 +4,8 @@
 
 #include <QString>
 
+#include <utility>
+
 class QHBoxLayout;
 class QLabel;
 class QLineEdit;
@@ -12,6 +14,17 @@ class QWidget;
 
 /// What the forms have in common.
 namespace orvista {
+
+/// Makes a widget and gives it its control name.
+template <typename Widget, typename... Arguments>
+Widget* named(const QString& name, Arguments&&... arguments) {
+    auto* widget = new Widget(std::forward<Arguments>(arguments)...);
+    widget->setObjectName(name);
+    return widget;
+}
+
+/// A control of an array is named as it is written: "chkEmergMsg(0)".
+QString arrayName(const QString& name, std::size_t index);
 
 /// A label tied to its box as buddy and accessible name, without a mnemonic.
 QLabel* labelFor(QWidget* box, const QString& text);
@@ -33,8 +46,7 @@ QLineEdit* shownOnlyBox(const QString& name);
 /// A drop-down list with an objectName and fixed choices.
 template <typename Choices>
 DropDownList* choiceList(const QString& name, const Choices& choices, std::size_t position) {
-    auto* list = new DropDownList;
-    list->setObjectName(name);
+    auto* list = named<DropDownList>(name);
     for (const char* choice : choices)
         list->addItem(choice);
     list->setCurrentIndex(static_cast<int>(position));

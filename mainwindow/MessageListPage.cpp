@@ -7,7 +7,6 @@
 #include "mainwindow/Guard.h"
 #include "mainwindow/ItemNames.h"
 #include "mainwindow/ItemTree.h"
-#include "mainwindow/PageParts.h"
 #include "model/Files.h"
 #include "model/Numbers.h"
 #include "script/forms/frmMessageEdit.h"
@@ -33,15 +32,15 @@ MessageListPage::MessageListPage(Project& project, ModifiedMark& modifiedMark, M
     : QWidget(parent),
       project_(project),
       modifiedMark_(modifiedMark),
-      trvMsg_(named<ItemTree>(QStringLiteral("trvMsg"))),
-      txtMsgName_(named<ShownBox>(QStringLiteral("txtMsgName"))),
-      txtMsgSno_(named<ShownBox>(QStringLiteral("txtMsgSno"))),
-      txtMsg_(named<DeviceTextEdit>(QStringLiteral("txtMsg"))),
-      btnEditMessage_(named<QPushButton>(QStringLiteral("btnEditMessage"), QStringLiteral("Message Wizard"))),
-      btnMsgApply_(named<QPushButton>(QStringLiteral("btnMsgApply"), QStringLiteral("Apply"))) {
-    trvMsg_->setAccessibleName(tr("Messages"));
+      trvMsg(named<ItemTree>(QStringLiteral("trvMsg"))),
+      txtMsgName(named<ShownBox>(QStringLiteral("txtMsgName"))),
+      txtMsgSno(named<ShownBox>(QStringLiteral("txtMsgSno"))),
+      txtMsg(named<DeviceTextEdit>(QStringLiteral("txtMsg"))),
+      btnEditMessage(named<QPushButton>(QStringLiteral("btnEditMessage"), QStringLiteral("Message Wizard"))),
+      btnMsgApply(named<QPushButton>(QStringLiteral("btnMsgApply"), QStringLiteral("Apply"))) {
+    trvMsg->setAccessibleName(tr("Messages"));
     auto* splitter = new QSplitter;
-    splitter->addWidget(trvMsg_);
+    splitter->addWidget(trvMsg);
     splitter->addWidget(buildDetails());
     splitter->setStretchFactor(1, 1);
     splitter->setChildrenCollapsible(false);
@@ -53,28 +52,28 @@ MessageListPage::MessageListPage(Project& project, ModifiedMark& modifiedMark, M
 
 QWidget* MessageListPage::buildDetails() {
     auto* nameRow = new QHBoxLayout;
-    nameRow->addWidget(labelFor(txtMsgName_, QStringLiteral("Message Name:")));
-    nameRow->addWidget(txtMsgName_, 2);
+    nameRow->addWidget(labelFor(txtMsgName, QStringLiteral("Message Name:")));
+    nameRow->addWidget(txtMsgName, 2);
     nameRow->addSpacing(nameRow->spacing());
-    nameRow->addWidget(labelFor(txtMsgSno_, QStringLiteral("Message Serial:")));
-    nameRow->addWidget(txtMsgSno_, 1);
+    nameRow->addWidget(labelFor(txtMsgSno, QStringLiteral("Message Serial:")));
+    nameRow->addWidget(txtMsgSno, 1);
 
-    txtMsg_->setAccessibleName(tr("Message script"));
-    btnEditMessage_->setToolTip(tr("Compose a page of the message and add it to the script"));
-    btnMsgApply_->setToolTip(tr("Store the script in the project"));
-    txtMsg_->setEnabled(false);
-    btnEditMessage_->setEnabled(false);
-    btnMsgApply_->setEnabled(false);
+    txtMsg->setAccessibleName(tr("Message script"));
+    btnEditMessage->setToolTip(tr("Compose a page of the message and add it to the script"));
+    btnMsgApply->setToolTip(tr("Store the script in the project"));
+    txtMsg->setEnabled(false);
+    btnEditMessage->setEnabled(false);
+    btnMsgApply->setEnabled(false);
     auto* buttons = new QHBoxLayout;
     buttons->addStretch(1);
-    buttons->addWidget(btnEditMessage_);
-    buttons->addWidget(btnMsgApply_);
+    buttons->addWidget(btnEditMessage);
+    buttons->addWidget(btnMsgApply);
 
     auto* details = new QWidget;
     auto* layout = new QVBoxLayout(details);
     layout->setContentsMargins(layout->spacing(), 0, 0, 0);
     layout->addLayout(nameRow);
-    layout->addWidget(txtMsg_, 1);
+    layout->addWidget(txtMsg, 1);
     layout->addLayout(buttons);
     return details;
 }
@@ -88,15 +87,15 @@ void MessageListPage::buildUnusedLists() {
 }
 
 void MessageListPage::connectHandlers(Messages& messages) {
-    connect(trvMsg_, &ItemTree::NodeClick, this, &MessageListPage::trvMsg_NodeClick);
-    connect(txtMsg_, &QPlainTextEdit::textChanged, this, &MessageListPage::txtMsg_Change);
-    connectGuarded(messages, btnEditMessage_, &QPushButton::clicked, this,
+    connect(trvMsg, &ItemTree::NodeClick, this, &MessageListPage::trvMsg_NodeClick);
+    connect(txtMsg, &QPlainTextEdit::textChanged, this, &MessageListPage::txtMsg_Change);
+    connectGuarded(messages, btnEditMessage, &QPushButton::clicked, this,
                    &MessageListPage::btnEditMessage_Click);
-    connectGuarded(messages, btnMsgApply_, &QPushButton::clicked, this, &MessageListPage::btnMsgApply_Click);
+    connectGuarded(messages, btnMsgApply, &QPushButton::clicked, this, &MessageListPage::btnMsgApply_Click);
 }
 
-std::string* MessageListPage::shownScript() {
-    const std::string name = txtMsgName_->bytes();
+std::string* MessageListPage::storedScript() {
+    const std::string name = txtMsgName->bytes();
     const std::string kind = name.substr(0, kindLength);
     if (kind == regularMessageName)
         return &project_.STDMSG.at(indexOfName(name, kindLength));
@@ -114,35 +113,35 @@ void MessageListPage::trvMsg_NodeClick(QTreeWidgetItem* node) {
         showMessage(emergencyMessageName + number, number, project_.ALTMSG.at(key.index()));
     else
         showNothing();
-    btnMsgApply_->setEnabled(false);
+    btnMsgApply->setEnabled(false);
 }
 
 void MessageListPage::showMessage(const std::string& name, const std::string& serial,
                                   const std::string& script) {
-    txtMsg_->setBytes(script);
-    txtMsgName_->setBytes(name);
-    txtMsgSno_->setBytes(serial);
-    txtMsg_->setEnabled(true);
-    btnEditMessage_->setEnabled(true);
+    txtMsg->setBytes(script);
+    txtMsgName->setBytes(name);
+    txtMsgSno->setBytes(serial);
+    txtMsg->setEnabled(true);
+    btnEditMessage->setEnabled(true);
 }
 
 void MessageListPage::showNothing() {
-    txtMsgName_->clear();
-    txtMsgSno_->clear();
-    txtMsg_->setBytes({});
-    txtMsg_->setEnabled(false);
-    btnEditMessage_->setEnabled(false);
+    txtMsgName->clear();
+    txtMsgSno->clear();
+    txtMsg->setBytes({});
+    txtMsg->setEnabled(false);
+    btnEditMessage->setEnabled(false);
 }
 
 void MessageListPage::refresh() {
-    if (const std::string* const script = shownScript())
-        txtMsg_->setBytes(*script);
-    btnMsgApply_->setEnabled(false);
+    if (const std::string* const script = storedScript())
+        txtMsg->setBytes(*script);
+    btnMsgApply->setEnabled(false);
 }
 
 void MessageListPage::txtMsg_Change() {
-    if (!txtMsg_->document()->isEmpty())
-        btnMsgApply_->setEnabled(true);
+    if (!txtMsg->document()->isEmpty())
+        btnMsgApply->setEnabled(true);
 }
 
 void MessageListPage::btnEditMessage_Click() {
@@ -151,32 +150,32 @@ void MessageListPage::btnEditMessage_Click() {
     if (wizard.PartialScript.empty())
         return;
     addScriptPart(wizard.PartialScript);
-    btnMsgApply_->setEnabled(true);
+    btnMsgApply->setEnabled(true);
 }
 
 void MessageListPage::addScriptPart(const std::string& part) {
     // Edited through a cursor, so that the user can undo what the wizard did.
-    QTextCursor cursor(txtMsg_->document());
-    if (txtMsg_->bytes() == clearScript) {
+    QTextCursor cursor(txtMsg->document());
+    if (txtMsg->bytes() == clearScript) {
         cursor.select(QTextCursor::Document);
-        cursor.insertText(orvista::shownScript(part));
+        cursor.insertText(shownScript(part));
     } else {
         cursor.movePosition(QTextCursor::End);
-        cursor.insertText(orvista::shownScript(std::string(lineEnd) + part));
+        cursor.insertText(shownScript(std::string(lineEnd) + part));
     }
 }
 
 bool MessageListPage::hasUnappliedEdits() const {
-    return btnMsgApply_->isEnabledTo(this);
+    return btnMsgApply->isEnabledTo(this);
 }
 
 void MessageListPage::btnMsgApply_Click() {
-    std::string* const script = shownScript();
-    if (txtMsg_->document()->isEmpty())
-        txtMsg_->setBytes(clearScript);
+    std::string* const script = storedScript();
+    if (txtMsg->document()->isEmpty())
+        txtMsg->setBytes(clearScript);
     if (script)
-        *script = txtMsg_->bytes();
-    btnMsgApply_->setEnabled(false);
+        *script = txtMsg->bytes();
+    btnMsgApply->setEnabled(false);
     modifiedMark_.SetModified(true);
 }
 

@@ -22,7 +22,7 @@ public:
     MessageListPage(Project& project, ModifiedMark& modifiedMark, Messages& messages,
                     QWidget* parent = nullptr);
 
-    ItemTree& tree() { return *trvMsg_; }
+    ItemTree& tree() { return *trvMsg; }
     /// The shown message's script from the model. Discards unapplied edits.
     void refresh();
 
@@ -34,8 +34,8 @@ private:
     QWidget* buildDetails();
     void buildUnusedLists();
     void connectHandlers(Messages& messages);
-    /// The script of the message that the name box names; nothing when it names none.
-    std::string* shownScript();
+    /// Where the project holds the shown message's script; nothing when none is shown.
+    std::string* storedScript();
 
     void trvMsg_NodeClick(QTreeWidgetItem* node);
     void showMessage(const std::string& name, const std::string& serial, const std::string& script);
@@ -47,12 +47,12 @@ private:
     Project& project_;
     ModifiedMark& modifiedMark_;
 
-    ItemTree* trvMsg_;
-    ShownBox* txtMsgName_;
-    ShownBox* txtMsgSno_;
-    DeviceTextEdit* txtMsg_;
-    QPushButton* btnEditMessage_;
-    QPushButton* btnMsgApply_;
+    ItemTree* trvMsg;
+    ShownBox* txtMsgName;
+    ShownBox* txtMsgSno;
+    DeviceTextEdit* txtMsg;
+    QPushButton* btnEditMessage;
+    QPushButton* btnMsgApply;
 };
 
 } // namespace orvista

@@ -3,7 +3,6 @@
 #include "dialogs/FormParts.h"
 #include "dialogs/controls/ShownBox.h"
 #include "mainwindow/Guard.h"
-#include "mainwindow/PageParts.h"
 #include "mainwindow/TcpTesterPage.h"
 #include "model/Numbers.h"
 #include "model/Text.h"
@@ -42,8 +41,8 @@ ModbusSettingPage::ModbusSettingPage(Project& project, ModifiedMark& modifiedMar
       regular_(makeBlock(QStringLiteral("txtStdAddr"), QStringLiteral("txtNewStdAddr"))),
       float_(makeBlock(QStringLiteral("txtAIAddr"), QStringLiteral("txtNewAIAddr"))),
       boolean_(makeBlock(QStringLiteral("txtDIAddr"), QStringLiteral("txtNewDIAddr"))),
-      btnModBusApply_(named<QPushButton>(QStringLiteral("btnModBusApply"), QStringLiteral("Apply"))),
-      btnRestoreDefault_(
+      btnModBusApply(named<QPushButton>(QStringLiteral("btnModBusApply"), QStringLiteral("Apply"))),
+      btnRestoreDefault(
           named<QPushButton>(QStringLiteral("btnRestoreDefault"), QStringLiteral("Restore Default"))) {
     auto* layout = new QVBoxLayout(this);
     // The emergency block comes first, since typing its address fills the regular one in.
@@ -76,13 +75,13 @@ QGroupBox* ModbusSettingPage::buildFrame(const QString& caption, const Block& bl
 }
 
 QBoxLayout* ModbusSettingPage::buildButtons() {
-    btnModBusApply_->setEnabled(false);
-    btnModBusApply_->setToolTip(tr("Store the new addresses in the project"));
-    btnRestoreDefault_->setToolTip(tr("Store the addresses 300, 320, 100 and 100 in the project"));
+    btnModBusApply->setEnabled(false);
+    btnModBusApply->setToolTip(tr("Store the new addresses in the project"));
+    btnRestoreDefault->setToolTip(tr("Store the addresses 300, 320, 100 and 100 in the project"));
     auto* row = new QHBoxLayout;
     row->addStretch(1);
-    row->addWidget(btnModBusApply_);
-    row->addWidget(btnRestoreDefault_);
+    row->addWidget(btnModBusApply);
+    row->addWidget(btnRestoreDefault);
     return row;
 }
 
@@ -90,9 +89,9 @@ void ModbusSettingPage::connectHandlers(Messages& messages) {
     connect(emergency_.next, &QLineEdit::textChanged, this, &ModbusSettingPage::txtNewAltAddr_Change);
     connect(float_.next, &QLineEdit::textChanged, this, &ModbusSettingPage::txtNewAIAddr_Change);
     connect(boolean_.next, &QLineEdit::textChanged, this, &ModbusSettingPage::txtNewDIAddr_Change);
-    connectGuarded(messages, btnModBusApply_, &QPushButton::clicked, this,
+    connectGuarded(messages, btnModBusApply, &QPushButton::clicked, this,
                    &ModbusSettingPage::btnModBusApply_Click);
-    connectGuarded(messages, btnRestoreDefault_, &QPushButton::clicked, this,
+    connectGuarded(messages, btnRestoreDefault, &QPushButton::clicked, this,
                    &ModbusSettingPage::btnRestoreDefault_Click);
 }
 
@@ -116,7 +115,7 @@ void ModbusSettingPage::fillTestPage() {
 }
 
 bool ModbusSettingPage::hasUnappliedEdits() const {
-    return btnModBusApply_->isEnabledTo(this);
+    return btnModBusApply->isEnabledTo(this);
 }
 
 bool ModbusSettingPage::holdsNewAddresses() const {
@@ -133,7 +132,7 @@ void ModbusSettingPage::btnModBusApply_Click() {
     project_.AnalogInput = floatStart;
     project_.DigitalInput = booleanStart;
 
-    btnModBusApply_->setEnabled(false);
+    btnModBusApply->setEnabled(false);
     modifiedMark_.SetModified(true);
     for (const Block* block : {&emergency_, &regular_, &float_, &boolean_})
         block->current->setText(block->next->text());
@@ -170,7 +169,7 @@ void ModbusSettingPage::txtNewDIAddr_Change() {
 
 void ModbusSettingPage::enableApplyForDigits() {
     if (holdsNewAddresses())
-        btnModBusApply_->setEnabled(true);
+        btnModBusApply->setEnabled(true);
 }
 
 } // namespace orvista

@@ -62,8 +62,8 @@ private:
     Block regular_;
     Block float_;
     Block boolean_;
-    QPushButton* btnModBusApply_;
-    QPushButton* btnRestoreDefault_;
+    QPushButton* btnModBusApply;
+    QPushButton* btnRestoreDefault;
 };
 
 } // namespace orvista

@@ -1,6 +1,6 @@
 #include "mainwindow/StatusBar.h"
 
-#include "mainwindow/PageParts.h"
+#include "dialogs/FormParts.h"
 
 #include <QDateTime>
 #include <QLabel>

@@ -2,7 +2,6 @@
 
 #include "dialogs/FormParts.h"
 #include "dialogs/controls/ShownBox.h"
-#include "mainwindow/PageParts.h"
 #include "mainwindow/TcpTesterPage.h"
 
 #include <QFormLayout>
@@ -11,7 +10,24 @@
 #include <QLabel>
 #include <QRadioButton>
 
+#include <algorithm>
+
 namespace orvista {
+
+namespace {
+
+/// Lets all boxes begin in one column, whichever frame they are in.
+void alignBoxes(const QWidget& page) {
+    QList<QLabel*> labels = page.findChildren<QLabel*>();
+    labels.removeIf([](const QLabel* label) { return !label->buddy(); });
+    int widest = 0;
+    for (const QLabel* label : labels)
+        widest = std::max(widest, label->sizeHint().width());
+    for (QLabel* label : labels)
+        label->setMinimumWidth(widest);
+}
+
+} // namespace
 
 SystemPage::SystemPage(Project& project, ModifiedMark& modifiedMark, TcpTesterPage& testerPage,
                        QWidget* parent)
@@ -19,42 +35,43 @@ SystemPage::SystemPage(Project& project, ModifiedMark& modifiedMark, TcpTesterPa
       project_(project),
       modifiedMark_(modifiedMark),
       testerPage_(testerPage),
-      txtSystemName_(named<ShownBox>(QStringLiteral("txtSystemName"))),
-      optEthernet_(named<QRadioButton>(QStringLiteral("optEthernet"), QStringLiteral("TCP/IP"))),
-      txtSystemIP_(named<DeviceLineEdit>(QStringLiteral("txtSystemIP"))) {
-    QLabel* const lblSystemCfgName = labelFor(txtSystemName_, QStringLiteral("Project Name"));
+      txtSystemName(named<ShownBox>(QStringLiteral("txtSystemName"))),
+      optEthernet(named<QRadioButton>(QStringLiteral("optEthernet"), QStringLiteral("TCP/IP"))),
+      txtSystemIP(named<DeviceLineEdit>(QStringLiteral("txtSystemIP"))) {
+    QLabel* const lblSystemCfgName = labelFor(txtSystemName, QStringLiteral("Project Name"));
     lblSystemCfgName->setObjectName(QStringLiteral("lblSystemCfgName"));
     auto* nameRow = new QHBoxLayout;
     nameRow->addWidget(lblSystemCfgName);
-    nameRow->addWidget(txtSystemName_, 1);
+    nameRow->addWidget(txtSystemName, 1);
 
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(nameRow);
     layout->addWidget(buildCommunicationFrame());
     layout->addWidget(buildDeviceFrame());
     layout->addStretch(1);
+    alignBoxes(*this);
 
-    connect(optEthernet_, &QRadioButton::clicked, this, &SystemPage::optEthernet_Click);
-    connect(txtSystemIP_, &QLineEdit::textChanged, this, &SystemPage::txtSystemIP_Change);
+    connect(optEthernet, &QRadioButton::clicked, this, &SystemPage::optEthernet_Click);
+    connect(txtSystemIP, &QLineEdit::textChanged, this, &SystemPage::txtSystemIP_Change);
 }
 
 QGroupBox* SystemPage::buildCommunicationFrame() {
-    optEthernet_->setChecked(true);
-    optEthernet_->setAccessibleDescription(QStringLiteral("Use TCP/IP"));
-    txtSystemIP_->setToolTip(tr("The device's IP address"));
+    optEthernet->setChecked(true);
+    optEthernet->setAccessibleDescription(QStringLiteral("Use TCP/IP"));
+    txtSystemIP->setToolTip(tr("The device's IP address"));
     auto* txtPort = named<ShownBox>(QStringLiteral("txtPort"));
     txtPort->setText(QStringLiteral("502"));
     txtPort->setToolTip(tr("The device's Modbus/TCP port; it is always 502"));
 
     auto* typeRow = new QHBoxLayout;
-    typeRow->addWidget(optEthernet_);
+    typeRow->addWidget(optEthernet);
     typeRow->addWidget(new QLabel(QStringLiteral("Use TCP/IP")), 1);
 
     auto* frame =
         named<QGroupBox>(QStringLiteral("frameCommunication"), QStringLiteral("Communication Type"));
     auto* form = new QFormLayout(frame);
     form->addRow(typeRow);
-    form->addRow(labelFor(txtSystemIP_, QStringLiteral("IP :")), txtSystemIP_);
+    form->addRow(labelFor(txtSystemIP, QStringLiteral("IP :")), txtSystemIP);
     form->addRow(labelFor(txtPort, QStringLiteral("Port")), txtPort);
     return frame;
 }
@@ -71,24 +88,24 @@ QGroupBox* SystemPage::buildDeviceFrame() {
 
 void SystemPage::refresh() {
     showProjectName(project_.ProjName);
-    if (txtSystemIP_->bytes() == project_.IP)
+    if (txtSystemIP->bytes() == project_.IP)
         txtSystemIP_Change(); // Qt tells of changed texts only, but every write counts here
     else
-        txtSystemIP_->setBytes(project_.IP);
-    optEthernet_->setChecked(true);
+        txtSystemIP->setBytes(project_.IP);
+    optEthernet->setChecked(true);
 }
 
 void SystemPage::showProjectName(const std::string& name) {
-    txtSystemName_->setText(QString::fromStdString(name));
+    txtSystemName->setText(QString::fromStdString(name));
 }
 
 void SystemPage::optEthernet_Click() {
-    optEthernet_->setChecked(true);
-    txtSystemIP_->setEnabled(true);
+    optEthernet->setChecked(true);
+    txtSystemIP->setEnabled(true);
 }
 
 void SystemPage::txtSystemIP_Change() {
-    project_.IP = txtSystemIP_->bytes();
+    project_.IP = txtSystemIP->bytes();
     testerPage_.showDeviceAddress(project_.IP);
     modifiedMark_.SetModified(true);
 }

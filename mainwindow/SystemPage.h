@@ -37,9 +37,9 @@ private:
     ModifiedMark& modifiedMark_;
     TcpTesterPage& testerPage_;
 
-    ShownBox* txtSystemName_;
-    QRadioButton* optEthernet_;
-    DeviceLineEdit* txtSystemIP_;
+    ShownBox* txtSystemName;
+    QRadioButton* optEthernet;
+    DeviceLineEdit* txtSystemIP;
 };
 
 } // namespace orvista

@@ -4,7 +4,6 @@
 #include "dialogs/controls/DropDownList.h"
 #include "dialogs/controls/ShownBox.h"
 #include "mainwindow/Guard.h"
-#include "mainwindow/PageParts.h"
 #include "mainwindow/TesterActions.h"
 #include "model/Numbers.h"
 
@@ -69,28 +68,28 @@ std::array<bool, count> ticked(const std::array<QCheckBox*, count>& boxes) {
 
 TcpTesterPage::TcpTesterPage(Messages& messages, QWidget* parent)
     : QWidget(parent),
-      txtIP_(named<ShownBox>(QStringLiteral("txtIP"))),
-      txtEMsgAddr_(named<QLineEdit>(QStringLiteral("txtEMsgAddr"), QStringLiteral("300"))),
-      txtRMsgAddr_(named<QLineEdit>(QStringLiteral("txtRMsgAddr"), QStringLiteral("320"))),
-      btnEmgMsgUpdate_(
+      txtIP(named<ShownBox>(QStringLiteral("txtIP"))),
+      txtEMsgAddr(named<QLineEdit>(QStringLiteral("txtEMsgAddr"), QStringLiteral("300"))),
+      txtRMsgAddr(named<QLineEdit>(QStringLiteral("txtRMsgAddr"), QStringLiteral("320"))),
+      btnEmgMsgUpdate(
           updateButton(QStringLiteral("btnEmgMsgUpdate"), tr("Switch the 20 emergency messages as ticked"))),
-      btnRegMsgUpdate_(
+      btnRegMsgUpdate(
           updateButton(QStringLiteral("btnRegMsgUpdate"), tr("Switch the 40 regular messages as ticked"))),
-      cbDIAddr_(addressList(QStringLiteral("cbDIAddr"))),
-      chkUpdateCoil_(named<QCheckBox>(QStringLiteral("chkUpdateCoil"), QStringLiteral("Enable"))),
-      cmdUpdateCoil_(updateButton(QStringLiteral("cmdUpdateCoil"), tr("Write the coil"))),
-      cbAIAddr_(addressList(QStringLiteral("cbAIAddr"))),
-      txtFloat_(named<QLineEdit>(QStringLiteral("txtFloat"), QStringLiteral("0"))),
-      cmdUpdateReg_(updateButton(QStringLiteral("cmdUpdateReg"), tr("Write the float variable"))) {
+      cbDIAddr(addressList(QStringLiteral("cbDIAddr"))),
+      chkUpdateCoil(named<QCheckBox>(QStringLiteral("chkUpdateCoil"), QStringLiteral("Enable"))),
+      cmdUpdateCoil(updateButton(QStringLiteral("cmdUpdateCoil"), tr("Write the coil"))),
+      cbAIAddr(addressList(QStringLiteral("cbAIAddr"))),
+      txtFloat(named<QLineEdit>(QStringLiteral("txtFloat"), QStringLiteral("0"))),
+      cmdUpdateReg(updateButton(QStringLiteral("cmdUpdateReg"), tr("Write the float variable"))) {
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(buildAddressRow());
     layout->addWidget(
         buildMessageFrame({QStringLiteral("frameEmergency"), QStringLiteral("Emergency Message"),
-                           tr("Emergency message %1"), txtEMsgAddr_, btnEmgMsgUpdate_},
-                          QStringLiteral("chkEmergMsg"), chkEmergMsg_));
+                           tr("Emergency message %1"), txtEMsgAddr, btnEmgMsgUpdate},
+                          QStringLiteral("chkEmergMsg"), chkEmergMsg));
     layout->addWidget(buildMessageFrame({QStringLiteral("frameFunction"), QStringLiteral("Regular Message"),
-                                         tr("Regular message %1"), txtRMsgAddr_, btnRegMsgUpdate_},
-                                        QStringLiteral("chkRegMsg"), chkRegMsg_));
+                                         tr("Regular message %1"), txtRMsgAddr, btnRegMsgUpdate},
+                                        QStringLiteral("chkRegMsg"), chkRegMsg));
     auto* lastRow = new QHBoxLayout;
     lastRow->addWidget(buildCoilFrame(), 1);
     lastRow->addWidget(buildRegisterFrame(), 1);
@@ -100,12 +99,12 @@ TcpTesterPage::TcpTesterPage(Messages& messages, QWidget* parent)
 }
 
 QBoxLayout* TcpTesterPage::buildAddressRow() {
-    txtIP_->setToolTip(tr("The device's address, as entered on the System page"));
-    QLabel* const Label1 = labelFor(txtIP_, QStringLiteral("IP :"));
+    txtIP->setToolTip(tr("The device's address, as entered on the System page"));
+    QLabel* const Label1 = labelFor(txtIP, QStringLiteral("IP :"));
     Label1->setObjectName(QStringLiteral("Label1"));
     auto* row = new QHBoxLayout;
     row->addWidget(Label1);
-    row->addWidget(txtIP_, 1);
+    row->addWidget(txtIP, 1);
     return row;
 }
 
@@ -113,12 +112,12 @@ template <std::size_t count>
 QGroupBox* TcpTesterPage::buildMessageFrame(const MessageFrame& parts, const QString& boxName,
                                             std::array<QCheckBox*, count>& boxes) {
     auto* grid = new QGridLayout;
-    for (int i = 0; i < static_cast<int>(count); ++i) {
+    for (std::size_t i = 0; i < count; ++i) {
         auto* box = named<QCheckBox>(arrayName(boxName, i), QString::number(i + 1));
         box->setToolTip(parts.boxToolTip.arg(i + 1));
         box->setAccessibleName(box->toolTip());
-        grid->addWidget(box, i / boxesPerRow, i % boxesPerRow);
-        boxes[static_cast<std::size_t>(i)] = box;
+        grid->addWidget(box, static_cast<int>(i) / boxesPerRow, static_cast<int>(i) % boxesPerRow);
+        boxes[i] = box;
     }
     auto* addressRow = new QHBoxLayout;
     addressRow->addWidget(labelFor(parts.address, QStringLiteral("Start Address")));
@@ -135,73 +134,72 @@ QGroupBox* TcpTesterPage::buildMessageFrame(const MessageFrame& parts, const QSt
 
 QGroupBox* TcpTesterPage::buildCoilFrame() {
     auto* form = new QFormLayout;
-    form->addRow(labelFor(cbDIAddr_, QStringLiteral("Address")), cbDIAddr_);
-    form->addRow(labelFor(chkUpdateCoil_, QStringLiteral("Coil Value")), chkUpdateCoil_);
-    return framed(QStringLiteral("frameUpdateCoil"), QStringLiteral("Update Coil"), form, cmdUpdateCoil_);
+    form->addRow(labelFor(cbDIAddr, QStringLiteral("Address")), cbDIAddr);
+    form->addRow(labelFor(chkUpdateCoil, QStringLiteral("Coil Value")), chkUpdateCoil);
+    return framed(QStringLiteral("frameUpdateCoil"), QStringLiteral("Update Coil"), form, cmdUpdateCoil);
 }
 
 QGroupBox* TcpTesterPage::buildRegisterFrame() {
     auto* form = new QFormLayout;
-    form->addRow(labelFor(cbAIAddr_, QStringLiteral("Address")), cbAIAddr_);
-    form->addRow(labelFor(txtFloat_, QStringLiteral("Register Value")), txtFloat_);
-    return framed(QStringLiteral("frameUpdateReg"), QStringLiteral("Update Register"), form, cmdUpdateReg_);
+    form->addRow(labelFor(cbAIAddr, QStringLiteral("Address")), cbAIAddr);
+    form->addRow(labelFor(txtFloat, QStringLiteral("Register Value")), txtFloat);
+    return framed(QStringLiteral("frameUpdateReg"), QStringLiteral("Update Register"), form, cmdUpdateReg);
 }
 
 void TcpTesterPage::connectHandlers(Messages& messages) {
-    connectGuarded(messages, btnEmgMsgUpdate_, &QPushButton::clicked, this,
+    connectGuarded(messages, btnEmgMsgUpdate, &QPushButton::clicked, this,
                    &TcpTesterPage::btnEmgMsgUpdate_Click);
-    connectGuarded(messages, btnRegMsgUpdate_, &QPushButton::clicked, this,
+    connectGuarded(messages, btnRegMsgUpdate, &QPushButton::clicked, this,
                    &TcpTesterPage::btnRegMsgUpdate_Click);
-    connectGuarded(messages, cmdUpdateCoil_, &QPushButton::clicked, this,
-                   &TcpTesterPage::cmdUpdateCoil_Click);
-    connectGuarded(messages, cmdUpdateReg_, &QPushButton::clicked, this, &TcpTesterPage::cmdUpdateReg_Click);
+    connectGuarded(messages, cmdUpdateCoil, &QPushButton::clicked, this, &TcpTesterPage::cmdUpdateCoil_Click);
+    connectGuarded(messages, cmdUpdateReg, &QPushButton::clicked, this, &TcpTesterPage::cmdUpdateReg_Click);
 }
 
 void TcpTesterPage::showDeviceAddress(const std::string& address) {
-    txtIP_->setBytes(address);
+    txtIP->setBytes(address);
 }
 
 void TcpTesterPage::showMessageAddresses(const QString& emergencyStart, const QString& regularStart) {
-    txtEMsgAddr_->setText(emergencyStart);
-    txtRMsgAddr_->setText(regularStart);
+    txtEMsgAddr->setText(emergencyStart);
+    txtRMsgAddr->setText(regularStart);
 }
 
 void TcpTesterPage::fillVariableAddresses(const Project& project) {
-    fill(*cbAIAddr_, floatVariableCount, &floatVariableAddress, project);
-    fill(*cbDIAddr_, booleanVariableCount, &booleanVariableAddress, project);
+    fill(*cbAIAddr, floatVariableCount, &floatVariableAddress, project);
+    fill(*cbDIAddr, booleanVariableCount, &booleanVariableAddress, project);
 }
 
 void TcpTesterPage::setEnabled(UpdateButton button, bool enabled) {
     switch (button) {
     case UpdateButton::btnEmgMsgUpdate:
-        return btnEmgMsgUpdate_->setEnabled(enabled);
+        return btnEmgMsgUpdate->setEnabled(enabled);
     case UpdateButton::btnRegMsgUpdate:
-        return btnRegMsgUpdate_->setEnabled(enabled);
+        return btnRegMsgUpdate->setEnabled(enabled);
     case UpdateButton::cmdUpdateReg:
-        return cmdUpdateReg_->setEnabled(enabled);
+        return cmdUpdateReg->setEnabled(enabled);
     case UpdateButton::cmdUpdateCoil:
-        return cmdUpdateCoil_->setEnabled(enabled);
+        return cmdUpdateCoil->setEnabled(enabled);
     }
 }
 
 void TcpTesterPage::btnEmgMsgUpdate_Click() {
     if (actions_)
-        actions_->updateEmergencyMessages(txtEMsgAddr_->text().toStdString(), ticked(chkEmergMsg_));
+        actions_->updateEmergencyMessages(txtEMsgAddr->text().toStdString(), ticked(chkEmergMsg));
 }
 
 void TcpTesterPage::btnRegMsgUpdate_Click() {
     if (actions_)
-        actions_->updateRegularMessages(txtRMsgAddr_->text().toStdString(), ticked(chkRegMsg_));
+        actions_->updateRegularMessages(txtRMsgAddr->text().toStdString(), ticked(chkRegMsg));
 }
 
 void TcpTesterPage::cmdUpdateCoil_Click() {
     if (actions_)
-        actions_->updateCoil(cbDIAddr_->currentText().toStdString(), chkUpdateCoil_->isChecked());
+        actions_->updateCoil(cbDIAddr->currentText().toStdString(), chkUpdateCoil->isChecked());
 }
 
 void TcpTesterPage::cmdUpdateReg_Click() {
     if (actions_)
-        actions_->updateRegister(cbAIAddr_->currentText().toStdString(), txtFloat_->text().toStdString());
+        actions_->updateRegister(cbAIAddr->currentText().toStdString(), txtFloat->text().toStdString());
 }
 
 } // namespace orvista

@@ -64,19 +64,19 @@ private:
 
     TesterActions* actions_ = nullptr;
 
-    ShownBox* txtIP_;
-    QLineEdit* txtEMsgAddr_;
-    QLineEdit* txtRMsgAddr_;
-    std::array<QCheckBox*, emergencyMessageCount> chkEmergMsg_{};
-    std::array<QCheckBox*, regularMessageCount> chkRegMsg_{};
-    QPushButton* btnEmgMsgUpdate_;
-    QPushButton* btnRegMsgUpdate_;
-    DropDownList* cbDIAddr_;
-    QCheckBox* chkUpdateCoil_;
-    QPushButton* cmdUpdateCoil_;
-    DropDownList* cbAIAddr_;
-    QLineEdit* txtFloat_;
-    QPushButton* cmdUpdateReg_;
+    ShownBox* txtIP;
+    QLineEdit* txtEMsgAddr;
+    QLineEdit* txtRMsgAddr;
+    std::array<QCheckBox*, emergencyMessageCount> chkEmergMsg{};
+    std::array<QCheckBox*, regularMessageCount> chkRegMsg{};
+    QPushButton* btnEmgMsgUpdate;
+    QPushButton* btnRegMsgUpdate;
+    DropDownList* cbDIAddr;
+    QCheckBox* chkUpdateCoil;
+    QPushButton* cmdUpdateCoil;
+    DropDownList* cbAIAddr;
+    QLineEdit* txtFloat;
+    QPushButton* cmdUpdateReg;
 };
 
 } // namespace orvista

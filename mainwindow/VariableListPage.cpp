@@ -7,7 +7,6 @@
 #include "mainwindow/Guard.h"
 #include "mainwindow/ItemNames.h"
 #include "mainwindow/ItemTree.h"
-#include "mainwindow/PageParts.h"
 #include "model/Numbers.h"
 
 #include <QFormLayout>
@@ -30,21 +29,20 @@ VariableListPage::VariableListPage(Project& project, ModifiedMark& modifiedMark,
     : QWidget(parent),
       project_(project),
       modifiedMark_(modifiedMark),
-      trvVar_(named<ItemTree>(QStringLiteral("trvVar"))),
-      txtVarName_(named<ShownBox>(QStringLiteral("txtVarName"))),
-      txtVarAddr_(named<ShownBox>(QStringLiteral("txtVarAddr"))),
-      txtVarType_(named<ShownBox>(QStringLiteral("txtVarType"))),
-      txtVarDefValue_(named<ShownBox>(QStringLiteral("txtVarDefValue"))),
-      txtVarWidth_(named<ShownBox>(QStringLiteral("txtVarWidth"))),
-      txtVarPrec_(named<ShownBox>(QStringLiteral("txtVarPrec"))),
-      txtVarOnStr_(named<ShownBox>(QStringLiteral("txtVarOnStr"))),
-      txtVarOffStr_(named<ShownBox>(QStringLiteral("txtVarOffStr"))),
-      btnEditVariable_(
-          named<QPushButton>(QStringLiteral("btnEditVariable"), QStringLiteral("Edit Variable"))),
-      btnVarApply_(named<QPushButton>(QStringLiteral("btnVarApply"), QStringLiteral("Apply"))) {
-    trvVar_->setAccessibleName(tr("Variables"));
+      trvVar(named<ItemTree>(QStringLiteral("trvVar"))),
+      txtVarName(named<ShownBox>(QStringLiteral("txtVarName"))),
+      txtVarAddr(named<ShownBox>(QStringLiteral("txtVarAddr"))),
+      txtVarType(named<ShownBox>(QStringLiteral("txtVarType"))),
+      txtVarDefValue(named<ShownBox>(QStringLiteral("txtVarDefValue"))),
+      txtVarWidth(named<ShownBox>(QStringLiteral("txtVarWidth"))),
+      txtVarPrec(named<ShownBox>(QStringLiteral("txtVarPrec"))),
+      txtVarOnStr(named<ShownBox>(QStringLiteral("txtVarOnStr"))),
+      txtVarOffStr(named<ShownBox>(QStringLiteral("txtVarOffStr"))),
+      btnEditVariable(named<QPushButton>(QStringLiteral("btnEditVariable"), QStringLiteral("Edit Variable"))),
+      btnVarApply(named<QPushButton>(QStringLiteral("btnVarApply"), QStringLiteral("Apply"))) {
+    trvVar->setAccessibleName(tr("Variables"));
     auto* splitter = new QSplitter;
-    splitter->addWidget(trvVar_);
+    splitter->addWidget(trvVar);
     splitter->addWidget(buildDetails());
     splitter->setStretchFactor(1, 1);
     splitter->setChildrenCollapsible(false);
@@ -54,24 +52,24 @@ VariableListPage::VariableListPage(Project& project, ModifiedMark& modifiedMark,
 }
 
 QWidget* VariableListPage::buildDetails() {
-    btnEditVariable_->setEnabled(false);
-    btnEditVariable_->setToolTip(tr("Edit the shown variable in a dialog"));
-    btnVarApply_->setEnabled(false);
-    btnVarApply_->setToolTip(tr("Store the shown settings in the project"));
+    btnEditVariable->setEnabled(false);
+    btnEditVariable->setToolTip(tr("Edit the shown variable in a dialog"));
+    btnVarApply->setEnabled(false);
+    btnVarApply->setToolTip(tr("Store the shown settings in the project"));
     auto* buttons = new QHBoxLayout;
     buttons->addStretch(1);
-    buttons->addWidget(btnEditVariable_);
-    buttons->addWidget(btnVarApply_);
+    buttons->addWidget(btnEditVariable);
+    buttons->addWidget(btnVarApply);
 
     auto* form = new QFormLayout;
-    form->addRow(labelFor(txtVarName_, QStringLiteral("Variable Name:")), txtVarName_);
-    form->addRow(labelFor(txtVarAddr_, QStringLiteral("Variable address:")), txtVarAddr_);
-    form->addRow(labelFor(txtVarType_, QStringLiteral("Variable Type:")), txtVarType_);
-    form->addRow(labelFor(txtVarDefValue_, QStringLiteral("Default value:")), txtVarDefValue_);
-    form->addRow(labelFor(txtVarWidth_, QStringLiteral("Width:")), txtVarWidth_);
-    form->addRow(labelFor(txtVarPrec_, QStringLiteral("Precision:")), txtVarPrec_);
-    form->addRow(labelFor(txtVarOnStr_, QStringLiteral("\"ON\" message:")), txtVarOnStr_);
-    form->addRow(labelFor(txtVarOffStr_, QStringLiteral("\"OFF\" message")), txtVarOffStr_);
+    form->addRow(labelFor(txtVarName, QStringLiteral("Variable Name:")), txtVarName);
+    form->addRow(labelFor(txtVarAddr, QStringLiteral("Variable address:")), txtVarAddr);
+    form->addRow(labelFor(txtVarType, QStringLiteral("Variable Type:")), txtVarType);
+    form->addRow(labelFor(txtVarDefValue, QStringLiteral("Default value:")), txtVarDefValue);
+    form->addRow(labelFor(txtVarWidth, QStringLiteral("Width:")), txtVarWidth);
+    form->addRow(labelFor(txtVarPrec, QStringLiteral("Precision:")), txtVarPrec);
+    form->addRow(labelFor(txtVarOnStr, QStringLiteral("\"ON\" message:")), txtVarOnStr);
+    form->addRow(labelFor(txtVarOffStr, QStringLiteral("\"OFF\" message")), txtVarOffStr);
 
     auto* details = new QWidget;
     auto* layout = new QVBoxLayout(details);
@@ -83,14 +81,14 @@ QWidget* VariableListPage::buildDetails() {
 }
 
 void VariableListPage::connectHandlers(Messages& messages) {
-    connect(trvVar_, &ItemTree::NodeClick, this, &VariableListPage::trvVar_NodeClick);
-    connectGuarded(messages, btnEditVariable_, &QPushButton::clicked, this,
+    connect(trvVar, &ItemTree::NodeClick, this, &VariableListPage::trvVar_NodeClick);
+    connectGuarded(messages, btnEditVariable, &QPushButton::clicked, this,
                    &VariableListPage::btnEditVariable_Click);
-    connectGuarded(messages, btnVarApply_, &QPushButton::clicked, this, &VariableListPage::btnVarApply_Click);
+    connectGuarded(messages, btnVarApply, &QPushButton::clicked, this, &VariableListPage::btnVarApply_Click);
 }
 
 std::size_t VariableListPage::shownIndex(std::string_view word) const {
-    return indexOfName(txtVarName_->bytes(), word.size());
+    return indexOfName(txtVarName->bytes(), word.size());
 }
 
 void VariableListPage::trvVar_NodeClick(QTreeWidgetItem* node) {
@@ -103,55 +101,55 @@ void VariableListPage::trvVar_NodeClick(QTreeWidgetItem* node) {
         showBooleanVariable(key.index());
     else
         clearFields();
-    btnEditVariable_->setEnabled(isFloat || isBoolean);
-    btnVarApply_->setEnabled(false);
+    btnEditVariable->setEnabled(isFloat || isBoolean);
+    btnVarApply->setEnabled(false);
 }
 
 void VariableListPage::showFloatVariable(std::size_t index) {
     clearFields();
-    txtVarName_->setBytes(itemName(floatVariableName, index));
-    txtVarAddr_->setBytes(decimalText(floatVariableAddress(project_, index)));
-    txtVarType_->setBytes(floatType);
+    txtVarName->setBytes(itemName(floatVariableName, index));
+    txtVarAddr->setBytes(decimalText(floatVariableAddress(project_, index)));
+    txtVarType->setBytes(floatType);
     showFloatSettings(project_.RegVar.at(index));
 }
 
 void VariableListPage::showBooleanVariable(std::size_t index) {
     clearFields();
-    txtVarName_->setBytes(itemName(booleanVariableName, index));
-    txtVarAddr_->setBytes(decimalText(booleanVariableAddress(project_, index)));
-    txtVarType_->setBytes(booleanType);
+    txtVarName->setBytes(itemName(booleanVariableName, index));
+    txtVarAddr->setBytes(decimalText(booleanVariableAddress(project_, index)));
+    txtVarType->setBytes(booleanType);
     showBooleanSettings(project_.CoilVar.at(index));
 }
 
 void VariableListPage::clearFields() {
-    for (ShownBox* box : {txtVarName_, txtVarAddr_, txtVarType_, txtVarDefValue_, txtVarWidth_, txtVarPrec_,
-                          txtVarOnStr_, txtVarOffStr_})
+    for (ShownBox* box : {txtVarName, txtVarAddr, txtVarType, txtVarDefValue, txtVarWidth, txtVarPrec,
+                          txtVarOnStr, txtVarOffStr})
         box->clear();
 }
 
 void VariableListPage::showFloatSettings(const FloatVariable& variable) {
-    txtVarWidth_->setBytes(variable.width);
-    txtVarPrec_->setBytes(variable.precision);
-    txtVarDefValue_->setBytes(variable.defaultValue);
+    txtVarWidth->setBytes(variable.width);
+    txtVarPrec->setBytes(variable.precision);
+    txtVarDefValue->setBytes(variable.defaultValue);
 }
 
 void VariableListPage::showBooleanSettings(const BooleanVariable& variable) {
-    txtVarOnStr_->setBytes(variable.onText);
-    txtVarOffStr_->setBytes(variable.offText);
-    txtVarDefValue_->setBytes(variable.defaultValue);
+    txtVarOnStr->setBytes(variable.onText);
+    txtVarOffStr->setBytes(variable.offText);
+    txtVarDefValue->setBytes(variable.defaultValue);
 }
 
 void VariableListPage::refresh() {
-    const std::string type = txtVarType_->bytes();
+    const std::string type = txtVarType->bytes();
     if (type == booleanType)
         showBooleanSettings(project_.CoilVar.at(shownIndex(booleanVariableName)));
     else if (type == floatType)
         showFloatSettings(project_.RegVar.at(shownIndex(floatVariableName)));
-    btnVarApply_->setEnabled(false);
+    btnVarApply->setEnabled(false);
 }
 
 void VariableListPage::btnEditVariable_Click() {
-    const std::string type = txtVarType_->bytes();
+    const std::string type = txtVarType->bytes();
     if (type == booleanType)
         editBooleanVariable();
     else if (type == floatType)
@@ -164,10 +162,10 @@ void VariableListPage::editFloatVariable() {
     editor.exec();
     if (editor.IsCancel)
         return;
-    txtVarWidth_->setBytes(editor.VarWidth);
-    txtVarPrec_->setBytes(editor.VarPrecision);
-    txtVarDefValue_->setBytes(editor.VarDefValue);
-    btnVarApply_->setEnabled(true);
+    txtVarWidth->setBytes(editor.VarWidth);
+    txtVarPrec->setBytes(editor.VarPrecision);
+    txtVarDefValue->setBytes(editor.VarDefValue);
+    btnVarApply->setEnabled(true);
 }
 
 void VariableListPage::editBooleanVariable() {
@@ -176,32 +174,32 @@ void VariableListPage::editBooleanVariable() {
     editor.exec();
     if (editor.IsCanceled)
         return;
-    txtVarOnStr_->setBytes(editor.VarOnStr);
-    txtVarOffStr_->setBytes(editor.VarOFFStr);
-    txtVarDefValue_->setBytes(editor.VarDefValue);
-    btnVarApply_->setEnabled(true);
+    txtVarOnStr->setBytes(editor.VarOnStr);
+    txtVarOffStr->setBytes(editor.VarOFFStr);
+    txtVarDefValue->setBytes(editor.VarDefValue);
+    btnVarApply->setEnabled(true);
 }
 
 bool VariableListPage::hasUnappliedEdits() const {
-    return btnVarApply_->isEnabledTo(this);
+    return btnVarApply->isEnabledTo(this);
 }
 
 void VariableListPage::btnVarApply_Click() {
-    const std::string type = txtVarType_->bytes();
+    const std::string type = txtVarType->bytes();
     if (type == booleanType) {
         BooleanVariable& variable = project_.CoilVar.at(shownIndex(booleanVariableName));
-        variable.defaultValue = txtVarDefValue_->bytes();
-        variable.onText = txtVarOnStr_->bytes();
-        variable.offText = txtVarOffStr_->bytes();
+        variable.defaultValue = txtVarDefValue->bytes();
+        variable.onText = txtVarOnStr->bytes();
+        variable.offText = txtVarOffStr->bytes();
     } else if (type == floatType) {
         FloatVariable& variable = project_.RegVar.at(shownIndex(floatVariableName));
-        variable.defaultValue = txtVarDefValue_->bytes();
-        variable.width = txtVarWidth_->bytes();
-        variable.precision = txtVarPrec_->bytes();
+        variable.defaultValue = txtVarDefValue->bytes();
+        variable.width = txtVarWidth->bytes();
+        variable.precision = txtVarPrec->bytes();
     } else {
         return;
     }
-    btnVarApply_->setEnabled(false);
+    btnVarApply->setEnabled(false);
     modifiedMark_.SetModified(true);
 }
 

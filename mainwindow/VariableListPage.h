@@ -21,7 +21,7 @@ public:
     VariableListPage(Project& project, ModifiedMark& modifiedMark, Messages& messages,
                      QWidget* parent = nullptr);
 
-    ItemTree& tree() { return *trvVar_; }
+    ItemTree& tree() { return *trvVar; }
     /// The shown variable's settings from the model; name, address and type stay. Discards unapplied edits.
     void refresh();
 
@@ -48,17 +48,17 @@ private:
     Project& project_;
     ModifiedMark& modifiedMark_;
 
-    ItemTree* trvVar_;
-    ShownBox* txtVarName_;
-    ShownBox* txtVarAddr_;
-    ShownBox* txtVarType_;
-    ShownBox* txtVarDefValue_;
-    ShownBox* txtVarWidth_;
-    ShownBox* txtVarPrec_;
-    ShownBox* txtVarOnStr_;
-    ShownBox* txtVarOffStr_;
-    QPushButton* btnEditVariable_;
-    QPushButton* btnVarApply_;
+    ItemTree* trvVar;
+    ShownBox* txtVarName;
+    ShownBox* txtVarAddr;
+    ShownBox* txtVarType;
+    ShownBox* txtVarDefValue;
+    ShownBox* txtVarWidth;
+    ShownBox* txtVarPrec;
+    ShownBox* txtVarOnStr;
+    ShownBox* txtVarOffStr;
+    QPushButton* btnEditVariable;
+    QPushButton* btnVarApply;
 };
 
 } // namespace orvista

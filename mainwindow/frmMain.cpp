@@ -1,5 +1,6 @@
 #include "mainwindow/frmMain.h"
 
+#include "dialogs/FormParts.h"
 #include "dialogs/frmLic.h"
 #include "mainwindow/Guard.h"
 #include "mainwindow/HelpOpener.h"
@@ -7,7 +8,6 @@
 #include "mainwindow/MainMenu.h"
 #include "mainwindow/MessageListPage.h"
 #include "mainwindow/ModbusSettingPage.h"
-#include "mainwindow/PageParts.h"
 #include "mainwindow/ProjectTrees.h"
 #include "mainwindow/StatusBar.h"
 #include "mainwindow/SystemPage.h"
@@ -66,8 +66,8 @@ frmMain::frmMain(Project& project, ConfigModule::History& history,
       lifecycle_(project, history, environment, seams.messages, seams.chooser, *this),
       menu_(std::make_unique<MainMenu>(*menuBar(), this)),
       toolbar_(new ToolBar),
-      trvSystem_(named<ItemTree>(QStringLiteral("trvSystem"))),
-      tabDetails_(named<QTabWidget>(QStringLiteral("tabDetails"))) {
+      trvSystem(named<ItemTree>(QStringLiteral("trvSystem"))),
+      tabDetails(named<QTabWidget>(QStringLiteral("tabDetails"))) {
     setObjectName(QStringLiteral("frmMain"));
     setWindowIcon(ToolIcons::program());
     addToolBar(toolbar_);
@@ -76,8 +76,8 @@ frmMain::frmMain(Project& project, ConfigModule::History& history,
     buildLayout();
     connectMenu();
     connect(toolbar_, &ToolBar::ButtonClick, this, &frmMain::ToolbarMain_ButtonClick);
-    connect(trvSystem_, &ItemTree::NodeClick, this, &frmMain::trvSystem_NodeClick);
-    connect(tabDetails_, &QTabWidget::currentChanged, this, &frmMain::markPageInTree);
+    connect(trvSystem, &ItemTree::NodeClick, this, &frmMain::trvSystem_NodeClick);
+    connect(tabDetails, &QTabWidget::currentChanged, this, &frmMain::markPageInTree);
     // The toolbar's descriptions are found by asking "What's this?".
     auto* whatsThis = new QShortcut(Qt::SHIFT | Qt::Key_F1, this);
     connect(whatsThis, &QShortcut::activated, this, &QWhatsThis::enterWhatsThisMode);
@@ -92,20 +92,20 @@ void frmMain::buildPages() {
     modbusPage_ = new ModbusSettingPage(project_, lifecycle_, seams_.messages, *testerPage_);
     variablePage_ = new VariableListPage(project_, lifecycle_, seams_.messages);
     messagePage_ = new MessageListPage(project_, lifecycle_, seams_.messages);
-    tabDetails_->addTab(scrolling(systemPage_), QStringLiteral("System"));
-    tabDetails_->addTab(scrolling(modbusPage_), QStringLiteral("Modbus Setting"));
-    tabDetails_->addTab(variablePage_, QStringLiteral("Variable List"));
-    tabDetails_->addTab(messagePage_, QStringLiteral("Message List"));
-    tabDetails_->addTab(scrolling(testerPage_), QStringLiteral("TCP Tester"));
+    tabDetails->addTab(scrolling(systemPage_), QStringLiteral("System"));
+    tabDetails->addTab(scrolling(modbusPage_), QStringLiteral("Modbus Setting"));
+    tabDetails->addTab(variablePage_, QStringLiteral("Variable List"));
+    tabDetails->addTab(messagePage_, QStringLiteral("Message List"));
+    tabDetails->addTab(scrolling(testerPage_), QStringLiteral("TCP Tester"));
 }
 
 void frmMain::buildLayout() {
-    trvSystem_->setAccessibleName(tr("Pages"));
+    trvSystem->setAccessibleName(tr("Pages"));
     auto* splitter = new QSplitter;
     splitter->setChildrenCollapsible(false);
     splitter->addWidget(
-        framed(QStringLiteral("fraSystemInfo"), QStringLiteral("System information"), trvSystem_));
-    splitter->addWidget(framed(QStringLiteral("fraDetails"), QStringLiteral("Details"), tabDetails_));
+        framed(QStringLiteral("fraSystemInfo"), QStringLiteral("System information"), trvSystem));
+    splitter->addWidget(framed(QStringLiteral("fraDetails"), QStringLiteral("Details"), tabDetails));
     splitter->setStretchFactor(1, 1);
 
     auto* content = new QWidget;
@@ -141,8 +141,8 @@ void frmMain::Form_Load() {
     awaitsActivation_ = true;
     history_.clear();
     history_.ReadHistory();
-    ProjectTrees::fillNavigationTree(*trvSystem_);
-    markPageInTree(tabDetails_->currentIndex());
+    ProjectTrees::fillNavigationTree(*trvSystem);
+    markPageInTree(tabDetails->currentIndex());
     ProjectTrees::fillMessageTree(messagePage_->tree());
     ProjectTrees::fillVariableTree(variablePage_->tree());
     modbusPage_->setUp();
@@ -198,8 +198,8 @@ void frmMain::showCaption(const std::string& caption) {
 void frmMain::showCommandStates(const CommandStates& states) {
     menu_->showCommandStates(states);
     toolbar_->showCommandStates(states);
-    tabDetails_->setEnabled(states.tabDetails);
-    trvSystem_->setEnabled(states.trvSystem);
+    tabDetails->setEnabled(states.tabDetails);
+    trvSystem->setEnabled(states.trvSystem);
 }
 
 void frmMain::showProjectName(const std::string& name) {
@@ -207,7 +207,7 @@ void frmMain::showProjectName(const std::string& name) {
 }
 
 bool frmMain::hasUnappliedEdits() const {
-    return tabDetails_->isEnabled() &&
+    return tabDetails->isEnabled() &&
            (modbusPage_->hasUnappliedEdits() || variablePage_->hasUnappliedEdits() ||
             messagePage_->hasUnappliedEdits());
 }
@@ -278,19 +278,19 @@ void frmMain::miLinkDownload_Click() {
 }
 
 void frmMain::miOptionSystemCfg_Click() {
-    tabDetails_->setCurrentIndex(System);
+    tabDetails->setCurrentIndex(System);
 }
 
 void frmMain::miOptionModbusSetting_Click() {
-    tabDetails_->setCurrentIndex(ModbusSetting);
+    tabDetails->setCurrentIndex(ModbusSetting);
 }
 
 void frmMain::miVarLst_Click() {
-    tabDetails_->setCurrentIndex(VariableList);
+    tabDetails->setCurrentIndex(VariableList);
 }
 
 void frmMain::miOptionMsgLst_Click() {
-    tabDetails_->setCurrentIndex(MessageList);
+    tabDetails->setCurrentIndex(MessageList);
 }
 
 void frmMain::miHelpContext_Click() {
@@ -319,13 +319,13 @@ void frmMain::ToolbarMain_ButtonClick(const QString& key) {
 
 void frmMain::markPageInTree(int page) {
     // The tree points at the shown page, whichever way it was reached.
-    trvSystem_->setCurrentItem(trvSystem_->topLevelItem(0)->child(page));
+    trvSystem->setCurrentItem(trvSystem->topLevelItem(0)->child(page));
 }
 
 void frmMain::trvSystem_NodeClick(QTreeWidgetItem* node) {
     const int page = ProjectTrees::pageOfNode(nodeKey(*node));
     if (page >= 0)
-        tabDetails_->setCurrentIndex(page);
+        tabDetails->setCurrentIndex(page);
 }
 
 } // namespace orvista

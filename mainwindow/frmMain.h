@@ -98,8 +98,8 @@ private:
 
     std::unique_ptr<MainMenu> menu_;
     ToolBar* toolbar_;
-    ItemTree* trvSystem_;
-    QTabWidget* tabDetails_;
+    ItemTree* trvSystem;
+    QTabWidget* tabDetails;
     TcpTesterPage* testerPage_ = nullptr;
     SystemPage* systemPage_ = nullptr;
     ModbusSettingPage* modbusPage_ = nullptr;

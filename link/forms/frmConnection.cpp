@@ -1,7 +1,6 @@
 #include "link/forms/frmConnection.h"
 
 #include "dialogs/FormParts.h"
-#include "mainwindow/PageParts.h"
 #include "model/Text.h"
 
 #include <QDialogButtonBox>

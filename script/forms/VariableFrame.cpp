@@ -9,14 +9,6 @@
 
 namespace orvista {
 
-namespace {
-
-QString arrayName(const char* control, std::size_t index) {
-    return QStringLiteral("%1(%2)").arg(QLatin1String(control)).arg(index);
-}
-
-} // namespace
-
 VariableFrame::VariableFrame(QWidget* parent)
     : QGroupBox(tr("Variable setting"), parent),
       sources_(textListModel(wizard::fieldSources(), this)),

@@ -58,13 +58,13 @@ QWidget* frmMessageEdit::createTextFrame() {
     auto* const grid = new QGridLayout(frame);
     const std::array captions{tr("Text"), tr("Bitmap")};
     for (const int index : {textType, bitmapType}) {
-        auto* const option = new QRadioButton(captions.at(static_cast<std::size_t>(index)));
-        option->setObjectName(QStringLiteral("OptMsgType(%1)").arg(index));
+        const auto position = static_cast<std::size_t>(index);
+        auto* const option =
+            named<QRadioButton>(arrayName(QStringLiteral("OptMsgType"), position), captions.at(position));
         OptMsgType->addButton(option, index);
         grid->addWidget(option, 0, index + 1);
     }
-    txtText = new DeviceLineEdit(frame);
-    txtText->setObjectName(QStringLiteral("txtText"));
+    txtText = named<DeviceLineEdit>(QStringLiteral("txtText"), frame);
     txtText->setToolTip(tr("%v keeps one character free for a live field, %5v five; at most four fields"));
     grid->addWidget(labelFor(txtText, tr("Content :")), 1, 0);
     grid->addWidget(txtText, 1, 1, 1, 3);
@@ -101,9 +101,9 @@ void frmMessageEdit::OptMsgType_Click(int index) {
 }
 
 void frmMessageEdit::txtText_Change() {
-    content_ = scanPlaceholders(txtText->bytes());
-    variableFrame_->enableRows(content_.fieldCount());
-    btnOK->setEnabled(!content_.DisplayText.empty());
+    const PlaceholderScan content = scanPlaceholders(txtText->bytes());
+    variableFrame_->enableRows(content.fieldCount());
+    btnOK->setEnabled(!content.DisplayText.empty());
 }
 
 void frmMessageEdit::btnOK_Click() {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "script/MessagePage.h"
-#include "script/PlaceholderScan.h"
 
 #include <QDialog>
 
@@ -38,7 +37,6 @@ private:
     void btnOK_Click();
     MessageForm form() const;
 
-    PlaceholderScan content_; ///< of the text as it stands
     QButtonGroup* OptMsgType; ///< 0 "Text", 1 "Bitmap"
     DeviceLineEdit* txtText;
     BitmapFrame* bitmapFrame_;
