@@ -6,7 +6,6 @@
 
 #include <QTest>
 #include <QTextBlock>
-#include <QWheelEvent>
 
 #include <algorithm>
 
@@ -39,12 +38,6 @@ void addRefused() {
     QTest::newRow("direction mark") << QStringLiteral("\u200E");
     QTest::newRow("control of a mapped code") << QStringLiteral("\u0085");
     QTest::newRow("among accepted ones") << QStringLiteral("abc\u0142");
-}
-
-void wheelOver(QWidget& widget) {
-    QWheelEvent wheel(QPointF(5, 5), widget.mapToGlobal(QPointF(5, 5)), {}, {0, -120}, Qt::NoButton,
-                      Qt::NoModifier, Qt::NoScrollPhase, false);
-    QCoreApplication::sendEvent(&widget, &wheel);
 }
 
 } // namespace
@@ -363,11 +356,11 @@ private slots:
         QVERIFY(QTest::qWaitForWindowActive(&window));
         other->setFocus();
         QVERIFY(!list->hasFocus());
-        wheelOver(*list);
+        turnWheelOver(*list, -120);
         QCOMPARE(list->currentIndex(), 0);
         QVERIFY(!list->hasFocus());
         list->setFocus();
-        wheelOver(*list);
+        turnWheelOver(*list, -120);
         QCOMPARE(list->currentIndex(), 1);
     }
 };

@@ -2,13 +2,13 @@
 #include "mainwindow/TesterActions.h"
 #include "model/Numbers.h"
 #include "tests/mainwindow/EditorFixture.h"
+#include "tests/support/BoxInput.h"
 
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGroupBox>
 #include <QLabel>
 #include <QPushButton>
-#include <QWheelEvent>
 
 using namespace orvista;
 using namespace orvista::testing;
@@ -65,13 +65,6 @@ public:
 
 constexpr const char* updateButtons[] = {"btnEmgMsgUpdate", "btnRegMsgUpdate", "cmdUpdateReg",
                                          "cmdUpdateCoil"};
-
-void turnWheelOver(QWidget& widget) {
-    const QPointF middle = widget.rect().center();
-    QWheelEvent turn(middle, widget.mapToGlobal(middle), {}, {0, -120}, Qt::NoButton, Qt::NoModifier,
-                     Qt::NoScrollPhase, false);
-    QApplication::sendEvent(&widget, &turn);
-}
 
 } // namespace
 
@@ -198,10 +191,10 @@ void TcpTesterPageTest::aWheelOverAnUnfocusedListChangesNothing() {
     editor.showPage("C5");
     auto* const list = editor.find<QComboBox>("cbDIAddr");
     editor.find<QLineEdit>("txtFloat")->setFocus();
-    turnWheelOver(*list);
+    turnWheelOver(*list, -120);
     QCOMPARE(list->currentIndex(), 0);
     list->setFocus();
-    turnWheelOver(*list);
+    turnWheelOver(*list, -120);
     QCOMPARE(list->currentIndex(), 1);
 }
 

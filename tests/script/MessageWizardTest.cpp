@@ -2,6 +2,7 @@
 
 #include "dialogs/controls/DeviceLineEdit.h"
 #include "dialogs/controls/DropDownList.h"
+#include "tests/support/BoxInput.h"
 #include "tests/support/ModalDriver.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -10,21 +11,22 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QGroupBox>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSettings>
 #include <QTest>
-#include <QWheelEvent>
 
 namespace orvista {
 namespace {
 
 using testing::allModalsServed;
+using testing::everyByte;
 using testing::onModal;
 using testing::TemporaryFolder;
+using testing::turnWheelOver;
+using testing::typeText;
 using testing::writeBytes;
 
 /// A shown wizard and the hands of its user.
@@ -337,6 +339,17 @@ private slots:
                              "DISPVAR 96 0 RED BLACK CoilVar1\r\nACT STILL 1000"));
     }
 
+    void everyByteOfTheTextReachesThePage() {
+        Wizard wizard;
+        wizard.text()->setBytes(everyByte());
+        wizard.type("x");
+        wizard.choose("cbInEffect", "NONE");
+        wizard.choose("cbOutEffect", "NONE");
+        wizard.click("btnOK");
+        QCOMPARE(wizard.form.PartialScript,
+                 "CLEAR\r\nTEXT 0 0 RED BLACK \"" + everyByte() + "x\"\r\nACT STILL 1000");
+    }
+
     void cancelEscapeAndFrameLeaveNoScript() {
         const std::vector<std::function<void(QWidget*)>> ways{
             [](QWidget* form) {
@@ -523,10 +536,8 @@ private slots:
 
     void textTakesOnlyCharactersOfTheDisplay() {
         const Wizard wizard;
-        for (const char16_t typed : {u'a', u'\u0416', u'b'}) {
-            QKeyEvent press(QEvent::KeyPress, Qt::Key_unknown, Qt::NoModifier, QString(QChar(typed)));
-            QApplication::sendEvent(wizard.text(), &press);
-        }
+        for (const char16_t typed : {u'a', u'\u0416', u'b'})
+            typeText(*wizard.text(), QString(QChar(typed)));
         QCOMPARE(wizard.text()->text(), "ab");
     }
 
@@ -539,10 +550,7 @@ private slots:
         for (DropDownList* const list : lists) {
             const int chosen = list->currentIndex();
             for (const int delta : {-120, 120}) {
-                const QPointF middle = list->rect().center();
-                QWheelEvent turn(middle, list->mapToGlobal(middle), {}, {0, delta}, Qt::NoButton,
-                                 Qt::NoModifier, Qt::NoScrollPhase, false);
-                QApplication::sendEvent(list, &turn);
+                turnWheelOver(*list, delta);
                 QCOMPARE(list->currentIndex(), chosen);
             }
         }

@@ -7,11 +7,12 @@
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QTest>
+#include <QWheelEvent>
 #include <QWidget>
 
 #include <string>
 
-/// The ways a text gets into a text box.
+/// What users and their devices do to a box.
 namespace orvista::testing {
 
 inline std::string everyByte() {
@@ -51,6 +52,14 @@ inline void compose(QWidget& box, const QString& text) {
     QInputMethodEvent commit;
     commit.setCommitString(text);
     QCoreApplication::sendEvent(&box, &commit);
+}
+
+/// One notch of the mouse wheel, away from the user for a positive `delta`.
+inline void turnWheelOver(QWidget& widget, int delta) {
+    const QPointF middle = widget.rect().center();
+    QWheelEvent turn(middle, widget.mapToGlobal(middle), {}, {0, delta}, Qt::NoButton, Qt::NoModifier,
+                     Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(&widget, &turn);
 }
 
 } // namespace orvista::testing
