@@ -1,4 +1,5 @@
 #include "tests/mainwindow/EditorFixture.h"
+#include "tests/support/ModalDriver.h"
 
 #include <QLabel>
 
@@ -26,6 +27,7 @@ class KeyboardTest : public QObject {
 private slots:
     void tabFollowsTheLayout_data();
     void tabFollowsTheLayout();
+    void applyIsReachedOnceItIsEnabled();
     void everyControlHasAnAccessibleName();
 };
 
@@ -77,6 +79,31 @@ void KeyboardTest::tabFollowsTheLayout() {
         tabOrder(editor, order.front().toLatin1().constData(), static_cast<std::size_t>(order.size()));
     reached.replaceInStrings(QStringLiteral("qt_tabwidget_tabbar"), QStringLiteral("tabbar"));
     QCOMPARE(reached, order);
+}
+
+void KeyboardTest::applyIsReachedOnceItIsEnabled() {
+    EditorFixture editor;
+    editor.startWithNewProject();
+    editor.showPage("C2");
+    for (const char* box : {"txtNewAltAddr", "txtNewAIAddr", "txtNewDIAddr"})
+        editor.type(box, QStringLiteral("500"));
+    QCOMPARE(tabOrder(editor, "txtNewDIAddr", 3),
+             (QStringList{"txtNewDIAddr", "btnModBusApply", "btnRestoreDefault"}));
+    editor.showVariable("B2");
+    onModal(QStringLiteral("frmBoolVarEdit"),
+            [](QWidget* dialog) { QTest::keyClick(dialog, Qt::Key_Return); });
+    auto* const edit = editor.find<QWidget>("btnEditVariable");
+    edit->setFocus();
+    QTest::keyClick(edit, Qt::Key_Space);
+    QVERIFY(allModalsServed());
+    editor.window->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(editor.window.get()));
+    QCOMPARE(tabOrder(editor, "btnEditVariable", 2), (QStringList{"btnEditVariable", "btnVarApply"}));
+    editor.showMessage("E2");
+    QTest::keyClicks(editor.find<QWidget>("txtMsg"), QStringLiteral("x"));
+    QCOMPARE(tabOrder(editor, "btnEditMessage", 2), (QStringList{"btnEditMessage", "btnMsgApply"}));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
+    QCOMPARE(editor.project.ALTMSG[1], std::string("xCLEAR"));
 }
 
 void KeyboardTest::everyControlHasAnAccessibleName() {

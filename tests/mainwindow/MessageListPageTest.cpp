@@ -38,8 +38,8 @@ private slots:
     void cancellingTheWizardChangesNothing();
     void theWizardCanBeUndone();
     void everyByteSurvivesShowingAndApplying();
-    void uneditedScriptsKeepTheirLineEnds_data();
-    void uneditedScriptsKeepTheirLineEnds();
+    void uneditedScriptsAreStoredAsTheyWere_data();
+    void uneditedScriptsAreStoredAsTheyWere();
     void tabLeavesTheScript();
     void theUnusedListsAreHidden();
 
@@ -275,16 +275,17 @@ void MessageListPageTest::everyByteSurvivesShowingAndApplying() {
     QCOMPARE(editor.project.ALTMSG[2], "y" + everyByte() + everyByte());
 }
 
-void MessageListPageTest::uneditedScriptsKeepTheirLineEnds_data() {
+void MessageListPageTest::uneditedScriptsAreStoredAsTheyWere_data() {
     QTest::addColumn<QByteArray>("script");
     QTest::newRow("trailing line end") << QByteArray("CLEAR\r\nTEXT\r\n");
     QTest::newRow("empty lines") << QByteArray("\r\n\r\nA\r\n\r\n");
     QTest::newRow("lone ends") << QByteArray("A\nB\rC\n\rD");
     QTest::newRow("no-break spaces") << QByteArray("\xA0 A \xA0\xA0");
     QTest::newRow("beyond 32767") << QByteArray(40'000, 'x');
+    QTest::newRow("every byte") << QByteArray::fromStdString(everyByte());
 }
 
-void MessageListPageTest::uneditedScriptsKeepTheirLineEnds() {
+void MessageListPageTest::uneditedScriptsAreStoredAsTheyWere() {
     QFETCH(const QByteArray, script);
     EditorFixture editor;
     editor.startWithNewProject();
@@ -315,6 +316,7 @@ void MessageListPageTest::theUnusedListsAreHidden() {
     editor.showPage("C4");
     QVERIFY(!editor.find<QListWidget>("List1")->isVisible());
     QVERIFY(!editor.find<QListWidget>("bmpList")->isVisible());
+    QCOMPARE(editor.find<QListWidget>("bmpList")->property("pattern").toString(), QStringLiteral("*.bmp"));
 }
 
 QTEST_MAIN(MessageListPageTest)

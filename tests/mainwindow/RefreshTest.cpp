@@ -6,6 +6,8 @@
 #include <QComboBox>
 #include <QPushButton>
 
+#include <tuple>
+
 using namespace orvista;
 using namespace orvista::testing;
 
@@ -15,6 +17,8 @@ class RefreshTest : public QObject {
 private slots:
     void anOpenedProjectShowsInTheSameMessage();
     void anOpenedProjectShowsInTheSameVariable();
+    void everyKindOfItemFollows_data();
+    void everyKindOfItemFollows();
     void aResetShowsTheDefaults();
     void aNewProjectShowsTheDefaultsInTheShownItems();
     void aRefreshWithNothingShownLeavesThePagesEmpty();
@@ -23,10 +27,11 @@ private slots:
     void thePagesShowEverySetting();
 
 private:
-    /// A saved project that differs from the defaults in message 3 and in the second variables.
+    /// A saved project that differs from the defaults in two messages and in the second variables.
     static void makeSavedProject(EditorFixture& editor, const std::string& name) {
         editor.startWithNewProject(name);
         editor.project.STDMSG[2] = "third";
+        editor.project.ALTMSG[3] = "fourth";
         editor.project.RegVar[1] = {"RegVar2", "1.5", "6", "2"};
         editor.project.CoilVar[1] = {"CoilVar2", "1", "RUN", "STOP"};
         editor.project.IP = "127.0.0.9";
@@ -37,6 +42,19 @@ private:
     }
     static std::string script(const EditorFixture& editor) {
         return editor.find<DeviceTextEdit>("txtMsg")->bytes();
+    }
+    static void showItem(const EditorFixture& editor, const QByteArray& key) {
+        if (key[0] == 'R' || key[0] == 'E')
+            editor.showMessage(key.constData());
+        else
+            editor.showVariable(key.constData());
+    }
+    /// Script; default value, width, precision, ON and OFF text.
+    static QStringList settings(const EditorFixture& editor) {
+        QStringList shown{QString::fromStdString(script(editor))};
+        for (const char* box : {"txtVarDefValue", "txtVarWidth", "txtVarPrec", "txtVarOnStr", "txtVarOffStr"})
+            shown << editor.text(box);
+        return shown;
     }
 };
 
@@ -72,6 +90,44 @@ void RefreshTest::anOpenedProjectShowsInTheSameVariable() {
     QCOMPARE(editor.text("txtVarAddr"), QStringLiteral("101"));
     QVERIFY(!editor.find<QPushButton>("btnVarApply")->isEnabled());
     QVERIFY(editor.find<QPushButton>("btnEditVariable")->isEnabled());
+}
+
+void RefreshTest::everyKindOfItemFollows_data() {
+    QTest::addColumn<QByteArray>("way");
+    QTest::addColumn<QByteArray>("item");
+    QTest::addColumn<QStringList>("expected");
+    const std::tuple<const char*, QStringList, QStringList> items[] = {
+        {"R3", {"CLEAR", "", "", "", "", ""}, {"third\r\n", "", "", "", "", ""}},
+        {"E4", {"CLEAR", "", "", "", "", ""}, {"fourth\r\n", "", "", "", "", ""}},
+        {"F2", {"", "0.0", "7", "3", "", ""}, {"", "1.5", "6", "2", "", ""}},
+        {"B2", {"", "0", "", "", "ON", "OFF"}, {"", "1", "", "", "RUN", "STOP"}}};
+    for (const auto& [item, defaults, saved] : items) {
+        QTest::addRow("new, %s", item) << QByteArray("new") << QByteArray(item) << defaults;
+        QTest::addRow("reset, %s", item) << QByteArray("reset") << QByteArray(item) << defaults;
+        QTest::addRow("opened, %s", item) << QByteArray("opened") << QByteArray(item) << saved;
+    }
+}
+
+void RefreshTest::everyKindOfItemFollows() {
+    QFETCH(const QByteArray, way);
+    QFETCH(const QByteArray, item);
+    QFETCH(const QStringList, expected);
+    EditorFixture editor;
+    makeSavedProject(editor, "Line3");
+    if (way == "opened")
+        editor.newProject("Other");
+    showItem(editor, item);
+    QVERIFY(settings(editor) != expected);
+    editor.messages.answers = {Answer::No};
+    if (way == "new")
+        editor.newProject("Line4");
+    else if (way == "opened")
+        editor.openProject("Line3");
+    else
+        editor.trigger("miFileOpen"); // cancelled
+    QCOMPARE(settings(editor), expected);
+    for (const char* apply : {"btnMsgApply", "btnVarApply"})
+        QVERIFY2(!editor.find<QPushButton>(apply)->isEnabled(), apply);
 }
 
 void RefreshTest::aResetShowsTheDefaults() {

@@ -1,5 +1,6 @@
 #include "dialogs/controls/DeviceLineEdit.h"
 #include "tests/mainwindow/EditorFixture.h"
+#include "tests/support/BoxInput.h"
 
 #include <QGroupBox>
 #include <QLabel>
@@ -12,6 +13,7 @@ class SystemPageTest : public QObject {
     Q_OBJECT
 private slots:
     void controlsHaveTheirTexts();
+    void boxesBeginInOneColumn();
     void theFirstKeystrokeMarksTheProjectModified();
     void theTestPageFollowsTheAddress();
     void everyWriteOfTheAddressMarksTheProject();
@@ -33,6 +35,17 @@ void SystemPageTest::controlsHaveTheirTexts() {
     QCOMPARE(editor.find<QGroupBox>("frameCommunication")->title(), QStringLiteral("Communication Type"));
     QCOMPARE(editor.find<QGroupBox>("frameDeviceConfig")->title(), QStringLiteral("Device Setting"));
     QCOMPARE(editor.find<QRadioButton>("optEthernet")->text(), QStringLiteral("TCP/IP"));
+}
+
+void SystemPageTest::boxesBeginInOneColumn() {
+    EditorFixture editor;
+    editor.startWithNewProject();
+    editor.showPage("C1");
+    const auto left = [&editor](const char* box) {
+        return editor.find<QWidget>(box)->mapTo(editor.window.get(), QPoint()).x();
+    };
+    QCOMPARE(left("txtSystemIP"), left("Text1"));
+    QCOMPARE(left("txtPort"), left("Text1"));
 }
 
 void SystemPageTest::theFirstKeystrokeMarksTheProjectModified() {
@@ -99,17 +112,14 @@ void SystemPageTest::theOnlyCommunicationTypeStaysSelected() {
 void SystemPageTest::everyByteOfAnAddressSurvives() {
     EditorFixture editor;
     editor.startWithNewProject();
-    std::string bytes;
-    for (int byte = 0; byte < 256; ++byte)
-        bytes += static_cast<char>(byte);
-    editor.project.IP = bytes;
+    editor.project.IP = everyByte();
     editor.window->RefreshViews();
-    QCOMPARE(editor.project.IP, bytes);
+    QCOMPARE(editor.project.IP, everyByte());
     editor.showPage("C1");
     auto* const box = editor.find<DeviceLineEdit>("txtSystemIP");
     QTest::keyClick(box, Qt::Key_End);
     QTest::keyClick(box, 'x');
-    QCOMPARE(editor.project.IP, bytes + "x");
+    QCOMPARE(editor.project.IP, everyByte() + "x");
 }
 
 void SystemPageTest::charactersTheDeviceDoesNotHaveAreRefused() {
