@@ -82,7 +82,7 @@ void SystemPageTest::everyWriteOfTheAddressMarksTheProject() {
 void SystemPageTest::shownBoxesTakeNoInput() {
     EditorFixture editor;
     editor.startWithNewProject();
-    for (const char* name : {"txtSystemName", "txtPort", "Text1", "txtIP"})
+    for (const char* name : {"txtSystemName", "txtPort", "Text1", "txtIP", "txtMsgName", "txtMsgSno"})
         QVERIFY2(editor.find<QLineEdit>(name)->isReadOnly(), name);
 }
 
