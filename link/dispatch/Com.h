@@ -50,7 +50,7 @@ public:
     VARIANT* operator->() { return &value_; }
 
 private:
-    VARIANT value_;
+    VARIANT value_{};
 };
 
 /// UTF-8 as the system's UTF-16; bytes that are no UTF-8 become replacement characters.

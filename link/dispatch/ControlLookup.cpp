@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cwchar>
+#include <iterator>
+#include <utility>
 
 namespace orvista {
 
@@ -119,7 +121,7 @@ std::optional<CLSID> controlClassByName() {
 
 std::vector<CLSID> controlClassesByTypeLibrary() {
     // TypeLib\{library}\version\language\platform
-    const std::wstring platform = sizeof(void*) == 4 ? L"win32" : L"win64";
+    const std::wstring platform = sizeof(void*) == 4 ? L"\\win32" : L"\\win64";
     std::vector<FoundClass> found;
     const RegistryKey libraries(HKEY_CLASSES_ROOT, L"TypeLib");
     for (const std::wstring& id : libraries.subkeys()) {
@@ -127,16 +129,16 @@ std::vector<CLSID> controlClassesByTypeLibrary() {
         for (const std::wstring& version : library.subkeys()) {
             const RegistryKey languages(library.get(), version);
             for (const std::wstring& language : languages.subkeys())
-                if (const std::wstring file = languages.text(language + L'\\' + platform); !file.empty())
+                if (const std::wstring file = languages.text(language + platform); !file.empty())
                     collectClasses(file, found);
         }
     }
     std::stable_sort(found.begin(), found.end(), [](const FoundClass& one, const FoundClass& other) {
         return std::pair(one.major, one.minor) > std::pair(other.major, other.minor);
     });
-    std::vector<CLSID> classes;
-    for (const FoundClass& match : found)
-        classes.push_back(match.id);
+    std::vector<CLSID> classes(found.size());
+    std::transform(found.begin(), found.end(), classes.begin(),
+                   [](const FoundClass& match) { return match.id; });
     return classes;
 }
 

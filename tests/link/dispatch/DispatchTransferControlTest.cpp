@@ -40,7 +40,7 @@ protected:
 
     void registerAs(std::initializer_list<const wchar_t*> ways) { registration_.emplace(ways); }
 
-    Lines recorded() const { return testing::recordedLines(log_); }
+    Lines recorded() const { return orvista::testing::recordedLines(log_); }
 
     std::string deviceFile(const std::string& name) const { return fileBytes(device_ + "\\" + name); }
 
