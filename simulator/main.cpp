@@ -9,6 +9,7 @@
 #include <QTemporaryDir>
 #include <cstdio>
 #include <memory>
+#include <optional>
 
 namespace {
 
@@ -72,9 +73,9 @@ int main(int argc, char* argv[]) {
     QCoreApplication::setApplicationVersion(ORVISTA_VERSION);
     try {
         Options options = parseOptions(QCoreApplication::arguments());
-        const QTemporaryDir ownFolder;
+        std::optional<QTemporaryDir> ownFolder;
         if (options.device.root.empty())
-            options.device.root = ownFolder.path().toStdString();
+            options.device.root = ownFolder.emplace().path().toStdString();
         else if (!QDir(QString::fromStdString(options.device.root)).exists())
             throw UsageError("there is no folder " + options.device.root);
         return run(options);

@@ -4,6 +4,7 @@
 #include "tests/simulator/SimulatorProcess.h"
 
 #include <QColor>
+#include <QDir>
 #include <QFile>
 #include <QImage>
 #include <QTcpServer>
@@ -232,6 +233,18 @@ private slots:
         QFETCH(QStringList, options);
         QVERIFY(testing::outputOf(ORVISTA_SIMULATOR, QStringList{"--headless"} + options)
                     .startsWith("FAILED 2 "));
+    }
+
+    void takesItsOwnFolderWithIt() {
+        QProcess simulator;
+        simulator.start(ORVISTA_SIMULATOR,
+                        {"--headless", "--log", "--modbus-port", "0", "--transfer-port", "0"});
+        QVERIFY(waitForText(simulator, "The device holds no files"));
+        const QString output = QString::fromUtf8(output_);
+        const QString folder = output.section("Files in ", 1).section('\n', 0, 0);
+        QVERIFY2(!folder.isEmpty() && QDir(folder).exists(), output_);
+        end(simulator);
+        QVERIFY(!QDir(folder).exists());
     }
 
     void explainsItself() {

@@ -33,8 +33,11 @@ quint16 portIn(const QString& line) {
 SimulatorProcess::SimulatorProcess(const QStringList& options) {
     bindToTest(process_);
     process_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    // A later option of the same name counts. Without any folder the device makes one, which a kill would
+    // leave behind.
     process_.start(ORVISTA_SIMULATOR,
-                   QStringList{"--headless", "--log", "--modbus-port", "0", "--transfer-port", "0"} +
+                   QStringList{"--headless", "--log", "--modbus-port", "0", "--transfer-port", "0", "--root",
+                               QString::fromStdString(root_.path())} +
                        options);
     QString modbus;
     QString transfer;

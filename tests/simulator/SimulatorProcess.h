@@ -1,13 +1,15 @@
 #pragma once
 
+#include "tests/support/TemporaryFolder.h"
+
 #include <QProcess>
 #include <QString>
 #include <QStringList>
 
 namespace orvista::testing {
 
-/// The simulator as a process of its own, on free ports, without a window. It ends with the object, and with
-/// the test should that crash.
+/// The simulator as a process of its own, on free ports and an empty folder, without a window. It ends with
+/// the object, and with the test should that crash.
 class SimulatorProcess {
 public:
     /// Starts it and waits until both services told their ports.
@@ -31,6 +33,7 @@ public:
 private:
     bool takeLines(int milliseconds);
 
+    const TemporaryFolder root_; ///< outlives the process
     QProcess process_;
     QByteArray unfinished_;
     QStringList lines_;
