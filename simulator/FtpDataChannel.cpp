@@ -7,6 +7,9 @@ namespace {
 // How long a client may take to connect, or to send or take anything.
 constexpr int patienceMilliseconds = 30'000;
 
+// Bytes may come before it is known what is to be done with them. The rest waits at the client.
+constexpr qint64 mostUnreadBytes = 1024 * 1024;
+
 } // namespace
 
 FtpDataChannel::FtpDataChannel(const QHostAddress& local, const QHostAddress& peer, QObject* parent)
@@ -41,6 +44,7 @@ void FtpDataChannel::accept() {
         }
         socket_ = candidate;
         socket_->setParent(this);
+        socket_->setReadBufferSize(mostUnreadBytes);
         server_.close();
         connect(socket_, &QTcpSocket::readyRead, this, &FtpDataChannel::takeBytes);
         connect(socket_, &QTcpSocket::bytesWritten, this, &FtpDataChannel::handOver);

@@ -79,7 +79,8 @@ void FtpSession::receive() {
 }
 
 void FtpSession::takeLines() {
-    while (!transferring_ && !stalled_ && control_ && control_->state() == QAbstractSocket::ConnectedState) {
+    while (!transferring_ && !stalled_ && control_ && control_->state() == QAbstractSocket::ConnectedState &&
+           !leavesAnswersUnread(*control_)) {
         const qsizetype end = received_.indexOf('\n');
         if (end < 0)
             break;
@@ -90,7 +91,8 @@ void FtpSession::takeLines() {
         perform(line);
     }
     // A client that talks on without waiting, or without ever ending its line, is not worth its memory.
-    if (received_.size() > 64 * static_cast<qsizetype>(longestFtpLine))
+    if (received_.size() > 64 * static_cast<qsizetype>(longestFtpLine) ||
+        (control_ && leavesAnswersUnread(*control_)))
         drop();
 }
 

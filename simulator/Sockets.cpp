@@ -13,6 +13,14 @@ QString peerText(const QTcpSocket& socket) {
     return QStringLiteral("%1:%2").arg(socket.peerAddress().toString()).arg(socket.peerPort());
 }
 
+bool leavesAnswersUnread(QTcpSocket& socket) {
+    constexpr qint64 mostWaitingBytes = 64 * 1024;
+    // Many requests that came at once are answered before the system takes the first answer.
+    if (socket.bytesToWrite() > mostWaitingBytes)
+        socket.flush();
+    return socket.bytesToWrite() > mostWaitingBytes;
+}
+
 void resetConnection(QTcpSocket& socket) {
     const linger atOnce{1, 0};
 #ifdef _WIN32

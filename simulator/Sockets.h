@@ -8,6 +8,9 @@ namespace orvista {
 /// "127.0.0.1:40312"
 QString peerText(const QTcpSocket& socket);
 
+/// True when a client asks on and on without taking its answers, which would pile up in memory.
+bool leavesAnswersUnread(QTcpSocket& socket);
+
 /// Ends a connection so that the other side sees a reset instead of an orderly end.
 void resetConnection(QTcpSocket& socket);
 

@@ -1,5 +1,7 @@
 #include "simulator/FtpService.h"
 
+#include "simulator/FtpDataChannel.h"
+#include "tests/simulator/Flood.h"
 #include "tests/simulator/SimulatorProcess.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -12,6 +14,8 @@
 namespace orvista {
 
 namespace {
+
+using testing::floods;
 
 /// A client that speaks line by line.
 class Conversation {
@@ -222,6 +226,33 @@ private slots:
         QVERIFY(longLine.reply().startsWith("220"));
         QVERIFY(longLine.say("USER " + QByteArray(5000, 'x')).startsWith("500"));
         QVERIFY(longLine.say("NOOP").startsWith("200"));
+    }
+
+    void dropsAClientThatLeavesItsAnswersUnread() {
+        Conversation client(service_->port());
+        QVERIFY(client.logIn());
+        client.socket().setReadBufferSize(1);
+        QVERIFY(floods(client.socket(), QByteArray("FEAT\r\n").repeated(1000)));
+        QVERIFY(Conversation(service_->port()).logIn());
+    }
+
+    void keepsNothingOfDataThatNobodyAskedFor() {
+        Conversation client(service_->port());
+        QVERIFY(client.logIn());
+        QTcpSocket data;
+        QVERIFY(client.openData(data));
+        const QByteArray bytes(40'000'000, 'B');
+        data.write(bytes);
+        data.disconnectFromHost();
+        const auto* const kept = service_->findChild<FtpDataChannel*>();
+        QVERIFY(kept);
+        const auto* const connection = kept->findChild<QTcpSocket*>();
+        QVERIFY(connection);
+        QTRY_COMPARE(connection->bytesAvailable(), connection->readBufferSize());
+        QVERIFY(connection->readBufferSize() > 0);
+        QVERIFY(client.say("STOR a").startsWith("150"));
+        QVERIFY(client.reply().startsWith("226"));
+        QCOMPARE(folder_->find("a")->size, static_cast<std::uintmax_t>(bytes.size()));
     }
 
     void turnsAwayTooManyClients() {

@@ -1,5 +1,6 @@
 #include "simulator/ModbusService.h"
 
+#include "tests/simulator/Flood.h"
 #include "tests/simulator/SimulatorProcess.h"
 
 #include <QSignalSpy>
@@ -39,6 +40,15 @@ private slots:
         QTRY_COMPARE(client.bytesAvailable(), 12);
         QCOMPARE(client.readAll(), coilHundredOn);
         QVERIFY(memory_.coil(100));
+    }
+
+    void dropsAClientThatLeavesItsAnswersUnread() {
+        QTcpSocket client;
+        QVERIFY(connectTo(client));
+        client.setReadBufferSize(1);
+        const QByteArray readTwoThousandCoils = QByteArray::fromHex("010200000006FF01000007D0");
+        QVERIFY(testing::floods(client, readTwoThousandCoils.repeated(1000)));
+        QVERIFY(stillServes());
     }
 
     void performsTheRequestOfAClientThatLeavesAtOnce() {
