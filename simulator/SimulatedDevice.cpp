@@ -86,6 +86,8 @@ void SimulatedDevice::loadFiles() {
         readDeviceFiles(folder_.path(), project_, messages);
         if (const std::optional<std::string> list = folder_.read(defaultPlsName))
             playList_ = readPlayList(*list);
+        for (const ScriptRemark& remark : playList_.remarks)
+            noteIdleLine(std::string(defaultPlsName), remark.line, remark.text);
         note(tr("The files are shown"));
     }
     writeDefaults(project_, memory_);
@@ -121,12 +123,10 @@ void SimulatedDevice::beginProgramme() {
     programme_ = deviceProgramme(project_, shown_, playList_, FolderBitmaps(folder_), {settings_.columns});
     running_.start();
     for (const ProgrammeRemark& remark : programme_.remarks()) {
-        const QString text = QString::fromStdString(utf8FromWindows1252(remark.text));
-        note(remark.line == 0 ? QStringLiteral("%1: %2").arg(QString::fromStdString(remark.message), text)
-                              : tr("%1, line %2 does nothing: %3")
-                                    .arg(QString::fromStdString(remark.message))
-                                    .arg(remark.line)
-                                    .arg(text));
+        if (remark.line == 0)
+            note(QString::fromStdString(remark.message + ": " + utf8FromWindows1252(remark.text)));
+        else
+            noteIdleLine(remark.message, remark.line, remark.text);
     }
 }
 
@@ -146,6 +146,13 @@ LedRaster SimulatedDevice::rasterAt(qint64 milliseconds) const {
 
 void SimulatedDevice::note(const QString& words) {
     emit logged({QDateTime::currentDateTime(), {}, {}, words});
+}
+
+void SimulatedDevice::noteIdleLine(const std::string& where, std::size_t line, const std::string& text) {
+    note(tr("%1, line %2 does nothing: %3")
+             .arg(QString::fromStdString(where))
+             .arg(line)
+             .arg(QString::fromStdString(utf8FromWindows1252(text))));
 }
 
 } // namespace orvista

@@ -67,6 +67,7 @@ private:
     void beginProgramme();
     DisplayValues values() const;
     void note(const QString& words);
+    void noteIdleLine(const std::string& where, std::size_t line, const std::string& text);
 
     DeviceSettings settings_;
     Faults faults_;

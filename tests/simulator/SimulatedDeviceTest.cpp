@@ -164,6 +164,33 @@ private slots:
         QVERIFY2(words.contains("STDMSG7, line 2 does nothing: SPARKLE 1"), qPrintable(words.join('\n')));
     }
 
+    void notesLinesOfThePlayListThatItDoesNotKnow() {
+        start();
+        write("default.pls", "DISPMSG STDMSG7\r\nDISPMSG %1 caf\xE9\r\n");
+        QStringList words;
+        connect(device_.get(), &SimulatedDevice::logged, this,
+                [&words](const RequestRecord& record) { words << record.words; });
+        device_->loadFiles();
+        QVERIFY2(words.contains("default.pls, line 2 does nothing: DISPMSG %1 café"),
+                 qPrintable(words.join('\n')));
+    }
+
+    void listsItsFilesOnceForAllBitmapsThatAreMissing() {
+        for (int file = 0; file < 1000; ++file)
+            write("file" + std::to_string(file), {});
+        std::string script;
+        for (int image = 0; image < 10'000; ++image)
+            script += "IMG 0 0 RED GREEN " + std::to_string(image) + ".bmp\nCLEAR\n";
+        write("stdmsg.ilm", messageFile("STDMSG", {script}));
+        start();
+        QStringList words;
+        connect(device_.get(), &SimulatedDevice::logged, this,
+                [&words](const RequestRecord& record) { words << record.words; });
+        // Listed for each of them, they would take minutes, and the answer waits no longer than seconds.
+        setCoil(320, true);
+        QVERIFY(words.contains("STDMSG1: bitmap 9999.bmp was not found"));
+    }
+
     void takesPanelsOfAnyWidth() {
         for (const int columns : {1, 7, 64, 4096}) {
             DeviceSettings settings = settingsHere();
