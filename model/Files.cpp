@@ -116,8 +116,21 @@ bool LineReader::fill() {
     if (position_ == size_) {
         position_ = 0;
         size_ = source_.read(buffer_.data(), buffer_.size());
+        carriageReturn_.reset();
+        lineFeed_.reset();
     }
     return position_ < size_;
+}
+
+std::size_t LineReader::endOfLine() {
+    // The library searches far faster than a look at every byte. What it found is kept: a file that ends its
+    // lines in one way only is not searched for the other end line by line.
+    const auto next = [this](char end, std::optional<std::size_t>& known) {
+        if (!known || *known < position_)
+            known = std::min(std::string_view(buffer_.data(), size_).find(end, position_), size_);
+        return *known;
+    };
+    return std::min(next('\r', carriageReturn_), next('\n', lineFeed_));
 }
 
 void LineReader::skipByteOrderMark() {
@@ -146,14 +159,12 @@ bool LineReader::next(std::string& line) {
             }
         }
         found = true;
-        const char* const first = buffer_.data() + position_;
-        const char* const last = buffer_.data() + size_;
-        const char* const end = std::find_if(first, last, [](char c) { return c == '\r' || c == '\n'; });
-        line.append(first, end);
-        position_ += static_cast<std::size_t>(end - first);
-        if (end == last)
+        const std::size_t end = endOfLine();
+        line.append(buffer_.data() + position_, end - position_);
+        position_ = end;
+        if (end == size_)
             continue;
-        lastWasCarriageReturn_ = *end == '\r';
+        lastWasCarriageReturn_ = buffer_[end] == '\r';
         ++position_;
         return true;
     }

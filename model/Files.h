@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -112,11 +113,15 @@ public:
 private:
     bool fill();
     void skipByteOrderMark();
+    /// Where the next line end of the buffer stands; its size when it holds none.
+    std::size_t endOfLine();
 
     ByteSource& source_;
     std::vector<char> buffer_;
     std::size_t position_ = 0;
     std::size_t size_ = 0;
+    std::optional<std::size_t> carriageReturn_;
+    std::optional<std::size_t> lineFeed_;
     bool atStart_ = true;
     bool lastWasCarriageReturn_ = false;
 };
