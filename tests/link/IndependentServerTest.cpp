@@ -8,6 +8,7 @@
 #include <bit>
 #include <optional>
 #include <random>
+#include <utility>
 
 using namespace orvista;
 using namespace orvista::testing;
@@ -53,6 +54,7 @@ class IndependentServerTest : public QObject {
 private slots:
     void init();
     void theExamplesMeanWhatTheyShould();
+    void everyCheckBoxSwitchesItsOwnCoil();
     void randomRequestsMeanWhatTheyShould();
 
 private:
@@ -101,12 +103,33 @@ void IndependentServerTest::theExamplesMeanWhatTheyShould() {
              QStringLiteral("coils 100 1"));
     QCOMPARE(written([](TesterClient& client) { client.updateCoil("100", false); }),
              QStringLiteral("coils 100 0"));
-    // 123.456 is 0x42F6E979; the low word comes first.
-    QCOMPARE(written([](TesterClient& client) { client.updateRegister("100", "123.456"); }),
-             QStringLiteral("registers 100 59769,17142"));
-    for (const char* address : {"0", "255", "256"})
+    // 1 is 0x3F800000, 100 is 0x42C80000, -2.5 is 0xC0200000, 123.456 is 0x42F6E979; the low word comes
+    // first.
+    const std::pair<const char*, QString> floats[] = {{"1", QStringLiteral("0,16256")},
+                                                      {"100", QStringLiteral("0,17096")},
+                                                      {"-2.5", QStringLiteral("0,49184")},
+                                                      {"123.456", QStringLiteral("59769,17142")}};
+    for (const auto& [value, words] : floats)
+        QCOMPARE(written([value = value](TesterClient& client) { client.updateRegister("100", value); }),
+                 QStringLiteral("registers 100 ") + words);
+    for (const char* address : {"0", "255", "256", "65535"})
         QCOMPARE(written([&](TesterClient& client) { client.updateCoil(address, true); }),
                  QStringLiteral("coils %1 1").arg(QLatin1String(address)));
+}
+
+void IndependentServerTest::everyCheckBoxSwitchesItsOwnCoil() {
+    for (std::size_t box = 0; box < emergencyMessageCount; ++box) {
+        std::array<bool, emergencyMessageCount> on{};
+        on[box] = true;
+        QCOMPARE(written([&](TesterClient& client) { client.updateEmergencyMessages("300", on); }),
+                 QStringLiteral("coils 300 ") + bitList(on));
+    }
+    for (std::size_t box = 0; box < regularMessageCount; ++box) {
+        std::array<bool, regularMessageCount> on{};
+        on[box] = true;
+        QCOMPARE(written([&](TesterClient& client) { client.updateRegularMessages("320", on); }),
+                 QStringLiteral("coils 320 ") + bitList(on));
+    }
 }
 
 void IndependentServerTest::randomRequestsMeanWhatTheyShould() {

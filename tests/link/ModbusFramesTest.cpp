@@ -173,10 +173,10 @@ TEST(ModbusFrames, ValuesRoundToTheNearestSingle) {
 }
 
 TEST(ModbusFrames, EveryRequestHasTheSameTransactionIdentifier) {
-    for (int request = 0; request < 3; ++request) {
-        const Frame frame = coilRequest(7, true);
-        EXPECT_EQ((Frame{frame[0], frame[1]}), (Frame{0x01, 0x02}));
-    }
+    for (int round = 0; round < 3; ++round)
+        for (const Frame& frame : {emergencyMessagesRequest(300, {}), regularMessagesRequest(320, {}),
+                                   coilRequest(100, true), registerPairRequest(100, 1.0F)})
+            EXPECT_EQ((Frame{frame[0], frame[1]}), (Frame{0x01, 0x02}));
 }
 
 } // namespace
