@@ -3,8 +3,8 @@
 #include "dialogs/FormParts.h"
 #include "dialogs/controls/DropDownList.h"
 #include "dialogs/controls/ShownBox.h"
+#include "link/TesterActions.h"
 #include "mainwindow/Guard.h"
-#include "mainwindow/TesterActions.h"
 #include "model/Numbers.h"
 
 #include <QCheckBox>

@@ -2,6 +2,7 @@
 
 #include "dialogs/FormParts.h"
 #include "dialogs/frmLic.h"
+#include "link/TransferCommands.h"
 #include "mainwindow/Guard.h"
 #include "mainwindow/HelpOpener.h"
 #include "mainwindow/ItemTree.h"
@@ -14,7 +15,6 @@
 #include "mainwindow/TcpTesterPage.h"
 #include "mainwindow/ToolBar.h"
 #include "mainwindow/ToolIcons.h"
-#include "mainwindow/TransferCommands.h"
 #include "mainwindow/VariableListPage.h"
 
 #include <QCloseEvent>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "link/ProjectTransfer.h"
-#include "mainwindow/TransferCommands.h"
+#include "link/TransferCommands.h"
 
 class QWidget;
 

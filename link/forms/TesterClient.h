@@ -1,9 +1,9 @@
 #pragma once
 
 #include "link/ModbusClient.h"
+#include "link/TesterActions.h"
 #include "link/forms/QtAlarmClock.h"
 #include "link/forms/QtClientSocket.h"
-#include "mainwindow/TesterActions.h"
 
 namespace orvista {
 

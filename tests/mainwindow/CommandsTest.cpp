@@ -1,4 +1,4 @@
-#include "mainwindow/TransferCommands.h"
+#include "link/TransferCommands.h"
 #include "model/Numbers.h"
 #include "tests/mainwindow/EditorFixture.h"
 

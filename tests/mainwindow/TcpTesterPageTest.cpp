@@ -1,5 +1,5 @@
 #include "mainwindow/TcpTesterPage.h"
-#include "mainwindow/TesterActions.h"
+#include "link/TesterActions.h"
 #include "model/Numbers.h"
 #include "tests/mainwindow/EditorFixture.h"
 #include "tests/support/BoxInput.h"
