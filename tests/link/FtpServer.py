@@ -32,6 +32,11 @@ def arguments():
 OPTIONS = arguments()
 
 
+def fall_silent():
+    """Neither reads nor sends nor closes anything any more. The end of standard input still ends the server."""
+    threading.Event().wait()
+
+
 class CutFile:
     """Ends after half of the file."""
 
@@ -46,6 +51,8 @@ class CutFile:
         if self.given:
             if OPTIONS.fault == "hang-up-in-retrieve":
                 self.channel.close()
+            if OPTIONS.fault == "silent-in-retrieve":
+                fall_silent()
             return b""
         self.given = True
         return self.file.read(max(1, min(size, os.path.getsize(self.name) // 2)))
@@ -58,7 +65,7 @@ class CutFile:
 class Files(AbstractedFS):
     def open(self, filename, mode):
         file = super().open(filename, mode)
-        if mode == "rb" and OPTIONS.fault in ("hang-up-in-retrieve", "short-retrieve"):
+        if mode == "rb" and OPTIONS.fault in ("hang-up-in-retrieve", "short-retrieve", "silent-in-retrieve"):
             return CutFile(file, self.cmd_channel)
         return file
 
@@ -69,6 +76,9 @@ class Data(DTPHandler):
             self.recv(10)
             self.cmd_channel.close()
             return
+        if OPTIONS.fault == "silent-in-store":
+            self.recv(10)
+            fall_silent()
         if OPTIONS.fault == "full-in-store" and self.tot_bytes_received > 0:
             self._resp = ("552 Exceeded storage allocation.", None)
             self.close()
@@ -76,6 +86,11 @@ class Data(DTPHandler):
         super().handle_read()
 
     handle_read_event = handle_read
+
+    def handle_close(self):
+        if OPTIONS.fault == "silent-after-store":
+            fall_silent()
+        super().handle_close()
 
 
 class Control(FTPHandler):
@@ -95,6 +110,8 @@ class Control(FTPHandler):
         if OPTIONS.commands:
             with open(OPTIONS.commands, "ab") as commands:
                 commands.write(line.encode("utf8", "surrogateescape") + b"\n")
+        if OPTIONS.fault == "silent-quit" and cmd == "QUIT":
+            fall_silent()
         if OPTIONS.fault == "site-hang-up" and cmd == "SITE":
             self.close()
             return

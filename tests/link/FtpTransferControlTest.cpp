@@ -297,9 +297,14 @@ TEST_F(FtpTransferControlTest, ReadOnlyServer) {
 }
 
 TEST_F(SilentServerTest, SilenceEndsAnUpload) {
-    const FtpTestServer server({"--fault", "silent-store"});
-    ASSERT_EQ(open(server), 1);
-    EXPECT_LE(upload("a.bmp", "x"), 0);
+    for (const char* fault : {"silent-store", "silent-in-store", "silent-after-store"}) {
+        const FtpTestServer server({"--fault", fault});
+        ASSERT_EQ(open(server), 1);
+        const auto start = std::chrono::steady_clock::now();
+        EXPECT_LE(upload("a.bmp", std::string(8 << 20, 'x')), 0) << fault;
+        EXPECT_LT(std::chrono::steady_clock::now() - start, 10 * shortPatience) << fault;
+        control.CloseLink();
+    }
 }
 
 TEST_F(FtpTransferControlTest, TwentyMegabytesArrive) {
@@ -398,6 +403,26 @@ TEST_F(FtpTransferControlTest, FailedDownloadLeavesTheFolderAsItWas) {
         EXPECT_THAT(localNames(), ElementsAre("modbus.adr")) << fault;
         EXPECT_EQ(localBytes("modbus.adr"), "mine") << fault;
     }
+}
+
+TEST_F(SilentServerTest, NobodyWaitsForAFarewell) {
+    const FtpTestServer server({"--fault", "silent-quit"});
+    ASSERT_EQ(open(server), 1);
+    EXPECT_EQ(upload("a.bmp", "x"), 1);
+    const auto start = std::chrono::steady_clock::now();
+    control.CloseLink();
+    EXPECT_LT(std::chrono::steady_clock::now() - start, 10 * shortPatience);
+    EXPECT_THAT(server.commands(), Contains("QUIT"));
+}
+
+TEST_F(SilentServerTest, SilenceInTheMiddleOfAFileEndsADownload) {
+    const FtpTestServer server({"--fault", "silent-in-retrieve"});
+    server.putDeviceFiles();
+    ASSERT_EQ(open(server), 1);
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_LE(download(), 0);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, 10 * shortPatience);
+    EXPECT_THAT(localNames(), IsEmpty());
 }
 
 TEST_F(SilentServerTest, SilenceEndsADownload) {
