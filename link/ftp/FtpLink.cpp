@@ -90,6 +90,22 @@ bool FtpLink::list(const Receiver& receiver) {
     return perform();
 }
 
+std::size_t FtpLink::noteAnswer(char*, std::size_t size, std::size_t count, void* link) {
+    static_cast<FtpLink*>(link)->lastHeard_ = Clock::now();
+    return size * count;
+}
+
+/// The library's own limits count anew in each step of ending a broken transfer: the file, its confirmation
+/// and the farewell. Connecting and logging in have a limit of their own.
+int FtpLink::endAtSilence(void* link, curl_off_t, curl_off_t received, curl_off_t, curl_off_t sent) {
+    auto& self = *static_cast<FtpLink*>(link);
+    if (self.moved_ != received + sent) {
+        self.moved_ = received + sent;
+        self.lastHeard_ = Clock::now();
+    }
+    return self.open_ && Clock::now() - self.lastHeard_ >= self.server_.patience ? 1 : 0;
+}
+
 /// The library would quietly connect and log in anew when the device hangs up between two files. A link that
 /// broke stays broken, so only the connection that was opened first is accepted.
 int FtpLink::acceptConnection(void* link, char*, char*, int, int localPort) {
@@ -111,8 +127,11 @@ void FtpLink::prepare(const std::string& remoteName) {
     const auto seconds = static_cast<long>(server_.patience.count());
     set(CURLOPT_CONNECTTIMEOUT, seconds);
     set(CURLOPT_SERVER_RESPONSE_TIMEOUT, seconds);
-    set(CURLOPT_LOW_SPEED_LIMIT, 1L);
-    set(CURLOPT_LOW_SPEED_TIME, seconds);
+    set(CURLOPT_HEADERFUNCTION, &FtpLink::noteAnswer);
+    set(CURLOPT_HEADERDATA, static_cast<void*>(this));
+    set(CURLOPT_XFERINFOFUNCTION, &FtpLink::endAtSilence);
+    set(CURLOPT_XFERINFODATA, static_cast<void*>(this));
+    set(CURLOPT_NOPROGRESS, 0L);
     set(CURLOPT_NOSIGNAL, 1L);
     // Files lie where the login lands; data comes from the machine that was asked and from no other.
     set(CURLOPT_FTP_FILEMETHOD, static_cast<long>(CURLFTPMETHOD_NOCWD));
@@ -133,6 +152,8 @@ bool FtpLink::setUrl(const std::string& remoteName) {
 }
 
 bool FtpLink::perform() {
+    moved_ = 0;
+    lastHeard_ = Clock::now();
     return usable_ && curl_easy_perform(handle_.get()) == CURLE_OK;
 }
 

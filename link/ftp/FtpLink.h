@@ -53,6 +53,10 @@ private:
         void operator()(CURLU* url) const { curl_url_cleanup(url); }
     };
 
+    using Clock = std::chrono::steady_clock;
+
+    static std::size_t noteAnswer(char* line, std::size_t size, std::size_t count, void* link);
+    static int endAtSilence(void* link, curl_off_t, curl_off_t received, curl_off_t, curl_off_t sent);
     static int acceptConnection(void* link, char* remoteAddress, char* localAddress, int remotePort,
                                 int localPort);
 
@@ -66,11 +70,13 @@ private:
 
     Library library_;
     Server server_;
-    std::unique_ptr<CURLU, CleanUrl> url_{curl_url()};
-    std::unique_ptr<CURL, CleanHandle> handle_{curl_easy_init()};
     int localPort_ = 0;
+    Clock::time_point lastHeard_; ///< when the other end last said, took or gave anything
+    curl_off_t moved_ = 0;        ///< bytes of the running transfer
     bool usable_ = true;
     bool open_ = false;
+    std::unique_ptr<CURLU, CleanUrl> url_{curl_url()};
+    std::unique_ptr<CURL, CleanHandle> handle_{curl_easy_init()}; ///< calls back even while it goes
 };
 
 } // namespace orvista
