@@ -39,8 +39,11 @@ bool areConnected(SOCKET one, SOCKET other) {
 
 } // namespace
 
-// Windows has no socketpair.
+// Windows has no socketpair, and no sockets before they are asked for; asking again only counts.
 SocketPair::SocketPair() {
+    WSADATA ignored;
+    if (::WSAStartup(MAKEWORD(2, 2), &ignored) != 0)
+        throw std::runtime_error("no sockets");
     sockaddr_in address;
     const SOCKET listener = listenOnLoopback(address);
     ends_[0] = tcpSocket();
@@ -52,6 +55,7 @@ SocketPair::SocketPair() {
     if (!areConnected(ends_[0], ends_[1])) {
         ::closesocket(ends_[0]);
         ::closesocket(ends_[1]);
+        ::WSACleanup();
         throw std::runtime_error("no socket pair for the Modbus library");
     }
 }
@@ -59,6 +63,7 @@ SocketPair::SocketPair() {
 SocketPair::~SocketPair() {
     ::closesocket(ends_[0]);
     ::closesocket(ends_[1]);
+    ::WSACleanup();
 }
 
 bool SocketPair::giveRequest(std::string_view frame) const {
