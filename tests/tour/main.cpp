@@ -13,6 +13,8 @@
 /// is the one that a message shows.
 int main(int argc, char** argv) {
     using namespace orvista::tour;
+    // The hands reach Qt's own file dialogs, not those of Windows.
+    QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     const QApplication application(argc, argv);
     QStringList arguments = QApplication::arguments();
     if (arguments.removeAll(QStringLiteral("--dark")) > 0)
