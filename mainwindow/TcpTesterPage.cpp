@@ -169,16 +169,34 @@ void TcpTesterPage::fillVariableAddresses(const Project& project) {
     fill(*cbDIAddr, booleanVariableCount, &booleanVariableAddress, project);
 }
 
-void TcpTesterPage::setEnabled(UpdateButton button, bool enabled) {
+QPushButton* TcpTesterPage::pushButton(UpdateButton button) const {
     switch (button) {
     case UpdateButton::btnEmgMsgUpdate:
-        return btnEmgMsgUpdate->setEnabled(enabled);
+        return btnEmgMsgUpdate;
     case UpdateButton::btnRegMsgUpdate:
-        return btnRegMsgUpdate->setEnabled(enabled);
+        return btnRegMsgUpdate;
     case UpdateButton::cmdUpdateReg:
-        return cmdUpdateReg->setEnabled(enabled);
+        return cmdUpdateReg;
     case UpdateButton::cmdUpdateCoil:
-        return cmdUpdateCoil->setEnabled(enabled);
+        return cmdUpdateCoil;
+    }
+    return nullptr;
+}
+
+void TcpTesterPage::setEnabled(UpdateButton button, bool enabled) {
+    QPushButton* const push = pushButton(button);
+    const bool losesFocus = !enabled && window()->focusWidget() == push;
+    push->setEnabled(enabled);
+    // Qt hands the focus of a disabled button on. The pressed one gets it back when the request is through,
+    // so that the keyboard can press it again, unless the user has gone on to something else.
+    if (losesFocus) {
+        if (!pressed_)
+            pressed_ = push;
+        focusHandedTo_ = window()->focusWidget();
+    } else if (enabled && push == pressed_) {
+        if (window()->focusWidget() == focusHandedTo_)
+            push->setFocus();
+        pressed_ = nullptr;
     }
 }
 

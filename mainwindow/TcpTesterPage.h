@@ -56,6 +56,7 @@ private:
     QGroupBox* buildCoilFrame();
     QGroupBox* buildRegisterFrame();
     void connectHandlers(Messages& messages);
+    QPushButton* pushButton(UpdateButton button) const;
 
     void btnEmgMsgUpdate_Click();
     void btnRegMsgUpdate_Click();
@@ -63,6 +64,8 @@ private:
     void cmdUpdateReg_Click();
 
     TesterActions* actions_ = nullptr;
+    const QWidget* pressed_ = nullptr;
+    const QWidget* focusHandedTo_ = nullptr;
 
     ShownBox* txtIP;
     QLineEdit* txtEMsgAddr;

@@ -33,8 +33,6 @@ public:
         program_.window().show();
         ready_ = QTest::qWaitFor([this] { return tabs()->isEnabled(); });
         tabs()->setCurrentIndex(tabs()->count() - 1);
-        // The project file does not carry the address.
-        child<QLineEdit>("txtSystemIP")->setText(QStringLiteral("127.0.0.1"));
     }
 
     bool isReady() const { return ready_; }
@@ -88,6 +86,8 @@ class DevicePagesTest : public QObject {
 private slots:
     void cleanup() { QVERIFY(allModalsServed()); }
     void everyButtonSendsWhatThePageShows();
+    void thePressedButtonKeepsTheKeyboard();
+    void theKeyboardStaysWhereTheUserTookIt();
     void typedAddressesAreNotCompleted();
     void anOverflowSendsNothing();
     void aDeviceThatIsOffShowsOneMessage();
@@ -117,6 +117,36 @@ void DevicePagesTest::everyButtonSendsWhatThePageShows() {
     QCOMPARE(device.requests[1], QByteArray::fromHex("01020000000CFF0F01400028050000000080"));
     QCOMPARE(device.requests[2], QByteArray::fromHex("010200000006FF050064FF00"));
     QCOMPARE(device.requests[3], QByteArray::fromHex("01020000000BFF100064000204E97942F6"));
+}
+
+void DevicePagesTest::thePressedButtonKeepsTheKeyboard() {
+    Device device;
+    RunningProgram program(device.serverPort());
+    QVERIFY(program.isReady());
+    for (const char* name : {"btnEmgMsgUpdate", "btnRegMsgUpdate", "cmdUpdateCoil", "cmdUpdateReg"}) {
+        auto* button = program.child<QPushButton>(name);
+        button->setFocus();
+        for (int press = 0; press < 2; ++press) {
+            QCOMPARE(button->window()->focusWidget(), button);
+            QTest::keyClick(button->window()->focusWidget(), Qt::Key_Space);
+            QVERIFY(!program.allButtonsEnabled());
+            QTRY_VERIFY(program.allButtonsEnabled());
+        }
+    }
+    QTRY_COMPARE(device.requests.size(), 8);
+}
+
+void DevicePagesTest::theKeyboardStaysWhereTheUserTookIt() {
+    Device device;
+    RunningProgram program(device.serverPort());
+    QVERIFY(program.isReady());
+    auto* button = program.child<QPushButton>("btnRegMsgUpdate");
+    auto* box = program.child<QLineEdit>("txtFloat");
+    button->setFocus();
+    QTest::keyClick(button, Qt::Key_Space);
+    box->setFocus();
+    QTRY_VERIFY(program.allButtonsEnabled());
+    QCOMPARE(box->window()->focusWidget(), box);
 }
 
 void DevicePagesTest::typedAddressesAreNotCompleted() {
