@@ -8,7 +8,7 @@ namespace {
 constexpr int patienceMilliseconds = 30'000;
 
 // Bytes may come before it is known what is to be done with them. The rest waits at the client.
-constexpr qint64 mostUnreadBytes = 1024 * 1024;
+constexpr qint64 mostUnreadBytes = qint64{1024} * 1024;
 
 } // namespace
 

@@ -14,7 +14,7 @@ QString peerText(const QTcpSocket& socket) {
 }
 
 bool leavesAnswersUnread(QTcpSocket& socket) {
-    constexpr qint64 mostWaitingBytes = 64 * 1024;
+    constexpr qint64 mostWaitingBytes = qint64{64} * 1024;
     // Many requests that came at once are answered before the system takes the first answer.
     if (socket.bytesToWrite() > mostWaitingBytes)
         socket.flush();

@@ -36,6 +36,7 @@ struct WantedFile {
 std::vector<WantedFile> wantedFiles(const RemoteListing& listing, const std::string& folder,
                                     const PathRules& paths) {
     std::vector<WantedFile> wanted;
+    wanted.reserve(transferredDeviceFiles.size() + listing.names().size());
     for (const std::string_view name : transferredDeviceFiles)
         wanted.push_back(
             {listing.variantOf(name), std::string(name), deviceFileOnDisk(paths, paths.join(folder, name))});
