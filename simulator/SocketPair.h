@@ -28,7 +28,7 @@ private:
 #else
     using Socket = int;
 #endif
-    std::array<Socket, 2> ends_;
+    std::array<Socket, 2> ends_{};
 };
 
 } // namespace orvista
