@@ -65,7 +65,9 @@ cached_step() {
 
 # in_wine SCRIPT: runs SCRIPT as the present user in the root that has Wine. The source tree lies there where it lies here,
 # on Wine's drive Z:. Mounts, processes and a network of nothing but loopback are the run's own and go with it. Wine's
-# server stays for the whole run: one that leaves between two programs may take the next one with it.
+# server stays for the whole run: one that leaves between two programs may take the next one with it. Only while the
+# prefix is being made does it come and go with its programs: a server kept before there is a prefix finds no folder to
+# live in, and who makes the prefix waits for it to leave.
 in_wine() {
   local script=$1
   as_root mkdir -p "$wine_root$source_root"
@@ -77,5 +79,5 @@ in_wine() {
     mount --bind "$source" "$root$source"
     chroot --userspec="$user" "$root" /usr/bin/env -i PATH=/usr/bin:/bin LANG=C.UTF-8 HOME=/home/check \
       WINEPREFIX=/home/check/wine WINEARCH=win32 WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml=" \
-      bash -euc "wineserver --persistent; cd \"$source\"; $script"' in-wine "$wine_root" "$source_root" "$(id -u):$(id -g)" "$script"
+      bash -euc "[ ! -d \"\$WINEPREFIX\" ] || wineserver --persistent; cd \"$source\"; $script"' in-wine "$wine_root" "$source_root" "$(id -u):$(id -g)" "$script"
 }
