@@ -1,5 +1,5 @@
 #include "display/Programme.h"
-#include "simulator/PanelPicture.h"
+#include "widgets/PanelPicture.h"
 
 #include <benchmark/benchmark.h>
 

@@ -1,6 +1,6 @@
 #include "dialogs/DialogMessages.h"
 
-#include "dialogs/controls/MessageBox.h"
+#include "widgets/MessageBox.h"
 
 namespace orvista {
 

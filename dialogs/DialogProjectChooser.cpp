@@ -2,7 +2,6 @@
 
 #include "dialogs/DialogMessages.h"
 #include "dialogs/FolderContents.h"
-#include "dialogs/PathText.h"
 #include "dialogs/frmLoadProject.h"
 #include "dialogs/frmNewProject.h"
 #include "dialogs/frmStartup.h"
@@ -10,6 +9,7 @@
 #include "model/FolderLookup.h"
 #include "model/ProjectFile.h"
 #include "model/Text.h"
+#include "widgets/PathText.h"
 
 #include <QFileDialog>
 

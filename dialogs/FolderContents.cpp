@@ -1,9 +1,9 @@
 #include "dialogs/FolderContents.h"
 
-#include "dialogs/PathText.h"
 #include "model/Files.h"
 #include "model/ProjectFile.h"
 #include "model/Text.h"
+#include "widgets/PathText.h"
 
 #include <QCollator>
 #include <QDir>

@@ -1,10 +1,10 @@
 #include "dialogs/frmBoolVarEdit.h"
 
-#include "dialogs/FormParts.h"
-#include "dialogs/controls/DeviceLineEdit.h"
-#include "dialogs/controls/DropDownList.h"
 #include "model/Numbers.h"
 #include "model/VariableEditing.h"
+#include "widgets/DeviceLineEdit.h"
+#include "widgets/DropDownList.h"
+#include "widgets/FormParts.h"
 
 #include <QFormLayout>
 #include <QLabel>

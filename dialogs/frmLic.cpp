@@ -1,7 +1,7 @@
 #include "dialogs/frmLic.h"
 
-#include "dialogs/FormParts.h"
-#include "dialogs/controls/LedPanel.h"
+#include "widgets/FormParts.h"
+#include "widgets/LedPanel.h"
 
 #include <QHBoxLayout>
 #include <QLineEdit>

@@ -1,9 +1,9 @@
 #include "dialogs/frmLoadProject.h"
 
-#include "dialogs/FormParts.h"
-#include "dialogs/PathText.h"
 #include "dialogs/frmSelFile.h"
 #include "model/ProjectFile.h"
+#include "widgets/FormParts.h"
+#include "widgets/PathText.h"
 
 #include <QGroupBox>
 #include <QHBoxLayout>

@@ -1,12 +1,12 @@
 #include "dialogs/frmNewProject.h"
 
 #include "dialogs/FolderContents.h"
-#include "dialogs/FormParts.h"
-#include "dialogs/PathText.h"
 #include "dialogs/frmSelDir.h"
 #include "model/Files.h"
 #include "model/FolderLookup.h"
 #include "model/ProjectFile.h"
+#include "widgets/FormParts.h"
+#include "widgets/PathText.h"
 
 #include <QGridLayout>
 #include <QLabel>

@@ -1,9 +1,9 @@
 #include "dialogs/frmSelDir.h"
 
+#include "dialogs/DriveList.h"
 #include "dialogs/FolderContents.h"
-#include "dialogs/FormParts.h"
-#include "dialogs/controls/DriveList.h"
-#include "dialogs/controls/FolderList.h"
+#include "dialogs/FolderList.h"
+#include "widgets/FormParts.h"
 
 #include <QLabel>
 #include <QPushButton>

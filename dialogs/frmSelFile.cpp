@@ -1,10 +1,10 @@
 #include "dialogs/frmSelFile.h"
 
+#include "dialogs/DriveList.h"
 #include "dialogs/FolderContents.h"
-#include "dialogs/FormParts.h"
-#include "dialogs/PathText.h"
-#include "dialogs/controls/DriveList.h"
-#include "dialogs/controls/FolderList.h"
+#include "dialogs/FolderList.h"
+#include "widgets/FormParts.h"
+#include "widgets/PathText.h"
 
 #include <QHBoxLayout>
 #include <QLabel>

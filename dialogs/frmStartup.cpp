@@ -1,6 +1,6 @@
 #include "dialogs/frmStartup.h"
 
-#include "dialogs/FormParts.h"
+#include "widgets/FormParts.h"
 
 #include <QGroupBox>
 #include <QHBoxLayout>

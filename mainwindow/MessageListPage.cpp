@@ -1,15 +1,15 @@
 #include "mainwindow/MessageListPage.h"
 
-#include "dialogs/FormParts.h"
-#include "dialogs/controls/DeviceText.h"
-#include "dialogs/controls/DeviceTextEdit.h"
-#include "dialogs/controls/ShownBox.h"
 #include "mainwindow/Guard.h"
 #include "mainwindow/ItemNames.h"
 #include "mainwindow/ItemTree.h"
 #include "model/Files.h"
 #include "model/Numbers.h"
 #include "script/forms/frmMessageEdit.h"
+#include "widgets/DeviceText.h"
+#include "widgets/DeviceTextEdit.h"
+#include "widgets/FormParts.h"
+#include "widgets/ShownBox.h"
 
 #include <QHBoxLayout>
 #include <QLabel>

@@ -1,11 +1,11 @@
 #include "mainwindow/ModbusSettingPage.h"
 
-#include "dialogs/FormParts.h"
-#include "dialogs/controls/ShownBox.h"
 #include "mainwindow/Guard.h"
 #include "mainwindow/TcpTesterPage.h"
 #include "model/Numbers.h"
 #include "model/Text.h"
+#include "widgets/FormParts.h"
+#include "widgets/ShownBox.h"
 
 #include <QGroupBox>
 #include <QHBoxLayout>

@@ -1,6 +1,6 @@
 #include "mainwindow/StatusBar.h"
 
-#include "dialogs/FormParts.h"
+#include "widgets/FormParts.h"
 
 #include <QDateTime>
 #include <QLabel>

@@ -1,8 +1,8 @@
 #include "mainwindow/SystemPage.h"
 
-#include "dialogs/FormParts.h"
-#include "dialogs/controls/ShownBox.h"
 #include "mainwindow/TcpTesterPage.h"
+#include "widgets/FormParts.h"
+#include "widgets/ShownBox.h"
 
 #include <QFormLayout>
 #include <QGroupBox>

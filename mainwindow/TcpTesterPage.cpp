@@ -1,11 +1,11 @@
 #include "mainwindow/TcpTesterPage.h"
 
-#include "dialogs/FormParts.h"
-#include "dialogs/controls/DropDownList.h"
-#include "dialogs/controls/ShownBox.h"
 #include "link/TesterActions.h"
 #include "mainwindow/Guard.h"
 #include "model/Numbers.h"
+#include "widgets/DropDownList.h"
+#include "widgets/FormParts.h"
+#include "widgets/ShownBox.h"
 
 #include <QCheckBox>
 #include <QFormLayout>

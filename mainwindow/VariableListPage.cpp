@@ -1,13 +1,13 @@
 #include "mainwindow/VariableListPage.h"
 
-#include "dialogs/FormParts.h"
-#include "dialogs/controls/ShownBox.h"
 #include "dialogs/frmBoolVarEdit.h"
 #include "dialogs/frmFloatVarEdit.h"
 #include "mainwindow/Guard.h"
 #include "mainwindow/ItemNames.h"
 #include "mainwindow/ItemTree.h"
 #include "model/Numbers.h"
+#include "widgets/FormParts.h"
+#include "widgets/ShownBox.h"
 
 #include <QFormLayout>
 #include <QHBoxLayout>

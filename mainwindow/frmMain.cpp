@@ -1,6 +1,5 @@
 #include "mainwindow/frmMain.h"
 
-#include "dialogs/FormParts.h"
 #include "dialogs/frmLic.h"
 #include "link/TransferCommands.h"
 #include "mainwindow/Guard.h"
@@ -16,6 +15,7 @@
 #include "mainwindow/ToolBar.h"
 #include "mainwindow/ToolIcons.h"
 #include "mainwindow/VariableListPage.h"
+#include "widgets/FormParts.h"
 
 #include <QCloseEvent>
 #include <QGroupBox>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "simulator/PanelPicture.h"
 #include "simulator/SimulatedDevice.h"
+#include "widgets/PanelPicture.h"
 
 #include <QTimer>
 #include <QWidget>

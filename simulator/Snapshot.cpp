@@ -1,6 +1,6 @@
 #include "simulator/Snapshot.h"
 
-#include "simulator/PanelPicture.h"
+#include "widgets/PanelPicture.h"
 
 #include <QSaveFile>
 

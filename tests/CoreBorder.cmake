@@ -22,7 +22,10 @@ endfunction()
 sources(core model script link display)
 list(FILTER core EXCLUDE REGEX "^(script|link)/forms/")
 forbid("brings Qt into the core" "Q[A-Z]|Qt|q[a-z]*global" ${core})
-forbid("reaches above the core" "(dialogs|mainwindow|simulator|tests|script/forms|link/forms)/" ${core})
+forbid("reaches above the core" "(widgets|dialogs|mainwindow|simulator|tests|script/forms|link/forms)/" ${core})
+
+sources(widgets widgets)
+forbid("reaches above the widgets" "(dialogs|mainwindow|simulator|tests|script/forms|link/forms)/" ${widgets})
 
 sources(forms dialogs script/forms link/forms)
 forbid("reaches above the dialogs" "(mainwindow|simulator|tests)/" ${forms})
@@ -30,5 +33,5 @@ forbid("reaches above the dialogs" "(mainwindow|simulator|tests)/" ${forms})
 sources(mainwindow mainwindow)
 forbid("reaches into another program" "(simulator|tests)/" ${mainwindow})
 
-sources(all model script link display dialogs mainwindow simulator)
+sources(all model script link display widgets dialogs mainwindow simulator)
 forbid("includes by a relative path" "\\.\\.?/" ${all})

@@ -1,7 +1,7 @@
 #include "link/forms/frmConnection.h"
 
-#include "dialogs/FormParts.h"
 #include "model/Text.h"
+#include "widgets/FormParts.h"
 
 #include <QDialogButtonBox>
 #include <QFontDatabase>

@@ -1,8 +1,8 @@
 #include "script/forms/BitmapFrame.h"
 
-#include "dialogs/FormParts.h"
 #include "model/PathRules.h"
 #include "script/MessagePage.h"
+#include "widgets/FormParts.h"
 
 #include <QDir>
 #include <QFileDialog>

@@ -1,7 +1,7 @@
 #include "script/forms/FixedList.h"
 
-#include "dialogs/FormParts.h"
 #include "script/WizardLists.h"
+#include "widgets/FormParts.h"
 
 #include <QGridLayout>
 #include <QLabel>

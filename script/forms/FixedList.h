@@ -1,7 +1,7 @@
 #pragma once
 
-#include "dialogs/controls/DeviceText.h"
-#include "dialogs/controls/DropDownList.h"
+#include "widgets/DeviceText.h"
+#include "widgets/DropDownList.h"
 
 #include <QStringListModel>
 

@@ -1,8 +1,8 @@
 #include "script/forms/VariableFrame.h"
 
-#include "dialogs/FormParts.h"
 #include "script/WizardLists.h"
 #include "script/forms/FixedList.h"
+#include "widgets/FormParts.h"
 
 #include <QGridLayout>
 #include <QLabel>

@@ -1,11 +1,11 @@
 #include "script/forms/frmMessageEdit.h"
 
-#include "dialogs/FormParts.h"
-#include "dialogs/controls/DeviceLineEdit.h"
 #include "script/forms/BitmapFrame.h"
 #include "script/forms/EffectsFrame.h"
 #include "script/forms/MessageColorFrame.h"
 #include "script/forms/VariableFrame.h"
+#include "widgets/DeviceLineEdit.h"
+#include "widgets/FormParts.h"
 
 #include <QButtonGroup>
 #include <QGridLayout>

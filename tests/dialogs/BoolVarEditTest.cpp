@@ -1,6 +1,6 @@
-#include "dialogs/controls/DeviceLineEdit.h"
 #include "dialogs/frmBoolVarEdit.h"
 #include "tests/support/BoxInput.h"
+#include "widgets/DeviceLineEdit.h"
 
 #include <QComboBox>
 #include <QLabel>

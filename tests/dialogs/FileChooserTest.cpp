@@ -1,7 +1,7 @@
-#include "dialogs/PathText.h"
 #include "dialogs/frmSelFile.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/TreeInput.h"
+#include "widgets/PathText.h"
 
 #include <QAbstractItemView>
 #include <QComboBox>

@@ -1,8 +1,8 @@
-#include "dialogs/PathText.h"
 #include "dialogs/frmNewProject.h"
 #include "tests/support/ModalDriver.h"
 #include "tests/support/ScriptedPeople.h"
 #include "tests/support/TemporaryFolder.h"
+#include "widgets/PathText.h"
 
 #include <QLabel>
 #include <QLineEdit>

@@ -1,9 +1,9 @@
-#include "dialogs/PathText.h"
 #include "dialogs/frmLoadProject.h"
 #include "tests/support/BoxInput.h"
 #include "tests/support/ModalDriver.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/TreeInput.h"
+#include "widgets/PathText.h"
 
 #include <QHeaderView>
 #include <QLineEdit>

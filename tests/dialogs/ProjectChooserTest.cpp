@@ -1,9 +1,9 @@
 #include "dialogs/DialogProjectChooser.h"
-#include "dialogs/PathText.h"
 #include "tests/support/ModalDriver.h"
 #include "tests/support/ScriptedPeople.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/TreeInput.h"
+#include "widgets/PathText.h"
 
 #include <QFileDialog>
 #include <QLineEdit>

@@ -1,7 +1,7 @@
 #include "tests/mainwindow/EditorFixture.h"
 
-#include "dialogs/controls/DeviceTextEdit.h"
 #include "tests/support/ExpectedFiles.h"
+#include "widgets/DeviceTextEdit.h"
 
 #include <QPushButton>
 

@@ -1,8 +1,8 @@
-#include "dialogs/controls/DeviceLineEdit.h"
-#include "dialogs/controls/DeviceTextEdit.h"
-#include "dialogs/controls/DropDownList.h"
 #include "mainwindow/ItemTree.h"
 #include "tests/mainwindow/EditorFixture.h"
+#include "widgets/DeviceLineEdit.h"
+#include "widgets/DeviceTextEdit.h"
+#include "widgets/DropDownList.h"
 
 #include <QCheckBox>
 #include <QGroupBox>

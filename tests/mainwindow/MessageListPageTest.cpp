@@ -1,8 +1,8 @@
-#include "dialogs/controls/DeviceTextEdit.h"
 #include "mainwindow/ItemTree.h"
 #include "tests/mainwindow/EditorFixture.h"
 #include "tests/support/BoxInput.h"
 #include "tests/support/ModalDriver.h"
+#include "widgets/DeviceTextEdit.h"
 
 #include <QDialog>
 #include <QListWidget>

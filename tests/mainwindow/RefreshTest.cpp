@@ -1,7 +1,7 @@
-#include "dialogs/controls/DeviceTextEdit.h"
 #include "mainwindow/ItemTree.h"
 #include "tests/mainwindow/EditorFixture.h"
 #include "tests/support/ModalDriver.h"
+#include "widgets/DeviceTextEdit.h"
 
 #include <QComboBox>
 #include <QPushButton>

@@ -1,6 +1,6 @@
-#include "dialogs/controls/DeviceLineEdit.h"
 #include "tests/mainwindow/EditorFixture.h"
 #include "tests/support/BoxInput.h"
+#include "widgets/DeviceLineEdit.h"
 
 #include <QGroupBox>
 #include <QLabel>

@@ -1,10 +1,10 @@
 #include "script/forms/frmMessageEdit.h"
 
-#include "dialogs/controls/DeviceLineEdit.h"
-#include "dialogs/controls/DropDownList.h"
 #include "tests/support/BoxInput.h"
 #include "tests/support/ModalDriver.h"
 #include "tests/support/TemporaryFolder.h"
+#include "widgets/DeviceLineEdit.h"
+#include "widgets/DropDownList.h"
 
 #include <QAbstractItemView>
 #include <QDialogButtonBox>

@@ -2,7 +2,7 @@
 #include "tests/link/dispatch/Registration.h"
 #include "tests/support/ModalDriver.h"
 #include "tests/support/TemporaryFolder.h"
-#include "tests/tour/Hands.h"
+#include "tools/tour/Hands.h"
 
 #include <QApplication>
 #include <QMessageBox>

@@ -1,0 +1,154 @@
+#include "tools/tour/EditingTour.h"
+
+#include "tests/support/ModalDriver.h"
+#include "widgets/DeviceTextEdit.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QTest>
+
+namespace orvista::tour {
+
+namespace {
+
+QString shownScript(const Hands& hands) {
+    return hands.find<DeviceTextEdit>("txtMsg").toPlainText();
+}
+
+const QString levelScript = "CLEAR\n"
+                            "TEXT 0 0 GREEN BLACK \"Level           \"\n"
+                            "DISPVAR 48 0 ORANGE BLACK RegVar1\n"
+                            "DISPVAR 96 0 RED BLACK CoilVar1\n"
+                            "IN GO-LEFT 1 50\n"
+                            "ACT STILL 3000\n"
+                            "OUT GO-UP 1 100";
+
+} // namespace
+
+void EditingTour::startsAnotherProject() {
+    stage_.inDialog("frmNewProject", [this](const Hands& dialog) {
+        dialog.type("txtProjName", "STATION");
+        dialog.type("txtLocation", folder());
+        dialog.click("btnOK");
+    });
+    const Hands hands = stage_.hands();
+    hands.press(QStringLiteral("Ctrl+N"));
+    QTRY_COMPARE(stage_.window().windowTitle(), "Orvista Message Editor - [STATION*]");
+    hands.clickNode("trvSystem", "C1");
+    hands.type("txtSystemIP", "127.0.0.1");
+    QVERIFY(QFile::copy(bitmap_, folder() + "/alarm.bmp"));
+}
+
+void EditingTour::composesAPageWithTwoFields() {
+    const Hands hands = stage_.hands();
+    hands.clickNode("trvSystem", "C4");
+    hands.clickNode("trvMsg", "R3");
+    stage_.inDialog("frmMessageEdit", [this](const Hands& wizard) {
+        wizard.type("txtText", "Level %5v %4v");
+        wizard.pick("cbFgClr", "GREEN");
+        wizard.pick("cbVar(0)", "RegVar1");
+        wizard.pick("cbVarFgClr(0)", "ORANGE");
+        wizard.pick("cbVar(1)", "CoilVar1");
+        wizard.pick("cbDelay", " 3");
+        wizard.pick("cbOutEffect", "GO-UP");
+        wizard.pick("cbOFSpeed", "Low");
+        stage_.show(wizard.window(), "wizard-text", "The wizard composes a page with two live fields.");
+        wizard.click("btnOK");
+    });
+    hands.click("btnEditMessage");
+    QCOMPARE(shownScript(hands), levelScript);
+    stage_.show("message-with-fields", "The page is in the script box; Apply is enabled.");
+    hands.click("btnMsgApply");
+    QVERIFY(!hands.isEnabled("btnMsgApply"));
+}
+
+void EditingTour::composesAPageWithABitmap() {
+    const Hands hands = stage_.hands();
+    hands.clickNode("trvMsg", "E1");
+    stage_.inDialog("frmMessageEdit", [this](const Hands& wizard) {
+        wizard.click("OptMsgType(1)");
+        stage_.inDialog("comdlg", [](const Hands& files) {
+            files.type("fileNameEdit", "alarm.bmp");
+            files.acceptFile();
+        });
+        wizard.click("cmdBrowse");
+        wizard.pick("cbInEffect", "NONE");
+        wizard.pick("cbSpEffect", "BLINK");
+        wizard.pick("cbOutEffect", "NONE");
+        stage_.show(wizard.window(), "wizard-bitmap", "A page can show a bitmap of the project folder.");
+        wizard.click("btnOK");
+    });
+    hands.click("btnEditMessage");
+    QCOMPARE(shownScript(hands), "CLEAR\nIMG 0 0 RED BLACK alarm.bmp\nACT BLINK 4 75\nACT STILL 500");
+    stage_.show("message-with-bitmap", "Emergency message 1 blinks the bitmap.");
+    hands.click("btnMsgApply");
+}
+
+void EditingTour::editsAFloatVariable() {
+    const Hands hands = stage_.hands();
+    hands.clickNode("trvSystem", "C3");
+    hands.clickNode("trvVar", "F1");
+    stage_.inDialog("frmFloatVarEdit", [this](const Hands& editor) {
+        editor.type("txtVarDefValue", "1.50");
+        editor.pick("cbWidth", "5");
+        editor.pick("cbPrecision", "2");
+        stage_.show(editor.window(), "float-variable", "A float variable gets its width and precision.");
+        editor.click("btnOK");
+    });
+    hands.click("btnEditVariable");
+    QCOMPARE(hands.text("txtVarDefValue"), "1.5");
+    hands.click("btnVarApply");
+    stage_.show("float-applied", "The page shows the float variable as the project now holds it.");
+}
+
+void EditingTour::editsABooleanVariable() {
+    const Hands hands = stage_.hands();
+    hands.clickNode("trvVar", "B1");
+    stage_.inDialog("frmBoolVarEdit", [this](const Hands& editor) {
+        editor.pick("cbDefVal", "1");
+        editor.type("txtVarON", "RUN");
+        editor.type("txtVarOFF", "STOP");
+        stage_.show(editor.window(), "boolean-variable", "A Boolean variable gets its two texts.");
+        editor.click("btnOK");
+    });
+    hands.click("btnEditVariable");
+    QCOMPARE(hands.text("txtVarOnStr"), "RUN");
+    hands.click("btnVarApply");
+    stage_.show("boolean-applied", "The page shows the Boolean variable.");
+}
+
+void EditingTour::movesTheAddressMap() {
+    const Hands hands = stage_.hands();
+    hands.clickNode("trvSystem", "C2");
+    hands.type("txtNewAltAddr", "400");
+    QCOMPARE(hands.text("txtNewStdAddr"), "420");
+    hands.type("txtNewAIAddr", "200");
+    QVERIFY(!hands.isEnabled("btnModBusApply"));
+    hands.type("txtNewDIAddr", "150");
+    stage_.show("new-addresses", "New start addresses; the regular block follows the emergency block.");
+    hands.click("btnModBusApply");
+    stage_.show("addresses-applied", "Applied: these are the project's addresses now.");
+}
+
+void EditingTour::savesIt() {
+    stage_.hands().press(QStringLiteral("Ctrl+S"));
+    QTRY_COMPARE(stage_.window().windowTitle(), "Orvista Message Editor - [STATION]");
+    stage_.keep(folder(), "edited");
+}
+
+void EditingTour::opensItAgain() {
+    stage_.startEditor(folder() + "/STATION.orx");
+    QTRY_COMPARE(stage_.window().windowTitle(), "Orvista Message Editor - [STATION]");
+    const Hands hands = stage_.hands();
+    hands.clickNode("trvSystem", "C4");
+    hands.clickNode("trvMsg", "R3");
+    QCOMPARE(shownScript(hands), levelScript + "\n");
+    stage_.show("opened-again", "Opened by its path: everything is as it was entered.");
+    hands.clickNode("trvSystem", "C1");
+    hands.type("txtSystemIP", "127.0.0.1");
+    hands.press(QStringLiteral("Ctrl+S"));
+    QTRY_COMPARE(stage_.window().windowTitle(), "Orvista Message Editor - [STATION]");
+    stage_.keep(folder(), "saved-again");
+}
+
+} // namespace orvista::tour

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "widgets/DropDownList.h"
+
+#include <QString>
+
+#include <utility>
+
+class QHBoxLayout;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QWidget;
+
+/// What the forms have in common.
+namespace orvista {
+
+/// Makes a widget and gives it its control name.
+template <typename Widget, typename... Arguments>
+Widget* named(const QString& name, Arguments&&... arguments) {
+    auto* widget = new Widget(std::forward<Arguments>(arguments)...);
+    widget->setObjectName(name);
+    return widget;
+}
+
+/// A control of an array is named as it is written: "chkEmergMsg(0)".
+QString arrayName(const QString& name, std::size_t index);
+
+/// A label tied to its box as buddy and accessible name, without a mnemonic.
+QLabel* labelFor(QWidget* box, const QString& text);
+
+/// A push button with an objectName; Enter presses it only while it has the focus.
+QPushButton* namedButton(const QString& name, const QString& caption, QWidget* parent);
+
+/// The two buttons `btnOK` (the form's default) and `btnCancel`, at the end of their row.
+struct OkCancelRow {
+    explicit OkCancelRow(QWidget* form);
+    QPushButton* btnOK;
+    QPushButton* btnCancel;
+    QHBoxLayout* layout;
+};
+
+/// A read-only box with an objectName.
+QLineEdit* shownOnlyBox(const QString& name);
+
+/// A drop-down list with an objectName and fixed choices.
+template <typename Choices>
+DropDownList* choiceList(const QString& name, const Choices& choices, std::size_t position) {
+    auto* list = named<DropDownList>(name);
+    for (const char* choice : choices)
+        list->addItem(choice);
+    list->setCurrentIndex(static_cast<int>(position));
+    return list;
+}
+
+/// Room for about `characters` characters of the box's font.
+void widenTo(QWidget* box, int characters);
+
+} // namespace orvista
