@@ -19,10 +19,15 @@ function(sources variable)
   set(${variable} ${files} PARENT_SCOPE)
 endfunction()
 
-sources(core model script link display)
+sources(core model script link display check)
 list(FILTER core EXCLUDE REGEX "^(script|link)/forms/")
 forbid("brings Qt into the core" "Q[A-Z]|Qt|q[a-z]*global" ${core})
 forbid("reaches above the core" "(widgets|dialogs|mainwindow|simulator|tests|script/forms|link/forms)/" ${core})
+
+# The check stands upon the display.
+sources(below model script link display)
+list(FILTER below EXCLUDE REGEX "^(script|link)/forms/")
+forbid("reaches up to the check" "check/" ${below})
 
 sources(widgets widgets)
 forbid("reaches above the widgets" "(dialogs|mainwindow|simulator|tests|script/forms|link/forms)/" ${widgets})
@@ -33,5 +38,5 @@ forbid("reaches above the dialogs" "(mainwindow|simulator|tests)/" ${forms})
 sources(mainwindow mainwindow)
 forbid("reaches into another program" "(simulator|tests)/" ${mainwindow})
 
-sources(all model script link display widgets dialogs mainwindow simulator)
+sources(all model script link display check widgets dialogs mainwindow simulator)
 forbid("includes by a relative path" "\\.\\.?/" ${all})
