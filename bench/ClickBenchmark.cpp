@@ -1,7 +1,7 @@
 #include "bench/Pair.h"
 #include "mainwindow/ItemTree.h"
 #include "mainwindow/ProjectTrees.h"
-#include "tests/mainwindow/EditorFixture.h"
+#include "tests/support/EditorFixture.h"
 
 #include <QCoreApplication>
 #include <QTreeWidgetItemIterator>

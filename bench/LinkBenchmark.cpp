@@ -4,8 +4,8 @@
 #include "link/forms/TesterClient.h"
 #include "link/ftp/FtpTransferControl.h"
 #include "mainwindow/TcpTesterPage.h"
-#include "tests/link/FtpTestServer.h"
-#include "tests/mainwindow/EditorFixture.h"
+#include "tests/support/EditorFixture.h"
+#include "tests/support/FtpTestServer.h"
 
 #include <QCoreApplication>
 #include <QPushButton>

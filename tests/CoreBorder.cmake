@@ -1,42 +1,109 @@
-# Arrows between the folders point downwards only: a rule about paths, checked on every include.
+# Arrows between the folders point one way. The table says which folders each folder may know; every include of our own
+# is held against it, and the core includes no Qt.
+#   cmake -DSOURCE=<root> -P CoreBorder.cmake
+cmake_minimum_required(VERSION 3.25)
 
-# forbid(REASON EXPRESSION FILE...): no include of these files may match the expression.
-function(forbid reason expression)
-  foreach(file IN LISTS ARGN)
-    file(STRINGS ${SOURCE}/${file} includes REGEX "^[ \t]*#[ \t]*include")
-    foreach(include IN LISTS includes)
-      if(include MATCHES "[<\"](${expression})")
-        message(SEND_ERROR "${file} ${reason}: ${include}")
-      endif()
-    endforeach()
+set(core "model script display link link/ftp link/dispatch check exchange")
+set(windows "widgets display/forms check/forms script/forms link/forms exchange/forms dialogs mainwindow")
+set(simulated "simulator simulator/forms")
+
+# "folder: what it may know besides itself". A subfolder without a row belongs to the folder above it, "tests/ANY" is any
+# folder of tests, and a single file may have a row in addition to its folder's.
+set(table
+  "model:"
+  "script: model"
+  "display: model script"
+  "link: model"
+  "link/ftp: model link"
+  "link/dispatch: model link"
+  "check: model script display"
+  "exchange: model script display check"
+
+  "widgets: model display"
+  "display/forms: model script display check widgets"
+  "check/forms: model script display check widgets display/forms"
+  "script/forms: model script display check widgets display/forms"
+  "link/forms: model script display link check widgets display/forms"
+  "exchange/forms: model script display check exchange widgets"
+  "dialogs: model script display check exchange widgets"
+  "mainwindow: ${core} ${windows}"
+
+  "simulator: model display link/ftp widgets"
+  "simulator/forms: model display widgets simulator"
+  "console: ${core}"
+
+  "tools: ${core} ${windows} ${simulated} tests/support"
+  "tests/support: ${core} ${windows} ${simulated}"
+  "tests/ANY: ${core} ${windows} ${simulated} console tools tests/support"
+  "bench: ${core} ${windows} ${simulated} console tests/support"
+
+  # Where the pieces of a room meet.
+  "link/TransferControls.cpp: link/ftp link/dispatch"
+  "simulator/main.cpp: simulator/forms")
+
+foreach(row IN LISTS table)
+  string(REGEX MATCH "^([^:]+): *(.*)$" match "${row}")
+  string(REPLACE " " ";" "may_know_${CMAKE_MATCH_1}" "${CMAKE_MATCH_2}")
+endforeach()
+string(REPLACE " " ";" core "${core}")
+
+# room_of(VARIABLE PATH): the folder of the table that a path lies in, empty for none.
+function(room_of variable path)
+  get_filename_component(folder "${path}" DIRECTORY)
+  while(NOT folder STREQUAL "")
+    if(DEFINED "may_know_${folder}" OR folder MATCHES "^tests/[^/]+$")
+      break()
+    endif()
+    get_filename_component(folder "${folder}" DIRECTORY)
+  endwhile()
+  set(${variable} "${folder}" PARENT_SCOPE)
+endfunction()
+
+# check_include(FILE ROOM LINE): complains of an include that leaves the room in a direction the table does not have.
+function(check_include file room line)
+  string(REGEX MATCH "^[ \t]*#[ \t]*include[ \t]*[<\"]([^>\"]+)[>\"]" match "${line}")
+  set(target "${CMAKE_MATCH_1}")
+  if(match STREQUAL "")
+    message(SEND_ERROR "${file}: an include that cannot be read: ${line}")
+  elseif(target MATCHES "^\\.\\.?/|/\\.\\.?/")
+    message(SEND_ERROR "${file}: includes by a relative path: ${target}")
+  elseif(room IN_LIST core AND target MATCHES "^(Q[A-Z]|Qt|q[a-z]*global)")
+    message(SEND_ERROR "${file}: brings Qt into the core: ${target}")
+  else()
+    room_of(known "${target}")
+    set(allowed ${room} ${may_know_${room}} ${may_know_${file}})
+    if(room MATCHES "^tests/" AND NOT DEFINED "may_know_${room}")
+      list(APPEND allowed ${may_know_tests/ANY})
+    endif()
+    if(known STREQUAL "" AND match MATCHES "\"" AND target MATCHES "/")
+      message(SEND_ERROR "${file}: includes from a folder without a row in the table: ${target}")
+    elseif(NOT known STREQUAL "" AND NOT known IN_LIST allowed)
+      message(SEND_ERROR "${file}: ${room} may not know ${known}: ${target}")
+    endif()
+  endif()
+endfunction()
+
+file(GLOB folders LIST_DIRECTORIES true RELATIVE ${SOURCE} ${SOURCE}/[a-z]*)
+list(REMOVE_ITEM folders build)
+set(patterns)
+foreach(folder IN LISTS folders)
+  foreach(ending h hpp hxx inl c cc cpp cxx mm)
+    list(APPEND patterns "${SOURCE}/${folder}/*.${ending}")
   endforeach()
-endfunction()
+endforeach()
+file(GLOB_RECURSE files RELATIVE ${SOURCE} ${patterns})
+if(NOT files)
+  message(SEND_ERROR "no sources in ${SOURCE}")
+endif()
 
-# sources(VARIABLE FOLDER...): the sources below these folders.
-function(sources variable)
-  list(TRANSFORM ARGN REPLACE "(.+)" "${SOURCE}/\\1/*.h;${SOURCE}/\\1/*.cpp" OUTPUT_VARIABLE patterns)
-  file(GLOB_RECURSE files RELATIVE ${SOURCE} ${patterns})
-  set(${variable} ${files} PARENT_SCOPE)
-endfunction()
-
-sources(core model script link display check)
-list(FILTER core EXCLUDE REGEX "^(script|link)/forms/")
-forbid("brings Qt into the core" "Q[A-Z]|Qt|q[a-z]*global" ${core})
-forbid("reaches above the core" "(widgets|dialogs|mainwindow|simulator|tests|script/forms|link/forms)/" ${core})
-
-# The check stands upon the display.
-sources(below model script link display)
-list(FILTER below EXCLUDE REGEX "^(script|link)/forms/")
-forbid("reaches up to the check" "check/" ${below})
-
-sources(widgets widgets)
-forbid("reaches above the widgets" "(dialogs|mainwindow|simulator|tests|script/forms|link/forms)/" ${widgets})
-
-sources(forms dialogs script/forms link/forms)
-forbid("reaches above the dialogs" "(mainwindow|simulator|tests)/" ${forms})
-
-sources(mainwindow mainwindow)
-forbid("reaches into another program" "(simulator|tests)/" ${mainwindow})
-
-sources(all model script link display check widgets dialogs mainwindow simulator)
-forbid("includes by a relative path" "\\.\\.?/" ${all})
+foreach(file IN LISTS files)
+  room_of(room "${file}")
+  if(room STREQUAL "")
+    message(SEND_ERROR "${file}: lies in a folder without a row in the table")
+    continue()
+  endif()
+  file(STRINGS "${SOURCE}/${file}" includes REGEX "^[ \t]*#[ \t]*(include|import)")
+  foreach(line IN LISTS includes)
+    check_include("${file}" "${room}" "${line}")
+  endforeach()
+endforeach()

@@ -1,5 +1,5 @@
 #include "tests/fuzz/ReaderRun.h"
-#include "tests/script/ReferenceScan.h"
+#include "tests/support/ReferenceScan.h"
 
 #include "model/Windows1252.h"
 #include "script/MessagePage.h"

@@ -1,8 +1,8 @@
 #include "link/forms/DeviceTransfer.h"
 
 #include "link/TransferControls.h"
-#include "tests/link/FtpTestServer.h"
-#include "tests/mainwindow/EditorFixture.h"
+#include "tests/support/EditorFixture.h"
+#include "tests/support/FtpTestServer.h"
 #include "tests/support/ModalDriver.h"
 
 #include <QLineEdit>

@@ -1,6 +1,6 @@
 #include "link/ftp/FtpTransferControl.h"
 
-#include "tests/link/FtpTestServer.h"
+#include "tests/support/FtpTestServer.h"
 
 #include <gmock/gmock.h>
 

@@ -1,6 +1,6 @@
 #include "link/TransferCommands.h"
 #include "model/Numbers.h"
-#include "tests/mainwindow/EditorFixture.h"
+#include "tests/support/EditorFixture.h"
 
 #include <QLabel>
 #include <QMenu>

@@ -1,5 +1,5 @@
 #include "mainwindow/ItemTree.h"
-#include "tests/mainwindow/EditorFixture.h"
+#include "tests/support/EditorFixture.h"
 #include "widgets/DeviceLineEdit.h"
 #include "widgets/DeviceTextEdit.h"
 #include "widgets/DropDownList.h"

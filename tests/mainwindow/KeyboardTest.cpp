@@ -1,4 +1,4 @@
-#include "tests/mainwindow/EditorFixture.h"
+#include "tests/support/EditorFixture.h"
 #include "tests/support/ModalDriver.h"
 
 #include <QLabel>

@@ -1,6 +1,6 @@
 #include "mainwindow/ItemTree.h"
-#include "tests/mainwindow/EditorFixture.h"
 #include "tests/support/BoxInput.h"
+#include "tests/support/EditorFixture.h"
 #include "tests/support/ModalDriver.h"
 #include "widgets/DeviceTextEdit.h"
 

@@ -1,5 +1,5 @@
 #include "mainwindow/ItemTree.h"
-#include "tests/mainwindow/EditorFixture.h"
+#include "tests/support/EditorFixture.h"
 #include "tests/support/ModalDriver.h"
 #include "widgets/DeviceTextEdit.h"
 

@@ -1,5 +1,5 @@
-#include "tests/mainwindow/EditorFixture.h"
 #include "tests/support/BoxInput.h"
+#include "tests/support/EditorFixture.h"
 #include "widgets/DeviceLineEdit.h"
 
 #include <QGroupBox>

@@ -1,8 +1,8 @@
 #include "mainwindow/TcpTesterPage.h"
 #include "link/TesterActions.h"
 #include "model/Numbers.h"
-#include "tests/mainwindow/EditorFixture.h"
 #include "tests/support/BoxInput.h"
+#include "tests/support/EditorFixture.h"
 
 #include <QCheckBox>
 #include <QComboBox>

@@ -1,6 +1,6 @@
 #include "script/PlaceholderScan.h"
 
-#include "tests/script/ReferenceScan.h"
+#include "tests/support/ReferenceScan.h"
 
 #include <gtest/gtest.h>
 

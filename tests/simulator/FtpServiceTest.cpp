@@ -2,7 +2,7 @@
 
 #include "simulator/FtpDataChannel.h"
 #include "tests/simulator/Flood.h"
-#include "tests/simulator/SimulatorProcess.h"
+#include "tests/support/SimulatorProcess.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <QRegularExpression>

@@ -1,7 +1,7 @@
 #include "simulator/ModbusService.h"
 
 #include "tests/simulator/Flood.h"
-#include "tests/simulator/SimulatorProcess.h"
+#include "tests/support/SimulatorProcess.h"
 
 #include <QSignalSpy>
 #include <QTcpSocket>

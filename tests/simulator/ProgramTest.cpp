@@ -1,7 +1,7 @@
 #include "link/ModbusFrames.h"
 #include "link/ftp/FtpTransferControl.h"
 #include "tests/simulator/DeviceFixture.h"
-#include "tests/simulator/SimulatorProcess.h"
+#include "tests/support/SimulatorProcess.h"
 
 #include <QColor>
 #include <QDir>

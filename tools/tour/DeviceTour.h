@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tests/simulator/SimulatorProcess.h"
+#include "tests/support/SimulatorProcess.h"
 #include "tools/tour/Stage.h"
 
 #include <QObject>

@@ -1,4 +1,4 @@
-#include "tests/simulator/SimulatorProcess.h"
+#include "tests/support/SimulatorProcess.h"
 
 #include <QElapsedTimer>
 #include <QEventLoop>
