@@ -23,7 +23,11 @@ std::string pathOf(const QTreeWidgetItem* item) {
 
 } // namespace
 
-FolderList::FolderList(const PathRules& rules, QWidget* parent) : QTreeWidget(parent), rules_(rules) {
+FolderList::FolderList(const PathRules& rules, QWidget* parent)
+    : QTreeWidget(parent),
+      rules_(rules),
+      openIcon_(style()->standardIcon(QStyle::SP_DirOpenIcon)),
+      closedIcon_(style()->standardIcon(QStyle::SP_DirIcon)) {
     setHeaderHidden(true);
     setRootIsDecorated(false);
     setItemsExpandable(false);
@@ -47,17 +51,8 @@ void FolderList::setPath(const std::string& folder) {
     {
         const QSignalBlocker oneChangeOnly(this);
         clear();
-        QTreeWidgetItem* open = nullptr;
-        for (const std::string& step : foldersDownTo(rules_, folder)) {
-            const auto split = rules_.split(step);
-            open = addFolder(open, step, split && !split->name.empty() ? split->name : step);
-            open->setIcon(0, style()->standardIcon(QStyle::SP_DirOpenIcon));
-        }
-        if (open) {
-            const std::string path = pathOf(open);
-            for (const std::string& name : subfolders(path))
-                addFolder(open, rules_.join(path, name), name);
-        }
+        QTreeWidgetItem* const open = addParents(folder);
+        addSubfolders(open);
         expandAll();
         setCurrentItem(open);
         if (open)
@@ -83,13 +78,39 @@ void FolderList::keyPressEvent(QKeyEvent* event) {
 void FolderList::drawBranches(QPainter* /*painter*/, const QRect& /*rect*/,
                               const QModelIndex& /*index*/) const {}
 
-QTreeWidgetItem* FolderList::addFolder(QTreeWidgetItem* parent, const std::string& folder,
-                                       const std::string& name) {
-    auto* item = parent ? new QTreeWidgetItem(parent) : new QTreeWidgetItem(this);
-    item->setText(0, shownPath(name));
-    item->setData(0, pathRole, shownPath(folder));
-    item->setToolTip(0, shownPath(folder));
-    item->setIcon(0, style()->standardIcon(QStyle::SP_DirIcon));
+/// Returns the innermost folder.
+QTreeWidgetItem* FolderList::addParents(const std::string& folder) {
+    QTreeWidgetItem* open = nullptr;
+    for (const std::string& step : foldersDownTo(rules_, folder)) {
+        const auto split = rules_.split(step);
+        auto* const inner = folderItem(step, split && !split->name.empty() ? split->name : step, openIcon_);
+        if (open)
+            open->addChild(inner);
+        else
+            addTopLevelItem(inner);
+        open = inner;
+    }
+    return open;
+}
+
+void FolderList::addSubfolders(QTreeWidgetItem* open) {
+    if (!open)
+        return;
+    const std::string path = pathOf(open);
+    // Added all at once: the view would arrange itself anew for each.
+    QList<QTreeWidgetItem*> items;
+    for (const std::string& name : subfolders(path))
+        items += folderItem(rules_.join(path, name), name, closedIcon_);
+    open->addChildren(items);
+}
+
+QTreeWidgetItem* FolderList::folderItem(const std::string& folder, const std::string& name,
+                                        const QIcon& icon) {
+    auto* const item = new QTreeWidgetItem({shownPath(name)});
+    const QString path = shownPath(folder);
+    item->setData(0, pathRole, path);
+    item->setToolTip(0, path);
+    item->setIcon(0, icon);
     return item;
 }
 

@@ -2,6 +2,7 @@
 
 #include "model/PathRules.h"
 
+#include <QIcon>
 #include <QTreeWidget>
 
 #include <string>
@@ -31,9 +32,13 @@ protected:
     void drawBranches(QPainter* painter, const QRect& rect, const QModelIndex& index) const override;
 
 private:
-    QTreeWidgetItem* addFolder(QTreeWidgetItem* parent, const std::string& folder, const std::string& name);
+    QTreeWidgetItem* addParents(const std::string& folder);
+    void addSubfolders(QTreeWidgetItem* open);
+    static QTreeWidgetItem* folderItem(const std::string& folder, const std::string& name, const QIcon& icon);
 
     PathRules rules_;
+    QIcon openIcon_; ///< shared by all rows: loading one takes as long as making ten rows
+    QIcon closedIcon_;
 };
 
 } // namespace orvista

@@ -58,7 +58,7 @@ frmLoadProject::frmLoadProject(const ConfigModule::History& history,
     rows->addLayout(buttons.layout);
 
     connect(ListView1, &QTreeWidget::itemClicked, this, &frmLoadProject::ListView1_ItemClick);
-    // Moving by keyboard is a click too; merely getting the focus selects nothing.
+    // Choosing by keyboard is a click, too.
     connect(ListView1, &QTreeWidget::itemSelectionChanged, this, [this] {
         if (const auto selected = ListView1->selectedItems(); !selected.isEmpty())
             ListView1_ItemClick(selected.front());
@@ -87,6 +87,8 @@ void frmLoadProject::fillList(const ConfigModule::History& history) {
             row->setToolTip(column, shownPath(entry));
     }
     ListView1->resizeColumnToContents(fileColumn);
+    letEndChooseLast(ListView1);
+    chooseNone(ListView1);
 }
 
 void frmLoadProject::ListView1_ItemClick(const QTreeWidgetItem* row) {
@@ -101,8 +103,8 @@ void frmLoadProject::btnBrowse_Click() {
     chooser.exec();
     if (chooser.IsCanceled)
         return;
-    // The list's choice no longer counts; a later click on the same row makes it count again.
-    ListView1->clearSelection();
+    // The list's choice no longer counts; choosing the same row later makes it count again.
+    chooseNone(ListView1);
     ProjPath = chooser.FilePath;
     ProjName = DocMgrModule::projectNameOfFile(chooser.FileName);
     txtFileName->setText(shownPath(environment_.paths.join(chooser.FilePath, chooser.FileName)));

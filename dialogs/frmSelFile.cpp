@@ -28,6 +28,7 @@ frmSelFile::frmSelFile(const PathRules& rules, const std::string& startFolder, Q
     Dir1->setAccessibleName("Folder");
     File1->setObjectName("File1");
     File1->setAccessibleName("Project file");
+    letEndChooseLast(File1);
     const OkCancelRow buttons(this);
     btnOK = buttons.btnOK;
     btnOK->setEnabled(false);
@@ -62,6 +63,7 @@ void frmSelFile::Dir1_Change() {
     File1->clear();
     for (const std::string& name : projectFiles(Dir1->path()))
         File1->addItem(shownPath(name));
+    chooseNone(File1);
     btnOK->setEnabled(false);
 }
 

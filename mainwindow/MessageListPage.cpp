@@ -36,8 +36,8 @@ MessageListPage::MessageListPage(Project& project, ModifiedMark& modifiedMark, M
       txtMsgName(named<ShownBox>(QStringLiteral("txtMsgName"))),
       txtMsgSno(named<ShownBox>(QStringLiteral("txtMsgSno"))),
       txtMsg(named<DeviceTextEdit>(QStringLiteral("txtMsg"))),
-      btnEditMessage(named<QPushButton>(QStringLiteral("btnEditMessage"), QStringLiteral("Message Wizard"))),
-      btnMsgApply(named<QPushButton>(QStringLiteral("btnMsgApply"), QStringLiteral("Apply"))) {
+      btnEditMessage(namedButton(QStringLiteral("btnEditMessage"), QStringLiteral("Message Wizard"))),
+      btnMsgApply(namedButton(QStringLiteral("btnMsgApply"), QStringLiteral("Apply"))) {
     trvMsg->setAccessibleName(tr("Messages"));
     auto* splitter = new QSplitter;
     splitter->addWidget(trvMsg);
@@ -175,7 +175,7 @@ void MessageListPage::btnMsgApply_Click() {
         txtMsg->setBytes(clearScript);
     if (script)
         *script = txtMsg->bytes();
-    btnMsgApply->setEnabled(false);
+    disableUsed(btnMsgApply, txtMsg);
     modifiedMark_.SetModified(true);
 }
 

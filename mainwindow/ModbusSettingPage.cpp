@@ -41,9 +41,8 @@ ModbusSettingPage::ModbusSettingPage(Project& project, ModifiedMark& modifiedMar
       regular_(makeBlock(QStringLiteral("txtStdAddr"), QStringLiteral("txtNewStdAddr"))),
       float_(makeBlock(QStringLiteral("txtAIAddr"), QStringLiteral("txtNewAIAddr"))),
       boolean_(makeBlock(QStringLiteral("txtDIAddr"), QStringLiteral("txtNewDIAddr"))),
-      btnModBusApply(named<QPushButton>(QStringLiteral("btnModBusApply"), QStringLiteral("Apply"))),
-      btnRestoreDefault(
-          named<QPushButton>(QStringLiteral("btnRestoreDefault"), QStringLiteral("Restore Default"))) {
+      btnModBusApply(namedButton(QStringLiteral("btnModBusApply"), QStringLiteral("Apply"))),
+      btnRestoreDefault(namedButton(QStringLiteral("btnRestoreDefault"), QStringLiteral("Restore Default"))) {
     auto* layout = new QVBoxLayout(this);
     // The emergency block comes first, since typing its address fills the regular one in.
     layout->addWidget(buildFrame(
@@ -132,7 +131,7 @@ void ModbusSettingPage::btnModBusApply_Click() {
     project_.AnalogInput = floatStart;
     project_.DigitalInput = booleanStart;
 
-    btnModBusApply->setEnabled(false);
+    disableUsed(btnModBusApply, emergency_.next);
     modifiedMark_.SetModified(true);
     for (const Block* block : {&emergency_, &regular_, &float_, &boolean_})
         block->current->setText(block->next->text());

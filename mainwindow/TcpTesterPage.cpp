@@ -21,7 +21,7 @@ namespace {
 constexpr int boxesPerRow = 10;
 
 QPushButton* updateButton(const QString& name, const QString& toolTip) {
-    auto* button = named<QPushButton>(name, QStringLiteral("Update"));
+    auto* button = namedButton(name, QStringLiteral("Update"));
     button->setToolTip(toolTip);
     return button;
 }

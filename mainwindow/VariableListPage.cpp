@@ -38,8 +38,8 @@ VariableListPage::VariableListPage(Project& project, ModifiedMark& modifiedMark,
       txtVarPrec(named<ShownBox>(QStringLiteral("txtVarPrec"))),
       txtVarOnStr(named<ShownBox>(QStringLiteral("txtVarOnStr"))),
       txtVarOffStr(named<ShownBox>(QStringLiteral("txtVarOffStr"))),
-      btnEditVariable(named<QPushButton>(QStringLiteral("btnEditVariable"), QStringLiteral("Edit Variable"))),
-      btnVarApply(named<QPushButton>(QStringLiteral("btnVarApply"), QStringLiteral("Apply"))) {
+      btnEditVariable(namedButton(QStringLiteral("btnEditVariable"), QStringLiteral("Edit Variable"))),
+      btnVarApply(namedButton(QStringLiteral("btnVarApply"), QStringLiteral("Apply"))) {
     trvVar->setAccessibleName(tr("Variables"));
     auto* splitter = new QSplitter;
     splitter->addWidget(trvVar);
@@ -199,7 +199,7 @@ void VariableListPage::btnVarApply_Click() {
     } else {
         return;
     }
-    btnVarApply->setEnabled(false);
+    disableUsed(btnVarApply, btnEditVariable);
     modifiedMark_.SetModified(true);
 }
 

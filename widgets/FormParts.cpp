@@ -2,13 +2,36 @@
 
 #include "widgets/ShownBox.h"
 
+#include <QAbstractItemView>
 #include <QFontMetrics>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 
 namespace orvista {
+
+namespace {
+
+class EndKey final : public QObject {
+public:
+    explicit EndKey(QAbstractItemView* list) : QObject(list), list_(list) {}
+
+    bool eventFilter(QObject* /*watched*/, QEvent* event) override {
+        const bool isEnd =
+            event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_End;
+        if (!isEnd || list_->currentIndex().isValid())
+            return false;
+        list_->setCurrentIndex(list_->model()->index(list_->model()->rowCount() - 1, 0));
+        return true;
+    }
+
+private:
+    QAbstractItemView* list_;
+};
+
+} // namespace
 
 QString arrayName(const QString& name, std::size_t index) {
     return name + u'(' + QString::number(index) + u')';
@@ -27,8 +50,16 @@ QLabel* labelFor(QWidget* box, const QString& text) {
 
 QPushButton* namedButton(const QString& name, const QString& caption, QWidget* parent) {
     auto* button = named<QPushButton>(name, caption, parent);
-    button->setAutoDefault(false);
+    button->setAutoDefault(true);
     return button;
+}
+
+void disableUsed(QPushButton* used, QWidget* next) {
+    // Asked first: a disabled button passes the focus on to whatever comes next.
+    const bool hadFocus = used->window()->focusWidget() == used;
+    used->setEnabled(false);
+    if (hadFocus)
+        next->setFocus();
 }
 
 OkCancelRow::OkCancelRow(QWidget* form)
@@ -43,6 +74,16 @@ OkCancelRow::OkCancelRow(QWidget* form)
 
 QLineEdit* shownOnlyBox(const QString& name) {
     return named<ShownBox>(name);
+}
+
+void chooseNone(QAbstractItemView* list) {
+    list->clearSelection();
+    // Also tells the list that this is its current row: it would otherwise take the first one on focus.
+    list->setCurrentIndex({});
+}
+
+void letEndChooseLast(QAbstractItemView* list) {
+    list->installEventFilter(new EndKey(list));
 }
 
 void widenTo(QWidget* box, int characters) {

@@ -6,6 +6,7 @@
 
 #include <utility>
 
+class QAbstractItemView;
 class QHBoxLayout;
 class QLabel;
 class QLineEdit;
@@ -29,8 +30,13 @@ QString arrayName(const QString& name, std::size_t index);
 /// A label tied to its box as buddy and accessible name, without a mnemonic.
 QLabel* labelFor(QWidget* box, const QString& text);
 
-/// A push button with an objectName; Enter presses it only while it has the focus.
-QPushButton* namedButton(const QString& name, const QString& caption, QWidget* parent);
+/// A push button with an objectName. Enter presses it while it has the focus, in dialogs and on pages; while
+/// no button of a dialog has the focus, Enter presses the dialog's default one. Every push button is made
+/// here, so that there is no other rule.
+QPushButton* namedButton(const QString& name, const QString& caption, QWidget* parent = nullptr);
+
+/// Disables a button that has done its work. The keyboard goes on at `next` when it was at the button.
+void disableUsed(QPushButton* used, QWidget* next);
 
 /// The two buttons `btnOK` (the form's default) and `btnCancel`, at the end of their row.
 struct OkCancelRow {
@@ -52,6 +58,12 @@ DropDownList* choiceList(const QString& name, const Choices& choices, std::size_
     list->setCurrentIndex(static_cast<int>(position));
     return list;
 }
+
+/// Leaves no row current or chosen, and none painted so when the list gets the focus: the first key that
+/// moves, or the first letter, chooses a row. Call it after the list was filled.
+void chooseNone(QAbstractItemView* list);
+/// Lets End choose the last row also while none is current; the list itself would go to the first.
+void letEndChooseLast(QAbstractItemView* list);
 
 /// Room for about `characters` characters of the box's font.
 void widenTo(QWidget* box, int characters);

@@ -28,8 +28,8 @@ frmConnection::frmConnection(const QString& deviceAddress, QWidget* parent)
     : QDialog(parent),
       txtIP(named<QLineEdit>(QStringLiteral("txtIP"), deviceAddress)),
       txtPort(named<QLineEdit>(QStringLiteral("txtPort"), QLatin1String(defaultPort))),
-      btnOK(named<QPushButton>(QStringLiteral("btnOK"), QStringLiteral("Connect"))),
-      btnCancel(named<QPushButton>(QStringLiteral("btnCancel"), QStringLiteral("Cancel"))) {
+      btnOK(namedButton(QStringLiteral("btnOK"), QStringLiteral("Connect"))),
+      btnCancel(namedButton(QStringLiteral("btnCancel"), QStringLiteral("Cancel"))) {
     setObjectName(QStringLiteral("frmConnection"));
     setWindowTitle(QStringLiteral("Upload/Download IP Address"));
     setModal(true);
@@ -63,7 +63,6 @@ void frmConnection::buildLayout() {
     buttons->addButton(btnCancel, QDialogButtonBox::RejectRole);
     form->addRow(buttons);
     btnOK->setDefault(true);
-    btnCancel->setAutoDefault(false);
     // Room for the caption, and for an address of any version.
     setMinimumWidth(52 * fontMetrics().averageCharWidth());
 }

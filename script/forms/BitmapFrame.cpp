@@ -36,7 +36,7 @@ BitmapFrame::BitmapFrame(QString projectFolder, QWidget* parent)
     : QGroupBox(tr("Bitmap"), parent),
       projectFolder_(std::move(projectFolder)),
       txtPath(shownOnlyBox(QStringLiteral("txtPath"))),
-      cmdBrowse(namedButton(QStringLiteral("cmdBrowse"), tr("Browse"), nullptr)),
+      cmdBrowse(namedButton(QStringLiteral("cmdBrowse"), tr("Browse"))),
       lblNote(new QLabel) {
     txtPath->setToolTip(tr("The bitmap the page shows, chosen with Browse"));
     cmdBrowse->setToolTip(tr("Choose a bitmap of the project folder"));

@@ -84,6 +84,38 @@ private slots:
                                                 "berlauf.oRx"));
     }
 
+    void theFirstKeyChoosesAFile_data() {
+        QTest::addColumn<Qt::Key>("key");
+        QTest::addColumn<int>("row");
+        QTest::newRow("Down") << Qt::Key_Down << 0;
+        QTest::newRow("Home") << Qt::Key_Home << 0;
+        QTest::newRow("End") << Qt::Key_End << 2;
+        QTest::newRow("a letter") << Qt::Key_L << 0;
+    }
+    void theFirstKeyChoosesAFile() {
+        QFETCH(const Qt::Key, key);
+        QFETCH(const int, row);
+        dialog_->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(dialog_.get()));
+        QTRY_VERIFY(files()->hasFocus());
+        QCOMPARE(files()->currentRow(), -1);
+        QTest::keyClick(files(), key);
+        QCOMPARE(files()->currentRow(), row);
+        QVERIFY(files()->item(row)->isSelected());
+        QVERIFY(button("btnOK")->isEnabled());
+    }
+
+    void rowsShareTheirIcons() {
+        for (int i = 0; i < 20; ++i)
+            std::filesystem::create_directory(folder_->file("many" + std::to_string(i)));
+        start(folder_->path());
+        const QTreeWidgetItem* const open = folders()->currentItem();
+        QVERIFY(open->childCount() > 20);
+        for (int i = 1; i < open->childCount(); ++i)
+            QCOMPARE(open->child(i)->icon(0).cacheKey(), open->child(0)->icon(0).cacheKey());
+        QVERIFY(!open->child(0)->icon(0).isNull());
+    }
+
     void worksByKeyboard() {
         dialog_->activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(dialog_.get()));

@@ -83,6 +83,48 @@ private slots:
         QVERIFY(dialog_->findChild<QLineEdit*>("txtFileName")->text().isEmpty());
     }
 
+    void atLoadNoRowIsCurrentNorPaintedSo() {
+        open("/p/A\r\n/p/B\r\n");
+        dialog_->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(dialog_.get()));
+        QTRY_VERIFY(list()->hasFocus());
+        QVERIFY(!list()->currentItem());
+        const QImage focused = list()->viewport()->grab().toImage();
+        button("btnCancel")->setFocus();
+        QCOMPARE(focused, list()->viewport()->grab().toImage());
+    }
+
+    void theFirstKeyChoosesARow_data() {
+        QTest::addColumn<Qt::Key>("key");
+        QTest::addColumn<QString>("chosen");
+        QTest::newRow("Down") << Qt::Key_Down << "A";
+        QTest::newRow("Home") << Qt::Key_Home << "A";
+        QTest::newRow("End") << Qt::Key_End << "C";
+        QTest::newRow("a letter") << Qt::Key_B << "B";
+        QTest::newRow("the first row's letter") << Qt::Key_A << "A";
+    }
+    void theFirstKeyChoosesARow() {
+        QFETCH(const Qt::Key, key);
+        QFETCH(const QString, chosen);
+        open("/p/A\r\n/p/B\r\n/p/C\r\n");
+        dialog_->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(dialog_.get()));
+        QTRY_VERIFY(list()->hasFocus());
+        QTest::keyClick(list(), key);
+        QCOMPARE(dialog_->findChild<QLineEdit*>("txtFileName")->text(), "/p/" + chosen + ".orx");
+        QCOMPARE(list()->selectedItems(), QList{list()->currentItem()});
+        QTest::keyClick(list(), Qt::Key_Return);
+        QVERIFY(!dialog_->isVisible());
+        QVERIFY(!dialog_->IsCanceled);
+        QCOMPARE(dialog_->ProjName, chosen.toStdString());
+    }
+
+    void enterOpensNothingWhileNoRowIsChosen() {
+        open("/p/A\r\n");
+        QTest::keyClick(list(), Qt::Key_Return);
+        QVERIFY(dialog_->isVisible());
+    }
+
     void worksByKeyboard() {
         open("/p/A\r\n/p/B\r\n");
         dialog_->activateWindow();

@@ -2,6 +2,7 @@
 #include "tests/support/ModalDriver.h"
 
 #include <QLabel>
+#include <QPushButton>
 
 using namespace orvista;
 using namespace orvista::testing;
@@ -28,6 +29,9 @@ private slots:
     void tabFollowsTheLayout_data();
     void tabFollowsTheLayout();
     void applyIsReachedOnceItIsEnabled();
+    void enterPressesEveryFocusedButton();
+    void theKeyboardGoesOnAfterApply_data();
+    void theKeyboardGoesOnAfterApply();
     void everyControlHasAnAccessibleName();
 };
 
@@ -104,6 +108,59 @@ void KeyboardTest::applyIsReachedOnceItIsEnabled() {
     QCOMPARE(tabOrder(editor, "btnEditMessage", 2), (QStringList{"btnEditMessage", "btnMsgApply"}));
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
     QCOMPARE(editor.project.ALTMSG[1], std::string("xCLEAR"));
+}
+
+void KeyboardTest::enterPressesEveryFocusedButton() {
+    EditorFixture editor;
+    editor.startWithNewProject();
+    const QStringList pages{"C2", "C3", "C4", "C5"};
+    QStringList pressed;
+    QStringList expected;
+    for (const QString& page : pages) {
+        editor.showPage(page.toLatin1().constData());
+        for (auto* const button : editor.window->findChildren<QPushButton*>()) {
+            if (!button->isVisible())
+                continue;
+            QObject::disconnect(button, &QAbstractButton::clicked, nullptr, nullptr);
+            connect(button, &QAbstractButton::clicked, this, [&] { pressed += button->objectName(); });
+            button->setEnabled(true);
+            for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space}) {
+                button->setFocus();
+                QTest::keyClick(QApplication::focusWidget(), key);
+                expected += button->objectName();
+            }
+        }
+    }
+    QCOMPARE(pressed, expected);
+    QCOMPARE(expected.size(), 3 * 10);
+}
+
+void KeyboardTest::theKeyboardGoesOnAfterApply_data() {
+    QTest::addColumn<Qt::Key>("key");
+    QTest::newRow("Enter") << Qt::Key_Return;
+    QTest::newRow("Space") << Qt::Key_Space;
+}
+
+void KeyboardTest::theKeyboardGoesOnAfterApply() {
+    QFETCH(const Qt::Key, key);
+    EditorFixture editor;
+    editor.startWithNewProject();
+    const auto focusAfter = [&](const char* apply) {
+        auto* const button = editor.find<QPushButton>(apply);
+        button->setEnabled(true);
+        button->setFocus();
+        QTest::keyClick(button, key);
+        return QApplication::focusWidget()->objectName();
+    };
+    editor.showMessage("E2");
+    QCOMPARE(focusAfter("btnMsgApply"), QStringLiteral("txtMsg"));
+    editor.showVariable("F3");
+    QCOMPARE(focusAfter("btnVarApply"), QStringLiteral("btnEditVariable"));
+    editor.showPage("C2");
+    for (const char* box : {"txtNewAltAddr", "txtNewAIAddr", "txtNewDIAddr"})
+        editor.type(box, QStringLiteral("500"));
+    QCOMPARE(focusAfter("btnModBusApply"), QStringLiteral("txtNewAltAddr"));
+    QCOMPARE(editor.project.AlertMessage, 500);
 }
 
 void KeyboardTest::everyControlHasAnAccessibleName() {

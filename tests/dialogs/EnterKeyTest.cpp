@@ -1,0 +1,159 @@
+#include "dialogs/frmBoolVarEdit.h"
+#include "dialogs/frmFloatVarEdit.h"
+#include "dialogs/frmLic.h"
+#include "dialogs/frmLoadProject.h"
+#include "dialogs/frmNewProject.h"
+#include "dialogs/frmSelDir.h"
+#include "dialogs/frmSelFile.h"
+#include "dialogs/frmStartup.h"
+#include "link/forms/frmConnection.h"
+#include "script/forms/frmMessageEdit.h"
+#include "tests/support/ScriptedPeople.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <QDialog>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTest>
+
+#include <functional>
+#include <memory>
+
+using namespace orvista;
+using namespace orvista::testing;
+
+namespace {
+
+using Make = std::function<std::unique_ptr<QDialog>()>;
+
+void press(QDialog& dialog, Qt::Key key) {
+    QTest::keyClick(dialog.focusWidget() ? dialog.focusWidget() : &dialog, key);
+}
+
+/// Makes clicks do nothing but be listed.
+void onlyListClicks(QDialog& dialog, QStringList& clicks) {
+    for (QPushButton* const button : dialog.findChildren<QPushButton*>()) {
+        QObject::disconnect(button, &QAbstractButton::clicked, nullptr, nullptr);
+        button->setEnabled(true);
+        QObject::connect(button, &QAbstractButton::clicked, &dialog,
+                         [button, &clicks] { clicks += button->objectName(); });
+    }
+}
+
+} // namespace
+
+/// In every dialog Enter presses the button that has the focus, and the default one while none has.
+class EnterKeyTest : public QObject {
+    Q_OBJECT
+private slots:
+    void pressesTheFocusedButton_data() { addDialogs(); }
+    void pressesTheFocusedButton() {
+        QFETCH(const Make, make);
+        QFETCH(const QStringList, buttons);
+        const std::unique_ptr<QDialog> dialog = make();
+        QStringList clicks;
+        onlyListClicks(*dialog, clicks);
+        show(*dialog);
+        for (const QString& name : buttons) {
+            for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space}) {
+                clicks.clear();
+                dialog->findChild<QPushButton*>(name)->setFocus();
+                press(*dialog, key);
+                QCOMPARE(clicks, QStringList(name));
+            }
+        }
+        QCOMPARE(dialog->findChildren<QPushButton*>().size(), buttons.size());
+    }
+
+    void pressesTheDefaultWhileNoButtonHasTheFocus_data() { addDialogs(); }
+    void pressesTheDefaultWhileNoButtonHasTheFocus() {
+        QFETCH(const Make, make);
+        QFETCH(const QStringList, buttons);
+        const std::unique_ptr<QDialog> dialog = make();
+        QStringList clicks;
+        onlyListClicks(*dialog, clicks);
+        show(*dialog);
+        // Whatever had the focus before, leaving the buttons makes OK the default again.
+        for (const QString& name : buttons) {
+            auto* const button = dialog->findChild<QPushButton*>(name);
+            button->setFocus();
+            button->clearFocus();
+            clicks.clear();
+            QTest::keyClick(dialog.get(), Qt::Key_Return);
+            QCOMPARE(clicks, QStringList(buttons.front()));
+        }
+    }
+
+    void cancelInTheWizardAddsNoPage() {
+        frmMessageEdit wizard({});
+        show(wizard);
+        QTest::keyClicks(wizard.findChild<QLineEdit*>("txtText"), "Hello");
+        wizard.findChild<QPushButton*>("btnCancel")->setFocus();
+        press(wizard, Qt::Key_Return);
+        QVERIFY(!wizard.isVisible());
+        QVERIFY(wizard.PartialScript.empty());
+    }
+
+    void anOptionLeavesEnterToOk() {
+        frmMessageEdit wizard({});
+        show(wizard);
+        QTest::keyClicks(wizard.findChild<QLineEdit*>("txtText"), "Hello");
+        wizard.findChild<QRadioButton*>("OptMsgType(0)")->setFocus();
+        press(wizard, Qt::Key_Return);
+        QVERIFY(!wizard.isVisible());
+        QVERIFY(!wizard.PartialScript.empty());
+    }
+
+    void cancelInTheNewProjectDialogCancels() {
+        const std::unique_ptr<QDialog> dialog = newProject();
+        show(*dialog);
+        QTest::keyClicks(dialog->findChild<QLineEdit*>("txtProjName"), "Line3");
+        dialog->findChild<QPushButton*>("btnCancel")->setFocus();
+        press(*dialog, Qt::Key_Return);
+        QVERIFY(!dialog->isVisible());
+        QVERIFY(static_cast<frmNewProject&>(*dialog).IsCanceled);
+    }
+
+private:
+    static void show(QDialog& dialog) {
+        dialog.show();
+        dialog.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+    }
+
+    std::unique_ptr<QDialog> newProject() { return std::make_unique<frmNewProject>(environment_, messages_); }
+
+    /// The dialogs with their push buttons, the default one first.
+    void addDialogs() {
+        QTest::addColumn<Make>("make");
+        QTest::addColumn<QStringList>("buttons");
+        const QStringList okCancel{"btnOK", "btnCancel"};
+        const auto add = [](const char* name, const QStringList& buttons, auto make) {
+            QTest::newRow(name) << Make(make) << buttons;
+        };
+        add("wizard", {"btnOK", "btnCancel", "cmdBrowse"},
+            [] { return std::make_unique<frmMessageEdit>(QString()); });
+        add("Boolean variable", okCancel, [this] { return std::make_unique<frmBoolVarEdit>(project_); });
+        add("float variable", okCancel, [this] { return std::make_unique<frmFloatVarEdit>(project_); });
+        add("new project", {"btnOK", "btnCancel", "btnBrowse"}, [this] { return newProject(); });
+        add("open project", {"btnOK", "btnCancel", "btnBrowse"},
+            [this] { return std::make_unique<frmLoadProject>(history_, environment_); });
+        add("folder chooser", okCancel,
+            [this] { return std::make_unique<frmSelDir>(environment_.paths, folder_.path()); });
+        add("file chooser", okCancel,
+            [this] { return std::make_unique<frmSelFile>(environment_.paths, folder_.path()); });
+        add("connection", okCancel, [] { return std::make_unique<frmConnection>("192.168.1.20"); });
+        add("start-up", {"btnStartupOK"}, [] { return std::make_unique<frmStartup>(true); });
+        add("About box", {"cmdOK"}, [] { return std::make_unique<frmLic>(); });
+    }
+
+    TemporaryFolder folder_;
+    DocMgrModule::ProgramEnvironment environment_{folder_.path(), PathRules::native()};
+    ConfigModule::History history_{environment_.paths, environment_.programFolder};
+    ScriptedMessages messages_;
+    Project project_;
+};
+
+QTEST_MAIN(EnterKeyTest)
+#include "EnterKeyTest.moc"
