@@ -2,23 +2,9 @@
 
 #include "model/Project.h"
 
-#include <array>
-
 namespace orvista::ProjectTrees {
 
 namespace {
-
-struct PageNode {
-    const char* key;
-    const char* text;
-};
-
-/// In page order.
-constexpr std::array<PageNode, 5> pageNodes = {{{"C1", "System"},
-                                                {"C2", "Modbus Setting"},
-                                                {"C3", "Variable List"},
-                                                {"C4", "Message List"},
-                                                {"C5", "Orvista Test"}}};
 
 /// A group with its numbered children: key letter and text, each followed by the number.
 struct Group {
@@ -41,11 +27,11 @@ void addGroup(ItemTree& tree, const Group& group) {
 
 } // namespace
 
-void fillNavigationTree(ItemTree& trvSystem) {
+void fillNavigationTree(ItemTree& trvSystem, const std::vector<PageRow>& pages) {
     QTreeWidgetItem* const root =
         trvSystem.addNode(nullptr, QStringLiteral("ROOT"), QStringLiteral("Orvista"));
-    for (const PageNode& page : pageNodes)
-        trvSystem.addNode(root, QString::fromLatin1(page.key), QString::fromLatin1(page.text));
+    for (const PageRow& page : pages)
+        trvSystem.addNode(root, QString::fromLatin1(page.nodeKey), QString::fromLatin1(page.nodeText));
     root->setExpanded(true);
 }
 
@@ -57,14 +43,6 @@ void fillMessageTree(ItemTree& trvMsg) {
 void fillVariableTree(ItemTree& trvVar) {
     addGroup(trvVar, {"REGISTER", "Register (Float)", "F", floatVariableName, floatVariableCount});
     addGroup(trvVar, {"COIL", "Coil (Boolean)", "B", booleanVariableName, booleanVariableCount});
-}
-
-int pageOfNode(const QString& key) {
-    for (std::size_t page = 0; page < pageNodes.size(); ++page) {
-        if (key == QLatin1String(pageNodes[page].key))
-            return static_cast<int>(page);
-    }
-    return -1;
 }
 
 } // namespace orvista::ProjectTrees

@@ -1,26 +1,26 @@
 #pragma once
 
-#include "model/CommandStates.h"
-
 #include <QToolBar>
 
 namespace orvista {
 
-/// The toolbar `ToolbarMain`: five buttons, each known by its key.
+class Commands;
+
+/// The toolbar `ToolbarMain`: five buttons, each known by its key and bound to a command.
 class ToolBar final : public QToolBar {
     Q_OBJECT
 public:
-    explicit ToolBar(QWidget* parent = nullptr);
+    explicit ToolBar(Commands& commands, QWidget* parent = nullptr);
 
-    void showCommandStates(const CommandStates& states);
+    /// Runs the command of that button; any other key does nothing.
+    void run(const QString& key);
 
 signals:
     /// \param key "NEW", "OPEN", "SAVE", "UPLOAD" or "DOWNLOAD"
     void ButtonClick(const QString& key);
 
 private:
-    QAction* save_ = nullptr;
-    QAction* upload_ = nullptr;
+    Commands& commands_;
 };
 
 } // namespace orvista

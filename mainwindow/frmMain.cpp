@@ -2,10 +2,10 @@
 
 #include "dialogs/frmLic.h"
 #include "link/TransferCommands.h"
+#include "mainwindow/Commands.h"
 #include "mainwindow/Guard.h"
 #include "mainwindow/HelpOpener.h"
 #include "mainwindow/ItemTree.h"
-#include "mainwindow/MainMenu.h"
 #include "mainwindow/MessageListPage.h"
 #include "mainwindow/ModbusSettingPage.h"
 #include "mainwindow/ProjectTrees.h"
@@ -64,17 +64,15 @@ frmMain::frmMain(Project& project, ConfigModule::History& history,
       history_(history),
       seams_(seams),
       lifecycle_(project, history, environment, seams.messages, seams.chooser, *this),
-      menu_(std::make_unique<MainMenu>(*menuBar(), this)),
-      toolbar_(new ToolBar),
+      commands_(new Commands(seams.messages, *this)),
       trvSystem(named<ItemTree>(QStringLiteral("trvSystem"))),
       tabDetails(named<QTabWidget>(QStringLiteral("tabDetails"))) {
     setObjectName(QStringLiteral("frmMain"));
     setWindowIcon(ToolIcons::program());
-    addToolBar(toolbar_);
     setStatusBar(new StatusBar);
     buildPages();
+    buildCommands();
     buildLayout();
-    connectMenu();
     connect(toolbar_, &ToolBar::ButtonClick, this, &frmMain::ToolbarMain_ButtonClick);
     connect(trvSystem, &ItemTree::NodeClick, this, &frmMain::trvSystem_NodeClick);
     connect(tabDetails, &QTabWidget::currentChanged, this, &frmMain::markPageInTree);
@@ -84,19 +82,90 @@ frmMain::frmMain(Project& project, ConfigModule::History& history,
     Form_Load();
 }
 
-frmMain::~frmMain() = default;
-
 void frmMain::buildPages() {
     testerPage_ = new TcpTesterPage(seams_.messages);
     systemPage_ = new SystemPage(project_, lifecycle_, *testerPage_);
     modbusPage_ = new ModbusSettingPage(project_, lifecycle_, seams_.messages, *testerPage_);
     variablePage_ = new VariableListPage(project_, lifecycle_, seams_.messages);
     messagePage_ = new MessageListPage(project_, lifecycle_, seams_.messages);
-    tabDetails->addTab(scrolling(systemPage_), QStringLiteral("System"));
-    tabDetails->addTab(scrolling(modbusPage_), QStringLiteral("Modbus Setting"));
-    tabDetails->addTab(variablePage_, QStringLiteral("Variable List"));
-    tabDetails->addTab(messagePage_, QStringLiteral("Message List"));
-    tabDetails->addTab(scrolling(testerPage_), QStringLiteral("TCP Tester"));
+    pages_ = {
+        {"System", "C1", "System", scrolling(systemPage_), "miOptionSystemCfg",
+         handler(&frmMain::miOptionSystemCfg_Click)},
+        {"Modbus Setting", "C2", "Modbus Setting", scrolling(modbusPage_), "miOptionModbusSetting",
+         handler(&frmMain::miOptionModbusSetting_Click)},
+        {"Variable List", "C3", "Variable List", variablePage_, "miVarLst",
+         handler(&frmMain::miVarLst_Click)},
+        {"Message List", "C4", "Message List", messagePage_, "miOptionMsgLst",
+         handler(&frmMain::miOptionMsgLst_Click)},
+        {"TCP Tester", "C5", "Orvista Test", scrolling(testerPage_)},
+    };
+    for (const PageRow& page : pages_)
+        tabDetails->addTab(page.widget, QString::fromLatin1(page.title));
+}
+
+std::vector<CommandRow> frmMain::pageEntries() const {
+    std::vector<CommandRow> entries;
+    for (const PageRow& page : pages_) {
+        if (page.entry)
+            entries.push_back({page.entry, page.title, {}, {}, EnablingRules::projectWork, page.show});
+    }
+    return entries;
+}
+
+std::vector<MenuRow> frmMain::menuRows() {
+    namespace Rules = EnablingRules;
+    // The keys are written out, since the platforms' standard keys differ (some have none for Save as).
+    return {
+        {"mnuFile",
+         "&File",
+         {{"miFileNew", "&New", Qt::CTRL | Qt::Key_N, {}, Rules::always, handler(&frmMain::miFileNew_Click)},
+          {"miFileOpen",
+           "&Open",
+           Qt::CTRL | Qt::Key_O,
+           {},
+           Rules::always,
+           handler(&frmMain::miFileOpen_Click)},
+          {"miFileSave", "Save", Qt::CTRL | Qt::Key_S, {}, Rules::save, handler(&frmMain::miFileSave_Click)},
+          {"miFileSaveAs",
+           "Save as",
+           Qt::CTRL | Qt::SHIFT | Qt::Key_S,
+           {},
+           Rules::saveAs,
+           handler(&frmMain::miFileSaveAs_Click)},
+          {"miFileExit", "Exit", {}, {}, Rules::always, handler(&frmMain::miFileExit_Click)}}},
+        {"mnuLink",
+         "&Link",
+         {{"miLinkUpload",
+           "Upload Project to Ulvo",
+           {},
+           {},
+           Rules::uploadEntry,
+           handler(&frmMain::miLinkUpload_Click)},
+          {"miLinkDownload",
+           "Download Project from Ulvo",
+           {},
+           {},
+           Rules::always,
+           handler(&frmMain::miLinkDownload_Click)}}},
+        {"mnuOption", "&Option", pageEntries()},
+        {"mnuHelp",
+         "&Help",
+         {{"miHelpContext", "Context", Qt::Key_F1, {}, Rules::always, handler(&frmMain::miHelpContext_Click)},
+          {"miHelpAbout", "About Quillmark", {}, {}, Rules::always, handler(&frmMain::miHelpAbout_Click)}}},
+    };
+}
+
+std::function<void()> frmMain::handler(void (frmMain::*click)()) {
+    return [this, click] { (this->*click)(); };
+}
+
+void frmMain::buildCommands() {
+    commands_->addMenus(*menuBar(), menuRows());
+    for (QWidget* const control : {static_cast<QWidget*>(tabDetails), static_cast<QWidget*>(trvSystem)})
+        commands_->observe(EnablingRules::projectWork,
+                           [control](bool enabled) { control->setEnabled(enabled); });
+    toolbar_ = new ToolBar(*commands_);
+    addToolBar(toolbar_);
 }
 
 void frmMain::buildLayout() {
@@ -118,30 +187,11 @@ void frmMain::buildLayout() {
     resize(168 * character, 50 * fontMetrics().lineSpacing());
 }
 
-void frmMain::connectMenu() {
-    const auto lead = [this](QAction* entry, void (frmMain::*handler)()) {
-        connectGuarded(seams_.messages, entry, &QAction::triggered, this, handler);
-    };
-    lead(menu_->miFileNew, &frmMain::miFileNew_Click);
-    lead(menu_->miFileOpen, &frmMain::miFileOpen_Click);
-    lead(menu_->miFileSave, &frmMain::miFileSave_Click);
-    lead(menu_->miFileSaveAs, &frmMain::miFileSaveAs_Click);
-    lead(menu_->miFileExit, &frmMain::miFileExit_Click);
-    lead(menu_->miLinkUpload, &frmMain::miLinkUpload_Click);
-    lead(menu_->miLinkDownload, &frmMain::miLinkDownload_Click);
-    lead(menu_->miOptionSystemCfg, &frmMain::miOptionSystemCfg_Click);
-    lead(menu_->miOptionModbusSetting, &frmMain::miOptionModbusSetting_Click);
-    lead(menu_->miVarLst, &frmMain::miVarLst_Click);
-    lead(menu_->miOptionMsgLst, &frmMain::miOptionMsgLst_Click);
-    lead(menu_->miHelpContext, &frmMain::miHelpContext_Click);
-    lead(menu_->miHelpAbout, &frmMain::miHelpAbout_Click);
-}
-
 void frmMain::Form_Load() {
     awaitsActivation_ = true;
     history_.clear();
     history_.ReadHistory();
-    ProjectTrees::fillNavigationTree(*trvSystem);
+    ProjectTrees::fillNavigationTree(*trvSystem, pages_);
     markPageInTree(tabDetails->currentIndex());
     ProjectTrees::fillMessageTree(messagePage_->tree());
     ProjectTrees::fillVariableTree(variablePage_->tree());
@@ -195,11 +245,8 @@ void frmMain::showCaption(const std::string& caption) {
     setWindowTitle(QString::fromStdString(caption).replace(QStringLiteral("[*]"), QStringLiteral("[*][*]")));
 }
 
-void frmMain::showCommandStates(const CommandStates& states) {
-    menu_->showCommandStates(states);
-    toolbar_->showCommandStates(states);
-    tabDetails->setEnabled(states.tabDetails);
-    trvSystem->setEnabled(states.trvSystem);
+void frmMain::follow(ProjectTransition transition) {
+    commands_->follow(transition);
 }
 
 void frmMain::showProjectName(const std::string& name) {
@@ -303,18 +350,7 @@ void frmMain::miHelpAbout_Click() {
 }
 
 void frmMain::ToolbarMain_ButtonClick(const QString& key) {
-    runGuarded(seams_.messages, [this, &key] {
-        if (key == QLatin1String("NEW"))
-            miFileNew_Click();
-        else if (key == QLatin1String("OPEN"))
-            miFileOpen_Click();
-        else if (key == QLatin1String("SAVE"))
-            miFileSave_Click();
-        else if (key == QLatin1String("UPLOAD"))
-            miLinkUpload_Click();
-        else if (key == QLatin1String("DOWNLOAD"))
-            miLinkDownload_Click();
-    });
+    toolbar_->run(key);
 }
 
 void frmMain::markPageInTree(int page) {
@@ -323,9 +359,11 @@ void frmMain::markPageInTree(int page) {
 }
 
 void frmMain::trvSystem_NodeClick(QTreeWidgetItem* node) {
-    const int page = ProjectTrees::pageOfNode(nodeKey(*node));
-    if (page >= 0)
-        tabDetails->setCurrentIndex(page);
+    const QString key = nodeKey(*node);
+    for (const PageRow& page : pages_) {
+        if (key == QLatin1String(page.nodeKey))
+            tabDetails->setCurrentWidget(page.widget);
+    }
 }
 
 } // namespace orvista

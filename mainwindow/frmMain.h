@@ -1,21 +1,24 @@
 #pragma once
 
+#include "mainwindow/PageRow.h"
 #include "model/ProjectLifecycle.h"
 
 #include <QMainWindow>
 
 #include <functional>
-#include <memory>
 #include <string>
+#include <vector>
 
 class QTabWidget;
 class QTreeWidgetItem;
 
 namespace orvista {
 
+class Commands;
+struct CommandRow;
 class HelpOpener;
 class ItemTree;
-class MainMenu;
+struct MenuRow;
 class MessageListPage;
 class ModbusSettingPage;
 class SystemPage;
@@ -41,7 +44,6 @@ public:
     /// Reads the history, builds the views and resets the project.
     frmMain(Project& project, ConfigModule::History& history,
             const DocMgrModule::ProgramEnvironment& environment, const MainWindowSeams& seams);
-    ~frmMain() override;
 
     /// The first activation opens this project file (absolute, UTF-8) instead of the start-up dialog.
     void openAtStart(const std::string& path) { startPath_ = path; }
@@ -53,7 +55,7 @@ public:
 
     void RefreshViews() override;
     void showCaption(const std::string& caption) override;
-    void showCommandStates(const CommandStates& states) override;
+    void follow(ProjectTransition transition) override;
     void showProjectName(const std::string& name) override;
 
 protected:
@@ -63,12 +65,15 @@ protected:
 private:
     void buildPages();
     void buildLayout();
-    void connectMenu();
+    void buildCommands();
+    std::vector<MenuRow> menuRows();
+    std::vector<CommandRow> pageEntries() const;
     void Form_Load();
     void Form_Activate();
     void queueActivation();
     void markPageInTree(int page);
 
+    std::function<void()> handler(void (frmMain::*click)());
     bool hasUnappliedEdits() const;
     bool saveBeforeClosing();
 
@@ -96,10 +101,11 @@ private:
     std::string startPath_;
     bool awaitsActivation_ = true;
 
-    std::unique_ptr<MainMenu> menu_;
-    ToolBar* toolbar_;
+    Commands* commands_;
+    ToolBar* toolbar_ = nullptr;
     ItemTree* trvSystem;
     QTabWidget* tabDetails;
+    std::vector<PageRow> pages_;
     TcpTesterPage* testerPage_ = nullptr;
     SystemPage* systemPage_ = nullptr;
     ModbusSettingPage* modbusPage_ = nullptr;

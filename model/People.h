@@ -1,6 +1,6 @@
 #pragma once
 
-#include "model/CommandStates.h"
+#include "model/CommandEnabling.h"
 
 #include <optional>
 #include <string>
@@ -50,7 +50,8 @@ public:
     /// Rewrites every page from the model.
     virtual void RefreshViews() = 0;
     virtual void showCaption(const std::string& caption) = 0;
-    virtual void showCommandStates(const CommandStates& states) = 0;
+    /// Enables and disables its commands by what happened.
+    virtual void follow(ProjectTransition transition) = 0;
     /// Rewrites the project name on the System page and nothing else, so that unapplied edits stay.
     virtual void showProjectName(const std::string& name) = 0;
 };

@@ -25,18 +25,16 @@ void ProjectLifecycle::InitProject() {
     project_.modified = false;
     project_.ProjPath = environment_.programFolder;
     project_.ProjName.clear();
-    states_.reset();
-    showCommandStates();
+    window_.follow(ProjectTransition::Reset);
     RefreshCaption();
 }
 
 void ProjectLifecycle::SetModified(bool modified) {
     project_.modified = modified;
     RefreshCaption();
-    states_.markModified(modified);
     if (!modified)
         history_.WriteHistory(project_.ProjPath, project_.ProjName);
-    showCommandStates();
+    window_.follow(modified ? ProjectTransition::Modified : ProjectTransition::Saved);
 }
 
 void ProjectLifecycle::RefreshCaption() {
@@ -79,8 +77,7 @@ void ProjectLifecycle::SaveAsCommand() {
     project_.ProjName = name;
     window_.showProjectName(name);
     SetModified(false);
-    states_.enableOpenedProject();
-    showCommandStates();
+    window_.follow(ProjectTransition::Opened);
 }
 
 void ProjectLifecycle::createChosenProject() {
@@ -88,8 +85,7 @@ void ProjectLifecycle::createChosenProject() {
     if (!chosen)
         return;
     adoptUnsaved(*chosen);
-    states_.enableOpenedProject();
-    showCommandStates();
+    window_.follow(ProjectTransition::Opened);
 }
 
 void ProjectLifecycle::openChosenProject() {
@@ -113,8 +109,7 @@ void ProjectLifecycle::openProject(const std::string& path, const ChosenProject&
     setIdentity(chosen);
     window_.RefreshViews();
     SetModified(false);
-    states_.enableOpenedProject();
-    showCommandStates();
+    window_.follow(ProjectTransition::Opened);
 }
 
 bool ProjectLifecycle::saveModifiedProject(const std::string& question) {
@@ -124,8 +119,7 @@ bool ProjectLifecycle::saveModifiedProject(const std::string& question) {
 
 void ProjectLifecycle::adoptDownloadedProject(const ChosenProject& target) {
     adoptUnsaved(target);
-    states_.enableProjectCommands();
-    showCommandStates();
+    window_.follow(ProjectTransition::ProjectCommands);
 }
 
 void ProjectLifecycle::adoptUnsaved(const ChosenProject& chosen) {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "model/CommandStates.h"
 #include "model/History.h"
 #include "model/People.h"
 #include "model/ProjectFile.h"
@@ -56,7 +55,6 @@ private:
     /// The project in memory gets its identity and is modified: it has no file yet.
     void adoptUnsaved(const ChosenProject& chosen);
     void openProject(const std::string& path, const ChosenProject& chosen);
-    void showCommandStates() { window_.showCommandStates(states_); }
 
     Project& project_;
     ConfigModule::History& history_;
@@ -64,7 +62,6 @@ private:
     Messages& messages_;
     ProjectChooser& chooser_;
     ProjectWindow& window_;
-    CommandStates states_;
 };
 
 } // namespace orvista::DocMgrModule

@@ -2,6 +2,7 @@
 
 #include "link/TransferredFiles.h"
 #include "model/Numbers.h"
+#include "tests/support/RecordedTransitions.h"
 #include "tests/support/ScriptedPeople.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -16,6 +17,7 @@ namespace orvista::DocTsfModule {
 namespace {
 
 using orvista::testing::fileBytes;
+using orvista::testing::RecordedTransitions;
 using orvista::testing::ScriptedChooser;
 using orvista::testing::ScriptedMessages;
 using orvista::testing::TemporaryFolder;
@@ -129,12 +131,12 @@ class RecordedWindow final : public ProjectWindow {
 public:
     void RefreshViews() override { ++refreshes; }
     void showCaption(const std::string& text) override { caption = text; }
-    void showCommandStates(const CommandStates& shownStates) override { states = shownStates; }
+    void follow(ProjectTransition transition) override { transitions.add(transition); }
     void showProjectName(const std::string&) override {}
 
     int refreshes = 0;
     std::string caption;
-    CommandStates states;
+    RecordedTransitions transitions;
 };
 
 class ProjectTransferTest : public ::testing::Test {
@@ -392,15 +394,10 @@ TEST_F(ProjectTransferTest, DownloadOpensTheFilesAsANewUnsavedProject) {
 TEST_F(ProjectTransferTest, DownloadEnablesTheProjectCommandsButNeitherUpload) {
     chooseTarget();
     transfer.Download();
-    EXPECT_TRUE(window.states.tabDetails);
-    EXPECT_TRUE(window.states.trvSystem);
-    EXPECT_TRUE(window.states.miOptionSystemCfg);
-    EXPECT_TRUE(window.states.miOptionModbusSetting);
-    EXPECT_TRUE(window.states.miVarLst);
-    EXPECT_TRUE(window.states.miOptionMsgLst);
-    EXPECT_TRUE(window.states.miFileSave);
-    EXPECT_FALSE(window.states.toolbarUpload);
-    EXPECT_FALSE(window.states.miLinkUpload);
+    EXPECT_TRUE(window.transitions.enabled(EnablingRules::projectWork));
+    EXPECT_TRUE(window.transitions.enabled(EnablingRules::save));
+    EXPECT_FALSE(window.transitions.enabled(EnablingRules::uploadButton));
+    EXPECT_FALSE(window.transitions.enabled(EnablingRules::uploadEntry));
 }
 
 TEST_F(ProjectTransferTest, DeviceFilesAreReadInAnyCase) {

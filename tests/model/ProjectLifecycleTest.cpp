@@ -1,6 +1,7 @@
 #include "model/ProjectLifecycle.h"
 
 #include "tests/support/ExpectedFiles.h"
+#include "tests/support/RecordedTransitions.h"
 #include "tests/support/ScriptedPeople.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -34,7 +35,7 @@ public:
         }
     }
     void showCaption(const std::string& text) override { caption = text; }
-    void showCommandStates(const CommandStates& shown) override { states = shown; }
+    void follow(ProjectTransition transition) override { transitions.add(transition); }
     void showProjectName(const std::string& name) override { systemName = name; }
 
     ModifiedMark* mark = nullptr;
@@ -42,7 +43,7 @@ public:
     std::string systemName;
     std::string shownAddress;
     std::string caption;
-    CommandStates states;
+    RecordedTransitions transitions;
 
 private:
     const Project& project_;
@@ -76,9 +77,7 @@ protected:
     }
     void expectReset() {
         EXPECT_EQ(window.caption, "Orvista Message Editor");
-        CommandStates reset;
-        reset.reset();
-        EXPECT_EQ(window.states, reset);
+        EXPECT_EQ(window.transitions.last(), ProjectTransition::Reset);
         EXPECT_EQ(project.ProjName, "");
         EXPECT_EQ(project.ProjPath, environment.programFolder);
         EXPECT_FALSE(project.modified);
@@ -99,11 +98,11 @@ TEST_F(Lifecycle, StartUpLeavesTheUnnamedProjectClean) {
     EXPECT_EQ(window.caption, "Orvista Message Editor");
     EXPECT_FALSE(project.modified);
     EXPECT_EQ(history.rows()[0], environment.programFolder + environment.paths.separator);
-    EXPECT_TRUE(window.states.miFileSaveAs);
-    EXPECT_TRUE(window.states.miLinkUpload);
-    EXPECT_TRUE(window.states.toolbarUpload);
-    EXPECT_FALSE(window.states.miFileSave);
-    EXPECT_FALSE(window.states.tabDetails);
+    EXPECT_TRUE(window.transitions.enabled(EnablingRules::saveAs));
+    EXPECT_TRUE(window.transitions.enabled(EnablingRules::uploadEntry));
+    EXPECT_TRUE(window.transitions.enabled(EnablingRules::uploadButton));
+    EXPECT_FALSE(window.transitions.enabled(EnablingRules::save));
+    EXPECT_FALSE(window.transitions.enabled(EnablingRules::projectWork));
 }
 
 TEST_F(Lifecycle, AResetIsUnmodifiedWhateverTheRefreshDid) {
@@ -145,9 +144,9 @@ TEST_F(Lifecycle, ANewProjectIsModifiedAndNotOnDisk) {
     EXPECT_EQ(window.caption, "Orvista Message Editor - [Plant2*]");
     EXPECT_TRUE(project.modified);
     EXPECT_EQ(window.refreshes, before + 2);
-    EXPECT_TRUE(window.states.tabDetails);
-    EXPECT_TRUE(window.states.toolbarUpload);
-    EXPECT_FALSE(window.states.miLinkUpload);
+    EXPECT_TRUE(window.transitions.enabled(EnablingRules::projectWork));
+    EXPECT_TRUE(window.transitions.enabled(EnablingRules::uploadButton));
+    EXPECT_FALSE(window.transitions.enabled(EnablingRules::uploadEntry));
     EXPECT_FALSE(exists(plant("Plant2.orx")));
     EXPECT_THAT(chooser.newProjectCaptions, ElementsAre(""));
 }
@@ -160,8 +159,8 @@ TEST_F(Lifecycle, NewThenSaveWritesSixFilesAndClearsTheMark) {
     for (const char* name : {"modbus.adr", "stdmsg.ilm", "altmsg.ilm", "ilmvar.def", "default.pls"})
         EXPECT_TRUE(exists(plant(name))) << name;
     EXPECT_EQ(history.rows()[0], plant("Plant"));
-    EXPECT_FALSE(window.states.miFileSave);
-    EXPECT_TRUE(window.states.miLinkUpload);
+    EXPECT_FALSE(window.transitions.enabled(EnablingRules::save));
+    EXPECT_TRUE(window.transitions.enabled(EnablingRules::uploadEntry));
 }
 
 TEST_F(Lifecycle, OpeningReadsTheProjectAndRecordsIt) {
@@ -173,9 +172,9 @@ TEST_F(Lifecycle, OpeningReadsTheProjectAndRecordsIt) {
     EXPECT_FALSE(project.modified);
     EXPECT_EQ(window.systemName, "Line3");
     EXPECT_EQ(history.rows()[0], plant("Line3"));
-    EXPECT_TRUE(window.states.tabDetails);
-    EXPECT_TRUE(window.states.miLinkUpload);
-    EXPECT_FALSE(window.states.miFileSave);
+    EXPECT_TRUE(window.transitions.enabled(EnablingRules::projectWork));
+    EXPECT_TRUE(window.transitions.enabled(EnablingRules::uploadEntry));
+    EXPECT_FALSE(window.transitions.enabled(EnablingRules::save));
     EXPECT_THAT(messages.shown, IsEmpty());
 }
 
@@ -285,9 +284,8 @@ TEST_F(Lifecycle, SaveAsSplitsAWindowsPathAtItsLastBackslash) {
 TEST_F(Lifecycle, SaveAsFromTheStartUpStateEnablesTheProject) {
     chooser.saveAsPaths.push_back(plant("First.orx"));
     lifecycle.SaveAsCommand();
-    EXPECT_TRUE(window.states.tabDetails);
-    EXPECT_TRUE(window.states.miVarLst);
-    EXPECT_FALSE(window.states.miFileSave);
+    EXPECT_TRUE(window.transitions.enabled(EnablingRules::projectWork));
+    EXPECT_FALSE(window.transitions.enabled(EnablingRules::save));
 }
 
 TEST_F(Lifecycle, SaveAsWithAShortFilePartTakesAnEmptyName) {
@@ -326,7 +324,7 @@ TEST_F(Lifecycle, AFileOfTheCommandLineIsOpenedAtOnce) {
     storeProject("Line3");
     lifecycle.openProjectFile(plant("Line3.orx"));
     EXPECT_EQ(window.caption, "Orvista Message Editor - [Line3]");
-    EXPECT_TRUE(window.states.tabDetails);
+    EXPECT_TRUE(window.transitions.enabled(EnablingRules::projectWork));
 }
 
 TEST_F(Lifecycle, AFileOfTheCommandLineThatCannotBeReadLeavesTheResetState) {
@@ -336,16 +334,16 @@ TEST_F(Lifecycle, AFileOfTheCommandLineThatCannotBeReadLeavesTheResetState) {
     EXPECT_EQ(messages.shown[0].text, "Unable to open " + plant("Gone.orx"));
     EXPECT_EQ(messages.shown[1].text, "Unable to open " + plant("notes.txt"));
     EXPECT_EQ(window.caption, "Orvista Message Editor");
-    EXPECT_FALSE(window.states.tabDetails);
+    EXPECT_FALSE(window.transitions.enabled(EnablingRules::projectWork));
 }
 
 TEST_F(Lifecycle, ADownloadedProjectIsModifiedAndNotUploadable) {
     lifecycle.InitProject();
     lifecycle.adoptDownloadedProject({plants, "Fetched"});
     EXPECT_EQ(window.caption, "Orvista Message Editor - [Fetched*]");
-    EXPECT_TRUE(window.states.tabDetails);
-    EXPECT_FALSE(window.states.toolbarUpload);
-    EXPECT_FALSE(window.states.miLinkUpload);
+    EXPECT_TRUE(window.transitions.enabled(EnablingRules::projectWork));
+    EXPECT_FALSE(window.transitions.enabled(EnablingRules::uploadButton));
+    EXPECT_FALSE(window.transitions.enabled(EnablingRules::uploadEntry));
     EXPECT_FALSE(exists(plant("Fetched.orx")));
 }
 
@@ -356,7 +354,7 @@ TEST_F(Lifecycle, AProjectFolderThatWasRemovedKeepsTheProjectOpenAndModified) {
     fs::remove_all(systemPath(plants));
     EXPECT_EQ(lifecycle.SaveCommand(), SaveOutcome::ProjectFileFailed);
     EXPECT_EQ(window.caption, "Orvista Message Editor - [Plant*]");
-    EXPECT_TRUE(window.states.miFileSave);
+    EXPECT_TRUE(window.transitions.enabled(EnablingRules::save));
 }
 
 } // namespace

@@ -1,0 +1,67 @@
+#include "mainwindow/Commands.h"
+
+#include "mainwindow/Guard.h"
+
+#include <QAction>
+#include <QMenu>
+#include <QMenuBar>
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace orvista {
+
+Commands::Commands(Messages& messages, QWidget& window)
+    : QObject(&window), messages_(messages), window_(window) {}
+
+void Commands::addMenus(QMenuBar& bar, const std::vector<MenuRow>& menus) {
+    for (const MenuRow& row : menus) {
+        QMenu* const menu = bar.addMenu(row.caption);
+        menu->setObjectName(QString::fromLatin1(row.name));
+        for (const CommandRow& command : row.commands)
+            menu->addAction(add(command));
+    }
+}
+
+QAction* Commands::add(const CommandRow& row) {
+    auto* const action = new QAction(row.caption, &window_);
+    action->setObjectName(QString::fromLatin1(row.name));
+    action->setShortcut(row.shortcut);
+    if (!row.toolTip.isEmpty())
+        action->setToolTip(row.toolTip);
+    // Elsewhere Qt would move some of them to other menus by their captions.
+    action->setMenuRole(QAction::NoRole);
+    connect(action, &QAction::triggered, this, [this, name = row.name] { run(name); });
+    observe(row.enabling, [action](bool enabled) { action->setEnabled(enabled); });
+    commands_.push_back({row, action});
+    return action;
+}
+
+QAction& Commands::action(std::string_view name) const {
+    return *command(name).action;
+}
+
+void Commands::run(std::string_view name) {
+    runGuarded(messages_, command(name).row.run);
+}
+
+const Commands::Command& Commands::command(std::string_view name) const {
+    const auto found = std::find_if(commands_.begin(), commands_.end(),
+                                    [name](const Command& command) { return command.row.name == name; });
+    if (found == commands_.end())
+        throw std::out_of_range("no command " + std::string(name));
+    return *found;
+}
+
+void Commands::observe(const EnablingRule& rule, std::function<void(bool)> setEnabled) {
+    observers_.push_back({rule, true, std::move(setEnabled)});
+}
+
+void Commands::follow(ProjectTransition transition) {
+    for (Observer& observer : observers_) {
+        observer.enabled = observer.rule.enabledAfter(transition, observer.enabled);
+        observer.setEnabled(observer.enabled);
+    }
+}
+
+} // namespace orvista

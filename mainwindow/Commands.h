@@ -1,0 +1,75 @@
+#pragma once
+
+#include "model/CommandEnabling.h"
+#include "model/People.h"
+
+#include <QKeySequence>
+#include <QObject>
+
+#include <functional>
+#include <string_view>
+#include <vector>
+
+class QAction;
+class QMenuBar;
+class QWidget;
+
+namespace orvista {
+
+/// A command of the program: everything that shows it and everything that runs it goes back to this row.
+struct CommandRow {
+    const char* name; ///< of its menu entry
+    QString caption;
+    QKeySequence shortcut;
+    QString toolTip;
+    EnablingRule enabling;
+    std::function<void()> run;
+};
+
+struct MenuRow {
+    const char* name;
+    QString caption;
+    std::vector<CommandRow> commands;
+};
+
+/// The commands of the main window. Each has one action, which its menu shows and a toolbar may observe.
+class Commands final : public QObject {
+    Q_OBJECT
+public:
+    /// \param messages tell of a number that a command could not take
+    Commands(Messages& messages, QWidget& window);
+
+    /// Adds the menus and their commands to `bar`, in the order of the rows.
+    void addMenus(QMenuBar& bar, const std::vector<MenuRow>& menus);
+
+    /// The action of that command. \throws std::out_of_range when there is no such command
+    QAction& action(std::string_view name) const;
+    /// Does what the command does, whether its menu entry is enabled or not: the toolbar's Upload can be.
+    /// \throws std::out_of_range when there is no such command
+    void run(std::string_view name);
+
+    /// Has what was enabled so far, and is not a menu entry, enabled and disabled by a rule.
+    void observe(const EnablingRule& rule, std::function<void(bool)> setEnabled);
+    void follow(ProjectTransition transition);
+
+private:
+    struct Command {
+        CommandRow row;
+        QAction* action;
+    };
+    struct Observer {
+        EnablingRule rule;
+        bool enabled;
+        std::function<void(bool)> setEnabled;
+    };
+
+    QAction* add(const CommandRow& row);
+    const Command& command(std::string_view name) const;
+
+    Messages& messages_;
+    QWidget& window_;
+    std::vector<Command> commands_;
+    std::vector<Observer> observers_;
+};
+
+} // namespace orvista

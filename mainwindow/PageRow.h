@@ -1,0 +1,19 @@
+#pragma once
+
+#include <functional>
+
+class QWidget;
+
+namespace orvista {
+
+/// A page of the main window: its tab, its node in the navigation tree, and its entry in the Option menu.
+struct PageRow {
+    const char* title; ///< of the tab and of the entry
+    const char* nodeKey;
+    const char* nodeText;
+    QWidget* widget;
+    const char* entry = nullptr;          ///< null for the page without one
+    std::function<void()> show = nullptr; ///< what the entry does
+};
+
+} // namespace orvista
