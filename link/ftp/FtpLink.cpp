@@ -7,6 +7,10 @@ namespace orvista {
 
 namespace {
 
+/// The library sees some data connections stand only when it is called again; left to itself it does that
+/// after a second.
+constexpr int pollMilliseconds = 1;
+
 /// Every byte that could mean something in an address is escaped; the bytes themselves arrive in the command.
 std::string escaped(const std::string& name) {
     static constexpr std::string_view digits = "0123456789ABCDEF";
@@ -39,20 +43,29 @@ std::size_t handToReceiver(char* bytes, std::size_t size, std::size_t count, voi
 
 } // namespace
 
-FtpLink::FtpLink(Server server) : server_(std::move(server)) {
-    if (!url_ || !handle_)
+FtpLink::FtpLink(std::unique_ptr<const CurlLibrary> library, Server server, TransferWatch::Clock clock)
+    : curl_(std::move(library)),
+      server_(std::move(server)),
+      clock_(std::move(clock)),
+      watch_(clock_(), server_.patience),
+      url_(curl_->urlInit(), curl_->urlCleanup),
+      multi_(curl_->multiInit(), curl_->multiCleanup),
+      handle_(curl_->easyInit(), curl_->easyCleanup) {
+    if (!url_ || !multi_ || !handle_)
         return;
     prepare({});
     set(CURLOPT_NOBODY, 1L);
     open_ = perform();
 }
 
+FtpLink::~FtpLink() = default;
+
 bool FtpLink::command(std::string_view line) {
     prepare({});
     set(CURLOPT_NOBODY, 1L);
     // The asterisk makes a refusal count as success.
     const std::unique_ptr<curl_slist, decltype(&curl_slist_free_all)> commands{
-        curl_slist_append(nullptr, ("*" + std::string(line)).c_str()), &curl_slist_free_all};
+        curl_->listAppend(nullptr, ("*" + std::string(line)).c_str()), curl_->listFree};
     set(CURLOPT_QUOTE, commands.get());
     return commands && perform();
 }
@@ -91,19 +104,9 @@ bool FtpLink::list(const Receiver& receiver) {
 }
 
 std::size_t FtpLink::noteAnswer(char*, std::size_t size, std::size_t count, void* link) {
-    static_cast<FtpLink*>(link)->lastHeard_ = Clock::now();
-    return size * count;
-}
-
-/// The library's own limits count anew in each step of ending a broken transfer: the file, its confirmation
-/// and the farewell. Connecting and logging in have a limit of their own.
-int FtpLink::endAtSilence(void* link, curl_off_t, curl_off_t received, curl_off_t, curl_off_t sent) {
     auto& self = *static_cast<FtpLink*>(link);
-    if (self.moved_ != received + sent) {
-        self.moved_ = received + sent;
-        self.lastHeard_ = Clock::now();
-    }
-    return self.open_ && Clock::now() - self.lastHeard_ >= self.server_.patience ? 1 : 0;
+    self.watch_.noteAnswer(self.clock_());
+    return size * count;
 }
 
 /// The library would quietly connect and log in anew when the device hangs up between two files. A link that
@@ -117,7 +120,7 @@ int FtpLink::acceptConnection(void* link, char*, char*, int, int localPort) {
 
 void FtpLink::prepare(const std::string& remoteName) {
     // Keeps the connection.
-    curl_easy_reset(handle_.get());
+    curl_->easyReset(handle_.get());
     usable_ = setUrl(remoteName);
     set(CURLOPT_CURLU, url_.get());
     set(CURLOPT_PROTOCOLS_STR, "ftp");
@@ -129,9 +132,6 @@ void FtpLink::prepare(const std::string& remoteName) {
     set(CURLOPT_SERVER_RESPONSE_TIMEOUT, seconds);
     set(CURLOPT_HEADERFUNCTION, &FtpLink::noteAnswer);
     set(CURLOPT_HEADERDATA, static_cast<void*>(this));
-    set(CURLOPT_XFERINFOFUNCTION, &FtpLink::endAtSilence);
-    set(CURLOPT_XFERINFODATA, static_cast<void*>(this));
-    set(CURLOPT_NOPROGRESS, 0L);
     set(CURLOPT_NOSIGNAL, 1L);
     // Files lie where the login lands; data comes from the machine that was asked and from no other.
     set(CURLOPT_FTP_FILEMETHOD, static_cast<long>(CURLFTPMETHOD_NOCWD));
@@ -145,16 +145,45 @@ bool FtpLink::setUrl(const std::string& remoteName) {
     const std::string host = isNumericV6 ? "[" + server_.host + "]" : server_.host;
     const std::string port = std::to_string(server_.port);
     const std::string path = "/" + escaped(remoteName);
-    return curl_url_set(url_.get(), CURLUPART_SCHEME, "ftp", 0) == CURLUE_OK &&
-           curl_url_set(url_.get(), CURLUPART_HOST, host.c_str(), 0) == CURLUE_OK &&
-           curl_url_set(url_.get(), CURLUPART_PORT, port.c_str(), 0) == CURLUE_OK &&
-           curl_url_set(url_.get(), CURLUPART_PATH, path.c_str(), 0) == CURLUE_OK;
+    return curl_->urlSet(url_.get(), CURLUPART_SCHEME, "ftp", 0) == CURLUE_OK &&
+           curl_->urlSet(url_.get(), CURLUPART_HOST, host.c_str(), 0) == CURLUE_OK &&
+           curl_->urlSet(url_.get(), CURLUPART_PORT, port.c_str(), 0) == CURLUE_OK &&
+           curl_->urlSet(url_.get(), CURLUPART_PATH, path.c_str(), 0) == CURLUE_OK;
 }
 
 bool FtpLink::perform() {
-    moved_ = 0;
-    lastHeard_ = Clock::now();
-    return usable_ && curl_easy_perform(handle_.get()) == CURLE_OK;
+    if (!usable_ || curl_->multiAddHandle(multi_.get(), handle_.get()) != CURLM_OK)
+        return false;
+    watch_ = TransferWatch(clock_(), server_.patience);
+    const bool done = runToItsEnd();
+    // Closes the connection of a transfer that was given up, without a farewell nobody would answer.
+    curl_->multiRemoveHandle(multi_.get(), handle_.get());
+    return done;
+}
+
+bool FtpLink::runToItsEnd() {
+    for (int running = 1;;) {
+        if (curl_->multiPerform(multi_.get(), &running) != CURLM_OK)
+            return false;
+        if (running == 0) {
+            int others = 0;
+            const CURLMsg* const end = curl_->multiInfoRead(multi_.get(), &others);
+            return end && end->data.result == CURLE_OK;
+        }
+        // Connecting and logging in have a limit of their own, and so has each answer.
+        if (open_ && watch_.isOver(clock_(), movedBytes()))
+            return false;
+        if (curl_->multiPoll(multi_.get(), nullptr, 0, pollMilliseconds, nullptr) != CURLM_OK)
+            return false;
+    }
+}
+
+std::int64_t FtpLink::movedBytes() const {
+    curl_off_t sent = 0;
+    curl_off_t received = 0;
+    curl_->easyGetInfo(handle_.get(), CURLINFO_SIZE_UPLOAD_T, &sent);
+    curl_->easyGetInfo(handle_.get(), CURLINFO_SIZE_DOWNLOAD_T, &received);
+    return sent + received;
 }
 
 } // namespace orvista

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "link/ftp/CurlLibrary.h"
+#include "link/ftp/TransferWatch.h"
 #include "model/Files.h"
-
-#include <curl/curl.h>
 
 #include <chrono>
 #include <cstdint>
@@ -28,7 +28,11 @@ public:
     using Receiver = std::function<bool(std::string_view)>;
 
     /// Connects and logs in; isOpen tells whether that worked.
-    explicit FtpLink(Server server);
+    FtpLink(std::unique_ptr<const CurlLibrary> library, Server server, TransferWatch::Clock clock);
+    ~FtpLink();
+    FtpLink(const FtpLink&) = delete;
+    FtpLink& operator=(const FtpLink&) = delete;
+
     bool isOpen() const { return open_; }
 
     /// A command outside any transfer. A server that refuses it is no failure.
@@ -40,43 +44,31 @@ public:
     bool list(const Receiver& receiver);
 
 private:
-    struct Library {
-        Library() { curl_global_init(CURL_GLOBAL_DEFAULT); }
-        ~Library() { curl_global_cleanup(); }
-        Library(const Library&) = delete;
-        Library& operator=(const Library&) = delete;
-    };
-    struct CleanHandle {
-        void operator()(CURL* handle) const { curl_easy_cleanup(handle); }
-    };
-    struct CleanUrl {
-        void operator()(CURLU* url) const { curl_url_cleanup(url); }
-    };
-
-    using Clock = std::chrono::steady_clock;
-
     static std::size_t noteAnswer(char* line, std::size_t size, std::size_t count, void* link);
-    static int endAtSilence(void* link, curl_off_t, curl_off_t received, curl_off_t, curl_off_t sent);
     static int acceptConnection(void* link, char* remoteAddress, char* localAddress, int remotePort,
                                 int localPort);
 
     void prepare(const std::string& remoteName);
     bool setUrl(const std::string& remoteName);
     bool perform();
+    bool runToItsEnd();
+    std::int64_t movedBytes() const;
     template <typename Value>
     void set(CURLoption option, Value value) {
-        usable_ = usable_ && curl_easy_setopt(handle_.get(), option, value) == CURLE_OK;
+        usable_ = usable_ && curl_->easySetOption(handle_.get(), option, value) == CURLE_OK;
     }
 
-    Library library_;
+    std::unique_ptr<const CurlLibrary> curl_;
     Server server_;
+    TransferWatch::Clock clock_;
+    TransferWatch watch_;
     int localPort_ = 0;
-    Clock::time_point lastHeard_; ///< when the other end last said, took or gave anything
-    curl_off_t moved_ = 0;        ///< bytes of the running transfer
     bool usable_ = true;
     bool open_ = false;
-    std::unique_ptr<CURLU, CleanUrl> url_{curl_url()};
-    std::unique_ptr<CURL, CleanHandle> handle_{curl_easy_init()}; ///< calls back even while it goes
+    std::unique_ptr<CURLU, decltype(&curl_url_cleanup)> url_;
+    /// Holds the connection.
+    std::unique_ptr<CURLM, decltype(&curl_multi_cleanup)> multi_;
+    std::unique_ptr<CURL, decltype(&curl_easy_cleanup)> handle_;
 };
 
 } // namespace orvista

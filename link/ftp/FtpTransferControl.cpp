@@ -51,8 +51,8 @@ std::vector<WantedFile> wantedFiles(const RemoteListing& listing, const std::str
 } // namespace
 
 FtpTransferControl::FtpTransferControl(FileNotice notice, std::chrono::seconds patience,
-                                       const PathRules& paths)
-    : notice_(std::move(notice)), patience_(patience), paths_(paths) {}
+                                       const PathRules& paths, TransferWatch::Clock clock)
+    : notice_(std::move(notice)), patience_(patience), paths_(paths), clock_(std::move(clock)) {}
 
 FtpTransferControl::~FtpTransferControl() = default;
 
@@ -68,8 +68,13 @@ std::int64_t FtpTransferControl::OpenLink() {
     CloseLink();
     if (port_ <= 0)
         return failure;
+    auto library = CurlLibrary::open();
+    if (!library)
+        return failure;
     auto link = std::make_unique<FtpLink>(
-        FtpLink::Server{address_, static_cast<std::uint16_t>(port_), ftpUser, ftpPassword, patience_});
+        std::move(library),
+        FtpLink::Server{address_, static_cast<std::uint16_t>(port_), ftpUser, ftpPassword, patience_},
+        clock_);
     if (!link->isOpen())
         return failure;
     link_ = std::move(link);

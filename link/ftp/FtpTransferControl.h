@@ -1,6 +1,7 @@
 #pragma once
 
 #include "link/TransferControl.h"
+#include "link/ftp/TransferWatch.h"
 #include "model/PathRules.h"
 
 #include <chrono>
@@ -38,9 +39,11 @@ public:
     using FileNotice = std::function<void(const std::string& name, std::size_t number, std::size_t count)>;
 
     /// \param patience how long connecting may last, and how long the other end may be silent
+    /// \param clock what silence and speed of a file are measured with
     explicit FtpTransferControl(FileNotice notice = {},
                                 std::chrono::seconds patience = std::chrono::seconds(10),
-                                const PathRules& paths = PathRules::native());
+                                const PathRules& paths = PathRules::native(),
+                                TransferWatch::Clock clock = &std::chrono::steady_clock::now);
     ~FtpTransferControl() override;
     FtpTransferControl(const FtpTransferControl&) = delete;
     FtpTransferControl& operator=(const FtpTransferControl&) = delete;
@@ -58,6 +61,7 @@ private:
     FileNotice notice_;
     std::chrono::seconds patience_;
     PathRules paths_;
+    TransferWatch::Clock clock_;
     std::string address_;
     std::int16_t port_ = 0;
     std::unique_ptr<FtpLink> link_;

@@ -4,11 +4,18 @@ It keeps file names as the bytes that were sent, and writes every command it get
 """
 
 import argparse
+import io
 import logging
 import os
 import random
+import sys
 import threading
+import time
 
+# Not needed, and most of the time that starting takes.
+sys.modules["OpenSSL"] = None
+
+# pylint: disable=wrong-import-position
 from pyftpdlib.authorizers import DummyAuthorizer
 from pyftpdlib.filesystems import AbstractedFS
 from pyftpdlib.handlers import DTPHandler, FTPHandler
@@ -26,6 +33,8 @@ def arguments():
     parser.add_argument("--listing", help="file whose bytes are the listing")
     parser.add_argument("--commands", help="file for the commands that came in")
     parser.add_argument("--files-served", type=int, default=0, help="transfers before the fault shows")
+    parser.add_argument("--piece", type=int, default=1, help="bytes that go at once, where all goes slowly")
+    parser.add_argument("--pause", type=float, default=0, help="seconds before each of them")
     return parser.parse_args()
 
 
@@ -62,9 +71,31 @@ class CutFile:
         self.file.close()
 
 
+class SlowFile:
+    """Gives a piece now and then; also what a list is made with."""
+
+    def __init__(self, file):
+        self.file = file
+        self.name = getattr(file, "name", "")
+        self.closed = False
+
+    def read(self, _size):
+        time.sleep(OPTIONS.pause)
+        return self.file.read(OPTIONS.piece)
+
+    def more(self):
+        return self.read(0)
+
+    def close(self):
+        self.closed = True
+        self.file.close()
+
+
 class Files(AbstractedFS):
     def open(self, filename, mode):
         file = super().open(filename, mode)
+        if mode == "rb" and OPTIONS.fault == "slow-retrieve":
+            return SlowFile(file)
         if mode == "rb" and OPTIONS.fault in ("hang-up-in-retrieve", "short-retrieve", "silent-in-retrieve"):
             return CutFile(file, self.cmd_channel)
         return file
@@ -91,6 +122,11 @@ class Data(DTPHandler):
         if OPTIONS.fault == "silent-after-store":
             fall_silent()
         super().handle_close()
+
+    def close(self):
+        if OPTIONS.fault == "broken-list" and self.cmd == "NLST":
+            self._resp = ("426 Transfer aborted.", None)
+        super().close()
 
 
 class Control(FTPHandler):
@@ -151,6 +187,9 @@ class Control(FTPHandler):
         return super().ftp_SIZE(path)
 
     def ftp_NLST(self, path):
+        if OPTIONS.fault == "slow-list":
+            self.push_dtp_data(SlowFile(io.BytesIO(b"\r\n" * 1000)), isproducer=True, cmd="NLST")
+            return None
         if not OPTIONS.listing:
             return super().ftp_NLST(path)
         with open(OPTIONS.listing, "rb") as listing:

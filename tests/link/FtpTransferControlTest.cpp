@@ -1,4 +1,5 @@
 #include "link/ftp/FtpTransferControl.h"
+#include "link/ftp/FtpLink.h"
 
 #include "tests/support/FtpTestServer.h"
 
@@ -10,6 +11,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <new>
 #include <string>
 #include <vector>
 
@@ -32,7 +34,7 @@ using ::testing::StartsWith;
 /// For servers that answer, however busy the machine is.
 constexpr std::chrono::seconds longPatience{60};
 /// For servers that never will.
-constexpr std::chrono::seconds shortPatience{3};
+constexpr std::chrono::seconds shortPatience{1};
 
 /// Listens but never accepts.
 class SilentPort {
@@ -297,7 +299,7 @@ TEST_F(FtpTransferControlTest, ReadOnlyServer) {
 }
 
 TEST_F(SilentServerTest, SilenceEndsAnUpload) {
-    for (const char* fault : {"silent-store", "silent-in-store", "silent-after-store"}) {
+    for (const char* fault : {"silent-store", "silent-in-store"}) {
         const FtpTestServer server({"--fault", fault});
         ASSERT_EQ(open(server), 1);
         const auto start = std::chrono::steady_clock::now();
@@ -307,13 +309,126 @@ TEST_F(SilentServerTest, SilenceEndsAnUpload) {
     }
 }
 
+TEST_F(FtpTransferControlTest, SilenceAfterAFilesBytesEndsAnUploadAtOnceAndWithoutAFarewell) {
+    constexpr std::chrono::seconds patience{2};
+    FtpTransferControl impatient({}, patience);
+    const FtpTestServer server({"--fault", "silent-after-store"});
+    impatient.RemoteAddress("127.0.0.1");
+    impatient.RemotePort(server.port());
+    ASSERT_EQ(impatient.OpenLink(), 1);
+    writeBytes(local.file("a.bmp"), "x");
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_LE(impatient.UploadFile(local.file("a.bmp")), 0);
+    impatient.CloseLink();
+    EXPECT_LT(std::chrono::steady_clock::now() - start, 2 * patience);
+}
+
+/// A clock that runs ahead of the wall's.
+TransferWatch::Clock fastClock(int factor) {
+    return [factor, start = std::chrono::steady_clock::now()] {
+        return start + factor * (std::chrono::steady_clock::now() - start);
+    };
+}
+
+TEST_F(FtpTransferControlTest, ADripEndsADownloadAfterThirtySeconds) {
+    // Silence is no matter here. In time of the wall each file would take 20 s.
+    FtpTransferControl watchful({}, std::chrono::seconds(10'000), PathRules::native(), fastClock(100));
+    for (const char* fault : {"slow-retrieve", "slow-list"}) {
+        const FtpTestServer server({"--fault", fault, "--piece", "1", "--pause", "0.02"});
+        server.putDeviceFiles();
+        server.put("modbus.adr", std::string(1000, 'x'));
+        watchful.RemoteAddress("127.0.0.1");
+        watchful.RemotePort(server.port());
+        ASSERT_EQ(watchful.OpenLink(), 1);
+        const auto start = std::chrono::steady_clock::now();
+        EXPECT_LE(watchful.DownloadFiles("", local.path()), 0) << fault;
+        watchful.CloseLink();
+        EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10)) << fault;
+        EXPECT_THAT(localNames(), IsEmpty()) << fault;
+    }
+}
+
+TEST_F(FtpTransferControlTest, ASlowButSteadyTransferIsNotEnded) {
+    // 50 s of this clock for one file: longer than the patience, and than a window of the watch.
+    FtpTransferControl watchful({}, std::chrono::seconds(40), PathRules::native(), fastClock(20));
+    const FtpTestServer server({"--fault", "slow-retrieve", "--piece", "512", "--pause", "0.1"});
+    server.putDeviceFiles();
+    const std::string bytes(std::size_t{25} * 512, 'x');
+    server.put("modbus.adr", bytes);
+    watchful.RemoteAddress("127.0.0.1");
+    watchful.RemotePort(server.port());
+    ASSERT_EQ(watchful.OpenLink(), 1);
+    EXPECT_EQ(watchful.DownloadFiles("", local.path()), 1);
+    EXPECT_TRUE(localBytes("modbus.adr") == bytes);
+}
+
+TEST_F(FtpTransferControlTest, AListThatBreaksOffFailsTheDownload) {
+    // Every name is there; only its end was never confirmed.
+    const FtpTestServer server({"--fault", "broken-list"});
+    server.putDeviceFiles();
+    ASSERT_EQ(open(server), 1);
+    EXPECT_LE(download(), 0);
+    EXPECT_THAT(notices, IsEmpty());
+    EXPECT_THAT(localNames(), IsEmpty());
+}
+
+/// Fails in the library's callbacks as a disk does.
+struct BrokenDisk final : ByteSource, ByteSink {
+    std::size_t read(char*, std::size_t) override {
+        throw ReadFailure(std::make_error_code(std::errc::io_error));
+    }
+    void write(std::string_view) override {
+        throw WriteFailure(std::make_error_code(std::errc::no_space_on_device));
+    }
+    void close() override {}
+};
+
+class FtpLinkTest : public ::testing::Test {
+protected:
+    void SetUp() override { server.put("ten.bmp", "0123456789"); }
+    FtpLink connected() const {
+        return {CurlLibrary::open(),
+                {"127.0.0.1", static_cast<std::uint16_t>(server.port()), ftpUser, ftpPassword, longPatience},
+                &std::chrono::steady_clock::now};
+    }
+
+    FtpTestServer server{{"--fault", "no-size"}};
+    BrokenDisk disk;
+    MemorySink sink;
+};
+
+TEST_F(FtpLinkTest, ASourceThatThrowsFailsTheFile) {
+    FtpLink link = connected();
+    ASSERT_TRUE(link.isOpen());
+    EXPECT_FALSE(link.store("a.bmp", disk));
+}
+
+TEST_F(FtpLinkTest, ASinkThatThrowsFailsTheFile) {
+    FtpLink link = connected();
+    ASSERT_TRUE(link.isOpen());
+    EXPECT_FALSE(link.fetch("ten.bmp", 100, disk));
+}
+
+TEST_F(FtpLinkTest, AReceiverThatThrowsFailsTheList) {
+    FtpLink link = connected();
+    ASSERT_TRUE(link.isOpen());
+    EXPECT_FALSE(link.list([](std::string_view) -> bool { throw std::bad_alloc(); }));
+}
+
+TEST_F(FtpLinkTest, TheSizeLimitIsTheLargestSize) {
+    FtpLink link = connected();
+    EXPECT_TRUE(link.fetch("ten.bmp", 10, sink));
+    EXPECT_EQ(sink.bytes(), "0123456789");
+    EXPECT_FALSE(link.fetch("ten.bmp", 9, sink));
+}
+
 TEST_F(FtpTransferControlTest, TwentyMegabytesArrive) {
     const FtpTestServer server;
     ASSERT_EQ(open(server), 1);
-    std::string bytes(20 << 20, '\0');
-    std::uint32_t state = 1;
-    std::ranges::generate(bytes,
-                          [&] { return static_cast<char>((state = state * 1664525 + 1013904223) >> 24); });
+    // No piece of it is like its neighbour, however large a buffer is.
+    std::string bytes;
+    for (int line = 0; bytes.size() < 20 << 20; ++line)
+        bytes += std::to_string(line) + std::string(1000, static_cast<char>(line));
     EXPECT_EQ(upload("large.bmp", bytes), 1);
     EXPECT_TRUE(server.bytes("large.bmp") == bytes);
     server.putDeviceFiles();
@@ -507,6 +622,16 @@ TEST_F(FtpTransferControlTest, MoreThanTenThousandNamesFail) {
     tooMany.putDeviceFiles();
     ASSERT_EQ(open(tooMany), 1);
     EXPECT_LE(download(), 0);
+}
+
+TEST_F(FtpTransferControlTest, FilesOf64MegabytesAreFetched) {
+    const FtpTestServer server;
+    server.putDeviceFiles();
+    server.put("huge.bmp", "");
+    fs::resize_file(server.file("huge.bmp"), 64u << 20);
+    ASSERT_EQ(open(server), 1);
+    EXPECT_EQ(download(), 1);
+    EXPECT_EQ(fs::file_size(local.file("huge.bmp")), 64u << 20);
 }
 
 TEST_F(FtpTransferControlTest, FilesOver64MegabytesFail) {

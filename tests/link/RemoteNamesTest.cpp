@@ -46,8 +46,9 @@ INSTANTIATE_TEST_SUITE_P(HostileNames, LocalFileName,
                                            "lpt1.bmp", "LPT\xB2.bmp", "CONIN$.bmp", "conout$.bmp"));
 
 TEST(LocalFileNames, OrdinaryOnesAreKept) {
-    for (const char* name : {"logo.bmp", "a b.bmp", "100%.bmp", "#1.bmp", "-x.bmp", ".bmp", "COM.bmp",
-                             "COM0.bmp", "COM10.bmp", "console.bmp", "lpt.bmp", "a.con.bmp"}) {
+    for (const char* name :
+         {"logo.bmp", "a b.bmp", "100%.bmp", "#1.bmp", "-x.bmp", ".bmp", "COM.bmp", "COM0.bmp", "COM10.bmp",
+          "COMX.bmp", "COMPANY1.bmp", "LPTS1.bmp", "console.bmp", "lpt.bmp", "a.con.bmp"}) {
         EXPECT_EQ(localFileName(name, PathRules::posix()), name);
         EXPECT_EQ(localFileName(name, PathRules::windows()), name);
     }
@@ -108,6 +109,21 @@ TEST(RemoteListing, TenThousandNamesAreTheMost) {
     RemoteListing tooLongAtTheEnd;
     EXPECT_TRUE(tooLongAtTheEnd.append(list + "one more"));
     EXPECT_FALSE(tooLongAtTheEnd.finish());
+}
+
+TEST(RemoteListing, EachOfTenThousandNamesMayHave510Bytes) {
+    std::string list;
+    for (int number = 10'000; number < 20'000; ++number)
+        list += std::to_string(number) + std::string(505, 'x') + "\r\n";
+    RemoteListing full;
+    EXPECT_TRUE(full.append(list));
+    EXPECT_TRUE(full.finish());
+    EXPECT_EQ(full.names().size(), 10'000u);
+    EXPECT_EQ(full.names().back().size(), 510u);
+
+    RemoteListing tooLong;
+    EXPECT_FALSE(tooLong.append("x" + list));
+    EXPECT_FALSE(tooLong.finish());
 }
 
 TEST(RemoteListing, ALineWithoutEndIsBounded) {

@@ -4,10 +4,11 @@
 
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <random>
+#include <sstream>
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 namespace orvista::testing {
 
@@ -41,7 +42,9 @@ inline std::string fileBytes(const std::string& path) {
     std::ifstream file(systemPath(path), std::ios::binary);
     if (!file)
         throw std::runtime_error("cannot read " + path);
-    return {std::istreambuf_iterator<char>(file), {}};
+    std::ostringstream bytes;
+    bytes << file.rdbuf();
+    return std::move(bytes).str();
 }
 
 inline void writeBytes(const std::string& path, const std::string& bytes) {
