@@ -12,19 +12,19 @@ enum class ProjectTransition {
 };
 
 /// What a transition does to a command.
-enum class Effect { Leaves, Enables, Disables };
+enum class Enabling { Leaves, Enables, Disables };
 
 /// What each transition does to a command, or to a control that is enabled as commands are. Whether a command
 /// is enabled is the result of all transitions so far; it cannot be told from the project's present state:
 /// the Upload entry, for one, stays enabled after the start-up dialog's New and does not after File > New.
 struct EnablingRule {
-    Effect reset = Effect::Leaves;
-    Effect modified = Effect::Leaves;
-    Effect saved = Effect::Leaves;
-    Effect projectCommands = Effect::Leaves;
-    Effect opened = Effect::Leaves;
+    Enabling reset = Enabling::Leaves;
+    Enabling modified = Enabling::Leaves;
+    Enabling saved = Enabling::Leaves;
+    Enabling projectCommands = Enabling::Leaves;
+    Enabling opened = Enabling::Leaves;
 
-    constexpr Effect of(ProjectTransition transition) const {
+    constexpr Enabling of(ProjectTransition transition) const {
         switch (transition) {
         case ProjectTransition::Reset:
             return reset;
@@ -37,13 +37,13 @@ struct EnablingRule {
         case ProjectTransition::Opened:
             return opened;
         }
-        return Effect::Leaves;
+        return Enabling::Leaves;
     }
 
     /// Whether what was `enabled` before the transition is enabled after it.
     constexpr bool enabledAfter(ProjectTransition transition, bool enabled) const {
-        const Effect effect = of(transition);
-        return effect == Effect::Leaves ? enabled : effect == Effect::Enables;
+        const Enabling effect = of(transition);
+        return effect == Enabling::Leaves ? enabled : effect == Enabling::Enables;
     }
 };
 
@@ -52,16 +52,16 @@ namespace EnablingRules {
 
 inline constexpr EnablingRule always{};
 inline constexpr EnablingRule save{
-    .reset = Effect::Disables, .modified = Effect::Enables, .saved = Effect::Disables};
+    .reset = Enabling::Disables, .modified = Enabling::Enables, .saved = Enabling::Disables};
 inline constexpr EnablingRule saveAs{
-    .reset = Effect::Disables, .modified = Effect::Enables, .saved = Effect::Enables};
-inline constexpr EnablingRule uploadEntry{.reset = Effect::Disables, .saved = Effect::Enables};
+    .reset = Enabling::Disables, .modified = Enabling::Enables, .saved = Enabling::Enables};
+inline constexpr EnablingRule uploadEntry{.reset = Enabling::Disables, .saved = Enabling::Enables};
 /// Unlike the menu's entry, the toolbar's Upload can be used as soon as there is a new project.
 inline constexpr EnablingRule uploadButton{
-    .reset = Effect::Disables, .saved = Effect::Enables, .opened = Effect::Enables};
+    .reset = Enabling::Disables, .saved = Enabling::Enables, .opened = Enabling::Enables};
 /// The pages, the navigation tree and every command that works on the project.
 inline constexpr EnablingRule projectWork{
-    .reset = Effect::Disables, .projectCommands = Effect::Enables, .opened = Effect::Enables};
+    .reset = Enabling::Disables, .projectCommands = Enabling::Enables, .opened = Enabling::Enables};
 
 } // namespace EnablingRules
 
