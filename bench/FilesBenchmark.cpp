@@ -18,8 +18,6 @@ namespace {
 constexpr const char* projectName = "PLANT";
 constexpr std::size_t megabyte = 1024 * 1024;
 
-const std::array deviceFiles{modbusAdrName, ilmVarName, stdMsgName, altMsgName, defaultPlsName};
-
 void writeWhole(const std::string& path, std::string_view bytes) {
     const int file = ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
     while (!bytes.empty()) {
@@ -49,8 +47,8 @@ public:
         save();
         open();
         remember("PLANT.orx");
-        for (const auto name : deviceFiles)
-            remember(std::string(name));
+        for (const DeviceFile* const file : deviceFiles)
+            remember(std::string(file->name));
     }
 
     void save() {
@@ -74,11 +72,13 @@ public:
     /// What opening moves: the project file in, the five device files out, four of them in again.
     void moveBytesOfOpening() {
         readWhole(folder_.file("PLANT.orx"), files_.at(folder_.file("PLANT.orx")));
-        for (const auto name : deviceFiles)
-            writeWhole(folder_.file(std::string(name)), files_.at(folder_.file(std::string(name))));
-        for (const auto name : deviceFiles)
-            if (name != defaultPlsName)
-                readWhole(folder_.file(std::string(name)), files_.at(folder_.file(std::string(name))));
+        for (const DeviceFile* const file : deviceFiles)
+            writeWhole(folder_.file(std::string(file->name)),
+                       files_.at(folder_.file(std::string(file->name))));
+        for (const DeviceFile* const file : deviceFiles)
+            if (file->Read != nullptr)
+                readWhole(folder_.file(std::string(file->name)),
+                          files_.at(folder_.file(std::string(file->name))));
     }
 
 private:

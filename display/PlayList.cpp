@@ -1,6 +1,7 @@
 #include "display/PlayList.h"
 
 #include "model/Files.h"
+#include "model/ItemKind.h"
 #include "model/Text.h"
 
 #include <numeric>
@@ -17,16 +18,7 @@ constexpr std::string_view command = "DISPMSG ";
 std::optional<std::size_t> messageIndex(std::string_view line) {
     if (!startsWithIgnoringCase(line, command))
         return std::nullopt;
-    const std::string_view name = trimBlanks(line.substr(command.size()));
-    if (!startsWithIgnoringCase(name, regularMessageName))
-        return std::nullopt;
-    const std::string_view number = name.substr(std::string_view(regularMessageName).size());
-    if (!GenenalModule::IsAllDigits(number) || number.size() > 2)
-        return std::nullopt;
-    const auto value = static_cast<std::size_t>(std::stoi(std::string(number)));
-    if (value < 1 || value > regularMessageCount)
-        return std::nullopt;
-    return value - 1;
+    return regularMessages.indexOfName(trimBlanks(line.substr(command.size())));
 }
 
 } // namespace

@@ -3,7 +3,7 @@
 #include "display/PagePainter.h"
 #include "display/StepTiming.h"
 
-#include "model/Numbers.h"
+#include "model/ItemKind.h"
 #include "model/Text.h"
 
 #include <algorithm>
@@ -146,16 +146,15 @@ Programme::Moment Programme::momentAt(std::int64_t t) const {
 Programme deviceProgramme(const Project& project, const MessageCoils& coils, const PlayList& playList,
                           const BitmapProvider& bitmaps, PanelSize panel) {
     Programme programme(panel, fieldFormats(project));
-    const auto number = [](std::size_t index) { return decimalText(static_cast<std::int64_t>(index) + 1); };
     if (coils.emergency.any()) {
         for (std::size_t i = 0; i < emergencyMessageCount; ++i)
             if (coils.emergency[i])
-                programme.add(emergencyMessageName + number(i), project.ALTMSG[i], bitmaps);
+                programme.add(emergencyMessages.name(i), project.ALTMSG[i], bitmaps);
         return programme;
     }
     for (const std::size_t i : playList.messages)
         if (i < regularMessageCount && coils.regular[i])
-            programme.add(regularMessageName + number(i), project.STDMSG[i], bitmaps);
+            programme.add(regularMessages.name(i), project.STDMSG[i], bitmaps);
     return programme;
 }
 

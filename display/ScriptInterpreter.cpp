@@ -1,8 +1,7 @@
 #include "display/ScriptInterpreter.h"
 
 #include "model/Files.h"
-#include "model/Numbers.h"
-#include "model/Project.h"
+#include "model/ItemKind.h"
 #include "model/Text.h"
 
 #include <algorithm>
@@ -74,17 +73,6 @@ std::optional<std::string_view> takeQuoted(Words& line) {
     return line.substr(1, last - 1);
 }
 
-/// The number behind the kind of variable, from 0.
-std::optional<std::size_t> variableIndex(std::string_view name, std::string_view kind, std::size_t count) {
-    if (!startsWithIgnoringCase(name, kind))
-        return std::nullopt;
-    Words digits = name.substr(kind.size());
-    const auto number = takeNumber(digits, 1000);
-    if (!number || *number < 1 || static_cast<std::size_t>(*number) > count)
-        return std::nullopt;
-    return static_cast<std::size_t>(*number - 1);
-}
-
 using Element = std::optional<ScriptElement>;
 
 Element textElement(Words line, LedFont font) {
@@ -108,9 +96,9 @@ Element variableElement(Words line, LedFont font) {
     const std::string_view name = takeWord(line);
     if (!placement)
         return std::nullopt;
-    if (const auto index = variableIndex(name, floatVariableName, floatVariableCount))
+    if (const auto index = floatVariables.indexOfName(name))
         return FieldElement{*placement, font, LiveValue::Float, *index};
-    if (const auto index = variableIndex(name, booleanVariableName, booleanVariableCount))
+    if (const auto index = booleanVariables.indexOfName(name))
         return FieldElement{*placement, font, LiveValue::Boolean, *index};
     return std::nullopt;
 }

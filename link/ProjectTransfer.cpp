@@ -111,13 +111,7 @@ bool ProjectTransfer::fetch(const DeviceConnection& connection, const std::strin
 
 void ProjectTransfer::openDownloadedProject(const ChosenProject& target) {
     lifecycle_.InitProject();
-    const DocMgrModule::FileContext context = lifecycle_.fileContext();
-    const auto inTarget = [&](std::string_view name) { return context.paths.join(target.ProjPath, name); };
-    // Spelled with a capital, as a reader's message shows it; the file is found in any case.
-    ConfigModule::ReadModbusAdr(inTarget("Modbus.adr"), project_, context);
-    ConfigModule::ReadIlmVar(inTarget(ilmVarName), project_, context);
-    ConfigModule::ReadStdMsg(inTarget(stdMsgName), project_, context);
-    ConfigModule::ReadAltMsg(inTarget(altMsgName), project_, context);
+    ConfigModule::readDeviceFiles(target.ProjPath, project_, lifecycle_.fileContext(), "Modbus.adr");
     lifecycle_.adoptDownloadedProject(target);
 }
 

@@ -3,6 +3,7 @@
 #include "model/DeviceFiles.h"
 
 #include <array>
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -10,8 +11,12 @@
 namespace orvista {
 
 /// The device files in the order in which they are sent.
-inline constexpr std::array<std::string_view, 5> transferredDeviceFiles = {
-    modbusAdrName, ilmVarName, stdMsgName, altMsgName, defaultPlsName};
+inline constexpr auto transferredDeviceFiles = [] {
+    std::array<std::string_view, deviceFiles.size()> names;
+    for (std::size_t i = 0; i < names.size(); ++i)
+        names[i] = deviceFiles[i]->name;
+    return names;
+}();
 
 /// True for "*.bmp" in any case.
 bool isBitmapName(std::string_view name);

@@ -1,9 +1,9 @@
 #include "mainwindow/MessageListPage.h"
 
 #include "mainwindow/Guard.h"
-#include "mainwindow/ItemNames.h"
 #include "mainwindow/ItemTree.h"
 #include "model/Files.h"
+#include "model/ItemKind.h"
 #include "model/Numbers.h"
 #include "script/forms/frmMessageEdit.h"
 #include "widgets/DeviceText.h"
@@ -19,13 +19,6 @@
 #include <QTextCursor>
 
 namespace orvista {
-
-namespace {
-
-/// Length of "STDMSG" and "ALTMSG".
-constexpr std::size_t kindLength = 6;
-
-} // namespace
 
 MessageListPage::MessageListPage(Project& project, ModifiedMark& modifiedMark, Messages& messages,
                                  QWidget* parent)
@@ -96,21 +89,20 @@ void MessageListPage::connectHandlers(Messages& messages) {
 
 std::string* MessageListPage::storedScript() {
     const std::string name = txtMsgName->bytes();
-    const std::string kind = name.substr(0, kindLength);
-    if (kind == regularMessageName)
-        return &project_.STDMSG.at(indexOfName(name, kindLength));
-    if (kind == emergencyMessageName)
-        return &project_.ALTMSG.at(indexOfName(name, kindLength));
+    if (const auto index = regularMessages.indexOfName(name))
+        return &project_.STDMSG.at(*index);
+    if (const auto index = emergencyMessages.indexOfName(name))
+        return &project_.ALTMSG.at(*index);
     return nullptr;
 }
 
 void MessageListPage::trvMsg_NodeClick(QTreeWidgetItem* node) {
-    const NodeKey key(nodeKey(*node).toStdString());
-    const std::string number = decimalText(key.number);
-    if (key.names('R', regularMessageCount))
-        showMessage(regularMessageName + number, " " + number, project_.STDMSG.at(key.index()));
-    else if (key.names('E', emergencyMessageCount))
-        showMessage(emergencyMessageName + number, number, project_.ALTMSG.at(key.index()));
+    const std::string key = nodeKey(*node).toStdString();
+    const auto number = [](std::size_t index) { return decimalText(static_cast<std::int64_t>(index) + 1); };
+    if (const auto regular = regularMessages.indexOfKey(key))
+        showMessage(regularMessages.name(*regular), " " + number(*regular), project_.STDMSG.at(*regular));
+    else if (const auto emergency = emergencyMessages.indexOfKey(key))
+        showMessage(emergencyMessages.name(*emergency), number(*emergency), project_.ALTMSG.at(*emergency));
     else
         showNothing();
     btnMsgApply->setEnabled(false);

@@ -1,27 +1,26 @@
 #include "mainwindow/ProjectTrees.h"
 
-#include "model/Project.h"
+#include "model/ItemKind.h"
 
 namespace orvista::ProjectTrees {
 
 namespace {
 
-/// A group with its numbered children: key letter and text, each followed by the number.
+/// A group with a child for each item of a kind: its text is `childText` and the item's number.
 struct Group {
     const char* key;
     const char* text;
-    const char* childKey;
-    const char* childText;
-    std::size_t count;
+    const ItemKind& kind;
+    std::string_view childText;
 };
 
 void addGroup(ItemTree& tree, const Group& group) {
     QTreeWidgetItem* const node =
         tree.addNode(nullptr, QString::fromLatin1(group.key), QString::fromLatin1(group.text));
-    for (std::size_t number = 1; number <= group.count; ++number) {
-        const QString digits = QString::number(number);
-        tree.addNode(node, group.childKey + digits, group.childText + digits);
-    }
+    const auto childText = QString::fromLatin1(group.childText.data(), qsizetype(group.childText.size()));
+    for (std::size_t index = 0; index < group.kind.count; ++index)
+        tree.addNode(node, QString::fromStdString(group.kind.key(index)),
+                     childText + QString::number(index + 1));
     node->setExpanded(true);
 }
 
@@ -36,13 +35,13 @@ void fillNavigationTree(ItemTree& trvSystem, const std::vector<PageRow>& pages) 
 }
 
 void fillMessageTree(ItemTree& trvMsg) {
-    addGroup(trvMsg, {"REGULAR", "Regular Message", "R", "Regular", regularMessageCount});
-    addGroup(trvMsg, {"EMERGENCY", "Emergency Message", "E", "Emergency", emergencyMessageCount});
+    addGroup(trvMsg, {"REGULAR", "Regular Message", regularMessages, "Regular"});
+    addGroup(trvMsg, {"EMERGENCY", "Emergency Message", emergencyMessages, "Emergency"});
 }
 
 void fillVariableTree(ItemTree& trvVar) {
-    addGroup(trvVar, {"REGISTER", "Register (Float)", "F", floatVariableName, floatVariableCount});
-    addGroup(trvVar, {"COIL", "Coil (Boolean)", "B", booleanVariableName, booleanVariableCount});
+    addGroup(trvVar, {"REGISTER", "Register (Float)", floatVariables, floatVariables.word});
+    addGroup(trvVar, {"COIL", "Coil (Boolean)", booleanVariables, booleanVariables.word});
 }
 
 } // namespace orvista::ProjectTrees

@@ -2,6 +2,7 @@
 
 #include "link/TesterActions.h"
 #include "mainwindow/Guard.h"
+#include "model/ItemKind.h"
 #include "model/Numbers.h"
 #include "widgets/DropDownList.h"
 #include "widgets/FormParts.h"
@@ -36,11 +37,10 @@ DropDownList* addressList(const QString& name) {
     return list;
 }
 
-void fill(DropDownList& list, std::size_t count, std::int64_t (*address)(const Project&, std::size_t),
-          const Project& project) {
+void fill(DropDownList& list, const ItemKind& kind, const Project& project) {
     QStringList entries;
-    for (std::size_t i = 0; i < count; ++i)
-        entries << QString::fromStdString(decimalText(address(project, i)));
+    for (std::size_t i = 0; i < kind.count; ++i)
+        entries << QString::fromStdString(decimalText(kind.address(project, i)));
     list.clear();
     list.addItems(entries);
     list.setCurrentIndex(0);
@@ -165,8 +165,8 @@ void TcpTesterPage::showMessageAddresses(const QString& emergencyStart, const QS
 }
 
 void TcpTesterPage::fillVariableAddresses(const Project& project) {
-    fill(*cbAIAddr, floatVariableCount, &floatVariableAddress, project);
-    fill(*cbDIAddr, booleanVariableCount, &booleanVariableAddress, project);
+    fill(*cbAIAddr, floatVariables, project);
+    fill(*cbDIAddr, booleanVariables, project);
 }
 
 QPushButton* TcpTesterPage::pushButton(UpdateButton button) const {

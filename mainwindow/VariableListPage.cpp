@@ -3,7 +3,6 @@
 #include "dialogs/frmBoolVarEdit.h"
 #include "dialogs/frmFloatVarEdit.h"
 #include "mainwindow/Guard.h"
-#include "mainwindow/ItemNames.h"
 #include "mainwindow/ItemTree.h"
 #include "model/Numbers.h"
 #include "widgets/FormParts.h"
@@ -87,36 +86,36 @@ void VariableListPage::connectHandlers(Messages& messages) {
     connectGuarded(messages, btnVarApply, &QPushButton::clicked, this, &VariableListPage::btnVarApply_Click);
 }
 
-std::size_t VariableListPage::shownIndex(std::string_view word) const {
-    return indexOfName(txtVarName->bytes(), word.size());
+std::size_t VariableListPage::shownIndex(const ItemKind& kind) const {
+    return kind.indexOfName(txtVarName->bytes()).value();
 }
 
 void VariableListPage::trvVar_NodeClick(QTreeWidgetItem* node) {
-    const NodeKey key(nodeKey(*node).toStdString());
-    const bool isFloat = key.names('F', floatVariableCount);
-    const bool isBoolean = key.names('B', booleanVariableCount);
-    if (isFloat)
-        showFloatVariable(key.index());
-    else if (isBoolean)
-        showBooleanVariable(key.index());
+    const std::string key = nodeKey(*node).toStdString();
+    const auto floatIndex = floatVariables.indexOfKey(key);
+    const auto booleanIndex = booleanVariables.indexOfKey(key);
+    if (floatIndex)
+        showFloatVariable(*floatIndex);
+    else if (booleanIndex)
+        showBooleanVariable(*booleanIndex);
     else
         clearFields();
-    btnEditVariable->setEnabled(isFloat || isBoolean);
+    btnEditVariable->setEnabled(floatIndex || booleanIndex);
     btnVarApply->setEnabled(false);
 }
 
 void VariableListPage::showFloatVariable(std::size_t index) {
     clearFields();
-    txtVarName->setBytes(itemName(floatVariableName, index));
-    txtVarAddr->setBytes(decimalText(floatVariableAddress(project_, index)));
+    txtVarName->setBytes(floatVariables.name(index));
+    txtVarAddr->setBytes(decimalText(floatVariables.address(project_, index)));
     txtVarType->setBytes(floatType);
     showFloatSettings(project_.RegVar.at(index));
 }
 
 void VariableListPage::showBooleanVariable(std::size_t index) {
     clearFields();
-    txtVarName->setBytes(itemName(booleanVariableName, index));
-    txtVarAddr->setBytes(decimalText(booleanVariableAddress(project_, index)));
+    txtVarName->setBytes(booleanVariables.name(index));
+    txtVarAddr->setBytes(decimalText(booleanVariables.address(project_, index)));
     txtVarType->setBytes(booleanType);
     showBooleanSettings(project_.CoilVar.at(index));
 }
@@ -142,9 +141,9 @@ void VariableListPage::showBooleanSettings(const BooleanVariable& variable) {
 void VariableListPage::refresh() {
     const std::string type = txtVarType->bytes();
     if (type == booleanType)
-        showBooleanSettings(project_.CoilVar.at(shownIndex(booleanVariableName)));
+        showBooleanSettings(project_.CoilVar.at(shownIndex(booleanVariables)));
     else if (type == floatType)
-        showFloatSettings(project_.RegVar.at(shownIndex(floatVariableName)));
+        showFloatSettings(project_.RegVar.at(shownIndex(floatVariables)));
     btnVarApply->setEnabled(false);
 }
 
@@ -158,7 +157,7 @@ void VariableListPage::btnEditVariable_Click() {
 
 void VariableListPage::editFloatVariable() {
     frmFloatVarEdit editor(project_, window());
-    editor.InitContent(static_cast<int>(shownIndex(floatVariableName)));
+    editor.InitContent(static_cast<int>(shownIndex(floatVariables)));
     editor.exec();
     if (editor.IsCancel)
         return;
@@ -170,7 +169,7 @@ void VariableListPage::editFloatVariable() {
 
 void VariableListPage::editBooleanVariable() {
     frmBoolVarEdit editor(project_, window());
-    editor.InitContent(static_cast<int>(shownIndex(booleanVariableName)));
+    editor.InitContent(static_cast<int>(shownIndex(booleanVariables)));
     editor.exec();
     if (editor.IsCanceled)
         return;
@@ -187,12 +186,12 @@ bool VariableListPage::hasUnappliedEdits() const {
 void VariableListPage::btnVarApply_Click() {
     const std::string type = txtVarType->bytes();
     if (type == booleanType) {
-        BooleanVariable& variable = project_.CoilVar.at(shownIndex(booleanVariableName));
+        BooleanVariable& variable = project_.CoilVar.at(shownIndex(booleanVariables));
         variable.defaultValue = txtVarDefValue->bytes();
         variable.onText = txtVarOnStr->bytes();
         variable.offText = txtVarOffStr->bytes();
     } else if (type == floatType) {
-        FloatVariable& variable = project_.RegVar.at(shownIndex(floatVariableName));
+        FloatVariable& variable = project_.RegVar.at(shownIndex(floatVariables));
         variable.defaultValue = txtVarDefValue->bytes();
         variable.width = txtVarWidth->bytes();
         variable.precision = txtVarPrec->bytes();

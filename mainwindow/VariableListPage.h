@@ -1,7 +1,7 @@
 #pragma once
 
+#include "model/ItemKind.h"
 #include "model/People.h"
-#include "model/Project.h"
 
 #include <QWidget>
 
@@ -32,7 +32,7 @@ public:
 private:
     QWidget* buildDetails();
     void connectHandlers(Messages& messages);
-    std::size_t shownIndex(std::string_view word) const;
+    std::size_t shownIndex(const ItemKind& kind) const;
 
     void trvVar_NodeClick(QTreeWidgetItem* node);
     void showFloatVariable(std::size_t index);

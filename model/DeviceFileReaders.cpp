@@ -1,6 +1,8 @@
 #include "model/DeviceFileReaders.h"
 
+#include "model/DeviceFiles.h"
 #include "model/FolderLookup.h"
+#include "model/ItemKind.h"
 #include "model/Numbers.h"
 #include "model/Text.h"
 
@@ -69,7 +71,7 @@ private:
     void begin(std::string_view name);
     void takeField(const std::string& key, std::string_view value);
     void apply(Project& project) const;
-    std::optional<std::size_t> row(std::int32_t start, double addressesPerRow, std::size_t rows) const;
+    std::optional<std::size_t> row(const ItemKind& kind, const Project& project) const;
 
     std::string name_;
     std::string type_;
@@ -123,12 +125,11 @@ void PendingVariable::takeField(const std::string& key, std::string_view value) 
     }
 }
 
-std::optional<std::size_t> PendingVariable::row(std::int32_t start, double addressesPerRow,
-                                                std::size_t rows) const {
+std::optional<std::size_t> PendingVariable::row(const ItemKind& kind, const Project& project) const {
     try {
         const double address = roundHalfToEven(leadingNumber(address_, InnerBlanks::Skipped));
-        const double row = roundHalfToEven((address - start) / addressesPerRow);
-        if (row >= 0 && row < static_cast<double>(rows))
+        const double row = roundHalfToEven((address - project.*kind.start) / kind.addressesPerItem);
+        if (row >= 0 && row < static_cast<double>(kind.count))
             return static_cast<std::size_t>(row);
     } catch (const Overflow&) {
         // An address beyond every number is beyond the table, too.
@@ -141,14 +142,14 @@ void PendingVariable::apply(Project& project) const {
         return default_.empty() ? fallback : default_;
     };
     if (equalsIgnoringCase(type_, "FLOAT")) {
-        if (const auto index = row(project.AnalogInput, 2.0, project.RegVar.size())) {
+        if (const auto index = row(floatVariables, project)) {
             FloatVariable& variable = project.RegVar[*index];
             variable.defaultValue = defaultOr(FloatVariable{}.defaultValue);
             variable.precision = precision_;
             variable.width = width_;
         }
     } else if (equalsIgnoringCase(type_, "BIT")) {
-        if (const auto index = row(project.DigitalInput, 1.0, project.CoilVar.size())) {
+        if (const auto index = row(booleanVariables, project)) {
             BooleanVariable& variable = project.CoilVar[*index];
             variable.defaultValue = defaultOr(BooleanVariable{}.defaultValue);
             variable.onText = on_;
@@ -157,15 +158,13 @@ void PendingVariable::apply(Project& project) const {
     }
 }
 
-template <typename Read>
-void readFile(const std::string& path, const DocMgrModule::FileContext& context, Read read) {
+void readFile(const std::string& path, Project& project, const DocMgrModule::FileContext& context,
+              void (*read)(ByteSource&, Project&)) {
     try {
         FileSource source(deviceFileOnDisk(context.paths, path));
-        read(source);
+        readFrom(source, project, context, read);
     } catch (const OpenFailure&) {
         context.messages.show(MessageIcon::None, "Unable to open " + path);
-    } catch (const std::runtime_error&) { // ReadFailure, Overflow
-        context.messages.show(MessageIcon::None, "exception ooccured when reading data");
     }
 }
 
@@ -194,20 +193,38 @@ void readAltMsg(ByteSource& source, Project& project) {
     readMessages(source, project.ALTMSG);
 }
 
+void readFrom(ByteSource& source, Project& project, const DocMgrModule::FileContext& context,
+              void (*read)(ByteSource&, Project&)) {
+    try {
+        read(source, project);
+    } catch (const std::runtime_error&) { // ReadFailure, Overflow
+        context.messages.show(MessageIcon::None, "exception ooccured when reading data");
+    }
+}
+
 void ReadModbusAdr(const std::string& path, Project& project, const DocMgrModule::FileContext& context) {
-    readFile(path, context, [&](ByteSource& source) { readModbusAdr(source, project); });
+    readFile(path, project, context, readModbusAdr);
 }
 
 void ReadIlmVar(const std::string& path, Project& project, const DocMgrModule::FileContext& context) {
-    readFile(path, context, [&](ByteSource& source) { readIlmVar(source, project); });
+    readFile(path, project, context, readIlmVar);
 }
 
 void ReadStdMsg(const std::string& path, Project& project, const DocMgrModule::FileContext& context) {
-    readFile(path, context, [&](ByteSource& source) { readStdMsg(source, project); });
+    readFile(path, project, context, readStdMsg);
 }
 
 void ReadAltMsg(const std::string& path, Project& project, const DocMgrModule::FileContext& context) {
-    readFile(path, context, [&](ByteSource& source) { readAltMsg(source, project); });
+    readFile(path, project, context, readAltMsg);
+}
+
+void readDeviceFiles(const std::string& folder, Project& project, const DocMgrModule::FileContext& context,
+                     std::string_view addressMapName) {
+    for (const DeviceFile* const file : deviceFiles) {
+        if (file->Read != nullptr)
+            file->Read(context.paths.join(folder, file == &modbusAdrFile ? addressMapName : file->name),
+                       project, context);
+    }
 }
 
 } // namespace orvista::ConfigModule

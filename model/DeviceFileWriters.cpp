@@ -1,7 +1,7 @@
 #include "model/DeviceFileWriters.h"
 
-#include "model/DeviceFiles.h"
 #include "model/FolderLookup.h"
+#include "model/ItemKind.h"
 #include "model/Numbers.h"
 
 #include <span>
@@ -11,10 +11,6 @@
 namespace orvista::DocMgrModule {
 
 namespace {
-
-std::string numbered(std::string_view name, std::size_t index) {
-    return std::string(name) + decimalText(static_cast<std::int64_t>(index) + 1);
-}
 
 void writeLine(ByteSink& sink, std::string_view text) {
     sink.write(text);
@@ -34,9 +30,9 @@ void writeQuoted(ByteSink& sink, std::string_view keyAndBlanks, std::string_view
     writeLine(sink, "\"");
 }
 
-void writeMessages(ByteSink& sink, std::string_view kind, std::span<const std::string> messages) {
+void writeMessages(ByteSink& sink, const ItemKind& kind, std::span<const std::string> messages) {
     for (std::size_t i = 0; i < messages.size(); ++i) {
-        writeLine(sink, "DEFMSG " + numbered(kind, i));
+        writeLine(sink, "DEFMSG " + kind.name(i));
         writeLine(sink, messages[i].empty() ? std::string_view(clearScript) : messages[i]);
         writeLine(sink, "ENDMSG");
     }
@@ -44,26 +40,35 @@ void writeMessages(ByteSink& sink, std::string_view kind, std::span<const std::s
 
 void writeFloatBlock(ByteSink& sink, const Project& project, std::size_t index) {
     const FloatVariable& variable = project.RegVar[index];
-    writeLine(sink, "DEFVAR " + numbered(floatVariableName, index));
+    writeLine(sink, "DEFVAR " + floatVariables.name(index));
     writeLine(sink, "    type      float");
-    writeValue(sink, "    address   ", decimalText(floatVariableAddress(project, index)));
+    writeValue(sink, "    address   ", decimalText(floatVariables.address(project, index)));
     writeValue(sink, "    default   ", variable.defaultValue);
     writeValue(sink, "    width     ", variable.width);
     writeValue(sink, "    precision ", variable.precision);
     writeLine(sink, "ENDVAR");
 }
 
+enum class BooleanBlockGap { None, EmptyLine };
+
 void writeBooleanBlock(ByteSink& sink, const Project& project, std::size_t index, BooleanBlockGap gap) {
     const BooleanVariable& variable = project.CoilVar[index];
-    writeLine(sink, "DEFVAR " + numbered(booleanVariableName, index));
+    writeLine(sink, "DEFVAR " + booleanVariables.name(index));
     writeLine(sink, "    type      bit");
-    writeValue(sink, "    address   ", decimalText(booleanVariableAddress(project, index)));
+    writeValue(sink, "    address   ", decimalText(booleanVariables.address(project, index)));
     writeValue(sink, "    default   ", variable.defaultValue);
     writeQuoted(sink, "    ON        ", variable.onText);
     writeQuoted(sink, "    OFF       ", variable.offText);
     if (gap == BooleanBlockGap::EmptyLine)
         writeLine(sink, {});
     writeLine(sink, "ENDVAR");
+}
+
+void writeVariables(ByteSink& sink, const Project& project, BooleanBlockGap gap) {
+    for (std::size_t i = 0; i < project.RegVar.size(); ++i)
+        writeFloatBlock(sink, project, i);
+    for (std::size_t i = 0; i < project.CoilVar.size(); ++i)
+        writeBooleanBlock(sink, project, i, gap);
 }
 
 template <typename Write>
@@ -88,23 +93,24 @@ void writeModbusAdr(ByteSink& sink, const Project& project) {
 }
 
 void writeStdMsg(ByteSink& sink, const Project& project) {
-    writeMessages(sink, regularMessageName, project.STDMSG);
+    writeMessages(sink, regularMessages, project.STDMSG);
 }
 
 void writeAltMsg(ByteSink& sink, const Project& project) {
-    writeMessages(sink, emergencyMessageName, project.ALTMSG);
+    writeMessages(sink, emergencyMessages, project.ALTMSG);
 }
 
-void writeIlmVar(ByteSink& sink, const Project& project, BooleanBlockGap gap) {
-    for (std::size_t i = 0; i < project.RegVar.size(); ++i)
-        writeFloatBlock(sink, project, i);
-    for (std::size_t i = 0; i < project.CoilVar.size(); ++i)
-        writeBooleanBlock(sink, project, i, gap);
+void writeIlmVar(ByteSink& sink, const Project& project) {
+    writeVariables(sink, project, BooleanBlockGap::None);
+}
+
+void writeIlmVarSection(ByteSink& sink, const Project& project) {
+    writeVariables(sink, project, BooleanBlockGap::EmptyLine);
 }
 
 void writeDefaultPls(ByteSink& sink) {
-    for (std::size_t i = 0; i < regularMessageCount; ++i)
-        writeLine(sink, "DISPMSG " + numbered(regularMessageName, i));
+    for (std::size_t i = 0; i < regularMessages.count; ++i)
+        writeLine(sink, "DISPMSG " + regularMessages.name(i));
 }
 
 bool WriteModbusAdr(const std::string& path, const Project& project, const FileContext& context) {
@@ -123,7 +129,7 @@ bool WriteIlmVar(const std::string& path, const Project& project, const FileCont
     return writeFile(path, context, [&](ByteSink& sink) { writeIlmVar(sink, project); });
 }
 
-bool WriteDefaultPls(const std::string& path, const FileContext& context) {
+bool WriteDefaultPls(const std::string& path, const Project&, const FileContext& context) {
     return writeFile(path, context, writeDefaultPls);
 }
 

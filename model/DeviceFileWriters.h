@@ -1,8 +1,7 @@
 #pragma once
 
+#include "model/FileContext.h"
 #include "model/Files.h"
-#include "model/PathRules.h"
-#include "model/People.h"
 #include "model/Project.h"
 
 #include <string>
@@ -15,21 +14,16 @@ namespace orvista::DocMgrModule {
 void writeModbusAdr(ByteSink& sink, const Project& project);
 void writeStdMsg(ByteSink& sink, const Project& project);
 void writeAltMsg(ByteSink& sink, const Project& project);
-/// In the project file every Boolean block carries an empty line before its ENDVAR; "ilmvar.def" has none.
-enum class BooleanBlockGap { None, EmptyLine };
-void writeIlmVar(ByteSink& sink, const Project& project, BooleanBlockGap gap = BooleanBlockGap::None);
+void writeIlmVar(ByteSink& sink, const Project& project);
+/// As it stands in the project file: with an empty line before the ENDVAR of every Boolean block.
+void writeIlmVarSection(ByteSink& sink, const Project& project);
 void writeDefaultPls(ByteSink& sink);
-
-/// Where a path-based writer or reader works and whom it tells of failures.
-struct FileContext {
-    const PathRules& paths;
-    Messages& messages;
-};
 
 bool WriteModbusAdr(const std::string& path, const Project& project, const FileContext& context);
 bool WriteStdMsg(const std::string& path, const Project& project, const FileContext& context);
 bool WriteAltMsg(const std::string& path, const Project& project, const FileContext& context);
 bool WriteIlmVar(const std::string& path, const Project& project, const FileContext& context);
-bool WriteDefaultPls(const std::string& path, const FileContext& context);
+/// The play list is always the same, whatever the project holds.
+bool WriteDefaultPls(const std::string& path, const Project& project, const FileContext& context);
 
 } // namespace orvista::DocMgrModule

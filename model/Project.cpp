@@ -1,6 +1,6 @@
 #include "model/Project.h"
 
-#include "model/Numbers.h"
+#include "model/ItemKind.h"
 
 namespace orvista {
 
@@ -32,11 +32,11 @@ void Project::ResetAddressMap() {
 void Project::ResetVariables() {
     for (std::size_t i = 0; i < RegVar.size(); ++i) {
         RegVar[i] = {};
-        RegVar[i].name = floatVariableName + decimalText(static_cast<std::int64_t>(i) + 1);
+        RegVar[i].name = floatVariables.name(i);
     }
     for (std::size_t i = 0; i < CoilVar.size(); ++i) {
         CoilVar[i] = {};
-        CoilVar[i].name = booleanVariableName + decimalText(static_cast<std::int64_t>(i) + 1);
+        CoilVar[i].name = booleanVariables.name(i);
     }
 }
 
@@ -48,14 +48,6 @@ void Project::ClearMessages() {
 void Project::resetSystemSettings() {
     SerialPort = defaultSerialPort;
     IP = defaultDeviceAddress;
-}
-
-std::int64_t floatVariableAddress(const Project& project, std::size_t index) {
-    return std::int64_t{project.AnalogInput} + 2 * static_cast<std::int64_t>(index);
-}
-
-std::int64_t booleanVariableAddress(const Project& project, std::size_t index) {
-    return std::int64_t{project.DigitalInput} + static_cast<std::int64_t>(index);
 }
 
 std::int64_t regularStartAfter(std::int64_t emergencyStart) {

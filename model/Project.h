@@ -15,12 +15,6 @@ inline constexpr std::size_t emergencyMessageCount = 20;
 /// The one-command script that blanks the display: what every unused message holds.
 inline constexpr const char* clearScript = "CLEAR";
 
-/// A message text begins with this kind in the trees, on the pages and in the files: "STDMSG7", "ALTMSG7".
-inline constexpr const char* regularMessageName = "STDMSG";
-inline constexpr const char* emergencyMessageName = "ALTMSG";
-inline constexpr const char* floatVariableName = "RegVar";
-inline constexpr const char* booleanVariableName = "CoilVar";
-
 /// Display settings of one float variable (two holding registers). All texts are as typed or read.
 struct FloatVariable {
     std::string name; ///< "RegVar1" to "RegVar64", fixed by position
@@ -70,11 +64,6 @@ struct Project {
     /// "COM1" and the factory address of the device.
     void resetSystemSettings();
 };
-
-/// Modbus addresses of single items, in 64 bits: a start near the 32-bit end is shown and written as it is.
-/// `index` counts from 0.
-std::int64_t floatVariableAddress(const Project& project, std::size_t index);
-std::int64_t booleanVariableAddress(const Project& project, std::size_t index);
 
 /// The regular-message block follows the 20 emergency coils directly.
 std::int64_t regularStartAfter(std::int64_t emergencyStart);

@@ -6,7 +6,9 @@
 #include "model/ProjectFileSections.h"
 #include "model/Text.h"
 
+#include <filesystem>
 #include <system_error>
+#include <vector>
 
 namespace orvista::DocMgrModule {
 
@@ -41,39 +43,73 @@ bool saveProjectFile(const std::string& path, const Project& project, const File
 
 /// Every file is tried, also after one has failed.
 bool saveDeviceFiles(const std::string& folder, const Project& project, const FileContext& context) {
-    const auto path = [&](std::string_view name) { return context.paths.join(folder, name); };
-    bool all = WriteModbusAdr(path(modbusAdrName), project, context);
-    all = WriteStdMsg(path(stdMsgName), project, context) && all;
-    all = WriteAltMsg(path(altMsgName), project, context) && all;
-    all = WriteIlmVar(path(ilmVarName), project, context) && all;
-    return WriteDefaultPls(path(defaultPlsName), context) && all;
+    bool all = true;
+    for (const DeviceFile* const file : savedDeviceFiles)
+        all = file->Write(context.paths.join(folder, file->name), project, context) && all;
+    return all;
 }
 
-/// The address map comes first: the variable reader places records relative to it.
-void readDeviceFiles(const std::string& folder, Project& project, const FileContext& context) {
-    const auto path = [&](std::string_view name) { return context.paths.join(folder, name); };
-    ConfigModule::ReadModbusAdr(path(modbusAdrName), project, context);
-    ConfigModule::ReadIlmVar(path(ilmVarName), project, context);
-    ConfigModule::ReadStdMsg(path(stdMsgName), project, context);
-    ConfigModule::ReadAltMsg(path(altMsgName), project, context);
+/// Tells the user of a failure; an empty text is none.
+bool showFailure(const std::string& failure, const FileContext& context) {
+    if (!failure.empty())
+        context.messages.show(MessageIcon::None, failure);
+    return !failure.empty();
 }
 
-bool splitProjectFile(const std::string& path, const std::string& folder, Project& project,
-                      const FileContext& context) {
-    const auto fail = [&](const std::string& text) {
-        context.messages.show(MessageIcon::None, text);
-        return false;
-    };
+/// The message for the user when it fails, with what came before in `sections`.
+std::string readSections(const std::string& path, const PathRules& paths,
+                         std::vector<ProjectFileSection>& sections) {
     try {
-        FileSource source(projectFileOnDisk(context.paths, path));
-        splitIntoDeviceFiles(source, folder, context.paths, project);
-        return true;
-    } catch (const SectionFailure& failure) {
-        return fail(failure.what());
+        FileSource source(projectFileOnDisk(paths, path));
+        takeApart(source, sections);
+        return {};
     } catch (const OpenFailure&) {
-        return fail("Unable to open " + path);
+        return "Unable to open " + path;
     } catch (const ReadFailure&) {
-        return fail("exception ooccured when reading data from " + path);
+        return "exception ooccured when reading data from " + path;
+    }
+}
+
+std::string writeSections(const std::vector<ProjectFileSection>& sections, const std::string& folder,
+                          const FileContext& context, Project& project) {
+    try {
+        writeDeviceFiles(sections, folder, context.paths, project);
+        return {};
+    } catch (const SectionFailure& failure) {
+        return failure.what();
+    }
+}
+
+bool holdsSection(const std::string& path, const ProjectFileSection& section) {
+    try {
+        const FileSource readable(path);
+        std::error_code error;
+        return std::filesystem::file_size(systemPath(path), error) == section.lines.size();
+    } catch (const OpenFailure&) {
+        return false;
+    }
+}
+
+/// Whether the device files have just been written from the sections, so that they can be read in their
+/// stead.
+enum class DeviceFilesAre { Written, AsTheyWere };
+
+/// Reads the device files from their sections. What has none is read from its file, and so is a file that
+/// does not give back what was written to it, for instance one that may be written but not read.
+void readTables(const std::vector<ProjectFileSection>& sections, const std::string& folder,
+                DeviceFilesAre state, Project& project, const FileContext& context) {
+    for (const DeviceFile* const file : deviceFiles) {
+        if (file->readSection == nullptr)
+            continue;
+        const std::string path = context.paths.join(folder, file->name);
+        const ProjectFileSection* const section = lastSectionOf(*file, sections);
+        if (section == nullptr || (state == DeviceFilesAre::Written &&
+                                   !holdsSection(deviceFileOnDisk(context.paths, path), *section))) {
+            file->Read(path, project, context);
+        } else {
+            MemorySource source(section->lines);
+            ConfigModule::readFrom(source, project, context, file->readSection);
+        }
     }
 }
 
@@ -81,14 +117,13 @@ bool splitProjectFile(const std::string& path, const std::string& folder, Projec
 
 void writeProjectFile(ByteSink& sink, const Project& project) {
     writeSettings(sink, project);
-    sink.write("[MODBUS.ADR]\r\n");
-    writeModbusAdr(sink, project);
-    sink.write("[STDMSG.ILM]\r\n");
-    writeStdMsg(sink, project);
-    sink.write("[ALTMSG.ILM]\r\n");
-    writeAltMsg(sink, project);
-    sink.write("[ILMVAR.DEF]\r\n");
-    writeIlmVar(sink, project, BooleanBlockGap::EmptyLine);
+    for (const DeviceFile* const file : savedDeviceFiles) {
+        if (file->writeSection == nullptr)
+            continue;
+        sink.write("[" + upperAscii(file->sectionName) + "]");
+        sink.write(lineEnd);
+        file->writeSection(sink, project);
+    }
 }
 
 std::string projectNameOfFile(const std::string& fileName) {
@@ -116,10 +151,28 @@ SaveOutcome SaveProject(const std::string& folder, const std::string& name, cons
 bool ReadProject(const std::string& path, Project& project, const FileContext& context) {
     const auto parts = context.paths.split(path);
     const std::string folder = parts ? parts->folder : std::string{};
-    if (!splitProjectFile(path, folder, project, context))
+    std::vector<ProjectFileSection> sections;
+    const std::string readFailure = readSections(path, context.paths, sections);
+    // What came before a failure is written all the same.
+    if (showFailure(writeSections(sections, folder, context, project), context) ||
+        showFailure(readFailure, context))
         return false;
-    WriteDefaultPls(context.paths.join(folder, defaultPlsName), context);
-    readDeviceFiles(folder, project, context);
+    defaultPlsFile.Write(context.paths.join(folder, defaultPlsFile.name), project, context);
+    readTables(sections, folder, DeviceFilesAre::Written, project, context);
+    return true;
+}
+
+bool readProjectWithoutWriting(const std::string& path, Project& project, const FileContext& context) {
+    const SplitPath parts = context.paths.split(path).value_or(SplitPath{".", path});
+    std::vector<ProjectFileSection> sections;
+    const std::string failure = readSections(path, context.paths, sections);
+    for (const ProjectFileSection& section : sections)
+        takeSettings(section, project);
+    if (showFailure(failure, context))
+        return false;
+    readTables(sections, parts.folder, DeviceFilesAre::AsTheyWere, project, context);
+    project.ProjPath = parts.folder;
+    project.ProjName = projectNameOfFile(parts.name);
     return true;
 }
 

@@ -1,8 +1,11 @@
 #pragma once
 
-#include "model/DeviceFileReaders.h"
+#include "model/FileContext.h"
+#include "model/Files.h"
+#include "model/Project.h"
 
 #include <string>
+#include <string_view>
 
 namespace orvista::DocMgrModule {
 
@@ -33,5 +36,12 @@ SaveOutcome SaveProject(const std::string& folder, const std::string& name, cons
 /// Reads the project file at `path` (UTF-8): splits it into the device files of its folder, then reads
 /// those. False after a failure, which was shown; what was read before stays in the model and on disk.
 bool ReadProject(const std::string& path, Project& project, const FileContext& context);
+
+/// Reads the project file at `path` (UTF-8; its folder is the present one when it names none) as opening it
+/// does, with the same messages, but writes nothing anywhere: what stands in the project file is read from
+/// there, and the device file of a section that is missing from the project's folder. ProjPath and ProjName
+/// become the path's. False after a failure of the project file, which was shown; what was read before stays
+/// in the model.
+bool readProjectWithoutWriting(const std::string& path, Project& project, const FileContext& context);
 
 } // namespace orvista::DocMgrModule

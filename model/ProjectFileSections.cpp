@@ -4,122 +4,95 @@
 #include "model/Text.h"
 
 #include <algorithm>
-#include <array>
-#include <optional>
 #include <string_view>
-#include <system_error>
 
 namespace orvista::DocMgrModule {
 
 namespace {
 
-struct Section {
-    std::string_view header;
-    std::string_view fileName; ///< as messages show it; on disk it is found whatever its case
-};
-
-constexpr std::array<Section, 4> sections = {{{"[MODBUS.ADR]", "Modbus.adr"},
-                                              {"[ILMVAR.DEF]", "ilmVar.def"},
-                                              {"[STDMSG.ILM]", "StdMsg.ilm"},
-                                              {"[ALTMSG.ILM]", "AltMsg.ilm"}}};
+/// The device file whose header the line is, or null.
+const DeviceFile* fileOfHeader(std::string_view line) {
+    if (!line.starts_with('[') || !line.ends_with(']'))
+        return nullptr;
+    const std::string_view name = line.substr(1, line.size() - 2);
+    const auto found = std::ranges::find_if(deviceFiles, [name](const DeviceFile* file) {
+        return file->writeSection != nullptr && equalsIgnoringCase(name, file->sectionName);
+    });
+    return found == deviceFiles.end() ? nullptr : *found;
+}
 
 /// The value on a settings line. One character after the keyword is skipped, whatever it is.
 std::string_view settingBehind(std::string_view line, std::string_view keyword) {
     return trimLeadingBlanks(line.substr(std::min(keyword.size() + 1, line.size())));
 }
 
-class SectionSplitter {
-public:
-    SectionSplitter(const std::string& folder, const PathRules& paths, Project& project)
-        : folder_(folder), paths_(paths), project_(project) {}
-
-    void take(std::string_view line);
-    void closeFile();
-
-private:
-    void openFile(std::string_view fileName);
-    void takeSetting(std::string_view line);
-    void copyLine(std::string_view line);
-
-    template <typename Write>
-    void write(Write action) {
-        try {
-            action();
-        } catch (const WriteFailure&) {
-            file_.reset();
-            throw SectionFailure("exception ooccured when writing data to " + path_);
-        }
-    }
-
-    const std::string& folder_;
-    const PathRules& paths_;
-    Project& project_;
-    bool inSettings_ = false;
-    std::optional<FileSink> file_;
-    std::string path_;
-};
-
-void SectionSplitter::take(std::string_view line) {
-    if (equalsIgnoringCase(line, "[CONFIG]")) {
-        inSettings_ = true; // an open device file stays open
-        return;
-    }
-    const auto section = std::find_if(sections.begin(), sections.end(), [line](const Section& candidate) {
-        return equalsIgnoringCase(line, candidate.header);
-    });
-    if (section != sections.end())
-        openFile(section->fileName);
-    else if (inSettings_)
-        takeSetting(line);
-    else
-        copyLine(line);
-}
-
-void SectionSplitter::openFile(std::string_view fileName) {
-    inSettings_ = false;
-    closeFile();
-    path_ = paths_.join(folder_, fileName);
-    try {
-        file_.emplace(deviceFileOnDisk(paths_, path_));
-    } catch (const OpenFailure&) {
-        throw SectionFailure("Unable to open " + path_);
-    }
-}
-
-void SectionSplitter::closeFile() {
-    if (!file_)
-        return;
-    write([this] { file_->close(); });
-    file_.reset();
-}
-
-void SectionSplitter::takeSetting(std::string_view line) {
+void takeSettingLine(std::string_view line, ProjectFileSection& section) {
     constexpr std::string_view serialPort = "SERIALPORT";
     constexpr std::string_view ip = "IP";
     if (startsWithIgnoringCase(line, serialPort))
-        project_.SerialPort = settingBehind(line, serialPort);
+        section.SerialPort = settingBehind(line, serialPort);
     else if (startsWithIgnoringCase(line, ip))
-        project_.IP = settingBehind(line, ip);
+        section.IP = settingBehind(line, ip);
 }
 
-void SectionSplitter::copyLine(std::string_view line) {
-    if (line.empty() || !file_)
-        return;
-    write([&] {
-        file_->write(line);
-        file_->write(lineEnd);
-    });
+void writeDeviceFile(const ProjectFileSection& section, const std::string& path, const PathRules& paths,
+                     Project& project) {
+    try {
+        FileSink sink(deviceFileOnDisk(paths, path));
+        sink.write(section.lines);
+        takeSettings(section, project);
+        sink.close();
+    } catch (const OpenFailure&) {
+        throw SectionFailure("Unable to open " + path);
+    } catch (const WriteFailure&) {
+        throw SectionFailure("exception ooccured when writing data to " + path);
+    }
 }
 
 } // namespace
 
-void splitIntoDeviceFiles(ByteSource& source, const std::string& folder, const PathRules& paths,
-                          Project& project) {
-    SectionSplitter splitter(folder, paths, project);
+void takeApart(ByteSource& source, std::vector<ProjectFileSection>& sections) {
+    sections.emplace_back();
+    bool inSettings = false;
     LineReader lines(source);
-    for (std::string line; lines.next(line);)
-        splitter.take(trimBlanks(line));
-    splitter.closeFile();
+    for (std::string line; lines.next(line);) {
+        const std::string_view text = trimBlanks(line);
+        if (equalsIgnoringCase(text, "[CONFIG]")) {
+            inSettings = true;
+        } else if (const DeviceFile* const file = fileOfHeader(text)) {
+            inSettings = false;
+            sections.push_back({file, {}, {}, {}});
+        } else if (inSettings) {
+            takeSettingLine(text, sections.back());
+        } else if (!text.empty() && sections.back().file != nullptr) {
+            sections.back().lines.append(text).append(lineEnd);
+        }
+    }
+}
+
+void takeSettings(const ProjectFileSection& section, Project& project) {
+    if (section.SerialPort)
+        project.SerialPort = *section.SerialPort;
+    if (section.IP)
+        project.IP = *section.IP;
+}
+
+const ProjectFileSection* lastSectionOf(const DeviceFile& file,
+                                        const std::vector<ProjectFileSection>& sections) {
+    const auto found =
+        std::find_if(sections.rbegin(), sections.rend(),
+                     [&file](const ProjectFileSection& section) { return section.file == &file; });
+    return found == sections.rend() ? nullptr : &*found;
+}
+
+void writeDeviceFiles(const std::vector<ProjectFileSection>& sections, const std::string& folder,
+                      const PathRules& paths, Project& project) {
+    for (const ProjectFileSection& section : sections) {
+        if (section.file == nullptr)
+            takeSettings(section, project);
+        else
+            writeDeviceFile(section, paths.join(folder, section.file->sectionName), paths, project);
+    }
 }
 
 } // namespace orvista::DocMgrModule

@@ -1,13 +1,37 @@
 #pragma once
 
+#include "model/DeviceFiles.h"
 #include "model/Files.h"
 #include "model/PathRules.h"
 #include "model/Project.h"
 
+#include <optional>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 namespace orvista::DocMgrModule {
+
+/// What stands in a project file from the header of one device file to the next such header.
+struct ProjectFileSection {
+    const DeviceFile* file = nullptr; ///< null before the first header
+    std::string lines; ///< as they go into the device file: trimmed, without empty ones, each with its end
+    /// Of the "[CONFIG]" lines that follow; nothing where none sets it.
+    std::optional<std::string> SerialPort;
+    std::optional<std::string> IP;
+};
+
+/// Takes a project file apart, in the order in which its sections stand; one of the same name counts anew.
+/// \param sections gets what was read before a failure, too
+/// \throws ReadFailure
+void takeApart(ByteSource& source, std::vector<ProjectFileSection>& sections);
+
+/// Sets the system settings that the section holds.
+void takeSettings(const ProjectFileSection& section, Project& project);
+
+/// The last section of that device file: an earlier one is overwritten by it. Null when there is none.
+const ProjectFileSection* lastSectionOf(const DeviceFile& file,
+                                        const std::vector<ProjectFileSection>& sections);
 
 /// A section's device file could not be created or written; `what()` is the message for the user.
 class SectionFailure : public std::runtime_error {
@@ -15,11 +39,10 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-/// Reads a project file line by line: the lines of each device-file section go, trimmed and without empty
-/// ones, into that device file of `folder` (UTF-8); the lines of "[CONFIG]" set the system settings.
-/// A section that is missing leaves its device file as it was; a second one of the same name starts it anew.
-/// \throws ReadFailure, SectionFailure
-void splitIntoDeviceFiles(ByteSource& source, const std::string& folder, const PathRules& paths,
-                          Project& project);
+/// Writes each section into its device file in `folder` (UTF-8) and sets the system settings, in the order
+/// of the project file. A section that is missing leaves its device file as it was.
+/// \throws SectionFailure
+void writeDeviceFiles(const std::vector<ProjectFileSection>& sections, const std::string& folder,
+                      const PathRules& paths, Project& project);
 
 } // namespace orvista::DocMgrModule

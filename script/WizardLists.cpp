@@ -1,6 +1,6 @@
 #include "script/WizardLists.h"
 
-#include "model/Project.h"
+#include "model/ItemKind.h"
 
 #include <algorithm>
 
@@ -12,10 +12,9 @@ std::array<std::string, fieldSourceCount> listedFieldSources() {
     static_assert(fieldSourceCount == booleanVariableCount + floatVariableCount + clockFields.size());
     std::array<std::string, fieldSourceCount> sources;
     auto next = sources.begin();
-    for (std::size_t number = 1; number <= booleanVariableCount; ++number)
-        *next++ = booleanVariableName + std::to_string(number);
-    for (std::size_t number = 1; number <= floatVariableCount; ++number)
-        *next++ = floatVariableName + std::to_string(number);
+    for (const ItemKind& kind : {booleanVariables, floatVariables})
+        for (std::size_t index = 0; index < kind.count; ++index)
+            *next++ = kind.name(index);
     std::copy(clockFields.begin(), clockFields.end(), next);
     return sources;
 }

@@ -1,8 +1,9 @@
 #include "simulator/MemoryItems.h"
 
-#include "model/Numbers.h"
+#include "model/ItemKind.h"
 
 #include <charconv>
+#include <initializer_list>
 #include <map>
 
 namespace orvista {
@@ -18,27 +19,11 @@ void addName(Names& names, std::int64_t address, const std::string& name) {
     all += (all.empty() ? "" : ", ") + name;
 }
 
-std::string numbered(const char* kind, std::size_t index) {
-    return kind + decimalText(static_cast<std::int64_t>(index + 1));
-}
-
-Names coilNames(const Project& project) {
+Names namesOf(std::initializer_list<ItemKind> kinds, const Project& project) {
     Names names;
-    for (std::size_t index = 0; index < booleanVariableCount; ++index)
-        addName(names, booleanVariableAddress(project, index), project.CoilVar[index].name);
-    for (std::size_t index = 0; index < emergencyMessageCount; ++index)
-        addName(names, std::int64_t{project.AlertMessage} + static_cast<std::int64_t>(index),
-                numbered(emergencyMessageName, index));
-    for (std::size_t index = 0; index < regularMessageCount; ++index)
-        addName(names, std::int64_t{project.RegularMessage} + static_cast<std::int64_t>(index),
-                numbered(regularMessageName, index));
-    return names;
-}
-
-Names floatNames(const Project& project) {
-    Names names;
-    for (std::size_t index = 0; index < floatVariableCount; ++index)
-        addName(names, floatVariableAddress(project, index), project.RegVar[index].name);
+    for (const ItemKind& kind : kinds)
+        for (std::size_t index = 0; index < kind.count; ++index)
+            addName(names, kind.address(project, index), kind.name(index));
     return names;
 }
 
@@ -65,7 +50,7 @@ std::string hexText(std::uint16_t value) {
 }
 
 void addCoils(std::vector<MemoryItem>& items, const Project& project, const DeviceMemory& memory) {
-    const Names names = coilNames(project);
+    const Names names = namesOf({booleanVariables, emergencyMessages, regularMessages}, project);
     for (std::size_t address = 0; address < DeviceMemory::size && items.size() < mostItems; ++address) {
         const auto number = static_cast<std::int64_t>(address);
         if (memory.coils[address] != 0)
@@ -74,7 +59,7 @@ void addCoils(std::vector<MemoryItem>& items, const Project& project, const Devi
 }
 
 void addRegisters(std::vector<MemoryItem>& items, const Project& project, const DeviceMemory& memory) {
-    const Names names = floatNames(project);
+    const Names names = namesOf({floatVariables}, project);
     for (std::size_t address = 0; address < DeviceMemory::size && items.size() < mostItems; ++address) {
         const auto number = static_cast<std::int64_t>(address);
         const std::string name = nameAt(names, number);

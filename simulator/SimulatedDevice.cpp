@@ -1,7 +1,7 @@
 #include "simulator/SimulatedDevice.h"
 
-#include "model/DeviceFileReaders.h"
 #include "model/DeviceFiles.h"
+#include "model/ItemKind.h"
 #include "model/Windows1252.h"
 #include "simulator/FolderBitmaps.h"
 
@@ -24,16 +24,6 @@ private:
     std::function<void(const QString&)> log_;
 };
 
-void readDeviceFiles(const std::string& root, Project& project, Messages& messages) {
-    const PathRules rules = PathRules::native();
-    const DocMgrModule::FileContext context{rules, messages};
-    // The variables are placed by the addresses of the map, so that is read first.
-    ConfigModule::ReadModbusAdr(rules.join(root, modbusAdrName), project, context);
-    ConfigModule::ReadIlmVar(rules.join(root, ilmVarName), project, context);
-    ConfigModule::ReadStdMsg(rules.join(root, stdMsgName), project, context);
-    ConfigModule::ReadAltMsg(rules.join(root, altMsgName), project, context);
-}
-
 void resetProject(Project& project) {
     project.ResetAddressMap();
     project.ResetVariables();
@@ -48,9 +38,9 @@ LocalTime localTime(const QDateTime& time) {
 void writeDefaults(const Project& project, DeviceMemory& memory) {
     const DisplayValues defaults = defaultValues(project);
     for (std::size_t index = 0; index < floatVariableCount; ++index)
-        memory.setFloat(floatVariableAddress(project, index), defaults.floats[index]);
+        memory.setFloat(floatVariables.address(project, index), defaults.floats[index]);
     for (std::size_t index = 0; index < booleanVariableCount; ++index)
-        memory.setCoil(booleanVariableAddress(project, index), defaults.booleans[index]);
+        memory.setCoil(booleanVariables.address(project, index), defaults.booleans[index]);
 }
 
 } // namespace
@@ -83,11 +73,12 @@ void SimulatedDevice::loadFiles() {
         note(tr("The device holds no files"));
     } else {
         LoggedMessages messages([this](const QString& words) { note(words); });
-        readDeviceFiles(folder_.path(), project_, messages);
-        if (const std::optional<std::string> list = folder_.read(defaultPlsName))
+        const PathRules rules = PathRules::native();
+        ConfigModule::readDeviceFiles(folder_.path(), project_, {rules, messages}, modbusAdrFile.name);
+        if (const std::optional<std::string> list = folder_.read(defaultPlsFile.name))
             playList_ = readPlayList(*list);
         for (const ScriptRemark& remark : playList_.remarks)
-            noteIdleLine(std::string(defaultPlsName), remark.line, remark.text);
+            noteIdleLine(std::string(defaultPlsFile.name), remark.line, remark.text);
         note(tr("The files are shown"));
     }
     writeDefaults(project_, memory_);
@@ -104,11 +95,9 @@ void SimulatedDevice::switchEverythingOff() {
 MessageCoils SimulatedDevice::messageCoils() const {
     MessageCoils coils;
     for (std::size_t index = 0; index < emergencyMessageCount; ++index)
-        coils.emergency[index] =
-            memory_.coil(std::int64_t{project_.AlertMessage} + static_cast<std::int64_t>(index));
+        coils.emergency[index] = memory_.coil(emergencyMessages.address(project_, index));
     for (std::size_t index = 0; index < regularMessageCount; ++index)
-        coils.regular[index] =
-            memory_.coil(std::int64_t{project_.RegularMessage} + static_cast<std::int64_t>(index));
+        coils.regular[index] = memory_.coil(regularMessages.address(project_, index));
     return coils;
 }
 
@@ -133,9 +122,9 @@ void SimulatedDevice::beginProgramme() {
 DisplayValues SimulatedDevice::values() const {
     DisplayValues values;
     for (std::size_t index = 0; index < floatVariableCount; ++index)
-        values.floats[index] = memory_.floatAt(floatVariableAddress(project_, index));
+        values.floats[index] = memory_.floatAt(floatVariables.address(project_, index));
     for (std::size_t index = 0; index < booleanVariableCount; ++index)
-        values.booleans[index] = memory_.coil(booleanVariableAddress(project_, index));
+        values.booleans[index] = memory_.coil(booleanVariables.address(project_, index));
     values.clock = localTime(settings_.clock.value_or(QDateTime::currentDateTime()));
     return values;
 }

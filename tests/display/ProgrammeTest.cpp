@@ -181,11 +181,11 @@ TEST_F(Device, AnEmergencyMessageThatClearsDarkensThePanel) {
 TEST(PlayListFile, RemarksLinesThatNameNoMessage) {
     const PlayList list =
         readPlayList("DISPMSG STDMSG40\n\nDISPMSG STDMSG41\nDISPMSG STDMSG0\nDISPMSG ALTMSG1\n"
-                     "DISPMSG STDMSG\nSHOW STDMSG1\nDISPMSG\nDISPMSG STDMSG1x\nDISPMSG STDMSG001");
+                     "DISPMSG STDMSG\nSHOW STDMSG1\nDISPMSG\nDISPMSG STDMSG1x\nDISPMSG STDMSG+1");
     EXPECT_EQ(list.messages, std::vector<std::size_t>{39});
     ASSERT_EQ(list.remarks.size(), 8U);
     EXPECT_EQ(list.remarks[0], (ScriptRemark{3, "DISPMSG STDMSG41"}));
-    EXPECT_EQ(list.remarks[7], (ScriptRemark{10, "DISPMSG STDMSG001"}));
+    EXPECT_EQ(list.remarks[7], (ScriptRemark{10, "DISPMSG STDMSG+1"}));
 }
 
 TEST(PlayListFile, IsInOrderAsTheEditorWritesIt) {

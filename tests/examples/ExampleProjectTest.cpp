@@ -1,4 +1,3 @@
-#include "model/DeviceFiles.h"
 #include "model/ProjectFile.h"
 #include "tests/support/ScriptedPeople.h"
 #include "tests/support/TemporaryFolder.h"
@@ -24,8 +23,8 @@ protected:
     }
 
     void expectFilesAsShipped() const {
-        for (const std::string_view name : {std::string_view("PUMPSTATION.orx"), modbusAdrName, stdMsgName,
-                                            altMsgName, ilmVarName, defaultPlsName}) {
+        for (const std::string_view name :
+             {"PUMPSTATION.orx", "modbus.adr", "stdmsg.ilm", "altmsg.ilm", "ilmvar.def", "default.pls"}) {
             const std::string shipped = testing::fileBytes(exampleFolder + "/" + std::string(name));
             EXPECT_EQ(testing::fileBytes(folder_.file(std::string(name))), shipped) << name;
         }

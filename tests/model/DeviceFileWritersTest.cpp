@@ -95,7 +95,7 @@ TEST(WritersOnPaths, ReplaceWhatStoodThere) {
     const FileContext context{rules, messages};
     const std::string path = folder.file("default.pls");
     orvista::testing::writeBytes(path, std::string(5000, 'x'));
-    EXPECT_TRUE(WriteDefaultPls(path, context));
+    EXPECT_TRUE(WriteDefaultPls(path, Project(), context));
     EXPECT_EQ(orvista::testing::fileBytes(path), orvista::testing::expectedPlayList());
     EXPECT_TRUE(messages.shown.empty());
 }

@@ -48,13 +48,5 @@ TEST(Project, ResetsEveryTable) {
     EXPECT_EQ(project.IP, defaults.IP);
 }
 
-TEST(Project, LastRecordsLieAtTheirAddresses) {
-    Project project;
-    EXPECT_EQ(floatVariableAddress(project, 63), 100 + 126);
-    EXPECT_EQ(booleanVariableAddress(project, 31), 100 + 31);
-    project.AnalogInput = 2'147'483'647;
-    EXPECT_EQ(floatVariableAddress(project, 63), 2'147'483'773);
-}
-
 } // namespace
 } // namespace orvista
