@@ -7,9 +7,19 @@ namespace {
 
 using namespace orvista;
 
-constexpr PanelSize panel{128};
-constexpr int cell = 8;
 constexpr double framesPerSecond = 50;
+constexpr int pictureWidth = 1000;
+/// On each side of the lenses, in cells.
+constexpr double rimCells = 1.5;
+
+/// The largest cell with which a panel is no wider than the picture.
+int cellOf(PanelSize panel) {
+    return std::max(1, static_cast<int>(pictureWidth / (panel.columns + 2 * rimCells)));
+}
+
+PanelSize panelOf(const benchmark::State& state) {
+    return {static_cast<int>(state.range(0))};
+}
 
 /// The share of one core that 50 frames a second take: CPU seconds in each second.
 void reportShare(benchmark::State& state) {
@@ -18,20 +28,26 @@ void reportShare(benchmark::State& state) {
                            benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
 }
 
-Programme scrollingText() {
+/// Text from edge to edge, coming and going.
+Programme scrollingText(PanelSize panel) {
     const Project project;
     Programme programme(panel, fieldFormats(project));
+    std::string text;
+    while (text.size() < static_cast<std::size_t>(panel.columns) / 8)
+        text += "Level 12 ";
     programme.add("STDMSG1",
-                  "CLEAR\r\nTEXT 0 0 GREEN BLACK \"Level \"\r\nDISPVAR 48 0 ORANGE BLACK RegVar1\r\n"
-                  "IN GO-LEFT 1 50\r\nACT STILL 3000\r\nOUT GO-UP 1 50",
+                  "CLEAR\r\nTEXT 0 0 GREEN BLACK \"" + text +
+                      "\"\r\nDISPVAR 48 0 ORANGE BLACK RegVar1\r\n"
+                      "IN GO-LEFT 1 50\r\nACT STILL 3000\r\nOUT GO-UP 1 50",
                   StoredBitmaps());
     return programme;
 }
 
 /// What the window does for a frame: the LEDs of the moment, then their picture.
 void redrawScrollingText(benchmark::State& state) {
-    const Programme programme = scrollingText();
-    const PanelPicture picture(panel, cell);
+    const PanelSize panel = panelOf(state);
+    const Programme programme = scrollingText(panel);
+    const PanelPicture picture(panel, cellOf(panel));
     QImage screen(picture.size(), QImage::Format_ARGB32_Premultiplied);
     std::int64_t moment = 0;
     for (auto _ : state) {
@@ -44,11 +60,12 @@ void redrawScrollingText(benchmark::State& state) {
     }
     reportShare(state);
 }
-BENCHMARK(redrawScrollingText)->Unit(benchmark::kMicrosecond);
+BENCHMARK(redrawScrollingText)->Arg(128)->Arg(512)->Unit(benchmark::kMicrosecond);
 
 /// The worst a panel can show.
 void redrawAllLightsOn(benchmark::State& state) {
-    const PanelPicture picture(panel, cell);
+    const PanelSize panel = panelOf(state);
+    const PanelPicture picture(panel, cellOf(panel));
     QImage screen(picture.size(), QImage::Format_ARGB32_Premultiplied);
     LedRaster raster(panel);
     raster.fill(0, 0, panel.columns, panel.rows, Led::Orange);
@@ -60,11 +77,23 @@ void redrawAllLightsOn(benchmark::State& state) {
     }
     reportShare(state);
 }
-BENCHMARK(redrawAllLightsOn)->Unit(benchmark::kMicrosecond);
+BENCHMARK(redrawAllLightsOn)->Arg(128)->Arg(512)->Unit(benchmark::kMicrosecond);
+
+/// A window that was resized: a new board and the first picture on it.
+void redrawAtANewSize(benchmark::State& state) {
+    const PanelSize panel = panelOf(state);
+    const LedRaster raster = rasterAt(scrollingText(panel), {}, 5000);
+    for (auto _ : state) {
+        const PanelPicture picture(panel, cellOf(panel));
+        benchmark::DoNotOptimize(picture.image(raster).constBits());
+    }
+}
+BENCHMARK(redrawAtANewSize)->Arg(128)->Arg(512)->Unit(benchmark::kMicrosecond);
 
 /// The floor: putting a finished picture of the same size on the screen.
 void copyFinishedPicture(benchmark::State& state) {
-    const PanelPicture picture(panel, cell);
+    const PanelSize panel = panelOf(state);
+    const PanelPicture picture(panel, cellOf(panel));
     const QImage finished = picture.image(LedRaster(panel));
     QImage screen(picture.size(), QImage::Format_ARGB32_Premultiplied);
     for (auto _ : state) {
@@ -75,6 +104,6 @@ void copyFinishedPicture(benchmark::State& state) {
     }
     reportShare(state);
 }
-BENCHMARK(copyFinishedPicture)->Unit(benchmark::kMicrosecond);
+BENCHMARK(copyFinishedPicture)->Arg(128)->Arg(512)->Unit(benchmark::kMicrosecond);
 
 } // namespace
