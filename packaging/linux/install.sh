@@ -1,20 +1,24 @@
 #!/bin/sh
-# Adds the editor in this folder to the present user's desktop: menu entry, icon, and .orx files that open by a double
-# click. With --remove it takes all of that away again.
+# Adds the programs in this folder to the present user's desktop: menu entries, icon, .orx files that open by a double
+# click, manual pages and bash completion. With --remove it takes all of that away again.
 set -eu
 here=$(dirname "$(readlink -f "$0")")
 data=${XDG_DATA_HOME:-$HOME/.local/share}
-entry=$data/applications/orvista-editor.desktop
+programs='orvista-editor lx400d-simulator'
+entries=$data/applications
 types=$data/mime/packages/orvista-editor.xml
+about=$data/metainfo/orvista-editor.metainfo.xml
+manual=$data/man/man1
+completions=$data/bash-completion/completions
 icons=$data/icons/hicolor
 
-# The program's path as a desktop entry's Exec line wants it: quoted, then escaped once more as any of its texts. A plain
+# exec_path PROGRAM: its path as a desktop entry's Exec line wants it: quoted, then escaped once more as any of its texts. A plain
 # path stays as it is, for xdg-open without a desktop knows no quotes.
 exec_path() {
     case $here in
         *[!A-Za-z0-9/._+-]*)
-            printf '"%s"' "$(printf %s "$here/orvista-editor" | sed 's/[\\"`$]/\\&/g; s/\\/\\\\/g; s/%/%%/g')" ;;
-        *) printf %s "$here/orvista-editor" ;;
+            printf '"%s"' "$(printf %s "$here/$1" | sed 's/[\\"`$]/\\&/g; s/\\/\\\\/g; s/%/%%/g')" ;;
+        *) printf %s "$here/$1" ;;
     esac
 }
 
@@ -23,8 +27,8 @@ update_databases() {
     if command -v update-mime-database >/dev/null && [ -d "$data/mime/packages" ]; then
         update-mime-database "$data/mime"
     fi
-    if command -v update-desktop-database >/dev/null && [ -d "$data/applications" ]; then
-        update-desktop-database "$data/applications"
+    if command -v update-desktop-database >/dev/null && [ -d "$entries" ]; then
+        update-desktop-database "$entries"
     fi
     if [ -d "$icons" ]; then
         touch "$icons"
@@ -36,10 +40,15 @@ add() {
         echo "orvista-editor is not in $here" >&2
         exit 1
     fi
-    mkdir -p "$data/applications" "$data/mime/packages"
-    escaped=$(exec_path | sed 's/[\\&|]/\\&/g')
-    sed "s|@PROGRAM@|$escaped|" "$here/desktop/orvista-editor.desktop.in" >"$entry"
+    mkdir -p "$entries" "$data/mime/packages" "$data/metainfo" "$manual" "$completions"
+    for program in $programs; do
+        escaped=$(exec_path $program | sed 's/[\\&|]/\\&/g')
+        sed "s|@PROGRAM@|$escaped|" "$here/desktop/$program.desktop.in" >"$entries/$program.desktop"
+        cp "$here/man/$program.1" "$manual"
+        cp "$here/completion/$program" "$completions"
+    done
     cp "$here/desktop/orvista-editor.xml" "$types"
+    cp "$here/desktop/orvista-editor.metainfo.xml" "$about"
     for size in 48 128 256; do
         mkdir -p "$icons/${size}x$size/apps"
         cp "$here/desktop/orvista-editor-$size.png" "$icons/${size}x$size/apps/orvista-editor.png"
@@ -47,7 +56,7 @@ add() {
     mkdir -p "$icons/scalable/apps"
     cp "$here/desktop/orvista-editor.svg" "$icons/scalable/apps/orvista-editor.svg"
     update_databases
-    echo "The editor is in your menu, and .orx projects open with it."
+    echo "The editor and the simulated display are in your menu, and .orx projects open with it."
 }
 
 # What the databases consist of once nobody else has an entry.
@@ -57,23 +66,26 @@ remove_empty_databases() {
             rm -f "$data/mime/$name"
         done
     fi
-    if [ "$(ls -A "$data/applications" 2>/dev/null)" = mimeinfo.cache ]; then
-        rm -f "$data/applications/mimeinfo.cache"
+    if [ "$(ls -A "$entries" 2>/dev/null)" = mimeinfo.cache ]; then
+        rm -f "$entries/mimeinfo.cache"
     fi
 }
 
 remove() {
-    rm -f "$entry" "$types" "$icons/scalable/apps/orvista-editor.svg"
+    for program in $programs; do
+        rm -f "$entries/$program.desktop" "$manual/$program.1" "$completions/$program"
+    done
+    rm -f "$types" "$about" "$icons/scalable/apps/orvista-editor.svg"
     for size in 48 128 256; do
         rm -f "$icons/${size}x$size/apps/orvista-editor.png"
     done
     update_databases
     remove_empty_databases
     for folder in "$icons"/*/apps "$icons"/* "$icons" "$data/icons" "$data/mime/packages" "$data/mime/application" \
-        "$data/mime" "$data/applications"; do
+        "$data/mime" "$entries" "$data/metainfo" "$manual" "$data/man" "$completions" "$data/bash-completion"; do
         [ ! -d "$folder" ] || rmdir --ignore-fail-on-non-empty "$folder"
     done
-    echo "The editor is no longer in your menu. This folder can be deleted."
+    echo "The programs are no longer in your menu. This folder can be deleted."
 }
 
 case ${1:-} in
