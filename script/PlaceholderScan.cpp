@@ -44,7 +44,9 @@ PlaceholderScan scanPlaceholders(std::string_view text) {
         if (!placeholder || (!surplus && column > lastFieldColumn))
             continue;
         scan.DisplayText.append(text, rest, percent - rest);
-        if (!surplus) {
+        if (surplus) {
+            ++scan.surplus;
+        } else {
             scan.VarPos[fields++] = static_cast<std::int16_t>(column);
             scan.DisplayText.append(static_cast<std::size_t>(placeholder->width), ' ');
         }

@@ -25,6 +25,8 @@ struct PlaceholderScan {
     std::string DisplayText;
     /// Column of each field in DisplayText, counted from 0. The used slots are a prefix.
     std::array<std::int16_t, fieldSlotCount> VarPos{emptySlot, emptySlot, emptySlot, emptySlot};
+    /// Placeholders that were removed.
+    std::size_t surplus = 0;
 
     std::size_t fieldCount() const;
     bool operator==(const PlaceholderScan&) const = default;

@@ -30,6 +30,7 @@ inline PlaceholderScan referenceScan(std::string text) {
         if (width == 0 || (fields < 4 && p > 32767)) {
             p = text.find('%', p + 1);
         } else if (fields == 4) {
+            ++scan.surplus;
             text.erase(p, q - p + 1);
             p = text.find('%', p);
         } else {

@@ -1,0 +1,205 @@
+#include "exchange/AddressList.h"
+
+#include "display/LiveField.h"
+#include "exchange/Csv.h"
+#include "exchange/PageContent.h"
+#include "exchange/ProjectMessages.h"
+#include "model/ItemKind.h"
+#include "model/Numbers.h"
+#include "model/Windows1252.h"
+
+#include <algorithm>
+#include <bitset>
+#include <map>
+#include <utility>
+
+namespace orvista {
+
+const std::array<std::string_view, addressColumnCount> addressColumns{
+    "kind",      "number",     "name",           "table",   "address", "address_hex", "reference", "count",
+    "data_type", "word_order", "write_function", "used_by", "default", "format",      "text",      "note"};
+
+namespace {
+
+constexpr std::int64_t lastAddress = 65535;
+
+constexpr std::string_view coilTable = "coil";
+
+/// What is the same for all items of a kind.
+struct Block {
+    std::string_view kind;
+    const ItemKind& items;
+    std::string_view table;
+    std::string_view dataType;
+    std::string_view wordOrder;
+    std::string_view writeFunction;
+};
+
+constexpr std::array<Block, 4> blocks{{
+    {"float", floatVariables, "holding register", "float32", "low word first", "16"},
+    {"boolean", booleanVariables, coilTable, "bit", "", "5"},
+    {"emergency", emergencyMessages, coilTable, "bit", "", "5 15"},
+    {"regular", regularMessages, coilTable, "bit", "", "5 15"},
+}};
+
+std::string hexadecimal(std::int64_t address) {
+    std::string digits = "0x0000";
+    for (auto digit = digits.rbegin(); address > 0; address /= 16)
+        *digit++ = "0123456789ABCDEF"[address % 16];
+    return digits;
+}
+
+/// The number under which many programs know a place: 0 for coils or 4 for registers, then the place counted
+/// from 1.
+std::string referenceNumber(char table, std::int64_t address) {
+    std::string place = decimalText(address + 1);
+    place.insert(0, 4 - std::min<std::size_t>(place.size(), 4), '0');
+    return table + place;
+}
+
+/// What the scripts say about the rows.
+class MessageUse {
+public:
+    explicit MessageUse(const Project& project) : formats_(fieldFormats(project)) {
+        for (std::size_t position = 0; position < messageCount; ++position)
+            look(position, interpretScript(messageScript(project, position)));
+    }
+
+    const std::string& usersOfFloat(std::size_t index) const { return floatUsers_[index]; }
+    const std::string& usersOfBoolean(std::size_t index) const { return booleanUsers_[index]; }
+    bool drawsSomething(std::size_t position) const { return draws_[position]; }
+    const std::string& text(std::size_t position) const { return texts_[position]; }
+
+private:
+    void look(std::size_t position, const InterpretedScript& script) {
+        std::bitset<floatVariableCount> floats;
+        std::bitset<booleanVariableCount> booleans;
+        for (const ScriptPage& page : script.pages) {
+            draws_[position] = draws_[position] || !page.elements.empty();
+            for (const ScriptElement& element : page.elements) {
+                const auto* field = std::get_if<FieldElement>(&element);
+                if (field != nullptr && field->value == LiveValue::Float)
+                    floats.set(field->index);
+                else if (field != nullptr && field->value == LiveValue::Boolean)
+                    booleans.set(field->index);
+            }
+        }
+        texts_[position] = utf8FromWindows1252(firstText(script, formats_));
+        const std::string name = messageName(position);
+        const auto note = [&name](const auto& used, auto& users) {
+            for (std::size_t i = 0; i < used.size(); ++i)
+                if (used[i])
+                    users[i].append(users[i].empty() ? "" : " ").append(name);
+        };
+        note(floats, floatUsers_);
+        note(booleans, booleanUsers_);
+    }
+
+    FieldFormats formats_;
+    std::array<std::string, floatVariableCount> floatUsers_;
+    std::array<std::string, booleanVariableCount> booleanUsers_;
+    std::array<bool, messageCount> draws_{};
+    std::array<std::string, messageCount> texts_;
+};
+
+AddressRow placedRow(const Block& block, const Project& project, std::size_t index) {
+    AddressRow row;
+    row.kind = block.kind;
+    row.number = index + 1;
+    row.name = block.items.name(index);
+    row.table = block.table;
+    row.address = block.items.address(project, index);
+    row.count = block.items.addressesPerItem;
+    row.dataType = block.dataType;
+    row.wordOrder = block.wordOrder;
+    row.writeFunction = block.writeFunction;
+    if (row.address < 0 || row.address > lastAddress) {
+        row.note = "not addressable";
+        return row;
+    }
+    row.addressHex = hexadecimal(row.address);
+    row.reference = referenceNumber(block.table == coilTable ? '0' : '4', row.address);
+    return row;
+}
+
+void describeVariable(AddressRow& row, const Project& project, std::size_t index, const MessageUse& use) {
+    if (row.table == coilTable) {
+        const BooleanVariable& variable = project.CoilVar[index];
+        row.usedBy = use.usersOfBoolean(index);
+        row.defaultValue = utf8FromWindows1252(variable.defaultValue);
+        row.text = utf8FromWindows1252(variable.offText + "/" + variable.onText);
+    } else {
+        const FloatVariable& variable = project.RegVar[index];
+        row.usedBy = use.usersOfFloat(index);
+        row.defaultValue = utf8FromWindows1252(variable.defaultValue);
+        row.format = utf8FromWindows1252(variable.width + "." + variable.precision);
+    }
+    row.isUsed = !row.usedBy.empty();
+}
+
+/// Coils of different blocks may lie on one another; each then names the others.
+void noteSharedCoils(std::vector<AddressRow>& rows) {
+    std::map<std::int64_t, std::vector<std::size_t>> byAddress;
+    for (std::size_t i = 0; i < rows.size(); ++i)
+        if (rows[i].table == coilTable)
+            byAddress[rows[i].address].push_back(i);
+    for (const auto& [address, sharing] : byAddress)
+        for (const std::size_t row : sharing)
+            for (const std::size_t other : sharing)
+                if (other != row)
+                    rows[row]
+                        .note.append(rows[row].note.empty() ? "" : "; ")
+                        .append("also " + rows[other].name);
+}
+
+} // namespace
+
+std::array<std::string, addressColumnCount> addressCells(const AddressRow& row) {
+    return {std::string(row.kind),
+            decimalText(static_cast<std::int64_t>(row.number)),
+            row.name,
+            std::string(row.table),
+            decimalText(row.address),
+            row.addressHex,
+            row.reference,
+            decimalText(row.count),
+            std::string(row.dataType),
+            std::string(row.wordOrder),
+            std::string(row.writeFunction),
+            row.usedBy,
+            row.defaultValue,
+            row.format,
+            row.text,
+            row.note};
+}
+
+std::vector<AddressRow> addressList(const Project& project, AddressRows wanted) {
+    const MessageUse use(project);
+    std::vector<AddressRow> rows;
+    for (const Block& block : blocks) {
+        for (std::size_t index = 0; index < block.items.count; ++index) {
+            AddressRow row = placedRow(block, project, index);
+            if (const auto message = messagePosition(row.name)) {
+                row.isUsed = use.drawsSomething(*message);
+                row.text = use.text(*message);
+            } else {
+                describeVariable(row, project, index, use);
+            }
+            rows.push_back(std::move(row));
+        }
+    }
+    noteSharedCoils(rows);
+    if (wanted == AddressRows::UsedOnly)
+        std::erase_if(rows, [](const AddressRow& row) { return !row.isUsed; });
+    return rows;
+}
+
+std::string addressCsv(std::span<const AddressRow> rows, char separator) {
+    std::string csv(utf8Mark);
+    appendRecord(csv, std::vector<std::string>(addressColumns.begin(), addressColumns.end()), separator);
+    for (const AddressRow& row : rows)
+        appendRecord(csv, addressCells(row), separator);
+    return csv;
+}
+
+} // namespace orvista

@@ -1,0 +1,55 @@
+#include "model/Utf8.h"
+
+#include <cstdint>
+
+namespace orvista {
+
+namespace {
+
+/// The range of the second unit after a lead one, and how many follow in all. It is narrower where forms
+/// would be overlong, surrogates or beyond the last code point.
+struct Form {
+    std::size_t length;
+    std::uint8_t lowest = 0x80;
+    std::uint8_t highest = 0xBF;
+};
+
+Form formOf(std::uint8_t lead) {
+    if (lead < 0x80)
+        return {1};
+    if (lead < 0xC2 || lead > 0xF4)
+        return {0};
+    if (lead < 0xE0)
+        return {2};
+    if (lead < 0xF0)
+        return {3, std::uint8_t(lead == 0xE0 ? 0xA0 : 0x80), std::uint8_t(lead == 0xED ? 0x9F : 0xBF)};
+    return {4, std::uint8_t(lead == 0xF0 ? 0x90 : 0x80), std::uint8_t(lead == 0xF4 ? 0x8F : 0xBF)};
+}
+
+} // namespace
+
+std::size_t utf8CharacterLength(std::string_view text) {
+    if (text.empty())
+        return 0;
+    const Form form = formOf(static_cast<std::uint8_t>(text.front()));
+    if (text.size() < form.length)
+        return 0;
+    for (std::size_t i = 1; i < form.length; ++i) {
+        const auto unit = static_cast<std::uint8_t>(text[i]);
+        if (unit < (i == 1 ? form.lowest : 0x80) || unit > (i == 1 ? form.highest : 0xBF))
+            return 0;
+    }
+    return form.length;
+}
+
+bool isUtf8(std::string_view text) {
+    while (!text.empty()) {
+        const std::size_t length = utf8CharacterLength(text);
+        if (length == 0)
+            return false;
+        text.remove_prefix(length);
+    }
+    return true;
+}
+
+} // namespace orvista

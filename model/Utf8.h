@@ -1,0 +1,15 @@
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+
+namespace orvista {
+
+/// Units of the character that the text begins with, 1 to 4; 0 where it is empty or begins with anything that
+/// is not well-formed UTF-8.
+std::size_t utf8CharacterLength(std::string_view text);
+
+/// Whether all of the text is well formed; an empty one is.
+bool isUtf8(std::string_view text);
+
+} // namespace orvista
