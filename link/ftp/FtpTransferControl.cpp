@@ -42,8 +42,11 @@ std::vector<WantedFile> wantedFiles(const RemoteListing& listing, const std::str
             {listing.variantOf(name), std::string(name), deviceFileOnDisk(paths, paths.join(folder, name))});
     for (const std::string& listed : listing.names()) {
         const auto localName = isBitmapName(listed) ? localFileName(listed, paths) : std::nullopt;
-        if (localName)
-            wanted.push_back({listed, *localName, paths.join(folder, *localName)});
+        if (!localName)
+            continue;
+        std::string finalPath = paths.join(folder, *localName);
+        if (DownloadStaging::canAppear(finalPath))
+            wanted.push_back({listed, *localName, std::move(finalPath)});
     }
     return wanted;
 }
@@ -121,10 +124,14 @@ std::int64_t FtpTransferControl::DownloadFiles(const std::string&, const std::st
     try {
         const std::vector<WantedFile> wanted = wantedFiles(listing, folder, paths_);
         DownloadStaging staging(folder, paths_);
+        std::vector<std::string> stagedPaths;
+        stagedPaths.reserve(wanted.size());
+        for (const WantedFile& file : wanted)
+            stagedPaths.push_back(staging.pathFor(file.finalPath));
         for (std::size_t index = 0; index < wanted.size(); ++index) {
             if (notice_)
                 notice_(wanted[index].shownName, index + 1, wanted.size());
-            FileSink sink(staging.pathFor(wanted[index].finalPath));
+            FileSink sink(stagedPaths[index]);
             if (!link_->fetch(wanted[index].remoteName, fileSizeLimit, sink))
                 return failure;
             sink.close();

@@ -29,8 +29,9 @@ inline constexpr const char* ftpPassword = "";
 ///
 /// `UploadFile` stores under the bare name of the path and fails for a name that the encoding does not have
 /// or that holds control characters. `DownloadFiles` fetches the five device files and the bitmaps and
-/// nothing else; all of them are fetched before the first one appears under its final name, so that a failed
-/// download leaves the folder as it was.
+/// nothing else, but for names that cannot be taken here; all of them are fetched before the first one
+/// appears under its final name, so that a failed download leaves the folder as it was. A folder in the way
+/// of a file fails it before anything is fetched.
 ///
 /// There is no retry: a link that breaks stays broken until the next OpenLink.
 class FtpTransferControl final : public TransferControl {

@@ -576,9 +576,12 @@ TEST_F(FtpTransferControlTest, FolderInTheWayOfAFileFails) {
     server.putDeviceFiles();
     server.put("logo.bmp", "x");
     fs::create_directories(local.file("logo.bmp/inner"));
+    writeBytes(local.file("modbus.adr"), "mine");
     ASSERT_EQ(open(server), 1);
     EXPECT_LE(download(), 0);
     EXPECT_TRUE(fs::exists(local.file("logo.bmp/inner")));
+    EXPECT_THAT(localNames(), ElementsAre("logo.bmp", "modbus.adr"));
+    EXPECT_EQ(localBytes("modbus.adr"), "mine");
 }
 
 TEST_F(FtpTransferControlTest, HostileNamesAreNotWritten) {
@@ -654,15 +657,26 @@ TEST_F(FtpTransferControlTest, ServerThatTellsNoSizes) {
     EXPECT_EQ(localBytes("default.pls"), "remote default.pls");
 }
 
-TEST_F(FtpTransferControlTest, ALeftoverOfAKilledDownloadIsNotTouched) {
+TEST_F(FtpTransferControlTest, ALeftoverOfAKilledDownloadIsRemovedByTheNext) {
     const FtpTestServer server;
     server.putDeviceFiles();
     fs::create_directory(local.file("download0.tmp"));
     writeBytes(local.file("download0.tmp/0"), "left");
     ASSERT_EQ(open(server), 1);
     EXPECT_EQ(download(), 1);
-    EXPECT_EQ(localBytes("download0.tmp/0"), "left");
+    EXPECT_THAT(localNames(), SizeIs(5));
+}
+
+TEST_F(FtpTransferControlTest, NamesThatTheDiskCannotHoldAreLeftOut) {
+    const std::string longName = std::string(300, 'x') + ".bmp";
+    const FtpTestServer server(listing(deviceFileLines() + longName + "\r\nzebra.bmp\r\n"));
+    server.putDeviceFiles();
+    server.put("zebra.bmp", "zebra");
+    ASSERT_EQ(open(server), 1);
+    EXPECT_EQ(download(), 1);
     EXPECT_THAT(localNames(), SizeIs(6));
+    EXPECT_EQ(localBytes("zebra.bmp"), "zebra");
+    EXPECT_THAT(server.commands(), Not(Contains("RETR " + longName)));
 }
 
 TEST_F(FtpTransferControlTest, LinksOpenOneAfterAnother) {
