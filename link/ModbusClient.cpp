@@ -56,6 +56,13 @@ void ModbusClient::finish() {
 void ModbusClient::fail(const std::string& description) {
     state_ = State::Reporting;
     clock_.cancel();
+    if (transfers_)
+        transfers_->afterwards([this, description] { report(description); });
+    else
+        report(description);
+}
+
+void ModbusClient::report(const std::string& description) {
     messages_.show(MessageIcon::None, description);
     finish();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "link/ModbusFrames.h"
+#include "link/RunningTransfer.h"
 #include "model/People.h"
 
 #include <chrono>
@@ -65,6 +66,10 @@ public:
     ModbusClient(const ModbusClient&) = delete;
     ModbusClient& operator=(const ModbusClient&) = delete;
 
+    /// From now on a failure is shown after a running transfer, not over it. \param transfers must outlast
+    /// this
+    void giveWayTo(RunningTransfer& transfers) { transfers_ = &transfers; }
+
     /// Sends `frame` to `host` (as typed, UTF-8). Does nothing while another request is under way.
     void start(Frame frame, const std::string& host);
     bool isIdle() const { return state_ == State::Idle; }
@@ -75,11 +80,12 @@ public:
     void onError(int number, const std::string& description) override;
 
 private:
-    /// Reporting: an error text is on the screen, whose box lets other events in.
+    /// Reporting: an error text is on the screen, whose box lets other events in, or waits to be.
     enum class State { Idle, Connecting, Sending, Reporting };
 
     void finish();
     void fail(const std::string& description);
+    void report(const std::string& description);
     void enableButtons(bool enabled);
 
     ClientSocket& socket_;
@@ -87,6 +93,7 @@ private:
     UpdateButtons& buttons_;
     Messages& messages_;
     std::uint16_t port_;
+    RunningTransfer* transfers_ = nullptr;
     State state_ = State::Idle;
     Frame PendingFrame;
 };

@@ -24,14 +24,15 @@ void ProjectTransfer::Upload() {
     // Sending what could not be saved would leave the device with another project than the folder.
     if (project_.modified && lifecycle_.SaveCommand() != DocMgrModule::SaveOutcome::Saved)
         return;
-    const auto connection = chooseConnection();
-    if (!connection)
-        return;
+    if (const auto connection = chooseConnection())
+        running_.during([&] { send(*connection); });
+}
 
+void ProjectTransfer::send(const DeviceConnection& connection) {
     auto progress = dialogs_.showProgress("Upload");
-    progress->showActivity("Connecting to " + connection->txtIP);
+    progress->showActivity("Connecting to " + connection.txtIP);
     const auto control = makeControl_(*progress);
-    if (!control || !connect(*control, *connection)) {
+    if (!control || !connect(*control, connection)) {
         progress.reset();
         messages_.show(MessageIcon::Exclamation, "Connect Fail!");
         return;
@@ -54,8 +55,10 @@ void ProjectTransfer::Download() {
     const auto target = chooser_.chooseNewProject("Create new project for downloaded files");
     if (!target)
         return;
-    const auto connection = chooseConnection();
-    if (!connection || fetch(*connection, target->ProjPath))
+    bool goesAhead = true;
+    if (const auto connection = chooseConnection())
+        running_.during([&] { goesAhead = fetch(*connection, target->ProjPath); });
+    if (goesAhead)
         openDownloadedProject(*target);
 }
 

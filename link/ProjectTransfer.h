@@ -1,5 +1,6 @@
 #pragma once
 
+#include "link/RunningTransfer.h"
 #include "link/TransferControl.h"
 #include "model/ProjectLifecycle.h"
 
@@ -44,6 +45,9 @@ public:
     ProjectTransfer(Project& project, DocMgrModule::ProjectLifecycle& lifecycle, ProjectChooser& chooser,
                     TransferDialogs& dialogs, Messages& messages, TransferControlMaker makeControl);
 
+    /// From the connecting to the end of the last message.
+    RunningTransfer& running() { return running_; }
+
     /// Saves a modified project without asking, then sends the device files and every bitmap of its folder.
     /// \throws Overflow for a port beyond 32767; nothing was sent then
     void Upload();
@@ -54,6 +58,7 @@ public:
     void Download();
 
 private:
+    void send(const DeviceConnection& connection);
     bool connect(TransferControl& control, const DeviceConnection& connection);
     std::optional<std::string> firstFileNotUploaded(TransferControl& control, TransferProgress& progress);
     bool fetch(const DeviceConnection& connection, const std::string& folder);
@@ -66,6 +71,7 @@ private:
     TransferDialogs& dialogs_;
     Messages& messages_;
     TransferControlMaker makeControl_;
+    RunningTransfer running_;
 };
 
 } // namespace orvista::DocTsfModule

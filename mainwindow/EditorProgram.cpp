@@ -29,6 +29,7 @@ EditorProgram::EditorProgram(const std::string& programFolder, std::uint16_t mod
       testerClient_(project_, window_.testerPage(), messages_, modbusPort),
       transfer_(project_, window_.lifecycle(), chooser_, messages_, window_, &makeTransferControl) {
     window_.testerPage().useActions(testerClient_);
+    testerClient_.giveWayTo(transfer_.running());
     window_.useTransfer(transfer_);
     messages_.useParent(&window_);
     chooser_.useParent(&window_);

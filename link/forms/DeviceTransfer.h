@@ -14,6 +14,7 @@ public:
     DeviceTransfer(Project& project, DocMgrModule::ProjectLifecycle& lifecycle, ProjectChooser& chooser,
                    Messages& messages, QWidget& window, DocTsfModule::TransferControlMaker makeControl);
 
+    RunningTransfer& running() { return transfer_.running(); }
     void upload() override { transfer_.Upload(); }
     void download() override { transfer_.Download(); }
 

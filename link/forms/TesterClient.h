@@ -14,6 +14,8 @@ public:
     TesterClient(const Project& project, UpdateButtons& buttons, Messages& messages,
                  std::uint16_t port = ModbusClient::modbusPort);
 
+    void giveWayTo(RunningTransfer& transfers) { client_.giveWayTo(transfers); }
+
     /// Each of these throws Overflow for an address or value that does not fit; nothing is sent then.
     void updateEmergencyMessages(const std::string& startAddress,
                                  const std::array<bool, emergencyMessageCount>& on) override;

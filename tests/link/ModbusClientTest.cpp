@@ -241,6 +241,45 @@ TEST_F(ModbusClientTest, TwentyRequestsInARowOnConnectionsOfTheirOwn) {
     EXPECT_EQ(std::ranges::count(journal.lines, "close"), 20);
 }
 
+TEST_F(ModbusClientTest, AFailureIsTheEndOfTheConnectAlarm) {
+    messages.whileShown = [this] {
+        EXPECT_FALSE(clock.isSet());
+        clock.advance(ModbusClient::connectTimeout);
+    };
+    click();
+    client.onError(111, "Connection refused");
+    EXPECT_FALSE(clock.isSet());
+    clock.advance(ModbusClient::connectTimeout);
+    EXPECT_EQ(messages.shown.size(), 1u);
+}
+
+TEST_F(ModbusClientTest, AFailureWaitsForTheEndOfARunningTransfer) {
+    RunningTransfer transfers;
+    client.giveWayTo(transfers);
+    messages.whileShown = [this] { journal.lines.push_back("box"); };
+    click();
+    transfers.during([&] {
+        clock.advance(ModbusClient::connectTimeout);
+        client.onError(111, "late");
+        EXPECT_THAT(messages.shown, IsEmpty());
+        EXPECT_TRUE(buttons.allDisabled());
+        takeLines();
+    });
+    EXPECT_THAT(takeLines(), ElementsAre("box", "close", "btnEmgMsgUpdate on", "btnRegMsgUpdate on",
+                                         "cmdUpdateReg on", "cmdUpdateCoil on"));
+    EXPECT_EQ(messages.shown.size(), 1u);
+    EXPECT_TRUE(client.isIdle());
+}
+
+TEST_F(ModbusClientTest, WithoutARunningTransferAFailureShowsAtOnce) {
+    RunningTransfer transfers;
+    client.giveWayTo(transfers);
+    click();
+    client.onError(111, "Connection refused");
+    EXPECT_EQ(messages.shown.size(), 1u);
+    EXPECT_TRUE(buttons.allEnabled());
+}
+
 TEST(ModbusClient, GoneWithARequestUnderWayLeavesNoAlarm) {
     Journal journal;
     ScriptedSocket socket{journal};

@@ -37,6 +37,7 @@ struct ControlScript {
     std::int64_t openResult = 1;
     std::int64_t downloadResult = 1;
     std::map<std::string, std::int64_t> uploadResults; ///< by bare name; others give 1
+    std::function<void()> open;
     std::function<void(const std::string& folder)> download;
     std::function<void(const std::string& path)> upload;
     Lines calls;
@@ -50,6 +51,8 @@ public:
     void RemotePort(std::int16_t port) override { note("RemotePort " + std::to_string(port)); }
     std::int64_t OpenLink() override {
         note("OpenLink");
+        if (script_.open)
+            script_.open();
         return script_.openResult;
     }
     void CloseLink() override { note("CloseLink"); }
@@ -273,6 +276,31 @@ TEST_F(ProjectTransferTest, FailedConnectionEndsTheUpload) {
     EXPECT_THAT(script.calls, ElementsAre("RemoteAddress <127.0.0.1>", "RemotePort 7000", "OpenLink",
                                           "exclamation: Connect Fail!"));
     EXPECT_EQ(dialogs.open, 0);
+}
+
+TEST_F(ProjectTransferTest, WhatWouldInterruptATransferComesAfterItsLastMessage) {
+    const auto interruption = [this] {
+        transfer.running().afterwards([this] { script.calls.push_back("interruption"); });
+    };
+    script.open = interruption;
+    transfer.Upload();
+    ASSERT_GE(script.calls.size(), 2u);
+    EXPECT_EQ(script.calls.back(), "interruption");
+    EXPECT_EQ(script.calls[script.calls.size() - 2], success.back());
+
+    script.calls.clear();
+    script.openResult = 0;
+    chooseTarget();
+    transfer.Download();
+    EXPECT_THAT(script.calls, ElementsAre("RemoteAddress <127.0.0.1>", "RemotePort 7000", "OpenLink",
+                                          "exclamation: Connect Fail!", "interruption"));
+}
+
+TEST_F(ProjectTransferTest, ATransferThatOverflowsDoesNotHoldBackForEver) {
+    dialogs.connection = DeviceConnection{"127.0.0.1", "32768"};
+    EXPECT_THROW(transfer.Upload(), Overflow);
+    transfer.running().afterwards([this] { script.calls.push_back("at once"); });
+    EXPECT_EQ(script.calls.back(), "at once");
 }
 
 TEST_F(ProjectTransferTest, WithoutAControlTheConnectionFails) {

@@ -125,6 +125,9 @@ private slots:
     void theAddressIsReadWhenTheButtonIsClicked();
     void aNameIsTriedAtEachOfItsAddresses();
     void modbusOwnPort();
+    void theAlarmClockRingsOnce();
+    void anAlarmMayBeSetAnewAndTakenBack();
+    void anAlarmMayBeSetWhileItRings();
 };
 
 void TesterClientTest::everyRequestArrivesByteForByte() {
@@ -339,6 +342,43 @@ void TesterClientTest::modbusOwnPort() {
     tester.client->updateCoil("1", true);
     QTRY_COMPARE(device.requests.size(), std::size_t{1});
     QCOMPARE(device.requests[0], QByteArray::fromHex("010200000006FF050001FF00"));
+}
+
+void TesterClientTest::theAlarmClockRingsOnce() {
+    QtAlarmClock clock;
+    int rings = 0;
+    const auto start = std::chrono::steady_clock::now();
+    clock.set(std::chrono::milliseconds(50), [&] { ++rings; });
+    QTRY_COMPARE(rings, 1);
+    QVERIFY(std::chrono::steady_clock::now() - start >= std::chrono::milliseconds(45));
+    QTest::qWait(100); // a second ring would come in this time
+    QCOMPARE(rings, 1);
+}
+
+void TesterClientTest::anAlarmMayBeSetAnewAndTakenBack() {
+    QtAlarmClock clock;
+    QStringList rings;
+    clock.set(std::chrono::milliseconds(1), [&] { rings << QStringLiteral("replaced"); });
+    clock.set(std::chrono::milliseconds(2), [&] { rings << QStringLiteral("new"); });
+    QTRY_VERIFY(!rings.isEmpty());
+    clock.set(std::chrono::milliseconds(1), [&] { rings << QStringLiteral("taken back"); });
+    clock.cancel();
+    QtAlarmClock other;
+    bool later = false;
+    other.set(std::chrono::milliseconds(20), [&] { later = true; });
+    QTRY_VERIFY(later);
+    QCOMPARE(rings, QStringList(QStringLiteral("new")));
+}
+
+void TesterClientTest::anAlarmMayBeSetWhileItRings() {
+    QtAlarmClock clock;
+    int rings = 0;
+    std::function<void()> ring = [&] {
+        if (++rings < 3)
+            clock.set(std::chrono::milliseconds(1), ring);
+    };
+    clock.set(std::chrono::milliseconds(1), ring);
+    QTRY_COMPARE(rings, 3);
 }
 
 QTEST_GUILESS_MAIN(TesterClientTest)
