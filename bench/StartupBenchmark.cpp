@@ -9,7 +9,7 @@
 #include <cstdlib>
 #include <stdexcept>
 
-/// From the start of the process to the first painted main window, beside a program with an empty one.
+/// From the start of the process to the first painted main window, beside the same window in straight code.
 namespace orvista::bench {
 namespace {
 
@@ -27,7 +27,7 @@ void StartUp(benchmark::State& state) {
     const testing::TemporaryFolder programFolder;
     runBesideFloor(
         state, [&] { runToItsEnd(ORVISTA_EDITOR_START, programFolder.path()); },
-        [&] { runToItsEnd(ORVISTA_EMPTY_START, programFolder.path()); });
+        [&] { runToItsEnd(ORVISTA_PLAIN_START, programFolder.path()); });
 }
 
 BENCHMARK(StartUp)->UseManualTime()->MinTime(3)->Unit(benchmark::kMillisecond);

@@ -1,6 +1,7 @@
 #include "mainwindow/Commands.h"
 
 #include "mainwindow/Guard.h"
+#include "widgets/ModalDialogs.h"
 
 #include <QAction>
 #include <QMenu>
@@ -18,22 +19,25 @@ void Commands::addMenus(QMenuBar& bar, const std::vector<MenuRow>& menus) {
     for (const MenuRow& row : menus) {
         QMenu* const menu = bar.addMenu(row.caption);
         menu->setObjectName(QString::fromLatin1(row.name));
+        menu->setToolTipsVisible(row.restUnderDialogs);
+        menu->menuAction()->setVisible(!row.commands.empty());
         for (const CommandRow& command : row.commands)
-            menu->addAction(add(command));
+            menu->addAction(add(command, row.restUnderDialogs));
     }
 }
 
-QAction* Commands::add(const CommandRow& row) {
+QAction* Commands::add(const CommandRow& row, bool restsUnderDialogs) {
     auto* const action = new QAction(row.caption, &window_);
     action->setObjectName(QString::fromLatin1(row.name));
     action->setShortcut(row.shortcut);
+    action->setCheckable(row.isCheckable);
     if (!row.toolTip.isEmpty())
         action->setToolTip(row.toolTip);
     // Elsewhere Qt would move some of them to other menus by their captions.
     action->setMenuRole(QAction::NoRole);
     connect(action, &QAction::triggered, this, [this, name = row.name] { run(name); });
     observe(row.enabling, [action](bool enabled) { action->setEnabled(enabled); });
-    commands_.push_back({row, action});
+    commands_.push_back({row, action, restsUnderDialogs});
     return action;
 }
 
@@ -42,7 +46,9 @@ QAction& Commands::action(std::string_view name) const {
 }
 
 void Commands::run(std::string_view name) {
-    runGuarded(messages_, command(name).row.run);
+    const Command& found = command(name);
+    if (!found.restsUnderDialogs || !isModalDialogOpen())
+        runGuarded(messages_, found.row.run);
 }
 
 const Commands::Command& Commands::command(std::string_view name) const {

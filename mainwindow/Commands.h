@@ -24,12 +24,15 @@ struct CommandRow {
     QString toolTip;
     EnablingRule enabling;
     std::function<void()> run;
+    bool isCheckable = false; ///< whoever shows what it turns on and off also checks its action
 };
 
 struct MenuRow {
     const char* name;
     QString caption;
     std::vector<CommandRow> commands;
+    /// True for commands that do nothing while a modal dialog or a transfer is open.
+    bool restUnderDialogs = false;
 };
 
 /// The commands of the main window. Each has one action, which its menu shows and a toolbar may observe.
@@ -39,7 +42,8 @@ public:
     /// \param messages tell of a number that a command could not take
     Commands(Messages& messages, QWidget& window);
 
-    /// Adds the menus and their commands to `bar`, in the order of the rows.
+    /// Adds the menus and their commands to `bar`, in the order of the rows. A menu without commands stays
+    /// out of sight.
     void addMenus(QMenuBar& bar, const std::vector<MenuRow>& menus);
 
     /// The action of that command. \throws std::out_of_range when there is no such command
@@ -56,6 +60,7 @@ private:
     struct Command {
         CommandRow row;
         QAction* action;
+        bool restsUnderDialogs;
     };
     struct Observer {
         EnablingRule rule;
@@ -63,7 +68,7 @@ private:
         std::function<void(bool)> setEnabled;
     };
 
-    QAction* add(const CommandRow& row);
+    QAction* add(const CommandRow& row, bool restsUnderDialogs);
     const Command& command(std::string_view name) const;
 
     Messages& messages_;

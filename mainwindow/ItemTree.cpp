@@ -2,6 +2,7 @@
 
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QTreeWidgetItemIterator>
 
 namespace orvista {
 
@@ -18,6 +19,17 @@ QTreeWidgetItem* ItemTree::addNode(QTreeWidgetItem* parent, const QString& key, 
     node->setText(0, text);
     node->setData(0, Qt::UserRole, key);
     return node;
+}
+
+void ItemTree::click(const QString& key) {
+    for (QTreeWidgetItemIterator node(this); *node; ++node) {
+        if (nodeKey(**node) != key)
+            continue;
+        setCurrentItem(*node);
+        scrollToItem(*node);
+        fireNodeClick();
+        return;
+    }
 }
 
 void ItemTree::mousePressEvent(QMouseEvent* event) {

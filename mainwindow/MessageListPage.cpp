@@ -9,6 +9,9 @@
 #include "widgets/DeviceText.h"
 #include "widgets/DeviceTextEdit.h"
 #include "widgets/FormParts.h"
+#include "widgets/ModalDialogs.h"
+#include "widgets/NotAppliedLabel.h"
+#include "widgets/ScriptLines.h"
 #include "widgets/ShownBox.h"
 
 #include <QHBoxLayout>
@@ -17,8 +20,17 @@
 #include <QPushButton>
 #include <QSplitter>
 #include <QTextCursor>
+#include <QTimer>
 
 namespace orvista {
+
+namespace {
+
+/// Up to here a script is compared at each key, in no time; longer ones when the keys have come to rest.
+constexpr int charactersComparedAtOnce = 64 * 1024;
+constexpr std::chrono::milliseconds comparisonDelay{300};
+
+} // namespace
 
 MessageListPage::MessageListPage(Project& project, ModifiedMark& modifiedMark, Messages& messages,
                                  QWidget* parent)
@@ -30,7 +42,9 @@ MessageListPage::MessageListPage(Project& project, ModifiedMark& modifiedMark, M
       txtMsgSno(named<ShownBox>(QStringLiteral("txtMsgSno"))),
       txtMsg(named<DeviceTextEdit>(QStringLiteral("txtMsg"))),
       btnEditMessage(namedButton(QStringLiteral("btnEditMessage"), QStringLiteral("Message Wizard"))),
-      btnMsgApply(namedButton(QStringLiteral("btnMsgApply"), QStringLiteral("Apply"))) {
+      btnMsgApply(namedButton(QStringLiteral("btnMsgApply"), QStringLiteral("Apply"))),
+      lblNotApplied(new NotAppliedLabel),
+      comparison_(new QTimer(this)) {
     trvMsg->setAccessibleName(tr("Messages"));
     auto* splitter = new QSplitter;
     splitter->addWidget(trvMsg);
@@ -58,6 +72,7 @@ QWidget* MessageListPage::buildDetails() {
     btnEditMessage->setEnabled(false);
     btnMsgApply->setEnabled(false);
     auto* buttons = new QHBoxLayout;
+    buttons->addWidget(lblNotApplied);
     buttons->addStretch(1);
     buttons->addWidget(btnEditMessage);
     buttons->addWidget(btnMsgApply);
@@ -82,12 +97,15 @@ void MessageListPage::buildUnusedLists() {
 void MessageListPage::connectHandlers(Messages& messages) {
     connect(trvMsg, &ItemTree::NodeClick, this, &MessageListPage::trvMsg_NodeClick);
     connect(txtMsg, &QPlainTextEdit::textChanged, this, &MessageListPage::txtMsg_Change);
+    comparison_->setSingleShot(true);
+    connect(comparison_, &QTimer::timeout, this, [this] { isModalDialogOpen() ? compareSoon() : compare(); });
+    connect(txtMsg, &QPlainTextEdit::textChanged, this, &MessageListPage::compareSoon);
     connectGuarded(messages, btnEditMessage, &QPushButton::clicked, this,
                    &MessageListPage::btnEditMessage_Click);
     connectGuarded(messages, btnMsgApply, &QPushButton::clicked, this, &MessageListPage::btnMsgApply_Click);
 }
 
-std::string* MessageListPage::storedScript() {
+std::string* MessageListPage::storedScript() const {
     const std::string name = txtMsgName->bytes();
     if (const auto index = regularMessages.indexOfName(name))
         return &project_.STDMSG.at(*index);
@@ -106,12 +124,13 @@ void MessageListPage::trvMsg_NodeClick(QTreeWidgetItem* node) {
     else
         showNothing();
     btnMsgApply->setEnabled(false);
+    compare();
 }
 
 void MessageListPage::showMessage(const std::string& name, const std::string& serial,
                                   const std::string& script) {
+    txtMsgName->setBytes(name); // first, since the script is compared as it is written
     txtMsg->setBytes(script);
-    txtMsgName->setBytes(name);
     txtMsgSno->setBytes(serial);
     txtMsg->setEnabled(true);
     btnEditMessage->setEnabled(true);
@@ -129,6 +148,7 @@ void MessageListPage::refresh() {
     if (const std::string* const script = storedScript())
         txtMsg->setBytes(*script);
     btnMsgApply->setEnabled(false);
+    compare();
 }
 
 void MessageListPage::txtMsg_Change() {
@@ -157,6 +177,44 @@ void MessageListPage::addScriptPart(const std::string& part) {
     }
 }
 
+void MessageListPage::compareSoon() {
+    if (txtMsg->document()->characterCount() <= charactersComparedAtOnce)
+        compare();
+    else
+        comparison_->start(comparisonDelay);
+}
+
+void MessageListPage::compare() {
+    comparison_->stop();
+    if (lblNotApplied->showState(isNotApplied()))
+        emit notAppliedChanged();
+}
+
+std::string MessageListPage::shownItem() const {
+    return txtMsgName->bytes();
+}
+
+bool MessageListPage::isNotApplied() const {
+    const std::string* const script = storedScript();
+    return script && txtMsg->bytes() != *script;
+}
+
+void MessageListPage::showItem(const QString& key) {
+    trvMsg->click(key);
+}
+
+void MessageListPage::enter(std::size_t line) {
+    txtMsg->setFocus(Qt::OtherFocusReason);
+    const auto range = shownScriptLine(txtMsg->toPlainText(), line);
+    if (!range)
+        return;
+    QTextCursor cursor = txtMsg->textCursor();
+    cursor.setPosition(static_cast<int>(range->position));
+    cursor.setPosition(static_cast<int>(range->position + range->length), QTextCursor::KeepAnchor);
+    txtMsg->setTextCursor(cursor);
+    txtMsg->centerCursor();
+}
+
 bool MessageListPage::hasUnappliedEdits() const {
     return btnMsgApply->isEnabledTo(this);
 }
@@ -168,6 +226,7 @@ void MessageListPage::btnMsgApply_Click() {
     if (script)
         *script = txtMsg->bytes();
     disableUsed(btnMsgApply, txtMsg);
+    compare();
     modifiedMark_.SetModified(true);
 }
 

@@ -1,22 +1,25 @@
 #pragma once
 
+#include "mainwindow/ItemPage.h"
 #include "model/People.h"
 #include "model/Project.h"
 
 #include <QWidget>
 
 class QPushButton;
+class QTimer;
 class QTreeWidgetItem;
 
 namespace orvista {
 
 class DeviceTextEdit;
 class ItemTree;
+class NotAppliedLabel;
 class ShownBox;
 
 /// Shows one message at a time, lets the user edit its script by hand or with the wizard, and stores it with
 /// Apply. The shown message is read back from the page's own name box.
-class MessageListPage final : public QWidget {
+class MessageListPage final : public QWidget, public ItemPage {
     Q_OBJECT
 public:
     MessageListPage(Project& project, ModifiedMark& modifiedMark, Messages& messages,
@@ -26,21 +29,33 @@ public:
     /// The shown message's script from the model. Discards unapplied edits.
     void refresh();
 
+    std::string shownItem() const override;
+    /// True while the box's bytes differ from the stored script, also where Apply is disabled because the box
+    /// was emptied.
+    bool isNotApplied() const override;
+    void showItem(const QString& key) override;
+    void enter(std::size_t line) override;
+
     /// True when an edited script waits for Apply.
     bool hasUnappliedEdits() const;
     void btnMsgApply_Click();
+
+signals:
+    void notAppliedChanged();
 
 private:
     QWidget* buildDetails();
     void buildUnusedLists();
     void connectHandlers(Messages& messages);
     /// Where the project holds the shown message's script; nothing when none is shown.
-    std::string* storedScript();
+    std::string* storedScript() const;
 
     void trvMsg_NodeClick(QTreeWidgetItem* node);
     void showMessage(const std::string& name, const std::string& serial, const std::string& script);
     void showNothing();
     void txtMsg_Change();
+    void compareSoon();
+    void compare();
     void btnEditMessage_Click();
     void addScriptPart(const std::string& part);
 
@@ -53,6 +68,8 @@ private:
     DeviceTextEdit* txtMsg;
     QPushButton* btnEditMessage;
     QPushButton* btnMsgApply;
+    NotAppliedLabel* lblNotApplied;
+    QTimer* comparison_;
 };
 
 } // namespace orvista

@@ -2,15 +2,19 @@
 
 #include "mainwindow/Guard.h"
 #include "mainwindow/TcpTesterPage.h"
+#include "model/ItemPlace.h"
 #include "model/Numbers.h"
 #include "model/Text.h"
 #include "widgets/FormParts.h"
+#include "widgets/NotAppliedLabel.h"
 #include "widgets/ShownBox.h"
 
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
+
+#include <algorithm>
 
 namespace orvista {
 
@@ -42,7 +46,8 @@ ModbusSettingPage::ModbusSettingPage(Project& project, ModifiedMark& modifiedMar
       float_(makeBlock(QStringLiteral("txtAIAddr"), QStringLiteral("txtNewAIAddr"))),
       boolean_(makeBlock(QStringLiteral("txtDIAddr"), QStringLiteral("txtNewDIAddr"))),
       btnModBusApply(namedButton(QStringLiteral("btnModBusApply"), QStringLiteral("Apply"))),
-      btnRestoreDefault(namedButton(QStringLiteral("btnRestoreDefault"), QStringLiteral("Restore Default"))) {
+      btnRestoreDefault(namedButton(QStringLiteral("btnRestoreDefault"), QStringLiteral("Restore Default"))),
+      lblNotApplied(new NotAppliedLabel) {
     auto* layout = new QVBoxLayout(this);
     // The emergency block comes first, since typing its address fills the regular one in.
     layout->addWidget(buildFrame(
@@ -78,6 +83,7 @@ QBoxLayout* ModbusSettingPage::buildButtons() {
     btnModBusApply->setToolTip(tr("Store the new addresses in the project"));
     btnRestoreDefault->setToolTip(tr("Store the addresses 300, 320, 100 and 100 in the project"));
     auto* row = new QHBoxLayout;
+    row->addWidget(lblNotApplied);
     row->addStretch(1);
     row->addWidget(btnModBusApply);
     row->addWidget(btnRestoreDefault);
@@ -88,6 +94,8 @@ void ModbusSettingPage::connectHandlers(Messages& messages) {
     connect(emergency_.next, &QLineEdit::textChanged, this, &ModbusSettingPage::txtNewAltAddr_Change);
     connect(float_.next, &QLineEdit::textChanged, this, &ModbusSettingPage::txtNewAIAddr_Change);
     connect(boolean_.next, &QLineEdit::textChanged, this, &ModbusSettingPage::txtNewDIAddr_Change);
+    for (const Block* block : {&emergency_, &regular_, &float_, &boolean_})
+        connect(block->next, &QLineEdit::textChanged, this, &ModbusSettingPage::compare);
     connectGuarded(messages, btnModBusApply, &QPushButton::clicked, this,
                    &ModbusSettingPage::btnModBusApply_Click);
     connectGuarded(messages, btnRestoreDefault, &QPushButton::clicked, this,
@@ -111,6 +119,27 @@ void ModbusSettingPage::refresh() {
 void ModbusSettingPage::fillTestPage() {
     testerPage_.showMessageAddresses(emergency_.current->text(), regular_.current->text());
     testerPage_.fillVariableAddresses(project_);
+}
+
+void ModbusSettingPage::compare() {
+    if (lblNotApplied->showState(isNotApplied()))
+        emit notAppliedChanged();
+}
+
+std::string ModbusSettingPage::shownItem() const {
+    return addressMapName;
+}
+
+bool ModbusSettingPage::isNotApplied() const {
+    const auto blocks = {&emergency_, &regular_, &float_, &boolean_};
+    return std::any_of(blocks.begin(), blocks.end(),
+                       [](const Block* block) { return !block->next->text().isEmpty(); });
+}
+
+void ModbusSettingPage::showItem(const QString& /*key*/) {}
+
+void ModbusSettingPage::enter(std::size_t /*line*/) {
+    emergency_.next->setFocus(Qt::OtherFocusReason);
 }
 
 bool ModbusSettingPage::hasUnappliedEdits() const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "mainwindow/ItemPage.h"
 #include "model/People.h"
 #include "model/Project.h"
 
@@ -12,11 +13,12 @@ class QPushButton;
 
 namespace orvista {
 
+class NotAppliedLabel;
 class ShownBox;
 class TcpTesterPage;
 
 /// Edits the Modbus address map: the start addresses of the four blocks.
-class ModbusSettingPage final : public QWidget {
+class ModbusSettingPage final : public QWidget, public ItemPage {
     Q_OBJECT
 public:
     ModbusSettingPage(Project& project, ModifiedMark& modifiedMark, Messages& messages,
@@ -29,12 +31,22 @@ public:
     /// Passes the shown message addresses and the variables' addresses on to the test page.
     void fillTestPage();
 
+    /// The address map is always the one.
+    std::string shownItem() const override;
+    /// True while one of the new boxes is not empty.
+    bool isNotApplied() const override;
+    void showItem(const QString& key) override;
+    void enter(std::size_t line) override;
+
     /// True when Apply is enabled, which it stays when the new boxes are emptied.
     bool hasUnappliedEdits() const;
     /// True when the new boxes hold addresses to apply.
     bool holdsNewAddresses() const;
     /// \throws Overflow when an address does not fit; then nothing is stored
     void btnModBusApply_Click();
+
+signals:
+    void notAppliedChanged();
 
 private:
     /// The boxes of one address block.
@@ -53,6 +65,7 @@ private:
     void txtNewAIAddr_Change();
     void txtNewDIAddr_Change();
     void enableApplyForDigits();
+    void compare();
 
     Project& project_;
     ModifiedMark& modifiedMark_;
@@ -64,6 +77,7 @@ private:
     Block boolean_;
     QPushButton* btnModBusApply;
     QPushButton* btnRestoreDefault;
+    NotAppliedLabel* lblNotApplied;
 };
 
 } // namespace orvista

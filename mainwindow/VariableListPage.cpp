@@ -6,6 +6,7 @@
 #include "mainwindow/ItemTree.h"
 #include "model/Numbers.h"
 #include "widgets/FormParts.h"
+#include "widgets/NotAppliedLabel.h"
 #include "widgets/ShownBox.h"
 
 #include <QFormLayout>
@@ -38,7 +39,8 @@ VariableListPage::VariableListPage(Project& project, ModifiedMark& modifiedMark,
       txtVarOnStr(named<ShownBox>(QStringLiteral("txtVarOnStr"))),
       txtVarOffStr(named<ShownBox>(QStringLiteral("txtVarOffStr"))),
       btnEditVariable(namedButton(QStringLiteral("btnEditVariable"), QStringLiteral("Edit Variable"))),
-      btnVarApply(namedButton(QStringLiteral("btnVarApply"), QStringLiteral("Apply"))) {
+      btnVarApply(namedButton(QStringLiteral("btnVarApply"), QStringLiteral("Apply"))),
+      lblNotApplied(new NotAppliedLabel) {
     trvVar->setAccessibleName(tr("Variables"));
     auto* splitter = new QSplitter;
     splitter->addWidget(trvVar);
@@ -56,6 +58,7 @@ QWidget* VariableListPage::buildDetails() {
     btnVarApply->setEnabled(false);
     btnVarApply->setToolTip(tr("Store the shown settings in the project"));
     auto* buttons = new QHBoxLayout;
+    buttons->addWidget(lblNotApplied);
     buttons->addStretch(1);
     buttons->addWidget(btnEditVariable);
     buttons->addWidget(btnVarApply);
@@ -102,6 +105,7 @@ void VariableListPage::trvVar_NodeClick(QTreeWidgetItem* node) {
         clearFields();
     btnEditVariable->setEnabled(floatIndex || booleanIndex);
     btnVarApply->setEnabled(false);
+    compare();
 }
 
 void VariableListPage::showFloatVariable(std::size_t index) {
@@ -145,6 +149,7 @@ void VariableListPage::refresh() {
     else if (type == floatType)
         showFloatSettings(project_.RegVar.at(shownIndex(floatVariables)));
     btnVarApply->setEnabled(false);
+    compare();
 }
 
 void VariableListPage::btnEditVariable_Click() {
@@ -165,6 +170,7 @@ void VariableListPage::editFloatVariable() {
     txtVarPrec->setBytes(editor.VarPrecision);
     txtVarDefValue->setBytes(editor.VarDefValue);
     btnVarApply->setEnabled(true);
+    compare();
 }
 
 void VariableListPage::editBooleanVariable() {
@@ -177,6 +183,40 @@ void VariableListPage::editBooleanVariable() {
     txtVarOffStr->setBytes(editor.VarOFFStr);
     txtVarDefValue->setBytes(editor.VarDefValue);
     btnVarApply->setEnabled(true);
+    compare();
+}
+
+void VariableListPage::compare() {
+    if (lblNotApplied->showState(isNotApplied()))
+        emit notAppliedChanged();
+}
+
+std::string VariableListPage::shownItem() const {
+    return txtVarName->bytes();
+}
+
+bool VariableListPage::isNotApplied() const {
+    const std::string type = txtVarType->bytes();
+    const std::string defaultValue = txtVarDefValue->bytes();
+    if (type == booleanType) {
+        const BooleanVariable& stored = project_.CoilVar.at(shownIndex(booleanVariables));
+        return defaultValue != stored.defaultValue || txtVarOnStr->bytes() != stored.onText ||
+               txtVarOffStr->bytes() != stored.offText;
+    }
+    if (type == floatType) {
+        const FloatVariable& stored = project_.RegVar.at(shownIndex(floatVariables));
+        return defaultValue != stored.defaultValue || txtVarWidth->bytes() != stored.width ||
+               txtVarPrec->bytes() != stored.precision;
+    }
+    return false;
+}
+
+void VariableListPage::showItem(const QString& key) {
+    trvVar->click(key);
+}
+
+void VariableListPage::enter(std::size_t /*line*/) {
+    trvVar->setFocus(Qt::OtherFocusReason);
 }
 
 bool VariableListPage::hasUnappliedEdits() const {
@@ -199,6 +239,7 @@ void VariableListPage::btnVarApply_Click() {
         return;
     }
     disableUsed(btnVarApply, btnEditVariable);
+    compare();
     modifiedMark_.SetModified(true);
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "mainwindow/ItemPage.h"
 #include "model/ItemKind.h"
 #include "model/People.h"
 
@@ -11,11 +12,12 @@ class QTreeWidgetItem;
 namespace orvista {
 
 class ItemTree;
+class NotAppliedLabel;
 class ShownBox;
 
 /// Shows one variable at a time, lets the user edit it in its dialog, and stores it with Apply. The shown
 /// variable is read back from the page's own type and name boxes.
-class VariableListPage final : public QWidget {
+class VariableListPage final : public QWidget, public ItemPage {
     Q_OBJECT
 public:
     VariableListPage(Project& project, ModifiedMark& modifiedMark, Messages& messages,
@@ -25,9 +27,18 @@ public:
     /// The shown variable's settings from the model; name, address and type stay. Discards unapplied edits.
     void refresh();
 
+    std::string shownItem() const override;
+    /// True while a field differs from the variable's record.
+    bool isNotApplied() const override;
+    void showItem(const QString& key) override;
+    void enter(std::size_t line) override;
+
     /// True when edited settings wait for Apply.
     bool hasUnappliedEdits() const;
     void btnVarApply_Click();
+
+signals:
+    void notAppliedChanged();
 
 private:
     QWidget* buildDetails();
@@ -38,6 +49,7 @@ private:
     void showFloatVariable(std::size_t index);
     void showBooleanVariable(std::size_t index);
     void clearFields();
+    void compare();
     void showFloatSettings(const FloatVariable& variable);
     void showBooleanSettings(const BooleanVariable& variable);
 
@@ -59,6 +71,7 @@ private:
     ShownBox* txtVarOffStr;
     QPushButton* btnEditVariable;
     QPushButton* btnVarApply;
+    NotAppliedLabel* lblNotApplied;
 };
 
 } // namespace orvista

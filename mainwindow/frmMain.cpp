@@ -8,6 +8,7 @@
 #include "mainwindow/ItemTree.h"
 #include "mainwindow/MessageListPage.h"
 #include "mainwindow/ModbusSettingPage.h"
+#include "mainwindow/ProjectTools.h"
 #include "mainwindow/ProjectTrees.h"
 #include "mainwindow/StatusBar.h"
 #include "mainwindow/SystemPage.h"
@@ -70,6 +71,7 @@ frmMain::frmMain(Project& project, ConfigModule::History& history,
     setObjectName(QStringLiteral("frmMain"));
     setWindowIcon(ToolIcons::program());
     setStatusBar(new StatusBar);
+    setContextMenuPolicy(Qt::NoContextMenu); // Qt would offer to hide what nothing brings back
     buildPages();
     buildCommands();
     buildLayout();
@@ -148,6 +150,9 @@ std::vector<MenuRow> frmMain::menuRows() {
            Rules::always,
            handler(&frmMain::miLinkDownload_Click)}}},
         {"mnuOption", "&Option", pageEntries()},
+        tools_->editMenu(),
+        tools_->viewMenu(),
+        tools_->toolsMenu(),
         {"mnuHelp",
          "&Help",
          {{"miHelpContext", "Context", Qt::Key_F1, {}, Rules::always, handler(&frmMain::miHelpContext_Click)},
@@ -160,6 +165,7 @@ std::function<void()> frmMain::handler(void (frmMain::*click)()) {
 }
 
 void frmMain::buildCommands() {
+    tools_ = new ProjectTools(*commands_, {*messagePage_, *variablePage_, *modbusPage_}, *this);
     commands_->addMenus(*menuBar(), menuRows());
     for (QWidget* const control : {static_cast<QWidget*>(tabDetails), static_cast<QWidget*>(trvSystem)})
         commands_->observe(EnablingRules::projectWork,

@@ -21,6 +21,7 @@ class ItemTree;
 struct MenuRow;
 class MessageListPage;
 class ModbusSettingPage;
+class ProjectTools;
 class SystemPage;
 class TcpTesterPage;
 class ToolBar;
@@ -103,6 +104,7 @@ private:
 
     Commands* commands_;
     ToolBar* toolbar_ = nullptr;
+    ProjectTools* tools_ = nullptr;
     ItemTree* trvSystem;
     QTabWidget* tabDetails;
     std::vector<PageRow> pages_;

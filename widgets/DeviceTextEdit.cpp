@@ -32,10 +32,16 @@ std::optional<QString> insertable(QString text) {
 } // namespace
 
 DeviceTextEdit::DeviceTextEdit(QWidget* parent) : QPlainTextEdit(parent) {
-    setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     setTabChangesFocus(true);
     connect(document(), &QTextDocument::contentsChange, this, &DeviceTextEdit::noteInsertion);
     connect(document(), &QTextDocument::contentsChanged, this, &DeviceTextEdit::removeForeignCharacters);
+}
+
+bool DeviceTextEdit::event(QEvent* event) {
+    // A second font takes time to load: not before the box comes on the screen.
+    if (event->type() == QEvent::Polish)
+        setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    return QPlainTextEdit::event(event);
 }
 
 void DeviceTextEdit::setBytes(const std::string& bytes) {

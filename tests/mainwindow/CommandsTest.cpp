@@ -59,7 +59,8 @@ void CommandsTest::menusHoldTheirEntries() {
     QStringList menus;
     for (const QAction* action : editor.window->menuBar()->actions())
         menus << action->menu()->objectName() + u'=' + action->text();
-    QCOMPARE(menus, (QStringList{"mnuFile=&File", "mnuLink=&Link", "mnuOption=&Option", "mnuHelp=&Help"}));
+    QCOMPARE(menus, (QStringList{"mnuFile=&File", "mnuLink=&Link", "mnuOption=&Option", "mnuEdit=&Edit",
+                                 "mnuView=&View", "mnuTools=&Tools", "mnuHelp=&Help"}));
     QCOMPARE(captions(*editor.find<QMenu>("mnuFile")),
              (QStringList{"miFileNew=&New", "miFileOpen=&Open", "miFileSave=Save", "miFileSaveAs=Save as",
                           "miFileExit=Exit"}));

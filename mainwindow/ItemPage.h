@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QString>
+
+#include <cstddef>
+#include <string>
+
+namespace orvista {
+
+/// A page that shows one item of the project at a time.
+class ItemPage {
+public:
+    virtual ~ItemPage() = default;
+    /// The name of the shown item, such as "STDMSG3"; empty when none is shown.
+    virtual std::string shownItem() const = 0;
+    /// True when the page shows something of the item that is not in the project. Found by comparing, so that
+    /// it can differ from whether Apply is enabled.
+    virtual bool isNotApplied() const = 0;
+    /// Shows another item as a click on the node of that key does: what is not applied is lost.
+    virtual void showItem(const QString& key) = 0;
+    /// Brings the keyboard to the shown item and selects a line of it, from 1; 0 is the item as a whole.
+    virtual void enter(std::size_t line) = 0;
+};
+
+} // namespace orvista

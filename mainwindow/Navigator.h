@@ -1,0 +1,52 @@
+#pragma once
+
+#include "model/ItemPlace.h"
+
+#include <QObject>
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace orvista {
+
+class Commands;
+class ItemPage;
+struct ItemKind;
+
+/// Goes to an item of the project, as users would: its page by the Option menu's entry, its node by a click,
+/// then the line.
+class Navigator final : public QObject {
+    Q_OBJECT
+public:
+    /// How the items of a kind are reached.
+    struct Way {
+        const ItemKind* kind; ///< null for the address map
+        const char* pageEntry;
+        ItemPage* page;
+    };
+    /// \param showNotice shows a line of text, or takes it away when the text is empty
+    Navigator(Commands& commands, std::vector<Way> ways, std::function<void(const QString&)> showNotice,
+              QObject* parent);
+
+    /// Where an edit that is not applied would be lost, the first call only says so; the next one goes, when
+    /// it is about the same place and forget() was not called in between. Does nothing while there is no
+    /// project or a modal dialog is open.
+    void goTo(const ItemPlace& place);
+    /// The user did something else: a place that was asked for is not waiting any more.
+    void forget();
+
+    /// The names of the items that are shown with an edit that is not applied.
+    std::vector<std::string> notAppliedItems() const;
+
+private:
+    bool waitsFor(const ItemPlace& place, const ItemPage& page);
+
+    Commands& commands_;
+    std::vector<Way> ways_;
+    std::function<void(const QString&)> showNotice_;
+    std::optional<ItemPlace> waiting_;
+};
+
+} // namespace orvista

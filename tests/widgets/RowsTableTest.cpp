@@ -1,0 +1,144 @@
+#include "widgets/RowsTable.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QHeaderView>
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace orvista;
+
+namespace {
+
+/// Three rows, whose second column is a number.
+struct Table {
+    Table() {
+        table.setRows({{{"pear"}, {"10", 10}}, {{"apple"}, {"9", 9}}, {{"Fig\ttree\n"}, {"100", 100}}});
+        table.resize(400, 200);
+        table.show();
+        if (!QTest::qWaitForWindowActive(&table))
+            throw std::logic_error("the table does not show");
+        table.setFocus();
+    }
+    QStringList shown() const {
+        QStringList names;
+        for (int row = 0; row < table.model()->rowCount(); ++row)
+            names << table.model()->index(row, 0).data().toString();
+        return names;
+    }
+    void choose(int row) {
+        table.selectionModel()->setCurrentIndex(
+            table.model()->index(row, 0), QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    }
+    QPoint place(int row) const { return table.visualRect(table.model()->index(row, 1)).center(); }
+
+    RowsTable table{{"Name", "Number"}};
+};
+
+} // namespace
+
+class RowsTableTest : public QObject {
+    Q_OBJECT
+private slots:
+    void rowsStandAsTheyCameUntilAHeadIsClicked();
+    void aNumberIsSortedAsANumber();
+    void theFilterLooksIntoEveryCellWhateverItsCase();
+    void enterAndADoubleClickLeadSomewhere();
+    void selectionAloneLeadsNowhere();
+    void copiesTheSelectedRowsWithHeads();
+    void copiesNothingWithoutASelection();
+    void keepsThePlaceWhenTheRowsChange();
+    void sameRowsChangeNothing();
+};
+
+void RowsTableTest::rowsStandAsTheyCameUntilAHeadIsClicked() {
+    Table rows;
+    QCOMPARE(rows.shown(), (QStringList{"pear", "apple", "Fig\ttree\n"}));
+    const auto* const heads = rows.table.horizontalHeader();
+    QTest::mouseClick(heads->viewport(), Qt::LeftButton, {}, {heads->sectionViewportPosition(0) + 5, 5});
+    QCOMPARE(rows.shown(), (QStringList{"apple", "Fig\ttree\n", "pear"}));
+}
+
+void RowsTableTest::aNumberIsSortedAsANumber() {
+    Table rows;
+    rows.table.sortByColumn(1, Qt::AscendingOrder);
+    QCOMPARE(rows.shown(), (QStringList{"apple", "pear", "Fig\ttree\n"}));
+}
+
+void RowsTableTest::theFilterLooksIntoEveryCellWhateverItsCase() {
+    Table rows;
+    rows.table.setFilter(QStringLiteral("FIG"));
+    QCOMPARE(rows.shown(), QStringList{"Fig\ttree\n"});
+    rows.table.setFilter(QStringLiteral("10"));
+    QCOMPARE(rows.shown(), (QStringList{"pear", "Fig\ttree\n"}));
+    rows.table.setFilter(QStringLiteral(".*"));
+    QCOMPARE(rows.shown(), QStringList());
+    rows.table.setFilter({});
+    QCOMPARE(rows.shown().size(), 3);
+}
+
+void RowsTableTest::enterAndADoubleClickLeadSomewhere() {
+    Table rows;
+    rows.table.sortByColumn(1, Qt::AscendingOrder);
+    QSignalSpy activated(&rows.table, &RowsTable::rowActivated);
+    rows.choose(0);
+    QTest::keyClick(&rows.table, Qt::Key_Return);
+    QTest::keyClick(&rows.table, Qt::Key_Enter);
+    QTest::mouseDClick(rows.table.viewport(), Qt::LeftButton, {}, rows.place(1));
+    QCOMPARE(activated.size(), 3);
+    // The rows as they were set, not as they are sorted.
+    QCOMPARE(activated[0][0].toInt(), 1);
+    QCOMPARE(activated[1][0].toInt(), 1);
+    QCOMPARE(activated[2][0].toInt(), 0);
+}
+
+void RowsTableTest::selectionAloneLeadsNowhere() {
+    Table rows;
+    QSignalSpy activated(&rows.table, &RowsTable::rowActivated);
+    QTest::mouseClick(rows.table.viewport(), Qt::LeftButton, {}, rows.place(1));
+    QTest::keyClick(&rows.table, Qt::Key_Down);
+    QTest::keyClick(&rows.table, Qt::Key_Space);
+    QTest::mouseDClick(rows.table.viewport(), Qt::RightButton, {}, rows.place(1));
+    QTest::mouseDClick(rows.table.viewport(), Qt::LeftButton, {}, {5, rows.table.viewport()->height() - 5});
+    QCOMPARE(activated.size(), 0);
+}
+
+void RowsTableTest::copiesTheSelectedRowsWithHeads() {
+    Table rows;
+    QTest::keyClick(&rows.table, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClick(&rows.table, Qt::Key_C, Qt::ControlModifier);
+    QCOMPARE(QGuiApplication::clipboard()->text(),
+             QStringLiteral("Name\tNumber\npear\t10\napple\t9\nFig tree \t100\n"));
+    rows.choose(1);
+    QTest::keyClick(&rows.table, Qt::Key_C, Qt::ControlModifier);
+    QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("Name\tNumber\napple\t9\n"));
+}
+
+void RowsTableTest::copiesNothingWithoutASelection() {
+    Table rows;
+    QGuiApplication::clipboard()->setText(QStringLiteral("before"));
+    QTest::keyClick(&rows.table, Qt::Key_C, Qt::ControlModifier);
+    QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("before"));
+}
+
+void RowsTableTest::keepsThePlaceWhenTheRowsChange() {
+    Table rows;
+    rows.choose(2);
+    rows.table.setRows({{{"kiwi"}, {"1", 1}}, {{"plum"}, {"2", 2}}});
+    QCOMPARE(rows.table.currentIndex().data().toString(), QStringLiteral("plum"));
+    QCOMPARE(rows.table.selectionModel()->selectedRows().size(), 1);
+    rows.table.setRows({});
+    QVERIFY(!rows.table.currentIndex().isValid());
+}
+
+void RowsTableTest::sameRowsChangeNothing() {
+    Table rows;
+    QSignalSpy reset(rows.table.model(), &QAbstractItemModel::modelReset);
+    rows.table.setRows({{{"pear"}, {"10", 10}}, {{"apple"}, {"9", 9}}, {{"Fig\ttree\n"}, {"100", 100}}});
+    QCOMPARE(reset.size(), 0);
+    rows.table.setRows({});
+    QCOMPARE(reset.size(), 1);
+}
+
+QTEST_MAIN(RowsTableTest)
+#include "RowsTableTest.moc"

@@ -1,0 +1,164 @@
+#include "widgets/RowsTable.h"
+
+#include <QAbstractTableModel>
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QSortFilterProxyModel>
+
+#include <algorithm>
+
+namespace orvista {
+
+namespace {
+
+constexpr int sortRole = Qt::UserRole;
+
+QString oneLine(QString text) {
+    for (QChar& character : text)
+        if (character == u'\t' || character == u'\n' || character == u'\r')
+            character = u' ';
+    return text;
+}
+
+} // namespace
+
+class RowsTable::Model final : public QAbstractTableModel {
+public:
+    Model(QStringList heads, QObject* parent) : QAbstractTableModel(parent), heads_(std::move(heads)) {}
+
+    const std::vector<TableRow>& rows() const { return rows_; }
+    void setRows(std::vector<TableRow> rows) {
+        beginResetModel();
+        rows_ = std::move(rows);
+        endResetModel();
+    }
+
+    int rowCount(const QModelIndex& parent) const override {
+        return parent.isValid() ? 0 : static_cast<int>(rows_.size());
+    }
+    int columnCount(const QModelIndex& parent) const override {
+        return parent.isValid() ? 0 : static_cast<int>(heads_.size());
+    }
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override {
+        if (orientation == Qt::Horizontal && role == Qt::TextAlignmentRole)
+            return QVariant::fromValue(Qt::AlignLeft | Qt::AlignVCenter);
+        return orientation == Qt::Horizontal && role == Qt::DisplayRole ? heads_.value(section) : QVariant();
+    }
+    QVariant data(const QModelIndex& index, int role) const override {
+        const TableCell& cell =
+            rows_.at(static_cast<std::size_t>(index.row())).at(static_cast<std::size_t>(index.column()));
+        if (role == Qt::DisplayRole || role == Qt::ToolTipRole)
+            return cell.text;
+        if (role == sortRole)
+            return cell.sortKey.isValid() ? cell.sortKey : QVariant(cell.text);
+        return {};
+    }
+
+private:
+    QStringList heads_;
+    std::vector<TableRow> rows_;
+};
+
+RowsTable::RowsTable(const QStringList& heads, QWidget* parent)
+    : QTableView(parent), rows_(new Model(heads, this)), shown_(new QSortFilterProxyModel(this)) {
+    shown_->setSourceModel(rows_);
+    shown_->setSortRole(sortRole);
+    shown_->setSortCaseSensitivity(Qt::CaseInsensitive);
+    shown_->setFilterKeyColumn(-1);
+    shown_->setFilterCaseSensitivity(Qt::CaseInsensitive);
+    setModel(shown_);
+    setSelectionBehavior(SelectRows);
+    setSelectionMode(ExtendedSelection);
+    setEditTriggers(NoEditTriggers);
+    setTabKeyNavigation(false);
+    setShowGrid(false);
+    setWordWrap(false);
+    setContextMenuPolicy(Qt::PreventContextMenu);
+    verticalHeader()->hide();
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() * 3 / 2);
+    horizontalHeader()->setStretchLastSection(true);
+    horizontalHeader()->setHighlightSections(false);
+    // In the order of the rows until the user sorts them.
+    horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
+    setSortingEnabled(true);
+    fitColumns();
+}
+
+RowsTable::~RowsTable() = default;
+
+void RowsTable::setRows(std::vector<TableRow> rows) {
+    if (rows == rows_->rows())
+        return;
+    const int current = currentIndex().row();
+    const bool selected = selectionModel()->hasSelection();
+    rows_->setRows(std::move(rows));
+    fitColumns();
+    const int last = shown_->rowCount() - 1;
+    if (current < 0 || last < 0)
+        return;
+    const QModelIndex index = shown_->index(std::min(current, last), 0);
+    selectionModel()->setCurrentIndex(index, selected ? QItemSelectionModel::SelectCurrent |
+                                                            QItemSelectionModel::Rows
+                                                      : QItemSelectionModel::NoUpdate);
+}
+
+void RowsTable::setFilter(const QString& text) {
+    shown_->setFilterFixedString(text);
+}
+
+QString RowsTable::copiedText() const {
+    QString text;
+    const int columns = shown_->columnCount();
+    const auto addRow = [&text, columns](const auto& cellText) {
+        for (int column = 0; column < columns; ++column)
+            text += oneLine(cellText(column)) + (column + 1 < columns ? u'\t' : u'\n');
+    };
+    addRow([this](int column) { return shown_->headerData(column, Qt::Horizontal).toString(); });
+    QModelIndexList selected = selectionModel()->selectedRows();
+    std::sort(selected.begin(), selected.end());
+    for (const QModelIndex& row : selected)
+        addRow([&row](int column) { return row.siblingAtColumn(column).data().toString(); });
+    return text;
+}
+
+void RowsTable::keyPressEvent(QKeyEvent* event) {
+    if (event->matches(QKeySequence::Copy)) {
+        if (selectionModel()->hasSelection())
+            QGuiApplication::clipboard()->setText(copiedText());
+    } else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        activate(currentIndex());
+    } else {
+        QTableView::keyPressEvent(event);
+    }
+}
+
+void RowsTable::mouseDoubleClickEvent(QMouseEvent* event) {
+    QTableView::mouseDoubleClickEvent(event);
+    if (event->button() == Qt::LeftButton)
+        activate(indexAt(event->position().toPoint()));
+}
+
+void RowsTable::activate(const QModelIndex& index) {
+    if (index.isValid())
+        emit rowActivated(shown_->mapToSource(index).row());
+}
+
+void RowsTable::focusOutEvent(QFocusEvent* event) {
+    QTableView::focusOutEvent(event);
+    emit rowLeft();
+}
+
+void RowsTable::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+    QTableView::currentChanged(current, previous);
+    emit rowLeft();
+}
+
+void RowsTable::fitColumns() {
+    for (int column = 0; column + 1 < shown_->columnCount(); ++column)
+        resizeColumnToContents(column);
+}
+
+} // namespace orvista
