@@ -1,0 +1,20 @@
+#pragma once
+
+#include "console/CommandFailure.h"
+
+#include <CLI/App.hpp>
+
+#include <functional>
+
+/// One function for each command: it adds the command's options to the program's, and what is to be done to
+/// `run` once they have been read.
+namespace orvista::console {
+
+using Run = std::function<ExitStatus()>;
+
+void addAddresses(CLI::App& program, Run& run);
+void addMessages(CLI::App& program, Run& run);
+void addVariables(CLI::App& program, Run& run);
+void addNew(CLI::App& program, Run& run);
+
+} // namespace orvista::console

@@ -1,0 +1,106 @@
+#include "console/Output.h"
+
+#include "console/CommandFailure.h"
+#include "exchange/WholeFile.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <system_error>
+
+#ifdef _WIN32
+#include <fcntl.h>
+#include <io.h>
+#include <windows.h>
+#else
+#include <csignal>
+#include <unistd.h>
+#endif
+
+namespace orvista::console {
+
+namespace {
+
+/// What the system says of a pipe whose reader is gone. Windows has no name of its own for it.
+bool hasReaderLeft(int error) {
+#ifdef _WIN32
+    return error == EPIPE || error == EINVAL;
+#else
+    return error == EPIPE;
+#endif
+}
+
+void failUnlessReaderLeft() {
+    const int error = errno;
+    std::clearerr(stdout);
+    if (!hasReaderLeft(error))
+        throw CommandFailure(ExitStatus::Found, "standard output: " + std::generic_category().message(error));
+}
+
+} // namespace
+
+StandardStreams::StandardStreams() {
+#ifdef _WIN32
+    _setmode(_fileno(stdout), _O_BINARY);
+    formerCodePage_ = GetConsoleOutputCP();
+    SetConsoleOutputCP(CP_UTF8);
+#else
+    std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN); // a file that may not grow is a failure like a full disk
+#endif
+}
+
+StandardStreams::~StandardStreams() {
+#ifdef _WIN32
+    if (formerCodePage_ != 0)
+        SetConsoleOutputCP(formerCodePage_);
+#endif
+}
+
+void print(std::string_view text) {
+    if (!text.empty() && std::fwrite(text.data(), 1, text.size(), stdout) < text.size())
+        failUnlessReaderLeft();
+}
+
+void finishOutput() {
+    if (std::fflush(stdout) != 0)
+        failUnlessReaderLeft();
+}
+
+void complain(std::string_view text) {
+    std::fprintf(stderr, "orvista: %.*s\n", static_cast<int>(text.size()), text.data());
+}
+
+Progress::Progress()
+#ifdef _WIN32
+    : hasTerminal_(_isatty(_fileno(stderr)) != 0){}
+#else
+    : hasTerminal_(isatty(STDERR_FILENO) != 0) {
+}
+#endif
+
+      void Progress::show(const std::string& text) {
+    if (!hasTerminal_)
+        return;
+    clear();
+    std::fputs(text.c_str(), stderr);
+    std::fflush(stderr);
+    isShown_ = true;
+}
+
+void Progress::clear() {
+    // Back to the start of the line, and the rest of the line away.
+    if (isShown_)
+        std::fputs("\r\x1B[K", stderr);
+    isShown_ = false;
+}
+
+void writeFile(const std::string& path, std::string_view bytes) {
+    try {
+        writeWholeFile(path, bytes);
+    } catch (const std::system_error& failure) {
+        throw CommandFailure(ExitStatus::Found, path + ": " + failure.code().message());
+    }
+}
+
+} // namespace orvista::console

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+/// Where a command's texts go. All of them are UTF-8.
+namespace orvista::console {
+
+/// The program's standard streams while it runs: bytes go out as they are, a console shows them as UTF-8, and
+/// a reader that leaves early does not end the program.
+class StandardStreams {
+public:
+    StandardStreams();
+    ~StandardStreams();
+    StandardStreams(const StandardStreams&) = delete;
+    StandardStreams& operator=(const StandardStreams&) = delete;
+
+private:
+    unsigned formerCodePage_ = 0;
+};
+
+/// To standard output. That a reader has left early is not a failure: the rest is for nobody.
+/// \throws CommandFailure when it cannot be written
+void print(std::string_view text);
+/// Writes what print() has kept back.
+/// \throws CommandFailure
+void finishOutput();
+
+/// A line to standard error, "orvista: " in front.
+void complain(std::string_view text);
+
+/// Shows on standard error how far a command is, where that is a terminal. What it showed goes with it.
+class Progress {
+public:
+    Progress();
+    ~Progress() { clear(); }
+    Progress(const Progress&) = delete;
+    Progress& operator=(const Progress&) = delete;
+    void show(const std::string& text);
+    void clear();
+
+private:
+    bool hasTerminal_;
+    bool isShown_ = false;
+};
+
+/// Writes a file whole or not at all: what stood there before stays until the new one is complete.
+/// \throws CommandFailure
+void writeFile(const std::string& path, std::string_view bytes);
+
+} // namespace orvista::console

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "model/Project.h"
+
+#include <string>
+
+namespace orvista::console {
+
+/// Reads a project as opening it does, without writing anything.
+/// \throws CommandFailure
+Project readProject(const std::string& path);
+
+/// Writes a project and its device files as saving it does.
+/// \param path of the project file
+/// \throws CommandFailure
+void saveProject(const std::string& path, const Project& project);
+
+/// \throws CommandFailure unless the path ends in ".orx"
+void expectProjectName(const std::string& path);
+
+} // namespace orvista::console

@@ -1,0 +1,188 @@
+#include "console/Commands.h"
+
+#include "console/Output.h"
+#include "console/Projects.h"
+#include "exchange/MessageSheet.h"
+#include "exchange/VariableSheet.h"
+#include "model/Files.h"
+#include "model/Numbers.h"
+#include "model/Windows1252.h"
+
+#include <memory>
+
+/// Messages and variables to a table and back.
+namespace orvista::console {
+
+namespace {
+
+struct ExportOptions {
+    std::string project;
+    std::string output;
+    bool pages = false;
+};
+
+struct ImportOptions {
+    std::string project;
+    std::string sheet;
+    std::string output;
+    bool dryRun = false;
+};
+
+using Import = SheetImport (*)(std::string_view, const Project&);
+
+constexpr const char* spreadsheetHint = "\n\nA spreadsheet takes the zeros in front of 00323 away and makes "
+                                        "a date of 1/2 as soon as it opens a table;\n"
+                                        "import the columns as text. A text that begins with = + - or @ has "
+                                        "an apostrophe in front in the table,\n"
+                                        "which import takes off again.";
+
+void deliver(const std::string& output, const std::string& csv) {
+    if (output.empty())
+        print(csv);
+    else
+        writeFile(output, csv);
+}
+
+ExitStatus exportMessages(const ExportOptions& options) {
+    const Project project = readProject(options.project);
+    const MessageSheet sheet =
+        messageSheet(project, options.pages ? MessageSheetForm::Pages : MessageSheetForm::Scripts);
+    deliver(options.output, sheet.csv);
+    for (const std::string& message : sheet.mendedLineEnds)
+        complain(message + ": a line end of one character is CR LF in the table");
+    return ExitStatus::Well;
+}
+
+ExitStatus exportVariables(const ExportOptions& options) {
+    deliver(options.output, variableSheet(readProject(options.project)));
+    return ExitStatus::Well;
+}
+
+/// Up to one byte more than a sheet may have: the core tells of longer ones.
+std::string sheetBytes(const std::string& path) {
+    try {
+        FileSource source(path);
+        std::string bytes(maximumSheetBytes + 1, '\0');
+        std::size_t size = 0;
+        while (const std::size_t count = source.read(bytes.data() + size, bytes.size() - size))
+            size += count;
+        bytes.resize(size);
+        return bytes;
+    } catch (const std::system_error& failure) {
+        throw CommandFailure(ExitStatus::Unusable, path + ": " + failure.code().message());
+    }
+}
+
+void reportErrors(const std::string& path, const SheetErrors& errors) {
+    for (const SheetError& error : errors.sorted())
+        complain(path + (error.row > 0 ? ": " : " ") + errorText(error));
+    if (errors.notListed() > 0)
+        complain(path + ": and " + decimalText(static_cast<std::int64_t>(errors.notListed())) + " more");
+}
+
+/// Each line of the text with a mark in front.
+std::string marked(char mark, std::string_view text) {
+    std::string lines;
+    do {
+        const auto end = std::min(text.find(lineEnd), text.size());
+        lines.append(1, mark).append(" ").append(utf8FromWindows1252(text.substr(0, end))).append("\n");
+        text.remove_prefix(std::min(end + lineEnd.size(), text.size()));
+    } while (!text.empty());
+    return lines;
+}
+
+void printChanges(const std::vector<SheetChange>& changes) {
+    for (const SheetChange& change : changes)
+        print(change.item + " " + std::string(change.column) + "\n" + marked('-', change.before) +
+              marked('+', change.after));
+}
+
+std::string countText(std::size_t count, std::string_view done) {
+    const std::string number =
+        count == 0 ? "Nothing"
+                   : decimalText(static_cast<std::int64_t>(count)) + (count == 1 ? " text" : " texts");
+    return number + std::string(done);
+}
+
+ExitStatus importSheet(const ImportOptions& options, Import import) {
+    if (!options.output.empty())
+        expectProjectName(options.output);
+    Project project = readProject(options.project);
+    const SheetImport result = import(sheetBytes(options.sheet), project);
+    if (!result.errors.none()) {
+        reportErrors(options.sheet, result.errors);
+        return ExitStatus::Found;
+    }
+    if (options.dryRun) {
+        printChanges(result.changes);
+        print(countText(result.changes.size(), " would change\n"));
+        return ExitStatus::Well;
+    }
+    applyChanges(project, result.changes);
+    if (!result.changes.empty() || !options.output.empty())
+        saveProject(options.output.empty() ? options.project : options.output, project);
+    print(countText(result.changes.size(), " changed\n"));
+    return ExitStatus::Well;
+}
+
+void addExport(CLI::App& group, Run& run, const std::shared_ptr<ExportOptions>& options,
+               ExitStatus (*work)(const ExportOptions&), const std::string& footer) {
+    CLI::App* command = group.add_subcommand("export", "Write the table");
+    command->add_option("PROJECT", options->project, "A project file, .orx")->required();
+    command->add_option("-o,--output", options->output, "The file to write; without it, standard output")
+        ->type_name("FILE.csv");
+    command->footer(footer + spreadsheetHint);
+    command->callback([options, work, &run] { run = [options, work] { return work(*options); }; });
+    if (work == exportMessages)
+        command->add_flag("--pages", options->pages, "A row for each page, as the message wizard has it");
+}
+
+void addImport(CLI::App& group, Run& run, Import import, const std::string& footer) {
+    const auto options = std::make_shared<ImportOptions>();
+    CLI::App* command =
+        group.add_subcommand("import", "Take what the table says into the project and save it");
+    command->add_option("PROJECT", options->project, "A project file, .orx")->required();
+    command->add_option("FILE.csv", options->sheet, "The table")->required();
+    command->add_option("-o,--output", options->output, "Save as this project instead")
+        ->type_name("OTHER.orx");
+    command->add_flag("--dry-run", options->dryRun, "Show old and new, and change nothing");
+    command->footer(footer + spreadsheetHint);
+    command->callback(
+        [options, import, &run] { run = [options, import] { return importSheet(*options, import); }; });
+}
+
+} // namespace
+
+void addMessages(CLI::App& program, Run& run) {
+    CLI::App* group = program.add_subcommand("messages", "Messages to a table and back");
+    group->require_subcommand(1);
+    addExport(*group, run, std::make_shared<ExportOptions>(), exportMessages,
+              "Examples:\n"
+              "  orvista messages export PUMPSTATION.orx -o messages.csv\n"
+              "  orvista messages export PUMPSTATION.orx --pages -o pages.csv");
+    addImport(*group, run, importMessages,
+              "Examples:\n"
+              "  orvista messages import PUMPSTATION.orx pages.csv --dry-run\n"
+              "  orvista messages import PUMPSTATION.orx pages.csv\n"
+              "  orvista messages import PUMPSTATION.orx messages.csv -o COPY.orx");
+    group->footer("Examples:\n"
+                  "  orvista messages export PUMPSTATION.orx --pages -o pages.csv\n"
+                  "  orvista messages import PUMPSTATION.orx pages.csv --dry-run");
+}
+
+void addVariables(CLI::App& program, Run& run) {
+    CLI::App* group = program.add_subcommand("variables", "Variables to a table and back");
+    group->require_subcommand(1);
+    addExport(*group, run, std::make_shared<ExportOptions>(), exportVariables,
+              "Examples:\n"
+              "  orvista variables export PUMPSTATION.orx -o variables.csv");
+    addImport(*group, run, importVariables,
+              "Examples:\n"
+              "  orvista variables import PUMPSTATION.orx variables.csv --dry-run\n"
+              "  orvista variables import PUMPSTATION.orx variables.csv");
+    group->footer("Examples:\n"
+                  "  orvista variables export PUMPSTATION.orx -o variables.csv\n"
+                  "  orvista variables import PUMPSTATION.orx variables.csv");
+}
+
+} // namespace orvista::console

@@ -1,0 +1,61 @@
+"""Runs the built orvista in folders of its own. The first two arguments are the program and the source folder."""
+
+import os
+import shutil
+import subprocess
+import sys
+import tempfile
+import unittest
+from pathlib import Path
+
+PROGRAM = sys.argv.pop(1)
+SOURCE = Path(sys.argv.pop(1))
+GOLDEN = SOURCE / "tests" / "exchange" / "golden"
+EXAMPLE = SOURCE / "examples" / "pumpstation"
+PROJECT = "PUMPSTATION.orx"
+
+
+class ProgramTest(unittest.TestCase):
+    """Each test has a copy of the example, in which it runs the program."""
+
+    def setUp(self):
+        self.folder = Path(tempfile.mkdtemp(prefix="orvista-console-"))
+        self.addCleanup(shutil.rmtree, self.folder)
+        shutil.copytree(EXAMPLE, self.folder, dirs_exist_ok=True)
+
+    def run_program(self, *arguments, preexec=None, stdout=subprocess.PIPE):
+        return subprocess.run([PROGRAM, *arguments], cwd=self.folder, stdout=stdout, stderr=subprocess.PIPE,
+                              preexec_fn=preexec, check=False, timeout=120)
+
+    def expect(self, status, *arguments, **keywords):
+        """Standard output, once the status is as expected; whatever fails says so in a line."""
+        result = self.run_program(*arguments, **keywords)
+        self.assertEqual(result.returncode, status, (arguments, result.stdout, result.stderr))
+        if status == 0:
+            self.assertEqual(result.stderr, b"", arguments)
+        return result.stdout
+
+    def complaint(self, status, *arguments, **keywords):
+        """The one line on standard error."""
+        result = self.run_program(*arguments, **keywords)
+        self.assertEqual(result.returncode, status, (arguments, result.stdout, result.stderr))
+        lines = result.stderr.decode("utf-8").splitlines()
+        self.assertEqual(len(lines), 1, lines)
+        self.assertTrue(lines[0].startswith("orvista: "), lines)
+        return lines[0]
+
+    def files(self):
+        """Every file below the folder with its bytes."""
+        return {str(path.relative_to(self.folder)): path.read_bytes()
+                for path in sorted(self.folder.rglob("*")) if path.is_file()}
+
+
+def as_ordinary_user():
+    """Root may write everywhere; nobody may not."""
+    if os.geteuid() == 0:
+        os.setgid(65534)
+        os.setuid(65534)
+
+
+def main():
+    unittest.main(verbosity=1)
