@@ -4,6 +4,7 @@
 #include "model/ItemKind.h"
 #include "model/Numbers.h"
 
+#include <filesystem>
 #include <span>
 #include <string_view>
 #include <system_error>
@@ -71,11 +72,19 @@ void writeVariables(ByteSink& sink, const Project& project, BooleanBlockGap gap)
         writeBooleanBlock(sink, project, i, gap);
 }
 
+bool leadsElsewhere(const std::filesystem::path& file, const std::string& projectFile) {
+    std::error_code error;
+    return std::filesystem::is_symlink(std::filesystem::symlink_status(file, error)) ||
+           (!projectFile.empty() && std::filesystem::equivalent(file, systemPath(projectFile), error));
+}
+
 template <typename Write>
 bool writeFile(const std::string& path, const FileContext& context, Write write) {
     try {
-        FileSink sink(deviceFileOnDisk(context.paths, path));
+        FileSink sink = createDeviceFile(path, context);
         write(sink);
+        if (context.durability == Durability::OnDisk)
+            sink.sync();
         sink.close();
         return true;
     } catch (const std::system_error&) {
@@ -111,6 +120,13 @@ void writeIlmVarSection(ByteSink& sink, const Project& project) {
 void writeDefaultPls(ByteSink& sink) {
     for (std::size_t i = 0; i < regularMessages.count; ++i)
         writeLine(sink, "DISPMSG " + regularMessages.name(i));
+}
+
+FileSink createDeviceFile(const std::string& path, const FileContext& context) {
+    const std::string file = deviceFileOnDisk(context.paths, path);
+    if (leadsElsewhere(systemPath(file), context.projectFile))
+        throw OpenFailure(std::make_error_code(std::errc::too_many_symbolic_link_levels));
+    return FileSink(file);
 }
 
 bool WriteModbusAdr(const std::string& path, const Project& project, const FileContext& context) {

@@ -19,6 +19,11 @@ void writeIlmVar(ByteSink& sink, const Project& project);
 void writeIlmVarSection(ByteSink& sink, const Project& project);
 void writeDefaultPls(ByteSink& sink);
 
+/// The device file at `path` (UTF-8), created or truncated, whatever the case of its name on disk. A link and
+/// the project file itself count as a file that cannot be created: what they lead to belongs to somebody.
+/// \throws OpenFailure
+FileSink createDeviceFile(const std::string& path, const FileContext& context);
+
 bool WriteModbusAdr(const std::string& path, const Project& project, const FileContext& context);
 bool WriteStdMsg(const std::string& path, const Project& project, const FileContext& context);
 bool WriteAltMsg(const std::string& path, const Project& project, const FileContext& context);

@@ -16,16 +16,24 @@ std::error_code systemError() {
     return {errno, std::generic_category()};
 }
 
-FileHandle openFile(const fs::path& path, bool forWriting) {
+FileHandle openFile(const fs::path& path) {
 #ifdef _WIN32
-    return FileHandle(_wfopen(path.c_str(), forWriting ? L"wb" : L"rb"));
+    return FileHandle(_wfopen(path.c_str(), L"rb"));
 #else
-    return FileHandle(std::fopen(path.c_str(), forWriting ? "wbe" : "rbe"));
+    return FileHandle(std::fopen(path.c_str(), "rbe"));
 #endif
 }
 
 std::error_code refusal(std::errc reason) {
     return std::make_error_code(reason);
+}
+
+/// A pipe that nobody reads would never take what is written.
+const fs::path& refusingPipes(const fs::path& path) {
+    std::error_code error;
+    if (fs::status(path, error).type() == fs::file_type::fifo)
+        throw OpenFailure(refusal(std::errc::not_supported));
+    return path;
 }
 
 } // namespace
@@ -63,7 +71,7 @@ FileSource::FileSource(const std::string& path) {
         throw OpenFailure(refusal(std::errc::is_a_directory));
     if (kind != fs::file_type::regular && kind != fs::file_type::not_found && !error)
         throw OpenFailure(refusal(std::errc::not_supported));
-    file_ = openFile(file, false);
+    file_ = openFile(file);
     if (!file_)
         throw OpenFailure(systemError());
     std::setvbuf(file_.get(), nullptr, _IONBF, 0); // LineReader has a buffer of its own
@@ -77,28 +85,44 @@ std::size_t FileSource::read(char* buffer, std::size_t size) {
     return count;
 }
 
-FileSink::FileSink(const std::string& path) : buffer_(bufferSize) {
-    const fs::path file = systemPath(path);
-    std::error_code error;
-    if (fs::status(file, error).type() == fs::file_type::fifo)
-        throw OpenFailure(refusal(std::errc::not_supported));
-    file_ = openFile(file, true);
-    if (!file_)
-        throw OpenFailure(systemError());
-    std::setvbuf(file_.get(), buffer_.data(), _IOFBF, buffer_.size());
+FileSink::FileSink(const std::string& path)
+    : file_(refusingPipes(systemPath(path)), SystemFile::Mode::Truncate) {
+    waiting_.reserve(bufferSize);
+}
+
+FileSink::~FileSink() {
+    try {
+        flush();
+    } catch (const WriteFailure&) {
+        // Closing would have told of it.
+    }
 }
 
 void FileSink::write(std::string_view bytes) {
-    // An empty text may come without any bytes to point to, which fwrite does not take.
-    if (bytes.empty())
-        return;
-    if (std::fwrite(bytes.data(), 1, bytes.size(), file_.get()) < bytes.size())
-        throw WriteFailure(systemError());
+    if (waiting_.size() + bytes.size() > bufferSize)
+        flush();
+    if (bytes.size() > bufferSize)
+        file_.write(bytes);
+    else
+        waiting_.append(bytes);
+}
+
+void FileSink::flush() {
+    std::string bytes;
+    bytes.swap(waiting_); // what fails is not written once more
+    file_.write(bytes);
+    bytes.clear();
+    waiting_.swap(bytes);
+}
+
+void FileSink::sync() {
+    flush();
+    file_.sync();
 }
 
 void FileSink::close() {
-    if (std::fclose(file_.release()) != 0)
-        throw WriteFailure(systemError());
+    flush();
+    file_.close();
 }
 
 std::size_t MemorySource::read(char* buffer, std::size_t size) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "model/SystemFile.h"
+
 #include <cstddef>
 #include <cstdio>
 #include <filesystem>
@@ -74,12 +76,18 @@ public:
     /// \param path UTF-8
     /// \throws OpenFailure
     explicit FileSink(const std::string& path);
+    ~FileSink() override;
     void write(std::string_view bytes) override;
     void close() override;
+    /// Waits until what was written is on the disk.
+    /// \throws WriteFailure
+    void sync();
 
 private:
-    std::vector<char> buffer_; // outlives the file, whose closing empties it
-    FileHandle file_;
+    void flush();
+
+    SystemFile file_;
+    std::string waiting_; ///< not yet handed to the system
 };
 
 class MemorySource final : public ByteSource {

@@ -37,9 +37,30 @@ bool isBeyondLargest(std::string_view number) {
         exponent.remove_prefix(1);
     std::int64_t value = 0;
     const auto parsed = std::from_chars(exponent.data(), exponent.data() + exponent.size(), value);
-    if (parsed.ec == std::errc::result_out_of_range)
+    // No text is long enough for its digits to make up for such an exponent.
+    constexpr std::int64_t farBeyond = std::numeric_limits<std::int64_t>::max() / 2;
+    if (parsed.ec == std::errc::result_out_of_range || value > farBeyond)
         return !negative;
     return power + (negative ? -value : value) > 0;
+}
+
+/// From here on the shortest digits may end before the point, and to_chars would fill up with all the digits
+/// of the value next to them.
+constexpr double firstBeyondDigits = 1e16;
+
+/// Shortest digits, then zeros up to the point: 1e23 is 1 and 23 zeros.
+std::string wholeDecimalText(double value) {
+    std::array<char, 32> buffer{}; // a sign, 17 digits, a point and an exponent
+    const auto written =
+        std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::scientific);
+    const std::string_view text(buffer.data(), static_cast<std::size_t>(written.ptr - buffer.data()));
+    const auto exponentAt = text.find('e');
+    std::string digits(text.substr(0, exponentAt));
+    std::erase(digits, '.');
+    const auto signs = static_cast<std::size_t>(digits.starts_with('-'));
+    const auto exponent = static_cast<std::size_t>(leadingNumber(text.substr(exponentAt + 1)));
+    digits.append(signs + exponent + 1 - digits.size(), '0');
+    return digits;
 }
 
 } // namespace
@@ -83,6 +104,8 @@ std::string decimalText(std::int64_t value) {
 std::string shortestDecimalText(double value) {
     if (value == 0.0)
         return "0";
+    if (std::isfinite(value) && std::abs(value) >= firstBeyondDigits)
+        return wholeDecimalText(value);
     // The longest plain form, of the smallest denormal, has 3 + 323 places and a sign.
     std::array<char, 400> digits{};
     const auto written =

@@ -45,7 +45,8 @@ Integer toWhole(double value) {
 std::string decimalText(std::int64_t value);
 
 /// The shortest digits that read back to the same double, as plain decimal: never an exponent, a digit
-/// before the point, no trailing ".0" (100000, 0.5, 0.0000001). Negative zero gives "0".
+/// before the point, no trailing ".0" (100000, 0.5, 0.0000001), zeros where the digits end before the point
+/// (1e23 is 1 and 23 zeros). Negative zero gives "0".
 std::string shortestDecimalText(double value);
 
 } // namespace orvista

@@ -1,9 +1,10 @@
 #include "model/ProjectFile.h"
 
 #include "model/DeviceFiles.h"
+#include "model/FileReplacing.h"
 #include "model/FolderLookup.h"
-#include "model/ProjectFileBackup.h"
 #include "model/ProjectFileSections.h"
+#include "model/SystemFile.h"
 #include "model/Text.h"
 
 #include <filesystem>
@@ -23,17 +24,12 @@ void writeSettings(ByteSink& sink, const Project& project) {
 }
 
 bool saveProjectFile(const std::string& path, const Project& project, const FileContext& context) {
-    const std::string file = projectFileOnDisk(context.paths, path);
-    ProjectFileBackup backup(file, path + ".bak");
+    MemorySink bytes;
+    writeProjectFile(bytes, project);
     try {
-        FileSink sink(file);
-        backup.created();
-        writeProjectFile(sink, project);
-        sink.close();
-        backup.discard();
+        replaceFile(projectFileOnDisk(context.paths, path), bytes.bytes());
         return true;
     } catch (const OpenFailure&) {
-        backup.restore();
         context.messages.show(MessageIcon::Exclamation, "unable to open " + path);
     } catch (const WriteFailure& failure) {
         context.messages.show(MessageIcon::None, failure.what());
@@ -41,12 +37,23 @@ bool saveProjectFile(const std::string& path, const Project& project, const File
     return false;
 }
 
+/// Files that are new are on the disk once their names are, too.
+bool syncNames(const std::string& folder, const FileContext& context) {
+    try {
+        syncFolder(systemPath(context.paths.join(folder, {})));
+        return true;
+    } catch (const WriteFailure&) {
+        context.messages.show(MessageIcon::Exclamation, "unable to open " + folder);
+        return false;
+    }
+}
+
 /// Every file is tried, also after one has failed.
 bool saveDeviceFiles(const std::string& folder, const Project& project, const FileContext& context) {
     bool all = true;
     for (const DeviceFile* const file : savedDeviceFiles)
         all = file->Write(context.paths.join(folder, file->name), project, context) && all;
-    return all;
+    return syncNames(folder, context) && all;
 }
 
 /// Tells the user of a failure; an empty text is none.
@@ -73,7 +80,7 @@ std::string readSections(const std::string& path, const PathRules& paths,
 std::string writeSections(const std::vector<ProjectFileSection>& sections, const std::string& folder,
                           const FileContext& context, Project& project) {
     try {
-        writeDeviceFiles(sections, folder, context.paths, project);
+        writeDeviceFiles(sections, folder, context, project);
         return {};
     } catch (const SectionFailure& failure) {
         return failure.what();
@@ -143,21 +150,25 @@ std::string projectFilePath(const PathRules& paths, const std::string& folder, c
 
 SaveOutcome SaveProject(const std::string& folder, const std::string& name, const Project& project,
                         const FileContext& context) {
-    if (!saveProjectFile(projectFilePath(context.paths, folder, name), project, context))
+    const std::string path = projectFilePath(context.paths, folder, name);
+    if (!saveProjectFile(path, project, context))
         return SaveOutcome::ProjectFileFailed;
-    return saveDeviceFiles(folder, project, context) ? SaveOutcome::Saved : SaveOutcome::DeviceFileFailed;
+    const FileContext durable{context.paths, context.messages, projectFileOnDisk(context.paths, path),
+                              Durability::OnDisk};
+    return saveDeviceFiles(folder, project, durable) ? SaveOutcome::Saved : SaveOutcome::DeviceFileFailed;
 }
 
 bool ReadProject(const std::string& path, Project& project, const FileContext& context) {
     const auto parts = context.paths.split(path);
     const std::string folder = parts ? parts->folder : std::string{};
+    const FileContext opening{context.paths, context.messages, projectFileOnDisk(context.paths, path)};
     std::vector<ProjectFileSection> sections;
     const std::string readFailure = readSections(path, context.paths, sections);
     // What came before a failure is written all the same.
-    if (showFailure(writeSections(sections, folder, context, project), context) ||
+    if (showFailure(writeSections(sections, folder, opening, project), context) ||
         showFailure(readFailure, context))
         return false;
-    defaultPlsFile.Write(context.paths.join(folder, defaultPlsFile.name), project, context);
+    defaultPlsFile.Write(context.paths.join(folder, defaultPlsFile.name), project, opening);
     readTables(sections, folder, DeviceFilesAre::Written, project, context);
     return true;
 }

@@ -28,8 +28,8 @@ std::string projectNameOfFile(const std::string& fileName);
 std::string projectFilePath(const PathRules& paths, const std::string& folder, const std::string& name);
 
 /// Writes the project file and then the five device files into `folder`, and tells the user of every
-/// failure. The project file that stood there before is kept as name.orx.bak until a save succeeds.
-/// Clearing the modified mark is the caller's.
+/// failure. All of them are on the disk when it returns, and the project file that stood there before is
+/// replaced in one step. Clearing the modified mark is the caller's.
 SaveOutcome SaveProject(const std::string& folder, const std::string& name, const Project& project,
                         const FileContext& context);
 

@@ -1,6 +1,5 @@
 #include "model/ProjectFileSections.h"
 
-#include "model/FolderLookup.h"
 #include "model/Text.h"
 
 #include <algorithm>
@@ -35,10 +34,10 @@ void takeSettingLine(std::string_view line, ProjectFileSection& section) {
         section.IP = settingBehind(line, ip);
 }
 
-void writeDeviceFile(const ProjectFileSection& section, const std::string& path, const PathRules& paths,
+void writeDeviceFile(const ProjectFileSection& section, const std::string& path, const FileContext& context,
                      Project& project) {
     try {
-        FileSink sink(deviceFileOnDisk(paths, path));
+        FileSink sink = createDeviceFile(path, context);
         sink.write(section.lines);
         takeSettings(section, project);
         sink.close();
@@ -86,12 +85,12 @@ const ProjectFileSection* lastSectionOf(const DeviceFile& file,
 }
 
 void writeDeviceFiles(const std::vector<ProjectFileSection>& sections, const std::string& folder,
-                      const PathRules& paths, Project& project) {
+                      const FileContext& context, Project& project) {
     for (const ProjectFileSection& section : sections) {
         if (section.file == nullptr)
             takeSettings(section, project);
         else
-            writeDeviceFile(section, paths.join(folder, section.file->sectionName), paths, project);
+            writeDeviceFile(section, context.paths.join(folder, section.file->sectionName), context, project);
     }
 }
 

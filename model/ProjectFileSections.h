@@ -1,8 +1,8 @@
 #pragma once
 
 #include "model/DeviceFiles.h"
+#include "model/FileContext.h"
 #include "model/Files.h"
-#include "model/PathRules.h"
 #include "model/Project.h"
 
 #include <optional>
@@ -43,6 +43,6 @@ public:
 /// of the project file. A section that is missing leaves its device file as it was.
 /// \throws SectionFailure
 void writeDeviceFiles(const std::vector<ProjectFileSection>& sections, const std::string& folder,
-                      const PathRules& paths, Project& project);
+                      const FileContext& context, Project& project);
 
 } // namespace orvista::DocMgrModule

@@ -44,6 +44,10 @@ TEST(LeadingNumber, TellsTooLargeFromTooSmall) {
     EXPECT_EQ(leadingNumber("0." + std::string(400, '0') + "1"), 0.0);
     EXPECT_EQ(leadingNumber("0e99999999999999999999"), 0.0);
     EXPECT_EQ(leadingNumber("0." + std::string(400, '0') + "1e402"), 10.0);
+    EXPECT_THROW(leadingNumber("1E9223372036854775807"), Overflow) << "the exponent itself just fits";
+    EXPECT_THROW(leadingNumber("10E+9223372036854775806"), Overflow);
+    EXPECT_EQ(leadingNumber("1E-9223372036854775807"), 0.0);
+    EXPECT_EQ(leadingNumber("0.01E-9223372036854775807"), 0.0);
 }
 
 TEST(Rounding, HalvesGoToTheEvenNeighbour) {
@@ -75,6 +79,12 @@ TEST(ShortestDecimal, NeverUsesAnExponent) {
     EXPECT_EQ(shortestDecimalText(0.1), "0.1");
     EXPECT_EQ(shortestDecimalText(-0.0), "0");
     EXPECT_EQ(shortestDecimalText(1e22), "1" + std::string(22, '0'));
+    EXPECT_EQ(shortestDecimalText(1e23), "1" + std::string(23, '0'));
+    EXPECT_EQ(shortestDecimalText(-1.25e17), "-125000000000000000");
+    EXPECT_EQ(shortestDecimalText(1e16), "10000000000000000");
+    EXPECT_EQ(shortestDecimalText(9007199254740993.0), "9007199254740992");
+    EXPECT_EQ(shortestDecimalText(18014398509481988.0), "18014398509481988");
+    EXPECT_EQ(shortestDecimalText(1.7976931348623157e308), "17976931348623157" + std::string(292, '0'));
     EXPECT_EQ(leadingNumber(shortestDecimalText(5e-324)), 5e-324);
     EXPECT_EQ(leadingNumber(shortestDecimalText(-1.7976931348623157e308)), -1.7976931348623157e308);
 }

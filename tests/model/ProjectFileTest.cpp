@@ -39,7 +39,8 @@ TEST_F(ProjectFile, SavingWritesTheProjectFileAndTheFiveDeviceFiles) {
     EXPECT_EQ(fileBytes(folder.file("altmsg.ilm")), expectedMessages("ALTMSG", 20));
     EXPECT_EQ(fileBytes(folder.file("ilmvar.def")), expectedFloats() + expectedBooleans(""));
     EXPECT_EQ(fileBytes(folder.file("default.pls")), expectedPlayList());
-    EXPECT_FALSE(exists("Plant.orx.bak"));
+    EXPECT_EQ(std::distance(fs::directory_iterator(systemPath(folder.path())), {}), 6)
+        << "nothing else stays";
     EXPECT_TRUE(messages.shown.empty());
 }
 

@@ -54,7 +54,6 @@ TEST_F(SaveFailures, AFolderInPlaceOfTheProjectFileIsToldAndStays) {
     ASSERT_EQ(messages.shown.size(), 1U);
     EXPECT_EQ(messages.shown[0].text, "unable to open " + folder.file("Plant.orx"));
     EXPECT_FALSE(exists("modbus.adr"));
-    EXPECT_FALSE(exists("Plant.orx.bak"));
 }
 
 TEST_F(SaveFailures, AFileInPlaceOfTheFolderIsTold) {
@@ -76,20 +75,30 @@ TEST_F(SaveFailures, ADeviceFileThatCannotBeCreatedDoesNotStopTheOthers) {
 
 #ifndef _WIN32
 
-TEST_F(SaveFailures, AFullDiskAtADeviceFileIsToldAndTheOthersAreWritten) {
-    for (const std::string& full : deviceFiles) {
+TEST_F(SaveFailures, ALinkInPlaceOfADeviceFileIsToldAndNothingBehindItIsTouched) {
+    for (const std::string& linked : deviceFiles) {
         messages.shown.clear();
         for (const std::string& name : deviceFiles)
             fs::remove(folder.file(name));
-        fs::create_symlink("/dev/full", folder.file(full));
+        writeBytes(folder.file("diary"), "somebody's");
+        fs::create_symlink("diary", folder.file(linked));
         EXPECT_EQ(save(), SaveOutcome::DeviceFileFailed);
-        ASSERT_EQ(messages.shown.size(), 1U) << full;
+        ASSERT_EQ(messages.shown.size(), 1U) << linked;
         EXPECT_EQ(messages.shown[0],
-                  (Shown{MessageIcon::Exclamation, "unable to open " + folder.file(full)}));
+                  (Shown{MessageIcon::Exclamation, "unable to open " + folder.file(linked)}));
+        EXPECT_EQ(fileBytes(folder.file("diary")), "somebody's");
         for (const std::string& name : deviceFiles) {
-            EXPECT_TRUE(name == full || !fileBytes(folder.file(name)).empty()) << name;
+            EXPECT_TRUE(name == linked || !fileBytes(folder.file(name)).empty()) << name;
         }
     }
+}
+
+TEST_F(SaveFailures, AProjectFileThatLinksToADeviceFileIsNotOverwrittenByIt) {
+    fs::create_symlink("altmsg.ilm", folder.file("Plant.orx"));
+    EXPECT_EQ(save(), SaveOutcome::DeviceFileFailed);
+    EXPECT_EQ(messages.shown, (std::vector<Shown>{{MessageIcon::Exclamation,
+                                                   "unable to open " + folder.file("altmsg.ilm")}}));
+    EXPECT_EQ(fileBytes(folder.file("Plant.orx")), expectedProjectFile(project.IP));
 }
 
 TEST_F(SaveFailures, AFullDiskAtTheProjectFileShowsTheSystemsDescriptionAndEndsTheSave) {
@@ -99,8 +108,7 @@ TEST_F(SaveFailures, AFullDiskAtTheProjectFileShowsTheSystemsDescriptionAndEndsT
     EXPECT_EQ(messages.shown[0], (Shown{MessageIcon::None, "No space left on device"}));
     for (const std::string& name : deviceFiles)
         EXPECT_FALSE(exists(name)) << name;
-    EXPECT_TRUE(fs::is_symlink(folder.file("Plant.orx"))) << "a link is never renamed";
-    EXPECT_FALSE(exists("Plant.orx.bak"));
+    EXPECT_TRUE(fs::is_symlink(folder.file("Plant.orx"))) << "a link stays a link";
 }
 
 /// Saves in a child process in which no file may grow beyond `limit` bytes.
@@ -120,15 +128,20 @@ TEST_F(SaveFailures, ASaveThatFailsHalfWayKeepsTheOldProjectFile) {
         return save() == SaveOutcome::ProjectFileFailed && messages.shown.size() == 1 &&
                messages.shown[0] == Shown{MessageIcon::None, "File too large"};
     }));
-    EXPECT_EQ(fileBytes(folder.file("Plant.orx.bak")), "the good version");
-    EXPECT_EQ(fileBytes(folder.file("Plant.orx")), expectedProjectFile(project.IP).substr(0, 1000));
-
-    EXPECT_TRUE(savesWithinLimit(10, [&] { return save() == SaveOutcome::ProjectFileFailed; }));
-    EXPECT_EQ(fileBytes(folder.file("Plant.orx.bak")), "the good version") << "the earlier backup stays";
+    EXPECT_EQ(fileBytes(folder.file("Plant.orx")), "the good version");
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder.path()), {}), 1) << "nothing else stays";
 
     EXPECT_EQ(save(), SaveOutcome::Saved);
-    EXPECT_FALSE(exists("Plant.orx.bak"));
     EXPECT_EQ(fileBytes(folder.file("Plant.orx")), expectedProjectFile(project.IP));
+}
+
+TEST_F(SaveFailures, AFileOfTheUserIsNeitherReplacedNorRemoved) {
+    writeBytes(folder.file("Plant.orx"), "old");
+    writeBytes(folder.file("Plant.orx.bak"), "mine");
+    writeBytes(folder.file("Plant.orx.new"), "mine, too");
+    EXPECT_EQ(save(), SaveOutcome::Saved);
+    EXPECT_EQ(fileBytes(folder.file("Plant.orx.bak")), "mine");
+    EXPECT_EQ(fileBytes(folder.file("Plant.orx.new")), "mine, too");
 }
 
 TEST_F(SaveFailures, AWriteProtectedProjectFileIsRefusedAndStays) {
@@ -141,7 +154,6 @@ TEST_F(SaveFailures, AWriteProtectedProjectFileIsRefusedAndStays) {
                    Shown{MessageIcon::Exclamation, "unable to open " + folder.file("Plant.orx")};
     }));
     EXPECT_EQ(fileBytes(folder.file("Plant.orx")), "protected");
-    EXPECT_FALSE(exists("Plant.orx.bak"));
 }
 
 TEST_F(SaveFailures, AWriteProtectedFolderIsTold) {
@@ -153,7 +165,7 @@ TEST_F(SaveFailures, AWriteProtectedFolderIsTold) {
     chmod(folder.path().c_str(), 0755);
 }
 
-TEST_F(SaveFailures, AWritableFileInAProtectedFolderIsReplacedInPlace) {
+TEST_F(SaveFailures, AWritableFileInAProtectedFolderIsWrittenInPlace) {
     for (const std::string& name : deviceFiles) {
         writeBytes(folder.file(name), "old");
         chmod(folder.file(name).c_str(), 0666);
@@ -213,13 +225,68 @@ TEST_F(SaveFailures, AWriteProtectedDeviceFileStopsTheOpening) {
 }
 
 TEST_F(SaveFailures, AFullDiskWhileOpeningIsToldByTheFilesPath) {
-    writeBytes(folder.file("Plant.orx"), "[ALTMSG.ILM]\nDEFMSG a\n[STDMSG.ILM]\n");
-    fs::create_symlink("/dev/full", folder.file("altmsg.ilm"));
-    EXPECT_FALSE(ReadProject(folder.file("Plant.orx"), project, context));
-    ASSERT_EQ(messages.shown.size(), 1U);
-    EXPECT_EQ(messages.shown[0], (Shown{MessageIcon::None, "exception ooccured when writing data to " +
-                                                               folder.file("AltMsg.ilm")}));
+    chmod(folder.path().c_str(), 0777);
+    writeBytes(folder.file("Plant.orx"), "[ALTMSG.ILM]\nDEFMSG a\nmore than fits\n[STDMSG.ILM]\n");
+    EXPECT_TRUE(savesWithinLimit(10, [&] {
+        return !ReadProject(folder.file("Plant.orx"), project, context) && messages.shown.size() == 1 &&
+               messages.shown[0] == Shown{MessageIcon::None, "exception ooccured when writing data to " +
+                                                                 folder.file("AltMsg.ilm")};
+    }));
+    EXPECT_EQ(fileBytes(folder.file("altmsg.ilm")), "DEFMSG a\r\n") << "what fits stays";
     EXPECT_FALSE(exists("stdmsg.ilm"));
+}
+
+TEST_F(SaveFailures, OpeningDoesNotWriteThroughLinks) {
+    writeBytes(folder.file("diary"), "somebody's");
+    fs::create_symlink("diary", folder.file("stdmsg.ilm"));
+    writeBytes(folder.file("Plant.orx"), "[ALTMSG.ILM]\n[STDMSG.ILM]\nDEFMSG a\nx\nENDMSG\n");
+    EXPECT_FALSE(ReadProject(folder.file("Plant.orx"), project, context));
+    EXPECT_EQ(messages.shown,
+              (std::vector<Shown>{{MessageIcon::None, "Unable to open " + folder.file("StdMsg.ilm")}}));
+    EXPECT_EQ(fileBytes(folder.file("diary")), "somebody's");
+}
+
+TEST_F(SaveFailures, OpeningDoesNotWriteIntoTheProjectFileItself) {
+    const std::string bytes = "[MODBUS.ADR]\n[ALTMSG.ILM]\nDEFMSG a\nx\nENDMSG\n";
+    for (const bool isHard : {true, false}) {
+        messages.shown.clear();
+        fs::remove(folder.file("altmsg.ilm"));
+        writeBytes(folder.file("Plant.orx"), bytes);
+        if (isHard)
+            fs::create_hard_link(folder.file("Plant.orx"), folder.file("altmsg.ilm"));
+        else
+            fs::create_symlink(folder.file("Plant.orx"), folder.file("altmsg.ilm"));
+        EXPECT_FALSE(ReadProject(folder.file("Plant.orx"), project, context));
+        EXPECT_EQ(messages.shown,
+                  (std::vector<Shown>{{MessageIcon::None, "Unable to open " + folder.file("AltMsg.ilm")}}));
+        EXPECT_EQ(fileBytes(folder.file("Plant.orx")), bytes);
+    }
+}
+
+TEST_F(SaveFailures, APlayListThatIsALinkIsToldAndTheProjectIsReadAllTheSame) {
+    writeBytes(folder.file("diary"), "somebody's");
+    fs::create_symlink("diary", folder.file("default.pls"));
+    writeBytes(folder.file("Plant.orx"),
+               "[MODBUS.ADR]\n[ILMVAR.DEF]\n[ALTMSG.ILM]\n[STDMSG.ILM]\nDEFMSG a\nx\nENDMSG\n");
+    EXPECT_TRUE(ReadProject(folder.file("Plant.orx"), project, context));
+    EXPECT_EQ(messages.shown, (std::vector<Shown>{{MessageIcon::Exclamation,
+                                                   "unable to open " + folder.file("default.pls")}}));
+    EXPECT_EQ(fileBytes(folder.file("diary")), "somebody's");
+    EXPECT_EQ(project.STDMSG[0], "x\r\n");
+}
+
+TEST_F(SaveFailures, AFileThatMayBeWrittenButNotReadIsToldWhenOpening) {
+    chmod(folder.path().c_str(), 0777);
+    writeBytes(folder.file("Plant.orx"),
+               "[MODBUS.ADR]\n[ILMVAR.DEF]\n[ALTMSG.ILM]\n[STDMSG.ILM]\nDEFMSG a\nx\nENDMSG\n");
+    chmod(folder.file("Plant.orx").c_str(), 0644);
+    writeBytes(folder.file("stdmsg.ilm"), "old");
+    chmod(folder.file("stdmsg.ilm").c_str(), 0222);
+    EXPECT_TRUE(holdsUnprivileged([&] {
+        return ReadProject(folder.file("Plant.orx"), project, context) && messages.shown.size() == 1 &&
+               messages.shown[0] == Shown{MessageIcon::None, "Unable to open " + folder.file("stdmsg.ilm")} &&
+               project.STDMSG[0] == "CLEAR";
+    }));
 }
 
 TEST_F(SaveFailures, TheNewFileHasTheOldOnesPermissions) {

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <string_view>
+
+/// Files that are written, as the system has them: a call that a signal interrupts is made again.
+namespace orvista {
+
+class SystemFile {
+public:
+    enum class Mode {
+        Truncate, ///< an existing file is emptied, else one is made
+        New,      ///< there must be none
+        Existing  ///< there must be one; it keeps its bytes until they are overwritten
+    };
+    /// \throws OpenFailure
+    SystemFile(const std::filesystem::path& path, Mode mode);
+    ~SystemFile();
+    SystemFile(const SystemFile&) = delete;
+    SystemFile& operator=(const SystemFile&) = delete;
+
+    /// \throws WriteFailure, as the others
+    void write(std::string_view bytes);
+    /// Ends the file after `size` bytes.
+    void truncate(std::uint64_t size);
+    /// Gives the file the permissions of another, and its owner and group where the user may. Nothing on
+    /// systems that keep those when a file is replaced.
+    void takePermissionsOf(const std::filesystem::path& other);
+    /// Waits until the bytes are on the disk; where a file knows no such thing, nothing.
+    void sync();
+    void close();
+
+private:
+    int file_ = -1;
+};
+
+/// Puts one file in the place of another, in one step.
+/// \throws WriteFailure
+void renameOver(const std::filesystem::path& from, const std::filesystem::path& to);
+/// Waits until the names in a folder are on the disk. A folder that cannot be read is left to the system.
+/// \throws WriteFailure
+void syncFolder(const std::filesystem::path& folder);
+
+} // namespace orvista

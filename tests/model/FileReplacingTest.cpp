@@ -1,0 +1,131 @@
+#include "model/FileReplacing.h"
+
+#include "model/Files.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+
+#ifndef _WIN32
+#include "tests/support/Unprivileged.h"
+
+#include <sys/stat.h>
+#endif
+
+namespace orvista {
+namespace {
+
+using testing::fileBytes;
+using testing::writeBytes;
+namespace fs = std::filesystem;
+
+class ReplacedFile : public ::testing::Test {
+protected:
+    std::set<std::string> names() const {
+        std::set<std::string> found;
+        for (const auto& entry : fs::directory_iterator(systemPath(folder.path())))
+            found.insert(utf8Path(entry.path().filename()));
+        return found;
+    }
+
+    testing::TemporaryFolder folder;
+    std::string file = folder.file("Plant.orx");
+};
+
+TEST_F(ReplacedFile, IsMadeOrReplacedAndNothingElseStays) {
+    replaceFile(file, "first");
+    EXPECT_EQ(fileBytes(file), "first");
+    replaceFile(file, "second version");
+    EXPECT_EQ(fileBytes(file), "second version");
+    replaceFile(file, "");
+    EXPECT_EQ(fileBytes(file), "");
+    EXPECT_EQ(names(), std::set<std::string>{"Plant.orx"});
+}
+
+TEST_F(ReplacedFile, LeavesEveryOtherFileAlone) {
+    const std::set<std::string> others = {"Plant.orx.bak", "Plant.orx.new", "Plant.orx.new2", "orvista.new"};
+    for (const std::string& name : others)
+        writeBytes(folder.file(name), name);
+    replaceFile(file, "bytes");
+    for (const std::string& name : others)
+        EXPECT_EQ(fileBytes(folder.file(name)), name);
+    EXPECT_EQ(names().size(), others.size() + 1);
+}
+
+TEST_F(ReplacedFile, MayHaveTheLongestName) {
+    file = folder.file(std::string(251, 'n') + ".orx");
+    replaceFile(file, "old");
+    replaceFile(file, "new");
+    EXPECT_EQ(fileBytes(file), "new");
+    EXPECT_EQ(names().size(), 1U);
+}
+
+TEST_F(ReplacedFile, IsNotAFolder) {
+    fs::create_directory(systemPath(file));
+    EXPECT_THROW(replaceFile(file, "x"), OpenFailure);
+    EXPECT_THROW(replaceFile(folder.file("missing/Plant.orx"), "x"), OpenFailure);
+    EXPECT_EQ(names(), std::set<std::string>{"Plant.orx"});
+}
+
+#ifndef _WIN32
+TEST_F(ReplacedFile, KeepsItsPermissions) {
+    for (const mode_t mode : {0600U, 0640U, 0666U, 0755U}) {
+        writeBytes(file, "old");
+        ASSERT_EQ(chmod(file.c_str(), mode), 0);
+        replaceFile(file, "new");
+        struct stat status {};
+        ASSERT_EQ(stat(file.c_str(), &status), 0);
+        EXPECT_EQ(status.st_mode & 07777U, mode);
+        EXPECT_EQ(fileBytes(file), "new");
+    }
+}
+
+TEST_F(ReplacedFile, IsTheOneThatLinksLeadTo) {
+    fs::create_directory(folder.file("far"));
+    writeBytes(folder.file("far/real"), "old");
+    fs::create_symlink("far/real", folder.file("near"));
+    fs::create_symlink(folder.file("near"), file);
+    replaceFile(file, "new");
+    EXPECT_EQ(fileBytes(folder.file("far/real")), "new");
+    EXPECT_TRUE(fs::is_symlink(file));
+    EXPECT_TRUE(fs::is_symlink(folder.file("near")));
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder.file("far")), {}), 1);
+}
+
+TEST_F(ReplacedFile, IsMadeWhereADanglingLinkLeads) {
+    fs::create_symlink("later", file);
+    replaceFile(file, "new");
+    EXPECT_EQ(fileBytes(folder.file("later")), "new");
+    EXPECT_TRUE(fs::is_symlink(file));
+}
+
+TEST_F(ReplacedFile, IsWrittenInPlaceWhereTheFolderIsProtected) {
+    writeBytes(file, "an old version that is longer than the new one");
+    chmod(file.c_str(), 0666);
+    chmod(folder.path().c_str(), 0555);
+    EXPECT_TRUE(testing::holdsUnprivileged([&] {
+        replaceFile(file, "new");
+        return fileBytes(file) == "new";
+    }));
+    chmod(folder.path().c_str(), 0755);
+    EXPECT_EQ(names(), std::set<std::string>{"Plant.orx"});
+}
+
+TEST_F(ReplacedFile, StaysWhenItIsWriteProtected) {
+    writeBytes(file, "old");
+    chmod(file.c_str(), 0444);
+    chmod(folder.path().c_str(), 0777);
+    EXPECT_TRUE(testing::holdsUnprivileged([&] {
+        try {
+            replaceFile(file, "new");
+        } catch (const OpenFailure&) {
+            return fileBytes(file) == "old";
+        }
+        return false;
+    }));
+}
+#endif
+
+} // namespace
+} // namespace orvista
