@@ -33,17 +33,17 @@ QString browsedBitmap(QWidget* parent, const QString& startFolder) {
 } // namespace
 
 BitmapFrame::BitmapFrame(QString projectFolder, QWidget* parent)
-    : QGroupBox(tr("Bitmap"), parent),
+    : QGroupBox(QStringLiteral("Bitmap"), parent),
       projectFolder_(std::move(projectFolder)),
       txtPath(shownOnlyBox(QStringLiteral("txtPath"))),
-      cmdBrowse(namedButton(QStringLiteral("cmdBrowse"), tr("Browse"))),
+      cmdBrowse(namedButton(QStringLiteral("cmdBrowse"), QStringLiteral("Browse"))),
       lblNote(new QLabel) {
     txtPath->setToolTip(tr("The bitmap the page shows, chosen with Browse"));
     cmdBrowse->setToolTip(tr("Choose a bitmap of the project folder"));
     lblNote->setObjectName(QStringLiteral("lblNote"));
 
     auto* const grid = new QGridLayout(this);
-    grid->addWidget(labelFor(txtPath, tr("Path :")), 0, 0);
+    grid->addWidget(labelFor(txtPath, QStringLiteral("Path :")), 0, 0);
     grid->addWidget(txtPath, 0, 1);
     grid->addWidget(cmdBrowse, 0, 2);
     grid->addWidget(lblNote, 1, 1, 1, 2);

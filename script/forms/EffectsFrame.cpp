@@ -8,7 +8,7 @@
 namespace orvista {
 
 EffectsFrame::EffectsFrame(QWidget* parent)
-    : QGroupBox(tr("Effects Setting"), parent),
+    : QGroupBox(QStringLiteral("Effects Setting"), parent),
       cbInEffect(new DropDownList(this)),
       cbIFSpeed(new DropDownList(this)),
       cbOutEffect(new DropDownList(this)),
@@ -28,12 +28,12 @@ EffectsFrame::EffectsFrame(QWidget* parent)
     cbDelay->setToolTip(tr("How long a STILL page is held; a BLINK page has its own time"));
 
     auto* const grid = new QGridLayout(this);
-    addLabelledList(grid, 0, 0, tr("Entering Effects"), cbInEffect);
-    addLabelledList(grid, 0, 2, tr("Speed"), cbIFSpeed);
-    addLabelledList(grid, 1, 0, tr("Leaving Effects"), cbOutEffect);
-    addLabelledList(grid, 1, 2, tr("Speed"), cbOFSpeed);
-    addLabelledList(grid, 2, 0, tr("Special Effects"), cbSpEffect);
-    addLabelledList(grid, 2, 2, tr("Delay (Sec.)"), cbDelay);
+    addLabelledList(grid, 0, 0, QStringLiteral("Entering Effects"), cbInEffect);
+    addLabelledList(grid, 0, 2, QStringLiteral("Speed"), cbIFSpeed);
+    addLabelledList(grid, 1, 0, QStringLiteral("Leaving Effects"), cbOutEffect);
+    addLabelledList(grid, 1, 2, QStringLiteral("Speed"), cbOFSpeed);
+    addLabelledList(grid, 2, 0, QStringLiteral("Special Effects"), cbSpEffect);
+    addLabelledList(grid, 2, 2, QStringLiteral("Delay (Sec.)"), cbDelay);
     grid->setRowStretch(3, 1);
     cbIFSpeed->setAccessibleName(tr("Entering Effects, Speed"));
     cbOFSpeed->setAccessibleName(tr("Leaving Effects, Speed"));

@@ -8,7 +8,7 @@
 namespace orvista {
 
 MessageColorFrame::MessageColorFrame(QWidget* parent)
-    : QGroupBox(tr("Message Color Setting"), parent),
+    : QGroupBox(QStringLiteral("Message Color Setting"), parent),
       cbFgClr(new DropDownList(this)),
       cbBgClr(new DropDownList(this)),
       cbFont(new DropDownList(this)) {
@@ -20,9 +20,9 @@ MessageColorFrame::MessageColorFrame(QWidget* parent)
     cbFont->setToolTip(tr("The font of the text and its fields; a bitmap has none"));
 
     auto* const grid = new QGridLayout(this);
-    addLabelledList(grid, 0, 0, tr("Forground Color"), cbFgClr);
-    addLabelledList(grid, 0, 2, tr("Background Color"), cbBgClr);
-    addLabelledList(grid, 0, 4, tr("Font"), cbFont);
+    addLabelledList(grid, 0, 0, QStringLiteral("Forground Color"), cbFgClr);
+    addLabelledList(grid, 0, 2, QStringLiteral("Background Color"), cbBgClr);
+    addLabelledList(grid, 0, 4, QStringLiteral("Font"), cbFont);
 }
 
 void MessageColorFrame::readInto(MessageForm& form) const {

@@ -10,13 +10,13 @@
 namespace orvista {
 
 VariableFrame::VariableFrame(QWidget* parent)
-    : QGroupBox(tr("Variable setting"), parent),
+    : QGroupBox(QStringLiteral("Variable setting"), parent),
       sources_(textListModel(wizard::fieldSources(), this)),
       colours_(colourModel(this)),
       rows_{} {
     auto* const grid = new QGridLayout(this);
-    grid->addWidget(new QLabel(tr("Foreground Color")), 0, 2);
-    grid->addWidget(new QLabel(tr("Background Color")), 0, 3);
+    grid->addWidget(new QLabel(QStringLiteral("Foreground Color")), 0, 2);
+    grid->addWidget(new QLabel(QStringLiteral("Background Color")), 0, 3);
     for (std::size_t index = 0; index < rows_.size(); ++index)
         rows_[index] = addRow(grid, index);
     for (const int column : {1, 2, 3})
@@ -25,7 +25,8 @@ VariableFrame::VariableFrame(QWidget* parent)
 }
 
 VariableFrame::Row VariableFrame::addRow(QGridLayout* grid, std::size_t index) {
-    const std::array captions{tr("1st variable"), tr("2nd variable"), tr("3rd variable"), tr("4th variable")};
+    const std::array captions{QStringLiteral("1st variable"), QStringLiteral("2nd variable"),
+                              QStringLiteral("3rd variable"), QStringLiteral("4th variable")};
     const FieldChoice defaults;
     const Row row{new DropDownList(this), new DropDownList(this), new DropDownList(this)};
     showFixedList(row.cbVar, arrayName("cbVar", index), sources_, defaults.cbVar);

@@ -33,7 +33,7 @@ frmMessageEdit::frmMessageEdit(const QString& projectFolder, QWidget* parent)
       effectsFrame_(nullptr),
       btnOK(nullptr) {
     setObjectName(QStringLiteral("frmMessageEdit"));
-    setWindowTitle(tr("Message Wizard"));
+    setWindowTitle(QStringLiteral("Message Wizard"));
     setModal(true);
 
     // Made in the order of the layout, which is the order of the Tab key.
@@ -54,9 +54,9 @@ frmMessageEdit::frmMessageEdit(const QString& projectFolder, QWidget* parent)
 }
 
 QWidget* frmMessageEdit::createTextFrame() {
-    auto* const frame = new QGroupBox(tr("Text"));
+    auto* const frame = new QGroupBox(QStringLiteral("Text"));
     auto* const grid = new QGridLayout(frame);
-    const std::array captions{tr("Text"), tr("Bitmap")};
+    const std::array captions{QStringLiteral("Text"), QStringLiteral("Bitmap")};
     for (const int index : {textType, bitmapType}) {
         const auto position = static_cast<std::size_t>(index);
         auto* const option =
@@ -66,7 +66,7 @@ QWidget* frmMessageEdit::createTextFrame() {
     }
     txtText = named<DeviceLineEdit>(QStringLiteral("txtText"), frame);
     txtText->setToolTip(tr("%v keeps one character free for a live field, %5v five; at most four fields"));
-    grid->addWidget(labelFor(txtText, tr("Content :")), 1, 0);
+    grid->addWidget(labelFor(txtText, QStringLiteral("Content :")), 1, 0);
     grid->addWidget(txtText, 1, 1, 1, 3);
     grid->setColumnStretch(3, 1);
     return frame;
