@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <array>
-#include <ranges>
 #include <string_view>
 #include <system_error>
 #include <utility>
@@ -136,7 +135,9 @@ DownloadStaging::Before DownloadStaging::keepWhatIsThere(std::size_t index) cons
 }
 
 void DownloadStaging::takeBack() noexcept {
-    for (const auto& [index, before] : std::views::reverse(replaced_)) {
+    // Last to first; clang 14 cannot read GCC's std::views::reverse.
+    for (auto replaced = replaced_.rbegin(); replaced != replaced_.rend(); ++replaced) {
+        const auto& [index, before] = *replaced;
         std::error_code ignored;
         const fs::path final = systemPath(files_[index].finalPath);
         if (before == Before::AFile)
