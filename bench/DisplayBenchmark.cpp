@@ -1,4 +1,4 @@
-#include "display/Programme.h"
+#include "display/RasterAt.h"
 
 #include <benchmark/benchmark.h>
 

@@ -1,31 +1,42 @@
 #pragma once
 
+#include "display/LedImage.h"
+
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 
 namespace orvista {
 
+/// What became of a bitmap that a script names.
+struct FoundBitmap {
+    std::shared_ptr<const LedImage> image; ///< none: it cannot be shown
+    std::optional<BitmapError> error;      ///< why it cannot; none: there is no such file
+};
+
+/// What the bytes of a BMP file show.
+FoundBitmap decodedBitmap(std::string_view bytes);
+
 /// Where the bitmaps that scripts name come from.
 class BitmapProvider {
 public:
     virtual ~BitmapProvider() = default;
-    /// The bytes of the BMP file of that name (Windows-1252, without a folder, ASCII case folded), or
-    /// nothing.
-    virtual std::optional<std::string> bitmap(std::string_view name) const = 0;
+    /// \param name of a BMP file: Windows-1252, without a folder, ASCII case folded
+    virtual FoundBitmap bitmap(std::string_view name) const = 0;
 };
 
 /// Bitmaps in memory.
 class StoredBitmaps final : public BitmapProvider {
 public:
     /// Replaces a bitmap of the same name.
-    void store(std::string_view name, std::string bytes);
+    void store(std::string_view name, std::string_view bytes);
     void clear() { files_.clear(); }
-    std::optional<std::string> bitmap(std::string_view name) const override;
+    FoundBitmap bitmap(std::string_view name) const override;
 
 private:
-    std::map<std::string, std::string> files_;
+    std::map<std::string, FoundBitmap> files_;
 };
 
 } // namespace orvista

@@ -73,7 +73,7 @@ Sheet readSheet(std::string_view text) {
     std::size_t row = 0;
     while (!text.empty()) {
         const std::string_view line = takeLine(text);
-        if (line.empty())
+        if (line.empty() || line.front() == ';')
             continue;
         if (line.front() == '.' || line.front() == '#') {
             if (picture != nullptr)

@@ -175,7 +175,7 @@ std::string_view description(BitmapError error) {
     case BitmapError::TooLong:
         return "is too long a file";
     case BitmapError::NotABitmap:
-        return "is no BMP file";
+        return "is not a BMP file";
     case BitmapError::CutShort:
         return "is cut short";
     case BitmapError::UnknownHeader:
@@ -186,6 +186,8 @@ std::string_view description(BitmapError error) {
         return "has an unknown number of bits a pixel";
     case BitmapError::BadSize:
         return "has no size that the display shows";
+    case BitmapError::NotReadable:
+        return "cannot be read";
     }
     return "cannot be read";
 }

@@ -30,7 +30,8 @@ enum class BitmapError {
     UnknownHeader, ///< not the 40-byte header or one of its extensions
     Compressed,
     UnknownDepth, ///< other than 1, 4, 8, 24 or 32 bits a pixel
-    BadSize       ///< no pixels, or more than maximumBitmapWidth x maximumBitmapHeight
+    BadSize,      ///< no pixels, or more than maximumBitmapWidth x maximumBitmapHeight
+    NotReadable   ///< the file cannot be read
 };
 
 inline constexpr std::size_t maximumBitmapBytes = std::size_t{512} * 1024;

@@ -33,6 +33,8 @@ struct BooleanTexts {
 /// Left-aligned, with blanks up to the longer of the two texts.
 std::string booleanFieldText(bool value, const BooleanTexts& texts);
 
+inline constexpr int timeFieldLength = 8;
+inline constexpr int dateFieldLength = 10;
 /// "hh:mm:ss"; every number is taken modulo 100.
 std::string timeFieldText(const LocalTime& time);
 /// "dd.mm.yyyy"; day and month modulo 100, the year modulo 10000.

@@ -1,52 +1,13 @@
 #include "display/PagePainter.h"
 
 #include <algorithm>
+#include <string>
+#include <string_view>
+#include <variant>
 
 namespace orvista {
 
 namespace {
-
-struct Size {
-    std::int64_t width;
-    std::int64_t height;
-};
-
-constexpr std::int64_t timeLength = 8;
-constexpr std::int64_t dateLength = 10;
-
-std::int64_t fieldLength(const FieldElement& field, const FieldFormats& formats) {
-    switch (field.value) {
-    case LiveValue::Float:
-        return formats.floats[field.index].width;
-    case LiveValue::Boolean: {
-        const BooleanTexts& texts = formats.booleans[field.index];
-        return static_cast<std::int64_t>(std::max(texts.on.size(), texts.off.size()));
-    }
-    case LiveValue::Time:
-        return timeLength;
-    case LiveValue::Date:
-        return dateLength;
-    }
-    return 0;
-}
-
-Size cells(LedFont font, std::int64_t count) {
-    return {count * cellWidth(font), cellHeight(font)};
-}
-
-Size sizeOf(const TextElement& text, const FieldFormats&) {
-    return cells(text.font, static_cast<std::int64_t>(text.text.size()));
-}
-
-Size sizeOf(const ImageElement& image, const FieldFormats&) {
-    if (!image.image)
-        return {0, 0};
-    return {image.image->width, image.image->height};
-}
-
-Size sizeOf(const FieldElement& field, const FieldFormats& formats) {
-    return cells(field.font, fieldLength(field, formats));
-}
 
 std::string fieldText(const FieldElement& field, const FieldFormats& formats, const DisplayValues& values) {
     switch (field.value) {
@@ -102,33 +63,32 @@ void paintImage(LedRaster& raster, const LedImage& image, const Placement& place
     }
 }
 
-} // namespace
+/// One overload for each kind of element: a new kind does not compile until it is painted.
+struct ElementPainter {
+    LedRaster& raster;
+    Offset offset;
+    const FieldFormats& formats;
+    const DisplayValues& values;
 
-PageExtent pageExtent(const ScriptPage& page, std::size_t elementCount, const FieldFormats& formats) {
-    PageExtent extent;
-    for (std::size_t i = 0; i < elementCount; ++i) {
-        std::visit(
-            [&](const auto& element) {
-                const Size size = sizeOf(element, formats);
-                extent.width = std::max(extent.width, element.placement.x + size.width);
-                extent.height = std::max(extent.height, element.placement.y + size.height);
-            },
-            page.elements[i]);
+    void operator()(const TextElement& text) const {
+        paintText(raster, text.text, text.font, text.placement, offset);
     }
-    return extent;
-}
+    void operator()(const FieldElement& field) const {
+        paintText(raster, fieldText(field, formats, values), field.font, field.placement, offset);
+    }
+    void operator()(const ImageElement& image) const {
+        if (image.image)
+            paintImage(raster, *image.image, image.placement, offset);
+    }
+};
+
+} // namespace
 
 void paintPage(LedRaster& raster, const ScriptPage& page, std::size_t elementCount, Offset offset,
                const FieldFormats& formats, const DisplayValues& values) {
-    for (std::size_t i = 0; i < elementCount; ++i) {
-        const ScriptElement& element = page.elements[i];
-        if (const auto* text = std::get_if<TextElement>(&element))
-            paintText(raster, text->text, text->font, text->placement, offset);
-        else if (const auto* field = std::get_if<FieldElement>(&element))
-            paintText(raster, fieldText(*field, formats, values), field->font, field->placement, offset);
-        else if (const auto* image = std::get_if<ImageElement>(&element); image && image->image)
-            paintImage(raster, *image->image, image->placement, offset);
-    }
+    const ElementPainter painter{raster, offset, formats, values};
+    for (std::size_t i = 0; i < elementCount; ++i)
+        std::visit(painter, page.elements[i]);
 }
 
 } // namespace orvista

@@ -1,5 +1,6 @@
 #include "display/PlayList.h"
 
+#include "display/ScriptInterpreter.h"
 #include "model/Files.h"
 #include "model/ItemKind.h"
 #include "model/Text.h"

@@ -1,20 +1,27 @@
 #pragma once
 
-#include "display/ScriptInterpreter.h"
-
 #include "model/Project.h"
 
 #include <bitset>
+#include <cstddef>
+#include <string>
 #include <string_view>
 #include <vector>
 
 namespace orvista {
 
+/// A line of a play list that names no message.
+struct PlayListRemark {
+    std::size_t line; ///< from 1
+    std::string text; ///< at most maximumRemarkLength bytes
+    bool operator==(const PlayListRemark&) const = default;
+};
+
 /// The order in which regular messages are shown, as indices from 0. A message may stand in it more than
 /// once; one that it does not name is never shown.
 struct PlayList {
     std::vector<std::size_t> messages;
-    std::vector<ScriptRemark> remarks; ///< lines that name no message
+    std::vector<PlayListRemark> remarks; ///< the first maximumRemarks
 
     /// All 40 in order, as the editor writes it.
     static PlayList inOrder();

@@ -1,6 +1,5 @@
 #include "display/Programme.h"
 
-#include "display/PagePainter.h"
 #include "display/StepTiming.h"
 
 #include "model/ItemKind.h"
@@ -15,51 +14,7 @@ namespace {
 
 constexpr std::size_t maximumProgrammeRemarks = 10'000;
 
-bool isHorizontal(Effect effect) {
-    return effect == Effect::Left || effect == Effect::Right;
-}
-
 } // namespace
-
-std::int64_t scrollDistance(const ScriptPage& page, const ScriptStep& step, PanelSize panel,
-                            const FieldFormats& formats) {
-    const std::int64_t panelLength = isHorizontal(step.effect) ? panel.columns : panel.rows;
-    // Leaving to the left or upwards, and entering the other way, the page passes with its whole length;
-    // otherwise it only crosses the panel, and what lies beyond is not seen.
-    const bool forward = step.effect == Effect::Left || step.effect == Effect::Up;
-    if (forward != (step.kind == StepKind::Leave))
-        return panelLength;
-    const PageExtent extent = pageExtent(page, step.elementCount, formats);
-    return std::max(panelLength, isHorizontal(step.effect) ? extent.width : extent.height);
-}
-
-std::int64_t stepDuration(const ScriptPage& page, const ScriptStep& step, PanelSize panel,
-                          const FieldFormats& formats) {
-    const std::int64_t milliseconds = step.milliseconds;
-    switch (step.kind) {
-    case StepKind::Still:
-        return milliseconds;
-    case StepKind::Blink:
-        return 2 * milliseconds * step.count;
-    case StepKind::Enter:
-    case StepKind::Leave:
-        break;
-    }
-    if (step.effect == Effect::Fade)
-        return fadeLevels * milliseconds;
-    const std::int64_t distance = scrollDistance(page, step, panel, formats);
-    return (distance + step.pixels - 1) / step.pixels * milliseconds;
-}
-
-FieldFormats fieldFormats(const Project& project) {
-    FieldFormats formats;
-    std::ranges::transform(project.RegVar, formats.floats.begin(), floatFormat);
-    std::ranges::transform(project.CoilVar, formats.booleans.begin(), [](const BooleanVariable& variable) {
-        return BooleanTexts{variable.onText.substr(0, maximumBooleanText),
-                            variable.offText.substr(0, maximumBooleanText)};
-    });
-    return formats;
-}
 
 Programme::Programme(PanelSize panel, FieldFormats formats) : panel_(panel), formats_(std::move(formats)) {
     const LedRaster check(panel);
@@ -111,17 +66,10 @@ void Programme::lookUpImages(std::string_view message, ScriptPage& page, const B
 std::shared_ptr<const LedImage> Programme::loadImage(std::string_view message, const std::string& name,
                                                      const BitmapProvider& bitmaps) {
     const std::string subject = "bitmap " + name.substr(0, maximumRemarkLength) + " ";
-    const auto bytes = bitmaps.bitmap(name);
-    if (!bytes) {
-        remark(message, 0, subject + "was not found");
-        return nullptr;
-    }
-    auto result = readBitmap(*bytes);
-    if (const auto* error = std::get_if<BitmapError>(&result)) {
-        remark(message, 0, subject + std::string(description(*error)));
-        return nullptr;
-    }
-    return std::make_shared<const LedImage>(std::get<LedImage>(std::move(result)));
+    const FoundBitmap found = bitmaps.bitmap(name);
+    if (!found.image)
+        remark(message, 0, subject + std::string(found.error ? description(*found.error) : "was not found"));
+    return found.image;
 }
 
 std::int64_t Programme::pageDuration(std::size_t page) const {

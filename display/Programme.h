@@ -1,12 +1,11 @@
 #pragma once
 
 #include "display/BitmapProvider.h"
-#include "display/DisplayValues.h"
-#include "display/LiveField.h"
+#include "display/FieldFormats.h"
+#include "display/LedRaster.h"
 #include "display/PlayList.h"
 #include "display/ScriptInterpreter.h"
 
-#include <array>
 #include <cstdint>
 #include <map>
 #include <memory>
@@ -15,15 +14,6 @@
 #include <vector>
 
 namespace orvista {
-
-/// How the variables are shown; texts of Booleans are cut at maximumBooleanText, more than the longest panel
-/// can show.
-inline constexpr std::size_t maximumBooleanText = 700;
-struct FieldFormats {
-    std::array<FloatFormat, floatVariableCount> floats;
-    std::array<BooleanTexts, booleanVariableCount> booleans;
-};
-FieldFormats fieldFormats(const Project& project);
 
 /// A remark about one message: "STDMSG7", line 3.
 struct ProgrammeRemark {
@@ -97,8 +87,5 @@ private:
 /// ones, in the order of the play list.
 Programme deviceProgramme(const Project& project, const MessageCoils& coils, const PlayList& playList,
                           const BitmapProvider& bitmaps, PanelSize panel);
-
-/// The panel `t` milliseconds after the programme started. The cost is that of drawing one page.
-LedRaster rasterAt(const Programme& programme, const DisplayValues& values, std::int64_t t);
 
 } // namespace orvista

@@ -1,5 +1,6 @@
+#include "display/RasterAt.h"
+
 #include "display/PagePainter.h"
-#include "display/Programme.h"
 #include "display/StepTiming.h"
 
 #include <algorithm>
@@ -19,27 +20,6 @@ void darken(LedRaster& raster, std::int64_t level) {
         for (int x = 0; x < raster.columns(); ++x)
             if (fadePattern[static_cast<std::size_t>(y % 4)][static_cast<std::size_t>(x % 4)] >= level)
                 raster.set(x, y, Led::Off);
-}
-
-/// Where the page is after `moves` moves of an entering or leaving effect.
-Offset scrolled(const ScriptStep& step, std::int64_t distance, std::int64_t moves) {
-    const std::int64_t travelled = std::min(distance, moves * step.pixels);
-    const std::int64_t away = step.kind == StepKind::Enter ? distance - travelled : travelled;
-    // An entering page comes from the side opposite to the one it moves to.
-    const std::int64_t side = step.kind == StepKind::Enter ? 1 : -1;
-    switch (step.effect) {
-    case Effect::Left:
-        return {side * away, 0};
-    case Effect::Right:
-        return {-side * away, 0};
-    case Effect::Up:
-        return {0, side * away};
-    case Effect::Down:
-        return {0, -side * away};
-    case Effect::Fade:
-        break;
-    }
-    return {};
 }
 
 } // namespace

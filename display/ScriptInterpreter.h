@@ -1,7 +1,10 @@
 #pragma once
 
+#include "display/ScriptCommands.h"
 #include "display/ScriptPage.h"
 
+#include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -10,24 +13,26 @@ namespace orvista {
 
 /// A line of a script that does nothing: unknown, incomplete, or one too many.
 struct ScriptRemark {
-    std::size_t line; ///< from 1
-    std::string text; ///< the line, at most 200 characters of it
+    std::size_t line = 0;   ///< from 1
+    std::string text;       ///< the line, at most maximumRemarkLength bytes of it
+    std::size_t column = 0; ///< from 1, of the command's word or the argument that is wrong; behind the
+                            ///< line's last byte for one that is missing
+    RemarkReason reason = RemarkReason::UnknownCommand;
+    std::optional<ScriptArgument> argument; ///< that is wrong
+    std::string word; ///< the command or the wrong argument, at most maximumRemarkLength bytes of it
     bool operator==(const ScriptRemark&) const = default;
 };
 
 struct InterpretedScript {
     std::vector<ScriptPage> pages;
-    std::vector<ScriptRemark> remarks; ///< the first 1000
+    std::vector<ScriptRemark> remarks; ///< the first maximumRemarks
+    std::size_t moreRemarks = 0;       ///< how many there are beyond those
 };
 
 /// Bounds that keep a hostile script cheap to show.
 inline constexpr std::size_t maximumElementsOfAPage = 256;
 inline constexpr std::size_t maximumRemarks = 1000;
 inline constexpr std::size_t maximumRemarkLength = 200;
-inline constexpr int maximumCoordinate = 1'000'000;    ///< either way
-inline constexpr int maximumHold = 3'600'000;          ///< milliseconds
-inline constexpr int maximumStepMilliseconds = 60'000; ///< of a move, a fade level, half a blink
-inline constexpr int maximumBlinks = 1000;
 
 /// What a page that draws something but never says for how long is held, in milliseconds: the shortest hold
 /// the editor offers.

@@ -22,16 +22,27 @@ struct Placement {
     bool operator==(const Placement&) const = default;
 };
 
+/// Where in the script an element stands. Lines and columns count from 1, columns in bytes.
+struct ScriptSource {
+    std::size_t line = 0;
+    std::size_t command = 0; ///< column of the command's word
+    std::size_t content = 0; ///< of the text's first character, the file name or the variable; of the command
+                             ///< for time and date
+    bool operator==(const ScriptSource&) const = default;
+};
+
 struct TextElement {
     Placement placement;
     LedFont font = LedFont::Large8x15;
     std::string text; ///< Windows-1252
+    ScriptSource source;
 };
 
 struct ImageElement {
     Placement placement;
     std::string name;
     std::shared_ptr<const LedImage> image; ///< looked up when a programme is made; none draws nothing
+    ScriptSource source;
 };
 
 enum class LiveValue { Float, Boolean, Time, Date };
@@ -41,9 +52,18 @@ struct FieldElement {
     LedFont font = LedFont::Large8x15;
     LiveValue value = LiveValue::Float;
     std::size_t index = 0; ///< of the variable, from 0
+    ScriptSource source;
 };
 
 using ScriptElement = std::variant<TextElement, ImageElement, FieldElement>;
+
+inline const ScriptSource& sourceOf(const ScriptElement& element) {
+    return std::visit([](const auto& drawn) -> const ScriptSource& { return drawn.source; }, element);
+}
+
+inline const Placement& placementOf(const ScriptElement& element) {
+    return std::visit([](const auto& drawn) -> const Placement& { return drawn.placement; }, element);
+}
 
 enum class StepKind { Enter, Still, Blink, Leave };
 enum class Effect { Left, Right, Up, Down, Fade };
@@ -60,6 +80,7 @@ struct ScriptStep {
 
 /// What is drawn between two clearings of the panel, and when it is seen.
 struct ScriptPage {
+    std::size_t firstLine = 0; ///< of the script, from 1
     std::vector<ScriptElement> elements;
     std::vector<ScriptStep> steps;
 };

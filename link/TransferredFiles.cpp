@@ -10,10 +10,6 @@
 
 namespace orvista {
 
-bool isBitmapName(std::string_view name) {
-    return endsWithIgnoringCase(name, ".bmp");
-}
-
 std::vector<std::string> bitmapsOfFolder(const std::string& folder) {
     namespace fs = std::filesystem;
     std::vector<std::string> names;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "model/BitmapName.h"
 #include "model/DeviceFiles.h"
 
 #include <array>
@@ -17,9 +18,6 @@ inline constexpr auto transferredDeviceFiles = [] {
         names[i] = deviceFiles[i]->name;
     return names;
 }();
-
-/// True for "*.bmp" in any case.
-bool isBitmapName(std::string_view name);
 
 /// Names of the folder's bitmaps: regular files (or links to them) only, sorted with ASCII case folded. A
 /// folder that cannot be read has none.

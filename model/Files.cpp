@@ -158,17 +158,16 @@ std::size_t LineReader::endOfLine() {
 }
 
 void LineReader::skipByteOrderMark() {
-    constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
     atStart_ = false;
     // A source may hand out its first bytes one by one.
-    while (size_ < byteOrderMark.size()) {
+    while (size_ < utf8ByteOrderMark.size()) {
         const std::size_t more = source_.read(buffer_.data() + size_, buffer_.size() - size_);
         if (more == 0)
             break;
         size_ += more;
     }
-    if (std::string_view(buffer_.data(), size_).starts_with(byteOrderMark))
-        position_ = byteOrderMark.size();
+    if (std::string_view(buffer_.data(), size_).starts_with(utf8ByteOrderMark))
+        position_ = utf8ByteOrderMark.size();
 }
 
 bool LineReader::next(std::string& line) {

@@ -109,6 +109,8 @@ private:
     std::string bytes_;
 };
 
+inline constexpr std::string_view utf8ByteOrderMark = "\xEF\xBB\xBF";
+
 /// Splits a source into lines. CR LF, LF alone and CR alone all end a line, a last line without an end
 /// counts, and an UTF-8 byte-order mark at the start is skipped. NUL and Ctrl-Z are ordinary characters.
 class LineReader {

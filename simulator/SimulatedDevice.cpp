@@ -1,9 +1,10 @@
 #include "simulator/SimulatedDevice.h"
 
+#include "display/FolderBitmaps.h"
+#include "display/RasterAt.h"
 #include "model/DeviceFiles.h"
 #include "model/ItemKind.h"
 #include "model/Windows1252.h"
-#include "simulator/FolderBitmaps.h"
 
 #include <functional>
 #include <utility>
@@ -77,7 +78,7 @@ void SimulatedDevice::loadFiles() {
         ConfigModule::readDeviceFiles(folder_.path(), project_, {rules, messages}, modbusAdrFile.name);
         if (const std::optional<std::string> list = folder_.read(defaultPlsFile.name))
             playList_ = readPlayList(*list);
-        for (const ScriptRemark& remark : playList_.remarks)
+        for (const PlayListRemark& remark : playList_.remarks)
             noteIdleLine(std::string(defaultPlsFile.name), remark.line, remark.text);
         note(tr("The files are shown"));
     }
@@ -109,7 +110,8 @@ void SimulatedDevice::takeMemory() {
 
 void SimulatedDevice::beginProgramme() {
     shown_ = messageCoils();
-    programme_ = deviceProgramme(project_, shown_, playList_, FolderBitmaps(folder_), {settings_.columns});
+    const FolderBitmaps bitmaps(folder_.path(), FolderBitmaps::Links::LeftOut);
+    programme_ = deviceProgramme(project_, shown_, playList_, bitmaps, {settings_.columns});
     running_.start();
     for (const ProgrammeRemark& remark : programme_.remarks()) {
         if (remark.line == 0)

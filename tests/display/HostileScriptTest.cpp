@@ -1,4 +1,4 @@
-#include "display/Programme.h"
+#include "display/RasterAt.h"
 
 #include <gtest/gtest.h>
 
@@ -11,9 +11,9 @@ namespace {
 /// Knows every name, and counts how often it is asked.
 class CountingBitmaps final : public BitmapProvider {
 public:
-    std::optional<std::string> bitmap(std::string_view) const override {
+    FoundBitmap bitmap(std::string_view) const override {
         ++calls;
-        return "BM";
+        return {nullptr, BitmapError::CutShort};
     }
     mutable int calls = 0;
 };

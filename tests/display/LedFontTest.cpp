@@ -97,6 +97,31 @@ TEST(LedFont, PutsAccentsAboveTheLetter) {
                                                  "........\n");
 }
 
+TEST(LedFont, PutsTheDiaeresisOverTheLastOfItsLetters) {
+    EXPECT_EQ(picture(LedFont::Small5x7, 0xFC), ".#.#..\n"
+                                                "......\n"
+                                                "#...#.\n"
+                                                "#...#.\n"
+                                                "#...#.\n"
+                                                "#..##.\n"
+                                                ".##.#.\n");
+    EXPECT_EQ(picture(LedFont::Large8x15, 0xFC), "........\n"
+                                                 "........\n"
+                                                 ".##.##..\n"
+                                                 ".##.##..\n"
+                                                 "........\n"
+                                                 "##...##.\n"
+                                                 "##...##.\n"
+                                                 "##...##.\n"
+                                                 "##...##.\n"
+                                                 "##...##.\n"
+                                                 "##..###.\n"
+                                                 ".###.##.\n"
+                                                 "........\n"
+                                                 "........\n"
+                                                 "........\n");
+}
+
 TEST(LedFont, PutsTheCedillaBelow) {
     EXPECT_EQ(picture(LedFont::Small5x7, 0xE7), "......\n"
                                                 ".###..\n"

@@ -80,6 +80,25 @@ TEST(Bitmap, ReadsPalettesOfSixteenAnd256Colours) {
     EXPECT_EQ(image(eight.bytes()).leds, (std::vector{Y, G, R}));
 }
 
+TEST(Bitmap, RowsThatFillWholeWordsHaveNoPadding) {
+    const std::vector<std::uint32_t> palette = {0x000000, 0xFF0000};
+    const auto leds = [](const BitmapFile& file) { return image(file.bytes()).leds; };
+    // The lower row is stored first: its last dot is lit, then the upper row's first.
+    const std::string bits = "\0\0\0\x01\x80\0\0\0"s;
+    std::vector<Led> expected(64, O);
+    expected[0] = expected[63] = R;
+    EXPECT_EQ(leds({32, 2, 1, palette, bits}), expected);
+    BitmapFile four{8, 2, 4, palette, "\0\0\0\x01\x10\0\0\0"s};
+    four.coloursUsed = 2;
+    EXPECT_EQ(leds(four), (std::vector{R, O, O, O, O, O, O, O, O, O, O, O, O, O, O, R}));
+    BitmapFile eight{4, 2, 8, palette, "\0\0\0\x01\x01\0\0\0"s};
+    eight.coloursUsed = 2;
+    EXPECT_EQ(leds(eight), (std::vector{R, O, O, O, O, O, O, R}));
+    const std::string colours = "\0\0\0\0\0\0\0\0\0\0\0\xFF\0\0\xFF\0\0\0\0\0\0\0\0\0"s;
+    EXPECT_EQ(leds({4, 2, 24, {}, colours}), (std::vector{R, O, O, O, O, O, O, R}));
+    EXPECT_EQ(leds({1, 2, 32, {}, "\0\0\xFF\0\0\xFF\0\0"s}), (std::vector{G, R}));
+}
+
 TEST(Bitmap, TakesNumbersBeyondThePaletteAsBlack) {
     BitmapFile file{2, 1, 8, {0xFF0000}, "\0\xFF\0\0"s};
     file.coloursUsed = 1;

@@ -1,9 +1,10 @@
-#include "display/Programme.h"
+#include "display/RasterAt.h"
 
 #include "BitmapFile.h"
 
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <stdexcept>
 #include <string>
 
@@ -95,6 +96,16 @@ TEST(Moments, StandStillWhenNothingTakesTime) {
     EXPECT_EQ(programme("").momentAt(0).page, nullptr);
 }
 
+TEST(ProgrammeMoments, TimesBeforeTheStartCountAsTheStart) {
+    const Programme shown = programme("TEXT 0 0 RED BLACK \"L\"\nIN GO-LEFT 1 10\nACT STILL 1000");
+    for (const std::int64_t t : {std::int64_t{-1}, std::int64_t{-15}, std::int64_t{-1'000'000},
+                                 std::numeric_limits<std::int64_t>::min()}) {
+        EXPECT_EQ(shown.momentAt(t).elapsed, 0) << t;
+        EXPECT_EQ(shown.momentAt(t).step, shown.momentAt(0).step) << t;
+        EXPECT_EQ(rasterAt(shown, {}, t), rasterAt(shown, {}, 0)) << t;
+    }
+}
+
 TEST(ProgrammePanel, RefusesZeroColumns) {
     EXPECT_THROW(Programme({0}, {}), std::invalid_argument);
     EXPECT_THROW(Programme({-128}, {}), std::invalid_argument);
@@ -184,8 +195,8 @@ TEST(PlayListFile, RemarksLinesThatNameNoMessage) {
                      "DISPMSG STDMSG\nSHOW STDMSG1\nDISPMSG\nDISPMSG STDMSG1x\nDISPMSG STDMSG+1");
     EXPECT_EQ(list.messages, std::vector<std::size_t>{39});
     ASSERT_EQ(list.remarks.size(), 8U);
-    EXPECT_EQ(list.remarks[0], (ScriptRemark{3, "DISPMSG STDMSG41"}));
-    EXPECT_EQ(list.remarks[7], (ScriptRemark{10, "DISPMSG STDMSG+1"}));
+    EXPECT_EQ(list.remarks[0], (PlayListRemark{3, "DISPMSG STDMSG41"}));
+    EXPECT_EQ(list.remarks[7], (PlayListRemark{10, "DISPMSG STDMSG+1"}));
 }
 
 TEST(PlayListFile, IsInOrderAsTheEditorWritesIt) {
@@ -200,12 +211,12 @@ TEST(PlayListFile, IsInOrderAsTheEditorWritesIt) {
 TEST(Bitmaps, AreFoundWhateverTheCaseOfTheirNames) {
     StoredBitmaps bitmaps;
     bitmaps.store("Pump \xC9.BMP", "first");
-    bitmaps.store("PUMP \xC9.bmp", "second");
-    EXPECT_EQ(bitmaps.bitmap("pump \xC9.bmp"), "second");
+    bitmaps.store("PUMP \xC9.bmp", "BM");
+    EXPECT_EQ(bitmaps.bitmap("pump \xC9.bmp").error, BitmapError::CutShort);
     // Only ASCII letters are folded.
-    EXPECT_EQ(bitmaps.bitmap("pump \xE9.bmp"), std::nullopt);
+    EXPECT_EQ(bitmaps.bitmap("pump \xE9.bmp").error, std::nullopt);
     bitmaps.clear();
-    EXPECT_EQ(bitmaps.bitmap("pump \xC9.bmp"), std::nullopt);
+    EXPECT_EQ(bitmaps.bitmap("pump \xC9.bmp").error, std::nullopt);
 }
 
 TEST(FieldFormats, ComeFromTheProject) {

@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace orvista {
 namespace {
@@ -29,9 +31,18 @@ ScriptStep onlyStep(const std::string& line) {
     return script.pages[0].steps[0];
 }
 
+using Lines = std::vector<std::pair<std::size_t, std::string>>;
+
+Lines remarkedLines(const InterpretedScript& script) {
+    Lines lines;
+    for (const ScriptRemark& remark : script.remarks)
+        lines.emplace_back(remark.line, remark.text);
+    return lines;
+}
+
 void expectUnknown(const std::string& line) {
     const InterpretedScript script = interpretScript(line);
-    EXPECT_EQ(script.remarks, (std::vector<ScriptRemark>{{1, line}})) << line;
+    EXPECT_EQ(remarkedLines(script), (Lines{{1, line}})) << line;
     EXPECT_TRUE(script.pages.empty()) << line;
 }
 
@@ -152,7 +163,7 @@ TEST(Script, NumbersBeyondSenseAreBounded) {
 TEST(Script, LinesItDoesNotKnowAreOnlyRemarked) {
     const InterpretedScript script = interpretScript(
         "CLEAR\r\nHELLO\r\n\r\n   \r\nTEXT 0 0 RED BLACK \"a\"\r\nTEXT 0 0 PINK BLACK \"b\"\r\nACT STILL 5");
-    EXPECT_EQ(script.remarks, (std::vector<ScriptRemark>{{2, "HELLO"}, {6, "TEXT 0 0 PINK BLACK \"b\""}}));
+    EXPECT_EQ(remarkedLines(script), (Lines{{2, "HELLO"}, {6, "TEXT 0 0 PINK BLACK \"b\""}}));
     ASSERT_EQ(script.pages.size(), 1U);
     EXPECT_EQ(script.pages[0].elements.size(), 1U);
     EXPECT_EQ(script.pages[0].steps.size(), 1U);
@@ -165,6 +176,87 @@ TEST(Script, MissingFieldsMakeALineUnknown) {
           "IMG 0 0 RED", "DISPVAR", "TIME", "TIME 0 0 RED", "DATES 0 0", "S", "CLEARS",
           "IMGS 0 0 RED BLACK a"})
         expectUnknown(line);
+}
+
+struct WrongWord {
+    const char* line;
+    std::size_t column;
+    RemarkReason reason;
+    std::optional<ScriptArgument> argument;
+    const char* word;
+};
+
+TEST(Script, RemarksNameTheWordConcernedAndTheReason) {
+    using enum ScriptArgument;
+    constexpr auto bad = RemarkReason::BadArgument;
+    constexpr auto range = RemarkReason::VariableRange;
+    for (const WrongWord& wrong :
+         {WrongWord{"HELLO 1", 1, RemarkReason::UnknownCommand, {}, "HELLO"},
+          WrongWord{"  IMGS 0", 3, RemarkReason::UnknownCommand, {}, "IMGS"},
+          WrongWord{"TEXT", 5, bad, X, ""},
+          WrongWord{"TEXT  a b RED", 7, bad, X, "a"},
+          WrongWord{"TEXT 0 --1 RED BLACK \"x\"", 8, bad, Y, "--1"},
+          WrongWord{"TEXT 0 1 PINK BLACK \"x\"", 10, bad, Foreground, "PINK"},
+          WrongWord{"TEXT 0 1 RED ", 14, bad, Background, ""},
+          WrongWord{"TEXT 0 1 RED BLACK x\"", 20, bad, Text, "x\""},
+          WrongWord{"IMG 0 0 RED BLACK  ", 20, bad, FileName, ""},
+          WrongWord{"DISPVAR 0 0 RED BLACK Pump1", 23, bad, Variable, "Pump1"},
+          WrongWord{"DISPVAR 0 0 RED BLACK RegVar", 23, bad, Variable, "RegVar"},
+          WrongWord{"DISPVAR 0 0 RED BLACK RegVar65", 23, range, Variable, "RegVar65"},
+          WrongWord{"DISPVARS 0 0 RED BLACK coilvar0", 24, range, Variable, "coilvar0"},
+          WrongWord{"DISPVAR 0 0 RED RegVar65", 17, bad, Background, "RegVar65"},
+          WrongWord{"TIME 0 0 RED", 13, bad, Background, ""},
+          WrongWord{"IN GO-AWAY 1 50", 4, bad, Effect, "GO-AWAY"},
+          WrongWord{"IN GO-LEFT 0 50", 12, bad, Pixels, "0"},
+          WrongWord{"OUT FADE fast", 10, bad, Speed, "fast"},
+          WrongWord{"ACT DANCE", 5, bad, Act, "DANCE"},
+          WrongWord{"ACT STILL 1.5", 11, bad, Hold, "1.5"},
+          WrongWord{"ACT BLINK x", 11, bad, BlinkCount, "x"},
+          WrongWord{"ACT BLINK 4", 12, bad, BlinkTime, ""}}) {
+        const InterpretedScript script = interpretScript(std::string("\r\n") + wrong.line);
+        EXPECT_EQ(script.remarks, (std::vector<ScriptRemark>{{2, wrong.line, wrong.column, wrong.reason,
+                                                              wrong.argument, wrong.word}}))
+            << wrong.line << ": column " << script.remarks.at(0).column << " " << script.remarks.at(0).word;
+    }
+}
+
+TEST(Script, RemarksOfAFullPageNameTheCommand) {
+    std::string script;
+    for (std::size_t i = 0; i < maximumElementsOfAPage; ++i)
+        script += "TIME 0 0 RED BLACK\n";
+    const InterpretedScript full = interpretScript(script + " DATE 0 0 RED BLACK\nDATE x");
+    ASSERT_EQ(full.remarks.size(), 2U);
+    EXPECT_EQ(full.remarks[0],
+              (ScriptRemark{257, " DATE 0 0 RED BLACK", 2, RemarkReason::PageFull, {}, "DATE"}));
+    EXPECT_EQ(full.remarks[1].reason, RemarkReason::BadArgument);
+}
+
+TEST(Script, RemarksBeyondTheLimitAreCounted) {
+    std::string script;
+    for (std::size_t i = 0; i < maximumRemarks + 7; ++i)
+        script += "x\n";
+    const InterpretedScript interpreted = interpretScript(script);
+    EXPECT_EQ(interpreted.remarks.size(), maximumRemarks);
+    EXPECT_EQ(interpreted.moreRemarks, 7U);
+    EXPECT_EQ(interpretScript("x").moreRemarks, 0U);
+}
+
+TEST(Script, ElementsKnowWhereTheyStand) {
+    const InterpretedScript script = interpretScript("\xEF\xBB\xBF TEXT 0 0 RED BLACK  \"a\"\r\n\r\n"
+                                                     "  DISPVAR 0 0 RED BLACK   RegVar1 \n"
+                                                     "CLEAR\rIMG 0 0 RED BLACK  my pump.bmp\n"
+                                                     "  TIMES 0 5 RED BLACK ");
+    ASSERT_EQ(script.pages.size(), 2U);
+    EXPECT_EQ(script.pages[0].firstLine, 1U);
+    EXPECT_EQ(script.pages[1].firstLine, 4U);
+    const auto place = [&](std::size_t page, std::size_t element) {
+        return sourceOf(script.pages[page].elements.at(element));
+    };
+    // The mark at the start is three bytes.
+    EXPECT_EQ(place(0, 0), (ScriptSource{1, 5, 26}));
+    EXPECT_EQ(place(0, 1), (ScriptSource{3, 3, 27}));
+    EXPECT_EQ(place(1, 0), (ScriptSource{5, 1, 20}));
+    EXPECT_EQ(place(1, 1), (ScriptSource{6, 3, 3}));
 }
 
 TEST(Script, PagesEndAtClearAndAfterLeaving) {

@@ -1,6 +1,6 @@
 #include "tests/fuzz/ReaderRun.h"
 
-#include "display/Programme.h"
+#include "display/RasterAt.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "display/Programme.h"
+#include "display/RasterAt.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <string>

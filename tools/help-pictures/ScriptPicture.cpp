@@ -1,6 +1,6 @@
 #include "tools/help-pictures/ScriptPicture.h"
 
-#include "display/Programme.h"
+#include "display/RasterAt.h"
 #include "widgets/PanelPicture.h"
 
 #include <QPainter>

@@ -1,6 +1,6 @@
 #include "tools/help-pictures/ScriptPicture.h"
 
-#include "simulator/FolderBitmaps.h"
+#include "display/FolderBitmaps.h"
 
 #include <QDir>
 #include <QFile>
@@ -62,8 +62,7 @@ int main(int argc, char** argv) {
         return 2;
     }
     const QDir help(QFile::decodeName(argv[1]));
-    const orvista::DeviceFolder folder(QFile::decodeName(argv[2]).toStdString());
-    const orvista::FolderBitmaps bitmaps(folder);
+    const orvista::FolderBitmaps bitmaps(QFile::decodeName(argv[2]).toStdString());
     const std::vector<HelpScript> scripts = scriptsOfHelp(help);
     bool good = !scripts.empty();
     for (const HelpScript& script : scripts) {
