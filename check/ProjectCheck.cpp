@@ -1,35 +1,207 @@
 #include "check/ProjectCheck.h"
 
+#include "check/AddressCheck.h"
+#include "check/FindingList.h"
+#include "check/MessageCheck.h"
+#include "check/VariableCheck.h"
+#include "display/FieldFormats.h"
 #include "display/LedRaster.h"
+#include "model/ItemKind.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <utility>
 
 namespace orvista {
 
-struct ProjectCheck::State {
-    std::size_t messagesLookedAt = 0;
+namespace {
+
+PanelSize panelOf(int columns) {
+    return LedRaster({columns}).size();
+}
+
+/// What was found in an item, and what the item was then.
+template <typename Content>
+struct CheckedItem {
+    Content content;
+    Findings findings;
 };
+
+using AddressMap = std::array<std::int32_t, 4>;
+
+AddressMap addressMap(const Project& project) {
+    return {project.AnalogInput, project.DigitalInput, project.AlertMessage, project.RegularMessage};
+}
+
+/// The variables that the two show in different ways.
+VariableUse differences(const FieldFormats& one, const FieldFormats& other) {
+    VariableUse different;
+    for (std::size_t i = 0; i < one.floats.size(); ++i)
+        different.floats[i] = !(one.floats[i] == other.floats[i]);
+    for (std::size_t i = 0; i < one.booleans.size(); ++i)
+        different.booleans[i] = !(one.booleans[i] == other.booleans[i]);
+    return different;
+}
+
+bool meet(const VariableUse& one, const VariableUse& other) {
+    return (one.floats & other.floats).any() || (one.booleans & other.booleans).any();
+}
+
+bool isSame(const FoundBitmap& one, const FoundBitmap& other) {
+    return one.image == other.image && one.error == other.error;
+}
+
+Findings notInUse(const std::string& variable) {
+    FindingList found(variable);
+    found.add(codes::notInUse, {}, [&] {
+        return "No message shows " + variable +
+               ", though its settings were changed: show it with DISPVAR, or "
+               "leave it.";
+    });
+    return found.sorted();
+}
+
+} // namespace
+
+struct ProjectCheck::State {
+    struct Message {
+        std::string script;
+        CheckedMessage checked;
+    };
+    template <typename Content, std::size_t count>
+    using Items = std::array<std::optional<CheckedItem<Content>>, count>;
+    template <std::size_t count>
+    using Messages = std::array<std::optional<Message>, count>;
+
+    void update(const Project& project, const BitmapProvider& bitmaps, PanelSize newPanel);
+    template <typename Content, typename Check>
+    void update(std::optional<CheckedItem<Content>>& item, const Content& content, Check&& check);
+    template <std::size_t count>
+    void update(Messages<count>& messages, const ItemKind& kind,
+                const std::array<std::string, count>& scripts, const BitmapProvider& bitmaps,
+                const VariableUse& changed);
+    static bool isCurrent(const Message& message, const std::string& script, const BitmapProvider& bitmaps,
+                          const VariableUse& changed);
+
+    VariableUse variablesShown() const;
+    Findings collected(Notes notes) const;
+
+    std::optional<PanelSize> panel;
+    FieldFormats formats;
+    std::size_t itemsLookedAt = 0;
+    std::optional<CheckedItem<AddressMap>> addresses;
+    Items<FloatVariable, floatVariableCount> floats;
+    Items<BooleanVariable, booleanVariableCount> booleans;
+    Messages<regularMessageCount> regular;
+    Messages<emergencyMessageCount> emergency;
+};
+
+template <typename Content, typename Check>
+void ProjectCheck::State::update(std::optional<CheckedItem<Content>>& item, const Content& content,
+                                 Check&& check) {
+    if (item && item->content == content)
+        return;
+    item = CheckedItem<Content>{content, check()};
+    ++itemsLookedAt;
+}
+
+bool ProjectCheck::State::isCurrent(const Message& message, const std::string& script,
+                                    const BitmapProvider& bitmaps, const VariableUse& changed) {
+    return message.script == script && !meet(message.checked.variables, changed) &&
+           std::ranges::all_of(message.checked.bitmaps, [&](const auto& bitmap) {
+               return isSame(bitmap.second, bitmaps.bitmap(bitmap.first));
+           });
+}
+
+template <std::size_t count>
+void ProjectCheck::State::update(Messages<count>& messages, const ItemKind& kind,
+                                 const std::array<std::string, count>& scripts, const BitmapProvider& bitmaps,
+                                 const VariableUse& changed) {
+    for (std::size_t i = 0; i < count; ++i) {
+        if (messages[i] && isCurrent(*messages[i], scripts[i], bitmaps, changed))
+            continue;
+        messages[i] = Message{scripts[i], checkScript(kind.name(i), scripts[i], *panel, formats, bitmaps)};
+        ++itemsLookedAt;
+    }
+}
+
+void ProjectCheck::State::update(const Project& project, const BitmapProvider& bitmaps, PanelSize newPanel) {
+    itemsLookedAt = 0;
+    if (panel != newPanel) {
+        regular = {};
+        emergency = {};
+        panel = newPanel;
+    }
+    const FieldFormats newFormats = fieldFormats(project);
+    const VariableUse changed = differences(formats, newFormats);
+    formats = newFormats;
+
+    update(addresses, addressMap(project), [&] { return checkAddressMap(project); });
+    for (std::size_t i = 0; i < floats.size(); ++i)
+        update(floats[i], project.RegVar[i],
+               [&] { return checkVariable(floatVariables.name(i), project.RegVar[i]); });
+    for (std::size_t i = 0; i < booleans.size(); ++i)
+        update(booleans[i], project.CoilVar[i],
+               [&] { return checkVariable(booleanVariables.name(i), project.CoilVar[i]); });
+    update(regular, regularMessages, project.STDMSG, bitmaps, changed);
+    update(emergency, emergencyMessages, project.ALTMSG, bitmaps, changed);
+}
+
+VariableUse ProjectCheck::State::variablesShown() const {
+    VariableUse shown;
+    for (const auto& message : regular)
+        shown |= message->checked.variables;
+    for (const auto& message : emergency)
+        shown |= message->checked.variables;
+    return shown;
+}
+
+Findings ProjectCheck::State::collected(Notes notes) const {
+    static const Project defaults;
+    const VariableUse shown = variablesShown();
+    Findings findings = addresses->findings;
+    const auto appendVariables = [&](const auto& items, const auto& ofDefaults, const auto& isShown,
+                                     const ItemKind& kind) {
+        for (std::size_t i = 0; i < items.size(); ++i) {
+            append(findings, items[i]->findings);
+            if (notes == Notes::Included && !isShown[i] && items[i]->content != ofDefaults[i])
+                append(findings, notInUse(kind.name(i)));
+        }
+    };
+    appendVariables(floats, defaults.RegVar, shown.floats, floatVariables);
+    appendVariables(booleans, defaults.CoilVar, shown.booleans, booleanVariables);
+    for (const auto& message : regular)
+        append(findings, message->checked.findings);
+    for (const auto& message : emergency)
+        append(findings, message->checked.findings);
+    return findings;
+}
 
 ProjectCheck::ProjectCheck() : state_(std::make_unique<State>()) {}
 ProjectCheck::~ProjectCheck() = default;
 ProjectCheck::ProjectCheck(ProjectCheck&&) noexcept = default;
 ProjectCheck& ProjectCheck::operator=(ProjectCheck&&) noexcept = default;
 
-Findings ProjectCheck::check(const Project&, const BitmapProvider&, int columns, Notes) {
-    const LedRaster panel({columns});
-    return {};
+Findings ProjectCheck::check(const Project& project, const BitmapProvider& bitmaps, int columns,
+                             Notes notes) {
+    state_->update(project, bitmaps, panelOf(columns));
+    return state_->collected(notes);
 }
 
-std::size_t ProjectCheck::messagesLookedAt() const {
-    return state_->messagesLookedAt;
+std::size_t ProjectCheck::itemsLookedAt() const {
+    return state_->itemsLookedAt;
 }
 
 Findings checkProject(const Project& project, const BitmapProvider& bitmaps, int columns, Notes notes) {
     return ProjectCheck().check(project, bitmaps, columns, notes);
 }
 
-Findings checkMessage(std::string_view, std::string_view, const Project&, const BitmapProvider&,
-                      int columns) {
-    const LedRaster panel({columns});
-    return {};
+Findings checkMessage(std::string_view item, std::string_view script, const Project& project,
+                      const BitmapProvider& bitmaps, int columns) {
+    return checkScript(item, script, panelOf(columns), fieldFormats(project), bitmaps).findings;
 }
 
 } // namespace orvista

@@ -27,12 +27,20 @@ float narrowed(double value) {
 
 } // namespace
 
+float defaultFloat(const FloatVariable& variable) {
+    return narrowed(defaultNumber(variable.defaultValue));
+}
+
+bool defaultBoolean(const BooleanVariable& variable) {
+    return defaultNumber(variable.defaultValue) != 0.0;
+}
+
 DisplayValues defaultValues(const Project& project) {
     DisplayValues values;
     for (std::size_t i = 0; i < floatVariableCount; ++i)
-        values.floats[i] = narrowed(defaultNumber(project.RegVar[i].defaultValue));
+        values.floats[i] = defaultFloat(project.RegVar[i]);
     for (std::size_t i = 0; i < booleanVariableCount; ++i)
-        values.booleans[i] = defaultNumber(project.CoilVar[i].defaultValue) != 0.0;
+        values.booleans[i] = defaultBoolean(project.CoilVar[i]);
     return values;
 }
 

@@ -26,8 +26,10 @@ struct DisplayValues {
     bool operator==(const DisplayValues&) const = default;
 };
 
-/// What the variables hold before anything is written to them: the numbers their default texts begin with,
-/// 0 where there is none, infinity beyond a float's range; a Boolean is on unless its number is 0.
+/// What a variable holds before anything is written to it: the number its default text begins with, 0 where
+/// there is none, infinity beyond a float's range; a Boolean is on unless its number is 0.
+float defaultFloat(const FloatVariable& variable);
+bool defaultBoolean(const BooleanVariable& variable);
 DisplayValues defaultValues(const Project& project);
 
 } // namespace orvista

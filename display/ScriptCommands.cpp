@@ -13,24 +13,10 @@ namespace {
 using Element = std::optional<ScriptElement>;
 using Step = std::optional<ScriptStep>;
 
-constexpr int tooLargeAnIndex = 1000;
-
-/// What a variable's name says.
-struct VariableName {
-    LiveValue kind = LiveValue::Float;
-    std::size_t number = 0;
-    std::size_t count = 0; ///< of the variables of that kind
-};
-
-std::optional<VariableName> variableName(std::string_view name, std::string_view word, LiveValue kind,
-                                         std::size_t count) {
-    if (!startsWithIgnoringCase(name, word))
-        return std::nullopt;
-    const auto number =
-        ScriptWords(name.substr(word.size())).number(ScriptArgument::Variable, tooLargeAnIndex);
-    if (!number)
-        return std::nullopt;
-    return VariableName{kind, static_cast<std::size_t>(*number), count};
+/// The variable's name with any number.
+bool namesVariable(std::string_view word, const ItemKind& kind) {
+    return startsWithIgnoringCase(word, kind.word) &&
+           GenenalModule::IsAllDigits(word.substr(kind.word.size()));
 }
 
 class Command {
@@ -49,6 +35,7 @@ private:
     Element image();
     ScriptCommand variable(LedFont font);
     Element clock(LedFont font, LiveValue value);
+    /// x y fg bg, as every drawing command has them.
     std::optional<Placement> placement();
 
     Step effect(StepKind kind);
@@ -98,9 +85,15 @@ ScriptCommand Command::drawn() {
 }
 
 std::optional<Placement> Command::placement() {
-    const auto placement = words_.placement();
+    const auto x = words_.coordinate(ScriptArgument::X);
+    const auto y = words_.coordinate(ScriptArgument::Y);
+    const auto foreground = words_.colour(ScriptArgument::Foreground);
+    source_.background = words_.column();
+    const auto background = words_.colour(ScriptArgument::Background);
     source_.content = words_.column();
-    return placement;
+    if (!x || !y || !foreground || !background)
+        return std::nullopt;
+    return Placement{*x, *y, *foreground, *background};
 }
 
 Element Command::text(LedFont font) {
@@ -125,17 +118,19 @@ Element Command::image() {
 ScriptCommand Command::variable(LedFont font) {
     const auto placement = this->placement();
     const std::string_view word = words_.word();
-    auto name = variableName(word, floatVariableName, LiveValue::Float, floatVariableCount);
-    if (!name)
-        name = variableName(word, booleanVariableName, LiveValue::Boolean, booleanVariableCount);
-    const bool isInRange = name && name->number >= 1 && name->number <= name->count;
-    if (!isInRange)
+    const auto floatIndex = floatVariables.indexOfName(word);
+    const auto booleanIndex = booleanVariables.indexOfName(word);
+    const bool isOutOfRange = !floatIndex && !booleanIndex &&
+                              (namesVariable(word, floatVariables) || namesVariable(word, booleanVariables));
+    if (!floatIndex && !booleanIndex)
         words_.refuse(ScriptArgument::Variable, source_.content, word);
-    if (!placement || !name)
-        return RemarkReason::BadArgument;
-    if (!isInRange)
+    if (placement && isOutOfRange)
         return RemarkReason::VariableRange;
-    return FieldElement{*placement, font, name->kind, name->number - 1, source_};
+    if (words_.wrong())
+        return RemarkReason::BadArgument;
+    if (floatIndex)
+        return FieldElement{*placement, font, LiveValue::Float, *floatIndex, source_};
+    return FieldElement{*placement, font, LiveValue::Boolean, *booleanIndex, source_};
 }
 
 Element Command::clock(LedFont font, LiveValue value) {

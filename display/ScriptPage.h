@@ -25,7 +25,8 @@ struct Placement {
 /// Where in the script an element stands. Lines and columns count from 1, columns in bytes.
 struct ScriptSource {
     std::size_t line = 0;
-    std::size_t command = 0; ///< column of the command's word
+    std::size_t command = 0;    ///< column of the command's word
+    std::size_t background = 0; ///< of the background colour
     std::size_t content = 0; ///< of the text's first character, the file name or the variable; of the command
                              ///< for time and date
     bool operator==(const ScriptSource&) const = default;

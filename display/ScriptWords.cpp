@@ -82,16 +82,6 @@ std::optional<Led> ScriptWords::colour(ScriptArgument argument) {
     return std::nullopt;
 }
 
-std::optional<Placement> ScriptWords::placement() {
-    const auto x = coordinate(ScriptArgument::X);
-    const auto y = coordinate(ScriptArgument::Y);
-    const auto foreground = colour(ScriptArgument::Foreground);
-    const auto background = colour(ScriptArgument::Background);
-    if (!x || !y || !foreground || !background)
-        return std::nullopt;
-    return Placement{*x, *y, *foreground, *background};
-}
-
 std::optional<std::string_view> ScriptWords::quoted() {
     const std::string_view left = line_.substr(position_);
     const auto last = left.rfind('"');

@@ -51,8 +51,6 @@ public:
     std::optional<int> number(ScriptArgument argument, int maximum);
     std::optional<int> coordinate(ScriptArgument argument);
     std::optional<Led> colour(ScriptArgument argument);
-    /// x y fg bg, as every drawing command has them.
-    std::optional<Placement> placement();
     /// From the first to the last double quote: quotes within are not escaped. What follows does not count.
     std::optional<std::string_view> quoted();
 

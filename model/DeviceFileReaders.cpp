@@ -4,6 +4,7 @@
 #include "model/FolderLookup.h"
 #include "model/ItemKind.h"
 #include "model/Numbers.h"
+#include "model/ReservedLines.h"
 #include "model/Text.h"
 
 #include <algorithm>
@@ -51,10 +52,10 @@ void readMessages(ByteSource& source, std::span<std::string> table) {
     std::string text;
     for (std::size_t count = 0; count < table.size() && lines.next(line);) {
         const std::string_view trimmed = trimBlanks(line);
-        if (startsWithIgnoringCase(trimmed, "DEFMSG")) {
-            name = trimBlanks(from(trimmed, 7));
+        if (startsWithIgnoringCase(trimmed, messageStart)) {
+            name = trimBlanks(from(trimmed, messageStart.size() + 1));
             text.clear();
-        } else if (startsWithIgnoringCase(trimmed, "ENDMSG") && !text.empty()) {
+        } else if (startsWithIgnoringCase(trimmed, messageEnd) && !text.empty()) {
             table[count++] = text;
         } else if (!name.empty()) {
             text.append(trimmed).append(lineEnd);

@@ -3,6 +3,7 @@
 #include "model/FolderLookup.h"
 #include "model/ItemKind.h"
 #include "model/Numbers.h"
+#include "model/ReservedLines.h"
 
 #include <filesystem>
 #include <span>
@@ -33,9 +34,9 @@ void writeQuoted(ByteSink& sink, std::string_view keyAndBlanks, std::string_view
 
 void writeMessages(ByteSink& sink, const ItemKind& kind, std::span<const std::string> messages) {
     for (std::size_t i = 0; i < messages.size(); ++i) {
-        writeLine(sink, "DEFMSG " + kind.name(i));
+        writeLine(sink, std::string(messageStart) + " " + kind.name(i));
         writeLine(sink, messages[i].empty() ? std::string_view(clearScript) : messages[i]);
-        writeLine(sink, "ENDMSG");
+        writeLine(sink, messageEnd);
     }
 }
 

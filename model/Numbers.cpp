@@ -87,6 +87,18 @@ double leadingNumber(std::string_view text, InnerBlanks innerBlanks) {
     return negative ? -value : value;
 }
 
+bool isNumber(std::string_view text) {
+    text = trimLeadingBlanks(text);
+    if (text.starts_with('-') || text.starts_with('+'))
+        text.remove_prefix(1);
+    if (text.empty() || !(isDigit(text.front()) || text.front() == '.'))
+        return false;
+    double value = 0.0;
+    const char* const end = text.data() + text.size();
+    const auto read = std::from_chars(text.data(), end, value);
+    return read.ec != std::errc::invalid_argument && read.ptr == end;
+}
+
 double roundHalfToEven(double value) {
     const double below = std::floor(value);
     const double fraction = value - below;

@@ -25,6 +25,9 @@ enum class InnerBlanks { EndNumber, Skipped };
 /// \throws Overflow when the value is beyond the range of a double.
 double leadingNumber(std::string_view text, InnerBlanks innerBlanks = InnerBlanks::EndNumber);
 
+/// Whether leadingNumber() takes the text whole, or finds it beyond the range of a double.
+bool isNumber(std::string_view text);
+
 /// Rounds to the nearest whole number, halves to the even neighbour, whatever the rounding mode.
 double roundHalfToEven(double value);
 

@@ -20,6 +20,10 @@ const DeviceFile* fileOfHeader(std::string_view line) {
     return found == deviceFiles.end() ? nullptr : *found;
 }
 
+bool isSettingsHeader(std::string_view line) {
+    return equalsIgnoringCase(line, "[CONFIG]");
+}
+
 /// The value on a settings line. One character after the keyword is skipped, whatever it is.
 std::string_view settingBehind(std::string_view line, std::string_view keyword) {
     return trimLeadingBlanks(line.substr(std::min(keyword.size() + 1, line.size())));
@@ -50,13 +54,17 @@ void writeDeviceFile(const ProjectFileSection& section, const std::string& path,
 
 } // namespace
 
+bool isSectionHeader(std::string_view line) {
+    return isSettingsHeader(line) || fileOfHeader(line) != nullptr;
+}
+
 void takeApart(ByteSource& source, std::vector<ProjectFileSection>& sections) {
     sections.emplace_back();
     bool inSettings = false;
     LineReader lines(source);
     for (std::string line; lines.next(line);) {
         const std::string_view text = trimBlanks(line);
-        if (equalsIgnoringCase(text, "[CONFIG]")) {
+        if (isSettingsHeader(text)) {
             inSettings = true;
         } else if (const DeviceFile* const file = fileOfHeader(text)) {
             inSettings = false;

@@ -8,6 +8,7 @@
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace orvista::DocMgrModule {
@@ -20,6 +21,9 @@ struct ProjectFileSection {
     std::optional<std::string> SerialPort;
     std::optional<std::string> IP;
 };
+
+/// Whether a line, trimmed of blanks, is the header of a section: of a device file's, or "[CONFIG]".
+bool isSectionHeader(std::string_view line);
 
 /// Takes a project file apart, in the order in which its sections stand; one of the same name counts anew.
 /// \param sections gets what was read before a failure, too

@@ -1,7 +1,7 @@
 #include "display/FolderBitmaps.h"
 
 #include "model/Files.h"
-#include "tests/display/BitmapFile.h"
+#include "tests/support/BitmapFile.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -20,7 +20,7 @@ namespace fs = std::filesystem;
 const std::string redDot = BitmapFile{1, 1, 24, {}, "\0\0\xFF\0"s}.bytes();
 const std::string greenDot = BitmapFile{1, 1, 24, {}, "\0\xFF\0\0"s}.bytes();
 
-class FolderWithBitmaps : public testing::Test {
+class FolderWithBitmaps : public ::testing::Test {
 protected:
     void store(const std::string& name, std::string_view bytes, fs::file_time_type changed = longAgo()) {
         {

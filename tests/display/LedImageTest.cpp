@@ -1,6 +1,6 @@
 #include "display/LedImage.h"
 
-#include "BitmapFile.h"
+#include "tests/support/BitmapFile.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "display/RasterAt.h"
 
-#include "BitmapFile.h"
+#include "tests/support/BitmapFile.h"
 
 #include <gtest/gtest.h>
 

@@ -253,10 +253,10 @@ TEST(Script, ElementsKnowWhereTheyStand) {
         return sourceOf(script.pages[page].elements.at(element));
     };
     // The mark at the start is three bytes.
-    EXPECT_EQ(place(0, 0), (ScriptSource{1, 5, 26}));
-    EXPECT_EQ(place(0, 1), (ScriptSource{3, 3, 27}));
-    EXPECT_EQ(place(1, 0), (ScriptSource{5, 1, 20}));
-    EXPECT_EQ(place(1, 1), (ScriptSource{6, 3, 3}));
+    EXPECT_EQ(place(0, 0), (ScriptSource{1, 5, 18, 26}));
+    EXPECT_EQ(place(0, 1), (ScriptSource{3, 3, 19, 27}));
+    EXPECT_EQ(place(1, 0), (ScriptSource{5, 1, 13, 20}));
+    EXPECT_EQ(place(1, 1), (ScriptSource{6, 3, 17, 3}));
 }
 
 TEST(Script, PagesEndAtClearAndAfterLeaving) {

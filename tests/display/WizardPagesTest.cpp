@@ -1,7 +1,7 @@
 #include "display/RasterAt.h"
 #include "script/MessagePage.h"
 
-#include "BitmapFile.h"
+#include "tests/support/BitmapFile.h"
 
 #include <gtest/gtest.h>
 

@@ -1,0 +1,97 @@
+#include "check/AddressCheck.h"
+
+#include "check/FindingList.h"
+#include "model/ItemKind.h"
+#include "model/Numbers.h"
+#include "model/Text.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace orvista {
+
+namespace {
+
+constexpr std::int64_t lastAddress = 65535;
+
+/// A block of addresses, all of one table.
+struct Block {
+    const ItemKind& kind;
+    std::string_view name;
+    std::int64_t first;
+    std::int64_t last;
+
+    std::int64_t length() const { return last - first + 1; }
+};
+
+Block blockOf(const ItemKind& kind, std::string_view name, const Project& project) {
+    const std::int64_t first = kind.address(project, 0);
+    const auto length = static_cast<std::int64_t>(kind.count) * kind.addressesPerItem;
+    return {kind, name, first, first + length - 1};
+}
+
+std::string range(std::int64_t first, std::int64_t last) {
+    return decimalText(first) + (first == last ? "" : " to " + decimalText(last));
+}
+
+std::string capitalised(std::string_view text) {
+    return upperAscii(text.substr(0, 1)) + std::string(text.substr(1));
+}
+
+void checkRange(const Block& block, FindingList& found) {
+    if (block.first >= 0 && block.last <= lastAddress)
+        return;
+    found.add(codes::addressRange, {}, [&] {
+        return capitalised(block.name) + " lie at " + range(block.first, block.last) +
+               ", but addresses go from 0 to 65535, so that not all of them can be reached: choose a start "
+               "from 0 to " +
+               decimalText(lastAddress - block.length() + 1) + ".";
+    });
+}
+
+void checkOverlap(const Block& one, const Block& other, FindingList& found) {
+    const std::int64_t first = std::max(one.first, other.first);
+    const std::int64_t last = std::min(one.last, other.last);
+    if (first > last)
+        return;
+    found.add(codes::addressOverlap, {}, [&] {
+        return capitalised(one.name) + " (" + range(one.first, one.last) + ") and " +
+               std::string(other.name) + " (" + range(other.first, other.last) + ") share coil" +
+               (first == last ? " " : "s ") + range(first, last) +
+               ", so that writing the one switches the other: move one of the two blocks.";
+    });
+}
+
+void checkRegularStart(const Project& project, FindingList& found) {
+    const std::int64_t expected = regularStartAfter(project.AlertMessage);
+    if (project.RegularMessage == expected)
+        return;
+    found.add(codes::regularStart, {}, [&] {
+        return "Regular messages begin at " + decimalText(project.RegularMessage) +
+               ", but no file keeps that: on the display they begin at " + decimalText(expected) +
+               ", 20 after the emergency messages. Set their start to " + decimalText(expected) + ".";
+    });
+}
+
+} // namespace
+
+Findings checkAddressMap(const Project& project) {
+    const Block floats = blockOf(floatVariables, "float variables", project);
+    const std::array coils = {blockOf(booleanVariables, "Boolean variables", project),
+                              blockOf(emergencyMessages, "emergency messages", project),
+                              blockOf(regularMessages, "regular messages", project)};
+    FindingList found("address map");
+    checkRange(floats, found);
+    for (const Block& block : coils)
+        checkRange(block, found);
+    for (std::size_t one = 0; one < coils.size(); ++one)
+        for (std::size_t other = one + 1; other < coils.size(); ++other)
+            checkOverlap(coils[one], coils[other], found);
+    checkRegularStart(project, found);
+    return found.sorted();
+}
+
+} // namespace orvista

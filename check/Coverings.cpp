@@ -1,0 +1,81 @@
+#include "check/Coverings.h"
+
+#include "display/LedFont.h"
+
+#include <algorithm>
+#include <variant>
+
+namespace orvista {
+
+namespace {
+
+/// Characters that are looked at on one page: more than any page needs that was drawn to be read, and few
+/// enough to keep a hostile one cheap.
+constexpr int maximumComparisons = 10'000;
+
+bool isInked(const TextElement& text) {
+    return text.text.find_first_not_of(' ') != std::string::npos;
+}
+
+/// Whether a character at a place has a lit dot within a rectangle.
+bool hasDotWithin(const Glyph& picture, LedFont font, std::int64_t left, std::int64_t top,
+                  const DotBox& box) {
+    for (std::int64_t row = std::max<std::int64_t>(0, box.top - top);
+         row < std::min<std::int64_t>(cellHeight(font), box.bottom - top); ++row)
+        for (std::int64_t column = std::max<std::int64_t>(0, box.left - left);
+             column < std::min<std::int64_t>(cellWidth(font), box.right - left); ++column)
+            if ((picture.rows[static_cast<std::size_t>(row)] & 0x80 >> column) != 0)
+                return true;
+    return false;
+}
+
+} // namespace
+
+Coverings::Coverings(const ScriptPage& page, const FieldFormats& formats)
+    : page_(page), comparisonsLeft_(maximumComparisons) {
+    for (std::size_t i = 0; i < page.elements.size(); ++i) {
+        if (std::holds_alternative<FieldElement>(page.elements[i]))
+            fields_.push_back(i);
+        const auto* text = std::get_if<TextElement>(&page.elements[i]);
+        if (text != nullptr && isInked(*text))
+            texts_.push_back(i);
+    }
+    if (fields_.empty())
+        return;
+    for (const ScriptElement& element : page.elements)
+        boxes_.push_back(drawnBox(element, formats));
+}
+
+std::optional<std::size_t> Coverings::fieldUnder(std::size_t element) const {
+    for (const std::size_t field : fields_) {
+        if (field >= element)
+            break;
+        if (meet(boxes_[field], boxes_[element]))
+            return field;
+    }
+    return std::nullopt;
+}
+
+bool Coverings::coversText(std::size_t field) {
+    return std::ranges::any_of(texts_, [&](std::size_t text) {
+        return text < field && meet(boxes_[text], boxes_[field]) &&
+               hasDotUnder(std::get<TextElement>(page_.elements[text]), boxes_[field]);
+    });
+}
+
+bool Coverings::hasDotUnder(const TextElement& text, const DotBox& cells) {
+    const std::int64_t width = cellWidth(text.font);
+    const std::int64_t left = text.placement.x;
+    const std::int64_t first = std::max<std::int64_t>(0, (cells.left - left) / width);
+    const std::int64_t end =
+        std::min((cells.right - left + width - 1) / width, static_cast<std::int64_t>(text.text.size()));
+    for (std::int64_t i = first; i < end && comparisonsLeft_ > 0; ++i, --comparisonsLeft_) {
+        const char character = text.text[static_cast<std::size_t>(i)];
+        if (character != ' ' && hasDotWithin(glyph(text.font, static_cast<unsigned char>(character)),
+                                             text.font, left + i * width, text.placement.y, cells))
+            return true;
+    }
+    return false;
+}
+
+} // namespace orvista

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "display/FieldFormats.h"
+#include "display/PageLayout.h"
+#include "display/ScriptPage.h"
+
+#include <cstddef>
+#include <optional>
+#include <vector>
+
+namespace orvista {
+
+/// Tells what of a page's fields lies on or under something else. To be asked for the elements in order.
+class Coverings {
+public:
+    /// Both must outlive the object.
+    Coverings(const ScriptPage& page, const FieldFormats& formats);
+
+    /// The first earlier field that a field's cells meet, or that a text or bitmap covers.
+    std::optional<std::size_t> fieldUnder(std::size_t element) const;
+    /// Whether a field's cells cover a lit dot of a character drawn earlier.
+    bool coversText(std::size_t field);
+
+private:
+    bool hasDotUnder(const TextElement& text, const DotBox& cells);
+
+    const ScriptPage& page_;
+    std::vector<DotBox> boxes_; ///< of the elements
+    std::vector<std::size_t> fields_;
+    std::vector<std::size_t> texts_; ///< those with a character other than blank
+    int comparisonsLeft_;
+};
+
+} // namespace orvista

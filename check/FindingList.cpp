@@ -1,0 +1,53 @@
+#include "check/FindingList.h"
+
+#include <algorithm>
+#include <iterator>
+#include <tuple>
+
+namespace orvista {
+
+namespace {
+
+void addCounts(Findings& findings, const Findings& others) {
+    findings.errors += others.errors;
+    findings.warnings += others.warnings;
+    findings.notes += others.notes;
+}
+
+} // namespace
+
+void FindingList::count(Severity severity, std::size_t number) {
+    switch (severity) {
+    case Severity::Error:
+        findings_.errors += number;
+        break;
+    case Severity::Warning:
+        findings_.warnings += number;
+        break;
+    case Severity::Note:
+        findings_.notes += number;
+        break;
+    }
+}
+
+Findings FindingList::merged(const std::vector<FindingList>& lists) {
+    Findings all;
+    for (const FindingList& list : lists) {
+        addCounts(all, list.findings_);
+        std::ranges::copy(list.findings_.list, std::back_inserter(all.list));
+    }
+    std::ranges::stable_sort(all.list, {},
+                             [](const Finding& finding) { return std::tuple(finding.line, finding.column); });
+    if (all.list.size() > maximumFindings)
+        all.list.resize(maximumFindings);
+    return all;
+}
+
+void append(Findings& findings, const Findings& later) {
+    addCounts(findings, later);
+    const std::size_t room = maximumFindings - findings.list.size();
+    std::ranges::copy_n(later.list.begin(), static_cast<std::ptrdiff_t>(std::min(room, later.list.size())),
+                        std::back_inserter(findings.list));
+}
+
+} // namespace orvista

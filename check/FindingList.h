@@ -1,0 +1,49 @@
+#pragma once
+
+#include "check/Codes.h"
+#include "check/Finding.h"
+
+#include <cstddef>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace orvista {
+
+/// Collects what is found in one item. Findings are added in the order of their lines; those beyond
+/// maximumFindings are counted, but their sentences never written.
+class FindingList {
+public:
+    /// Where a finding is; see Finding.
+    struct Place {
+        std::size_t line = 0;
+        std::size_t column = 0;
+    };
+
+    explicit FindingList(std::string item) : item_(std::move(item)) {}
+
+    /// \param sentence makes the finding's text (UTF-8)
+    template <typename Sentence>
+    void add(const codes::Code& code, Place place, Sentence&& sentence) {
+        count(code.severity, 1);
+        // What stands on one line is put into order later.
+        const auto& list = findings_.list;
+        if (list.size() < maximumFindings || list.back().line == place.line)
+            findings_.list.push_back({item_, place.line, place.column, code.severity, code.name, sentence()});
+    }
+    /// Findings that are known by their number alone.
+    void count(Severity severity, std::size_t number);
+
+    /// All that was added to the lists, by line and column.
+    static Findings merged(const std::vector<FindingList>& lists);
+    Findings sorted() const { return merged({*this}); }
+
+private:
+    std::string item_;
+    Findings findings_;
+};
+
+/// Appends what was found in a later item.
+void append(Findings& findings, const Findings& later);
+
+} // namespace orvista

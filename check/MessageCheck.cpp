@@ -1,0 +1,101 @@
+#include "check/MessageCheck.h"
+
+#include "check/FindingList.h"
+#include "check/PageCheck.h"
+#include "check/Quoted.h"
+#include "check/RemarkTexts.h"
+#include "display/ScriptInterpreter.h"
+#include "model/BitmapName.h"
+#include "model/Files.h"
+#include "model/ReservedLines.h"
+#include "model/Text.h"
+
+#include <algorithm>
+#include <utility>
+#include <variant>
+#include <vector>
+
+namespace orvista {
+
+namespace {
+
+/// Finds lines that the files around a message take for their own.
+FindingList reservedLines(std::string_view item, std::string_view script, std::vector<std::size_t>& numbers) {
+    FindingList found{std::string(item)};
+    MemorySource source(script);
+    LineReader lines(source);
+    std::string line;
+    for (std::size_t number = 1; lines.next(line); ++number) {
+        // What begins with a mark, which the reader leaves out, begins with nothing else.
+        const bool isBehindMark = number == 1 && script.starts_with(utf8ByteOrderMark);
+        if (isBehindMark || !isReservedLine(line))
+            continue;
+        numbers.push_back(number);
+        found.add(codes::reservedLine, {number, line.find_first_not_of(' ') + 1}, [&] {
+            return "When the project is opened again this message is cut before this line, because the "
+                   "project's files use " +
+                   quoted(trimBlanks(line)) + " for their own order: change the line or delete it.";
+        });
+    }
+    return found;
+}
+
+FindingList lostMessage(std::string_view item, std::string_view script) {
+    FindingList found{std::string(item)};
+    if (!script.empty() && script.find_first_not_of(" \r\n") == std::string_view::npos)
+        found.add(codes::lostMessage, {}, [] {
+            return "When the project is opened again this message is gone and every later one moves up a "
+                   "number, because it holds nothing but blanks: write CLEAR.";
+        });
+    return found;
+}
+
+/// \param reserved numbers of the lines that are found for another reason
+FindingList skippedLines(std::string_view item, const InterpretedScript& script,
+                         const std::vector<std::size_t>& reserved) {
+    FindingList found{std::string(item)};
+    for (const ScriptRemark& remark : script.remarks)
+        if (!std::ranges::binary_search(reserved, remark.line))
+            found.add(codeOf(remark.reason), {remark.line, remark.column},
+                      [&] { return remarkText(remark); });
+    if (script.moreRemarks > 0) {
+        const auto later = std::ranges::upper_bound(reserved, script.remarks.back().line);
+        found.count(Severity::Error, script.moreRemarks - static_cast<std::size_t>(reserved.end() - later));
+    }
+    return found;
+}
+
+/// Asks for each bitmap of a page that has not been asked for.
+void lookUpBitmaps(ScriptPage& page, const BitmapProvider& provider, BitmapsByName& bitmaps) {
+    for (ScriptElement& element : page.elements) {
+        auto* const image = std::get_if<ImageElement>(&element);
+        if (image == nullptr)
+            continue;
+        const auto [known, isNew] = bitmaps.try_emplace(lowerAscii(image->name));
+        if (isNew)
+            known->second = provider.bitmap(image->name);
+        image->image = known->second.image;
+    }
+}
+
+} // namespace
+
+CheckedMessage checkScript(std::string_view item, std::string_view script, PanelSize panel,
+                           const FieldFormats& formats, const BitmapProvider& bitmaps) {
+    std::vector<std::size_t> reserved;
+    std::vector<FindingList> found = {lostMessage(item, script), reservedLines(item, script, reserved)};
+    InterpretedScript interpreted = interpretScript(script);
+    found.push_back(skippedLines(item, interpreted, reserved));
+
+    CheckedMessage result;
+    result.variables = variablesShown(interpreted.pages);
+    FindingList& drawn = found.emplace_back(std::string(item));
+    for (ScriptPage& page : interpreted.pages) {
+        lookUpBitmaps(page, bitmaps, result.bitmaps);
+        checkPage(page, panel, formats, result.bitmaps, drawn);
+    }
+    result.findings = FindingList::merged(found);
+    return result;
+}
+
+} // namespace orvista

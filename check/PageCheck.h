@@ -1,0 +1,22 @@
+#pragma once
+
+#include "check/FindingList.h"
+#include "display/BitmapProvider.h"
+#include "display/FieldFormats.h"
+#include "display/LedRaster.h"
+#include "display/ScriptPage.h"
+
+#include <map>
+#include <string>
+
+namespace orvista {
+
+/// By name in lower case.
+using BitmapsByName = std::map<std::string, FoundBitmap>;
+
+/// Adds what is wrong with what a page draws, by its elements: missing, cut, covered, unseen. All of its
+/// bitmaps must have been looked up.
+void checkPage(const ScriptPage& page, PanelSize panel, const FieldFormats& formats,
+               const BitmapsByName& bitmaps, FindingList& found);
+
+} // namespace orvista

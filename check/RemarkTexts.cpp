@@ -1,0 +1,97 @@
+#include "check/RemarkTexts.h"
+
+#include "check/Quoted.h"
+#include "model/ItemKind.h"
+#include "model/Numbers.h"
+
+#include <string_view>
+
+namespace orvista {
+
+namespace {
+
+/// What a word of a command is called, and what may stand there.
+struct Expected {
+    std::string_view name;
+    std::string_view possible;
+};
+
+constexpr std::string_view colours = "RED, GREEN, ORANGE or BLACK";
+
+Expected expected(ScriptArgument argument) {
+    switch (argument) {
+    case ScriptArgument::X:
+        return {"a column", "how many dots it is from the left edge"};
+    case ScriptArgument::Y:
+        return {"a row", "how many dots it is from the top"};
+    case ScriptArgument::Foreground:
+        return {"a foreground colour", colours};
+    case ScriptArgument::Background:
+        return {"a background colour", colours};
+    case ScriptArgument::Text:
+        return {"a text between double quotes", "the text, with a double quote before and behind it"};
+    case ScriptArgument::FileName:
+        return {"the name of a bitmap", "the name of a .bmp file of the project's folder"};
+    case ScriptArgument::Variable:
+        return {"a variable", "RegVar1 to RegVar64 or CoilVar1 to CoilVar32"};
+    case ScriptArgument::Effect:
+        return {"an effect", "GO-LEFT, GO-RIGHT, GO-UP, GO-DOWN or FADE"};
+    case ScriptArgument::Act:
+        return {"a special effect", "STILL or BLINK"};
+    case ScriptArgument::Pixels:
+        return {"a number of dots to move by", "a whole number from 1"};
+    case ScriptArgument::Speed:
+        return {"a speed", "the milliseconds from one move to the next, such as 50"};
+    case ScriptArgument::Hold:
+        return {"a time", "how many milliseconds the page stands still, such as 3000"};
+    case ScriptArgument::BlinkCount:
+        return {"a number of blinks", "a whole number, such as 4"};
+    case ScriptArgument::BlinkTime:
+        return {"a time", "the milliseconds that the page is dark and lit again, such as 75"};
+    }
+    return {};
+}
+
+std::string wrongArgumentText(const ScriptRemark& remark, const Expected& expected) {
+    const std::string problem = remark.word.empty()
+                                    ? std::string(expected.name) + " is missing"
+                                    : quoted(remark.word) + " is not " + std::string(expected.name);
+    return "The display skips this line, because " + problem + ": write " + std::string(expected.possible) +
+           ".";
+}
+
+} // namespace
+
+const codes::Code& codeOf(RemarkReason reason) {
+    switch (reason) {
+    case RemarkReason::UnknownCommand:
+        return codes::unknownCommand;
+    case RemarkReason::BadArgument:
+        return codes::badArgument;
+    case RemarkReason::VariableRange:
+        return codes::variableRange;
+    case RemarkReason::PageFull:
+        return codes::pageFull;
+    }
+    return codes::unknownCommand;
+}
+
+std::string remarkText(const ScriptRemark& remark) {
+    switch (remark.reason) {
+    case RemarkReason::UnknownCommand:
+        return "The display skips this line, because it knows no command " + quoted(remark.word) +
+               ": correct it or delete the line.";
+    case RemarkReason::BadArgument:
+        return wrongArgumentText(remark, expected(remark.argument.value()));
+    case RemarkReason::VariableRange:
+        return "The display skips this line, because there is no variable " + quoted(remark.word) +
+               ": write " + std::string(expected(ScriptArgument::Variable).possible) + ".";
+    case RemarkReason::PageFull:
+        return "The display skips this line, because the page draws " +
+               decimalText(static_cast<std::int64_t>(maximumElementsOfAPage)) +
+               " things already: begin another page with CLEAR.";
+    }
+    return {};
+}
+
+} // namespace orvista

@@ -1,0 +1,20 @@
+#include "display/VariableUse.h"
+
+#include <variant>
+
+namespace orvista {
+
+VariableUse variablesShown(const std::vector<ScriptPage>& pages) {
+    VariableUse use;
+    for (const ScriptPage& page : pages)
+        for (const ScriptElement& element : page.elements) {
+            const auto* field = std::get_if<FieldElement>(&element);
+            if (field != nullptr && field->value == LiveValue::Float)
+                use.floats.set(field->index);
+            else if (field != nullptr && field->value == LiveValue::Boolean)
+                use.booleans.set(field->index);
+        }
+    return use;
+}
+
+} // namespace orvista

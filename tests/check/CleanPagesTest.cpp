@@ -1,0 +1,168 @@
+#include "check/ProjectCheck.h"
+#include "display/PageLayout.h"
+#include "model/DeviceFiles.h"
+#include "model/ProjectFile.h"
+#include "model/ProjectFileSections.h"
+#include "script/MessagePage.h"
+#include "script/WizardLists.h"
+#include "tests/check/ScriptFindings.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+#include <string>
+
+/// Whatever page the message wizard composes, there is nothing to find in it as long as its text fits, its
+/// fields have as many blanks as they need, its colours differ and its bitmap is there.
+namespace orvista {
+namespace {
+
+constexpr int columns = 128;
+
+/// The project as it is after it was saved and opened again.
+Project reopened(const Project& project) {
+    MemorySink sink;
+    DocMgrModule::writeProjectFile(sink, project);
+    MemorySource source(sink.bytes());
+    std::vector<DocMgrModule::ProjectFileSection> sections;
+    DocMgrModule::takeApart(source, sections);
+    Project again;
+    for (const DeviceFile* file : deviceFiles)
+        if (const auto* section = DocMgrModule::lastSectionOf(*file, sections);
+            section != nullptr && file->readSection != nullptr) {
+            MemorySource lines(section->lines);
+            file->readSection(lines, again);
+        }
+    return again;
+}
+
+/// What applying a page of the wizard makes of a message.
+void addPage(std::string& message, const std::string& page) {
+    message = message == clearScript ? page : message + "\r\n" + page;
+}
+
+class Generator {
+public:
+    explicit Generator(unsigned seed) : random_(seed) {}
+
+    std::size_t below(std::size_t end) { return random_() % end; }
+
+    Project project() {
+        Project project;
+        for (FloatVariable& variable : project.RegVar) {
+            variable.width = std::to_string(3 + below(6));
+            variable.precision = "1";
+            variable.defaultValue = std::to_string(below(10));
+        }
+        for (BooleanVariable& variable : project.CoilVar) {
+            variable.onText = std::string(below(9), 'O');
+            variable.offText = std::string(1 + below(9), 'f');
+        }
+        return project;
+    }
+
+    MessageForm form(const FieldFormats& formats) {
+        MessageForm form;
+        form.bitmap = below(8) == 0;
+        form.txtPath = below(2) == 0 ? "stencil.bmp" : "colour.BMP";
+        form.cbFgClr = below(4);
+        form.cbBgClr = (form.cbFgClr + 1 + below(3)) % 4;
+        form.cbFont = below(2);
+        compose(form, formats);
+        form.cbInEffect = below(6);
+        form.cbIFSpeed = below(3);
+        form.cbSpEffect = below(2);
+        form.cbDelay = below(10);
+        form.cbOutEffect = below(6);
+        form.cbOFSpeed = below(3);
+        return form;
+    }
+
+private:
+    /// Characters and up to four fields, as much as fits.
+    void compose(MessageForm& form, const FieldFormats& formats) {
+        std::size_t room = static_cast<std::size_t>(columns / wizard::fonts[form.cbFont].cellWidth);
+        std::size_t fields = 0;
+        do {
+            if (fields < form.fields.size() && below(4) == 0) {
+                FieldChoice& field = form.fields[fields];
+                field.cbVar = below(wizard::fieldSourceCount);
+                field.cbVarFgClr = below(4);
+                field.cbVarBgClr = (field.cbVarFgClr + 1 + below(3)) % 4;
+                const auto width = static_cast<std::size_t>(widthOf(field.cbVar, formats));
+                if (width > room)
+                    break;
+                form.txtText += "%" + std::to_string(width) + "v";
+                room -= width;
+                ++fields;
+            } else {
+                form.txtText += character();
+                --room;
+            }
+        } while (room > 0 && below(20) != 0);
+    }
+
+    char character() {
+        // All but the sign that begins a field.
+        const auto byte = static_cast<char>(0x20 + below(0xE0));
+        return byte == '%' ? ' ' : byte;
+    }
+
+    /// In the order of the wizard's list.
+    static std::int64_t widthOf(std::size_t source, const FieldFormats& formats) {
+        FieldElement field;
+        if (source < booleanVariableCount) {
+            field.value = LiveValue::Boolean;
+            field.index = source;
+        } else if (source < booleanVariableCount + floatVariableCount) {
+            field.index = source - booleanVariableCount;
+        } else {
+            field.value = wizard::fieldSources()[source] == "TIME" ? LiveValue::Time : LiveValue::Date;
+        }
+        return shownWidth(field, formats);
+    }
+
+    std::mt19937 random_;
+};
+
+TEST(CleanPages, TenThousandPagesOfTheWizardHaveNothingToFind) {
+    StoredBitmaps bitmaps;
+    bitmaps.store("stencil.bmp", pictureBytes(128, 16));
+    bitmaps.store("colour.bmp", pictureBytes(100, 12, false));
+    std::size_t pages = 0;
+    for (unsigned seed = 0; pages < 10'000; ++seed) {
+        Generator generator(seed);
+        Project project = generator.project();
+        const FieldFormats formats = fieldFormats(project);
+        const auto addPages = [&](std::size_t every) {
+            for (auto* table : {project.STDMSG.data(), project.ALTMSG.data()})
+                for (std::size_t i = 0;
+                     i < (table == project.ALTMSG.data() ? project.ALTMSG.size() : project.STDMSG.size());
+                     i += every, ++pages)
+                    addPage(table[i], BuildPartialScript(generator.form(formats), PathRules::posix()));
+        };
+        // Some messages get their first page only after they were opened again.
+        addPages(2);
+        project = reopened(project);
+        addPages(1);
+        project = reopened(project);
+        const Findings findings = checkProject(project, bitmaps, columns);
+        ASSERT_TRUE(findings.list.empty())
+            << "seed " << seed << ", " << findings.list[0].item << ":" << findings.list[0].line << " "
+            << findings.list[0].text << "\n"
+            << (findings.list[0].item.starts_with("STD")
+                    ? project.STDMSG[std::stoul(findings.list[0].item.substr(6)) - 1]
+                    : "");
+    }
+}
+
+TEST(CleanPages, APageInAReopenedEmptyMessageFollowsAnEmptyPage) {
+    Project project = reopened(Project());
+    addPage(project.STDMSG[0], "CLEAR\r\nTEXT 0 0 RED BLACK \"a\"\r\nACT STILL 1000");
+    project = reopened(project);
+    EXPECT_EQ(project.STDMSG[0], "CLEAR\r\nCLEAR\r\nTEXT 0 0 RED BLACK \"a\"\r\nACT STILL 1000\r\n");
+    EXPECT_EQ(checkProject(project, StoredBitmaps(), columns), Findings{});
+}
+
+} // namespace
+} // namespace orvista

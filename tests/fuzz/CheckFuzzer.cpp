@@ -1,0 +1,60 @@
+#include "tests/fuzz/ReaderRun.h"
+
+#include "check/ProjectCheck.h"
+#include "display/PageFit.h"
+
+#include <algorithm>
+#include <tuple>
+
+namespace {
+
+using namespace orvista;
+
+/// Any bytes can be the address map, the variables and the scripts alike.
+Project projectOf(std::string_view bytes) {
+    Project project;
+    for (const auto read : {ConfigModule::readModbusAdr, ConfigModule::readIlmVar, ConfigModule::readStdMsg})
+        testing::readBytes(bytes, project, read);
+    project.STDMSG[39] = bytes;
+    project.RegVar[7].defaultValue = bytes.substr(0, bytes.find('\n'));
+    return project;
+}
+
+void requireInOrder(const Findings& findings) {
+    testing::require(findings.list.size() <= maximumFindings);
+    testing::require(findings.list.size() ==
+                     std::min(maximumFindings, findings.errors + findings.warnings + findings.notes));
+    for (std::size_t i = 0; i < findings.list.size(); ++i) {
+        const Finding& finding = findings.list[i];
+        testing::require(!finding.text.empty() && !finding.code.empty() && !finding.item.empty());
+        testing::require((finding.line == 0) == (finding.column == 0));
+        if (i > 0 && findings.list[i - 1].item == finding.item)
+            testing::require(std::tuple(findings.list[i - 1].line, findings.list[i - 1].column) <=
+                             std::tuple(finding.line, finding.column));
+    }
+}
+
+} // namespace
+
+/// What is found is in order and bounded, a check made again finds the same, and so does one that knows the
+/// project as it was before.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const std::string_view bytes = testing::inputBytes(data, size);
+    StoredBitmaps bitmaps;
+    bitmaps.store("a.bmp", bytes);
+    const Project project = projectOf(bytes);
+    const Findings findings = checkProject(project, bitmaps, 24, Notes::Included);
+    requireInOrder(findings);
+
+    ProjectCheck check;
+    check.check(Project(), bitmaps, 24);
+    testing::require(check.check(project, bitmaps, 24, Notes::Included) == findings);
+    testing::require(check.check(project, bitmaps, 24, Notes::Included) == findings);
+    testing::require(check.itemsLookedAt() == 0);
+
+    requireInOrder(checkMessage("STDMSG1", bytes, project, bitmaps, 512));
+    const FieldFormats formats = fieldFormats(project);
+    for (const ScriptPage& page : interpretScript(bytes).pages)
+        unfitCharacters(page, {128}, formats);
+    return 0;
+}
