@@ -2,11 +2,16 @@
 
 #include "link/TransferControls.h"
 #include "mainwindow/TcpTesterPage.h"
+#include "model/Files.h"
+#include "widgets/CommandLine.h"
+#include "widgets/PathText.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
 #include <QFileInfo>
+
+#include <filesystem>
 
 namespace orvista {
 
@@ -17,6 +22,12 @@ void endProgram() {
     for (QWidget* const window : QApplication::topLevelWidgets())
         window->hide();
     QCoreApplication::exit();
+}
+
+/// In the platform's notation.
+std::string absolutePath(const std::string& path) {
+    std::error_code error;
+    return utf8Path(std::filesystem::absolute(systemPath(path), error).lexically_normal().make_preferred());
 }
 
 } // namespace
@@ -36,27 +47,36 @@ EditorProgram::EditorProgram(const std::string& programFolder, std::uint16_t mod
 }
 
 std::string programFolder() {
+#ifdef Q_OS_LINUX
+    // Qt would give the path as text, which it need not be.
+    std::error_code error;
+    const std::filesystem::path program = std::filesystem::canonical("/proc/self/exe", error);
+    if (!error)
+        return utf8Path(program.parent_path());
+#endif
     const QFileInfo executable(QFileInfo(QCoreApplication::applicationFilePath()).canonicalFilePath());
     return QDir::toNativeSeparators(executable.absolutePath()).toStdString();
 }
 
-int runEditor(const QApplication& application) {
+std::string projectOnCommandLine(int argumentCount, char** arguments) {
     QCoreApplication::setApplicationName(QStringLiteral("orvista-editor"));
     QCoreApplication::setApplicationVersion(QStringLiteral(ORVISTA_VERSION));
-    QGuiApplication::setDesktopFileName(QStringLiteral("orvista-editor"));
     QCommandLineParser commandLine;
     commandLine.setApplicationDescription(QStringLiteral("Prepares an Ulvo LX-400D message display."));
     commandLine.addHelpOption();
     commandLine.addVersionOption();
     commandLine.addPositionalArgument(QStringLiteral("project"), QStringLiteral("Project file to open"),
                                       QStringLiteral("[project.orx]"));
-    commandLine.process(application);
+    processBeforeStart(commandLine, argumentCount, arguments);
+    const QStringList files = commandLine.positionalArguments();
+    return files.isEmpty() ? std::string() : absolutePath(pathFromShown(files.front()));
+}
 
+int runEditor(const std::string& project) {
+    QGuiApplication::setDesktopFileName(QStringLiteral("orvista-editor"));
     EditorProgram editor(programFolder());
-    if (const QStringList files = commandLine.positionalArguments(); !files.isEmpty()) {
-        const QString path = QFileInfo(files.front()).absoluteFilePath();
-        editor.window().openAtStart(QDir::toNativeSeparators(path).toStdString());
-    }
+    if (!project.empty())
+        editor.window().openAtStart(project);
     editor.window().show();
     return QApplication::exec();
 }

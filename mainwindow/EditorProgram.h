@@ -11,8 +11,6 @@
 
 #include <string>
 
-class QApplication;
-
 namespace orvista {
 
 /// The editor put together: the one project, the real dialogs and the main window.
@@ -40,7 +38,13 @@ private:
 /// The folder of the running executable itself, links to it resolved; UTF-8. Needs a QApplication.
 std::string programFolder();
 
-/// Runs the editor, with the project file that the command line names, if any. Returns the exit code.
-int runEditor(const QApplication& application);
+/// The absolute path of the project file that the command line names first, UTF-8 where the path is text;
+/// empty for none. Call it before there is an application: help, the version and mistakes are answered
+/// without a display, and end the program.
+std::string projectOnCommandLine(int argumentCount, char** arguments);
+
+/// Runs the editor, with a project file unless `project` is empty. Needs a QApplication. Returns the exit
+/// code.
+int runEditor(const std::string& project);
 
 } // namespace orvista

@@ -3,6 +3,7 @@
 #include <QApplication>
 
 int main(int argc, char* argv[]) {
+    const std::string project = orvista::projectOnCommandLine(argc, argv);
     const QApplication application(argc, argv);
-    return orvista::runEditor(application);
+    return orvista::runEditor(project);
 }

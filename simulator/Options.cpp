@@ -1,5 +1,7 @@
 #include "simulator/Options.h"
 
+#include "widgets/PathText.h"
+
 #include <QCommandLineParser>
 #include <QDateTime>
 #include <array>
@@ -74,7 +76,7 @@ DeviceSettings deviceSettings(const QCommandLineParser& parser) {
     settings.modbusPort = static_cast<quint16>(number(parser, "modbus-port", 0, 65535));
     settings.transferPort = static_cast<quint16>(number(parser, "transfer-port", 0, 65535));
     settings.columns = static_cast<int>(number(parser, "columns", 1, PanelSize::maximumColumns));
-    settings.root = parser.value("root").toStdString();
+    settings.root = pathFromShown(parser.value("root"));
     if (!settings.listen.setAddress(parser.value("listen")))
         throw UsageError("--listen takes a numeric address");
     if (parser.isSet("clock")) {
@@ -121,15 +123,6 @@ Options parseOptions(const QStringList& arguments) {
     if (parser.isSet("at"))
         options.moment = number(parser, "at", 0, std::numeric_limits<qint64>::max());
     return options;
-}
-
-bool asksForHeadless(int argumentCount, const char* const* arguments) {
-    for (int index = 1; index < argumentCount; ++index) {
-        const std::string_view argument = arguments[index];
-        if (argument == "--headless" || argument == "-headless")
-            return true;
-    }
-    return false;
 }
 
 } // namespace orvista

@@ -31,7 +31,4 @@ public:
 /// Ends the program for --help and --version.
 Options parseOptions(const QStringList& arguments);
 
-/// Known before there is an application: whether a window is wanted.
-bool asksForHeadless(int argumentCount, const char* const* arguments);
-
 } // namespace orvista

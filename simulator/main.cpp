@@ -1,13 +1,16 @@
+#include "model/Files.h"
 #include "simulator/Announcement.h"
 #include "simulator/EndSignals.h"
 #include "simulator/Options.h"
 #include "simulator/Snapshot.h"
 #include "simulator/forms/SimulatorWindow.h"
+#include "widgets/CommandLine.h"
 
 #include <QApplication>
 #include <QDir>
 #include <QTemporaryDir>
 #include <cstdio>
+#include <filesystem>
 #include <memory>
 #include <optional>
 
@@ -38,6 +41,12 @@ std::unique_ptr<Snapshot> makeSnapshot(const SimulatedDevice& device, const Opti
     return snapshot;
 }
 
+/// Mistakes, help and the version are answered without a display.
+Options optionsBeforeStart(int argumentCount, char** arguments) {
+    const QCoreApplication windowless(argumentCount, arguments); // its name stands in the help
+    return parseOptions(programArguments(argumentCount, arguments));
+}
+
 int run(const Options& options) {
     SimulatedDevice device(options.device, options.faults);
     connectOutput(device, options);
@@ -66,17 +75,18 @@ int run(const Options& options) {
 } // namespace
 
 int main(int argc, char* argv[]) {
-    if (asksForHeadless(argc, argv))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QApplication application(argc, argv);
     QCoreApplication::setApplicationName("lx400d-simulator");
     QCoreApplication::setApplicationVersion(ORVISTA_VERSION);
     try {
-        Options options = parseOptions(QCoreApplication::arguments());
+        Options options = optionsBeforeStart(argc, argv);
+        if (options.headless)
+            qputenv("QT_QPA_PLATFORM", "offscreen");
+        const QApplication application(argc, argv);
         std::optional<QTemporaryDir> ownFolder;
+        std::error_code ignored;
         if (options.device.root.empty())
             options.device.root = ownFolder.emplace().path().toStdString();
-        else if (!QDir(QString::fromStdString(options.device.root)).exists())
+        else if (!std::filesystem::is_directory(systemPath(options.device.root), ignored))
             throw UsageError("there is no folder " + options.device.root);
         return run(options);
     } catch (const std::exception& failure) {

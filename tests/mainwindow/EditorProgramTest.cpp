@@ -1,4 +1,5 @@
 #include "mainwindow/EditorProgram.h"
+#include "tests/support/ExpectedFiles.h"
 #include "tests/support/ModalDriver.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -7,6 +8,7 @@
 #include <QLineEdit>
 #include <QProcess>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QTest>
 #include <QTimer>
 
@@ -41,6 +43,33 @@ QAction* action(EditorProgram& editor, const char* name) {
     return editor.window().findChild<QAction*>(QString::fromLatin1(name));
 }
 
+/// Of a history; empty while there is none.
+std::string firstRow(const std::string& history) {
+    std::error_code error;
+    if (!std::filesystem::exists(std::filesystem::path(history), error))
+        return {};
+    const std::string rows = fileBytes(history);
+    return rows.substr(0, rows.find('\n') + 1);
+}
+
+/// Starts a copy of the executable and gives the first row of its history, once that names a project.
+std::string startedIn(const std::string& workingFolder, const std::string& programFolder,
+                      const QStringList& arguments) {
+    const std::string program = programFolder + "/orvista-editor";
+    const std::string history = programFolder + "/history.cache";
+    std::filesystem::copy_file(ORVISTA_EDITOR, systemPath(program));
+    QProcess editor;
+    editor.setWorkingDirectory(QString::fromStdString(workingFolder));
+    editor.start(QString::fromStdString(program), arguments);
+    const auto namesAProject = [&] {
+        return firstRow(history).size() > 2 && firstRow(history) != programFolder + "/\r\n";
+    };
+    const bool opened = editor.waitForStarted() && QTest::qWaitFor(namesAProject, 60'000);
+    editor.kill();
+    editor.waitForFinished();
+    return opened ? firstRow(history) : "nothing was opened";
+}
+
 } // namespace
 
 /// The editor with its real dialogs, and the executable itself.
@@ -53,6 +82,11 @@ private slots:
     void theAboutBoxOpens();
     void dialogsBelongToTheMainWindow();
     void theExecutableKeepsItsHistoryBesideItselfAlsoThroughALink();
+    void answersWithoutADisplay_data();
+    void answersWithoutADisplay();
+    void theExecutableOpensTheFirstPath_data();
+    void theExecutableOpensTheFirstPath();
+    void pathsNeedNotBeText();
 };
 
 void EditorProgramTest::createsAProjectThroughItsDialogs() {
@@ -143,6 +177,85 @@ void EditorProgramTest::theExecutableKeepsItsHistoryBesideItselfAlsoThroughALink
     QVERIFY(!std::filesystem::exists(systemPath(linkFolder.file("history.cache"))));
     editor.kill();
     QVERIFY(editor.waitForFinished());
+}
+
+void EditorProgramTest::answersWithoutADisplay_data() {
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<int>("exitCode");
+    QTest::addColumn<QString>("output");
+    QTest::addColumn<QString>("errors");
+    const QString usage = QStringLiteral("^Usage: .*orvista-editor.* \\[project.orx\\]");
+    QTest::newRow("--help") << QStringList{"--help"} << 0 << usage << "^$";
+    QTest::newRow("-h behind an option of Qt's")
+        << QStringList{"-style", "fusion", "-h"} << 0 << usage << "^$";
+    QTest::newRow("--version") << QStringList{"--version"} << 0 << "^orvista-editor 1.03\\s$"
+                               << "^$";
+    QTest::newRow("-v") << QStringList{"-v"} << 0 << "^orvista-editor 1.03\\s$"
+                        << "^$";
+    QTest::newRow("a wrong option") << QStringList{"--bogus"} << 1 << "^$"
+                                    << "Unknown option 'bogus'";
+    QTest::newRow("a wrong option with a path") << QStringList{"a.orx", "--bogus"} << 1 << "^$"
+                                                << "Unknown option 'bogus'";
+}
+
+void EditorProgramTest::answersWithoutADisplay() {
+    QFETCH(const QStringList, arguments);
+    QFETCH(const int, exitCode);
+    QFETCH(const QString, output);
+    QFETCH(const QString, errors);
+    QProcess editor;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.remove(QStringLiteral("DISPLAY"));
+    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
+    editor.setProcessEnvironment(environment);
+    editor.start(ORVISTA_EDITOR, arguments);
+    QVERIFY(editor.waitForFinished());
+    QCOMPARE(editor.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(editor.exitCode(), exitCode);
+    const auto holds = [](const QByteArray& text, const QString& pattern) {
+        return QRegularExpression(pattern).match(QString::fromUtf8(text)).hasMatch();
+    };
+    const QByteArray printed = editor.readAllStandardOutput();
+    const QByteArray complained = editor.readAllStandardError();
+    QVERIFY2(holds(printed, output), printed);
+    QVERIFY2(holds(complained, errors), complained);
+}
+
+void EditorProgramTest::theExecutableOpensTheFirstPath_data() {
+    QTest::addColumn<QStringList>("arguments");
+    QTest::newRow("one") << QStringList{"First.orx"};
+    QTest::newRow("two") << QStringList{"First.orx", "Second.orx"};
+    QTest::newRow("one by a detour") << QStringList{"./nowhere/../First.orx"};
+    QTest::newRow("behind an option of Qt's") << QStringList{"-style", "fusion", "First.orx"};
+}
+
+void EditorProgramTest::theExecutableOpensTheFirstPath() {
+    QFETCH(const QStringList, arguments);
+    const TemporaryFolder folder;
+    const TemporaryFolder projects;
+    for (const char* name : {"First.orx", "Second.orx"})
+        writeBytes(projects.file(name), expectedProjectFile("192.168.1.20"));
+    QCOMPARE(startedIn(projects.path(), folder.path(), arguments), projects.file("First") + "\r\n");
+}
+
+void EditorProgramTest::pathsNeedNotBeText() {
+    // As a shell passes it; this test's own processes take text only.
+    const TemporaryFolder folder;
+    const std::string odd = folder.file("plant \xFF");
+    std::filesystem::create_directory(std::filesystem::path(odd));
+    writeBytes(odd + "/Line\xFE.orx", expectedProjectFile("192.168.1.20"));
+    std::filesystem::copy_file(ORVISTA_EDITOR, std::filesystem::path(odd + "/orvista-editor"));
+    QProcess shell;
+    shell.setWorkingDirectory(QString::fromStdString(folder.path()));
+    shell.start(
+        QStringLiteral("/bin/sh"),
+        {QStringLiteral("-c"), QStringLiteral("cd \"$(printf 'plant \\377')\" && "
+                                              "exec ./orvista-editor \"$(printf 'Line\\376.orx')\"")});
+    QVERIFY(shell.waitForStarted());
+    const std::string history = odd + "/history.cache";
+    QTRY_VERIFY_WITH_TIMEOUT(firstRow(history) == odd + "/Line\xFE\r\n", 60'000);
+    shell.kill();
+    QVERIFY(shell.waitForFinished());
 }
 
 QTEST_MAIN(EditorProgramTest)

@@ -88,6 +88,33 @@ class ProgramTest : public QObject {
     Q_OBJECT
 
 private slots:
+    void answersWithoutADisplay_data() {
+        QTest::addColumn<QString>("option");
+        QTest::addColumn<int>("exitCode");
+        QTest::addColumn<QString>("answer");
+        QTest::newRow("--help") << "--help" << 0 << "--transfer-port <port>";
+        QTest::newRow("--version") << "--version" << 0 << "lx400d-simulator 1.03";
+        QTest::newRow("a wrong option") << "--bogus" << 2 << "lx400d-simulator: Unknown option 'bogus'";
+        QTest::newRow("a wrong number") << "--columns=0" << 2 << "--columns takes a number from 1 to 4096";
+    }
+    void answersWithoutADisplay() {
+        QFETCH(const QString, option);
+        QFETCH(const int, exitCode);
+        QFETCH(const QString, answer);
+        QProcess simulator;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.remove("DISPLAY");
+        environment.insert("QT_QPA_PLATFORM", "xcb");
+        simulator.setProcessEnvironment(environment);
+        simulator.setProcessChannelMode(QProcess::MergedChannels);
+        simulator.start(ORVISTA_SIMULATOR, {option});
+        QVERIFY(simulator.waitForFinished());
+        QCOMPARE(simulator.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(simulator.exitCode(), exitCode);
+        const QString printed = QString::fromUtf8(simulator.readAll());
+        QVERIFY2(printed.contains(answer), qPrintable(printed));
+    }
+
     void tellsItsPortsBeforeAnythingElse() {
         const TemporaryFolder root;
         SimulatorProcess simulator({"--root", QString::fromStdString(root.path())});
