@@ -32,9 +32,9 @@ frmBoolVarEdit::frmBoolVarEdit(const Project& project, QWidget* parent)
     setWindowTitle("Boolean Variable Editing");
     cbDefVal->setToolTip("State of the variable until it is first written");
     txtVarON->setObjectName("txtVarON");
-    txtVarON->setToolTip("Text shown for state 1");
+    txtVarON->explain("Text shown for state 1");
     txtVarOFF->setObjectName("txtVarOFF");
-    txtVarOFF->setToolTip("Text shown for state 0");
+    txtVarOFF->explain("Text shown for state 0");
     widenTo(txtVarON, messageCharacters);
     const OkCancelRow buttons(this);
 

@@ -25,7 +25,7 @@ frmFloatVarEdit::frmFloatVarEdit(const Project& project, QWidget* parent)
     setObjectName("frmFloatVarEdit");
     setWindowTitle("Float Variable Editing");
     txtVarDefValue->setObjectName("txtVarDefValue");
-    txtVarDefValue->setToolTip("Value of the variable until it is first written");
+    txtVarDefValue->explain("Value of the variable until it is first written: a number below 1.8E308");
     cbWidth->setToolTip("Characters on the display, sign and point included");
     cbPrecision->setToolTip("Digits after the decimal point");
     const OkCancelRow buttons(this);

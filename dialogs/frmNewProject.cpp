@@ -48,7 +48,8 @@ frmNewProject::frmNewProject(const DocMgrModule::ProgramEnvironment& environment
     setObjectName("frmNewProject");
     setWindowTitle("Create New Project");
     txtProjName->setObjectName("txtProjName");
-    txtProjName->setToolTip("Name of the project file, without its extension");
+    txtProjName->setToolTip(
+        "Name of the project file, without its extension.\nA name that the folder has already is not taken.");
     txtLocation->setObjectName("txtLocation");
     txtLocation->setToolTip("Folder of the project file and the device files");
     txtLocation->setMaxLength(std::numeric_limits<int>::max());

@@ -55,4 +55,8 @@ std::string DeviceLineEdit::bytes() const {
     return replacingDeviceBytes(text());
 }
 
+void DeviceLineEdit::explain(const QString& purpose) {
+    setToolTip(tr("%1.\nOnly characters that the display can show are taken.").arg(purpose));
+}
+
 } // namespace orvista

@@ -15,6 +15,8 @@ public:
 
     void setBytes(const std::string& bytes);
     std::string bytes() const;
+    /// The box's tool-tip: what the box is for, and what it takes.
+    void explain(const QString& purpose);
 };
 
 } // namespace orvista

@@ -24,6 +24,9 @@ QChar shownCharacter(unsigned char byte) {
 
 std::optional<unsigned char> byteOf(QChar shown) {
     const char16_t unit = shown.unicode();
+    // Nearly all characters of a script; they are their own code in the encoding.
+    if (unit >= controlCount && unit < deleteByte)
+        return static_cast<unsigned char>(unit);
     if (unit >= firstPicture && unit < firstPicture + controlCount)
         return static_cast<unsigned char>(unit - firstPicture);
     if (unit == deletePicture)

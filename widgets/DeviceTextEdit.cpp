@@ -8,6 +8,7 @@
 #include <QMimeData>
 #include <QScopedValueRollback>
 #include <QTextBlock>
+#include <QToolTip>
 
 #include <algorithm>
 #include <utility>
@@ -27,6 +28,15 @@ std::optional<QString> insertable(QString text) {
     if (!std::all_of(text.begin(), text.end(), isScriptCharacter))
         return std::nullopt;
     return shownScript(scriptBytes(text));
+}
+
+/// The character itself where it can be seen, otherwise its number.
+QString nameOf(char32_t character) {
+    if (QChar::isMark(character))
+        return u'\u25CC' + QString::fromUcs4(&character, 1);
+    if (QChar::isPrint(character) && !QChar::isSpace(character))
+        return QString::fromUcs4(&character, 1);
+    return QStringLiteral("U+%1").arg(static_cast<uint>(character), 4, 16, QLatin1Char('0')).toUpper();
 }
 
 } // namespace
@@ -50,15 +60,8 @@ void DeviceTextEdit::setBytes(const std::string& bytes) {
 }
 
 std::string DeviceTextEdit::bytes() const {
-    // toPlainText() would turn no-break spaces into blanks; the blocks keep them.
-    QString shown;
-    shown.reserve(document()->characterCount());
-    for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
-        if (block.blockNumber() > 0)
-            shown += u'\n';
-        shown += block.text();
-    }
-    return scriptBytes(shown);
+    // toPlainText() would turn no-break spaces into blanks.
+    return scriptBytes(document()->toRawText().replace(QChar::ParagraphSeparator, u'\n'));
 }
 
 bool DeviceTextEdit::canInsertFromMimeData(const QMimeData* source) const {
@@ -66,16 +69,24 @@ bool DeviceTextEdit::canInsertFromMimeData(const QMimeData* source) const {
 }
 
 void DeviceTextEdit::insertFromMimeData(const QMimeData* source) {
-    if (const auto text = insertable(source->text())) {
-        textCursor().insertText(*text);
-        ensureCursorVisible();
-    }
+    const auto text = insertable(source->text());
+    if (!text)
+        return nameRefused(source->text());
+    const QScopedValueRollback vetted(setting_, true);
+    textCursor().insertText(*text);
+    ensureCursorVisible();
 }
 
 QMimeData* DeviceTextEdit::createMimeDataFromSelection() const {
-    // The widget's own copy turns no-break spaces into blanks.
+    // The widget's own copy turns no-break spaces into blanks, and has the breaks that are only shown.
+    const QTextCursor selected = textCursor();
+    QString text = selected.selectedText().replace(QChar::ParagraphSeparator, u'\n');
+    const int start = selected.selectionStart();
+    if (start > 0 && document()->characterAt(start - 1) == continuationMark)
+        text.prepend(continuationMark);
+    text.remove(QString(continuationMark) + u'\n').remove(continuationMark);
     auto* data = new QMimeData;
-    data->setText(textCursor().selectedText().replace(QChar::ParagraphSeparator, u'\n'));
+    data->setText(text);
     return data;
 }
 
@@ -86,18 +97,23 @@ void DeviceTextEdit::keyPressEvent(QKeyEvent* event) {
         ensureCursorVisible();
         return;
     }
+    QToolTip::hideText();
     if (deviceBytes(event->text()))
-        QPlainTextEdit::keyPressEvent(event);
-    else
-        event->accept();
+        return QPlainTextEdit::keyPressEvent(event);
+    event->accept();
+    nameRefused(event->text());
 }
 
 void DeviceTextEdit::inputMethodEvent(QInputMethodEvent* event) {
-    if (const auto text = insertable(event->commitString()); !text)
+    const QString committed = event->commitString();
+    const auto text = insertable(committed);
+    if (!text)
         event->setCommitString({});
-    else if (*text != event->commitString())
+    else if (*text != committed)
         event->setCommitString(*text, event->replacementStart(), event->replacementLength());
     QPlainTextEdit::inputMethodEvent(event);
+    if (!text)
+        nameRefused(committed);
 }
 
 void DeviceTextEdit::noteInsertion(int position, int /*removed*/, int added) {
@@ -107,17 +123,39 @@ void DeviceTextEdit::noteInsertion(int position, int /*removed*/, int added) {
 
 /// Some insertions pass by the handlers above (the context menu's direction marks, assistive programs).
 void DeviceTextEdit::removeForeignCharacters() {
-    const auto [first, end] = std::exchange(insertion_, {});
-    for (int at = std::min(end, document()->characterCount() - 1) - 1; at >= first; --at) {
-        const QChar character = document()->characterAt(at);
-        if (character == QChar::ParagraphSeparator || isScriptCharacter(character))
+    const Range inserted = std::exchange(insertion_, {});
+    if (inserted.first == inserted.end)
+        return;
+    QTextBlock block = document()->findBlock(std::min(inserted.end, document()->characterCount() - 1));
+    for (; block.isValid() && block.position() + block.length() > inserted.first; block = block.previous())
+        cleanLine(block, inserted);
+}
+
+void DeviceTextEdit::cleanLine(const QTextBlock& block, Range range) {
+    // The whole line at once: asking the document for each character takes a hundred times as long.
+    const QString line = block.text();
+    const auto first = std::max(0, range.first - block.position());
+    const auto end = std::min(static_cast<int>(line.size()), range.end - block.position());
+    for (int at = end - 1; at >= first; --at) {
+        if (isScriptCharacter(line[at]))
             continue;
         setUndoRedoEnabled(false); // an undo would bring the character back
         QTextCursor cursor(document());
-        cursor.setPosition(at);
+        cursor.setPosition(block.position() + at);
         cursor.deleteChar();
         setUndoRedoEnabled(true);
+        nameRefused(line.sliced(at));
     }
+}
+
+void DeviceTextEdit::nameRefused(const QString& text) {
+    const QList<uint> characters = text.toUcs4();
+    const auto refused = std::find_if_not(characters.begin(), characters.end(), [](uint character) {
+        return character <= 0xFFFF && isScriptCharacter(QChar(character));
+    });
+    if (refused != characters.end())
+        QToolTip::showText(viewport()->mapToGlobal(cursorRect().bottomLeft()),
+                           tr("%1 cannot be shown by the display").arg(nameOf(*refused)), viewport());
 }
 
 } // namespace orvista

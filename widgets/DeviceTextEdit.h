@@ -4,10 +4,13 @@
 
 #include <string>
 
+class QTextBlock;
+
 namespace orvista {
 
 /// The script box: fixed-width, many lines, only characters of the device's encoding, with undo. Every text
-/// comes back as the same bytes, edited elsewhere or not; lines are joined by CR LF. Tab moves on.
+/// comes back as the same bytes, edited elsewhere or not; lines are joined by CR LF. Tab moves on. A
+/// character that it refuses is named in a tool-tip at the cursor.
 class DeviceTextEdit : public QPlainTextEdit {
     Q_OBJECT
 public:
@@ -25,12 +28,15 @@ protected:
     void inputMethodEvent(QInputMethodEvent* event) override;
 
 private:
+    /// Positions in the document.
     struct Range {
         int first = 0;
         int end = 0;
     };
     void noteInsertion(int position, int removed, int added);
     void removeForeignCharacters();
+    void cleanLine(const QTextBlock& block, Range range);
+    void nameRefused(const QString& text);
 
     Range insertion_;
     bool setting_ = false;

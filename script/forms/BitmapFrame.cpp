@@ -20,10 +20,10 @@ namespace {
 QString browsedBitmap(QWidget* parent, const QString& startFolder) {
     QFileDialog comdlg(parent);
     comdlg.setObjectName(QStringLiteral("comdlg"));
-    // The platforms' own dialogs do not know a filter of this form, and some tell "*.bmp" from "*.BMP".
+    // Some platforms' own dialogs tell "*.bmp" from "*.BMP".
     comdlg.setOption(QFileDialog::DontUseNativeDialog);
     comdlg.setFileMode(QFileDialog::ExistingFile);
-    comdlg.setNameFilter(QStringLiteral("Bmp File(*.bmp) | *.bmp"));
+    comdlg.setNameFilter(QStringLiteral("Bmp File(*.bmp)"));
     comdlg.setDirectory(startFolder.isEmpty() ? QDir::homePath() : startFolder);
     if (comdlg.exec() != QDialog::Accepted || comdlg.selectedFiles().isEmpty())
         return {};

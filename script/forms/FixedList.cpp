@@ -8,6 +8,20 @@
 
 namespace orvista {
 
+QModelIndexList ListEntries::match(const QModelIndex& start, int role, const QVariant& value, int hits,
+                                   Qt::MatchFlags flags) const {
+    const auto find = [&](const QVariant& text, Qt::MatchFlags how) {
+        return QStringListModel::match(start, role, text, hits, how);
+    };
+    const bool isTyped = (flags & Qt::MatchTypeMask) == Qt::MatchStartsWith;
+    const QString afterBlank = u' ' + value.toString();
+    if (isTyped)
+        if (const auto whole = find(afterBlank, Qt::MatchFixedString | Qt::MatchWrap); !whole.isEmpty())
+            return whole;
+    const QModelIndexList found = find(value, flags);
+    return found.isEmpty() && isTyped ? find(afterBlank, flags) : found;
+}
+
 QStringListModel* colourModel(QObject* parent) {
     return textListModel(wizard::colours, parent);
 }

@@ -12,6 +12,16 @@ class QGridLayout;
 
 namespace orvista {
 
+/// The entries of a list. What is typed finds an entry also behind its leading blank; an entry that is just
+/// that counts before longer ones.
+class ListEntries final : public QStringListModel {
+    Q_OBJECT
+public:
+    using QStringListModel::QStringListModel;
+    QModelIndexList match(const QModelIndex& start, int role, const QVariant& value, int hits,
+                          Qt::MatchFlags flags) const override;
+};
+
 /// A model over `table`, for one list or for several that show the same; `shownOf` gives an entry's text in
 /// device bytes.
 template <typename Table, typename ShownOf>
@@ -19,7 +29,7 @@ QStringListModel* listModel(const Table& table, ShownOf shownOf, QObject* parent
     QStringList texts;
     for (const auto& entry : table)
         texts += shownLine(std::string(shownOf(entry)));
-    return new QStringListModel(texts, parent);
+    return new ListEntries(texts, parent);
 }
 
 /// For tables whose entries carry what they show.

@@ -65,7 +65,7 @@ QWidget* frmMessageEdit::createTextFrame() {
         grid->addWidget(option, 0, index + 1);
     }
     txtText = named<DeviceLineEdit>(QStringLiteral("txtText"), frame);
-    txtText->setToolTip(tr("%v keeps one character free for a live field, %5v five; at most four fields"));
+    txtText->explain(tr("%v keeps one character free for a live field, %5v five; at most four fields"));
     grid->addWidget(labelFor(txtText, QStringLiteral("Content :")), 1, 0);
     grid->addWidget(txtText, 1, 1, 1, 3);
     grid->setColumnStretch(3, 1);

@@ -405,11 +405,40 @@ private slots:
                         "OUT GO-LEFT 1 50"));
     }
 
+    void aTypedNumberReachesItsDelay_data() {
+        QTest::addColumn<int>("from");
+        QTest::addColumn<QString>("typed");
+        QTest::newRow("3 from the first") << 0 << "3";
+        QTest::newRow("1 where it stands") << 0 << "1";
+        QTest::newRow("1 past the 10") << 8 << "1";
+        QTest::newRow("10") << 0 << "10";
+        QTest::newRow("9 from the last") << 9 << "9";
+    }
+    void aTypedNumberReachesItsDelay() {
+        QFETCH(const int, from);
+        QFETCH(const QString, typed);
+        const Wizard wizard;
+        DropDownList* const delay = wizard.list("cbDelay");
+        delay->setCurrentIndex(from);
+        const int interval = QApplication::keyboardInputInterval();
+        QApplication::setKeyboardInputInterval(10'000); // the keys of one number, however slow the machine
+        QTest::keyClicks(delay, typed);
+        QApplication::setKeyboardInputInterval(interval);
+        QCOMPARE(delay->currentText(), u' ' + typed);
+    }
+
+    void aTypedLetterReachesItsEntry() {
+        const Wizard wizard;
+        QTest::keyClicks(wizard.list("cbFgClr"), "o");
+        QCOMPARE(wizard.list("cbFgClr")->currentText(), QStringLiteral("ORANGE"));
+    }
+
     void browsingStartsInTheProjectFolderWithTheFilter() {
         const TemporaryFolder project;
         bitmapIn(project, "a.bmp");
         bitmapIn(project, "B.BMP");
-        bitmapIn(project, "notes.txt");
+        for (const char* other : {"notes.txt", "Bmp", "File(x.bmp)", "|", "a.bmp.txt"})
+            bitmapIn(project, other);
         const Wizard wizard(QString::fromStdString(project.path()));
         wizard.option(1);
         onModal("comdlg", [&project](QWidget* shown) {
@@ -417,7 +446,7 @@ private slots:
             QVERIFY(dialog);
             QCOMPARE(QDir(dialog->directory()).canonicalPath(),
                      QDir(QString::fromStdString(project.path())).canonicalPath());
-            QCOMPARE(dialog->nameFilters(), QStringList("Bmp File(*.bmp) | *.bmp"));
+            QCOMPARE(dialog->nameFilters(), QStringList("Bmp File(*.bmp)"));
             QVERIFY(dialog->selectedFiles().isEmpty() || QFileInfo(dialog->selectedFiles().first()).isDir());
             auto* const files = dialog->findChild<QAbstractItemView*>("listView");
             const auto names = [files] {

@@ -6,6 +6,7 @@
 
 #include <QTest>
 #include <QTextBlock>
+#include <QToolTip>
 
 #include <algorithm>
 
@@ -344,6 +345,74 @@ private slots:
         box.moveCursor(QTextCursor::EndOfBlock);
         QTest::keyClick(&box, Qt::Key_Backspace); // the mark: now the break is one of the text's own
         QCOMPARE(box.bytes(), std::string(text).insert(10'000, "\r\n"));
+    }
+
+    void scriptCopiesWhatIsStoredOfAnEndlessLine() {
+        DeviceTextEdit box;
+        box.setBytes(std::string(25'000, 'x') + "\r\nshort");
+        box.selectAll();
+        box.copy();
+        const QString whole = QString(25'000, u'x') + "\nshort";
+        QVERIFY(QApplication::clipboard()->text() == whole);
+
+        const auto copied = [&box](int first, int end) {
+            QTextCursor cursor(box.document());
+            cursor.setPosition(first);
+            cursor.setPosition(end, QTextCursor::KeepAnchor);
+            box.setTextCursor(cursor);
+            box.copy();
+            return QApplication::clipboard()->text();
+        };
+        // The line breaks for showing behind its 10,000th character: a mark, then a line end.
+        QCOMPARE(copied(9'999, 10'003), QStringLiteral("xx"));
+        QCOMPARE(copied(9'999, 10'001), QStringLiteral("x"));
+        QCOMPARE(copied(10'001, 10'003), QStringLiteral("x"));
+        QCOMPARE(copied(10'002, 10'004), QStringLiteral("xx"));
+    }
+
+    void scriptNamesWhatItRefuses_data() {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("name");
+        QTest::newRow("letter") << QStringLiteral("ab\u0393") << QStringLiteral("\u0393");
+        QTest::newRow("the first of two") << QStringLiteral("\u0142\u0393") << QStringLiteral("\u0142");
+        QTest::newRow("surrogate pair") << QStringLiteral("\U0001F600") << QStringLiteral("\U0001F600");
+        QTest::newRow("accent alone") << QStringLiteral("e\u0301") << QStringLiteral("\u25CC\u0301");
+        QTest::newRow("direction mark") << QStringLiteral("a\u200E") << QStringLiteral("U+200E");
+        QTest::newRow("behind line ends") << QStringLiteral("a\r\nb\r\u0393") << QStringLiteral("\u0393");
+    }
+    void scriptNamesWhatItRefuses() {
+        QFETCH(const QString, text);
+        QFETCH(const QString, name);
+        DeviceTextEdit box;
+        box.show();
+        box.setBytes("abc");
+        const QString expected = name + " cannot be shown by the display";
+        const auto tellsAfter = [&](auto&& act) {
+            QToolTip::hideText();
+            if (!QTest::qWaitFor([] { return !QToolTip::isVisible(); }))
+                return QString("the tool-tip stays");
+            act();
+            return QToolTip::text();
+        };
+        QCOMPARE(tellsAfter([&] { typeText(box, foreignPart(text)); }), expected);
+        QCOMPARE(tellsAfter([&] { pasteInto(box, text); }), expected);
+        QCOMPARE(tellsAfter([&] { dropOnto(*box.viewport(), text); }), expected);
+        QCOMPARE(tellsAfter([&] { compose(box, text); }), expected);
+        QCOMPARE(box.bytes(), std::string("abc"));
+        QCOMPARE(tellsAfter([&] { box.insertPlainText(text); }), expected); // past the keyboard
+        QCOMPARE(tellsAfter([&] { typeText(box, "x"); }), QString());
+    }
+
+    void scriptUndoesAPasteAsAWhole() {
+        DeviceTextEdit box;
+        box.setBytes("ab");
+        box.moveCursor(QTextCursor::End);
+        pasteInto(box, "1\r\n2\r\n3");
+        QCOMPARE(box.bytes(), std::string("ab1\r\n2\r\n3"));
+        box.undo();
+        QCOMPARE(box.bytes(), std::string("ab"));
+        box.redo();
+        QCOMPARE(box.bytes(), std::string("ab1\r\n2\r\n3"));
     }
 
     void listKeepsItsChoiceWhenTheWheelPassesOver() {
