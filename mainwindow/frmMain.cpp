@@ -21,9 +21,11 @@
 #include <QCloseEvent>
 #include <QGroupBox>
 #include <QMenuBar>
+#include <QScreen>
 #include <QScrollArea>
 #include <QShortcut>
 #include <QSplitter>
+#include <QStyle>
 #include <QTabWidget>
 #include <QVBoxLayout>
 #include <QWhatsThis>
@@ -57,6 +59,14 @@ QScrollArea* scrolling(QWidget* page) {
     return area;
 }
 
+/// Leaves room for the window's frame, whose size is known only once the window is shown.
+void resizeWithinScreen(QWidget& window, QSize wanted) {
+    const int border = window.style()->pixelMetric(QStyle::PM_MdiSubWindowFrameWidth, nullptr, &window);
+    const int title = window.style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, &window);
+    const QSize frame(2 * border, title + border);
+    window.resize(wanted.boundedTo(window.screen()->availableSize() - frame));
+}
+
 } // namespace
 
 frmMain::frmMain(Project& project, ConfigModule::History& history,
@@ -69,6 +79,8 @@ frmMain::frmMain(Project& project, ConfigModule::History& history,
       trvSystem(named<ItemTree>(QStringLiteral("trvSystem"))),
       tabDetails(named<QTabWidget>(QStringLiteral("tabDetails"))) {
     setObjectName(QStringLiteral("frmMain"));
+    // The window's own menu would offer to hide the toolbar, and nothing would bring it back.
+    setContextMenuPolicy(Qt::NoContextMenu);
     setWindowIcon(ToolIcons::program());
     setStatusBar(new StatusBar);
     setContextMenuPolicy(Qt::NoContextMenu); // Qt would offer to hide what nothing brings back
@@ -95,9 +107,9 @@ void frmMain::buildPages() {
          handler(&frmMain::miOptionSystemCfg_Click)},
         {"Modbus Setting", "C2", "Modbus Setting", scrolling(modbusPage_), "miOptionModbusSetting",
          handler(&frmMain::miOptionModbusSetting_Click)},
-        {"Variable List", "C3", "Variable List", variablePage_, "miVarLst",
+        {"Variable List", "C3", "Variable List", scrolling(variablePage_), "miVarLst",
          handler(&frmMain::miVarLst_Click)},
-        {"Message List", "C4", "Message List", messagePage_, "miOptionMsgLst",
+        {"Message List", "C4", "Message List", scrolling(messagePage_), "miOptionMsgLst",
          handler(&frmMain::miOptionMsgLst_Click)},
         {"TCP Tester", "C5", "Orvista Test", scrolling(testerPage_)},
     };
@@ -190,7 +202,7 @@ void frmMain::buildLayout() {
 
     const int character = fontMetrics().averageCharWidth();
     splitter->setSizes({30 * character, 138 * character});
-    resize(168 * character, 50 * fontMetrics().lineSpacing());
+    resizeWithinScreen(*this, {168 * character, 50 * fontMetrics().lineSpacing()});
 }
 
 void frmMain::Form_Load() {

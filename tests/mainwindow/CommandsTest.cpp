@@ -51,6 +51,7 @@ private slots:
     void helpOpensTheFileBesideTheProgram();
     void theStatusBarShowsModelDateAndTime();
     void hintsDoNotReachTheStatusBar();
+    void noMenuOffersToHideTheToolbar();
 };
 
 void CommandsTest::menusHoldTheirEntries() {
@@ -215,6 +216,19 @@ void CommandsTest::hintsDoNotReachTheStatusBar() {
         action->hover();
     QVERIFY(bar->currentMessage().isEmpty());
     QVERIFY(bar->findChild<QLabel*>("panelModel")->isVisible());
+}
+
+void CommandsTest::noMenuOffersToHideTheToolbar() {
+    EditorFixture editor;
+    editor.start();
+    for (QWidget* const place : {static_cast<QWidget*>(editor.window->menuBar()),
+                                 static_cast<QWidget*>(editor.find<QToolBar>("ToolbarMain")),
+                                 static_cast<QWidget*>(editor.find<QStatusBar>("StatusBarMain"))}) {
+        const QPoint at(place->width() - 2, place->height() / 2);
+        QContextMenuEvent click(QContextMenuEvent::Mouse, at, place->mapToGlobal(at));
+        QApplication::sendEvent(place, &click);
+        QVERIFY(!QApplication::activePopupWidget());
+    }
 }
 
 QTEST_MAIN(CommandsTest)
