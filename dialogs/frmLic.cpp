@@ -53,7 +53,7 @@ QPlainTextEdit* noticeBox() {
 frmLic::frmLic(QWidget* parent) : QDialog(parent) {
     setObjectName("frmLic");
     setWindowTitle("About Quillmark Corp.");
-    auto* picture = new LedPanel("LX-400D");
+    auto* picture = new LedPanel(panelOfText("LX-400D", Led::Orange));
     picture->setObjectName("imgPanel");
     picture->setAccessibleName("LED panel that shows LX-400D");
     auto* cmdOK = namedButton("cmdOK", "OK", this);

@@ -1,5 +1,8 @@
 #include "mainwindow/ToolIcons.h"
 
+#include "display/LedRaster.h"
+#include "widgets/PanelPicture.h"
+
 #include <QGuiApplication>
 #include <QIconEngine>
 #include <QPainter>
@@ -103,46 +106,25 @@ void drawDownload(QPainter& painter) {
     painter.drawPath(linePath({{7, 10.5}, {12, 15.5}, {17, 10.5}}));
 }
 
-/// The panel's LEDs: G green, R red, O orange, blank off.
-constexpr const char* programPicture[] = {
-    "   G   ", //
-    "    G  ", //
-    "OOOOOR ", //
-    "OOOOORR", //
-    "OOOOOR ", //
-    "    G  ", //
-    "   G   ", //
-};
-
-QColor ledColour(char led) {
-    switch (led) {
-    case 'G':
-        return {0x3d, 0xdc, 0x4a};
-    case 'R':
-        return {0xff, 0x45, 0x3a};
-    case 'O':
-        return {0xff, 0xa6, 0x1f};
-    default:
-        return {0x3a, 0x40, 0x46};
-    }
-}
+/// As ledRasterFromText() reads it.
+constexpr const char* programPicture = "...G...\n"
+                                       "....G..\n"
+                                       "OOOOOR.\n"
+                                       "OOOOORR\n"
+                                       "OOOOOR.\n"
+                                       "....G..\n"
+                                       "...G...\n";
+/// Side of a lens' square in the picture that icons of all sizes are scaled down from.
+constexpr int programCell = 32;
 
 void drawProgram(QPainter& painter) {
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(QColor(0x16, 0x1a, 0x1e));
-    painter.drawRoundedRect(QRectF(0.5, 0.5, 23, 23), 4, 4);
-    constexpr qreal pitch = 2.9;
-    constexpr qreal first = (drawingUnits - 6 * pitch) / 2;
-    qreal y = first;
-    for (const char* row : programPicture) {
-        qreal x = first;
-        for (const char* led = row; *led; ++led) {
-            painter.setBrush(ledColour(*led));
-            painter.drawEllipse(QPointF(x, y), 1.15, 1.15);
-            x += pitch;
-        }
-        y += pitch;
-    }
+    const LedRaster raster = ledRasterFromText(programPicture);
+    const QImage picture = PanelPicture(raster.size(), programCell).image(raster);
+    // Scaled before it is painted: painters take too few of the picture's dots into a small icon.
+    const qreal ratio = painter.device()->devicePixelRatio() * painter.worldTransform().m11();
+    const int side = qRound(drawingUnits * ratio);
+    painter.drawImage(QRectF(0, 0, drawingUnits, drawingUnits),
+                      picture.scaled(side, side, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
 }
 
 } // namespace

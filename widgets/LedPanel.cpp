@@ -1,90 +1,68 @@
 #include "widgets/LedPanel.h"
 
+#include "display/LedFont.h"
+
 #include <QPainter>
 
 #include <algorithm>
-#include <array>
-#include <string_view>
 #include <utility>
 
 namespace orvista {
 
 namespace {
 
-constexpr int glyphColumns = 5;
-constexpr int glyphRows = 7;
-constexpr int cellColumns = glyphColumns + 1;
-constexpr int border = 2; ///< dark LEDs around the text
+constexpr LedFont textFont = LedFont::Small5x7;
+constexpr int margin = 2; ///< dark dots around a text
+/// The picture's rim is one and a half cells on each side.
+constexpr int rimCells = 3;
 
-using Glyph = std::array<std::string_view, glyphRows>;
-
-constexpr std::array<std::pair<char, Glyph>, 6> glyphs = {{
-    {'L', {"#    ", "#    ", "#    ", "#    ", "#    ", "#    ", "#####"}},
-    {'X', {"#   #", "#   #", " # # ", "  #  ", " # # ", "#   #", "#   #"}},
-    {'-', {"     ", "     ", "     ", "#####", "     ", "     ", "     "}},
-    {'4', {"   # ", "  ## ", " # # ", "#  # ", "#####", "   # ", "   # "}},
-    {'0', {" ### ", "#   #", "#  ##", "# # #", "##  #", "#   #", " ### "}},
-    {'D', {"#### ", "#   #", "#   #", "#   #", "#   #", "#   #", "#### "}},
-}};
-
-/// The panel looks the same whatever the desktop's colours: it is a picture of a device.
-const QColor housing(28, 28, 30);
-const QColor darkLed(58, 46, 40);
-const QColor litLed(255, 122, 40);
-const QColor glow(255, 122, 40, 70);
+void drawGlyph(LedRaster& raster, int left, const Glyph& picture, Led led) {
+    for (int y = 0; y < cellHeight(textFont); ++y) {
+        const unsigned row = picture.rows[static_cast<std::size_t>(y)];
+        for (int x = 0; x < cellWidth(textFont); ++x) {
+            if (row & (0x80U >> x))
+                raster.set(left + x, margin + y, led);
+        }
+    }
+}
 
 } // namespace
 
-LedPanel::LedPanel(std::string text, QWidget* parent) : QWidget(parent), text_(std::move(text)) {}
+LedRaster panelOfText(std::string_view text, Led led) {
+    // The last cell's gap belongs to the margin.
+    const int columns = static_cast<int>(text.size()) * cellWidth(textFont) - 1 + 2 * margin;
+    LedRaster raster({columns, cellHeight(textFont) + 2 * margin});
+    int left = margin;
+    for (const char character : text) {
+        drawGlyph(raster, left, glyph(textFont, static_cast<unsigned char>(character)), led);
+        left += cellWidth(textFont);
+    }
+    return raster;
+}
+
+LedPanel::LedPanel(LedRaster shown, QWidget* parent) : QWidget(parent), shown_(std::move(shown)) {}
 
 QSize LedPanel::sizeHint() const {
     return minimumSizeHint() * 1.5;
 }
 
 QSize LedPanel::minimumSizeHint() const {
-    const int led = std::max(3, fontMetrics().height() / 3);
-    const int columns = static_cast<int>(text_.size()) * cellColumns - 1 + 2 * border;
-    return QSize(columns, glyphRows + 2 * border) * led;
-}
-
-bool LedPanel::isLit(int column, int row) const {
-    const int character = column / cellColumns;
-    if (column < 0 || row < 0 || row >= glyphRows || character >= static_cast<int>(text_.size()) ||
-        column % cellColumns == glyphColumns)
-        return false;
-    const auto* const glyph = std::find_if(glyphs.begin(), glyphs.end(), [&](const auto& known) {
-        return known.first == text_[static_cast<std::size_t>(character)];
-    });
-    return glyph != glyphs.end() &&
-           glyph->second[static_cast<std::size_t>(row)][static_cast<std::size_t>(column % cellColumns)] ==
-               '#';
+    const int cell = std::max(3, fontMetrics().height() / 3);
+    return QSize(shown_.columns() + rimCells, shown_.rows() + rimCells) * cell;
 }
 
 void LedPanel::paintEvent(QPaintEvent* /*event*/) {
-    const int columns = static_cast<int>(text_.size()) * cellColumns - 1 + 2 * border;
-    const int rows = glyphRows + 2 * border;
-    const double pitch =
-        std::min(static_cast<double>(width()) / columns, static_cast<double>(height()) / rows);
-    const QRectF panel(0, 0, columns * pitch, rows * pitch);
-
+    const QSize pixels = size() * devicePixelRatio();
+    const int cell = std::max(1, std::min(pixels.width() / (shown_.columns() + rimCells),
+                                          pixels.height() / (shown_.rows() + rimCells)));
+    if (!picture_ || picture_->cell() != cell)
+        picture_.emplace(shown_.size(), cell);
     QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.translate(QRectF(rect()).center() - panel.center());
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(housing);
-    painter.drawRoundedRect(panel, pitch, pitch);
-    for (int row = 0; row < rows; ++row) {
-        for (int column = 0; column < columns; ++column) {
-            const bool lit = isLit(column - border, row - border);
-            const QPointF centre((column + 0.5) * pitch, (row + 0.5) * pitch);
-            if (lit) {
-                painter.setBrush(glow);
-                painter.drawEllipse(centre, pitch * 0.6, pitch * 0.6);
-            }
-            painter.setBrush(lit ? litLed : darkLed);
-            painter.drawEllipse(centre, pitch * 0.36, pitch * 0.36);
-        }
-    }
+    // From here on device pixels count, so that every lens is as round as the next.
+    painter.scale(1 / devicePixelRatio(), 1 / devicePixelRatio());
+    painter.translate((pixels.width() - picture_->size().width()) / 2,
+                      (pixels.height() - picture_->size().height()) / 2);
+    picture_->paint(painter, shown_);
 }
 
 } // namespace orvista

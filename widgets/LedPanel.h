@@ -1,17 +1,24 @@
 #pragma once
 
+#include "display/LedRaster.h"
+#include "widgets/PanelPicture.h"
+
 #include <QWidget>
 
-#include <string>
+#include <optional>
+#include <string_view>
 
 namespace orvista {
 
-/// A picture of an LED panel that shows a short text, drawn at any size.
+/// A panel just large enough for a text in the device's small font, with a margin of dark dots around it.
+/// \param text in Windows-1252
+LedRaster panelOfText(std::string_view text, Led led);
+
+/// A panel that shows one picture for ever, as large as its place allows.
 class LedPanel : public QWidget {
     Q_OBJECT
 public:
-    /// \param text of the characters 0, 4, D, L, X and "-"; others stay dark
-    explicit LedPanel(std::string text, QWidget* parent = nullptr);
+    explicit LedPanel(LedRaster shown, QWidget* parent = nullptr);
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
@@ -20,9 +27,8 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    bool isLit(int column, int row) const;
-
-    std::string text_;
+    LedRaster shown_;
+    std::optional<PanelPicture> picture_; ///< for the present size
 };
 
 } // namespace orvista

@@ -1,7 +1,9 @@
 #include "dialogs/frmLic.h"
+#include "widgets/LedPanel.h"
 
 #include <QImage>
 #include <QLineEdit>
+#include <QPainter>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTest>
@@ -29,6 +31,33 @@ private slots:
             for (int x = 0; x < picture.width(); ++x)
                 lit += picture.pixelColor(x, y).red() > 200 && picture.pixelColor(x, y).blue() < 100 ? 1 : 0;
         QVERIFY(lit > 100);
+    }
+
+    void thePictureIsThePanelsWithTheDisplaysFont() {
+        // The display's small font has a dot on the base line of its L, and none to the right of the stem.
+        const LedRaster shown = panelOfText("L", Led::Orange);
+        QCOMPARE(ledText(shown), std::string(".........\n"
+                                             ".........\n"
+                                             "..O......\n"
+                                             "..O......\n"
+                                             "..O......\n"
+                                             "..O......\n"
+                                             "..O......\n"
+                                             "..O......\n"
+                                             "..OOOOO..\n"
+                                             ".........\n"
+                                             ".........\n"));
+        frmLic box;
+        auto* const panel = box.findChild<QWidget*>("imgPanel");
+        panel->setFixedSize(48 * 6, 14 * 6);
+        box.show();
+        const LedRaster product = panelOfText("LX-400D", Led::Orange);
+        QImage expected(panel->size(), QImage::Format_RGB32);
+        expected.fill(box.palette().window().color());
+        QPainter painter(&expected);
+        PanelPicture(product.size(), 6).paint(painter, product);
+        painter.end();
+        QCOMPARE(panel->grab().toImage().convertToFormat(QImage::Format_RGB32), expected);
     }
 
     void okEnterAndEscapeClose() {
