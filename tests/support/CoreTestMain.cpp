@@ -5,6 +5,9 @@
 #include <cstdio>
 #include <locale>
 #include <stdexcept>
+#ifndef _WIN32
+#include <sys/stat.h>
+#endif
 
 namespace {
 
@@ -18,9 +21,17 @@ void enterLocale() {
     }
 }
 
+/// Tests make files for child processes that have given up their rights, whatever the user's own mask.
+void letOthersRead() {
+#ifndef _WIN32
+    ::umask(S_IWGRP | S_IWOTH);
+#endif
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
+    letOthersRead();
     enterLocale();
     if (!orvista::testing::isExpectedLocaleInForce()) {
         std::fputs("the locale this run is for is not in force\n", stderr);
