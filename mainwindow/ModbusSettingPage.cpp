@@ -50,14 +50,18 @@ ModbusSettingPage::ModbusSettingPage(Project& project, ModifiedMark& modifiedMar
       lblNotApplied(new NotAppliedLabel) {
     auto* layout = new QVBoxLayout(this);
     // The emergency block comes first, since typing its address fills the regular one in.
-    layout->addWidget(buildFrame(
-        QStringLiteral("Emergency Message Start Address (20 Continuous 0xxxx Coil Address)"), emergency_));
-    layout->addWidget(buildFrame(
-        QStringLiteral("Regular Message Start Address ( 40 Continuous 0xxxx Coil Address)"), regular_));
-    layout->addWidget(buildFrame(
-        QStringLiteral("Float Variable Start Address (64 Continuous 4xxxx Register Address)"), float_));
-    layout->addWidget(buildFrame(
-        QStringLiteral("Boolean Variable Start Address (32 Continuous 0xxxx Boolean Address)"), boolean_));
+    layout->addWidget(
+        buildFrame(QStringLiteral("Emergency Message Start Address (20 Continuous 0xxxx Coil Address)"),
+                   tr("Emergency messages"), emergency_));
+    layout->addWidget(
+        buildFrame(QStringLiteral("Regular Message Start Address ( 40 Continuous 0xxxx Coil Address)"),
+                   tr("Regular messages"), regular_));
+    layout->addWidget(
+        buildFrame(QStringLiteral("Float Variable Start Address (64 Continuous 4xxxx Register Address)"),
+                   tr("Float variables"), float_));
+    layout->addWidget(
+        buildFrame(QStringLiteral("Boolean Variable Start Address (32 Continuous 0xxxx Boolean Address)"),
+                   tr("Boolean variables"), boolean_));
     layout->addLayout(buildButtons());
     layout->addStretch(1);
     connectHandlers(messages);
@@ -67,7 +71,7 @@ ModbusSettingPage::Block ModbusSettingPage::makeBlock(const QString& currentName
     return {named<ShownBox>(currentName), named<QLineEdit>(newName)};
 }
 
-QGroupBox* ModbusSettingPage::buildFrame(const QString& caption, const Block& block) {
+QGroupBox* ModbusSettingPage::buildFrame(const QString& caption, const QString& items, const Block& block) {
     auto* frame = new QGroupBox(caption);
     auto* row = new QHBoxLayout(frame);
     row->addWidget(labelFor(block.current, QStringLiteral("Current Address:")));
@@ -75,6 +79,9 @@ QGroupBox* ModbusSettingPage::buildFrame(const QString& caption, const Block& bl
     row->addSpacing(row->spacing());
     row->addWidget(labelFor(block.next, QStringLiteral("New Address:")));
     row->addWidget(block.next, 1);
+    // The labels are the same in all four frames.
+    block.current->setAccessibleName(tr("%1, current address").arg(items));
+    block.next->setAccessibleName(tr("%1, new address").arg(items));
     return frame;
 }
 

@@ -56,7 +56,7 @@ private:
     };
 
     static Block makeBlock(const QString& currentName, const QString& newName);
-    static QGroupBox* buildFrame(const QString& caption, const Block& block);
+    static QGroupBox* buildFrame(const QString& caption, const QString& items, const Block& block);
     QBoxLayout* buildButtons();
     void connectHandlers(Messages& messages);
 

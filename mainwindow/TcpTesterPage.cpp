@@ -24,6 +24,8 @@ constexpr int boxesPerRow = 10;
 QPushButton* updateButton(const QString& name, const QString& toolTip) {
     auto* button = namedButton(name, QStringLiteral("Update"));
     button->setToolTip(toolTip);
+    // Four buttons have the same caption.
+    button->setAccessibleName(toolTip);
     return button;
 }
 
@@ -121,6 +123,7 @@ QGroupBox* TcpTesterPage::buildMessageFrame(const MessageFrame& parts, const QSt
     }
     auto* addressRow = new QHBoxLayout;
     addressRow->addWidget(labelFor(parts.address, QStringLiteral("Start Address")));
+    parts.address->setAccessibleName(tr("%1, start address").arg(parts.caption));
     addressRow->addWidget(parts.address);
     addressRow->addStretch(1);
     addressRow->addWidget(parts.update);
@@ -135,6 +138,7 @@ QGroupBox* TcpTesterPage::buildMessageFrame(const MessageFrame& parts, const QSt
 QGroupBox* TcpTesterPage::buildCoilFrame() {
     auto* form = new QFormLayout;
     form->addRow(labelFor(cbDIAddr, QStringLiteral("Address")), cbDIAddr);
+    cbDIAddr->setAccessibleName(tr("Coil, address"));
     form->addRow(labelFor(chkUpdateCoil, QStringLiteral("Coil Value")), chkUpdateCoil);
     return framed(QStringLiteral("frameUpdateCoil"), QStringLiteral("Update Coil"), form, cmdUpdateCoil);
 }
@@ -142,6 +146,7 @@ QGroupBox* TcpTesterPage::buildCoilFrame() {
 QGroupBox* TcpTesterPage::buildRegisterFrame() {
     auto* form = new QFormLayout;
     form->addRow(labelFor(cbAIAddr, QStringLiteral("Address")), cbAIAddr);
+    cbAIAddr->setAccessibleName(tr("Register, address"));
     form->addRow(labelFor(txtFloat, QStringLiteral("Register Value")), txtFloat);
     return framed(QStringLiteral("frameUpdateReg"), QStringLiteral("Update Register"), form, cmdUpdateReg);
 }

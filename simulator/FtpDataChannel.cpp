@@ -1,5 +1,10 @@
 #include "simulator/FtpDataChannel.h"
 
+#include "simulator/Sockets.h"
+
+#include <QEvent>
+#include <QSocketNotifier>
+
 namespace orvista {
 
 namespace {
@@ -46,11 +51,20 @@ void FtpDataChannel::accept() {
         socket_->setParent(this);
         socket_->setReadBufferSize(mostUnreadBytes);
         server_.close();
+        for (QSocketNotifier* const notifier : socket_->findChildren<QSocketNotifier*>())
+            notifier->installEventFilter(this);
         connect(socket_, &QTcpSocket::readyRead, this, &FtpDataChannel::takeBytes);
         connect(socket_, &QTcpSocket::bytesWritten, this, &FtpDataChannel::handOver);
         connect(socket_, &QTcpSocket::disconnected, this, &FtpDataChannel::end);
         begin();
     }
+}
+
+/// Sees each event of the socket before the socket does.
+bool FtpDataChannel::eventFilter(QObject*, QEvent* event) {
+    if (event->type() == QEvent::SockAct && socket_ && wasReset(*socket_))
+        reset_ = true;
+    return false;
 }
 
 void FtpDataChannel::begin() {
@@ -108,7 +122,7 @@ void FtpDataChannel::end() {
     takeBytes();
     if (over_)
         return;
-    if (direction_ == Direction::Sending && handedOver_ < bytes_.size()) {
+    if (reset_ || (direction_ == Direction::Sending && handedOver_ < bytes_.size())) {
         fail();
         return;
     }

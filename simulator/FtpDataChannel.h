@@ -27,9 +27,11 @@ public:
 
     /// Sends the bytes and closes.
     void send(const QByteArray& bytes, Course course);
-    /// Collects what the client sends until it closes; more than `limit` bytes fail.
+    /// Collects what the client sends until it closes; more than `limit` bytes fail, and so does a reset.
     void collect(qsizetype limit, Course course);
     const QByteArray& collected() const { return bytes_; }
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 signals:
     /// Everything has been handed over, or everything has come.
@@ -58,6 +60,7 @@ private:
     Course course_ = Course::Whole;
     qsizetype limit_ = 0;
     qint64 handedOver_ = 0;
+    bool reset_ = false;
     bool over_ = false;
 };
 

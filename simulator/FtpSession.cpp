@@ -322,7 +322,10 @@ void FtpSession::store(const std::string& name) {
     reply(150, "Send it");
     const FtpDataChannel::Course course = courseOfNextFile();
     connect(channel_, &FtpDataChannel::finished, this, [this, name] {
-        // A client that is gone may have left in mid-file: the end of its bytes is no sign of their end.
+        // A client that is gone was killed in mid-file, perhaps: its data ends as that of a whole file does.
+        // Its other connection has ended, too, though nobody may have looked at that yet.
+        if (control_)
+            control_->waitForReadyRead(0);
         if (!control_ || control_->state() != QAbstractSocket::ConnectedState)
             return;
         const QByteArray bytes = channel_->collected();

@@ -4,6 +4,7 @@
 #ifdef _WIN32
 #include <winsock2.h>
 #else
+#include <cerrno>
 #include <sys/socket.h>
 #endif
 
@@ -19,6 +20,17 @@ bool leavesAnswersUnread(QTcpSocket& socket) {
     if (socket.bytesToWrite() > mostWaitingBytes)
         socket.flush();
     return socket.bytesToWrite() > mostWaitingBytes;
+}
+
+bool wasReset(const QTcpSocket& socket) {
+    char byte = 0;
+#ifdef _WIN32
+    return ::recv(static_cast<SOCKET>(socket.socketDescriptor()), &byte, 1, MSG_PEEK) < 0 &&
+           ::WSAGetLastError() == WSAECONNRESET;
+#else
+    return ::recv(static_cast<int>(socket.socketDescriptor()), &byte, 1, MSG_PEEK | MSG_DONTWAIT) < 0 &&
+           errno == ECONNRESET;
+#endif
 }
 
 void resetConnection(QTcpSocket& socket) {

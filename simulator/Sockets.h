@@ -11,6 +11,10 @@ QString peerText(const QTcpSocket& socket);
 /// True when a client asks on and on without taking its answers, which would pile up in memory.
 bool leavesAnswersUnread(QTcpSocket& socket);
 
+/// True when the other side has reset the connection and what came before is read. Asked before the socket is
+/// read, which cannot tell a reset from an orderly end.
+bool wasReset(const QTcpSocket& socket);
+
 /// Ends a connection so that the other side sees a reset instead of an orderly end.
 void resetConnection(QTcpSocket& socket);
 

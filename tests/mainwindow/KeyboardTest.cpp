@@ -1,3 +1,4 @@
+#include "mainwindow/TcpTesterPage.h"
 #include "tests/support/EditorFixture.h"
 #include "tests/support/ModalDriver.h"
 
@@ -33,6 +34,7 @@ private slots:
     void theKeyboardGoesOnAfterApply_data();
     void theKeyboardGoesOnAfterApply();
     void everyControlHasAnAccessibleName();
+    void accessibleNamesTellEqualBoxesApart();
 };
 
 void KeyboardTest::tabFollowsTheLayout_data() {
@@ -172,6 +174,25 @@ void KeyboardTest::everyControlHasAnAccessibleName() {
                                name.startsWith("trv") || name == "Text1";
         if (isControl)
             QVERIFY2(!widget->accessibleName().isEmpty(), qPrintable(name));
+    }
+}
+
+void KeyboardTest::accessibleNamesTellEqualBoxesApart() {
+    EditorFixture editor;
+    editor.startWithNewProject();
+    const auto nameOf = [&](const char* control) { return editor.find<QWidget>(control)->accessibleName(); };
+    QCOMPARE(nameOf("txtNewAltAddr"), QStringLiteral("Emergency messages, new address"));
+    QCOMPARE(nameOf("txtAltAddr"), QStringLiteral("Emergency messages, current address"));
+    QCOMPARE(nameOf("txtNewDIAddr"), QStringLiteral("Boolean variables, new address"));
+    for (const QWidget* page : std::initializer_list<const QWidget*>{
+             editor.find<QWidget>("btnModBusApply")->parentWidget(), &editor.window->testerPage()}) {
+        QStringList names;
+        for (const QWidget* widget : page->findChildren<QWidget*>()) {
+            if (widget->focusPolicy() != Qt::NoFocus && !widget->accessibleName().isEmpty())
+                names << widget->accessibleName();
+        }
+        QVERIFY(names.size() >= 8);
+        QCOMPARE(names.removeDuplicates(), 0);
     }
 }
 

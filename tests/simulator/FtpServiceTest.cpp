@@ -1,6 +1,7 @@
 #include "simulator/FtpService.h"
 
 #include "simulator/FtpDataChannel.h"
+#include "simulator/Sockets.h"
 #include "tests/simulator/Flood.h"
 #include "tests/support/SimulatorProcess.h"
 #include "tests/support/TemporaryFolder.h"
@@ -253,6 +254,52 @@ private slots:
         QVERIFY(client.say("STOR a").startsWith("150"));
         QVERIFY(client.reply().startsWith("226"));
         QCOMPARE(folder_->find("a")->size, static_cast<std::uintmax_t>(bytes.size()));
+    }
+
+    void aClientThatIsGoneInMidFileStoresNothing() {
+        for (int attempt = 0; attempt < 20; ++attempt) {
+            Conversation client(service_->port());
+            QVERIFY(client.logIn());
+            QTcpSocket data;
+            QVERIFY(client.openData(data));
+            QVERIFY(client.say("STOR half").startsWith("150"));
+            data.write("half of the file");
+            QVERIFY(data.flush());
+            // As the system ends them for a program that was killed.
+            client.socket().abort();
+            data.abort();
+        }
+        Conversation next(service_->port());
+        QVERIFY(next.logIn());
+        QVERIFY(store(next, "whole").startsWith("226"));
+        QCOMPARE(folder_->list().size(), 1U);
+    }
+
+    void aDataConnectionThatIsResetStoresNothing() {
+        Conversation client(service_->port());
+        QVERIFY(client.logIn());
+        QTcpSocket data;
+        QVERIFY(client.openData(data));
+        QVERIFY(client.say("STOR half").startsWith("150"));
+        data.write("half of the file");
+        QVERIFY(data.flush());
+        resetConnection(data);
+        QVERIFY(client.reply().startsWith("426"));
+        QCOMPARE(folder_->list().size(), 0U);
+        QVERIFY(store(client, "whole").startsWith("226"));
+    }
+
+    void aClientThatLeavesInMidFileIsToldSo() {
+        QVERIFY(folder_->store("large", std::string(std::size_t{20} << 20, 'x')));
+        Conversation client(service_->port());
+        QVERIFY(client.logIn());
+        QTcpSocket data;
+        QVERIFY(client.openData(data));
+        QVERIFY(client.say("RETR large").startsWith("150"));
+        QTRY_VERIFY(data.bytesAvailable() > 0);
+        data.abort();
+        QVERIFY(client.reply().startsWith("426"));
+        QVERIFY(store(client, "after").startsWith("226"));
     }
 
     void turnsAwayTooManyClients() {
