@@ -1,4 +1,5 @@
 #include "bench/Pair.h"
+#include "bench/PlainFtp.h"
 #include "link/ProjectTransfer.h"
 #include "link/TransferredFiles.h"
 #include "link/forms/TesterClient.h"
@@ -13,14 +14,13 @@
 #include <arpa/inet.h>
 #include <sys/socket.h>
 
+#include <algorithm>
 #include <array>
-#include <cstdlib>
-#include <fstream>
 #include <stdexcept>
 #include <thread>
 
 /// A click on the test page until its buttons are enabled again, beside a bare connect, send and close; and
-/// uploads beside the curl program sending the same files.
+/// uploads beside the same dialogue over plain sockets.
 namespace orvista::bench {
 namespace {
 
@@ -97,36 +97,37 @@ void ClickToButtonsEnabled(benchmark::State& state) {
 }
 BENCHMARK(ClickToButtonsEnabled)->UseManualTime()->Unit(benchmark::kMicrosecond);
 
-/// One upload as the program makes it, without its windows.
-void upload(const testing::FtpTestServer& server, const std::vector<std::string>& paths) {
+/// One upload as the program makes it, without its windows. Gives the longest time that one file took.
+Seconds upload(const testing::FtpTestServer& server, const std::vector<std::string>& paths) {
     FtpTransferControl control;
     control.RemoteAddress("127.0.0.1");
     control.RemotePort(server.port());
     require(transferSucceeded(control.OpenLink()), "no link");
     control.PrepareUpload({});
+    Seconds longest{};
     for (const std::string& path : paths)
-        require(transferSucceeded(control.UploadFile(path)), "a file failed");
+        longest = std::max(longest, costOf([&] {
+                                        require(transferSucceeded(control.UploadFile(path)), "a file failed");
+                                    }).wall);
     control.FinishUpload();
     control.CloseLink();
+    return longest;
 }
 
-/// The same files in one run of the curl program, over one connection too.
-std::string curlCommand(const testing::FtpTestServer& server, const std::vector<std::string>& paths,
-                        const std::string& listFile) {
-    std::ofstream list(listFile);
+void uploadPlainly(const testing::FtpTestServer& server, const std::vector<std::string>& paths) {
+    PlainFtp ftp(static_cast<std::uint16_t>(server.port()));
     for (const std::string& path : paths)
-        list << "upload-file = \"" << path << "\"\nurl = \"ftp://admin:@127.0.0.1:" << server.port()
-             << "/\"\n";
-    return "curl --silent --noproxy '*' --config " + listFile;
+        ftp.store(path.substr(path.find_last_of('/') + 1), testing::fileBytes(path));
+    ftp.finish();
 }
 
-void uploadBesideCurl(benchmark::State& state, const std::vector<std::string>& paths) {
+void uploadBesidePlainSockets(benchmark::State& state, const std::vector<std::string>& paths) {
     const testing::FtpTestServer server;
-    const testing::TemporaryFolder lists;
-    const std::string command = curlCommand(server, paths, lists.file("list"));
+    Seconds longest{};
     runBesideFloor(
-        state, [&] { upload(server, paths); },
-        [&] { require(std::system(command.c_str()) == 0, "curl failed"); });
+        state, [&] { longest = std::max(longest, upload(server, paths)); },
+        [&] { uploadPlainly(server, paths); });
+    state.counters["longest_file_us"] = longest.count() * 1e6;
 }
 
 std::vector<std::string> inFolder(const std::string& folder, const std::vector<std::string>& names) {
@@ -141,7 +142,7 @@ void UploadExample(benchmark::State& state) {
     std::vector<std::string> names(transferredDeviceFiles.begin(), transferredDeviceFiles.end());
     for (const std::string& bitmap : bitmapsOfFolder(folder))
         names.push_back(bitmap);
-    uploadBesideCurl(state, inFolder(folder, names));
+    uploadBesidePlainSockets(state, inFolder(folder, names));
 }
 BENCHMARK(UploadExample)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(10);
 
@@ -151,7 +152,7 @@ void Upload500Bitmaps(benchmark::State& state) {
     constexpr std::size_t bitmapSize = 4096;
     for (int number = 0; number < bitmaps; ++number)
         testing::writeBytes(folder.file("b" + std::to_string(number) + ".bmp"), std::string(bitmapSize, 'x'));
-    uploadBesideCurl(state, inFolder(folder.path(), bitmapsOfFolder(folder.path())));
+    uploadBesidePlainSockets(state, inFolder(folder.path(), bitmapsOfFolder(folder.path())));
 }
 BENCHMARK(Upload500Bitmaps)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(5);
 

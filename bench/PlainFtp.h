@@ -1,0 +1,107 @@
+#pragma once
+
+#include "link/ftp/FtpTransferControl.h"
+
+#include <arpa/inet.h>
+#include <netinet/tcp.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <array>
+#include <cstdint>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+namespace orvista::bench {
+
+/// A connected socket of 127.0.0.1, closed with the object.
+class PlainSocket {
+public:
+    explicit PlainSocket(std::uint16_t port) : socket_(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
+        sockaddr_in address{};
+        address.sin_family = AF_INET;
+        address.sin_port = htons(port);
+        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        const int atOnce = 1;
+        setsockopt(socket_, IPPROTO_TCP, TCP_NODELAY, &atOnce, sizeof atOnce);
+        if (connect(socket_, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0)
+            throw std::runtime_error("no connection");
+    }
+    ~PlainSocket() { ::close(socket_); }
+    PlainSocket(const PlainSocket&) = delete;
+    PlainSocket& operator=(const PlainSocket&) = delete;
+
+    void sendAll(std::string_view bytes) const {
+        while (!bytes.empty()) {
+            const ssize_t sent = ::send(socket_, bytes.data(), bytes.size(), MSG_NOSIGNAL);
+            if (sent <= 0)
+                throw std::runtime_error("not sent");
+            bytes.remove_prefix(static_cast<std::size_t>(sent));
+        }
+    }
+    std::string receive() const {
+        std::array<char, 4096> bytes{};
+        const ssize_t size = ::recv(socket_, bytes.data(), bytes.size(), 0);
+        if (size <= 0)
+            throw std::runtime_error("nothing came");
+        return {bytes.data(), static_cast<std::size_t>(size)};
+    }
+
+private:
+    int socket_;
+};
+
+/// The editor's dialogue with the device over plain blocking sockets: the least that an upload can take.
+class PlainFtp {
+public:
+    explicit PlainFtp(std::uint16_t port) : control_(port) {
+        reply();
+        say("USER " + std::string(ftpUser));
+        say("PASS " + std::string(ftpPassword));
+        say("PWD");
+        say(std::string(uploadBeginsCommand));
+    }
+    void store(const std::string& name, std::string_view bytes) {
+        const std::string opened = say("EPSV");
+        const auto port = opened.find("|||");
+        {
+            const PlainSocket data(static_cast<std::uint16_t>(std::stoi(opened.substr(port + 3))));
+            if (!typed_)
+                say("TYPE I");
+            typed_ = true;
+            say("STOR " + name);
+            data.sendAll(bytes);
+        }
+        if (!reply().starts_with("226"))
+            throw std::runtime_error("not stored");
+    }
+    void finish() {
+        say(std::string(uploadEndsCommand));
+        say("QUIT");
+    }
+
+private:
+    std::string say(const std::string& line) {
+        control_.sendAll(line + "\r\n");
+        return reply();
+    }
+    /// The last line of the next reply.
+    std::string reply() {
+        for (;;) {
+            for (auto end = received_.find("\r\n"); end != std::string::npos; end = received_.find("\r\n")) {
+                std::string line = received_.substr(0, end);
+                received_.erase(0, end + 2);
+                if (line.size() > 3 && line[3] == ' ')
+                    return line;
+            }
+            received_ += control_.receive();
+        }
+    }
+
+    PlainSocket control_;
+    std::string received_;
+    bool typed_ = false;
+};
+
+} // namespace orvista::bench
