@@ -1,3 +1,5 @@
+#include "check/ProjectCheck.h"
+#include "display/FolderBitmaps.h"
 #include "model/ProjectFile.h"
 #include "tests/support/ScriptedPeople.h"
 #include "tests/support/TemporaryFolder.h"
@@ -74,6 +76,12 @@ TEST_F(ExampleProject, HoldsADozenMessagesAndAFewForEmergencies) {
     const auto isUsed = [](const std::string& text) { return text != "CLEAR\r\n"; };
     EXPECT_EQ(std::ranges::count_if(project_.STDMSG, isUsed), 13);
     EXPECT_EQ(std::ranges::count_if(project_.ALTMSG, isUsed), 5);
+}
+
+TEST_F(ExampleProject, HasNothingForTheCheckToFind) {
+    const Findings findings = checkProject(project_, FolderBitmaps(folder_.path()), 128, Notes::Included);
+    for (const Finding& finding : findings.list)
+        ADD_FAILURE() << finding.item << ":" << finding.line << " " << finding.text;
 }
 
 TEST_F(ExampleProject, ShipsTheBitmapsItsMessagesName) {
