@@ -15,10 +15,12 @@
 namespace orvista::bench {
 namespace {
 
+using DocMgrModule::Durability;
+
 constexpr const char* projectName = "PLANT";
 constexpr std::size_t megabyte = 1024 * 1024;
 
-void writeWhole(const std::string& path, std::string_view bytes) {
+void writeWhole(const std::string& path, std::string_view bytes, Durability durability) {
     const int file = ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
     while (!bytes.empty()) {
         const ssize_t written = ::write(file, bytes.data(), bytes.size());
@@ -26,6 +28,8 @@ void writeWhole(const std::string& path, std::string_view bytes) {
             throw std::runtime_error("write failed");
         bytes.remove_prefix(static_cast<std::size_t>(written));
     }
+    if (durability == Durability::OnDisk && ::fsync(file) != 0)
+        throw std::runtime_error("fsync failed");
     ::close(file);
 }
 
@@ -66,7 +70,7 @@ public:
 
     void writeEveryFile() const {
         for (const auto& [path, bytes] : files_)
-            writeWhole(path, bytes);
+            writeWhole(path, bytes, Durability::OnDisk);
     }
 
     /// What opening moves: the project file in, the five device files out, four of them in again.
@@ -74,7 +78,7 @@ public:
         readWhole(folder_.file("PLANT.orx"), files_.at(folder_.file("PLANT.orx")));
         for (const DeviceFile* const file : deviceFiles)
             writeWhole(folder_.file(std::string(file->name)),
-                       files_.at(folder_.file(std::string(file->name))));
+                       files_.at(folder_.file(std::string(file->name))), Durability::Cached);
         for (const DeviceFile* const file : deviceFiles)
             if (file->Read != nullptr)
                 readWhole(folder_.file(std::string(file->name)),

@@ -47,7 +47,7 @@ void takeAddressLine(std::string_view line, Project& project) {
 /// ENDMSG: what follows it is appended, and another ENDMSG stores the longer text in the next row.
 void readMessages(ByteSource& source, std::span<std::string> table) {
     LineReader lines(source);
-    std::string line;
+    std::string_view line;
     std::string name;
     std::string text;
     for (std::size_t count = 0; count < table.size() && lines.next(line);) {
@@ -174,7 +174,7 @@ void readFile(const std::string& path, Project& project, const DocMgrModule::Fil
 void readModbusAdr(ByteSource& source, Project& project) {
     project.ResetAddressMap();
     LineReader lines(source);
-    for (std::string line; lines.next(line);)
+    for (std::string_view line; lines.next(line);)
         takeAddressLine(trimBlanks(line), project);
 }
 
@@ -182,7 +182,7 @@ void readIlmVar(ByteSource& source, Project& project) {
     project.ResetVariables();
     LineReader lines(source);
     PendingVariable pending;
-    for (std::string line; lines.next(line);)
+    for (std::string_view line; lines.next(line);)
         pending.take(trimBlanks(line), project);
 }
 

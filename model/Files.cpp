@@ -132,12 +132,18 @@ std::size_t MemorySource::read(char* buffer, std::size_t size) {
     return count;
 }
 
-LineReader::LineReader(ByteSource& source) : source_(source), buffer_(bufferSize) {}
+LineReader::LineReader(ByteSource& source) : source_(source) {
+    const std::string_view whole = source.takeWhole();
+    if (whole.empty())
+        buffer_.resize(bufferSize);
+    bytes_ = whole.empty() ? buffer_.data() : whole.data();
+    size_ = whole.size();
+}
 
 bool LineReader::fill() {
     if (atStart_)
         skipByteOrderMark();
-    if (position_ == size_) {
+    if (position_ == size_ && !buffer_.empty()) {
         position_ = 0;
         size_ = source_.read(buffer_.data(), buffer_.size());
         carriageReturn_.reset();
@@ -151,7 +157,7 @@ std::size_t LineReader::endOfLine() {
     // lines in one way only is not searched for the other end line by line.
     const auto next = [this](char end, std::optional<std::size_t>& known) {
         if (!known || *known < position_)
-            known = std::min(std::string_view(buffer_.data(), size_).find(end, position_), size_);
+            known = std::min(std::string_view(bytes_, size_).find(end, position_), size_);
         return *known;
     };
     return std::min(next('\r', carriageReturn_), next('\n', lineFeed_));
@@ -160,34 +166,44 @@ std::size_t LineReader::endOfLine() {
 void LineReader::skipByteOrderMark() {
     atStart_ = false;
     // A source may hand out its first bytes one by one.
-    while (size_ < utf8ByteOrderMark.size()) {
+    while (size_ < utf8ByteOrderMark.size() && !buffer_.empty()) {
         const std::size_t more = source_.read(buffer_.data() + size_, buffer_.size() - size_);
         if (more == 0)
             break;
         size_ += more;
     }
-    if (std::string_view(buffer_.data(), size_).starts_with(utf8ByteOrderMark))
+    if (std::string_view(bytes_, size_).starts_with(utf8ByteOrderMark))
         position_ = utf8ByteOrderMark.size();
 }
 
 bool LineReader::next(std::string& line) {
-    line.clear();
+    std::string_view view;
+    const bool found = next(view);
+    line = view;
+    return found;
+}
+
+bool LineReader::next(std::string_view& line) {
+    joined_.clear();
+    line = {};
     bool found = false;
     while (fill()) {
         if (lastWasCarriageReturn_) {
             lastWasCarriageReturn_ = false;
-            if (buffer_[position_] == '\n') {
+            if (bytes_[position_] == '\n') {
                 ++position_;
                 continue;
             }
         }
         found = true;
         const std::size_t end = endOfLine();
-        line.append(buffer_.data() + position_, end - position_);
+        line = {bytes_ + position_, end - position_};
         position_ = end;
+        if (end == size_ || !joined_.empty())
+            line = joined_.append(line);
         if (end == size_)
             continue;
-        lastWasCarriageReturn_ = buffer_[end] == '\r';
+        lastWasCarriageReturn_ = bytes_[end] == '\r';
         ++position_;
         return true;
     }

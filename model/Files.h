@@ -11,6 +11,7 @@
 #include <string>
 #include <string_view>
 #include <system_error>
+#include <utility>
 #include <vector>
 
 /// Files as byte sources and sinks. Readers and writers work on the interfaces; tests give them memory.
@@ -40,6 +41,9 @@ public:
     /// Up to `size` bytes into `buffer`; 0 at the end.
     /// \throws ReadFailure
     virtual std::size_t read(char* buffer, std::size_t size) = 0;
+    /// Everything that is left, when it is in memory anyway: it counts as read, and stays there as long as
+    /// the source's own bytes. Otherwise nothing.
+    virtual std::string_view takeWhole() { return {}; }
 };
 
 class ByteSink {
@@ -94,6 +98,7 @@ class MemorySource final : public ByteSource {
 public:
     explicit MemorySource(std::string_view bytes) : rest_(bytes) {}
     std::size_t read(char* buffer, std::size_t size) override;
+    std::string_view takeWhole() override { return std::exchange(rest_, {}); }
 
 private:
     std::string_view rest_;
@@ -119,6 +124,8 @@ public:
     /// False at the end of the source. `line` has no line end.
     /// \throws ReadFailure
     bool next(std::string& line);
+    /// The same without a copy of its own: `line` holds until the next call.
+    bool next(std::string_view& line);
 
 private:
     bool fill();
@@ -127,7 +134,9 @@ private:
     std::size_t endOfLine();
 
     ByteSource& source_;
-    std::vector<char> buffer_;
+    std::vector<char> buffer_;    ///< empty when the source is in memory
+    const char* bytes_ = nullptr; ///< the buffer's, or the source's own
+    std::string joined_;          ///< a line that did not fit into the buffer at once
     std::size_t position_ = 0;
     std::size_t size_ = 0;
     std::optional<std::size_t> carriageReturn_;

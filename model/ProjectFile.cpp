@@ -67,8 +67,11 @@ bool showFailure(const std::string& failure, const FileContext& context) {
 std::string readSections(const std::string& path, const PathRules& paths,
                          std::vector<ProjectFileSection>& sections) {
     try {
-        FileSource source(projectFileOnDisk(paths, path));
-        takeApart(source, sections);
+        const std::string file = projectFileOnDisk(paths, path);
+        FileSource source(file);
+        std::error_code unknown;
+        const auto size = std::filesystem::file_size(systemPath(file), unknown);
+        takeApart(source, sections, unknown ? 0 : static_cast<std::size_t>(size));
         return {};
     } catch (const OpenFailure&) {
         return "Unable to open " + path;

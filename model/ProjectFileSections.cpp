@@ -58,11 +58,12 @@ bool isSectionHeader(std::string_view line) {
     return isSettingsHeader(line) || fileOfHeader(line) != nullptr;
 }
 
-void takeApart(ByteSource& source, std::vector<ProjectFileSection>& sections) {
+void takeApart(ByteSource& source, std::vector<ProjectFileSection>& sections, std::size_t size) {
+    constexpr std::size_t large = std::size_t{1} << 20;
     sections.emplace_back();
     bool inSettings = false;
     LineReader lines(source);
-    for (std::string line; lines.next(line);) {
+    for (std::string_view line; lines.next(line);) {
         const std::string_view text = trimBlanks(line);
         if (isSettingsHeader(text)) {
             inSettings = true;
@@ -72,7 +73,10 @@ void takeApart(ByteSource& source, std::vector<ProjectFileSection>& sections) {
         } else if (inSettings) {
             takeSettingLine(text, sections.back());
         } else if (!text.empty() && sections.back().file != nullptr) {
-            sections.back().lines.append(text).append(lineEnd);
+            std::string& copied = sections.back().lines;
+            if (copied.size() > large && copied.capacity() < size)
+                copied.reserve(size);
+            copied.append(text).append(lineEnd);
         }
     }
 }

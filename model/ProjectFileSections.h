@@ -27,8 +27,9 @@ bool isSectionHeader(std::string_view line);
 
 /// Takes a project file apart, in the order in which its sections stand; one of the same name counts anew.
 /// \param sections gets what was read before a failure, too
+/// \param size of the source in bytes where it is known: saves moving large sections while they grow
 /// \throws ReadFailure
-void takeApart(ByteSource& source, std::vector<ProjectFileSection>& sections);
+void takeApart(ByteSource& source, std::vector<ProjectFileSection>& sections, std::size_t size = 0);
 
 /// Sets the system settings that the section holds.
 void takeSettings(const ProjectFileSection& section, Project& project);

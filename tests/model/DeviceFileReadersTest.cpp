@@ -266,5 +266,35 @@ TEST(Readers, KeepTheRowsReadBeforeAFailure) {
     EXPECT_EQ(project.AnalogInput, 7);
 }
 
+TEST(ReadIlmVar, TheFirstRowBehindATableChangesNothing) {
+    const Project defaults;
+    const Project behindFloats = withVariables("DEFVAR v\ntype float\naddress 228\ndefault 9\nENDVAR\n");
+    EXPECT_EQ(behindFloats.RegVar, defaults.RegVar);
+    const Project behindCoils = withVariables("DEFVAR v\ntype bit\naddress 132\ndefault 1\nENDVAR\n");
+    EXPECT_EQ(behindCoils.CoilVar, defaults.CoilVar);
+    EXPECT_EQ(withVariables("DEFVAR v\ntype float\naddress 226\ndefault 9\nENDVAR\n").RegVar[63].defaultValue,
+              "9");
+    EXPECT_EQ(withVariables("DEFVAR v\ntype bit\naddress 131\ndefault 1\nENDVAR\n").CoilVar[31].defaultValue,
+              "1");
+}
+
+TEST(ReadIlmVar, ASecondEndOfABlockStoresNothing) {
+    const Project project = withVariables("DEFVAR v\ntype float\naddress 100\ndefault 1\nENDVAR\n"
+                                          "address 102\ndefault 2\nENDVAR\n");
+    EXPECT_EQ(project.RegVar[0].defaultValue, "1");
+    EXPECT_EQ(project.RegVar[1].defaultValue, "0.0");
+}
+
+TEST(ReadMessages, AMessageNameMayHaveOneCharacter) {
+    EXPECT_EQ(withMessages("DEFMSG x\nCLEAR\nENDMSG\n").STDMSG[0], "CLEAR\r\n");
+    EXPECT_EQ(withMessages("DEFMSGx\nignored\nENDMSG\n").STDMSG[0], "CLEAR") << "a skipped one is none";
+}
+
+TEST(ReadMessages, LinesThatCrossTheReadersBufferAreWhole) {
+    const std::string line(40'000, 'x');
+    const Project project = withMessages("DEFMSG a\n" + line + "\r\n" + line + "\r" + line + "\nENDMSG\n");
+    EXPECT_EQ(project.STDMSG[0], line + "\r\n" + line + "\r\n" + line + "\r\n");
+}
+
 } // namespace
 } // namespace orvista::ConfigModule
