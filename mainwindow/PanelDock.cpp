@@ -6,7 +6,9 @@
 #include <QLabel>
 #include <QMainWindow>
 #include <QShortcut>
+#include <QStyle>
 #include <QTabWidget>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 namespace orvista {
@@ -30,6 +32,9 @@ PanelDock::PanelDock(QMainWindow& window) : QDockWidget(tr("Panels")), window_(w
 void PanelDock::build() {
     tabs_ = named<QTabWidget>(QStringLiteral("tabPanels"));
     tabs_->setDocumentMode(true);
+    tabs_->setEnabled(panelsEnabled_);
+    tabs_->setCornerWidget(closeButton());
+    setTitleBarWidget(new QWidget); // the tab says what is shown
     notice_ = named<QLabel>(QStringLiteral("lblNotice"));
     notice_->setTextFormat(Qt::PlainText);
     notice_->setWordWrap(true);
@@ -49,6 +54,16 @@ void PanelDock::build() {
             [this](int tab) { setWindowTitle(tabs_->tabText(tab)); });
 }
 
+QWidget* PanelDock::closeButton() {
+    auto* const button = named<QToolButton>(QStringLiteral("btnClosePanels"));
+    button->setIcon(style()->standardIcon(QStyle::SP_TitleBarCloseButton));
+    button->setAutoRaise(true);
+    button->setToolTip(tr("Hide the panels"));
+    button->setAccessibleName(tr("Hide the panels"));
+    connect(button, &QToolButton::clicked, this, &PanelDock::hide);
+    return button;
+}
+
 void PanelDock::open(const char* name) {
     if (!tabs_)
         build();
@@ -60,6 +75,19 @@ void PanelDock::open(const char* name) {
         tabs_->setCurrentWidget(panel.widget);
     }
     show();
+}
+
+void PanelDock::open() {
+    if (tabs_)
+        show();
+    else
+        open(panels_.front().name);
+}
+
+void PanelDock::setPanelsEnabled(bool enabled) {
+    panelsEnabled_ = enabled;
+    if (tabs_)
+        tabs_->setEnabled(enabled);
 }
 
 void PanelDock::insertTab(Panel& panel) {

@@ -31,6 +31,10 @@ public:
 
     /// Shows the dock with that panel's tab in front. The focus stays where it is.
     void open(const char* name);
+    /// Shows the dock as it was, or with its first panel.
+    void open();
+    /// The panels work on the project; the dock can be hidden without one, too.
+    void setPanelsEnabled(bool enabled);
 
     /// Says something in the line below the tabs; an empty text takes the line away.
     void showNotice(const QString& text);
@@ -45,6 +49,7 @@ protected:
 
 private:
     void build();
+    QWidget* closeButton();
     void insertTab(Panel& panel);
     void takeOpeningHeight();
     void rememberFocus(QWidget* before, QWidget* now);
@@ -54,6 +59,7 @@ private:
     std::vector<Panel> panels_;
     QTabWidget* tabs_ = nullptr;
     QLabel* notice_ = nullptr;
+    bool panelsEnabled_ = true;
     QPointer<QWidget> focusOfPage_;
 };
 

@@ -1,5 +1,6 @@
 #include "mainwindow/ProjectTools.h"
 
+#include "check/forms/FindingsPanel.h"
 #include "mainwindow/Commands.h"
 #include "mainwindow/MessageListPage.h"
 #include "mainwindow/ModbusSettingPage.h"
@@ -11,10 +12,20 @@
 #include <QAction>
 #include <QMainWindow>
 
+#include <type_traits>
+
 namespace orvista {
 
-ProjectTools::ProjectTools(Commands& commands, const Pages& pages, QMainWindow& window)
+namespace {
+
+constexpr const char* findingsPanel = "findings";
+
+} // namespace
+
+ProjectTools::ProjectTools(const Project& project, Commands& commands, const Pages& pages,
+                           QMainWindow& window)
     : QObject(&window),
+      project_(project),
       commands_(commands),
       dock_(new PanelDock(window)),
       navigator_(new Navigator(
@@ -24,18 +35,78 @@ ProjectTools::ProjectTools(Commands& commands, const Pages& pages, QMainWindow& 
            {&floatVariables, "miVarLst", &pages.variables},
            {&booleanVariables, "miVarLst", &pages.variables},
            {nullptr, "miOptionModbusSetting", &pages.addresses}},
-          [this](const QString& text) { dock_->showNotice(text); }, this)) {}
+          [this](const QString& text) { dock_->showNotice(text); }, this)) {
+    addPanels();
+    connectPages(pages);
+    commands.observe(EnablingRules::projectWork, [this](bool enabled) { dock_->setPanelsEnabled(enabled); });
+    connect(dock_, &PanelDock::shownChanged, this,
+            [this](bool shown) { commands_.action("miViewPanels").setChecked(shown); });
+}
+
+void ProjectTools::addPanels() {
+    dock_->addPanel({findingsPanel, tr("Findings"), [this] {
+                         findings_ =
+                             new FindingsPanel(project_, [this] { return navigator_->notAppliedItems(); });
+                         connect(findings_, &FindingsPanel::placeChosen, navigator_, &Navigator::goTo);
+                         connect(findings_, &FindingsPanel::rowLeft, navigator_, &Navigator::forget);
+                         return findings_;
+                     }});
+}
+
+void ProjectTools::connectPages(const Pages& pages) {
+    const auto follow = [this](auto* page) {
+        using Page = std::remove_pointer_t<decltype(page)>;
+        connect(page, &Page::notAppliedChanged, this, [this] {
+            if (findings_)
+                findings_->markNotApplied();
+        });
+    };
+    follow(&pages.messages);
+    follow(&pages.variables);
+    follow(&pages.addresses);
+}
+
+void ProjectTools::projectChanged() {
+    if (findings_)
+        findings_->checkSoon();
+}
 
 MenuRow ProjectTools::editMenu() {
     return {.name = "mnuEdit", .caption = tr("&Edit"), .commands = {}, .restUnderDialogs = true};
 }
 
 MenuRow ProjectTools::viewMenu() {
-    return {.name = "mnuView", .caption = tr("&View"), .commands = {}, .restUnderDialogs = true};
+    return {.name = "mnuView",
+            .caption = tr("&View"),
+            .commands = {{"miViewPanels",
+                          tr("&Panels"),
+                          {},
+                          tr("Show or hide the tables below the pages"),
+                          EnablingRules::always,
+                          [this] { miViewPanels_Click(); },
+                          true}},
+            .restUnderDialogs = true};
 }
 
 MenuRow ProjectTools::toolsMenu() {
-    return {.name = "mnuTools", .caption = tr("&Tools"), .commands = {}, .restUnderDialogs = true};
+    return {.name = "mnuTools",
+            .caption = tr("&Tools"),
+            .commands = {{"miToolsCheck", tr("&Check Project"), Qt::Key_F8,
+                          tr("List what will go wrong on the display"), EnablingRules::projectWork,
+                          [this] { miToolsCheck_Click(); }}},
+            .restUnderDialogs = true};
+}
+
+void ProjectTools::miViewPanels_Click() {
+    if (dock_->isVisible())
+        dock_->hide();
+    else
+        dock_->open();
+}
+
+void ProjectTools::miToolsCheck_Click() {
+    dock_->open(findingsPanel);
+    findings_->check();
 }
 
 } // namespace orvista

@@ -1,16 +1,19 @@
 #pragma once
 
 #include <QObject>
+#include <QPointer>
 
 class QMainWindow;
 
 namespace orvista {
 
 class Commands;
+class FindingsPanel;
 class MessageListPage;
 class ModbusSettingPage;
 class Navigator;
 class PanelDock;
+struct Project;
 class VariableListPage;
 struct MenuRow;
 
@@ -24,16 +27,26 @@ public:
         VariableListPage& variables;
         ModbusSettingPage& addresses;
     };
-    ProjectTools(Commands& commands, const Pages& pages, QMainWindow& window);
+    ProjectTools(const Project& project, Commands& commands, const Pages& pages, QMainWindow& window);
 
     MenuRow editMenu();
     MenuRow viewMenu();
     MenuRow toolsMenu();
 
+    /// The project in memory is another, or may be.
+    void projectChanged();
+
 private:
+    void addPanels();
+    void connectPages(const Pages& pages);
+    void miViewPanels_Click();
+    void miToolsCheck_Click();
+
+    const Project& project_;
     Commands& commands_;
     PanelDock* dock_;
     Navigator* navigator_;
+    QPointer<FindingsPanel> findings_; ///< null until it is opened
 };
 
 } // namespace orvista

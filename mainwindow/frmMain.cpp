@@ -177,7 +177,7 @@ std::function<void()> frmMain::handler(void (frmMain::*click)()) {
 }
 
 void frmMain::buildCommands() {
-    tools_ = new ProjectTools(*commands_, {*messagePage_, *variablePage_, *modbusPage_}, *this);
+    tools_ = new ProjectTools(project_, *commands_, {*messagePage_, *variablePage_, *modbusPage_}, *this);
     commands_->addMenus(*menuBar(), menuRows());
     for (QWidget* const control : {static_cast<QWidget*>(tabDetails), static_cast<QWidget*>(trvSystem)})
         commands_->observe(EnablingRules::projectWork,
@@ -256,6 +256,7 @@ void frmMain::RefreshViews() {
     modbusPage_->fillTestPage();
     messagePage_->refresh();
     variablePage_->refresh();
+    tools_->projectChanged();
 }
 
 void frmMain::showCaption(const std::string& caption) {
@@ -265,6 +266,7 @@ void frmMain::showCaption(const std::string& caption) {
 
 void frmMain::follow(ProjectTransition transition) {
     commands_->follow(transition);
+    tools_->projectChanged();
 }
 
 void frmMain::showProjectName(const std::string& name) {

@@ -74,11 +74,10 @@ RowsTable::RowsTable(const QStringList& heads, QWidget* parent)
     setEditTriggers(NoEditTriggers);
     setTabKeyNavigation(false);
     setShowGrid(false);
-    setWordWrap(false);
+    setWordWrap(true);
     setContextMenuPolicy(Qt::PreventContextMenu);
     verticalHeader()->hide();
-    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    verticalHeader()->setDefaultSectionSize(fontMetrics().height() * 3 / 2);
+    verticalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     horizontalHeader()->setStretchLastSection(true);
     horizontalHeader()->setHighlightSections(false);
     // In the order of the rows until the user sorts them.

@@ -7,6 +7,7 @@
 #include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QTabWidget>
+#include <QToolButton>
 
 using namespace orvista;
 using namespace orvista::testing;
@@ -117,7 +118,8 @@ void PanelDockTest::hidingReturnsTheFocusToThePage() {
     box->setFocus();
     editor.dock->open("first");
     editor.find<QLineEdit>("first")->setFocus();
-    editor.dock->hide();
+    QTest::mouseClick(editor.find<QToolButton>("btnClosePanels"), Qt::LeftButton);
+    QVERIFY(!editor.dock->isVisible());
     QVERIFY(box->hasFocus());
 }
 

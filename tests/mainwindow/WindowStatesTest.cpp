@@ -1,5 +1,6 @@
 #include "tests/support/EditorFixture.h"
 
+#include <QMenu>
 #include <QWindow>
 
 using namespace orvista;
@@ -27,6 +28,12 @@ QString enabledCommands(const EditorFixture& editor) {
     note(editor.find<QWidget>("trvSystem")->isEnabled() != pages, "tree-differs");
     for (const char* name : projectCommands)
         note(editor.enabled(name) != pages, name);
+    for (const char* menu : {"mnuEdit", "mnuTools"}) {
+        for (const QAction* entry : editor.find<QMenu>(menu)->actions())
+            note(!entry->isSeparator() && entry->isEnabled() != pages, "an-entry-differs-from-the-pages");
+    }
+    for (const QAction* entry : editor.find<QMenu>("mnuView")->actions())
+        note(!entry->isEnabled(), "a-view-is-disabled");
     for (const char* name : {"miFileNew", "miFileOpen", "miFileExit", "miLinkDownload", "miHelpContext",
                              "miHelpAbout", "NEW", "OPEN", "DOWNLOAD"})
         note(!editor.enabled(name), "always-enabled-is-disabled");

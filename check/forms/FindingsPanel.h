@@ -1,0 +1,72 @@
+#pragma once
+
+#include "check/ProjectCheck.h"
+#include "display/FolderBitmaps.h"
+#include "model/ItemPlace.h"
+
+#include <QWidget>
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+class QCheckBox;
+class QLabel;
+class QLineEdit;
+class QTimer;
+
+namespace orvista {
+
+class RowsTable;
+
+/// The panel "Findings": what the check finds in the project in memory. While it is on the screen it follows
+/// the project's changes.
+class FindingsPanel final : public QWidget {
+    Q_OBJECT
+public:
+    /// \param notAppliedItems the names of the items that are shown with an edit that is not applied
+    FindingsPanel(const Project& project, std::function<std::vector<std::string>()> notAppliedItems);
+
+    /// Of the display, 1 to PanelSize::maximumColumns.
+    void setColumns(int columns);
+    /// Checks at once.
+    void check();
+    /// Checks a moment after the last call, while the panel is on the screen and no modal dialog is open.
+    void checkSoon();
+    /// Marks the rows of items that are not applied.
+    void markNotApplied();
+
+signals:
+    /// A row was chosen by Enter or a double click.
+    void placeChosen(const orvista::ItemPlace& place);
+    /// The user left the chosen row.
+    void rowLeft();
+
+protected:
+    void showEvent(QShowEvent* event) override;
+
+private:
+    void buildLayout();
+    void checkIfSeen();
+    void showSummary();
+    const BitmapProvider& bitmaps();
+    void leadToFinding(int row);
+
+    const Project& project_;
+    std::function<std::vector<std::string>()> notAppliedItems_;
+    int columns_;
+    ProjectCheck check_;
+    Findings findings_;
+    std::string bitmapFolder_;
+    std::optional<FolderBitmaps> bitmaps_;
+    QTimer* delay_;
+
+    QLineEdit* txtFindingsFilter;
+    QCheckBox* chkFindingsNotes;
+    QLabel* lblFindings;
+    QLabel* lblFindingsColumns;
+    RowsTable* tblFindings;
+};
+
+} // namespace orvista
