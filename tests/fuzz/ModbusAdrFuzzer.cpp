@@ -1,5 +1,7 @@
 #include "tests/fuzz/ReaderRun.h"
 
+#include "model/DeviceFileWriters.h"
+
 /// What was read is written and read again without a change.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace orvista;
