@@ -2,6 +2,7 @@
 
 #include "check/ProjectCheck.h"
 #include "display/PageFit.h"
+#include "display/ScriptInterpreter.h"
 
 #include <algorithm>
 #include <tuple>
