@@ -14,6 +14,10 @@ namespace {
 
 constexpr int idleMilliseconds = 300'000;
 
+// A client that is killed in mid-file ends its data as that of a whole file ends, and its control connection
+// a moment after that.
+constexpr int partingMilliseconds = 5;
+
 constexpr const char* adminUser = "admin";
 constexpr const char* anonymousUser = "anonymous";
 
@@ -321,21 +325,8 @@ void FtpSession::store(const std::string& name) {
     transferring_ = true;
     reply(150, "Send it");
     const FtpDataChannel::Course course = courseOfNextFile();
-    connect(channel_, &FtpDataChannel::finished, this, [this, name] {
-        // A client that is gone was killed in mid-file, perhaps: its data ends as that of a whole file does.
-        // Its other connection has ended, too, though nobody may have looked at that yet.
-        if (control_)
-            control_->waitForReadyRead(0);
-        if (!control_ || control_->state() != QAbstractSocket::ConnectedState)
-            return;
-        const QByteArray bytes = channel_->collected();
-        if (folder_.store(name, {bytes.constData(), static_cast<std::size_t>(bytes.size())})) {
-            log({}, tr("Stored %1, %2 bytes").arg(shown(name)).arg(bytes.size()));
-            endTransfer(226, "Stored");
-        } else {
-            endTransfer(552, "The file could not be stored");
-        }
-    });
+    connect(channel_, &FtpDataChannel::finished, this,
+            [this, name] { QTimer::singleShot(partingMilliseconds, this, [this, name] { keep(name); }); });
     connect(channel_, &FtpDataChannel::failed, this, [this] { endTransfer(426, "Transfer broken off"); });
     connect(channel_, &FtpDataChannel::dropped, this, [this, course] {
         stalled_ = true;
@@ -343,6 +334,20 @@ void FtpSession::store(const std::string& name) {
             drop();
     });
     channel_->collect(static_cast<qsizetype>(largestDeviceFile), course);
+}
+
+void FtpSession::keep(const std::string& name) {
+    if (control_)
+        control_->waitForReadyRead(0);
+    if (!channel_ || !control_ || control_->state() != QAbstractSocket::ConnectedState)
+        return;
+    const QByteArray bytes = channel_->collected();
+    if (folder_.store(name, {bytes.constData(), static_cast<std::size_t>(bytes.size())})) {
+        log({}, tr("Stored %1, %2 bytes").arg(shown(name)).arg(bytes.size()));
+        endTransfer(226, "Stored");
+    } else {
+        endTransfer(552, "The file could not be stored");
+    }
 }
 
 void FtpSession::endTransfer(int code, const char* text) {

@@ -74,6 +74,8 @@ private:
     void sendListing(const std::string& argument, std::string (*line)(const ListedFile&));
     void send(const QByteArray& bytes, FtpDataChannel::Course course);
     void store(const std::string& name);
+    /// Stores what came, unless the client is gone.
+    void keep(const std::string& name);
     /// The way the next file goes, after the fault that is asked for.
     FtpDataChannel::Course courseOfNextFile();
     bool refusesNextFile() const;
