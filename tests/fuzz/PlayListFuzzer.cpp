@@ -8,7 +8,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     testing::require(list.messages.size() <= 1000);
     for (const std::size_t message : list.messages)
         testing::require(message < regularMessageCount);
-    for (const ScriptRemark& remark : list.remarks)
+    for (const auto& remark : list.remarks)
         testing::require(remark.line >= 1 && remark.text.size() <= size);
     return 0;
 }
