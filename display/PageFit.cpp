@@ -173,12 +173,10 @@ bool PageFit::isSeen(const DotBox& lit, std::size_t element, Passing passing, bo
 PageFit::Unseen PageFit::unseen(std::size_t element, Passing passing) const {
     const auto ofCells = [&](const Cells& cells) {
         Unseen unseen;
-        const auto [first, end] = cells.inside(panel_);
+        const Cells::Inside inside = cells.inside(panel_);
         for (std::size_t i = 0; i < cells.count(); ++i) {
-            if (i == first && end > first)
-                i = end;
-            if (i >= cells.count())
-                break;
+            if (i >= inside.first && i < inside.end)
+                continue;
             const LitDots dots = cells.dots(i);
             if (!dots.isBlank() && !isSeen(cells.box(i, dots), element, passing, true) && unseen.count++ == 0)
                 unseen.first = i;
