@@ -1,6 +1,6 @@
 #include "exchange/PageContent.h"
 
-#include "display/LiveField.h"
+#include "display/PageLayout.h"
 #include "model/Numbers.h"
 #include "script/PlaceholderScan.h"
 
@@ -31,26 +31,12 @@ std::size_t blanksFrom(std::string_view text, std::size_t column, std::size_t mo
 
 } // namespace
 
-std::size_t shownWidth(const FieldElement& field, const FieldFormats& formats) {
-    switch (field.value) {
-    case LiveValue::Float:
-        return static_cast<std::size_t>(formats.floats[field.index].width);
-    case LiveValue::Boolean:
-        return booleanFieldText(false, formats.booleans[field.index]).size();
-    case LiveValue::Time:
-        return timeFieldText({}).size();
-    case LiveValue::Date:
-        return dateFieldText({}).size();
-    }
-    return 0;
-}
-
 std::string contentText(const ScriptPage& page, const TextElement& text, const FieldFormats& formats) {
     std::map<std::size_t, std::size_t> shownWidths; // by column
     for (const ScriptElement& element : page.elements)
         if (const auto* field = std::get_if<FieldElement>(&element))
             if (const auto column = columnIn(text, *field))
-                shownWidths.try_emplace(*column, shownWidth(*field, formats));
+                shownWidths.try_emplace(*column, static_cast<std::size_t>(shownWidth(*field, formats)));
 
     std::string content;
     std::size_t taken = 0;

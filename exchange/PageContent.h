@@ -9,9 +9,6 @@
 /// A page's text as the message wizard takes it, its fields written as placeholders.
 namespace orvista {
 
-/// How many characters a field shows, whatever its value.
-std::size_t shownWidth(const FieldElement& field, const FieldFormats& formats);
-
 /// The text with "%5v" for each field of the page that stands in it: same font, same row, at a whole column.
 /// A field is as wide as the blanks from its column on, up to the next field, but no wider than it is shown,
 /// and at least 1; the blanks left over stay. A field after the text's end is reached by blanks. \returns
