@@ -20,12 +20,14 @@ bool isInked(const TextElement& text) {
 /// Whether a character at a place has a lit dot within a rectangle.
 bool hasDotWithin(const Glyph& picture, LedFont font, std::int64_t left, std::int64_t top,
                   const DotBox& box) {
-    for (std::int64_t row = std::max<std::int64_t>(0, box.top - top);
-         row < std::min<std::int64_t>(cellHeight(font), box.bottom - top); ++row)
-        for (std::int64_t column = std::max<std::int64_t>(0, box.left - left);
-             column < std::min<std::int64_t>(cellWidth(font), box.right - left); ++column)
-            if ((picture.rows[static_cast<std::size_t>(row)] & 0x80 >> column) != 0)
-                return true;
+    const auto firstColumn = std::max<std::int64_t>(0, box.left - left);
+    const auto endColumn = std::min<std::int64_t>(cellWidth(font), box.right - left);
+    const auto firstRow = std::max<std::int64_t>(0, box.top - top);
+    const auto endRow = std::min<std::int64_t>(cellHeight(font), box.bottom - top);
+    const unsigned columns = 0xFFU >> firstColumn & ~(0xFFU >> endColumn);
+    for (std::int64_t row = firstRow; row < endRow; ++row)
+        if ((picture.rows[static_cast<std::size_t>(row)] & columns) != 0)
+            return true;
     return false;
 }
 
