@@ -33,8 +33,8 @@ std::string pages(std::size_t length) {
 
 std::string fieldsOverTexts(std::size_t length) {
     std::string all = "CLEAR\r\n" +
-                      repeated("TEXT 0 0 RED BLACK \"" + std::string(400, '.') + "\"\r\n", 8000) +
-                      repeated("DISPVARS 0 0 RED BLACK RegVar1\r\n", 6000);
+                      repeated("TEXT 0 0 RED BLACK \"" + std::string(200, '.') + "\"\r\n", 2500) +
+                      repeated("DISPVARS 0 0 RED BLACK RegVar1\r\n", 1400);
     return repeated(all, length);
 }
 
@@ -44,14 +44,14 @@ std::string fieldsOnFields(std::size_t length) {
 
 std::string fieldsApart(std::size_t length) {
     std::string all = "CLEAR\r\n";
-    for (int i = 0; i < 250; ++i)
+    for (int i = 0; i < 150; ++i)
         all += "TIMES " + std::to_string(i * 60) + " 5 RED BLACK \r\n";
     return repeated(all, length);
 }
 
 std::string stepsWithoutEnd(std::size_t length) {
-    std::string all = "CLEAR\r\n" + repeated("TEXT 900 20 RED BLACK \"a\"\r\n", 6000);
-    for (int i = 1; i < 500; ++i)
+    std::string all = "CLEAR\r\n" + repeated("TEXT 900 20 RED BLACK \"a\"\r\n", 2000);
+    for (int i = 1; i < 100; ++i)
         all += "IN GO-RIGHT " + std::to_string(i) + " 1\r\n";
     return repeated(all, length);
 }
