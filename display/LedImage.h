@@ -18,7 +18,9 @@ struct LedImage {
     bool isStencil = false;
     int width = 0;
     int height = 0;
-    std::vector<Led> leds; ///< row by row from the top left
+    std::vector<Led> leds{}; ///< row by row from the top left
+    /// A mark for a bitmap that is not there: it takes no room, so that the page moves as it does without.
+    bool isStandIn = false;
     bool operator==(const LedImage&) const = default;
 };
 

@@ -38,8 +38,9 @@ DotBox drawnBox(const TextElement& text, const FieldFormats&) {
 }
 
 DotBox drawnBox(const ImageElement& image, const FieldFormats&) {
-    return image.image ? boxAt(image.placement, image.image->width, image.image->height)
-                       : boxAt(image.placement, 0, 0);
+    const bool takesRoom = image.image && !image.image->isStandIn;
+    return takesRoom ? boxAt(image.placement, image.image->width, image.image->height)
+                     : boxAt(image.placement, 0, 0);
 }
 
 DotBox drawnBox(const FieldElement& field, const FieldFormats& formats) {

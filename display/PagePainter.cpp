@@ -1,5 +1,7 @@
 #include "display/PagePainter.h"
 
+#include "display/PageText.h"
+
 #include <algorithm>
 #include <string>
 #include <string_view>
@@ -8,20 +10,6 @@
 namespace orvista {
 
 namespace {
-
-std::string fieldText(const FieldElement& field, const FieldFormats& formats, const DisplayValues& values) {
-    switch (field.value) {
-    case LiveValue::Float:
-        return floatFieldText(values.floats[field.index], formats.floats[field.index]);
-    case LiveValue::Boolean:
-        return booleanFieldText(values.booleans[field.index], formats.booleans[field.index]);
-    case LiveValue::Time:
-        return timeFieldText(values.clock);
-    case LiveValue::Date:
-        return dateFieldText(values.clock);
-    }
-    return {};
-}
 
 void paintCell(LedRaster& raster, int x, int y, LedFont font, unsigned char character,
                const Placement& colours) {

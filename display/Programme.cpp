@@ -79,6 +79,11 @@ std::int64_t Programme::pageDuration(std::size_t page) const {
     return duration;
 }
 
+std::int64_t Programme::pageStart(std::size_t page) const {
+    const auto first = std::ranges::lower_bound(slots_, page, {}, &Slot::page);
+    return first == slots_.begin() ? 0 : std::prev(first)->end;
+}
+
 Programme::Moment Programme::momentAt(std::int64_t t) const {
     if (pages_.empty())
         return {};

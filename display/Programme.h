@@ -45,8 +45,11 @@ public:
     /// Of one round, in milliseconds; 0 when nothing has a duration.
     std::int64_t duration() const { return duration_; }
     std::size_t pageCount() const { return pages_.size(); }
+    const std::vector<ScriptPage>& pages() const { return pages_; }
     /// Of one page, in milliseconds.
     std::int64_t pageDuration(std::size_t page) const;
+    /// When a page begins, in milliseconds after the start of a round.
+    std::int64_t pageStart(std::size_t page) const;
     const std::vector<ProgrammeRemark>& remarks() const { return remarks_; }
 
     /// A step of a page, and how long it has been going on.

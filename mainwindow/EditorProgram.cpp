@@ -1,8 +1,12 @@
 #include "mainwindow/EditorProgram.h"
 
+#include "display/forms/DisplayPreview.h"
+#include "display/forms/PreviewRow.h"
 #include "link/TransferControls.h"
+#include "mainwindow/MessageListPage.h"
 #include "mainwindow/TcpTesterPage.h"
 #include "model/Files.h"
+#include "model/Text.h"
 #include "widgets/CommandLine.h"
 #include "widgets/PathText.h"
 
@@ -11,7 +15,10 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include <cstdio>
+#include <cstdlib>
 #include <filesystem>
+#include <optional>
 
 namespace orvista {
 
@@ -28,6 +35,19 @@ void endProgram() {
 std::string absolutePath(const std::string& path) {
     std::error_code error;
     return utf8Path(std::filesystem::absolute(systemPath(path), error).lexically_normal().make_preferred());
+}
+
+/// What other programs of the system answer to a call they do not understand.
+constexpr int usageError = 2;
+
+/// The number of columns that a text names; nothing where the preview has no such panel.
+std::optional<int> columnsOf(const QString& text) {
+    if (!GenenalModule::IsAllDigits(text.toStdString()) || text.size() > 4)
+        return std::nullopt;
+    const int columns = text.toInt();
+    if (columns < PreviewRow::minimumColumns || columns > PreviewRow::maximumColumns)
+        return std::nullopt;
+    return columns;
 }
 
 } // namespace
@@ -58,7 +78,7 @@ std::string programFolder() {
     return QDir::toNativeSeparators(executable.absolutePath()).toStdString();
 }
 
-std::string projectOnCommandLine(int argumentCount, char** arguments) {
+EditorStart readCommandLine(int argumentCount, char** arguments) {
     QCoreApplication::setApplicationName(QStringLiteral("orvista-editor"));
     QCoreApplication::setApplicationVersion(QStringLiteral(ORVISTA_VERSION));
     QCommandLineParser commandLine;
@@ -67,16 +87,27 @@ std::string projectOnCommandLine(int argumentCount, char** arguments) {
     commandLine.addVersionOption();
     commandLine.addPositionalArgument(QStringLiteral("project"), QStringLiteral("Project file to open"),
                                       QStringLiteral("[project.orx]"));
+    const QCommandLineOption columns(QStringLiteral("columns"),
+                                     QStringLiteral("Dots across the previewed display, 32 to 512 (128)."),
+                                     QStringLiteral("N"), QString::number(PreviewRow::usualColumns));
+    commandLine.addOption(columns);
     processBeforeStart(commandLine, argumentCount, arguments);
+    const std::optional<int> previewColumns = columnsOf(commandLine.value(columns));
+    if (!previewColumns) {
+        std::fprintf(stderr, "orvista-editor: --columns takes a whole number from %d to %d\n",
+                     PreviewRow::minimumColumns, PreviewRow::maximumColumns);
+        std::exit(usageError);
+    }
     const QStringList files = commandLine.positionalArguments();
-    return files.isEmpty() ? std::string() : absolutePath(pathFromShown(files.front()));
+    return {files.isEmpty() ? std::string() : absolutePath(pathFromShown(files.front())), *previewColumns};
 }
 
-int runEditor(const std::string& project) {
+int runEditor(const EditorStart& start) {
     QGuiApplication::setDesktopFileName(QStringLiteral("orvista-editor"));
     EditorProgram editor(programFolder());
-    if (!project.empty())
-        editor.window().openAtStart(project);
+    if (!start.project.empty())
+        editor.window().openAtStart(start.project);
+    editor.window().messagePage().preview().setColumns(start.previewColumns);
     editor.window().show();
     return QApplication::exec();
 }

@@ -38,13 +38,17 @@ private:
 /// The folder of the running executable itself, links to it resolved; UTF-8. Needs a QApplication.
 std::string programFolder();
 
-/// The absolute path of the project file that the command line names first, UTF-8 where the path is text;
-/// empty for none. Call it before there is an application: help, the version and mistakes are answered
-/// without a display, and end the program.
-std::string projectOnCommandLine(int argumentCount, char** arguments);
+/// What the command line asks for.
+struct EditorStart {
+    std::string project; ///< absolute path, UTF-8 where the path is text; empty for none
+    int previewColumns;
+};
 
-/// Runs the editor, with a project file unless `project` is empty. Needs a QApplication. Returns the exit
-/// code.
-int runEditor(const std::string& project);
+/// Call it before there is an application: help, the version and mistakes are answered without a display,
+/// and end the program.
+EditorStart readCommandLine(int argumentCount, char** arguments);
+
+/// Runs the editor. Needs a QApplication. Returns the exit code.
+int runEditor(const EditorStart& start);
 
 } // namespace orvista

@@ -1,5 +1,6 @@
 #include "mainwindow/MessageListPage.h"
 
+#include "display/forms/DisplayPreview.h"
 #include "mainwindow/Guard.h"
 #include "mainwindow/ItemTree.h"
 #include "model/Files.h"
@@ -29,11 +30,13 @@ namespace {
 /// Up to here a script is compared at each key, in no time; longer ones when the keys have come to rest.
 constexpr int charactersComparedAtOnce = 64 * 1024;
 constexpr std::chrono::milliseconds comparisonDelay{300};
+/// Of the script, to be seen in the smallest window.
+constexpr int leastLines = 6;
 
 } // namespace
 
 MessageListPage::MessageListPage(Project& project, ModifiedMark& modifiedMark, Messages& messages,
-                                 QWidget* parent)
+                                 PreviewClock clock, QWidget* parent)
     : QWidget(parent),
       project_(project),
       modifiedMark_(modifiedMark),
@@ -44,7 +47,9 @@ MessageListPage::MessageListPage(Project& project, ModifiedMark& modifiedMark, M
       btnEditMessage(namedButton(QStringLiteral("btnEditMessage"), QStringLiteral("Message Wizard"))),
       btnMsgApply(namedButton(QStringLiteral("btnMsgApply"), QStringLiteral("Apply"))),
       lblNotApplied(new NotAppliedLabel),
-      comparison_(new QTimer(this)) {
+      comparison_(new QTimer(this)),
+      clock_(std::move(clock)),
+      preview_(new DisplayPreview(project, *txtMsg, messages, clock_)) {
     trvMsg->setAccessibleName(tr("Messages"));
     auto* splitter = new QSplitter;
     splitter->addWidget(trvMsg);
@@ -81,9 +86,21 @@ QWidget* MessageListPage::buildDetails() {
     auto* layout = new QVBoxLayout(details);
     layout->setContentsMargins(layout->spacing(), 0, 0, 0);
     layout->addLayout(nameRow);
-    layout->addWidget(txtMsg, 1);
+    layout->addWidget(buildScriptSplitter(), 1);
     layout->addLayout(buttons);
     return details;
+}
+
+QWidget* MessageListPage::buildScriptSplitter() {
+    const int text = leastLines * txtMsg->fontMetrics().lineSpacing();
+    const auto margins = static_cast<int>(2 * txtMsg->document()->documentMargin());
+    txtMsg->setMinimumHeight(text + margins + 2 * txtMsg->frameWidth());
+    auto* splitter = new QSplitter(Qt::Vertical);
+    splitter->setChildrenCollapsible(false);
+    splitter->addWidget(txtMsg);
+    splitter->addWidget(preview_);
+    splitter->setStretchFactor(0, 1);
+    return splitter;
 }
 
 void MessageListPage::buildUnusedLists() {
@@ -134,6 +151,7 @@ void MessageListPage::showMessage(const std::string& name, const std::string& se
     txtMsgSno->setBytes(serial);
     txtMsg->setEnabled(true);
     btnEditMessage->setEnabled(true);
+    preview_->restart();
 }
 
 void MessageListPage::showNothing() {
@@ -142,11 +160,13 @@ void MessageListPage::showNothing() {
     txtMsg->setBytes({});
     txtMsg->setEnabled(false);
     btnEditMessage->setEnabled(false);
+    preview_->restart();
 }
 
 void MessageListPage::refresh() {
     if (const std::string* const script = storedScript())
         txtMsg->setBytes(*script);
+    preview_->restart();
     btnMsgApply->setEnabled(false);
     compare();
 }
@@ -158,6 +178,7 @@ void MessageListPage::txtMsg_Change() {
 
 void MessageListPage::btnEditMessage_Click() {
     frmMessageEdit wizard(QString::fromStdString(project_.ProjPath), window());
+    wizard.showPreview(project_, preview_->columns(), clock_.localTime());
     wizard.exec();
     if (wizard.PartialScript.empty())
         return;

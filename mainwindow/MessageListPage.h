@@ -1,6 +1,7 @@
 #pragma once
 
 #include "mainwindow/ItemPage.h"
+#include "display/forms/PreviewClock.h"
 #include "model/People.h"
 #include "model/Project.h"
 
@@ -13,6 +14,7 @@ class QTreeWidgetItem;
 namespace orvista {
 
 class DeviceTextEdit;
+class DisplayPreview;
 class ItemTree;
 class NotAppliedLabel;
 class ShownBox;
@@ -22,7 +24,7 @@ class ShownBox;
 class MessageListPage final : public QWidget, public ItemPage {
     Q_OBJECT
 public:
-    MessageListPage(Project& project, ModifiedMark& modifiedMark, Messages& messages,
+    MessageListPage(Project& project, ModifiedMark& modifiedMark, Messages& messages, PreviewClock clock,
                     QWidget* parent = nullptr);
 
     ItemTree& tree() { return *trvMsg; }
@@ -35,6 +37,7 @@ public:
     bool isNotApplied() const override;
     void showItem(const QString& key) override;
     void enter(std::size_t line) override;
+    DisplayPreview& preview() { return *preview_; }
 
     /// True when an edited script waits for Apply.
     bool hasUnappliedEdits() const;
@@ -45,6 +48,7 @@ signals:
 
 private:
     QWidget* buildDetails();
+    QWidget* buildScriptSplitter();
     void buildUnusedLists();
     void connectHandlers(Messages& messages);
     /// Where the project holds the shown message's script; nothing when none is shown.
@@ -70,6 +74,8 @@ private:
     QPushButton* btnMsgApply;
     NotAppliedLabel* lblNotApplied;
     QTimer* comparison_;
+    PreviewClock clock_;
+    DisplayPreview* preview_;
 };
 
 } // namespace orvista

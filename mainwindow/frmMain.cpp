@@ -101,7 +101,7 @@ void frmMain::buildPages() {
     systemPage_ = new SystemPage(project_, lifecycle_, *testerPage_);
     modbusPage_ = new ModbusSettingPage(project_, lifecycle_, seams_.messages, *testerPage_);
     variablePage_ = new VariableListPage(project_, lifecycle_, seams_.messages);
-    messagePage_ = new MessageListPage(project_, lifecycle_, seams_.messages);
+    messagePage_ = new MessageListPage(project_, lifecycle_, seams_.messages, seams_.previewClock);
     pages_ = {
         {"System", "C1", "System", scrolling(systemPage_), "miOptionSystemCfg",
          handler(&frmMain::miOptionSystemCfg_Click)},

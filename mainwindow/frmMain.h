@@ -1,5 +1,6 @@
 #pragma once
 
+#include "display/forms/PreviewClock.h"
 #include "mainwindow/PageRow.h"
 #include "model/ProjectLifecycle.h"
 
@@ -35,6 +36,7 @@ struct MainWindowSeams {
     HelpOpener& helpOpener;
     /// Ends the program at once, without a question.
     std::function<void()> endProgram;
+    PreviewClock previewClock = PreviewClock::system();
 };
 
 /// The program's one main window: navigation tree, pages, menus, toolbar and status bar around the one open
@@ -52,6 +54,7 @@ public:
     void useTransfer(TransferCommands& transfer) { transfer_ = &transfer; }
 
     DocMgrModule::ProjectLifecycle& lifecycle() { return lifecycle_; }
+    MessageListPage& messagePage() { return *messagePage_; }
     TcpTesterPage& testerPage() { return *testerPage_; }
 
     void RefreshViews() override;

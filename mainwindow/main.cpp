@@ -3,7 +3,7 @@
 #include <QApplication>
 
 int main(int argc, char* argv[]) {
-    const std::string project = orvista::projectOnCommandLine(argc, argv);
+    const orvista::EditorStart start = orvista::readCommandLine(argc, argv);
     const QApplication application(argc, argv);
-    return orvista::runEditor(project);
+    return orvista::runEditor(start);
 }

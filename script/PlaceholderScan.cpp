@@ -47,6 +47,7 @@ PlaceholderScan scanPlaceholders(std::string_view text) {
         if (surplus) {
             ++scan.surplus;
         } else {
+            scan.places[fields] = placeholder->width;
             scan.VarPos[fields++] = static_cast<std::int16_t>(column);
             scan.DisplayText.append(static_cast<std::size_t>(placeholder->width), ' ');
         }

@@ -27,6 +27,8 @@ struct PlaceholderScan {
     std::array<std::int16_t, fieldSlotCount> VarPos{emptySlot, emptySlot, emptySlot, emptySlot};
     /// Placeholders that were removed.
     std::size_t surplus = 0;
+    /// How many blanks are reserved for each field, 1 to widestField; 0 for an empty slot.
+    std::array<int, fieldSlotCount> places{};
 
     std::size_t fieldCount() const;
     bool operator==(const PlaceholderScan&) const = default;

@@ -5,6 +5,7 @@
 #include "model/DeviceFiles.h"
 #include "model/ItemKind.h"
 #include "model/Windows1252.h"
+#include "widgets/DeviceClock.h"
 
 #include <functional>
 #include <utility>
@@ -29,11 +30,6 @@ void resetProject(Project& project) {
     project.ResetAddressMap();
     project.ResetVariables();
     project.ClearMessages();
-}
-
-LocalTime localTime(const QDateTime& time) {
-    return {time.date().year(), time.date().month(),  time.date().day(),
-            time.time().hour(), time.time().minute(), time.time().second()};
 }
 
 void writeDefaults(const Project& project, DeviceMemory& memory) {

@@ -19,6 +19,8 @@ public:
     QSize minimumSizeHint() const override;
     bool hasHeightForWidth() const override { return true; }
     int heightForWidth(int width) const override;
+    /// With lenses in squares of that side.
+    QSize sizeForCell(int cell) const;
 
     /// What is on the widget now.
     const LedRaster& shown() const { return shown_; }
@@ -29,7 +31,6 @@ protected:
 
 private:
     int cellFor(QSize devicePixels) const;
-    QSize sizeForCell(int cell) const;
 
     LedRaster shown_;
     std::optional<PanelPicture> picture_;

@@ -47,6 +47,7 @@ BitmapFrame::BitmapFrame(QString projectFolder, QWidget* parent)
     grid->addWidget(txtPath, 0, 1);
     grid->addWidget(cmdBrowse, 0, 2);
     grid->addWidget(lblNote, 1, 1, 1, 2);
+    connect(txtPath, &QLineEdit::textChanged, this, &BitmapFrame::pathChanged);
     connect(cmdBrowse, &QPushButton::clicked, this, &BitmapFrame::cmdBrowse_Click);
 }
 

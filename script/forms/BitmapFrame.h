@@ -24,6 +24,8 @@ public:
 signals:
     /// A bitmap was chosen and taken.
     void pathChosen();
+    /// Also when it was emptied.
+    void pathChanged();
 
 private:
     void cmdBrowse_Click();

@@ -4,7 +4,9 @@
 #include "script/forms/EffectsFrame.h"
 #include "script/forms/MessageColorFrame.h"
 #include "script/forms/VariableFrame.h"
+#include "script/forms/WizardPreview.h"
 #include "widgets/DeviceLineEdit.h"
+#include "widgets/DropDownList.h"
 #include "widgets/FormParts.h"
 
 #include <QButtonGroup>
@@ -43,7 +45,7 @@ frmMessageEdit::frmMessageEdit(const QString& projectFolder, QWidget* parent)
     grid->addWidget(messageColorFrame_ = new MessageColorFrame, 2, 0, 1, 2);
     grid->addWidget(variableFrame_ = new VariableFrame, 3, 0);
     grid->addWidget(effectsFrame_ = new EffectsFrame, 3, 1);
-    grid->addLayout(createButtons(), 4, 0, 1, 2);
+    grid->addLayout(createButtons(), 5, 0, 1, 2);
     grid->setRowStretch(3, 1);
 
     connect(OptMsgType, &QButtonGroup::idClicked, this, &frmMessageEdit::OptMsgType_Click);
@@ -51,6 +53,22 @@ frmMessageEdit::frmMessageEdit(const QString& projectFolder, QWidget* parent)
     connect(bitmapFrame_, &BitmapFrame::pathChosen, btnOK, [this] { btnOK->setEnabled(true); });
     OptMsgType_Click(textType);
     txtText->setFocus();
+}
+
+void frmMessageEdit::showPreview(const Project& project, int columns, const LocalTime& now) {
+    preview_ = new WizardPreview(project, columns, now);
+    static_cast<QGridLayout*>(layout())->addWidget(preview_, 4, 0, 1, 2);
+    followControls();
+    preview_->show(form());
+}
+
+void frmMessageEdit::followControls() {
+    const auto refresh = [this] { preview_->show(form()); };
+    connect(OptMsgType, &QButtonGroup::idClicked, preview_, refresh);
+    connect(txtText, &QLineEdit::textChanged, preview_, refresh);
+    connect(bitmapFrame_, &BitmapFrame::pathChanged, preview_, refresh);
+    for (const auto* const list : findChildren<DropDownList*>())
+        connect(list, &QComboBox::currentIndexChanged, preview_, refresh);
 }
 
 QWidget* frmMessageEdit::createTextFrame() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "model/Project.h"
 #include "script/MessagePage.h"
 
 #include <QDialog>
@@ -16,6 +17,8 @@ class DeviceLineEdit;
 class EffectsFrame;
 class MessageColorFrame;
 class VariableFrame;
+class WizardPreview;
+struct LocalTime;
 
 /// The message wizard: composes one page of a message script. It always starts blank; shown modally, hidden
 /// by OK and Cancel, and then read and deleted by its caller.
@@ -23,6 +26,10 @@ class frmMessageEdit : public QDialog {
     Q_OBJECT
 public:
     explicit frmMessageEdit(const QString& projectFolder, QWidget* parent = nullptr);
+
+    /// Shows under the controls what the page looks like on a panel. `project` must outlive the form.
+    /// \param now what fields of time and date show
+    void showPreview(const Project& project, int columns, const LocalTime& now);
 
     /// The composed page in device bytes; empty until OK is pressed, hence after Cancel.
     std::string PartialScript;
@@ -36,6 +43,7 @@ private:
     void txtText_Change();
     void btnOK_Click();
     MessageForm form() const;
+    void followControls();
 
     QButtonGroup* OptMsgType; ///< 0 "Text", 1 "Bitmap"
     DeviceLineEdit* txtText;
@@ -44,6 +52,7 @@ private:
     VariableFrame* variableFrame_;
     EffectsFrame* effectsFrame_;
     QPushButton* btnOK;
+    WizardPreview* preview_ = nullptr;
 };
 
 } // namespace orvista

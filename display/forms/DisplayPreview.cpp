@@ -1,0 +1,241 @@
+#include "display/forms/DisplayPreview.h"
+
+#include "display/PageFit.h"
+#include "display/PageText.h"
+#include "display/SettledPage.h"
+#include "display/forms/MarkedBitmaps.h"
+#include "display/forms/PictureFile.h"
+#include "display/forms/PreviewRow.h"
+#include "widgets/DeviceText.h"
+#include "widgets/DeviceTextEdit.h"
+#include "widgets/PanelView.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QTextBlock>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace orvista {
+
+namespace {
+
+constexpr int frameMilliseconds = 20;
+
+LedRaster darkPanel(int columns) {
+    return LedRaster({columns});
+}
+
+} // namespace
+
+DisplayPreview::DisplayPreview(const Project& project, DeviceTextEdit& box, Messages& messages,
+                               PreviewClock clock, QWidget* parent)
+    : QWidget(parent),
+      project_(project),
+      box_(box),
+      messages_(messages),
+      clock_(std::move(clock)),
+      panel_(new PanelView(darkPanel(PreviewRow::usualColumns))),
+      row_(new PreviewRow),
+      player_(Programme({PreviewRow::usualColumns}, {})) {
+    setObjectName(QStringLiteral("displayPreview"));
+    buildLayout();
+    frames_.setTimerType(Qt::PreciseTimer);
+    frames_.setInterval(frameMilliseconds);
+    quiet_.setSingleShot(true);
+    quiet_.setInterval(quietTime);
+    connectControls();
+}
+
+DisplayPreview::~DisplayPreview() = default;
+
+void DisplayPreview::buildLayout() {
+    panel_->setObjectName(QStringLiteral("panelPreview"));
+    panel_->setAccessibleName(tr("Preview of the display"));
+    panel_->setFocusPolicy(Qt::TabFocus);
+    panel_->setContextMenuPolicy(Qt::ActionsContextMenu);
+    panel_->setMinimumSize(1, 3 * fontMetrics().height());
+    auto* const save = new QAction(tr("Save Picture…"), panel_);
+    save->setObjectName(QStringLiteral("miPreviewSavePicture"));
+    connect(save, &QAction::triggered, this, &DisplayPreview::savePicture);
+    panel_->addAction(save);
+
+    auto* const layout = new QVBoxLayout(this);
+    layout->setContentsMargins({});
+    layout->addWidget(panel_, 1);
+    layout->addWidget(row_);
+}
+
+void DisplayPreview::connectControls() {
+    connect(&box_, &QPlainTextEdit::textChanged, this, &DisplayPreview::takeText);
+    connect(&box_, &QPlainTextEdit::cursorPositionChanged, this, &DisplayPreview::takeCursor);
+    box_.installEventFilter(this);
+    connect(&frames_, &QTimer::timeout, this, &DisplayPreview::takeFrame);
+    connect(&quiet_, &QTimer::timeout, this, [this] {
+        if (isHeld())
+            quiet_.start();
+        else
+            readScript();
+    });
+    connect(row_, &PreviewRow::playPressed, this, &DisplayPreview::play);
+    connect(row_, &PreviewRow::backPressed, this, [this] { turnPage(-1); });
+    connect(row_, &PreviewRow::forwardPressed, this, [this] { turnPage(1); });
+    connect(row_, &PreviewRow::timeChosen, this, [this](int time) {
+        player_.seek(time);
+        render();
+    });
+    connect(row_, &PreviewRow::columnsChosen, this, [this] {
+        if (isVisible())
+            readScript();
+    });
+}
+
+QSize DisplayPreview::sizeHint() const {
+    // As high as a panel of the usual width is in a window of the usual size.
+    const int cell = std::max(3, fontMetrics().height() / 3);
+    const QSize panel = PanelView(darkPanel(PreviewRow::usualColumns)).sizeForCell(cell);
+    return {panel.width(), panel.height() + layout()->spacing() + row_->sizeHint().height()};
+}
+
+int DisplayPreview::columns() const {
+    return row_->columns();
+}
+
+void DisplayPreview::setColumns(int columns) {
+    row_->setColumns(columns);
+}
+
+bool DisplayPreview::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::EnabledChange && isVisible())
+        readScript();
+    return QWidget::eventFilter(watched, event);
+}
+
+void DisplayPreview::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    readProject();
+    readScript();
+}
+
+void DisplayPreview::hideEvent(QHideEvent* event) {
+    QWidget::hideEvent(event);
+    frames_.stop();
+    quiet_.stop();
+    player_.standOn(player_.page());
+}
+
+void DisplayPreview::restart() {
+    player_.standOn(0);
+    frames_.stop();
+    if (!isVisible())
+        return;
+    readProject();
+    readScript();
+}
+
+void DisplayPreview::readProject() {
+    formats_ = fieldFormats(project_);
+    values_ = defaultValues(project_);
+    if (!bitmaps_ || bitmapFolder_ != project_.ProjPath) {
+        bitmapFolder_ = project_.ProjPath;
+        bitmaps_.emplace(bitmapFolder_);
+    }
+}
+
+void DisplayPreview::takeText() {
+    if (!isVisible())
+        return;
+    if (box_.document()->characterCount() > longScript)
+        quiet_.start();
+    else
+        readScript();
+}
+
+void DisplayPreview::readScript() {
+    quiet_.stop();
+    const bool holdsMessage = box_.isEnabled();
+    Programme programme({columns()}, formats_);
+    if (holdsMessage)
+        programme.add({}, box_.bytes(), MarkedBitmaps(*bitmaps_));
+    player_.show(std::move(programme));
+    positions_ = ScriptPositions(*box_.document());
+    row_->setEnabled(holdsMessage);
+    if (player_.isPlaying() && holdsMessage)
+        render();
+    else
+        standOnCursor();
+}
+
+void DisplayPreview::standOnCursor() {
+    frames_.stop();
+    const std::size_t line = positions_.lineAt(box_.textCursor().position());
+    player_.standOn(pageOfLine(player_.programme(), line));
+    render();
+}
+
+void DisplayPreview::takeCursor() {
+    if (isVisible() && !quiet_.isActive() && !player_.isPlaying())
+        standOnCursor();
+}
+
+void DisplayPreview::play() {
+    if (player_.isPlaying()) {
+        player_.pause();
+        frames_.stop();
+    } else {
+        player_.play(clock_.milliseconds());
+        frames_.start();
+    }
+    render();
+}
+
+void DisplayPreview::turnPage(int by) {
+    const std::size_t page = player_.page() + static_cast<std::size_t>(by);
+    if (page >= player_.programme().pageCount())
+        return;
+    if (player_.isPlaying())
+        player_.seek(player_.programme().pageStart(page));
+    else
+        player_.standOn(page);
+    render();
+}
+
+bool DisplayPreview::isHeld() const {
+    return QApplication::activeModalWidget() != nullptr || !isEnabled();
+}
+
+void DisplayPreview::takeFrame() {
+    const std::int64_t now = clock_.milliseconds();
+    if (isHeld())
+        return player_.skip(now);
+    player_.advance(now);
+    render();
+}
+
+void DisplayPreview::render() {
+    values_.clock = clock_.localTime();
+    const Programme& programme = player_.programme();
+    const std::size_t page = player_.page();
+    const bool holdsPage = page < programme.pageCount();
+    panel_->showRaster(player_.raster(values_));
+    row_->show({page, programme.pageCount(), player_.time(), programme.duration(), player_.isPlaying(),
+                holdsPage ? unfitCharacters(programme.pages()[page], programme.panel(), formats_) : 0});
+    describePage();
+}
+
+void DisplayPreview::describePage() {
+    const Programme& programme = player_.programme();
+    const std::size_t page = player_.page();
+    const QString text = page < programme.pageCount()
+                             ? shownLine(pageText(programme.pages()[page], formats_, values_)).simplified()
+                             : QString();
+    if (text != panel_->accessibleDescription())
+        panel_->setAccessibleDescription(text);
+}
+
+void DisplayPreview::savePicture() {
+    saveAsPicture(panel_->shown(), project_, messages_, this);
+}
+
+} // namespace orvista

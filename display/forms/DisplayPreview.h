@@ -1,0 +1,85 @@
+#pragma once
+
+#include "display/DisplayValues.h"
+#include "display/FieldFormats.h"
+#include "display/FolderBitmaps.h"
+#include "display/MessagePlayer.h"
+#include "display/forms/PreviewClock.h"
+#include "model/People.h"
+#include "model/Project.h"
+#include "widgets/ScriptPositions.h"
+
+#include <QTimer>
+#include <QWidget>
+
+#include <optional>
+#include <string>
+
+namespace orvista {
+
+class DeviceTextEdit;
+class PanelView;
+class PreviewRow;
+
+/// The panel as the script in a box makes it look, and the controls to play it. It stands still on the page
+/// of the cursor's line until it is played. Where the box is disabled no message is shown: the panel is dark.
+/// While the preview is hidden it does nothing; while a modal dialog is open its timers do nothing.
+class DisplayPreview final : public QWidget {
+    Q_OBJECT
+public:
+    /// A longer text is shown this many milliseconds after the last change.
+    static constexpr int quietTime = 300;
+    static constexpr int longScript = 64 * 1024;
+
+    /// \param project whose variables and bitmaps are shown; it and the rest must outlive the preview
+    DisplayPreview(const Project& project, DeviceTextEdit& box, Messages& messages, PreviewClock clock,
+                   QWidget* parent = nullptr);
+    ~DisplayPreview() override;
+
+    /// The box holds another message now, or the project has changed: stands still on the cursor's page.
+    void restart();
+
+    int columns() const;
+    void setColumns(int columns);
+
+    QSize sizeHint() const override;
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+
+private:
+    void buildLayout();
+    void connectControls();
+    void readProject();
+    void takeText();
+    void readScript();
+    void standOnCursor();
+    void takeCursor();
+    void play();
+    void turnPage(int by);
+    void takeFrame();
+    void render();
+    void describePage();
+    void savePicture();
+    bool isHeld() const;
+
+    const Project& project_;
+    DeviceTextEdit& box_;
+    Messages& messages_;
+    PreviewClock clock_;
+    PanelView* panel_;
+    PreviewRow* row_;
+
+    FieldFormats formats_;
+    DisplayValues values_;
+    std::string bitmapFolder_;
+    std::optional<FolderBitmaps> bitmaps_;
+    MessagePlayer player_;
+    ScriptPositions positions_;
+    QTimer frames_;
+    QTimer quiet_;
+};
+
+} // namespace orvista

@@ -1,0 +1,113 @@
+#include "display/forms/PreviewRow.h"
+
+#include "check/FitTexts.h"
+#include "display/forms/ShapeButton.h"
+#include "widgets/FormParts.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLocale>
+#include <QSignalBlocker>
+#include <QSlider>
+#include <QSpinBox>
+
+#include <algorithm>
+#include <limits>
+
+namespace orvista {
+
+namespace {
+
+constexpr int sliderStep = 100;      ///< milliseconds, by an arrow key
+constexpr int sliderPageStep = 1000; ///< by Page Up and Page Down
+
+int sliderTime(std::int64_t milliseconds) {
+    return static_cast<int>(std::min<std::int64_t>(milliseconds, std::numeric_limits<int>::max()));
+}
+
+ShapeButton* signButton(const QString& name, ShapeButton::Shape shape, const QString& purpose) {
+    auto* const button = named<ShapeButton>(name, shape);
+    button->setAccessibleName(purpose);
+    button->setToolTip(purpose);
+    return button;
+}
+
+} // namespace
+
+PreviewRow::PreviewRow(QWidget* parent)
+    : QWidget(parent),
+      btnPreviewPlay(signButton(QStringLiteral("btnPreviewPlay"), ShapeButton::Shape::Play, tr("Play"))),
+      btnPreviewBack(
+          signButton(QStringLiteral("btnPreviewBack"), ShapeButton::Shape::Back, tr("Page before"))),
+      lblPreviewPage(named<QLabel>(QStringLiteral("lblPreviewPage"))),
+      btnPreviewForward(
+          signButton(QStringLiteral("btnPreviewForward"), ShapeButton::Shape::Forward, tr("Next page"))),
+      sldPreviewTime(named<QSlider>(QStringLiteral("sldPreviewTime"), Qt::Horizontal)),
+      spnPreviewColumns(named<QSpinBox>(QStringLiteral("spnPreviewColumns"))),
+      lblPreviewFit(named<QLabel>(QStringLiteral("lblPreviewFit"))) {
+    sldPreviewTime->setAccessibleName(tr("Time within the message, in milliseconds"));
+    sldPreviewTime->setToolTip(tr("Time within the message"));
+    sldPreviewTime->setFocusPolicy(Qt::TabFocus);
+    sldPreviewTime->setSingleStep(sliderStep);
+    sldPreviewTime->setPageStep(sliderPageStep);
+    spnPreviewColumns->setRange(minimumColumns, maximumColumns);
+    spnPreviewColumns->setValue(usualColumns);
+    spnPreviewColumns->setFocusPolicy(Qt::StrongFocus);
+    spnPreviewColumns->setToolTip(tr("How many dots the display is wide"));
+    buildLayout();
+    connect(btnPreviewPlay, &QToolButton::clicked, this, &PreviewRow::playPressed);
+    connect(btnPreviewBack, &QToolButton::clicked, this, &PreviewRow::backPressed);
+    connect(btnPreviewForward, &QToolButton::clicked, this, &PreviewRow::forwardPressed);
+    connect(sldPreviewTime, &QSlider::valueChanged, this, &PreviewRow::timeChosen);
+    connect(spnPreviewColumns, &QSpinBox::valueChanged, this, &PreviewRow::columnsChosen);
+}
+
+void PreviewRow::buildLayout() {
+    auto* const layout = new QHBoxLayout(this);
+    layout->setContentsMargins({});
+    layout->addWidget(btnPreviewPlay);
+    layout->addWidget(btnPreviewBack);
+    layout->addWidget(lblPreviewPage);
+    layout->addWidget(btnPreviewForward);
+    layout->addWidget(sldPreviewTime, 1);
+    layout->addWidget(labelFor(spnPreviewColumns, tr("Columns:")));
+    layout->addWidget(spnPreviewColumns);
+    layout->addWidget(lblPreviewFit);
+    lblPreviewPage->setAlignment(Qt::AlignCenter);
+    lblPreviewPage->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("00 of 00")));
+    sldPreviewTime->setMinimumWidth(8 * fontMetrics().averageCharWidth());
+}
+
+void PreviewRow::show(const State& state) {
+    const auto shape = state.isPlaying ? ShapeButton::Shape::Pause : ShapeButton::Shape::Play;
+    if (shape != btnPreviewPlay->shape()) {
+        btnPreviewPlay->setShape(shape);
+        btnPreviewPlay->setAccessibleName(state.isPlaying ? tr("Pause") : tr("Play"));
+        btnPreviewPlay->setToolTip(btnPreviewPlay->accessibleName());
+    }
+    btnPreviewBack->setEnabled(state.page > 0);
+    btnPreviewForward->setEnabled(state.page + 1 < state.pageCount);
+    lblPreviewPage->setText(state.pageCount == 0 ? QString()
+                                                 : tr("%1 of %2").arg(state.page + 1).arg(state.pageCount));
+    lblPreviewFit->setText(QString::fromStdString(unfitText(state.unfitCharacters)));
+    showTime(state);
+}
+
+void PreviewRow::showTime(const State& state) {
+    const QSignalBlocker blocker(sldPreviewTime);
+    sldPreviewTime->setMaximum(sliderTime(state.duration));
+    // While it plays, the handle is moved when it would be seen to move.
+    const std::int64_t moved = std::abs(state.time - sldPreviewTime->value());
+    if (!state.isPlaying || moved * sldPreviewTime->width() >= state.duration)
+        sldPreviewTime->setValue(sliderTime(state.time));
+}
+
+int PreviewRow::columns() const {
+    return spnPreviewColumns->value();
+}
+
+void PreviewRow::setColumns(int columns) {
+    spnPreviewColumns->setValue(columns);
+}
+
+} // namespace orvista

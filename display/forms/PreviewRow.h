@@ -1,0 +1,60 @@
+#pragma once
+
+#include <QWidget>
+
+#include <cstddef>
+#include <cstdint>
+
+class QLabel;
+class QSlider;
+class QSpinBox;
+
+namespace orvista {
+
+class ShapeButton;
+
+/// The controls under a preview: play, pages, time, columns, and what does not fit.
+class PreviewRow final : public QWidget {
+    Q_OBJECT
+public:
+    static constexpr int minimumColumns = 32;
+    static constexpr int maximumColumns = 512;
+    static constexpr int usualColumns = 128;
+
+    explicit PreviewRow(QWidget* parent = nullptr);
+
+    struct State {
+        std::size_t page = 0; ///< from 0
+        std::size_t pageCount = 0;
+        std::int64_t time = 0; ///< of the round, in milliseconds
+        std::int64_t duration = 0;
+        bool isPlaying = false;
+        std::size_t unfitCharacters = 0;
+    };
+    void show(const State& state);
+
+    int columns() const;
+    /// Beyond minimumColumns or maximumColumns the nearest of them counts.
+    void setColumns(int columns);
+
+signals:
+    void playPressed();
+    void backPressed();
+    void forwardPressed();
+    void timeChosen(int milliseconds);
+    void columnsChosen();
+
+private:
+    void buildLayout();
+    void showTime(const State& state);
+
+    ShapeButton* btnPreviewPlay;
+    ShapeButton* btnPreviewBack;
+    QLabel* lblPreviewPage;
+    ShapeButton* btnPreviewForward;
+    QSlider* sldPreviewTime;
+    QSpinBox* spnPreviewColumns;
+    QLabel* lblPreviewFit;
+};
+
+} // namespace orvista

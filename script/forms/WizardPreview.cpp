@@ -1,0 +1,71 @@
+#include "script/forms/WizardPreview.h"
+
+#include "check/FitTexts.h"
+#include "display/PageFit.h"
+#include "display/PageLayout.h"
+#include "display/PageText.h"
+#include "display/SettledPage.h"
+#include "display/forms/MarkedBitmaps.h"
+#include "script/WizardLists.h"
+#include "widgets/DeviceText.h"
+#include "widgets/FormParts.h"
+#include "widgets/PanelView.h"
+
+#include <QLabel>
+#include <QVBoxLayout>
+
+#include <variant>
+
+namespace orvista {
+
+WizardPreview::WizardPreview(const Project& project, int columns, const LocalTime& now, QWidget* parent)
+    : QWidget(parent),
+      columns_(columns),
+      formats_(fieldFormats(project)),
+      values_(defaultValues(project)),
+      bitmaps_(project.ProjPath),
+      wizardPreview(named<PanelView>(QStringLiteral("wizardPreview"), LedRaster({columns}))),
+      lblWizardFit(named<QLabel>(QStringLiteral("lblWizardFit"))) {
+    values_.clock = now;
+    wizardPreview->setAccessibleName(tr("Preview of the page"));
+    wizardPreview->setMinimumSize(1, 4 * fontMetrics().height());
+    lblWizardFit->setTextFormat(Qt::PlainText);
+    auto* const layout = new QVBoxLayout(this);
+    layout->setContentsMargins({});
+    layout->addWidget(wizardPreview, 1);
+    layout->addWidget(lblWizardFit);
+}
+
+void WizardPreview::show(const MessageForm& form) {
+    Programme programme({columns_}, formats_);
+    programme.add({}, BuildPartialScript(form, PathRules::native()), MarkedBitmaps(bitmaps_));
+    if (programme.pageCount() == 0)
+        return;
+    const ScriptPage& page = programme.pages().front();
+    wizardPreview->showRaster(settledPage(programme, 0, values_));
+    wizardPreview->setAccessibleDescription(shownLine(pageText(page, formats_, values_)).simplified());
+    lblWizardFit->setText(misfits(form, page));
+    lblWizardFit->setToolTip(lblWizardFit->text());
+}
+
+QString WizardPreview::misfits(const MessageForm& form, const ScriptPage& page) const {
+    QStringList texts;
+    const auto note = [&texts](const std::string& text) {
+        if (!text.empty())
+            texts << QString::fromStdString(text);
+    };
+    note(unfitText(unfitCharacters(page, {columns_}, formats_)));
+    const PlaceholderScan content = scanPlaceholders(form.txtText);
+    std::size_t slot = 0;
+    for (const ScriptElement& element : page.elements) {
+        const auto* const field = std::get_if<FieldElement>(&element);
+        if (!field || slot == content.fieldCount())
+            continue;
+        note(placeText(wizard::fieldSources().at(form.fields.at(slot).cbVar), shownWidth(*field, formats_),
+                       content.places.at(slot)));
+        ++slot;
+    }
+    return texts.join(QStringLiteral("; "));
+}
+
+} // namespace orvista

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "display/DisplayValues.h"
+#include "display/FieldFormats.h"
+#include "display/FolderBitmaps.h"
+#include "script/MessagePage.h"
+
+#include <QWidget>
+
+class QLabel;
+
+namespace orvista {
+
+class PanelView;
+struct ScriptPage;
+
+/// The page that a wizard would make, as it looks on the panel when it has entered, and a line about what
+/// does not fit. There is nothing to operate.
+class WizardPreview final : public QWidget {
+    Q_OBJECT
+public:
+    /// \param columns of the panel
+    WizardPreview(const Project& project, int columns, const LocalTime& now, QWidget* parent = nullptr);
+
+    void show(const MessageForm& form);
+
+private:
+    QString misfits(const MessageForm& form, const ScriptPage& page) const;
+
+    int columns_;
+    FieldFormats formats_;
+    DisplayValues values_;
+    FolderBitmaps bitmaps_;
+    PanelView* wizardPreview;
+    QLabel* lblWizardFit;
+};
+
+} // namespace orvista
