@@ -1,6 +1,7 @@
 #include "mainwindow/MessageListPage.h"
 
 #include "display/forms/DisplayPreview.h"
+#include "display/forms/ScriptUnderlines.h"
 #include "mainwindow/Guard.h"
 #include "mainwindow/ItemTree.h"
 #include "model/Files.h"
@@ -49,7 +50,9 @@ MessageListPage::MessageListPage(Project& project, ModifiedMark& modifiedMark, M
       lblNotApplied(new NotAppliedLabel),
       comparison_(new QTimer(this)),
       clock_(std::move(clock)),
-      preview_(new DisplayPreview(project, *txtMsg, messages, clock_)) {
+      preview_(new DisplayPreview(project, *txtMsg, messages, clock_)),
+      underlines_(new ScriptUnderlines(
+          *txtMsg, project, {[this] { return shownItem(); }, [this] { return preview_->columns(); }}, this)) {
     trvMsg->setAccessibleName(tr("Messages"));
     auto* splitter = new QSplitter;
     splitter->addWidget(trvMsg);
@@ -60,6 +63,7 @@ MessageListPage::MessageListPage(Project& project, ModifiedMark& modifiedMark, M
     layout->addWidget(splitter);
     buildUnusedLists();
     connectHandlers(messages);
+    connect(preview_, &DisplayPreview::columnsChanged, underlines_, &ScriptUnderlines::checkSoon);
 }
 
 QWidget* MessageListPage::buildDetails() {
@@ -88,6 +92,9 @@ QWidget* MessageListPage::buildDetails() {
     layout->addLayout(nameRow);
     layout->addWidget(buildScriptSplitter(), 1);
     layout->addLayout(buttons);
+    // The preview lies below the box, but comes behind the buttons.
+    QWidget::setTabOrder(txtMsg, btnEditMessage);
+    QWidget::setTabOrder(btnEditMessage, btnMsgApply);
     return details;
 }
 

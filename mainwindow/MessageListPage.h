@@ -1,7 +1,7 @@
 #pragma once
 
-#include "mainwindow/ItemPage.h"
 #include "display/forms/PreviewClock.h"
+#include "mainwindow/ItemPage.h"
 #include "model/People.h"
 #include "model/Project.h"
 
@@ -17,6 +17,7 @@ class DeviceTextEdit;
 class DisplayPreview;
 class ItemTree;
 class NotAppliedLabel;
+class ScriptUnderlines;
 class ShownBox;
 
 /// Shows one message at a time, lets the user edit its script by hand or with the wizard, and stores it with
@@ -76,6 +77,7 @@ private:
     QTimer* comparison_;
     PreviewClock clock_;
     DisplayPreview* preview_;
+    ScriptUnderlines* underlines_;
 };
 
 } // namespace orvista

@@ -1,6 +1,7 @@
 #include "mainwindow/ProjectTools.h"
 
 #include "check/forms/FindingsPanel.h"
+#include "display/forms/DisplayPreview.h"
 #include "mainwindow/Commands.h"
 #include "mainwindow/MessageListPage.h"
 #include "mainwindow/ModbusSettingPage.h"
@@ -27,6 +28,7 @@ ProjectTools::ProjectTools(const Project& project, Commands& commands, const Pag
     : QObject(&window),
       project_(project),
       commands_(commands),
+      preview_(pages.messages.preview()),
       dock_(new PanelDock(window)),
       navigator_(new Navigator(
           commands,
@@ -84,8 +86,21 @@ MenuRow ProjectTools::viewMenu() {
                           tr("Show or hide the tables below the pages"),
                           EnablingRules::always,
                           [this] { miViewPanels_Click(); },
-                          true}},
+                          true},
+                         {.name = "miViewPreview",
+                          .caption = tr("Display Preview"),
+                          .shortcut = {},
+                          .toolTip = tr("The message as the display shows it, under its script"),
+                          .enabling = EnablingRules::always,
+                          .run = [this] { preview_.setShown(preview_.isHidden()); },
+                          .isCheckable = true}},
             .restUnderDialogs = true};
+}
+
+void ProjectTools::followShown() {
+    QAction& entry = commands_.action("miViewPreview");
+    entry.setChecked(!preview_.isHidden());
+    connect(&preview_, &DisplayPreview::shownChanged, &entry, &QAction::setChecked);
 }
 
 MenuRow ProjectTools::toolsMenu() {

@@ -8,6 +8,7 @@ class QMainWindow;
 namespace orvista {
 
 class Commands;
+class DisplayPreview;
 class FindingsPanel;
 class MessageListPage;
 class ModbusSettingPage;
@@ -32,6 +33,8 @@ public:
     MenuRow editMenu();
     MenuRow viewMenu();
     MenuRow toolsMenu();
+    /// Has the checkable entries tell what is shown, once they are there.
+    void followShown();
 
     /// The project in memory is another, or may be.
     void projectChanged();
@@ -44,6 +47,7 @@ private:
 
     const Project& project_;
     Commands& commands_;
+    DisplayPreview& preview_;
     PanelDock* dock_;
     Navigator* navigator_;
     QPointer<FindingsPanel> findings_; ///< null until it is opened

@@ -179,6 +179,7 @@ std::function<void()> frmMain::handler(void (frmMain::*click)()) {
 void frmMain::buildCommands() {
     tools_ = new ProjectTools(project_, *commands_, {*messagePage_, *variablePage_, *modbusPage_}, *this);
     commands_->addMenus(*menuBar(), menuRows());
+    tools_->followShown();
     for (QWidget* const control : {static_cast<QWidget*>(tabDetails), static_cast<QWidget*>(trvSystem)})
         commands_->observe(EnablingRules::projectWork,
                            [control](bool enabled) { control->setEnabled(enabled); });

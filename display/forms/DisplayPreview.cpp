@@ -8,10 +8,10 @@
 #include "display/forms/PreviewRow.h"
 #include "widgets/DeviceText.h"
 #include "widgets/DeviceTextEdit.h"
+#include "widgets/ModalDialogs.h"
 #include "widgets/PanelView.h"
 
 #include <QAction>
-#include <QApplication>
 #include <QTextBlock>
 #include <QVBoxLayout>
 
@@ -38,7 +38,8 @@ DisplayPreview::DisplayPreview(const Project& project, DeviceTextEdit& box, Mess
       clock_(std::move(clock)),
       panel_(new PanelView(darkPanel(PreviewRow::usualColumns))),
       row_(new PreviewRow),
-      player_(Programme({PreviewRow::usualColumns}, {})) {
+      player_(Programme({PreviewRow::usualColumns}, {})),
+      cursorPage_(*box.document()) {
     setObjectName(QStringLiteral("displayPreview"));
     buildLayout();
     frames_.setTimerType(Qt::PreciseTimer);
@@ -76,16 +77,18 @@ void DisplayPreview::connectControls() {
         if (isHeld())
             quiet_.start();
         else
-            readScript();
+            readLongScript();
     });
     connect(row_, &PreviewRow::playPressed, this, &DisplayPreview::play);
     connect(row_, &PreviewRow::backPressed, this, [this] { turnPage(-1); });
     connect(row_, &PreviewRow::forwardPressed, this, [this] { turnPage(1); });
     connect(row_, &PreviewRow::timeChosen, this, [this](int time) {
+        readAll();
         player_.seek(time);
         render();
     });
     connect(row_, &PreviewRow::columnsChosen, this, [this] {
+        emit columnsChanged();
         if (isVisible())
             readScript();
     });
@@ -96,6 +99,11 @@ QSize DisplayPreview::sizeHint() const {
     const int cell = std::max(3, fontMetrics().height() / 3);
     const QSize panel = PanelView(darkPanel(PreviewRow::usualColumns)).sizeForCell(cell);
     return {panel.width(), panel.height() + layout()->spacing() + row_->sizeHint().height()};
+}
+
+void DisplayPreview::setShown(bool shown) {
+    setVisible(shown);
+    emit shownChanged(shown);
 }
 
 int DisplayPreview::columns() const {
@@ -146,14 +154,38 @@ void DisplayPreview::readProject() {
 void DisplayPreview::takeText() {
     if (!isVisible())
         return;
-    if (box_.document()->characterCount() > longScript)
+    if (isLong())
         quiet_.start();
     else
         readScript();
 }
 
+void DisplayPreview::readLongScript() {
+    if (player_.isPlaying() || !readCursorPage())
+        readScript();
+}
+
+bool DisplayPreview::readCursorPage() {
+    const auto script = cursorPage_.script(box_.textCursor());
+    if (!script)
+        return false;
+    Programme programme({columns()}, formats_);
+    programme.add({}, *script, MarkedBitmaps(*bitmaps_));
+    if (programme.pageCount() != 1)
+        return false;
+    pageAlone_ = std::move(programme);
+    render();
+    return true;
+}
+
+void DisplayPreview::readAll() {
+    if (pageAlone_ || quiet_.isActive())
+        readScript();
+}
+
 void DisplayPreview::readScript() {
     quiet_.stop();
+    pageAlone_.reset();
     const bool holdsMessage = box_.isEnabled();
     Programme programme({columns()}, formats_);
     if (holdsMessage)
@@ -169,17 +201,24 @@ void DisplayPreview::readScript() {
 
 void DisplayPreview::standOnCursor() {
     frames_.stop();
+    if (isLong())
+        cursorPage_.follow(box_.textCursor());
     const std::size_t line = positions_.lineAt(box_.textCursor().position());
     player_.standOn(pageOfLine(player_.programme(), line));
     render();
 }
 
 void DisplayPreview::takeCursor() {
-    if (isVisible() && !quiet_.isActive() && !player_.isPlaying())
+    if (!isVisible() || quiet_.isActive() || player_.isPlaying())
+        return;
+    if (pageAlone_)
+        readLongScript();
+    else
         standOnCursor();
 }
 
 void DisplayPreview::play() {
+    readAll();
     if (player_.isPlaying()) {
         player_.pause();
         frames_.stop();
@@ -191,6 +230,7 @@ void DisplayPreview::play() {
 }
 
 void DisplayPreview::turnPage(int by) {
+    readAll();
     const std::size_t page = player_.page() + static_cast<std::size_t>(by);
     if (page >= player_.programme().pageCount())
         return;
@@ -201,8 +241,12 @@ void DisplayPreview::turnPage(int by) {
     render();
 }
 
+bool DisplayPreview::isLong() const {
+    return box_.document()->characterCount() > longScript;
+}
+
 bool DisplayPreview::isHeld() const {
-    return QApplication::activeModalWidget() != nullptr || !isEnabled();
+    return isModalDialogOpen() || !isEnabled();
 }
 
 void DisplayPreview::takeFrame() {
@@ -213,23 +257,25 @@ void DisplayPreview::takeFrame() {
     render();
 }
 
+const ScriptPage* DisplayPreview::shownPage() const {
+    if (pageAlone_)
+        return &pageAlone_->pages().front();
+    const auto& pages = player_.programme().pages();
+    return player_.page() < pages.size() ? &pages[player_.page()] : nullptr;
+}
+
 void DisplayPreview::render() {
     values_.clock = clock_.localTime();
     const Programme& programme = player_.programme();
-    const std::size_t page = player_.page();
-    const bool holdsPage = page < programme.pageCount();
-    panel_->showRaster(player_.raster(values_));
-    row_->show({page, programme.pageCount(), player_.time(), programme.duration(), player_.isPlaying(),
-                holdsPage ? unfitCharacters(programme.pages()[page], programme.panel(), formats_) : 0});
-    describePage();
+    const ScriptPage* const page = shownPage();
+    panel_->showRaster(pageAlone_ ? settledPage(*pageAlone_, 0, values_) : player_.raster(values_));
+    row_->show({player_.page(), programme.pageCount(), player_.time(), programme.duration(),
+                player_.isPlaying(), page ? unfitCharacters(*page, {columns()}, formats_) : 0});
+    describe(page);
 }
 
-void DisplayPreview::describePage() {
-    const Programme& programme = player_.programme();
-    const std::size_t page = player_.page();
-    const QString text = page < programme.pageCount()
-                             ? shownLine(pageText(programme.pages()[page], formats_, values_)).simplified()
-                             : QString();
+void DisplayPreview::describe(const ScriptPage* page) {
+    const QString text = page ? shownLine(pageText(*page, formats_, values_)).simplified() : QString();
     if (text != panel_->accessibleDescription())
         panel_->setAccessibleDescription(text);
 }

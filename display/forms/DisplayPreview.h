@@ -4,6 +4,7 @@
 #include "display/FieldFormats.h"
 #include "display/FolderBitmaps.h"
 #include "display/MessagePlayer.h"
+#include "display/forms/CursorPage.h"
 #include "display/forms/PreviewClock.h"
 #include "model/People.h"
 #include "model/Project.h"
@@ -39,10 +40,17 @@ public:
     /// The box holds another message now, or the project has changed: stands still on the cursor's page.
     void restart();
 
+    /// Shows or hides the preview for good.
+    void setShown(bool shown);
+
     int columns() const;
     void setColumns(int columns);
 
     QSize sizeHint() const override;
+
+signals:
+    void shownChanged(bool shown);
+    void columnsChanged();
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -55,14 +63,20 @@ private:
     void readProject();
     void takeText();
     void readScript();
+    bool readCursorPage();
+    void readLongScript();
+    /// Before the player is asked for more than the page alone.
+    void readAll();
+    const ScriptPage* shownPage() const;
     void standOnCursor();
     void takeCursor();
     void play();
     void turnPage(int by);
     void takeFrame();
     void render();
-    void describePage();
+    void describe(const ScriptPage* page);
     void savePicture();
+    bool isLong() const;
     bool isHeld() const;
 
     const Project& project_;
@@ -77,9 +91,11 @@ private:
     std::string bitmapFolder_;
     std::optional<FolderBitmaps> bitmaps_;
     MessagePlayer player_;
+    CursorPage cursorPage_;
+    std::optional<Programme> pageAlone_; ///< the edited page of a long script, newer than the player's
     ScriptPositions positions_;
-    QTimer frames_;
-    QTimer quiet_;
+    QTimer frames_{this};
+    QTimer quiet_{this};
 };
 
 } // namespace orvista

@@ -5,6 +5,8 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QLabel>
+#include <QSlider>
 #include <QTest>
 
 namespace orvista::tour {
@@ -44,7 +46,7 @@ void EditingTour::composesAPageWithTwoFields() {
     hands.clickNode("trvSystem", "C4");
     hands.clickNode("trvMsg", "R3");
     stage_.inDialog("frmMessageEdit", [this](const Hands& wizard) {
-        wizard.type("txtText", "Level %5v %4v");
+        wizard.type("txtText", "Level %5v %4v high");
         wizard.pick("cbFgClr", "GREEN");
         wizard.pick("cbVar(0)", "RegVar1");
         wizard.pick("cbVarFgClr(0)", "ORANGE");
@@ -52,6 +54,10 @@ void EditingTour::composesAPageWithTwoFields() {
         wizard.pick("cbDelay", " 3");
         wizard.pick("cbOutEffect", "GO-UP");
         wizard.pick("cbOFSpeed", "Low");
+        QCOMPARE(wizard.find<QLabel>("lblWizardFit").text(),
+                 "4 characters do not fit; RegVar1 is 7 wide, its place 5: write %7v");
+        stage_.show(wizard.window(), "wizard-misfit", "The strip tells what will not fit.");
+        wizard.type("txtText", "Level %5v %4v");
         stage_.show(wizard.window(), "wizard-text", "The wizard composes a page with two live fields.");
         wizard.click("btnOK");
     });
@@ -60,6 +66,19 @@ void EditingTour::composesAPageWithTwoFields() {
     stage_.show("message-with-fields", "The page is in the script box; Apply is enabled.");
     hands.click("btnMsgApply");
     QVERIFY(!hands.isEnabled("btnMsgApply"));
+}
+
+void EditingTour::looksAtThePreview() {
+    const Hands hands = stage_.hands();
+    hands.clickNode("trvMsg", "R3");
+    QCOMPARE(hands.find<QLabel>("lblPreviewPage").text(), "1 of 1");
+    stage_.show("preview", "Under the script stands the page as the display will show it.");
+    hands.click("btnPreviewPlay");
+    auto& time = hands.find<QSlider>("sldPreviewTime");
+    QTRY_VERIFY(time.value() > 0);
+    hands.click("btnPreviewPlay");
+    time.setValue(3200);
+    stage_.show("preview-enters", "Any moment can be looked at: here the page is entering.");
 }
 
 void EditingTour::composesAPageWithABitmap() {

@@ -15,6 +15,7 @@ public:
 private slots:
     void startsAnotherProject();
     void composesAPageWithTwoFields();
+    void looksAtThePreview();
     void composesAPageWithABitmap();
     void editsAFloatVariable();
     void editsABooleanVariable();

@@ -1,0 +1,127 @@
+#include "display/forms/ScriptUnderlines.h"
+
+#include "check/ProjectCheck.h"
+#include "widgets/DeviceTextEdit.h"
+#include "widgets/ModalDialogs.h"
+#include "widgets/ScriptPositions.h"
+
+#include <QHelpEvent>
+#include <QTextBlock>
+#include <QToolTip>
+
+#include <utility>
+
+namespace orvista {
+
+namespace {
+
+/// Readable on light and dark grounds.
+constexpr QColor errorColour(225, 45, 45);
+constexpr QColor warningColour(225, 130, 0);
+
+/// From the character concerned to the end of its word; a text that is cut, to the end of its line. What is
+/// missing behind the line is shown at the line's last character.
+std::pair<int, int> rangeOf(const Finding& finding, const ScriptPositions& positions,
+                            const QTextDocument& document) {
+    int first = positions.positionOf(finding.line, finding.column);
+    const int endOfLine = positions.endOfLine(finding.line);
+    if (first == endOfLine && first > positions.positionOf(finding.line, 1))
+        --first;
+    int end = first;
+    const bool isCut = finding.code == "text-cut";
+    while (end < endOfLine && (isCut || end == first || document.characterAt(end) != u' '))
+        ++end;
+    return {first, end};
+}
+
+QTextEdit::ExtraSelection selectionOf(const Finding& finding, std::pair<int, int> range,
+                                      const QTextCursor& inDocument) {
+    QTextEdit::ExtraSelection selection;
+    selection.cursor = inDocument;
+    selection.cursor.setPosition(range.first);
+    selection.cursor.setPosition(range.second, QTextCursor::KeepAnchor);
+    selection.format.setUnderlineStyle(QTextCharFormat::WaveUnderline);
+    selection.format.setUnderlineColor(finding.severity == Severity::Error ? errorColour : warningColour);
+    selection.format.setToolTip(QString::fromStdString(finding.text));
+    return selection;
+}
+
+} // namespace
+
+ScriptUnderlines::ScriptUnderlines(DeviceTextEdit& box, const Project& project, Subject subject,
+                                   QObject* parent)
+    : QObject(parent), box_(box), project_(project), subject_(std::move(subject)) {
+    quiet_.setSingleShot(true);
+    quiet_.setInterval(quietTime);
+    connect(&quiet_, &QTimer::timeout, this, &ScriptUnderlines::check);
+    connect(&box, &QPlainTextEdit::textChanged, this, &ScriptUnderlines::checkSoon);
+    box.installEventFilter(this);
+    box.viewport()->installEventFilter(this);
+}
+
+void ScriptUnderlines::checkSoon() {
+    if (box_.isVisible())
+        quiet_.start();
+}
+
+bool ScriptUnderlines::eventFilter(QObject* watched, QEvent* event) {
+    switch (event->type()) {
+    case QEvent::Show:
+    case QEvent::EnabledChange:
+        if (watched == &box_)
+            quiet_.start();
+        break;
+    case QEvent::Hide:
+        if (watched == &box_)
+            quiet_.stop();
+        break;
+    case QEvent::ToolTip:
+        if (watched == box_.viewport() && tell(static_cast<const QHelpEvent&>(*event)))
+            return true;
+        break;
+    default:
+        break;
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+void ScriptUnderlines::check() {
+    if (isModalDialogOpen())
+        return quiet_.start();
+    if (!box_.isEnabled())
+        return box_.setExtraSelections({});
+    if (!bitmaps_ || bitmapFolder_ != project_.ProjPath) {
+        bitmapFolder_ = project_.ProjPath;
+        bitmaps_.emplace(bitmapFolder_);
+    }
+    underline(checkMessage(subject_.message(), box_.bytes(), project_, *bitmaps_, subject_.columns()));
+}
+
+void ScriptUnderlines::underline(const Findings& findings) {
+    const ScriptPositions positions(*box_.document());
+    const QTextCursor cursor(box_.document());
+    QList<QTextEdit::ExtraSelection> selections;
+    for (const Finding& finding : findings.list) {
+        if (finding.line == 0)
+            continue;
+        const auto range = rangeOf(finding, positions, *box_.document());
+        if (range.first < range.second)
+            selections << selectionOf(finding, range, cursor);
+    }
+    box_.setExtraSelections(selections);
+}
+
+bool ScriptUnderlines::tell(const QHelpEvent& event) const {
+    const int position = box_.cursorForPosition(event.pos()).position();
+    QStringList sentences;
+    for (const QTextEdit::ExtraSelection& selection : box_.extraSelections())
+        if (selection.cursor.selectionStart() <= position && position <= selection.cursor.selectionEnd())
+            sentences << selection.format.toolTip().toHtmlEscaped();
+    if (sentences.isEmpty())
+        return false;
+    // As markup, since plain tool-tips are not broken into lines.
+    QToolTip::showText(event.globalPos(), "<p>" + sentences.join("</p><p>") + "</p>", box_.viewport());
+    return true;
+}
+
+} // namespace orvista

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "check/Finding.h"
+#include "display/FolderBitmaps.h"
+#include "model/Project.h"
+
+#include <QObject>
+#include <QTimer>
+
+#include <functional>
+#include <optional>
+#include <string>
+
+class QHelpEvent;
+
+namespace orvista {
+
+class DeviceTextEdit;
+
+/// Underlines in a script box what is found in its text, and tells what in tool-tips. Nothing of it is part
+/// of the text: neither the bytes nor undo know of it, and no signal of the box is fired.
+class ScriptUnderlines final : public QObject {
+    Q_OBJECT
+public:
+    /// The text is looked at this many milliseconds after its last change.
+    static constexpr int quietTime = 300;
+
+    /// What the box shows, and on how wide a panel.
+    struct Subject {
+        std::function<std::string()> message; ///< "STDMSG12"
+        std::function<int()> columns;
+    };
+
+    /// All must outlive the object.
+    ScriptUnderlines(DeviceTextEdit& box, const Project& project, Subject subject, QObject* parent);
+
+    /// Something else than the text may have changed.
+    void checkSoon();
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void check();
+    void underline(const Findings& findings);
+    bool tell(const QHelpEvent& event) const;
+
+    DeviceTextEdit& box_;
+    const Project& project_;
+    Subject subject_;
+    std::string bitmapFolder_;
+    std::optional<FolderBitmaps> bitmaps_;
+    QTimer quiet_{this};
+};
+
+} // namespace orvista
