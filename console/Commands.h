@@ -12,6 +12,8 @@ namespace orvista::console {
 
 using Run = std::function<ExitStatus()>;
 
+void addCheck(CLI::App& program, Run& run);
+void addShow(CLI::App& program, Run& run);
 void addAddresses(CLI::App& program, Run& run);
 void addMessages(CLI::App& program, Run& run);
 void addVariables(CLI::App& program, Run& run);

@@ -1,7 +1,7 @@
 #include "console/Output.h"
 
 #include "console/CommandFailure.h"
-#include "exchange/WholeFile.h"
+#include "model/FileReplacing.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -97,7 +97,7 @@ void Progress::clear() {
 
 void writeFile(const std::string& path, std::string_view bytes) {
     try {
-        writeWholeFile(path, bytes);
+        replaceFile(path, bytes);
     } catch (const std::system_error& failure) {
         throw CommandFailure(ExitStatus::Found, path + ": " + failure.code().message());
     }

@@ -52,12 +52,14 @@ ExitStatus runCommand(std::vector<std::string> arguments) {
     for (const char* const word : {"REQUIRED", "TEXT"}) // help needs no words for what is usual
         program.get_formatter()->label(word, "");
     program.footer("Examples:\n"
-                   "  orvista addresses PUMPSTATION.orx\n"
+                   "  orvista check PUMPSTATION.orx\n"
                    "  orvista addresses PUMPSTATION.orx -o addresses.csv\n"
                    "  orvista messages --help\n\n"
                    "Exit status: 0 all well, 1 something found, different or failed, 2 wrong usage or "
                    "unreadable input.");
     Run run;
+    addCheck(program, run);
+    addShow(program, run);
     addAddresses(program, run);
     addMessages(program, run);
     addVariables(program, run);

@@ -1,5 +1,7 @@
 #include "widgets/PanelPicture.h"
 
+#include "display/PanelLook.h"
+
 #include <QRadialGradient>
 #include <algorithm>
 #include <cmath>
@@ -8,16 +10,18 @@ namespace orvista {
 
 namespace {
 
-// The hardware's own colours: they do not follow the desktop's palette.
-constexpr QColor boardColour(16, 17, 19);
-constexpr QColor rimColour(44, 46, 50);
-constexpr QColor offCentre(50, 46, 43);
-constexpr QColor offEdge(30, 28, 27);
+using panelLook::glowReach;
+using panelLook::lensRadius;
+using panelLook::lightRadius;
 
-/// A light's glow reaches this many cells from its centre.
-constexpr double glowReach = 1.25;
-/// Radius of a lens in cells.
-constexpr double lensRadius = 0.4;
+constexpr QColor colourOf(Pixel pixel) {
+    return {pixel.red, pixel.green, pixel.blue};
+}
+
+constexpr QColor boardColour = colourOf(panelLook::boardColour);
+constexpr QColor rimColour = colourOf(panelLook::rimColour);
+constexpr QColor offCentre = colourOf(panelLook::offCentre);
+constexpr QColor offEdge = colourOf(panelLook::offEdge);
 
 /// Two bits for each of nine lights.
 constexpr std::uint32_t surroundingCount = 1U << 18;
@@ -30,14 +34,8 @@ struct Light {
 };
 
 Light lightOf(Led led) {
-    switch (led) {
-    case Led::Red:
-        return {QColor(255, 150, 120), QColor(255, 36, 22)};
-    case Led::Green:
-        return {QColor(210, 255, 170), QColor(70, 235, 50)};
-    default:
-        return {QColor(255, 226, 150), QColor(255, 150, 12)};
-    }
+    const panelLook::Light light = panelLook::lightOf(led);
+    return {colourOf(light.core), colourOf(light.lens)};
 }
 
 QColor withAlpha(QColor colour, int alpha) {
@@ -104,12 +102,12 @@ QImage PanelPicture::glowImage(Led led) const {
     halo.setColorAt(1, withAlpha(lens, 0));
     painter.setBrush(halo);
     painter.drawEllipse(centre, glowReach * cell_, glowReach * cell_);
-    QRadialGradient light(centre, (lensRadius + 0.04) * cell_);
+    QRadialGradient light(centre, lightRadius * cell_);
     light.setColorAt(0, core);
     light.setColorAt(0.55, lens);
     light.setColorAt(1, lens.darker(115));
     painter.setBrush(light);
-    painter.drawEllipse(centre, (lensRadius + 0.04) * cell_, (lensRadius + 0.04) * cell_);
+    painter.drawEllipse(centre, lightRadius * cell_, lightRadius * cell_);
     return glow;
 }
 

@@ -1,6 +1,6 @@
 #!/bin/sh
 # Adds the programs in this folder to the present user's desktop: menu entries, icon, .orx files that open by a double
-# click, manual pages and bash completion. With --remove it takes all of that away again.
+# click, manual pages and bash completion, and orvista to where commands are found. With --remove it takes all of that away again.
 set -eu
 here=$(dirname "$(readlink -f "$0")")
 data=${XDG_DATA_HOME:-$HOME/.local/share}
@@ -11,6 +11,7 @@ about=$data/metainfo/orvista-editor.metainfo.xml
 manual=$data/man/man1
 completions=$data/bash-completion/completions
 icons=$data/icons/hicolor
+commands=$HOME/.local/bin
 
 # exec_path PROGRAM: its path as a desktop entry's Exec line wants it: quoted, then escaped once more as any of its texts. A plain
 # path stays as it is, for xdg-open without a desktop knows no quotes.
@@ -44,9 +45,16 @@ add() {
     for program in $programs; do
         escaped=$(exec_path $program | sed 's/[\\&|]/\\&/g')
         sed "s|@PROGRAM@|$escaped|" "$here/desktop/$program.desktop.in" >"$entries/$program.desktop"
+    done
+    for program in $programs orvista; do
         cp "$here/man/$program.1" "$manual"
         cp "$here/completion/$program" "$completions"
     done
+    # A command of that name that is somebody else's stays.
+    mkdir -p "$commands"
+    if [ -L "$commands/orvista" ] || ! [ -e "$commands/orvista" ]; then
+        ln -sfn "$here/orvista" "$commands/orvista"
+    fi
     cp "$here/desktop/orvista-editor.xml" "$types"
     cp "$here/desktop/orvista-editor.metainfo.xml" "$about"
     for size in 48 128 256; do
@@ -73,8 +81,14 @@ remove_empty_databases() {
 
 remove() {
     for program in $programs; do
-        rm -f "$entries/$program.desktop" "$manual/$program.1" "$completions/$program"
+        rm -f "$entries/$program.desktop"
     done
+    for program in $programs orvista; do
+        rm -f "$manual/$program.1" "$completions/$program"
+    done
+    if [ -L "$commands/orvista" ]; then
+        rm "$commands/orvista"
+    fi
     rm -f "$types" "$about" "$icons/scalable/apps/orvista-editor.svg"
     for size in 48 128 256; do
         rm -f "$icons/${size}x$size/apps/orvista-editor.png"
@@ -82,7 +96,7 @@ remove() {
     update_databases
     remove_empty_databases
     for folder in "$icons"/*/apps "$icons"/* "$icons" "$data/icons" "$data/mime/packages" "$data/mime/application" \
-        "$data/mime" "$entries" "$data/metainfo" "$manual" "$data/man" "$completions" "$data/bash-completion"; do
+        "$data/mime" "$entries" "$data/metainfo" "$manual" "$data/man" "$completions" "$data/bash-completion" "$commands"; do
         [ ! -d "$folder" ] || rmdir --ignore-fail-on-non-empty "$folder"
     done
     echo "The programs are no longer in your menu. This folder can be deleted."

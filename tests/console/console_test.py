@@ -5,8 +5,10 @@ import io
 import json
 import os
 import resource
+import struct
 import subprocess
 import sys
+import zlib
 from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).parents[1] / "tour"))
@@ -29,7 +31,7 @@ def no_file_grows():
 
 class Usage(ProgramTest):
     def test_help_has_examples_everywhere(self):
-        for command in ([], ["addresses"], ["new"], ["messages"], ["messages", "export"], ["messages", "import"],
+        for command in ([], ["check"], ["show"], ["addresses"], ["new"], ["messages"], ["messages", "export"], ["messages", "import"],
                         ["variables"], ["variables", "export"], ["variables", "import"]):
             text = self.expect(0, *command, "--help").decode()
             self.assertIn("Usage: orvista" + "".join(" " + word for word in command), text)
@@ -52,7 +54,7 @@ class Usage(ProgramTest):
     def test_unreadable_input_is_status_2(self):
         (self.folder / "folder.orx").mkdir()
         for project in ("missing.orx", "folder.orx", "no folder/A.orx"):
-            for command in (["addresses", project], ["messages", "export", project], ["variables", "export", project],
+            for command in (["check", project], ["addresses", project], ["messages", "export", project], ["variables", "export", project],
                             ["messages", "import", project, "a.csv"]):
                 self.assertIn("Unable to open " + project, self.complaint(2, *command))
         self.assertIn("a.csv: No such file", self.complaint(2, "messages", "import", PROJECT, "a.csv"))
@@ -62,8 +64,8 @@ class Usage(ProgramTest):
         (self.folder / "modbus.adr").write_bytes(b"AnalogInput 7\r\n")
         (self.folder / "history.cache").write_bytes(b"kept\r\n")
         before = self.files()
-        for command in (["addresses", PROJECT], ["messages", "export", PROJECT], ["variables", "export", PROJECT],
-                        ["messages", "import", PROJECT, "messages.csv", "--dry-run"]):
+        for command in (["check", PROJECT], ["addresses", PROJECT], ["messages", "export", PROJECT],
+                        ["variables", "export", PROJECT], ["messages", "import", PROJECT, "messages.csv", "--dry-run"]):
             (self.folder / "messages.csv").write_bytes(b"message,script\nSTDMSG1,new\n")
             before["messages.csv"] = b"message,script\nSTDMSG1,new\n"
             self.expect(0, *command)
@@ -123,6 +125,142 @@ class Addresses(ProgramTest):
         self.assertEqual((self.folder / "list.csv").stat().st_mode & 0o777, 0o640)
 
 
+class Check(ProgramTest):
+    """A text of 20 characters on a panel for 16 (blanks always fit), and a bitmap that is not there."""
+
+    def setUp(self):
+        super().setUp()
+        project = device_files.new_project()
+        project["STDMSG"][12] = b'CLEAR\r\nTEXT 0 0 RED BLACK "twenty characters xx"\r\nACT STILL 1000'
+        device_files.write(self.folder, "CUT", project)
+        project["ALTMSG"][2] = b"CLEAR\r\nIMG 0 0 RED BLACK none.bmp\r\nACT STILL 1000"
+        device_files.write(self.folder, "BAD", project)
+
+    def test_nothing_is_said_where_all_is_well(self):
+        self.assertEqual(self.expect(0, "check", PROJECT, "--strict", "--notes"), b"")
+
+    def test_a_line_for_each_finding(self):
+        lines = self.expect(1, "check", "CUT.orx", "BAD.orx").decode().splitlines()
+        self.assertRegex(lines[0], r"^CUT\.orx:STDMSG12:2:37: warning: 3 characters do not fit .*\. \[text-cut\]$")
+        self.assertRegex(lines[2], r"^BAD\.orx:ALTMSG2:2:19: error: .*none\.bmp.*\. \[missing-bitmap\]$")
+        self.assertEqual(len(lines), 3)
+
+    def test_status(self):
+        self.assertEqual(self.run_program("check", "CUT.orx").returncode, 0)
+        self.assertEqual(self.run_program("check", "CUT.orx", "--strict").returncode, 1)
+        self.assertEqual(self.run_program("check", "CUT.orx", "--strict", "--columns", "160").returncode, 0)
+        self.assertEqual(self.run_program("check", "BAD.orx", "--columns", "160").returncode, 1)
+        self.complaint(2, "check", PROJECT, "--columns", "0")
+        self.complaint(2, "check", PROJECT, "--columns", "4097")
+        result = self.run_program("check", "none.orx", "BAD.orx")
+        self.assertEqual((result.returncode, result.stderr), (2, b"orvista: Unable to open none.orx\n"))
+        self.assertIn(b"[missing-bitmap]", result.stdout, "the others are checked all the same")
+
+    def test_a_finding_about_no_line_has_none(self):
+        text = (self.folder / PROJECT).read_bytes()
+        (self.folder / PROJECT).write_bytes(text.replace(b"DigitalInput   100", b"DigitalInput   310"))
+        lines = self.expect(1, "check", PROJECT).decode().splitlines()
+        self.assertRegex(lines[0], r"^PUMPSTATION\.orx:address map: error: .*\[address-overlap\]$")
+
+    def test_json(self):
+        report = json.loads(self.expect(1, "check", "--json", "CUT.orx", "BAD.orx"))
+        self.assertEqual((report["errors"], report["warnings"], report["columns"]), (1, 2, 128))
+        first = report["findings"][0]
+        self.assertEqual({**first, "text": ""}, {"project": "CUT.orx", "item": "STDMSG12", "line": 2, "column": 37,
+                                                 "severity": "warning", "code": "text-cut", "text": ""})
+        self.assertEqual(json.loads(self.expect(0, "check", "--json", PROJECT)),
+                         {"findings": [], "errors": 0, "warnings": 0, "columns": 128})
+
+    def test_notes_only_when_asked_for(self):
+        project = device_files.new_project()
+        project["RegVar"][7] = (b"5", b"5", b"1")
+        device_files.write(self.folder, "NOTE", project)
+        self.assertEqual(self.expect(0, "check", "NOTE.orx", "--strict"), b"")
+        self.assertIn(b"NOTE.orx:RegVar7: note: ", self.expect(0, "check", "NOTE.orx", "--strict", "--notes"))
+
+
+def pixels(path):
+    """Width, height and rows of red, green and blue of a PNG without filters, its sums checked."""
+    data, at, packed = path.read_bytes(), 8, b""
+    if data[:8] != b"\x89PNG\r\n\x1a\n":
+        raise ValueError("not a PNG")
+    while at < len(data):
+        size, = struct.unpack(">I", data[at:at + 4])
+        kind, body = data[at + 4:at + 8], data[at + 8:at + 8 + size]
+        if zlib.crc32(kind + body) != struct.unpack(">I", data[at + 8 + size:at + 12 + size])[0]:
+            raise ValueError("a wrong sum")
+        if kind == b"IHDR":
+            width, height = struct.unpack(">II", body[:8])
+        elif kind == b"IDAT":
+            packed += body
+        at += 12 + size
+    rows = zlib.decompress(packed)
+    stride = 1 + 3 * width
+    if len(rows) != stride * height or any(rows[y * stride] for y in range(height)):
+        raise ValueError("rows of another form")
+    return width, height, [rows[y * stride + 1:(y + 1) * stride] for y in range(height)]
+
+
+class Show(ProgramTest):
+    def setUp(self):
+        super().setUp()
+        project = device_files.new_project()
+        # A bar of one character in each colour, and one message that comes in from the right.
+        project["STDMSG"][1] = (b'TEXTS 0 0 RED BLACK "-"\r\nTEXTS 6 0 GREEN BLACK "-"\r\nTEXTS 12 0 ORANGE BLACK "-"\r\n'
+                                b"ACT STILL 1000")
+        project["STDMSG"][2] = b'CLEAR\r\nTEXTS 0 0 RED BLACK "-"\r\nIN GO-LEFT 1 10\r\nACT STILL 1000'
+        project["ALTMSG"][3] = b'TEXTS 18 0 RED BLACK "-"\r\nACT BLINK 4 75\r\nACT STILL 500'
+        device_files.write(self.folder, "BARS", project)
+
+    def lit(self, *arguments, scale=8):
+        """Columns and colours of the lit dots in the row of the bars; the picture's rim is one and a half dots."""
+        self.assertEqual(self.expect(0, "show", "BARS.orx", *arguments, "-o", "out.png"), b"")
+        width, height, rows = pixels(self.folder / "out.png")
+        columns = (width - 2 * (scale + scale // 2)) // scale
+        self.assertEqual(height, 16 * scale + 2 * (scale + scale // 2))
+        y = scale + scale // 2 + 3 * scale + scale // 2
+        found = {}
+        for column in range(columns):
+            x = scale + scale // 2 + column * scale + scale // 2
+            dot = rows[y][3 * x:3 * x + 3]
+            found[column] = min(self.looks, key=lambda look: sum((a - b) ** 2 for a, b in zip(self.looks[look], dot)))
+        found = {column: colour for column, colour in found.items() if colour != "off"}
+        return columns, found
+
+    bar = range(0, 5)
+    # Near the middle of a lens, between its glowing core and its own colour.
+    looks = {"off": (48, 44, 41), "R": (255, 110, 85), "G": (160, 248, 127), "O": (255, 199, 98)}
+
+    def test_the_dots_of_a_message(self):
+        columns, found = self.lit("stdmsg1")
+        self.assertEqual(columns, 128)
+        self.assertEqual(found, {**{x: "R" for x in self.bar}, **{x + 6: "G" for x in self.bar},
+                                 **{x + 12: "O" for x in self.bar}})
+        columns, found = self.lit("STDMSG1", "--columns", "40", "--scale", "5", scale=5)
+        self.assertEqual((columns, len(found)), (40, 15))
+
+    def test_without_a_moment_the_page_has_come_in(self):
+        self.assertEqual(set(self.lit("STDMSG2")[1]), set(self.bar))
+        self.assertEqual(set(self.lit("STDMSG2", "--at", "0")[1]), set())
+        self.assertEqual(set(self.lit("STDMSG2", "--at", "30")[1]), {125, 126, 127})
+        self.assertEqual(set(self.lit("ALTMSG3")[1]), {x + 18 for x in self.bar}, "lit, though it blinks")
+        self.assertEqual(self.lit("STDMSG40")[1], {})
+
+    def test_several_messages_are_played_as_the_display_plays_them(self):
+        self.assertEqual(len(self.lit("STDMSG2", "STDMSG1", "--at", "999")[1]), 15, "the first comes first")
+        self.assertEqual(len(self.lit("STDMSG2", "STDMSG1", "--at", "2290")[1]), 5)
+        self.assertEqual(set(self.lit("STDMSG1", "ALTMSG3", "--at", "700")[1]), {x + 18 for x in self.bar})
+
+    def test_wrong_usage(self):
+        for arguments in (["BARS.orx", "STDMSG41", "-o", "a.png"], ["BARS.orx", "RegVar1", "-o", "a.png"],
+                          ["BARS.orx", "STDMSG1"], ["BARS.orx", "-o", "a.png"], ["BARS.orx", "STDMSG1", "-o", "a.bmp"],
+                          ["BARS.orx", "STDMSG1", "-o", "a.png", "--at", "-1"],
+                          ["BARS.orx", "STDMSG1", "-o", "a.png", "--scale", "0"],
+                          ["none.orx", "STDMSG1", "-o", "a.png"]):
+            self.complaint(2, "show", *arguments)
+            self.assertFalse((self.folder / "a.png").exists())
+
+
 class Outputs(ProgramTest):
     """Full disk and read-only folder at each output: one line, status 1, no half file."""
 
@@ -131,7 +269,7 @@ class Outputs(ProgramTest):
         (self.folder / "messages.csv").write_bytes(b"message,script\nSTDMSG1,new\n")
         (self.folder / "variables.csv").write_bytes(b"name,default\nRegVar1,77\n")
 
-    commands = (["addresses", PROJECT, "-o", "out.csv"], ["addresses", PROJECT, "-o", "out.html"],
+    commands = (["show", PROJECT, "STDMSG3", "-o", "out.png"], ["addresses", PROJECT, "-o", "out.csv"], ["addresses", PROJECT, "-o", "out.html"],
                 ["addresses", PROJECT, "-o", "out.json"], ["messages", "export", PROJECT, "-o", "out.csv"],
                 ["variables", "export", PROJECT, "-o", "out.csv"],
                 ["messages", "import", PROJECT, "messages.csv"], ["variables", "import", PROJECT, "variables.csv"],
@@ -142,7 +280,7 @@ class Outputs(ProgramTest):
         for command in self.commands:
             self.complaint(1, *command, preexec=no_file_grows)
             after = self.files()
-            for name in ("out.csv", "out.html", "out.json"):
+            for name in ("out.png", "out.csv", "out.html", "out.json"):
                 self.assertNotIn(name, after, command)
             self.assertTrue(before[PROJECT] in after.values(), command)
             for name in set(after) - set(before):

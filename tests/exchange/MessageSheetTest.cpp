@@ -219,5 +219,14 @@ TEST(MessageSheet, TellsOfColumnsThatAreMissing) {
                 ElementsAre("row 1, page: the column is missing"));
 }
 
+TEST(MessageSheet, RefusesScriptsThatNoFileKeeps) {
+    EXPECT_EQ(errorsOf("message,script\nSTDMSG1, endmsg\n").size(), 1U);
+    ASSERT_EQ(errorsOf("message,script\nSTDMSG1,\"a\n[Config]\"\n").size(), 1U);
+    EXPECT_THAT(errorsOf("message,script\nSTDMSG1,\"a\n[Config]\"\n").front(),
+                HasSubstr("row 2, script: line 2: "));
+    EXPECT_EQ(errorsOf("message,script\nSTDMSG1,\" \n\"\n").size(), 1U);
+    EXPECT_THAT(errorsOf("message,script\nSTDMSG1,\"a DEFMSG\n[CONFIG] b\"\n"), IsEmpty());
+}
+
 } // namespace
 } // namespace orvista

@@ -1,0 +1,129 @@
+#include "console/Commands.h"
+
+#include "check/ProjectCheck.h"
+#include "console/Output.h"
+#include "console/Projects.h"
+#include "display/FolderBitmaps.h"
+#include "model/Numbers.h"
+
+#include <nlohmann/json.hpp>
+
+#include <memory>
+#include <vector>
+
+namespace orvista::console {
+
+namespace {
+
+struct Options {
+    std::vector<std::string> projects;
+    int columns = 128;
+    bool strict = false;
+    bool notes = false;
+    bool json = false;
+};
+
+/// All that was found, and how the check ends.
+struct Report {
+    std::string text;
+    nlohmann::ordered_json list = nlohmann::ordered_json::array();
+    std::size_t errors = 0;
+    std::size_t warnings = 0;
+    bool isComplete = true;
+};
+
+std::string findingText(const std::string& project, const Finding& finding) {
+    std::string text = project + ":" + finding.item;
+    if (finding.line > 0)
+        text += ":" + decimalText(static_cast<std::int64_t>(finding.line)) + ":" +
+                decimalText(static_cast<std::int64_t>(finding.column));
+    return text.append(": ")
+        .append(severityName(finding.severity))
+        .append(": ")
+        .append(finding.text)
+        .append(" [")
+        .append(finding.code)
+        .append("]\n");
+}
+
+nlohmann::ordered_json findingObject(const std::string& project, const Finding& finding) {
+    return {{"project", project},
+            {"item", finding.item},
+            {"line", finding.line},
+            {"column", finding.column},
+            {"severity", severityName(finding.severity)},
+            {"code", finding.code},
+            {"text", finding.text}};
+}
+
+void checkOne(const std::string& path, const Options& options, Report& report) {
+    const Project project = readProject(path);
+    const FolderBitmaps bitmaps(project.ProjPath);
+    const Findings findings =
+        checkProject(project, bitmaps, options.columns, options.notes ? Notes::Included : Notes::LeftOut);
+    for (const Finding& finding : findings.list) {
+        if (options.json)
+            report.list.push_back(findingObject(path, finding));
+        else
+            report.text += findingText(path, finding);
+    }
+    if (findings.notListed() > 0)
+        complain(path + ": and " + decimalText(static_cast<std::int64_t>(findings.notListed())) + " more");
+    report.errors += findings.errors;
+    report.warnings += findings.warnings;
+}
+
+ExitStatus checkAll(const Options& options) {
+    Report report;
+    Progress progress;
+    for (std::size_t i = 0; i < options.projects.size(); ++i) {
+        if (options.projects.size() > 1)
+            progress.show(decimalText(static_cast<std::int64_t>(i) + 1) + " of " +
+                          decimalText(static_cast<std::int64_t>(options.projects.size())) + ": " +
+                          options.projects[i]);
+        try {
+            checkOne(options.projects[i], options, report);
+        } catch (const CommandFailure& failure) {
+            progress.clear();
+            complain(failure.what());
+            report.isComplete = false;
+        }
+        progress.clear();
+        print(std::exchange(report.text, {}));
+    }
+    if (options.json) {
+        const nlohmann::ordered_json document{{"findings", std::move(report.list)},
+                                              {"errors", report.errors},
+                                              {"warnings", report.warnings},
+                                              {"columns", options.columns}};
+        print(document.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) + "\n");
+    }
+    if (!report.isComplete)
+        return ExitStatus::Unusable;
+    const bool isBad = report.errors > 0 || (options.strict && report.warnings > 0);
+    return isBad ? ExitStatus::Found : ExitStatus::Well;
+}
+
+} // namespace
+
+void addCheck(CLI::App& program, Run& run) {
+    const auto options = std::make_shared<Options>();
+    CLI::App* command = program.add_subcommand("check", "Tell what will go wrong on the display");
+    command->add_option("PROJECT", options->projects, "Project files, .orx")->required();
+    command->add_option("--columns", options->columns, "Dots across the panel")
+        ->type_name("N")
+        ->check(CLI::Range(1, PanelSize::maximumColumns))
+        ->capture_default_str();
+    command->add_flag("--strict", options->strict, "End with status 1 on warnings, too");
+    command->add_flag("--notes", options->notes, "Name variables that are set up and shown by no message");
+    command->add_flag("--json", options->json, "JSON instead of text");
+    command->footer(
+        "Examples:\n"
+        "  orvista check PUMPSTATION.orx\n"
+        "  orvista check --strict --columns 256 plant/*.orx\n"
+        "  orvista check --json PUMPSTATION.orx\n\n"
+        "Ends with status 0 when there is no error, 1 when there is one, 2 when a project cannot be read.");
+    command->callback([options, &run] { run = [options] { return checkAll(*options); }; });
+}
+
+} // namespace orvista::console

@@ -1,0 +1,101 @@
+"""manual_test.py PROGRAM SOURCE: the manual page, the completion and the help know what the program knows."""
+
+import json
+import os
+import re
+import subprocess
+import textwrap
+
+from program import PROGRAM, PROJECT, SOURCE, ProgramTest, main
+
+PAGE = (SOURCE / "packaging" / "linux" / "man" / "orvista.1").read_text("ascii")
+COMPLETION = SOURCE / "packaging" / "linux" / "completion" / "orvista"
+COMMANDS = (["check"], ["show"], ["addresses"], ["messages", "export"], ["messages", "import"], ["variables", "export"],
+            ["variables", "import"], ["new"])
+
+
+def manual_fields(command):
+    """The fields that the page's JSON section has for a command: those of the object, and those of its rows."""
+    section = PAGE.split(f".SS orvista {command} \\-\\-json\n")[1]
+    section = re.split(r"\n\.S[SH] ", section)[0]
+    rows = re.search(r"\n\.RS\n(.*)\n\.RE", section, re.S)[1]
+    outer = section.replace(rows, "")
+
+    def fields(text):
+        return re.findall(r"^\.B (\w+)$", text, re.M)
+    return fields(outer), fields(rows)
+
+
+class Manual(ProgramTest):
+    def options(self, *command):
+        """The long options that the help tells of."""
+        return set(re.findall(r"^  (?:-\w,)?(--[a-z-]+)", self.expect(0, *command, "--help").decode(), re.M))
+
+    def completions(self, *words):
+        script = 'source "$1"; shift; compopt() { :; }; COMP_WORDS=("$@"); COMP_CWORD=$(($# - 1)); _orvista; printf "%s\\n" "${COMPREPLY[@]}"'
+        result = subprocess.run(["bash", "-c", script, "bash", COMPLETION, "orvista", *words], cwd=self.folder,
+                                stdout=subprocess.PIPE, check=True)
+        return set(result.stdout.decode().split())
+
+    def test_json_fields_are_those_of_the_manual(self):
+        (self.folder / PROJECT).write_bytes((self.folder / PROJECT).read_bytes().replace(b"pump.bmp", b"none.bmp"))
+        findings = json.loads(self.run_program("check", PROJECT, "--json").stdout)
+        self.assertEqual((list(findings), list(findings["findings"][0])), manual_fields("check"))
+        addresses = json.loads(self.expect(0, "addresses", PROJECT, "--json"))
+        self.assertEqual((list(addresses), list(addresses["addresses"][0])), manual_fields("addresses"))
+
+    def test_manual_has_every_option_and_command(self):
+        told = {"--help", "--version"}.union(*(self.options(*command) for command in COMMANDS))
+        section = PAGE.split(".SH OPTIONS\n")[1].split("\n.SH ")[0].replace("\\-", "-")
+        heads = "\n".join(re.findall(r"^\.TP\n(.*)$", section, re.M))
+        self.assertEqual(set(re.findall(r"--[a-z-]+", heads)), told)
+        for command in COMMANDS:
+            self.assertIn("\\fBorvista " + " ".join(command), PAGE)
+        self.assertEqual(re.search(r'"(\d+\.\d+)"', PAGE)[1], self.expect(0, "--version").decode().split()[1])
+
+    def test_completion_has_every_option_and_command(self):
+        self.assertEqual(self.completions(""), {command[0] for command in COMMANDS} | {"--help", "--version"})
+        self.assertEqual(self.completions("messages", ""), {"export", "import", "--help"})
+        for command in COMMANDS:
+            self.assertEqual(self.completions(*command, "--"), self.options(*command), command)
+
+    def test_completion_offers_files_and_messages(self):
+        (self.folder / "a.csv").touch()
+        self.assertEqual(self.completions("check", ""), {PROJECT})
+        self.assertEqual(self.completions("show", PROJECT, "stdmsg4"), {"STDMSG4", "STDMSG40"})
+        self.assertEqual(self.completions("messages", "import", PROJECT, ""), {"a.csv"})
+        self.assertEqual(self.completions("addresses", PROJECT, "-o", ""), {"a.csv"})
+
+    def shell(self, script):
+        """Runs the script where orvista is on the path."""
+        (self.folder / "bin").mkdir(exist_ok=True)
+        if not (self.folder / "bin" / "orvista").exists():
+            (self.folder / "bin" / "orvista").symlink_to(PROGRAM)
+        path = f"{self.folder / 'bin'}:{os.environ['PATH']}"
+        result = subprocess.run(["bash", "-c", script], cwd=self.folder, stdout=subprocess.PIPE, stderr=subprocess.PIPE,
+                                env=os.environ | {"PATH": path}, check=False, timeout=100)
+        return result.returncode, result.stderr
+
+    def test_every_command_of_the_help_and_the_readme_runs(self):
+        for name, pattern in (("docs/help/command-line.html", r"<pre>(.*?)</pre>"), ("README.md", r"^    (orvista .*?)$")):
+            found = re.findall(pattern, (SOURCE / name).read_text("utf-8"), re.S | re.M)
+            lines = [line for block in found for line in block.splitlines()]
+            self.assertGreater(len(lines), 6, name)
+            for line in lines:
+                with self.subTest(name=name, line=line):
+                    self.assertEqual(self.shell(line), (0, b""))
+            (self.folder / "LINE3.orx").unlink()
+
+    def test_the_build_servers_step_checks_and_publishes(self):
+        text = (SOURCE / "docs" / "fleet.md").read_text("utf-8")
+        step = textwrap.dedent(re.search(r"^    #!/bin/sh\n(?:    .*\n)*", text, re.M)[0])
+        self.assertEqual(self.shell(step), (0, b""))
+        (self.folder / "other").mkdir()
+        (self.folder / "other" / "BAD.orx").write_bytes(
+            (self.folder / PROJECT).read_bytes().replace(b"pump.bmp", b"none.bmp"))
+        self.assertEqual(self.shell(step), (1, b""))
+        for name in ("PUMPSTATION-addresses.html", "PUMPSTATION-addresses.csv", "other/BAD-addresses.csv"):
+            self.assertTrue((self.folder / name).is_file(), name)
+
+
+main()
