@@ -17,7 +17,7 @@ public:
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
-    bool hasHeightForWidth() const override { return true; }
+    bool hasHeightForWidth() const override { return sizePolicy().hasHeightForWidth(); }
     int heightForWidth(int width) const override;
     /// With lenses in squares of that side.
     QSize sizeForCell(int cell) const;

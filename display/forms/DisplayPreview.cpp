@@ -56,6 +56,7 @@ void DisplayPreview::buildLayout() {
     panel_->setAccessibleName(tr("Preview of the display"));
     panel_->setFocusPolicy(Qt::TabFocus);
     panel_->setContextMenuPolicy(Qt::ActionsContextMenu);
+    panel_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
     panel_->setMinimumSize(1, 3 * fontMetrics().height());
     auto* const save = new QAction(tr("Save Picture…"), panel_);
     save->setObjectName(QStringLiteral("miPreviewSavePicture"));

@@ -28,7 +28,10 @@ WizardPreview::WizardPreview(const Project& project, int columns, const LocalTim
       lblWizardFit(named<QLabel>(QStringLiteral("lblWizardFit"))) {
     values_.clock = now;
     wizardPreview->setAccessibleName(tr("Preview of the page"));
-    wizardPreview->setMinimumSize(1, 4 * fontMetrics().height());
+    wizardPreview->setMinimumWidth(1);
+    // Forms around it keep their smallest heights only where no widget's height follows its width.
+    wizardPreview->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    wizardPreview->setFixedHeight(5 * fontMetrics().height());
     lblWizardFit->setTextFormat(Qt::PlainText);
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins({});
