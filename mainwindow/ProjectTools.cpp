@@ -47,10 +47,12 @@ ProjectTools::ProjectTools(const Project& project, Commands& commands, const Pag
 
 void ProjectTools::addPanels() {
     dock_->addPanel({findingsPanel, tr("Findings"), [this] {
-                         findings_ =
-                             new FindingsPanel(project_, [this] { return navigator_->notAppliedItems(); });
+                         findings_ = new FindingsPanel(project_, preview_.columns(),
+                                                       [this] { return navigator_->notAppliedItems(); });
                          connect(findings_, &FindingsPanel::placeChosen, navigator_, &Navigator::goTo);
                          connect(findings_, &FindingsPanel::rowLeft, navigator_, &Navigator::forget);
+                         connect(&preview_, &DisplayPreview::columnsChanged, findings_,
+                                 [this] { findings_->setColumns(preview_.columns()); });
                          return findings_;
                      }});
 }

@@ -83,7 +83,6 @@ frmMain::frmMain(Project& project, ConfigModule::History& history,
     setContextMenuPolicy(Qt::NoContextMenu);
     setWindowIcon(ToolIcons::program());
     setStatusBar(new StatusBar);
-    setContextMenuPolicy(Qt::NoContextMenu); // Qt would offer to hide what nothing brings back
     buildPages();
     buildCommands();
     buildLayout();

@@ -19,7 +19,6 @@ namespace orvista {
 namespace {
 
 constexpr std::chrono::milliseconds checkDelay{300};
-constexpr int usualColumns = 128;
 
 QString shown(std::string_view text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
@@ -33,11 +32,11 @@ void addCount(QStringList& parts, std::size_t count, const QString& one, const Q
 
 } // namespace
 
-FindingsPanel::FindingsPanel(const Project& project,
+FindingsPanel::FindingsPanel(const Project& project, int columns,
                              std::function<std::vector<std::string>()> notAppliedItems)
     : project_(project),
       notAppliedItems_(std::move(notAppliedItems)),
-      columns_(usualColumns),
+      columns_(columns),
       delay_(new QTimer(this)),
       txtFindingsFilter(named<QLineEdit>(QStringLiteral("txtFindingsFilter"))),
       chkFindingsNotes(named<QCheckBox>(QStringLiteral("chkFindingsNotes"), tr("&Notes"))),

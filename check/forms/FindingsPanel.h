@@ -25,10 +25,12 @@ class RowsTable;
 class FindingsPanel final : public QWidget {
     Q_OBJECT
 public:
+    /// \param columns of the display, 1 to PanelSize::maximumColumns
     /// \param notAppliedItems the names of the items that are shown with an edit that is not applied
-    FindingsPanel(const Project& project, std::function<std::vector<std::string>()> notAppliedItems);
+    FindingsPanel(const Project& project, int columns,
+                  std::function<std::vector<std::string>()> notAppliedItems);
 
-    /// Of the display, 1 to PanelSize::maximumColumns.
+    /// Checks again for a display of another width, in the range above.
     void setColumns(int columns);
     /// Checks at once.
     void check();

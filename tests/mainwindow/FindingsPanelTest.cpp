@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QSignalSpy>
+#include <QSpinBox>
 #include <QTabWidget>
 #include <QTableView>
 #include <QTimer>
@@ -64,7 +65,7 @@ private slots:
     void anEditThatWouldBeLostIsDiscardedByTheSecondEnterOnly();
     void anotherRowAsksAgain();
     void withoutAProjectThePanelIsEmptyAndDisabled();
-    void theColumnsStandInTheHeading();
+    void thePreviewsColumnsAreThoseOfTheCheck();
     void viewPanelsShowsAndHidesTheDock();
 };
 
@@ -220,13 +221,17 @@ void FindingsPanelTest::withoutAProjectThePanelIsEmptyAndDisabled() {
     QVERIFY(editor.enabled("miViewPanels"));
 }
 
-void FindingsPanelTest::theColumnsStandInTheHeading() {
+void FindingsPanelTest::thePreviewsColumnsAreThoseOfTheCheck() {
     Checked editor;
-    editor.project.STDMSG[11] = "CLEAR\r\nSTR(100,0,RED,BLACK)abcdefgh\r\nSTILL 500";
+    editor.project.STDMSG[11] = "CLEAR\r\nTEXT 0 0 RED BLACK \"123456789012345678901\"\r\nACT STILL 500";
+    auto* const columns = editor.find<QSpinBox>("spnPreviewColumns");
+    columns->setValue(160); // before the panel is there
     editor.trigger("miToolsCheck");
-    auto* const panel = editor.window->findChild<FindingsPanel*>();
-    panel->setColumns(512);
-    QTRY_COMPARE(editor.find<QLabel>("lblFindingsColumns")->text(), QStringLiteral("for 512 columns"));
+    QCOMPARE(editor.find<QLabel>("lblFindingsColumns")->text(), QStringLiteral("for 160 columns"));
+    QCOMPARE(editor.rows(), QStringList{"warning|STDMSG12|2|text-cut"});
+    columns->setValue(168);
+    QTRY_COMPARE(editor.find<QLabel>("lblFindingsColumns")->text(), QStringLiteral("for 168 columns"));
+    QCOMPARE(editor.rows(), QStringList());
 }
 
 void FindingsPanelTest::viewPanelsShowsAndHidesTheDock() {
