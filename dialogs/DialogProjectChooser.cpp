@@ -2,6 +2,7 @@
 
 #include "dialogs/DialogMessages.h"
 #include "dialogs/FolderContents.h"
+#include "dialogs/NameableFolder.h"
 #include "dialogs/frmLoadProject.h"
 #include "dialogs/frmNewProject.h"
 #include "dialogs/frmStartup.h"
@@ -64,8 +65,8 @@ std::optional<ChosenProject> DialogProjectChooser::chooseExistingProject() {
 
 std::optional<std::string> DialogProjectChooser::chooseSaveAsPath(const std::string& proposedName) {
     const PathRules& paths = environment_.paths;
-    QFileDialog comdlg(parent_, QStringLiteral("Save as"), shownPath(startFolder(paths, project_.ProjPath)),
-                       QString::fromLatin1(projectFilter));
+    const NameableFolder start(paths, startFolder(paths, project_.ProjPath));
+    QFileDialog comdlg(parent_, QStringLiteral("Save as"), start.shown(), QString::fromLatin1(projectFilter));
     comdlg.setObjectName("comdlg");
     comdlg.setAcceptMode(QFileDialog::AcceptSave);
     comdlg.setFileMode(QFileDialog::AnyFile);
@@ -74,8 +75,7 @@ std::optional<std::string> DialogProjectChooser::chooseSaveAsPath(const std::str
     comdlg.setOption(QFileDialog::HideNameFilterDetails);
     comdlg.selectFile(shownPath(proposedName));
     while (comdlg.exec() == QDialog::Accepted && !comdlg.selectedFiles().isEmpty()) {
-        const std::string chosen = pathFromShown(comdlg.selectedFiles().front());
-        const std::string path = withExtension(paths.nativeForm(chosen));
+        const std::string path = withExtension(start.meant(comdlg.selectedFiles().front()));
         if (!existsOnDisk(paths, path) || confirmReplacing(parent_, path))
             return path;
     }

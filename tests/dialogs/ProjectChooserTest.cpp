@@ -152,6 +152,31 @@ private slots:
         QVERIFY(chooser_->chooseSaveAsPath("PLANT") == folder_->file("PLAIN.orx"));
     }
 
+    void saveAsStaysInAFolderThatIsNoText() {
+        const std::string plant = folder_->file("W\xE4rme");
+        std::error_code error;
+        if (!std::filesystem::create_directory(plant, error))
+            QSKIP("this file system takes only names that are texts");
+        writeBytes(plant + "/OLD.orx", "x");
+        project_.ProjPath = plant;
+        QString shown;
+        onModal("comdlg", [&shown](QWidget* modal) {
+            auto* const dialog = qobject_cast<QFileDialog*>(modal);
+            shown = dialog->directory().absolutePath();
+            QVERIFY2(shown.endsWith("/W_rme"), qPrintable(shown));
+            QCOMPARE(dialog->directory().entryList({"*.orx"}, QDir::Files), QStringList("OLD.orx"));
+            saveAs(dialog, "OLD");
+        });
+        onModal("messageBox", [](QWidget* box) {
+            QVERIFY(qobject_cast<QMessageBox*>(box)->text().contains("rme/OLD.orx already exists"));
+            onModal("comdlg", [](QWidget* dialog) { saveAs(dialog, "NEW"); });
+            QTest::mouseClick(qobject_cast<QMessageBox*>(box)->button(QMessageBox::No), Qt::LeftButton);
+        });
+        QVERIFY(chooser_->chooseSaveAsPath("PLANT") == plant + "/NEW.orx");
+        QVERIFY(!QDir(shown).exists());
+        QVERIFY(std::filesystem::exists(plant + "/OLD.orx"));
+    }
+
 private:
     std::unique_ptr<TemporaryFolder> folder_;
     DocMgrModule::ProgramEnvironment environment_;
