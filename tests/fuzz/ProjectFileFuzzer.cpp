@@ -4,7 +4,8 @@
 
 #include "model/ProjectFile.h"
 
-/// Any bytes are a project file: it is read to its end, whatever it holds, and what it gave can be saved.
+/// Any bytes are a project file: it is read to its end, whatever it holds, and what it gave is written again,
+/// into memory: a save waits for the disk.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace orvista;
     const testing::TemporaryFolder folder;
@@ -16,7 +17,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const DocMgrModule::FileContext context{paths, messages};
     Project project;
     testing::require(DocMgrModule::ReadProject(path, project, context));
-    testing::require(DocMgrModule::SaveProject(folder.path(), "COPY", project, context) ==
-                     DocMgrModule::SaveOutcome::Saved);
+    MemorySink written;
+    DocMgrModule::writeProjectFile(written, project);
+    testing::require(written.bytes().starts_with("[CONFIG]\r\n"));
     return 0;
 }
