@@ -29,7 +29,7 @@ Expected expected(ScriptArgument argument) {
     case ScriptArgument::Background:
         return {"a background colour", colours};
     case ScriptArgument::Text:
-        return {"a text between double quotes", "the text, with a double quote before and behind it"};
+        return {"a text between double quotes", "the text, with a double quote before and after it"};
     case ScriptArgument::FileName:
         return {"the name of a bitmap", "the name of a .bmp file of the project's folder"};
     case ScriptArgument::Variable:

@@ -13,7 +13,7 @@ constexpr std::size_t shortestMatch = 3;
 constexpr std::size_t longestMatch = 258;
 constexpr std::size_t farthestMatch = 32768;
 
-/// A code and the extra bits behind it stand for a range of lengths or distances.
+/// A code and the extra bits after it stand for a range of lengths or distances.
 struct Range {
     std::uint16_t first;
     std::uint8_t extraBits;

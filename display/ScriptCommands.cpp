@@ -68,7 +68,7 @@ ScriptCommand Command::drawn() {
     if (equalsIgnoringCase(command, "IMG"))
         return orBadArgument(image());
     LedFont font = LedFont::Large8x15;
-    // The small font's commands are the large one's with an S behind.
+    // The small font's commands are the large one's with an S after them.
     if (endsWithIgnoringCase(command, "S")) {
         font = LedFont::Small5x7;
         command.remove_suffix(1);
@@ -101,7 +101,7 @@ Element Command::text(LedFont font) {
     const auto text = words_.quoted();
     if (!placement || !text)
         return std::nullopt;
-    ++source_.content; // behind the quote
+    ++source_.content; // after the quote
     return TextElement{*placement, font, std::string(*text), source_};
 }
 

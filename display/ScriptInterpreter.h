@@ -15,7 +15,7 @@ namespace orvista {
 struct ScriptRemark {
     std::size_t line = 0;   ///< from 1
     std::string text;       ///< the line, at most maximumRemarkLength bytes of it
-    std::size_t column = 0; ///< from 1, of the command's word or the argument that is wrong; behind the
+    std::size_t column = 0; ///< from 1, of the command's word or the argument that is wrong; after the
                             ///< line's last byte for one that is missing
     RemarkReason reason = RemarkReason::UnknownCommand;
     std::optional<ScriptArgument> argument; ///< that is wrong

@@ -40,7 +40,7 @@ public:
     /// \param skipped bytes of the line that stand before it
     explicit ScriptWords(std::string_view line, std::size_t skipped = 0);
 
-    /// The column, from 1, at which the next field begins; behind the last byte when there is none.
+    /// The column, from 1, at which the next field begins; after the last byte when there is none.
     std::size_t column() const { return skipped_ + position_ + 1; }
     /// The next field; empty when there is none.
     std::string_view word();

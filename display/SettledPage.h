@@ -16,7 +16,7 @@ LedRaster settledPage(const Programme& programme, std::size_t page, const Displa
 /// When that is, in milliseconds after the start of a round.
 std::int64_t settledTime(const Programme& programme, std::size_t page);
 
-/// The page that a line of the script (from 1) belongs to: lines behind a leaving effect and before the first
+/// The page that a line of the script (from 1) belongs to: lines after a leaving effect and before the first
 /// page go with the page nearest to them. 0 without pages.
 std::size_t pageOfLine(const Programme& programme, std::size_t line);
 

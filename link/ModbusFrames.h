@@ -27,7 +27,7 @@ Frame emergencyMessagesRequest(std::uint16_t address, const std::array<bool, eme
 Frame regularMessagesRequest(std::uint16_t address, const std::array<bool, regularMessageCount>& on);
 /// Write Single Coil.
 Frame coilRequest(std::uint16_t address, bool on);
-/// Write Multiple Registers: the value's low word at `address`, its high word behind it, as the device reads
+/// Write Multiple Registers: the value's low word at `address`, its high word after it, as the device reads
 /// its float variables.
 Frame registerPairRequest(std::uint16_t address, float value);
 

@@ -92,7 +92,7 @@ QWidget* MessageListPage::buildDetails() {
     layout->addLayout(nameRow);
     layout->addWidget(buildScriptSplitter(), 1);
     layout->addLayout(buttons);
-    // The preview lies below the box, but comes behind the buttons.
+    // The preview lies below the box, but comes after the buttons.
     QWidget::setTabOrder(txtMsg, btnEditMessage);
     QWidget::setTabOrder(btnEditMessage, btnMsgApply);
     return details;

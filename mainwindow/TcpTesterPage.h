@@ -27,7 +27,7 @@ class TcpTesterPage final : public QWidget, public UpdateButtons {
 public:
     explicit TcpTesterPage(Messages& messages, QWidget* parent = nullptr);
 
-    /// Who sends; must outlive the page. Without one the buttons do nothing.
+    /// Sends the requests; must outlive the page. Without one the buttons do nothing.
     void useActions(TesterActions& actions) { actions_ = &actions; }
 
     void showDeviceAddress(const std::string& address);

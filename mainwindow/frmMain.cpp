@@ -299,7 +299,7 @@ bool frmMain::saveBeforeClosing() {
     case Answer::Yes:
         break;
     }
-    // Who says Yes means all that is on the screen, applied or not.
+    // Yes means all that is on the screen, applied or not.
     // Apply stays enabled when the boxes are emptied; it would then store an address map of zeros.
     if (modbusPage_->hasUnappliedEdits() && modbusPage_->holdsNewAddresses())
         modbusPage_->btnModBusApply_Click();

@@ -50,7 +50,7 @@ public:
 
     /// The first activation opens this project file (absolute, UTF-8) instead of the start-up dialog.
     void openAtStart(const std::string& path) { startPath_ = path; }
-    /// Who carries out Upload and Download; must outlive the window. Without one they do nothing.
+    /// Carries out Upload and Download; must outlive the window. Without one they do nothing.
     void useTransfer(TransferCommands& transfer) { transfer_ = &transfer; }
 
     DocMgrModule::ProjectLifecycle& lifecycle() { return lifecycle_; }

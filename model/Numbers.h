@@ -20,7 +20,7 @@ public:
 enum class InnerBlanks { EndNumber, Skipped };
 
 /// Reads the longest leading decimal number of `text`: leading blanks, one sign, digits with at most one
-/// ".", an optional e/E exponent. "inf", "nan" and "0x10" are no numbers. Returns 0 where there is none and
+/// ".", an optional e/E exponent. "inf", "nan" and "0x10" are not numbers. Returns 0 where there is none and
 /// where the value is too small for a double.
 /// \throws Overflow when the value is beyond the range of a double.
 double leadingNumber(std::string_view text, InnerBlanks innerBlanks = InnerBlanks::EndNumber);

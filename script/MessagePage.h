@@ -41,7 +41,7 @@ struct MessageForm {
     bool operator==(const MessageForm&) const = default;
 };
 
-/// The name a script gives a bitmap: what stands behind the last separator of `path` (UTF-8), in device
+/// The name a script gives a bitmap: what stands after the last separator of `path` (UTF-8), in device
 /// bytes. Nothing when the device's encoding lacks one of its characters, or when it holds a line end, which
 /// would end the script line.
 std::optional<std::string> bitmapName(const PathRules& paths, std::string_view path);

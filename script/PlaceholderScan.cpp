@@ -13,7 +13,7 @@ struct Placeholder {
 };
 
 /// The placeholder that `text` begins with; its first character is a "%". A rejected one costs the digits
-/// behind the "%" only, and no digit stands behind two of them, so all of them together cost one pass.
+/// after the "%" only, and no digit stands after two of them, so all of them together cost one pass.
 std::optional<Placeholder> leadingPlaceholder(std::string_view text) {
     std::size_t end = 1;
     int width = 0;

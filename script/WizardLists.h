@@ -26,7 +26,7 @@ struct Font {
 };
 inline constexpr std::array<Font, 2> fonts{{{"5x7", "S", "5", 6}, {"8x15", "", "0", 8}}};
 
-/// Written behind "IN " or "OUT "; the speed follows directly. The GO- effects move by steps of 1.
+/// Written after "IN " or "OUT "; the speed follows directly. The GO- effects move by steps of 1.
 /// "NONE" writes no line.
 inline constexpr std::array<Item, 6> effects{{{"NONE", ""},
                                               {"GO-LEFT", "GO-LEFT 1 "},

@@ -15,8 +15,8 @@ inline constexpr std::size_t longestFtpLine = 1024;
 inline constexpr std::size_t largestDeviceFile = std::size_t{64} * 1024 * 1024;
 
 struct FtpCommand {
-    std::string verb;     ///< in upper case; empty for a line that is no command
-    std::string argument; ///< everything behind the one blank after the verb, as it stands
+    std::string verb;     ///< in upper case; empty for a line that is not a command
+    std::string argument; ///< everything after the one blank after the verb, as it stands
     bool operator==(const FtpCommand&) const = default;
 };
 

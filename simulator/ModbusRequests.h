@@ -23,7 +23,7 @@ struct FrameStart {
 };
 
 /// Looks for the first frame in what a connection has received. Garbage is anything whose header no Modbus
-/// request has: nothing behind it can be told apart any more.
+/// request has: nothing after it can be told apart any more.
 FrameStart firstModbusFrame(std::string_view received);
 
 /// The fields of a request that this device knows. Values are as sent, not checked against the memory.
@@ -41,7 +41,7 @@ bool knowsModbusFunction(std::string_view frame);
 /// \param frame a complete frame, which must outlive the result's data
 std::optional<ModbusRequest> parseModbusRequest(std::string_view frame);
 
-/// True for a request that parseModbusRequest() knows and that is no reading.
+/// True for a request that parseModbusRequest() knows and that is not a reading.
 bool writesModbusMemory(std::string_view frame);
 
 /// The code of an answer that is an exception.

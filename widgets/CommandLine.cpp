@@ -24,7 +24,7 @@ constexpr std::array valuedOptions = {"platform",      "platformpluginpath",
                                       "visual"};
 /// Those that stand alone.
 constexpr std::array plainOptions = {"reverse", "widgetcount", "nograb", "dograb", "testability"};
-/// Those whose value may follow behind "=".
+/// Those whose value may follow after "=".
 constexpr std::array joinedOptions = {"style=", "stylesheet=", "qmljsdebugger="};
 
 /// How many arguments the option at the front of them takes; 0 when it is none of Qt's.

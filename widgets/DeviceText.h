@@ -16,7 +16,8 @@ QString shownLine(const std::string& bytes);
 /// included, are pictures. A line that no layout could take in one piece is broken for showing, with a
 /// continuation mark before each such break.
 QString shownScript(const std::string& bytes);
-/// Ends a shown line that goes on in the next one. It is no character of the device's and stands for no byte.
+/// Ends a shown line that goes on in the next one. It is not one of the device's characters and stands for no
+/// byte.
 inline constexpr QChar continuationMark = u'\u21B5';
 /// The longest stretch of a line shown without a break, in characters.
 inline constexpr qsizetype longestShownLine = 10'000;
@@ -27,7 +28,7 @@ bool isDeviceCharacter(QChar shown);
 std::optional<std::string> deviceBytes(const QString& shown);
 /// As deviceBytes, with "?" for a character without a byte: the rest of a text is never lost over one.
 std::string replacingDeviceBytes(const QString& shown);
-/// The bytes of a shown script: a line feed gives CR LF, except behind a continuation mark, and "?" stands
+/// The bytes of a shown script: a line feed gives CR LF, except after a continuation mark, and "?" stands
 /// for a character without a byte.
 std::string scriptBytes(const QString& shown);
 

@@ -17,7 +17,7 @@ public:
 
     /// The line, from 1, that a position of the document belongs to.
     std::size_t lineAt(int position) const;
-    /// The position of a byte, counted from 1, of a line; that of the line's end for one behind it, of the
+    /// The position of a byte, counted from 1, of a line; that of the line's end for one after it, of the
     /// text's end for a line that is not there.
     int positionOf(std::size_t line, std::size_t column) const;
     int endOfLine(std::size_t line) const;

@@ -20,7 +20,7 @@ constexpr QColor errorColour(225, 45, 45);
 constexpr QColor warningColour(225, 130, 0);
 
 /// From the character concerned to the end of its word; a text that is cut, to the end of its line. What is
-/// missing behind the line is shown at the line's last character.
+/// missing after the line is shown at the line's last character.
 std::pair<int, int> rangeOf(const Finding& finding, const ScriptPositions& positions,
                             const QTextDocument& document) {
     int first = positions.positionOf(finding.line, finding.column);

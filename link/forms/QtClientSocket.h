@@ -16,7 +16,7 @@ public:
     explicit QtClientSocket(QObject* parent = nullptr);
     ~QtClientSocket() override;
 
-    /// Who is told; must outlive the socket or its last connection.
+    /// Is told of the events; must outlive the socket or its last connection.
     void leadEventsTo(SocketEvents& events) { events_ = &events; }
 
     void connectTo(const std::string& host, std::uint16_t port) override;

@@ -35,7 +35,7 @@ public:
 
     bool isOpen() const { return open_; }
 
-    /// A command outside any transfer. A server that refuses it is no failure.
+    /// A command outside any transfer. A server may refuse it; that does not count as a failure.
     bool command(std::string_view line);
     bool store(const std::string& remoteName, ByteSource& source);
     /// \param sizeLimit in bytes; a longer file is a failure

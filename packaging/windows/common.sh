@@ -67,7 +67,7 @@ cached_step() {
 # on Wine's drive Z:. Mounts, processes and a network of nothing but loopback are the run's own and go with it. Wine's
 # server stays for the whole run: one that leaves between two programs may take the next one with it. Only while the
 # prefix is being made does it come and go with its programs: a server kept before there is a prefix finds no folder to
-# live in, and who makes the prefix waits for it to leave.
+# live in, and whoever makes the prefix waits for it to leave.
 in_wine() {
   local script=$1
   as_root mkdir -p "$wine_root$source_root"

@@ -12,7 +12,7 @@ class QGridLayout;
 
 namespace orvista {
 
-/// The entries of a list. What is typed finds an entry also behind its leading blank; an entry that is just
+/// The entries of a list. What is typed finds an entry also after its leading blank; an entry that is just
 /// that counts before longer ones.
 class ListEntries final : public QStringListModel {
     Q_OBJECT

@@ -139,7 +139,7 @@ TEST_F(MessageCheck, LostMessages) {
 TEST_F(MessageCheck, CutTexts) {
     EXPECT_FINDING("TEXT 0 0 RED BLACK \"Emergency stop pump\"\nACT STILL 1000", "1:37 text-cut");
     EXPECT_CLEAN("TEXT 0 0 RED BLACK \"Emergency stop p\"\nACT STILL 1000");
-    // Blanks fit anywhere, and so does the gap behind a character.
+    // Blanks fit anywhere, and so does the gap after a character.
     EXPECT_CLEAN("TEXT 0 0 RED BLACK \"Emergency stop p      \"\nACT STILL 1000");
     EXPECT_CLEAN("TEXTS 123 0 RED BLACK \"1\"");
     EXPECT_FINDING("TEXTS 124 0 RED BLACK \"M\"", "1:24 text-cut");
@@ -182,7 +182,7 @@ TEST_F(MessageCheck, PagesThatPassWhole) {
 TEST_F(MessageCheck, CutFields) {
     EXPECT_FINDING("DISPVAR 248 0 RED BLACK RegVar1", "1:25 field-cut");
     EXPECT_FINDING("DISPVAR 74 0 RED BLACK RegVar1", "1:24 field-cut");
-    // The gap behind the last digit needs no room.
+    // The gap after the last digit needs no room.
     EXPECT_CLEAN("DISPVAR 73 0 RED BLACK RegVar1");
     EXPECT_CLEAN("DISPVAR 74 0 RED BLACK RegVar1\nOUT GO-LEFT 1 50");
     EXPECT_CLEAN("DISPVARS 111 0 RED BLACK CoilVar1");

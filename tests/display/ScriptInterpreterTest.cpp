@@ -144,7 +144,7 @@ TEST(Script, KeywordsAreKnownInAnyCaseAndFieldsInAnySpacing) {
     EXPECT_EQ(text.placement, (Placement{1, 2, Led::Red, Led::Off}));
     EXPECT_EQ(onlyStep("act still 5").milliseconds, 5);
     EXPECT_EQ(interpretScript("clear\r\nClear\nCLEAR").pages.size(), 3U);
-    // A tab is no blank.
+    // A tab is not a blank.
     expectUnknown("TEXT\t0 0 RED BLACK \"a\"");
 }
 

@@ -331,7 +331,7 @@ TransferWatch::Clock fastClock(int factor) {
 }
 
 TEST_F(FtpTransferControlTest, ADripEndsADownloadAfterThirtySeconds) {
-    // Silence is no matter here. In time of the wall each file would take 20 s.
+    // Silence does not matter here. By the clock on the wall each file would take 20 s.
     FtpTransferControl watchful({}, std::chrono::seconds(10'000), PathRules::native(), fastClock(100));
     for (const char* fault : {"slow-retrieve", "slow-list"}) {
         const FtpTestServer server({"--fault", fault, "--piece", "1", "--pause", "0.02"});

@@ -15,7 +15,7 @@ using namespace orvista::testing;
 
 namespace {
 
-/// A Modbus server that is not ours, in a process of its own; tells of every write it took.
+/// A Modbus server that is not ours, in a process of its own; reports every write it took.
 class IndependentServer {
 public:
     IndependentServer()

@@ -152,7 +152,7 @@ void NavigationTest::oneActionFiresOnce() {
     QTest::mouseClick(tree->viewport(), Qt::RightButton, {}, centre(*tree, editor.node(*tree, "F4")));
     QCOMPARE(clicks.count(), 3);
     QCOMPARE(editor.text("txtVarName"), QStringLiteral("RegVar4"));
-    // Keys that move nothing, and the empty area, are no clicks.
+    // Keys that move nothing, and the empty area, are not clicks.
     QTest::keyClick(tree, Qt::Key_Control);
     QTest::mouseClick(tree->viewport(), Qt::LeftButton, {},
                       {tree->viewport()->width() - 2, tree->viewport()->height() + 100});

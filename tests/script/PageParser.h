@@ -133,7 +133,7 @@ private:
         return static_cast<std::size_t>(found - literals.begin());
     }
 
-    /// The next word and the blank behind it.
+    /// The next word and the blank after it.
     std::string word() {
         std::string next = rest_.substr(0, rest_.find(' '));
         rest_.erase(0, next.size());
@@ -164,7 +164,7 @@ private:
 
     void expectEnd() const {
         if (!rest_.empty())
-            throw std::runtime_error("more behind the page: " + rest_);
+            throw std::runtime_error("more after the page: " + rest_);
     }
 
     std::string rest_;

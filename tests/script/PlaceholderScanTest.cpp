@@ -140,7 +140,7 @@ TEST(PlaceholderScan, EveryByteSurvives) {
 
 TEST(PlaceholderScan, FourWidestFieldsFit) {
     const auto scan = scanPlaceholders("%32767v%v%32767v%32767v");
-    // The third and fourth would start behind the last column.
+    // The third and fourth would start after the last column.
     EXPECT_EQ(columns(scan), (std::vector<int>{0, 32767}));
     EXPECT_EQ(scan.DisplayText.size(), 32768U + 14U);
 }

@@ -83,7 +83,7 @@ def write(folder, name, project):
 
 
 def reopened(project):
-    """What reading the saved project gives: a line end behind every text, no blanks around its lines."""
+    """What reading the saved project gives: a line end after every text, no blanks around its lines."""
     def text(raw):
         lines = [line.strip(b" ") for line in raw.split(b"\r\n")]
         return b"".join(line + b"\r\n" for line in lines if line)

@@ -363,7 +363,7 @@ private slots:
             box.copy();
             return QApplication::clipboard()->text();
         };
-        // The line breaks for showing behind its 10,000th character: a mark, then a line end.
+        // The line breaks for showing after its 10,000th character: a mark, then a line end.
         QCOMPARE(copied(9'999, 10'003), QStringLiteral("xx"));
         QCOMPARE(copied(9'999, 10'001), QStringLiteral("x"));
         QCOMPARE(copied(10'001, 10'003), QStringLiteral("x"));

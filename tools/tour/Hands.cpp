@@ -30,7 +30,7 @@ QWidget& Hands::usable(const QString& name) const {
 void Hands::click(const QString& buttonName) const {
     auto& button = usable(buttonName);
     const auto* const withText = qobject_cast<QAbstractButton*>(&button);
-    // A check box or option button takes a click on its mark, whatever room its text leaves behind it.
+    // A check box or option button takes a click on its mark, whatever room its text leaves after it.
     const QPoint where =
         withText && withText->isCheckable() ? QPoint(10, button.height() / 2) : button.rect().center();
     QTest::mouseClick(&button, Qt::LeftButton, {}, where);

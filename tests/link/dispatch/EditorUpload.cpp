@@ -16,7 +16,7 @@ namespace {
 using namespace orvista;
 using tour::Hands;
 
-/// The editor as a user runs it who has the maker's control: a project is made, saved and uploaded.
+/// The editor as a user with the maker's control runs it: a project is made, saved and uploaded.
 /// Everything stays in one folder: the project, what the device got, and pictures.
 class EditorUpload final : public QObject {
     Q_OBJECT
