@@ -9,12 +9,10 @@ using namespace orvista;
 
 constexpr double framesPerSecond = 50;
 constexpr int pictureWidth = 1000;
-/// On each side of the lenses, in cells.
-constexpr double rimCells = 1.5;
 
 /// The largest cell with which a panel is no wider than the picture.
 int cellOf(PanelSize panel) {
-    return std::max(1, static_cast<int>(pictureWidth / (panel.columns + 2 * rimCells)));
+    return PanelPicture::cellFor(panel, {pictureWidth, pictureWidth});
 }
 
 PanelSize panelOf(const benchmark::State& state) {

@@ -1,11 +1,8 @@
 #pragma once
 
 #include "display/LedRaster.h"
-#include "widgets/PanelPicture.h"
+#include "widgets/PanelView.h"
 
-#include <QWidget>
-
-#include <optional>
 #include <string_view>
 
 namespace orvista {
@@ -14,21 +11,15 @@ namespace orvista {
 /// \param text in Windows-1252
 LedRaster panelOfText(std::string_view text, Led led);
 
-/// A panel that shows one picture for ever, as large as its place allows.
-class LedPanel : public QWidget {
+/// A panel that shows one picture for ever, large beside the text around it.
+class LedPanel : public PanelView {
     Q_OBJECT
 public:
     explicit LedPanel(LedRaster shown, QWidget* parent = nullptr);
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
-
-protected:
-    void paintEvent(QPaintEvent* event) override;
-
-private:
-    LedRaster shown_;
-    std::optional<PanelPicture> picture_; ///< for the present size
+    bool hasHeightForWidth() const override { return false; }
 };
 
 } // namespace orvista

@@ -45,6 +45,16 @@ QColor withAlpha(QColor colour, int alpha) {
 
 } // namespace
 
+int PanelPicture::cellFor(PanelSize panel, QSize room) {
+    const QSize ofCellOne = roomFor(panel, 1);
+    return std::max(1, std::min(room.width() / ofCellOne.width(), room.height() / ofCellOne.height()));
+}
+
+QSize PanelPicture::roomFor(PanelSize panel, int cell) {
+    // The rim is one and a half cells on each side.
+    return QSize(panel.columns + 3, panel.rows + 3) * cell;
+}
+
 PanelPicture::PanelPicture(PanelSize panel, int cell)
     : panel_(panel),
       cell_(std::max(1, cell)),

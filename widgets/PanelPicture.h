@@ -20,6 +20,11 @@ public:
     /// \param cell side of one lens' square in device pixels, at least 1
     PanelPicture(PanelSize panel, int cell);
 
+    /// The largest cell whose board, with its rim, fits into so many pixels; at least 1.
+    static int cellFor(PanelSize panel, QSize room);
+    /// The smallest room for a board of such cells, in device pixels.
+    static QSize roomFor(PanelSize panel, int cell);
+
     PanelSize panel() const { return panel_; }
     int cell() const { return cell_; }
     /// Width of the board's rim around the lenses, in device pixels.

@@ -21,34 +21,24 @@ void PanelView::showRaster(LedRaster raster) {
     update();
 }
 
-int PanelView::cellFor(QSize devicePixels) const {
-    // The rim is one and a half cells on each side.
-    const int across = devicePixels.width() / (shown_.columns() + 3);
-    const int down = devicePixels.height() / (shown_.rows() + 3);
-    return std::max(1, std::min(across, down));
-}
-
-QSize PanelView::sizeForCell(int cell) const {
-    return {(shown_.columns() + 3) * cell, (shown_.rows() + 3) * cell};
-}
-
 QSize PanelView::sizeHint() const {
     // Lenses grow with the user's text; very wide panels get smaller ones.
     const int comfortable = std::max(4, fontMetrics().height() / 2);
-    return sizeForCell(std::clamp(1024 / shown_.columns(), 2, comfortable));
+    return PanelPicture::roomFor(shown_.size(), std::clamp(1024 / shown_.columns(), 2, comfortable));
 }
 
 QSize PanelView::minimumSizeHint() const {
-    return sizeForCell(std::clamp(512 / shown_.columns(), 1, 4));
+    return PanelPicture::roomFor(shown_.size(), std::clamp(512 / shown_.columns(), 1, 4));
 }
 
 int PanelView::heightForWidth(int width) const {
-    return sizeForCell(std::max(1, width / (shown_.columns() + 3))).height();
+    const PanelSize panel = shown_.size();
+    return PanelPicture::roomFor(panel, PanelPicture::cellFor(panel, {width, QWIDGETSIZE_MAX})).height();
 }
 
 void PanelView::paintEvent(QPaintEvent*) {
     const QSize pixels = size() * devicePixelRatio();
-    const int cell = cellFor(pixels);
+    const int cell = PanelPicture::cellFor(shown_.size(), pixels);
     if (!picture_ || picture_->cell() != cell || picture_->panel() != shown_.size())
         picture_.emplace(shown_.size(), cell);
     QPainter painter(this);

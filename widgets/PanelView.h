@@ -19,8 +19,6 @@ public:
     QSize minimumSizeHint() const override;
     bool hasHeightForWidth() const override { return sizePolicy().hasHeightForWidth(); }
     int heightForWidth(int width) const override;
-    /// With lenses in squares of that side.
-    QSize sizeForCell(int cell) const;
 
     /// What is on the widget now.
     const LedRaster& shown() const { return shown_; }
@@ -30,8 +28,6 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    int cellFor(QSize devicePixels) const;
-
     LedRaster shown_;
     std::optional<PanelPicture> picture_;
 };

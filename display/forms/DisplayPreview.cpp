@@ -23,10 +23,6 @@ namespace {
 
 constexpr int frameMilliseconds = 20;
 
-LedRaster darkPanel(int columns) {
-    return LedRaster({columns});
-}
-
 } // namespace
 
 DisplayPreview::DisplayPreview(const Project& project, DeviceTextEdit& box, Messages& messages,
@@ -36,7 +32,7 @@ DisplayPreview::DisplayPreview(const Project& project, DeviceTextEdit& box, Mess
       box_(box),
       messages_(messages),
       clock_(std::move(clock)),
-      panel_(new PanelView(darkPanel(PreviewRow::usualColumns))),
+      panel_(new PanelView(LedRaster({PreviewRow::usualColumns}))),
       row_(new PreviewRow),
       player_(Programme({PreviewRow::usualColumns}, {})),
       cursorPage_(*box.document()) {
@@ -98,7 +94,7 @@ void DisplayPreview::connectControls() {
 QSize DisplayPreview::sizeHint() const {
     // As high as a panel of the usual width is in a window of the usual size.
     const int cell = std::max(3, fontMetrics().height() / 3);
-    const QSize panel = PanelView(darkPanel(PreviewRow::usualColumns)).sizeForCell(cell);
+    const QSize panel = PanelPicture::roomFor({PreviewRow::usualColumns}, cell);
     return {panel.width(), panel.height() + layout()->spacing() + row_->sizeHint().height()};
 }
 
