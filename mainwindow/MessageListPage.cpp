@@ -33,6 +33,8 @@ constexpr int charactersComparedAtOnce = 64 * 1024;
 constexpr std::chrono::milliseconds comparisonDelay{300};
 /// Of the script, to be seen in the smallest window.
 constexpr int leastLines = 6;
+/// Of a message, in wide letters, with the box's frame: "STDMSG40".
+constexpr int longestName = 13;
 
 } // namespace
 
@@ -54,6 +56,7 @@ MessageListPage::MessageListPage(Project& project, ModifiedMark& modifiedMark, M
       underlines_(new ScriptUnderlines(
           *txtMsg, project, {[this] { return shownItem(); }, [this] { return preview_->columns(); }}, this)) {
     trvMsg->setAccessibleName(tr("Messages"));
+    widenTo(txtMsgName, longestName);
     auto* splitter = new QSplitter;
     splitter->addWidget(trvMsg);
     splitter->addWidget(buildDetails());

@@ -116,15 +116,40 @@ constexpr const char* programPicture = "...G...\n"
                                        "...G...\n";
 /// Side of a lens' square in the picture that icons of all sizes are scaled down from.
 constexpr int programCell = 32;
+/// Round lenses of fewer dots would be a blur.
+constexpr int leastLens = 3;
+
+/// The lenses as plain squares on whole dots, without the board's rim.
+QImage inSquares(const QImage& picture, const PanelPicture& panel, int side) {
+    const PanelSize lenses = panel.panel();
+    const int square = side / (lenses.columns + 1);
+    const int margin = (side - lenses.columns * square) / 2;
+    QImage icon(side, side, QImage::Format_RGB32);
+    icon.fill(picture.pixel(panel.rim(), panel.rim()));
+    QPainter painter(&icon);
+    for (int y = 0; y < lenses.rows; ++y) {
+        for (int x = 0; x < lenses.columns; ++x) {
+            // Beside the bright core.
+            const QPoint lens(panel.rim() + x * panel.cell() + panel.cell() / 4,
+                              panel.rim() + y * panel.cell() + panel.cell() / 2);
+            painter.fillRect(margin + x * square, margin + y * square, square, square,
+                             picture.pixelColor(lens));
+        }
+    }
+    return icon;
+}
 
 void drawProgram(QPainter& painter) {
     const LedRaster raster = ledRasterFromText(programPicture);
-    const QImage picture = PanelPicture(raster.size(), programCell).image(raster);
+    const PanelPicture panel(raster.size(), programCell);
+    const QImage picture = panel.image(raster);
     // Scaled before it is painted: painters take too few of the picture's dots into a small icon.
     const qreal ratio = painter.device()->devicePixelRatio() * painter.worldTransform().m11();
     const int side = qRound(drawingUnits * ratio);
     painter.drawImage(QRectF(0, 0, drawingUnits, drawingUnits),
-                      picture.scaled(side, side, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
+                      side / (raster.columns() + 1) < leastLens
+                          ? inSquares(picture, panel, side)
+                          : picture.scaled(side, side, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
 }
 
 } // namespace
