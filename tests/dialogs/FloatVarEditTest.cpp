@@ -1,5 +1,6 @@
 #include "dialogs/frmFloatVarEdit.h"
 #include "tests/support/BoxInput.h"
+#include "tests/support/ExpectedLocale.h"
 
 #include <QComboBox>
 #include <QLabel>
@@ -15,6 +16,7 @@ using namespace orvista::testing;
 class FloatVarEditTest : public QObject {
     Q_OBJECT
 private slots:
+    void initTestCase() { QVERIFY(isExpectedLocaleInForce()); }
     void init() {
         project_ = {};
         dialog_ = std::make_unique<frmFloatVarEdit>(project_);

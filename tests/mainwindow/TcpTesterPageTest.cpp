@@ -3,6 +3,7 @@
 #include "model/Numbers.h"
 #include "tests/support/BoxInput.h"
 #include "tests/support/EditorFixture.h"
+#include "tests/support/ExpectedLocale.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -71,6 +72,7 @@ constexpr const char* updateButtons[] = {"btnEmgMsgUpdate", "btnRegMsgUpdate", "
 class TcpTesterPageTest : public QObject {
     Q_OBJECT
 private slots:
+    void initTestCase() { QVERIFY(isExpectedLocaleInForce()); }
     void controlsAreAsGiven();
     void handsOverWhatIsTicked();
     void handsOverTypedAddressesAsTyped();
