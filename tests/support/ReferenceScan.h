@@ -35,6 +35,7 @@ inline PlaceholderScan referenceScan(std::string text) {
             p = text.find('%', p);
         } else {
             text.replace(p, q - p + 1, static_cast<std::size_t>(width), ' ');
+            scan.places[fields] = width;
             scan.VarPos[fields++] = static_cast<std::int16_t>(p);
             p = text.find('%', p + static_cast<std::size_t>(width));
         }
