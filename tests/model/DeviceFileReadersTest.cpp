@@ -268,10 +268,13 @@ TEST(Readers, KeepTheRowsReadBeforeAFailure) {
 
 TEST(ReadIlmVar, TheFirstRowBehindATableChangesNothing) {
     const Project defaults;
-    const Project behindFloats = withVariables("DEFVAR v\ntype float\naddress 228\ndefault 9\nENDVAR\n");
-    EXPECT_EQ(behindFloats.RegVar, defaults.RegVar);
-    const Project behindCoils = withVariables("DEFVAR v\ntype bit\naddress 132\ndefault 1\nENDVAR\n");
-    EXPECT_EQ(behindCoils.CoilVar, defaults.CoilVar);
+    for (const char* block : {"type float\naddress 228\ndefault 9\n", "type bit\naddress 132\ndefault 1\n"}) {
+        const Project project = withVariables(std::string("DEFVAR v\n") + block + "ENDVAR\n");
+        EXPECT_EQ(project.RegVar, defaults.RegVar) << block;
+        // Behind one table the next one begins.
+        EXPECT_EQ(project.CoilVar, defaults.CoilVar) << block;
+        EXPECT_EQ(project.STDMSG, defaults.STDMSG) << block;
+    }
     EXPECT_EQ(withVariables("DEFVAR v\ntype float\naddress 226\ndefault 9\nENDVAR\n").RegVar[63].defaultValue,
               "9");
     EXPECT_EQ(withVariables("DEFVAR v\ntype bit\naddress 131\ndefault 1\nENDVAR\n").CoilVar[31].defaultValue,
