@@ -4,6 +4,7 @@
 #include "check/FitTexts.h"
 #include "check/Quoted.h"
 #include "display/PageFit.h"
+#include "display/ScriptCommands.h"
 #include "display/StepTiming.h"
 #include "model/BitmapName.h"
 #include "model/ItemKind.h"
@@ -41,7 +42,12 @@ std::string panelName(PanelSize panel) {
     return "the panel of " + decimalText(panel.columns) + " x " + decimalText(panel.rows) + " dots";
 }
 
-constexpr std::string_view letPass = ", or let the page leave with OUT GO-LEFT.";
+/// The end of a sentence: what else helps than to change what does not fit.
+std::string orLetPass(const PageFit::Unseen& unseen) {
+    if (!unseen.wayOut)
+        return ".";
+    return ", or let the page leave with OUT " + std::string(effectName(*unseen.wayOut)) + ".";
+}
 
 /// Finds what is wrong with the elements of one page, in their order.
 class PageCheck {
@@ -125,7 +131,7 @@ void PageCheck::checkElement(std::size_t index, const TextElement& text) {
     if (unseen.count > 0)
         found_.add(codes::textCut, contentOf(index, unseen.first), [&] {
             return unfitText(unseen.count) + " on " + panelName(panel_) +
-                   " and cannot be read: shorten or move the text" + std::string(letPass);
+                   " and cannot be read: shorten or move the text" + orLetPass(unseen);
         });
     checkColours(index, text.text.find_first_not_of(' ') != std::string::npos);
     checkFieldUnder(index, "This text");
@@ -151,8 +157,7 @@ void PageCheck::checkElement(std::size_t index, const ImageElement& image) {
     if (!isBitmapName(image.name)) {
         found_.add(codes::missingBitmap, contentOf(index), [&] {
             return "The display draws nothing here, because only files whose names end in .bmp are sent to "
-                   "it "
-                   "and " +
+                   "it and " +
                    quoted(image.name) + " does not: save the picture as a bitmap and name that.";
         });
         return;
@@ -161,11 +166,11 @@ void PageCheck::checkElement(std::size_t index, const ImageElement& image) {
         checkUnshown(index, image);
         return;
     }
-    if (fit_.unseen(index, Passing::Counts).count > 0)
+    if (const PageFit::Unseen unseen = fit_.unseen(index, Passing::Counts); unseen.count > 0)
         found_.add(codes::bitmapCut, contentOf(index), [&] {
             return "The bitmap of " + decimalText(image.image->width) + " x " +
                    decimalText(image.image->height) + " dots does not fit on " + panelName(panel_) +
-                   " and is not seen whole: move it or make it smaller" + std::string(letPass);
+                   " and is not seen whole: move it or make it smaller" + orLetPass(unseen);
         });
     checkColours(index, image.image->isStencil);
     checkFieldUnder(index, "This bitmap");
@@ -178,7 +183,7 @@ void PageCheck::checkElement(std::size_t index, const FieldElement& field) {
         found_.add(codes::fieldCut, contentOf(index), [&] {
             return number(unseen.count) + " of the " + width + " characters of " + fieldName(field) +
                    (unseen.count == 1 ? " does" : " do") + " not fit on " + panelName(panel_) +
-                   " and cannot be read: move the field or make it narrower" + std::string(letPass);
+                   " and cannot be read: move the field or make it narrower" + orLetPass(unseen);
         });
     checkColours(index, true);
     if (coverings_.coversText(index))

@@ -58,6 +58,11 @@ LitDots numberDots(LedFont font) {
     return dots;
 }
 
+DotBox around(const DotBox& one, const DotBox& other) {
+    return {std::min(one.left, other.left), std::min(one.top, other.top), std::max(one.right, other.right),
+            std::max(one.bottom, other.bottom)};
+}
+
 char characterAt(std::string_view text, std::size_t index) {
     return index < text.size() ? text[index] : ' ';
 }
@@ -170,17 +175,41 @@ bool PageFit::isSeen(const DotBox& lit, std::size_t element, Passing passing, bo
     });
 }
 
+std::optional<Effect> PageFit::wayOut(const DotBox& unseen) const {
+    // To the right and downwards a page only crosses the panel, which ends as its first dots reach the far
+    // side.
+    if (unseen.top >= 0 && unseen.bottom <= panel_.rows) {
+        if (unseen.left >= 0)
+            return Effect::Left;
+        if (unseen.right <= panel_.columns && -unseen.left < panel_.columns)
+            return Effect::Right;
+    } else if (unseen.left >= 0 && unseen.right <= panel_.columns) {
+        if (unseen.top >= 0)
+            return Effect::Up;
+        if (unseen.bottom <= panel_.rows && -unseen.top < panel_.rows)
+            return Effect::Down;
+    }
+    return std::nullopt;
+}
+
 PageFit::Unseen PageFit::unseen(std::size_t element, Passing passing) const {
     const auto ofCells = [&](const Cells& cells) {
         Unseen unseen;
+        DotBox extent;
         const Cells::Inside inside = cells.inside(panel_);
         for (std::size_t i = 0; i < cells.count(); ++i) {
             if (i >= inside.first && i < inside.end)
                 continue;
             const LitDots dots = cells.dots(i);
-            if (!dots.isBlank() && !isSeen(cells.box(i, dots), element, passing, true) && unseen.count++ == 0)
+            const DotBox box = cells.box(i, dots);
+            if (dots.isBlank() || isSeen(box, element, passing, true))
+                continue;
+            if (unseen.count++ == 0)
                 unseen.first = i;
+            extent = unseen.count == 1 ? box : around(extent, box);
         }
+        if (unseen.count > 0)
+            unseen.wayOut = wayOut(extent);
         return unseen;
     };
     const ScriptElement& drawn = page_.elements[element];
@@ -189,7 +218,9 @@ PageFit::Unseen PageFit::unseen(std::size_t element, Passing passing) const {
     if (const auto* field = std::get_if<FieldElement>(&drawn))
         return ofCells(Cells(*field, formats_));
     const DotBox box = drawnBox(drawn, formats_);
-    return {box.left == box.right || isSeen(box, element, passing, false) ? 0U : 1U, 0};
+    if (box.left == box.right || isSeen(box, element, passing, false))
+        return {};
+    return {1, 0, wayOut(box)};
 }
 
 std::size_t unfitCharacters(const ScriptPage& page, PanelSize panel, const FieldFormats& formats) {

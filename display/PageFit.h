@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 /// What of a page is to be seen on the panel. A character is seen when all its lit dots lie on the panel at
@@ -29,6 +30,8 @@ public:
     struct Unseen {
         std::size_t count = 0;
         std::size_t first = 0; ///< from 0; without meaning when the count is 0
+        /// Where a page that leaves one dot at a time shows all of it; nothing where no way does.
+        std::optional<Effect> wayOut;
     };
     Unseen unseen(std::size_t element, Passing passing) const;
 
@@ -47,6 +50,7 @@ private:
     static bool goesAsFar(const Pass& later, const Pass& earlier);
     /// \param atOnce whether all dots must be on the panel at the same time
     bool isSeen(const DotBox& lit, std::size_t element, Passing passing, bool atOnce) const;
+    std::optional<Effect> wayOut(const DotBox& unseen) const;
 
     const ScriptPage& page_;
     PanelSize panel_;

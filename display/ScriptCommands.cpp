@@ -10,6 +10,12 @@ namespace orvista {
 
 namespace {
 
+constexpr std::pair<std::string_view, Effect> effects[] = {{"GO-LEFT", Effect::Left},
+                                                           {"GO-RIGHT", Effect::Right},
+                                                           {"GO-UP", Effect::Up},
+                                                           {"GO-DOWN", Effect::Down},
+                                                           {"FADE", Effect::Fade}};
+
 using Element = std::optional<ScriptElement>;
 using Step = std::optional<ScriptStep>;
 
@@ -142,11 +148,6 @@ Element Command::clock(LedFont font, LiveValue value) {
 }
 
 Step Command::effect(StepKind kind) {
-    static constexpr std::pair<std::string_view, Effect> effects[] = {{"GO-LEFT", Effect::Left},
-                                                                      {"GO-RIGHT", Effect::Right},
-                                                                      {"GO-UP", Effect::Up},
-                                                                      {"GO-DOWN", Effect::Down},
-                                                                      {"FADE", Effect::Fade}};
     const std::size_t start = words_.column();
     const std::string_view word = words_.word();
     for (const auto& [name, effect] : effects) {
@@ -185,6 +186,13 @@ Step Command::act() {
 }
 
 } // namespace
+
+std::string_view effectName(Effect effect) {
+    for (const auto& [name, named] : effects)
+        if (named == effect)
+            return name;
+    return {};
+}
 
 ScriptCommand scriptCommand(std::size_t line, ScriptWords& words) {
     return Command(line, words).perform();

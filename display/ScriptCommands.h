@@ -23,6 +23,9 @@ struct ClearPage {};
 /// What a line does; the reason when that is nothing. `words` then knows which word was wrong.
 using ScriptCommand = std::variant<ClearPage, ScriptElement, ScriptStep, RemarkReason>;
 
+/// As scripts write it: "GO-LEFT".
+std::string_view effectName(Effect effect);
+
 /// \param line its number, from 1
 /// \param words of a line that is not blank, none of them taken yet
 ScriptCommand scriptCommand(std::size_t line, ScriptWords& words);

@@ -160,6 +160,30 @@ TEST_F(MessageCheck, CutTexts) {
               "1 character does not fit on the panel of");
 }
 
+TEST_F(MessageCheck, OnlyAWayOutThatHelpsIsNamed) {
+    const auto end = [&](const std::string& script) {
+        const std::string text = sentence(script);
+        const std::size_t start = text.rfind(": ");
+        return start == std::string::npos ? text : text.substr(start + 2);
+    };
+    EXPECT_EQ(end("TEXT 0 12 RED BLACK \"M\""),
+              "shorten or move the text, or let the page leave with OUT GO-UP.");
+    EXPECT_EQ(end("TEXT 0 -5 RED BLACK \"M\""),
+              "shorten or move the text, or let the page leave with OUT GO-DOWN.");
+    EXPECT_EQ(end("TEXT -8 0 RED BLACK \"Mm\""),
+              "shorten or move the text, or let the page leave with OUT GO-RIGHT.");
+    EXPECT_EQ(end("TEXT 0 12 RED BLACK \"Emergency stop pump\""), "shorten or move the text.");
+    EXPECT_EQ(end("IMG 0 0 RED BLACK wide.bmp"),
+              "move it or make it smaller, or let the page leave with OUT GO-LEFT.");
+    EXPECT_EQ(end("IMG 0 0 RED BLACK high.bmp"),
+              "move it or make it smaller, or let the page leave with OUT GO-UP.");
+    EXPECT_EQ(end("IMG -80 0 RED BLACK wide.bmp\nIN GO-UP 1 50\nACT STILL 1"),
+              "move it or make it smaller, or let the page leave with OUT GO-RIGHT.");
+    EXPECT_EQ(end("IMG -20 0 RED BLACK wide.bmp"), "move it or make it smaller.");
+    EXPECT_EQ(end("DISPVARS 0 12 RED BLACK RegVar1"),
+              "move the field or make it narrower, or let the page leave with OUT GO-UP.");
+}
+
 TEST_F(MessageCheck, PagesThatPassWhole) {
     const std::string longText = "TEXT 0 0 RED BLACK \"Emergency stop pump\"\n";
     const std::string low = "TEXT 0 12 RED BLACK \"M\"\n";

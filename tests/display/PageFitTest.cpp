@@ -1,6 +1,7 @@
 #include "display/PageFit.h"
 
 #include "display/RasterAt.h"
+#include "display/ScriptCommands.h"
 
 #include <gtest/gtest.h>
 
@@ -76,6 +77,34 @@ TEST(PageFit, CountsWhatIsNeverDrawnWhole) {
         unseenInAll += unseen;
     }
     EXPECT_GT(unseenInAll, 50U);
+}
+
+TEST(PageFit, KnowsTheWayOutThatShowsAllOfIt) {
+    const FieldFormats formats = fieldFormats(Project());
+    const PanelSize narrow{32};
+    int found = 0;
+    int none = 0;
+    for (const int x : {-70, -40, -9, 0, 10, 30, 90})
+        for (const int y : {-30, -16, -6, 0, 5, 12, 40}) {
+            const std::string script = textLine("TEXT", x, y, "MM") + "ACT STILL 1\n";
+            const ScriptPage page = pageOf(script);
+            const PageFit::Unseen unseen = PageFit(page, narrow, formats).unseen(0, Passing::Counts);
+            std::vector<Effect> helpful;
+            for (const Effect effect : {Effect::Left, Effect::Right, Effect::Up, Effect::Down}) {
+                const ScriptPage left = pageOf(script + "OUT " + std::string(effectName(effect)) + " 1 1");
+                if (unseen.count > 0 && PageFit(left, narrow, formats).unseen(0, Passing::Counts).count == 0)
+                    helpful.push_back(effect);
+            }
+            EXPECT_EQ(helpful.size(), unseen.wayOut ? 1U : 0U) << script;
+            if (unseen.wayOut) {
+                EXPECT_EQ(helpful, std::vector{*unseen.wayOut}) << script;
+                ++found;
+            } else if (unseen.count > 0) {
+                ++none;
+            }
+        }
+    EXPECT_GT(found, 10);
+    EXPECT_GT(none, 10);
 }
 
 std::size_t unfit(const std::string& script, const Project& project = {}) {
