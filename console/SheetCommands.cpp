@@ -6,6 +6,8 @@
 #include "exchange/VariableSheet.h"
 #include "model/Files.h"
 #include "model/Numbers.h"
+#include "model/ProjectFile.h"
+#include "model/Text.h"
 #include "model/Windows1252.h"
 
 #include <memory>
@@ -37,6 +39,8 @@ constexpr const char* spreadsheetHint = "\n\nA spreadsheet takes the zeros in fr
                                         "which import takes off again.";
 
 void deliver(const std::string& output, const std::string& csv) {
+    if (endsWithIgnoringCase(output, DocMgrModule::projectExtension))
+        throw CommandFailure(ExitStatus::Unusable, output + " is a project's name; a table ends in .csv");
     if (output.empty())
         print(csv);
     else

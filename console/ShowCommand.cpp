@@ -7,7 +7,7 @@
 #include "display/PngFile.h"
 #include "display/Programme.h"
 #include "display/RasterAt.h"
-#include "display/StepTiming.h"
+#include "display/SettledPage.h"
 #include "model/ItemKind.h"
 #include "model/Text.h"
 
@@ -46,20 +46,12 @@ MessageCoils coilsOf(const std::vector<std::string>& items) {
     return coils;
 }
 
-/// When the first page stands: its entering effect is over, and it is lit if it blinks.
-std::int64_t firstSight(const Programme& programme) {
+/// The first page that lasts, when its entering effect is over.
+LedRaster firstSight(const Programme& programme, const DisplayValues& values) {
     const Programme::Moment start = programme.momentAt(0);
-    std::int64_t moment = 0;
-    if (start.page == nullptr)
-        return moment;
-    for (const ScriptStep& step : start.page->steps) {
-        if (step.kind == StepKind::Blink)
-            return moment + step.milliseconds;
-        if (step.kind != StepKind::Enter)
-            break;
-        moment += stepDuration(*start.page, step, programme.panel(), programme.formats());
-    }
-    return moment;
+    if (start.step == nullptr) // nothing lasts
+        return rasterAt(programme, values, 0);
+    return settledPage(programme, static_cast<std::size_t>(start.page - programme.pages().data()), values);
 }
 
 LocalTime now() {
@@ -78,7 +70,8 @@ ExitStatus showMessages(const Options& options) {
                                                 FolderBitmaps(project.ProjPath), {options.columns});
     DisplayValues values = defaultValues(project);
     values.clock = now();
-    const LedRaster raster = rasterAt(programme, values, options.moment.value_or(firstSight(programme)));
+    const LedRaster raster =
+        options.moment ? rasterAt(programme, values, *options.moment) : firstSight(programme, values);
     writeFile(options.output, pngFile(drawPanel(raster, options.scale)));
     return ExitStatus::Well;
 }

@@ -51,7 +51,10 @@ bool CsvReader::next(std::vector<std::string>& cells) {
         const bool fits = count < maximumCells;
         if (fits && count == cells.size())
             cells.emplace_back();
+        const CsvFault before = fault_;
         takeCell(fits ? cells[count] : dropped);
+        if (fault_ != before)
+            faultCell_ = count;
         if (fits)
             ++count;
         else if (fault_ == CsvFault::None)

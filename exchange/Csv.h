@@ -35,6 +35,8 @@ public:
     std::size_t row() const { return row_; }
     /// What was wrong with the record read last; its cells are as far as they could be told.
     CsvFault fault() const { return fault_; }
+    /// The cell (from 0) that is wrong, where fault() tells of a quote.
+    std::size_t faultCell() const { return faultCell_; }
 
 private:
     void takeCell(std::string& cell);
@@ -46,6 +48,7 @@ private:
     char separator_;
     std::size_t row_ = 0;
     CsvFault fault_ = CsvFault::None;
+    std::size_t faultCell_ = 0;
 };
 
 /// The separator of a table: the comma, semicolon or tab that comes first in its first record, outside

@@ -79,8 +79,8 @@ public:
 
 private:
     bool hasItsColumns() {
-        if (!result_.errors.none())
-            return sheet_.has(columns::Message);
+        if (!sheet_.hasHead())
+            return false;
         const auto missing = [this](std::size_t column) {
             if (!sheet_.has(column))
                 result_.errors.add(1, columns::names[column], "the column is missing");

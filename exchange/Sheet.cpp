@@ -143,8 +143,17 @@ bool SheetReader::next() {
 bool SheetReader::reportFault() {
     if (reader_.fault() == CsvFault::None)
         return false;
-    errors_.add(reader_.row(), {}, faultText(reader_.fault()));
+    errors_.add(reader_.row(), faultColumn(), faultText(reader_.fault()));
     return true;
+}
+
+/// Empty where the cell is under no column.
+std::string_view SheetReader::faultColumn() const {
+    if (reader_.fault() == CsvFault::TooManyCells)
+        return {};
+    const auto place = std::ranges::find(places_, std::optional(reader_.faultCell()));
+    return place == places_.end() ? std::string_view()
+                                  : columns_[static_cast<std::size_t>(place - places_.begin())];
 }
 
 bool SheetReader::takeCells() {

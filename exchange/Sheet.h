@@ -47,8 +47,8 @@ private:
 /// The rows of a sheet, its cells by column. Rows without any text are passed over.
 class SheetReader {
 public:
-    /// Reads the head line. What is wrong with the file or its head is added to `errors`, and then there are
-    /// no rows. Bytes are UTF-8 with or without its mark, else Windows-1252.
+    /// Reads the head line. What is wrong with the file or its head is added to `errors`; without hasHead()
+    /// there are no rows. Bytes are UTF-8 with or without its mark, else Windows-1252.
     /// \param columns names of the columns known; they may come in any order and may be missing
     SheetReader(std::string_view bytes, std::span<const std::string_view> columns, SheetErrors& errors);
 
@@ -56,6 +56,8 @@ public:
     bool next();
     /// Of the row read last; the head is 1.
     std::size_t row() const { return reader_.row(); }
+    /// Whether there is a head line that can be told into columns.
+    bool hasHead() const { return !failed_; }
     /// Whether the head names the column of that index.
     bool has(std::size_t column) const { return places_[column].has_value(); }
     /// UTF-8, its guard taken off; empty where the column is missing.
@@ -68,6 +70,7 @@ private:
     void readHead();
     std::string text(std::string_view cell) const;
     bool reportFault();
+    std::string_view faultColumn() const;
     bool takeCells();
 
     std::span<const std::string_view> columns_;

@@ -24,15 +24,10 @@ constexpr std::array<std::string_view, Count> columnNames{"name",      "default"
 constexpr std::pair<int, int> widths{2, 8};
 constexpr std::pair<int, int> precisions{0, 3};
 
-/// The value of a text that is a number as a whole, an exponent allowed.
+/// The value of a text that is a number as a whole.
 std::optional<double> numberOf(std::string_view text) {
     text = trimBlanks(text);
-    const auto exponent = std::min(text.find_first_of("eE"), text.size());
-    std::string_view power = text.substr(std::min(exponent + 1, text.size()));
-    if (power.starts_with('-') || power.starts_with('+'))
-        power.remove_prefix(1);
-    if (!isPlainNumber(text.substr(0, exponent)) ||
-        (exponent < text.size() && !GenenalModule::IsAllDigits(power)))
+    if (!isNumber(text))
         return std::nullopt;
     try {
         return leadingNumber(text);
@@ -52,7 +47,7 @@ public:
         : project_(project), sheet_(bytes, columnNames, result_.errors) {}
 
     SheetImport run() {
-        if (result_.errors.none() && !sheet_.has(Name))
+        if (sheet_.hasHead() && !sheet_.has(Name))
             result_.errors.add(1, columnNames[Name], "the column is missing");
         while (sheet_.has(Name) && sheet_.next())
             takeRow();

@@ -50,8 +50,8 @@ std::string deviceFileOnDisk(const PathRules& rules, const std::string& path) {
 }
 
 std::string projectFileOnDisk(const PathRules& rules, const std::string& path) {
-    const auto parts = rules.split(path);
-    return parts ? onDisk(rules, parts->folder, parts->name, lowerAscii(parts->name)) : path;
+    const SplitPath parts = rules.split(path).value_or(SplitPath{".", path});
+    return onDisk(rules, parts.folder, parts.name, lowerAscii(parts.name));
 }
 
 } // namespace orvista

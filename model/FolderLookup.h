@@ -13,7 +13,8 @@ namespace orvista {
 std::string deviceFileOnDisk(const PathRules& rules, const std::string& path);
 
 /// The path to open for the project file `path` names: the name as it stands where it exists, else its
-/// lower-case variant, else any existing variant, else (a new file) the name as it stands.
+/// lower-case variant, else any existing variant, else (a new file) the name as it stands. A name without a
+/// folder is looked for in the current one.
 std::string projectFileOnDisk(const PathRules& rules, const std::string& path);
 
 } // namespace orvista

@@ -43,6 +43,7 @@ class Usage(ProgramTest):
                           ["addresses", PROJECT, "-o", "a.txt"], ["addresses", PROJECT, "-o", "a.csv", "--json"],
                           ["addresses", PROJECT, "--separator", "x"], ["messages"], ["messages", "nonsense"],
                           ["messages", "import", PROJECT], ["messages", "import", PROJECT, "a.csv", "-o", "a.txt"],
+                          ["messages", "export", PROJECT, "-o", PROJECT], ["variables", "export", PROJECT, "-o", "a.ORX"],
                           ["variables", "export", PROJECT, "--pages"], ["new"], ["new", "A", "--ip", "1.2.3"],
                           ["new", "A", "--ip", "1.2.3.256"], ["new", "A", "--ip", "1.2.3.04"],
                           ["new", "A", "--ip", "1.2.3.4.5"]):
@@ -70,6 +71,10 @@ class Usage(ProgramTest):
             before["messages.csv"] = b"message,script\nSTDMSG1,new\n"
             self.expect(0, *command)
             self.assertEqual(self.files(), before)
+
+    def test_projects_are_found_in_any_case(self):
+        for name in ("pumpstation.orx", "./pumpstation.ORX"):
+            self.assertEqual(self.expect(0, "addresses", name), golden("addresses.csv"))
 
     def test_device_files_count_where_a_section_is_missing(self):
         text = (self.folder / PROJECT).read_bytes()
@@ -356,8 +361,9 @@ class Sheets(ProgramTest):
 
     def test_new_keeps_a_project_that_is_there(self):
         before = self.files()
-        for name in (PROJECT, "PUMPSTATION", "pumpstation.ORX" if sys.platform == "win32" else PROJECT):
-            self.assertIn("project file already exist", self.complaint(1, "new", name))
+        for name in (PROJECT, "PUMPSTATION", "pumpstation", "pumpstation.ORX", "./Pumpstation.orx"):
+            self.assertIn(name, self.complaint(1, "new", name))
+            self.assertIn(": project file already exist", self.complaint(1, "new", name))
         self.assertEqual(self.files(), before)
 
     def test_import_to_another_project(self):
@@ -386,7 +392,7 @@ class Sheets(ProgramTest):
                          ['orvista: bad.csv: row 2, message: "STDMSG41" is not a message; there are STDMSG1 to STDMSG40 '
                           'and ALTMSG1 to ALTMSG20',
                           'orvista: bad.csv: row 3, script: "Γ" is not a character of the display',
-                          'orvista: bad.csv: row 4: a quote is opened and never closed'])
+                          'orvista: bad.csv: row 4, script: a quote is opened and never closed'])
         self.assertEqual(self.files(), before)
         (self.folder / "bad.csv").write_bytes(b"message,script\r\n" + b"x" * 10 * 1024 * 1024)
         self.assertEqual(self.complaint(1, "messages", "import", PROJECT, "bad.csv"),

@@ -151,10 +151,10 @@ TEST(Sheet, TellsOfEveryBadRowAtOnce) {
         ElementsAre(SheetError{1, "", "\"colour\" is not a column of this sheet"},
                     SheetError{1, "name", "the column is there twice"},
                     SheetError{2, "", "cell 4 is under no column"},
-                    SheetError{3, "",
+                    SheetError{3, "name",
                                "text follows a closing quote; a quote within a quoted cell is written "
                                "twice"},
-                    SheetError{5, "", "a quote is opened and never closed"}));
+                    SheetError{5, "name", "a quote is opened and never closed"}));
 }
 
 TEST(Sheet, KeepsAThousandErrorsAndCountsTheRest) {

@@ -215,6 +215,9 @@ TEST(MessageSheet, TellsOfEveryErrorAtOnce) {
 TEST(MessageSheet, TellsOfColumnsThatAreMissing) {
     EXPECT_THAT(errorsOf("script\nCLEAR\n"), ElementsAre("row 1, message: the column is missing"));
     EXPECT_THAT(errorsOf("message\nSTDMSG1\n"), ElementsAre("row 1, script: the column is missing"));
+    EXPECT_THAT(errorsOf("mesage,script\nSTDMSG1,a\n"),
+                ElementsAre("row 1: \"mesage\" is not a column of this sheet",
+                            "row 1, message: the column is missing"));
     EXPECT_THAT(errorsOf("message,content,script\nSTDMSG1,a,\n"),
                 ElementsAre("row 1, page: the column is missing"));
 }
