@@ -181,6 +181,11 @@ void MessageListPage::refresh() {
     compare();
 }
 
+void MessageListPage::followProject() {
+    preview_->followProject();
+    underlines_->checkSoon();
+}
+
 void MessageListPage::txtMsg_Change() {
     if (!txtMsg->document()->isEmpty())
         btnMsgApply->setEnabled(true);

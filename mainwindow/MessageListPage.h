@@ -31,6 +31,8 @@ public:
     ItemTree& tree() { return *trvMsg; }
     /// The shown message's script from the model. Discards unapplied edits.
     void refresh();
+    /// The project was changed, or saved under another name. Keeps unapplied edits.
+    void followProject();
 
     std::string shownItem() const override;
     /// True while the box's bytes differ from the stored script, also where Apply is disabled because the box

@@ -1,5 +1,6 @@
 #include "mainwindow/PanelDock.h"
 
+#include "widgets/EnterButton.h"
 #include "widgets/FormParts.h"
 
 #include <QApplication>
@@ -8,7 +9,6 @@
 #include <QShortcut>
 #include <QStyle>
 #include <QTabWidget>
-#include <QToolButton>
 #include <QVBoxLayout>
 
 namespace orvista {
@@ -55,7 +55,7 @@ void PanelDock::build() {
 }
 
 QWidget* PanelDock::closeButton() {
-    auto* const button = named<QToolButton>(QStringLiteral("btnClosePanels"));
+    auto* const button = named<EnterButton>(QStringLiteral("btnClosePanels"));
     button->setIcon(style()->standardIcon(QStyle::SP_TitleBarCloseButton));
     button->setAutoRaise(true);
     button->setToolTip(tr("Hide the panels"));
@@ -126,6 +126,9 @@ void PanelDock::rememberFocus(QWidget* before, QWidget* now) {
 void PanelDock::returnFocus() {
     if (focusOfPage_ && focusOfPage_->isVisible() && focusOfPage_->isEnabled())
         focusOfPage_->setFocus(Qt::OtherFocusReason);
+    else if (auto* const pages = window_.centralWidget()->findChild<QTabWidget*>();
+             pages && pages->isEnabled())
+        pages->setFocus(Qt::OtherFocusReason); // another page has come to the front since
     else if (QWidget* const focused = QApplication::focusWidget())
         focused->clearFocus();
 }

@@ -266,6 +266,7 @@ void frmMain::showCaption(const std::string& caption) {
 
 void frmMain::follow(ProjectTransition transition) {
     commands_->follow(transition);
+    messagePage_->followProject();
     tools_->projectChanged();
 }
 

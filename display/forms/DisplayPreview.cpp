@@ -139,6 +139,13 @@ void DisplayPreview::restart() {
     readScript();
 }
 
+void DisplayPreview::followProject() {
+    if (!isVisible() || bitmapFolder_ == project_.ProjPath)
+        return;
+    readProject();
+    readScript();
+}
+
 void DisplayPreview::readProject() {
     formats_ = fieldFormats(project_);
     values_ = defaultValues(project_);

@@ -39,6 +39,8 @@ public:
 
     /// The box holds another message now, or the project has changed: stands still on the cursor's page.
     void restart();
+    /// The project may lie in another folder now, with other bitmaps.
+    void followProject();
 
     /// Shows or hides the preview for good.
     void setShown(bool shown);

@@ -39,7 +39,7 @@ QPainterPath outline(ShapeButton::Shape shape) {
 
 } // namespace
 
-ShapeButton::ShapeButton(Shape shape, QWidget* parent) : QToolButton(parent), shape_(shape) {
+ShapeButton::ShapeButton(Shape shape, QWidget* parent) : EnterButton(parent), shape_(shape) {
     const int side = fontMetrics().height();
     setIconSize({side, side});
     // By mouse it works without taking the keyboard from the box above.

@@ -1,11 +1,11 @@
 #pragma once
 
-#include <QToolButton>
+#include "widgets/EnterButton.h"
 
 namespace orvista {
 
 /// A button that bears a sign of tape players, drawn in the colours of the palette at any size.
-class ShapeButton final : public QToolButton {
+class ShapeButton final : public EnterButton {
     Q_OBJECT
 public:
     enum class Shape { Play, Pause, Back, Forward };

@@ -102,6 +102,7 @@ private slots:
     void playsAtTrueTimesWhenAsked();
     void theTimeOfAModalDialogDoesNotCount();
     void turnsPages();
+    void enterPressesItsButtons();
     void goesToTheTimeOfTheSlider();
     void anotherMessageStopsIt();
     void isDarkAndDisabledWithoutAMessage();
@@ -210,6 +211,19 @@ void DisplayPreviewTest::turnsPages() {
     desk.click("btnPreviewForward");
     QVERIFY(desk.isPlaying());
     QCOMPARE(desk.time(), secondPageStarts);
+}
+
+void DisplayPreviewTest::enterPressesItsButtons() {
+    Desk desk;
+    desk.show(pages);
+    auto* const play = desk.find<QWidget>("btnPreviewPlay");
+    play->setFocus(Qt::TabFocusReason);
+    QTest::keyClick(play, Qt::Key_Return);
+    QVERIFY(desk.isPlaying());
+    QTest::keyClick(play, Qt::Key_Enter);
+    QVERIFY(!desk.isPlaying());
+    QTest::keyClick(play, Qt::Key_Space);
+    QVERIFY(desk.isPlaying());
 }
 
 void DisplayPreviewTest::goesToTheTimeOfTheSlider() {

@@ -4,6 +4,7 @@
 #include "widgets/DeviceTextEdit.h"
 #include "widgets/PanelView.h"
 
+#include <QImage>
 #include <QLabel>
 #include <QPushButton>
 #include <QSpinBox>
@@ -32,6 +33,7 @@ private slots:
     void changesNothingOfThePage();
     void theViewMenuHidesAndShowsIt();
     void showsVariablesAsApplied();
+    void showsTheBitmapsOfTheFolderThatTheProjectIsSavedIn();
     void leavesTheBoxSixLinesInTheSmallestWindow();
     void theWizardPreviewsForTheSameColumns();
 };
@@ -108,6 +110,26 @@ void MessagePreviewTest::showsVariablesAsApplied() {
     editor.project.CoilVar[0].offText = "STOP";
     editor.showPage("C4");
     QCOMPARE(read(editor), "STOP");
+}
+
+void MessagePreviewTest::showsTheBitmapsOfTheFolderThatTheProjectIsSavedIn() {
+    EditorFixture editor;
+    editor.startWithNewProject();
+    const TemporaryFolder other;
+    QImage picture(4, 2, QImage::Format_RGB32);
+    picture.fill(Qt::red);
+    QVERIFY(picture.save(QString::fromStdString(other.file("pump.bmp")), "BMP"));
+    editor.project.STDMSG[6] = "CLEAR\r\nIMG 0 0 RED BLACK pump.bmp\r\nACT STILL 1000";
+    editor.showMessage("R7");
+    auto* const box = editor.find<DeviceTextEdit>("txtMsg");
+    QTRY_COMPARE(box->extraSelections().size(), 1); // missing
+    LedRaster expected({128});
+    expected.fill(0, 0, 4, 2, Led::Red);
+    QVERIFY(editor.find<PanelView>("panelPreview")->shown() != expected);
+    editor.chooser.saveAsPaths.push_back(other.file("Line4.orx"));
+    editor.trigger("miFileSaveAs");
+    QCOMPARE(editor.find<PanelView>("panelPreview")->shown(), expected);
+    QTRY_COMPARE(box->extraSelections().size(), 0);
 }
 
 void MessagePreviewTest::leavesTheBoxSixLinesInTheSmallestWindow() {

@@ -41,6 +41,7 @@ private slots:
     void neitherFloatsNorMovesNorHasAContextMenu();
     void leavesTheFocusToThePage();
     void escapeReturnsTheFocusToThePage();
+    void escapeLeadsToThePageThatIsInFrontNow();
     void hidingReturnsTheFocusToThePage();
     void aNoticeStandsInALineOfItsOwn();
 };
@@ -111,6 +112,22 @@ void PanelDockTest::escapeReturnsTheFocusToThePage() {
     QVERIFY(editor.dock->isVisible());
 }
 
+void PanelDockTest::escapeLeadsToThePageThatIsInFrontNow() {
+    Docked editor;
+    editor.showMessage("R3");
+    editor.find<QPlainTextEdit>("txtMsg")->setFocus();
+    editor.dock->open("first");
+    auto* const panel = editor.find<QLineEdit>("first");
+    panel->setFocus();
+    editor.trigger("miVarLst");
+    QVERIFY(panel->hasFocus());
+    QTest::keyClick(panel, Qt::Key_Escape);
+    auto* const pages = editor.find<QTabWidget>("tabDetails");
+    QVERIFY(QApplication::focusWidget());
+    QVERIFY(pages->isAncestorOf(QApplication::focusWidget()));
+    QVERIFY(QApplication::focusWidget()->isVisible());
+}
+
 void PanelDockTest::hidingReturnsTheFocusToThePage() {
     Docked editor;
     editor.showMessage("R3");
@@ -118,7 +135,13 @@ void PanelDockTest::hidingReturnsTheFocusToThePage() {
     box->setFocus();
     editor.dock->open("first");
     editor.find<QLineEdit>("first")->setFocus();
-    QTest::mouseClick(editor.find<QToolButton>("btnClosePanels"), Qt::LeftButton);
+    auto* const close = editor.find<QToolButton>("btnClosePanels");
+    QTest::mouseClick(close, Qt::LeftButton);
+    QVERIFY(!editor.dock->isVisible());
+    QVERIFY(box->hasFocus());
+    editor.dock->open("first");
+    close->setFocus(Qt::TabFocusReason);
+    QTest::keyClick(close, Qt::Key_Return);
     QVERIFY(!editor.dock->isVisible());
     QVERIFY(box->hasFocus());
 }
