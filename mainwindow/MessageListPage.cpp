@@ -13,7 +13,7 @@
 #include "widgets/FormParts.h"
 #include "widgets/ModalDialogs.h"
 #include "widgets/NotAppliedLabel.h"
-#include "widgets/ScriptLines.h"
+#include "widgets/ScriptPositions.h"
 #include "widgets/ShownBox.h"
 
 #include <QHBoxLayout>
@@ -241,12 +241,12 @@ void MessageListPage::showItem(const QString& key) {
 
 void MessageListPage::enter(std::size_t line) {
     txtMsg->setFocus(Qt::OtherFocusReason);
-    const auto range = shownScriptLine(txtMsg->toPlainText(), line);
-    if (!range)
+    const ScriptPositions positions(*txtMsg->document());
+    if (line == 0 || line > positions.lineCount())
         return;
     QTextCursor cursor = txtMsg->textCursor();
-    cursor.setPosition(static_cast<int>(range->position));
-    cursor.setPosition(static_cast<int>(range->position + range->length), QTextCursor::KeepAnchor);
+    cursor.setPosition(positions.positionOf(line, 1));
+    cursor.setPosition(positions.endOfLine(line), QTextCursor::KeepAnchor);
     txtMsg->setTextCursor(cursor);
     txtMsg->centerCursor();
 }

@@ -15,6 +15,8 @@ public:
     /// Of the text that the document holds now, as shownScript() made it.
     explicit ScriptPositions(const QTextDocument& document);
 
+    /// How many lines the script has; an empty one has one.
+    std::size_t lineCount() const { return stretches_.empty() ? 0 : stretches_.back().line; }
     /// The line, from 1, that a position of the document belongs to.
     std::size_t lineAt(int position) const;
     /// The position of a byte, counted from 1, of a line; that of the line's end for one after it, of the

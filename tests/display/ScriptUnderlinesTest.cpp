@@ -2,7 +2,6 @@
 
 #include "tests/support/TemporaryFolder.h"
 #include "widgets/DeviceTextEdit.h"
-#include "widgets/ScriptPositions.h"
 
 #include <QHelpEvent>
 #include <QTest>
@@ -47,7 +46,6 @@ private slots:
     void followsTheText();
     void tellsWhatInTheToolTip();
     void firesNothingAndChangesNothing();
-    void knowsTheLinesOfLongAndOddScripts();
 };
 
 void ScriptUnderlinesTest::underlinesWhatIsFound_data() {
@@ -129,28 +127,6 @@ void ScriptUnderlinesTest::firesNothingAndChangesNothing() {
     QCOMPARE(changes, 1);
     QTest::keySequence(&desk.box, QKeySequence::Undo);
     QCOMPARE(desk.box.bytes(), script);
-}
-
-void ScriptUnderlinesTest::knowsTheLinesOfLongAndOddScripts() {
-    Desk desk;
-    const std::string longLine(25'000, 'x');
-    desk.box.setBytes(longLine + "\r\nA\rB\n\nTXET\r\n");
-    const ScriptPositions positions(*desk.box.document());
-    const QString shown = desk.box.toPlainText();
-    const auto at = [&](std::size_t line, std::size_t column) {
-        return shown.mid(positions.positionOf(line, column), 1);
-    };
-    QCOMPARE(at(2, 1), "A");
-    QCOMPARE(at(3, 1), "B");
-    QCOMPARE(at(5, 1), "T");
-    QCOMPARE(at(5, 4), "T");
-    QCOMPARE(at(1, 25'000), "x");
-    QCOMPARE(positions.endOfLine(1) - positions.positionOf(1, 25'000), 1);
-    for (const std::size_t line : {1U, 2U, 3U, 4U, 5U})
-        QCOMPARE(positions.lineAt(positions.positionOf(line, 1)), line);
-    QCOMPARE(positions.lineAt(positions.positionOf(1, 20'000)), std::size_t{1});
-    QCOMPARE(positions.positionOf(99, 1), static_cast<int>(shown.size()));
-    QCOMPARE(ScriptPositions().positionOf(3, 3), 0);
 }
 
 QTEST_MAIN(ScriptUnderlinesTest)

@@ -91,13 +91,14 @@ def check_project(pages):
 
 
 def check_messages(page):
-    """The texts in the calls that show them; what follows a text is a path or an address."""
+    """The texts in the calls that show them; what follows a text is a path or an address. Of texts that are chosen
+    between, only sentences are messages."""
     explained = re.sub(r"\s+", " ", "".join(page.text))
     call = re.compile(
         r'(?:messages_?\.show\([^;"]*?|fail\(|SectionFailure\(|askYesNo\w*\(|saveModifiedProject\('
-        r'|range_error\(|showActivity\(|lblNote->setText\(|:\s*tr\(|, path \+ )\s*(?:tr\()?"((?:[^"\\]|\\.)+)"', re.S)
+        r'|range_error\(|showActivity\(|lblNote->setText\(|(?<!:):\s*tr\((?="[^"]*\.")|, path \+ )\s*(?:tr\()?"((?:[^"\\]|\\.)+)"', re.S)
     count = 0
-    for folder in ("model", "script", "link", "dialogs", "mainwindow"):
+    for folder in ("model", "script", "link", "display/forms", "check/forms", "dialogs", "mainwindow"):
         for path in sorted((SOURCE / folder).rglob("*")):
             if path.suffix not in (".cpp", ".h"):
                 continue

@@ -84,6 +84,8 @@ private slots:
     void theExecutableKeepsItsHistoryBesideItselfAlsoThroughALink();
     void answersWithoutADisplay_data();
     void answersWithoutADisplay();
+    void columnsAreThoseOfThePreview_data();
+    void columnsAreThoseOfThePreview();
     void theExecutableOpensTheFirstPath_data();
     void theExecutableOpensTheFirstPath();
     void pathsNeedNotBeText();
@@ -196,6 +198,11 @@ void EditorProgramTest::answersWithoutADisplay_data() {
                                     << "Unknown option 'bogus'";
     QTest::newRow("a wrong option with a path") << QStringList{"a.orx", "--bogus"} << 1 << "^$"
                                                 << "Unknown option 'bogus'";
+    const QString columns =
+        QStringLiteral("^orvista-editor: --columns takes a whole number from 32 to 512\\s$");
+    for (const char* number : {"31", "513", "0", "-128", "+128", "128.0", "4294967424", "wide", " 64", ""})
+        QTest::addRow("--columns=%s", number)
+            << QStringList{"--columns=" + QString(number)} << 2 << "^$" << columns;
 }
 
 void EditorProgramTest::answersWithoutADisplay() {
@@ -219,6 +226,27 @@ void EditorProgramTest::answersWithoutADisplay() {
     const QByteArray complained = editor.readAllStandardError();
     QVERIFY2(holds(printed, output), printed);
     QVERIFY2(holds(complained, errors), complained);
+}
+
+void EditorProgramTest::columnsAreThoseOfThePreview_data() {
+    QTest::addColumn<QByteArrayList>("arguments");
+    QTest::addColumn<int>("columns");
+    QTest::newRow("not given") << QByteArrayList{} << 128;
+    QTest::newRow("the narrowest") << QByteArrayList{"--columns", "32"} << 32;
+    QTest::newRow("the widest") << QByteArrayList{"--columns=512"} << 512;
+    QTest::newRow("with a path") << QByteArrayList{"--columns", "64", "Line3.orx"} << 64;
+}
+
+void EditorProgramTest::columnsAreThoseOfThePreview() {
+    QFETCH(QByteArrayList, arguments);
+    QFETCH(const int, columns);
+    arguments.prepend("orvista-editor");
+    std::vector<char*> given;
+    for (QByteArray& argument : arguments)
+        given.push_back(argument.data());
+    const EditorStart start = readCommandLine(static_cast<int>(given.size()), given.data());
+    QCOMPARE(start.previewColumns, columns);
+    QCOMPARE(start.project.empty(), !arguments.contains("Line3.orx"));
 }
 
 void EditorProgramTest::theExecutableOpensTheFirstPath_data() {

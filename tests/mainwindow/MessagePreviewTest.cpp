@@ -36,6 +36,7 @@ private slots:
     void showsTheBitmapsOfTheFolderThatTheProjectIsSavedIn();
     void leavesTheBoxSixLinesInTheSmallestWindow();
     void theWizardPreviewsForTheSameColumns();
+    void underlinesChangeNothingOfThePage();
 };
 
 void MessagePreviewTest::isShownAtTheStart() {
@@ -167,6 +168,40 @@ void MessagePreviewTest::theWizardPreviewsForTheSameColumns() {
     QCOMPARE(fit, "4 characters do not fit");
     QCOMPARE(shown.columns(), 64);
     QCOMPARE(editor.find<PanelView>("panelPreview")->shown(), shown);
+}
+
+void MessagePreviewTest::underlinesChangeNothingOfThePage() {
+    EditorFixture editor;
+    editor.startWithNewProject();
+    const std::string wrong = "CLEAR\nTXET 0 0 RED BLACK \"One\"\r\rTEXT 0 0 PINK BLACK \"\x80\"";
+    editor.project.STDMSG[6] = wrong;
+    editor.project.STDMSG[7] = twoPages;
+    auto* const box = editor.find<DeviceTextEdit>("txtMsg");
+    const auto isUntouched = [&](const std::string& script) {
+        return !editor.find<QPushButton>("btnMsgApply")->isEnabled() && !box->document()->isUndoAvailable() &&
+               !box->document()->isRedoAvailable() && box->bytes() == script &&
+               editor.find<QLabel>("lblNotApplied")->text().isEmpty();
+    };
+    editor.showMessage("R7");
+    QTRY_COMPARE(box->extraSelections().size(), 2);
+    QVERIFY(isUntouched(wrong));
+    editor.window->RefreshViews();
+    QVERIFY(isUntouched(wrong));
+    QTRY_COMPARE(box->extraSelections().size(), 2);
+    QVERIFY(isUntouched(wrong));
+    // To a message in which nothing is found, and back.
+    editor.showMessage("R8");
+    QTRY_COMPARE(box->extraSelections().size(), 0);
+    QVERIFY(isUntouched(twoPages));
+    editor.showMessage("R7");
+    QTRY_COMPARE(box->extraSelections().size(), 2);
+    editor.trigger("miToolsCheck");
+    QPalette palette = QApplication::palette();
+    palette.setColor(QPalette::Base, Qt::black);
+    box->setPalette(palette);
+    QCoreApplication::processEvents();
+    QVERIFY(isUntouched(wrong));
+    QCOMPARE(box->extraSelections().size(), 2);
 }
 
 QTEST_MAIN(MessagePreviewTest)
