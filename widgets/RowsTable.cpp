@@ -1,5 +1,6 @@
 #include "widgets/RowsTable.h"
 
+#include <QAbstractItemDelegate>
 #include <QAbstractTableModel>
 #include <QClipboard>
 #include <QGuiApplication>
@@ -121,6 +122,18 @@ QString RowsTable::copiedText() const {
     for (const QModelIndex& row : selected)
         addRow([&row](int column) { return row.siblingAtColumn(column).data().toString(); });
     return text;
+}
+
+int RowsTable::sizeHintForRow(int row) const {
+    // The columns before the last one are as wide as their texts: lines are broken in the last one only.
+    // Asking for all cells takes twice as long, and all rows are asked at each change of the table's width.
+    ensurePolished();
+    QStyleOptionViewItem option;
+    initViewItemOption(&option);
+    const QModelIndex last = shown_->index(row, shown_->columnCount() - 1);
+    option.rect = QRect(0, 0, columnWidth(last.column()), 1); // an empty one would not be filled
+    option.features |= QStyleOptionViewItem::WrapText;
+    return itemDelegateForIndex(last)->sizeHint(option, last).height();
 }
 
 void RowsTable::keyPressEvent(QKeyEvent* event) {

@@ -40,6 +40,7 @@ signals:
     void rowLeft();
 
 protected:
+    int sizeHintForRow(int row) const override;
     void keyPressEvent(QKeyEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;

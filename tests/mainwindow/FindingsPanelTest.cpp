@@ -66,6 +66,7 @@ private slots:
     void anotherRowAsksAgain();
     void withoutAProjectThePanelIsEmptyAndDisabled();
     void thePreviewsColumnsAreThoseOfTheCheck();
+    void aSmallWindowHasRoomForSixLinesOfTheScript();
     void viewPanelsShowsAndHidesTheDock();
 };
 
@@ -232,6 +233,19 @@ void FindingsPanelTest::thePreviewsColumnsAreThoseOfTheCheck() {
     columns->setValue(168);
     QTRY_COMPARE(editor.find<QLabel>("lblFindingsColumns")->text(), QStringLiteral("for 168 columns"));
     QCOMPARE(editor.rows(), QStringList());
+}
+
+void FindingsPanelTest::aSmallWindowHasRoomForSixLinesOfTheScript() {
+    Checked editor;
+    editor.showMessage("R12");
+    editor.trigger("miToolsCheck");
+    QVERIFY(editor.find<QWidget>("displayPreview")->isVisible());
+    editor.window->resize(800, 600);
+    QTRY_COMPARE(editor.window->size(), QSize(800, 600));
+    const auto* const box = editor.find<QPlainTextEdit>("txtMsg");
+    const auto room = box->viewport()->height() - 2 * box->document()->documentMargin();
+    QVERIFY(room >= 6 * box->fontMetrics().lineSpacing());
+    QCOMPARE(box->visibleRegion().boundingRect().height(), box->height()); // nothing is scrolled away
 }
 
 void FindingsPanelTest::viewPanelsShowsAndHidesTheDock() {

@@ -49,6 +49,7 @@ private slots:
     void copiesNothingWithoutASelection();
     void keepsThePlaceWhenTheRowsChange();
     void sameRowsChangeNothing();
+    void longTextsInTheLastColumnAreBroken();
 };
 
 void RowsTableTest::rowsStandAsTheyCameUntilAHeadIsClicked() {
@@ -138,6 +139,16 @@ void RowsTableTest::sameRowsChangeNothing() {
     QCOMPARE(reset.size(), 0);
     rows.table.setRows({});
     QCOMPARE(reset.size(), 1);
+}
+
+void RowsTableTest::longTextsInTheLastColumnAreBroken() {
+    Table rows;
+    const int line = rows.table.rowHeight(0);
+    rows.table.setRows({{{"pear"}, {QStringLiteral("word ").repeated(20)}}, {{"apple"}, {"9"}}});
+    QTRY_VERIFY(rows.table.rowHeight(0) > line);
+    QCOMPARE(rows.table.rowHeight(1), line);
+    rows.table.resize(2000, 200);
+    QTRY_COMPARE(rows.table.rowHeight(0), line);
 }
 
 QTEST_MAIN(RowsTableTest)
