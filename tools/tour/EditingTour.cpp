@@ -5,8 +5,10 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QHeaderView>
 #include <QLabel>
 #include <QSlider>
+#include <QTableView>
 #include <QTest>
 
 namespace orvista::tour {
@@ -24,6 +26,15 @@ const QString levelScript = "CLEAR\n"
                             "IN GO-LEFT 1 50\n"
                             "ACT STILL 3000\n"
                             "OUT GO-UP 1 100";
+
+/// What a user may type who does not know the display by heart, line by line.
+const QStringList faultyScript = {"CLEAR",
+                                  "TEXT 0 0 GREEN BLACK \"Emergency stop pump\"",
+                                  "ACT STILL 3000",
+                                  "CLEAR",
+                                  "IMG 0 0 RED BLACK pump.bmp",
+                                  "TEXT 48 0 BLACK BLACK \"Pump\"",
+                                  "ACT STIL 3000"};
 
 } // namespace
 
@@ -103,6 +114,33 @@ void EditingTour::composesAPageWithABitmap() {
     hands.click("btnMsgApply");
 }
 
+void EditingTour::checksTheProject() {
+    const Hands hands = stage_.hands();
+    hands.clickNode("trvMsg", "R5");
+    auto& box = hands.find<DeviceTextEdit>("txtMsg");
+    hands.type("txtMsg", faultyScript.front());
+    for (const QString& line : faultyScript.sliced(1)) {
+        QTest::keyClick(&box, Qt::Key_Return);
+        QTest::keyClicks(&box, line);
+    }
+    hands.click("btnMsgApply");
+    hands.press(QStringLiteral("F8"));
+    const auto& summary = hands.find<QLabel>("lblFindings");
+    QCOMPARE(summary.text(), "2 errors, 3 warnings");
+    auto& findings = hands.find<QTableView>("tblFindings");
+    // The dock takes its room little by little.
+    QTRY_VERIFY(findings.viewport()->height() >= findings.verticalHeader()->length());
+    stage_.show("findings", "Check Project lists what will go wrong on the display.");
+    findings.selectRow(0);
+    QTest::keyClick(&findings, Qt::Key_Return);
+    QCOMPARE(hands.text("txtMsgName"), "STDMSG3");
+    stage_.show("finding-line", "Enter on a row leads to its line: the variable is wider than its place.");
+    hands.clickNode("trvMsg", "R5");
+    hands.type("txtMsg", "CLEAR");
+    hands.click("btnMsgApply");
+    QTRY_COMPARE(summary.text(), "1 warning");
+}
+
 void EditingTour::editsAFloatVariable() {
     const Hands hands = stage_.hands();
     hands.clickNode("trvSystem", "C3");
@@ -117,6 +155,8 @@ void EditingTour::editsAFloatVariable() {
     hands.click("btnEditVariable");
     QCOMPARE(hands.text("txtVarDefValue"), "1.5");
     hands.click("btnVarApply");
+    QTRY_COMPARE(hands.find<QLabel>("lblFindings").text(), "No findings"); // now it fits
+    hands.click("btnClosePanels");
     stage_.show("float-applied", "The page shows the float variable as the project now holds it.");
 }
 

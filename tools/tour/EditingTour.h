@@ -17,6 +17,7 @@ private slots:
     void composesAPageWithTwoFields();
     void looksAtThePreview();
     void composesAPageWithABitmap();
+    void checksTheProject();
     void editsAFloatVariable();
     void editsABooleanVariable();
     void movesTheAddressMap();
