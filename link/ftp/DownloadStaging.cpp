@@ -84,8 +84,15 @@ DownloadStaging::~DownloadStaging() {
 }
 
 bool DownloadStaging::canAppear(const std::string& finalPath) {
+    const fs::path path = systemPath(finalPath);
+#ifdef _WIN32
+    // Windows answers a path that is too long as if its folder were missing. 260 counts the NUL at its end.
+    constexpr std::size_t longestPath = 260 - 1;
+    if (path.native().size() > longestPath)
+        return false;
+#endif
     std::error_code error;
-    static_cast<void>(fs::symlink_status(systemPath(finalPath), error));
+    static_cast<void>(fs::symlink_status(path, error));
     return !refusesName(error);
 }
 
@@ -108,6 +115,8 @@ void DownloadStaging::complete() {
 }
 
 void DownloadStaging::replace(std::size_t index) {
+    if (!canAppear(files_[index].finalPath))
+        return;
     const Before before = keepWhatIsThere(index);
     std::error_code error;
     fs::rename(systemPath(files_[index].stagedPath), systemPath(files_[index].finalPath), error);

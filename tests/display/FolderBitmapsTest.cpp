@@ -42,11 +42,13 @@ protected:
 TEST_F(FolderWithBitmaps, AreFoundInAnyCaseTheExactOneFirst) {
     store("Pump \xC3\x89.BMP", redDot); // UTF-8 on disk
     EXPECT_EQ(dot("pump \xC9.bmp"), Led::Red);
+#ifndef _WIN32 // needs a file system that tells cases apart
     store("pump \xC3\x89.bmp", greenDot);
     EXPECT_EQ(dot("pump \xC9.bmp"), Led::Green);
     EXPECT_EQ(dot("Pump \xC9.BMP"), Led::Red);
     // Only ASCII letters are folded.
     EXPECT_EQ(bitmaps.bitmap("pump \xE9.bmp").image, nullptr);
+#endif
 }
 
 TEST_F(FolderWithBitmaps, AreTheSameImageWhileTheFileStaysAsItIs) {

@@ -53,6 +53,7 @@ TEST_F(ReplacedFile, LeavesEveryOtherFileAlone) {
     EXPECT_EQ(names().size(), others.size() + 1);
 }
 
+#ifndef _WIN32 // there the whole path has a limit, which the folder's takes a part of
 TEST_F(ReplacedFile, MayHaveTheLongestName) {
     file = folder.file(std::string(251, 'n') + ".orx");
     replaceFile(file, "old");
@@ -60,6 +61,7 @@ TEST_F(ReplacedFile, MayHaveTheLongestName) {
     EXPECT_EQ(fileBytes(file), "new");
     EXPECT_EQ(names().size(), 1U);
 }
+#endif
 
 TEST_F(ReplacedFile, IsNotAFolder) {
     fs::create_directory(systemPath(file));
