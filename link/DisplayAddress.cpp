@@ -1,0 +1,101 @@
+#include "link/DisplayAddress.h"
+
+#include "model/Numbers.h"
+#include "model/Text.h"
+
+#include <algorithm>
+#include <charconv>
+
+namespace orvista {
+
+namespace {
+
+/// The longest name that the name service knows.
+constexpr std::size_t longestName = 253;
+
+constexpr std::string_view digits = "0123456789";
+constexpr std::string_view hexadecimalLetters = "abcdefABCDEF";
+
+bool isLetter(char c) {
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+}
+
+bool isNameCharacter(char c) {
+    const bool isBeyondAscii = static_cast<unsigned char>(c) >= 0x80; // names in other scripts
+    return isLetter(c) || isBeyondAscii || digits.find(c) != std::string_view::npos || c == '-' || c == '.' ||
+           c == '_';
+}
+
+/// Nothing that a command line takes for an option, or that means something in a path or a URL.
+bool isHostName(std::string_view name) {
+    return !name.empty() && name.size() <= longestName && name.front() != '-' &&
+           std::ranges::all_of(name, isNameCharacter);
+}
+
+/// An IPv6 address, with "%" and the name of an interface where it needs one. Whether its groups make sense
+/// is left to the system.
+bool isBracketedHost(std::string_view host) {
+    const std::string_view address = host.substr(0, host.find('%'));
+    const bool hasZone = address.size() < host.size();
+    return std::ranges::count(address, ':') >= 2 && address.size() <= longestName &&
+           std::ranges::all_of(address,
+                               [](char c) {
+                                   return digits.find(c) != std::string_view::npos || c == ':' || c == '.' ||
+                                          hexadecimalLetters.find(c) != std::string_view::npos;
+                               }) &&
+           (!hasZone || isHostName(host.substr(address.size() + 1)));
+}
+
+[[noreturn]] void fail(std::string_view text, std::string_view reason) {
+    throw BadDisplayAddress(
+        std::string(text.empty() ? std::string_view("an empty text") : text).append(" ").append(reason));
+}
+
+/// Host and port as they stand in the text; the port with its colon, or empty.
+struct Parts {
+    std::string_view host;
+    std::string_view port;
+};
+
+Parts bracketedParts(std::string_view text) {
+    const std::size_t end = text.find(']');
+    if (end == std::string_view::npos || !isBracketedHost(text.substr(1, end - 1)))
+        fail(text, "is not an IPv6 address in brackets, such as [fe80::5]:502");
+    return {text.substr(1, end - 1), text.substr(end + 1)};
+}
+
+Parts namedParts(std::string_view text) {
+    if (std::ranges::count(text, ':') > 1)
+        fail(text, "is not a display's address; an IPv6 address stands in brackets");
+    const std::string_view host = text.substr(0, text.find(':'));
+    if (!isHostName(host))
+        fail(text, "is not a display's name or address");
+    return {host, text.substr(host.size())};
+}
+
+} // namespace
+
+std::string DisplayAddress::text() const {
+    const bool needsBrackets = host.find(':') != std::string::npos;
+    return (needsBrackets ? "[" + host + "]" : host) + ":" + decimalText(port);
+}
+
+DisplayAddress displayAddress(std::string_view text, DisplayService service) {
+    const Parts parts = text.starts_with('[') ? bracketedParts(text) : namedParts(text);
+    if (parts.port.empty())
+        return {std::string(parts.host), service.port};
+    if (parts.port.front() != ':')
+        fail(text, "goes on after the brackets without a colon");
+    return {std::string(parts.host), displayPort(parts.port.substr(1), service)};
+}
+
+std::uint16_t displayPort(std::string_view text, DisplayService service) {
+    std::uint16_t port = 0;
+    const auto parsed = std::from_chars(text.data(), text.data() + text.size(), port);
+    if (!GenenalModule::IsAllDigits(text) || parsed.ec != std::errc{} || port == 0 ||
+        port > service.highestPort)
+        fail(text, "is not a port from 1 to " + decimalText(service.highestPort));
+    return port;
+}
+
+} // namespace orvista
