@@ -46,9 +46,12 @@ bool isBracketedHost(std::string_view host) {
            (!hasZone || isHostName(host.substr(address.size() + 1)));
 }
 
+/// A sentence about the text, which may hold anything: control characters would break its line.
 [[noreturn]] void fail(std::string_view text, std::string_view reason) {
-    throw BadDisplayAddress(
-        std::string(text.empty() ? std::string_view("an empty text") : text).append(" ").append(reason));
+    std::string sentence(text.empty() ? std::string_view("an empty text") : text);
+    std::ranges::replace_if(
+        sentence, [](char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7F'; }, '?');
+    throw BadDisplayAddress(sentence.append(" ").append(reason));
 }
 
 /// Host and port as they stand in the text; the port with its colon, or empty.
