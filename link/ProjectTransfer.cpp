@@ -1,11 +1,8 @@
 #include "link/ProjectTransfer.h"
 
-#include "link/TransferredFiles.h"
 #include "model/DeviceFileReaders.h"
-#include "model/Numbers.h"
 #include "model/Windows1252.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace orvista::DocTsfModule {
@@ -37,11 +34,8 @@ void ProjectTransfer::send(const DeviceConnection& connection) {
         messages_.show(MessageIcon::Exclamation, "Connect Fail!");
         return;
     }
-    control->PrepareUpload({});
-    const auto failed = firstFileNotUploaded(*control, *progress);
-    if (!failed)
-        control->FinishUpload();
-    control->CloseLink();
+    const auto failed =
+        sendFolder(*control, project_.ProjPath, lifecycle_.environment().paths, *progress).failedPath;
     progress.reset();
     if (failed)
         messages_.show(MessageIcon::Exclamation, "Unable to upload " + *failed);
@@ -64,33 +58,6 @@ void ProjectTransfer::Download() {
 
 std::optional<DeviceConnection> ProjectTransfer::chooseConnection() {
     return dialogs_.chooseConnection(utf8FromWindows1252(project_.IP));
-}
-
-bool ProjectTransfer::connect(TransferControl& control, const DeviceConnection& connection) {
-    control.RemoteAddress(connection.txtIP);
-    control.RemotePort(toWhole<std::int16_t>(leadingNumber(connection.txtPort)));
-    return transferSucceeded(control.OpenLink());
-}
-
-std::optional<std::string> ProjectTransfer::firstFileNotUploaded(TransferControl& control,
-                                                                 TransferProgress& progress) {
-    const std::size_t count = transferredDeviceFiles.size() + bitmapsOfFolder(project_.ProjPath).size();
-    std::size_t number = 0;
-    const auto failedPath = [&](std::string_view name) -> std::optional<std::string> {
-        progress.showFile(std::string(name), ++number, std::max(number, count));
-        const std::string path = lifecycle_.environment().paths.join(project_.ProjPath, name);
-        return transferSucceeded(control.UploadFile(path)) ? std::nullopt : std::optional(path);
-    };
-    for (const std::string_view name : transferredDeviceFiles) {
-        if (auto failed = failedPath(name))
-            return failed;
-    }
-    // Listed once more: bitmaps may come and go while the device files are sent.
-    for (const std::string& name : bitmapsOfFolder(project_.ProjPath)) {
-        if (auto failed = failedPath(name))
-            return failed;
-    }
-    return std::nullopt;
 }
 
 bool ProjectTransfer::fetch(const DeviceConnection& connection, const std::string& folder) {

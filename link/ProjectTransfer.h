@@ -1,32 +1,15 @@
 #pragma once
 
 #include "link/RunningTransfer.h"
-#include "link/TransferControl.h"
+#include "link/TransferSteps.h"
 #include "model/ProjectLifecycle.h"
 
-#include <cstddef>
-#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
 
 /// Upload of the project to the device and download into a new project.
 namespace orvista::DocTsfModule {
-
-/// The connection dialog's boxes, exactly as the user left them (UTF-8).
-struct DeviceConnection {
-    std::string txtIP;
-    std::string txtPort;
-};
-
-/// What a running transfer shows; gone with the object. Nothing of it takes the user's input.
-class TransferProgress {
-public:
-    virtual ~TransferProgress() = default;
-    virtual void showActivity(const std::string& text) = 0;
-    /// \param number counted from 1
-    virtual void showFile(const std::string& name, std::size_t number, std::size_t count) = 0;
-};
 
 class TransferDialogs {
 public:
@@ -35,10 +18,6 @@ public:
     virtual std::optional<DeviceConnection> chooseConnection(const std::string& deviceAddress) = 0;
     virtual std::unique_ptr<TransferProgress> showProgress(const std::string& title) = 0;
 };
-
-/// Makes the control of one transfer; null where there is none, which counts as a failed connection. The
-/// progress is shown for as long as the control works.
-using TransferControlMaker = std::function<std::unique_ptr<TransferControl>(TransferProgress&)>;
 
 class ProjectTransfer final {
 public:
@@ -59,8 +38,6 @@ public:
 
 private:
     void send(const DeviceConnection& connection);
-    bool connect(TransferControl& control, const DeviceConnection& connection);
-    std::optional<std::string> firstFileNotUploaded(TransferControl& control, TransferProgress& progress);
     bool fetch(const DeviceConnection& connection, const std::string& folder);
     void openDownloadedProject(const ChosenProject& target);
     std::optional<DeviceConnection> chooseConnection();

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "link/ProjectTransfer.h"
-#include "link/TransferControl.h"
+#include "link/TransferSteps.h"
 
 #include <memory>
 

@@ -1,0 +1,57 @@
+#include "link/TransferSteps.h"
+
+#include "link/TransferredFiles.h"
+#include "model/Numbers.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace orvista::DocTsfModule {
+
+namespace {
+
+SentFiles sendFiles(TransferControl& control, const std::string& folder, const PathRules& paths,
+                    TransferProgress& progress) {
+    SentFiles sent;
+    const std::size_t count = transferredDeviceFiles.size() + bitmapsOfFolder(folder).size();
+    const auto send = [&](std::string name) {
+        const std::size_t number = sent.arrived.size() + 1;
+        progress.showFile(name, number, std::max(number, count));
+        std::string path = paths.join(folder, name);
+        if (transferSucceeded(control.UploadFile(path)))
+            sent.arrived.push_back(std::move(name));
+        else
+            sent.failedPath = std::move(path);
+        return !sent.failedPath;
+    };
+    for (const std::string_view name : transferredDeviceFiles) {
+        if (!send(std::string(name)))
+            return sent;
+    }
+    // Listed once more: bitmaps may come and go while the device files are sent.
+    for (std::string& name : bitmapsOfFolder(folder)) {
+        if (!send(std::move(name)))
+            return sent;
+    }
+    return sent;
+}
+
+} // namespace
+
+bool connect(TransferControl& control, const DeviceConnection& connection) {
+    control.RemoteAddress(connection.txtIP);
+    control.RemotePort(toWhole<std::int16_t>(leadingNumber(connection.txtPort)));
+    return transferSucceeded(control.OpenLink());
+}
+
+SentFiles sendFolder(TransferControl& control, const std::string& folder, const PathRules& paths,
+                     TransferProgress& progress) {
+    control.PrepareUpload({});
+    SentFiles sent = sendFiles(control, folder, paths, progress);
+    if (!sent.failedPath)
+        control.FinishUpload();
+    control.CloseLink();
+    return sent;
+}
+
+} // namespace orvista::DocTsfModule

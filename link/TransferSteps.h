@@ -1,0 +1,59 @@
+#pragma once
+
+#include "link/TransferControl.h"
+#include "model/PathRules.h"
+
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+/// The steps of a transfer, the same for the window and for the commands.
+namespace orvista::DocTsfModule {
+
+/// Where a display listens, as two texts (UTF-8): the connection dialog's boxes exactly as the user left
+/// them.
+struct DeviceConnection {
+    std::string txtIP;
+    std::string txtPort;
+};
+
+/// What a running transfer shows; gone with the object. Nothing of it takes the user's input.
+class TransferProgress {
+public:
+    virtual ~TransferProgress() = default;
+    virtual void showActivity(const std::string& text) = 0;
+    /// \param number counted from 1
+    virtual void showFile(const std::string& name, std::size_t number, std::size_t count) = 0;
+};
+
+/// For a transfer that nobody watches.
+class UnwatchedTransfer final : public TransferProgress {
+public:
+    void showActivity(const std::string&) override {}
+    void showFile(const std::string&, std::size_t, std::size_t) override {}
+};
+
+/// Makes the control of one transfer; null where there is none, which counts as a failed connection. The
+/// progress is shown for as long as the control works.
+using TransferControlMaker = std::function<std::unique_ptr<TransferControl>(TransferProgress&)>;
+
+/// False where the device does not take the connection.
+/// \throws Overflow for a port beyond 32767; nothing was sent then
+bool connect(TransferControl& control, const DeviceConnection& connection);
+
+/// What became of an upload.
+struct SentFiles {
+    std::vector<std::string> arrived;      ///< names, in the order in which they were sent
+    std::optional<std::string> failedPath; ///< of the file that was not taken: the last that was tried
+};
+
+/// Sends the five device files of `folder` and then its bitmaps over an open link, tells the device of the
+/// beginning and, where every file arrived, of the end, and closes the link.
+/// \param folder UTF-8
+SentFiles sendFolder(TransferControl& control, const std::string& folder, const PathRules& paths,
+                     TransferProgress& progress);
+
+} // namespace orvista::DocTsfModule

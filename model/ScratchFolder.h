@@ -1,0 +1,24 @@
+#pragma once
+
+#include <string>
+
+namespace orvista {
+
+/// A folder of its own under the system's temporary folder, for the present user alone. It goes with the
+/// object, with everything in it.
+class ScratchFolder {
+public:
+    /// \throws std::system_error where none can be made
+    ScratchFolder();
+    ~ScratchFolder();
+    ScratchFolder(const ScratchFolder&) = delete;
+    ScratchFolder& operator=(const ScratchFolder&) = delete;
+
+    /// UTF-8, without a separator at its end.
+    const std::string& path() const { return path_; }
+
+private:
+    std::string path_;
+};
+
+} // namespace orvista

@@ -1,0 +1,75 @@
+#include "link/DisplayFiles.h"
+#include "link/TransferControls.h"
+#include "model/ScratchFolder.h"
+#include "tests/support/FtpTestServer.h"
+
+#include <gmock/gmock.h>
+
+#include <filesystem>
+
+namespace orvista {
+namespace {
+
+using testing::fileBytes;
+using testing::FtpTestServer;
+
+/// Fetches from the port into a folder; the failure's words, or nothing.
+std::string fetched(std::uint16_t port, const std::string& folder, bool& connected) {
+    DocTsfModule::UnwatchedTransfer progress;
+    connected = true;
+    try {
+        fetchDisplayFiles({"127.0.0.1", port}, folder, progress, makeTransferControl);
+        return {};
+    } catch (const FetchFailure& failure) {
+        connected = failure.connected();
+        return failure.what();
+    }
+}
+
+class DisplayFilesTest : public ::testing::Test {
+protected:
+    std::uint16_t port() const { return static_cast<std::uint16_t>(server.port()); }
+
+    FtpTestServer server;
+    ScratchFolder folder;
+    bool connected = false;
+};
+
+TEST_F(DisplayFilesTest, FetchesTheDeviceFilesAndTheBitmaps) {
+    server.putDeviceFiles();
+    server.put("pump.bmp", "BM");
+    server.put("notes.txt", "not a display's");
+    EXPECT_EQ(fetched(port(), folder.path(), connected), "");
+    EXPECT_EQ(fileBytes(folder.path() + "/stdmsg.ilm"), "remote stdmsg.ilm");
+    EXPECT_EQ(fileBytes(folder.path() + "/pump.bmp"), "BM");
+    EXPECT_FALSE(std::filesystem::exists(folder.path() + "/notes.txt"));
+}
+
+TEST_F(DisplayFilesTest, ADisplayThatLacksAFileLeavesTheFolderAsItWas) {
+    server.putDeviceFiles();
+    std::filesystem::remove(server.file("altmsg.ilm"));
+    EXPECT_EQ(fetched(port(), folder.path(), connected), "its files could not be fetched");
+    EXPECT_TRUE(connected);
+    EXPECT_TRUE(std::filesystem::is_empty(folder.path()));
+}
+
+TEST_F(DisplayFilesTest, TellsThatNobodyListens) {
+    constexpr std::uint16_t portOfNobody = 1;
+    EXPECT_EQ(fetched(portOfNobody, folder.path(), connected), "cannot be connected to");
+    EXPECT_FALSE(connected);
+}
+
+TEST(ScratchFolderTest, IsForTheUserAloneAndGoesWithAllThatIsInIt) {
+    namespace fs = std::filesystem;
+    std::string path;
+    {
+        const ScratchFolder folder;
+        path = folder.path();
+        EXPECT_EQ(fs::status(path).permissions(), fs::perms::owner_all);
+        fs::create_directories(path + "/a/b");
+    }
+    EXPECT_FALSE(fs::exists(path));
+}
+
+} // namespace
+} // namespace orvista
