@@ -1,0 +1,48 @@
+#pragma once
+
+#include "exchange/FileComparison.h"
+#include "exchange/ScriptComparison.h"
+#include "model/Project.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// What differs between two projects for the display: what is read of its files, and the bitmaps. The start
+/// of the regular messages and the play list are never read.
+namespace orvista {
+
+/// An address, or a setting of a variable.
+struct FieldDifference {
+    std::string_view field; ///< "AnalogInput", "DigitalInput" or "AlertMessage"; "default", "width",
+                            ///< "precision", "on" or "off"
+    std::string before;     ///< device bytes
+    std::string after;
+    bool operator==(const FieldDifference&) const = default;
+};
+
+struct ItemDifference {
+    std::string item;                    ///< addressMapName, "RegVar3", "CoilVar3", "STDMSG12" or "ALTMSG2"
+    std::vector<FieldDifference> fields; ///< of what is no message
+    std::vector<ComparedLine> lines;     ///< of a message, the same ones included
+    bool operator==(const ItemDifference&) const = default;
+};
+
+struct ProjectDifferences {
+    std::vector<ItemDifference> items; ///< in the order address map, RegVar, CoilVar, STDMSG, ALTMSG
+    std::vector<FileDifference> bitmaps;
+    bool none() const { return items.empty() && bitmaps.empty(); }
+};
+
+std::vector<ItemDifference> compareItems(const Project& before, const Project& after);
+
+/// One side of a comparison.
+struct ComparedProject {
+    const Project& project;
+    std::vector<NamedFile> bitmaps;
+};
+
+/// \throws std::system_error as compareFiles does
+ProjectDifferences compareProjects(const ComparedProject& before, const ComparedProject& after);
+
+} // namespace orvista
