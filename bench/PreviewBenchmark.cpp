@@ -20,7 +20,8 @@ std::string scriptOf(std::size_t lines) {
     return script;
 }
 
-/// A key that adds a character to the first text, and one that takes it back.
+/// A key that adds a character to the first text, and one that takes it back: of all keys the dearest, since
+/// each changes what stands beside Apply, too.
 void typeInto(DeviceTextEdit& box) {
     QTest::keyClick(&box, 'x');
     QCoreApplication::processEvents();

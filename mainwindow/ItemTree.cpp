@@ -2,9 +2,17 @@
 
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QStyle>
 #include <QTreeWidgetItemIterator>
 
 namespace orvista {
+
+namespace {
+
+/// Of a node, in average characters: "Emergency Message".
+constexpr int longestName = 19;
+
+} // namespace
 
 ItemTree::ItemTree(QWidget* parent) : QTreeWidget(parent) {
     setHeaderHidden(true);
@@ -30,6 +38,12 @@ void ItemTree::click(const QString& key) {
         fireNodeClick();
         return;
     }
+}
+
+QSize ItemTree::sizeHint() const {
+    const int names = longestName * fontMetrics().averageCharWidth() + 2 * indentation();
+    const int scrollBar = style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, this);
+    return {names + scrollBar + 2 * frameWidth(), QTreeWidget::sizeHint().height()};
 }
 
 void ItemTree::mousePressEvent(QMouseEvent* event) {

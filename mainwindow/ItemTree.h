@@ -17,6 +17,9 @@ public:
     /// Shows and fires the node of that key as if it had been clicked; does nothing without such a node.
     void click(const QString& key);
 
+    /// As wide as its names, which leaves the rest to what stands beside it.
+    QSize sizeHint() const override;
+
 signals:
     void NodeClick(QTreeWidgetItem* node);
 

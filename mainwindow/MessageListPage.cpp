@@ -84,8 +84,7 @@ QWidget* MessageListPage::buildDetails() {
     btnEditMessage->setEnabled(false);
     btnMsgApply->setEnabled(false);
     auto* buttons = new QHBoxLayout;
-    buttons->addWidget(lblNotApplied);
-    buttons->addStretch(1);
+    buttons->addWidget(lblNotApplied, 1);
     buttons->addWidget(btnEditMessage);
     buttons->addWidget(btnMsgApply);
 

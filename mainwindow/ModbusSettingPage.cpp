@@ -90,8 +90,7 @@ QBoxLayout* ModbusSettingPage::buildButtons() {
     btnModBusApply->setToolTip(tr("Store the new addresses in the project"));
     btnRestoreDefault->setToolTip(tr("Store the addresses 300, 320, 100 and 100 in the project"));
     auto* row = new QHBoxLayout;
-    row->addWidget(lblNotApplied);
-    row->addStretch(1);
+    row->addWidget(lblNotApplied, 1);
     row->addWidget(btnModBusApply);
     row->addWidget(btnRestoreDefault);
     return row;

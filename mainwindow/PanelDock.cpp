@@ -15,8 +15,9 @@ namespace orvista {
 
 namespace {
 
-/// Of the dock when it is opened for the first time, in lines of text.
-constexpr int openingLines = 14;
+/// Of the window's height, for the dock when it is opened for the first time: the pages keep the height they
+/// need in the smallest window, too.
+constexpr int openingShare = 4;
 
 } // namespace
 
@@ -108,7 +109,7 @@ void PanelDock::insertTab(Panel& panel) {
 void PanelDock::takeOpeningHeight() {
     // A dock on no screen takes no size; the window gives it one when it is shown.
     show();
-    window_.resizeDocks({this}, {openingLines * fontMetrics().lineSpacing()}, Qt::Vertical);
+    window_.resizeDocks({this}, {window_.height() / openingShare}, Qt::Vertical);
 }
 
 void PanelDock::showNotice(const QString& text) {

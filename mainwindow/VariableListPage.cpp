@@ -58,8 +58,7 @@ QWidget* VariableListPage::buildDetails() {
     btnVarApply->setEnabled(false);
     btnVarApply->setToolTip(tr("Store the shown settings in the project"));
     auto* buttons = new QHBoxLayout;
-    buttons->addWidget(lblNotApplied);
-    buttons->addStretch(1);
+    buttons->addWidget(lblNotApplied, 1);
     buttons->addWidget(btnEditVariable);
     buttons->addWidget(btnVarApply);
 

@@ -201,7 +201,7 @@ void frmMain::buildLayout() {
     setCentralWidget(content);
 
     const int character = fontMetrics().averageCharWidth();
-    splitter->setSizes({30 * character, 138 * character});
+    splitter->setSizes({28 * character, 140 * character});
     resizeWithinScreen(*this, {168 * character, 50 * fontMetrics().lineSpacing()});
 }
 

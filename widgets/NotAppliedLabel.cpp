@@ -1,19 +1,52 @@
 #include "widgets/NotAppliedLabel.h"
 
+#include <QPainter>
+#include <QStyle>
+
 namespace orvista {
+
+namespace {
+
+/// Of the text, that can be read on the narrowest page.
+constexpr int leastCharacters = 11;
+
+} // namespace
 
 NotAppliedLabel::NotAppliedLabel(QWidget* parent) : QLabel(parent) {
     setObjectName(QStringLiteral("lblNotApplied"));
     setTextFormat(Qt::PlainText);
+    setToolTip(sentence());
+    QSizePolicy policy = sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    setSizePolicy(policy);
     hide();
 }
 
 bool NotAppliedLabel::showState(bool notApplied) {
-    if (notApplied == !text().isEmpty())
+    if (notApplied == !isHidden())
         return false;
-    setText(notApplied ? tr("not applied; Save leaves it out") : QString());
+    setText(notApplied ? sentence() : QString());
     setVisible(notApplied);
     return true;
+}
+
+QString NotAppliedLabel::sentence() {
+    return tr("not applied; Save leaves it out");
+}
+
+QSize NotAppliedLabel::sizeHint() const {
+    return fontMetrics().size(Qt::TextSingleLine, sentence());
+}
+
+QSize NotAppliedLabel::minimumSizeHint() const {
+    return {leastCharacters * fontMetrics().averageCharWidth(), sizeHint().height()};
+}
+
+void NotAppliedLabel::paintEvent(QPaintEvent* /*event*/) {
+    QPainter painter(this);
+    style()->drawItemText(&painter, contentsRect(), Qt::AlignLeft | Qt::AlignVCenter, palette(), isEnabled(),
+                          fontMetrics().elidedText(text(), Qt::ElideRight, contentsRect().width()),
+                          foregroundRole());
 }
 
 } // namespace orvista

@@ -4,7 +4,9 @@
 
 namespace orvista {
 
-/// The label `lblNotApplied` beside an Apply button: tells that what the page shows is not in the project.
+/// The label `lblNotApplied` beside an Apply button: tells that what the page shows is not in the project. It
+/// keeps its room while there is nothing to tell, so that the first key of an edit moves nothing on the page;
+/// where the page is narrow, its text is cut and the whole of it is the tool-tip.
 class NotAppliedLabel final : public QLabel {
     Q_OBJECT
 public:
@@ -12,6 +14,15 @@ public:
 
     /// Returns whether that is news.
     bool showState(bool notApplied);
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    static QString sentence();
 };
 
 } // namespace orvista

@@ -35,6 +35,7 @@ private slots:
     void showsVariablesAsApplied();
     void showsTheBitmapsOfTheFolderThatTheProjectIsSavedIn();
     void leavesTheBoxSixLinesInTheSmallestWindow();
+    void leavesTheButtonsWholeAboveThePanels();
     void theWizardPreviewsForTheSameColumns();
     void underlinesChangeNothingOfThePage();
 };
@@ -83,7 +84,7 @@ void MessagePreviewTest::changesNothingOfThePage() {
     QVERIFY(!editor.find<QPushButton>("btnMsgApply")->isEnabled());
     QVERIFY(!box->document()->isUndoAvailable());
     QCOMPARE(box->bytes(), twoPages);
-    QCOMPARE(editor.find<QLabel>("lblNotApplied")->text(), QString());
+    QCOMPARE(editor.notAppliedMark(), QString());
 }
 
 void MessagePreviewTest::theViewMenuHidesAndShowsIt() {
@@ -150,6 +151,20 @@ void MessagePreviewTest::leavesTheBoxSixLinesInTheSmallestWindow() {
     QVERIFY(editor.find<PanelView>("panelPreview")->height() > 20);
 }
 
+void MessagePreviewTest::leavesTheButtonsWholeAboveThePanels() {
+    EditorFixture editor;
+    editor.startWithNewProject();
+    editor.window->resize(800, 600);
+    editor.showMessage("R7");
+    editor.trigger("miToolsCheck");
+    QTest::keyClicks(editor.find<DeviceTextEdit>("txtMsg"), QStringLiteral("x"));
+    QCoreApplication::processEvents();
+    for (const char* name : {"btnEditMessage", "btnMsgApply"}) {
+        const auto* const button = editor.find<QPushButton>(name);
+        QVERIFY2(button->isVisible() && button->visibleRegion() == button->rect(), name);
+    }
+}
+
 void MessagePreviewTest::theWizardPreviewsForTheSameColumns() {
     EditorFixture editor;
     editor.startWithNewProject();
@@ -180,7 +195,7 @@ void MessagePreviewTest::underlinesChangeNothingOfThePage() {
     const auto isUntouched = [&](const std::string& script) {
         return !editor.find<QPushButton>("btnMsgApply")->isEnabled() && !box->document()->isUndoAvailable() &&
                !box->document()->isRedoAvailable() && box->bytes() == script &&
-               editor.find<QLabel>("lblNotApplied")->text().isEmpty();
+               editor.notAppliedMark().isEmpty();
     };
     editor.showMessage("R7");
     QTRY_COMPARE(box->extraSelections().size(), 2);

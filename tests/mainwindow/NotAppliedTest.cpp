@@ -1,10 +1,9 @@
 #include "tests/support/EditorFixture.h"
 #include "tests/support/ModalDriver.h"
+#include "widgets/NotAppliedLabel.h"
 
-#include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
-#include <QTabWidget>
 
 using namespace orvista;
 using namespace orvista::testing;
@@ -15,12 +14,6 @@ const QString notApplied = QStringLiteral("not applied; Save leaves it out");
 
 struct Marked : EditorFixture {
     Marked() { startWithNewProject(); }
-    /// The text beside the Apply button of the shown page; empty when none is to be seen.
-    QString mark() const {
-        const auto* const label =
-            find<QTabWidget>("tabDetails")->currentWidget()->findChild<QLabel*>("lblNotApplied");
-        return label->isVisible() ? label->text() : QString();
-    }
     QPlainTextEdit* script() const { return find<QPlainTextEdit>("txtMsg"); }
     bool applies(const char* button) const { return find<QPushButton>(button)->isEnabled(); }
     void editShownVariable(const QString& dialog, const QString& box, const QString& text) const {
@@ -41,6 +34,8 @@ class NotAppliedTest : public QObject {
     Q_OBJECT
 private slots:
     void aScriptIsComparedAtEachKey();
+    void theMarkMovesNothingOnThePage();
+    void aNarrowPageCutsTheMark();
     void anEmptiedScriptIsNotAppliedThoughApplyIsDisabled();
     void applyAndAnotherMessageTakeTheMarkAway();
     void aRefreshTakesTheMarkAway();
@@ -54,12 +49,44 @@ private slots:
 void NotAppliedTest::aScriptIsComparedAtEachKey() {
     Marked editor;
     editor.showMessage("R1");
-    QCOMPARE(editor.mark(), QString());
+    QCOMPARE(editor.notAppliedMark(), QString());
     QTest::keyClicks(editor.script(), QStringLiteral("x"));
-    QCOMPARE(editor.mark(), notApplied);
+    QCOMPARE(editor.notAppliedMark(), notApplied);
     QTest::keyClick(editor.script(), Qt::Key_Backspace);
-    QCOMPARE(editor.mark(), QString());
+    QCOMPARE(editor.notAppliedMark(), QString());
     QVERIFY(editor.applies("btnMsgApply"));
+}
+
+void NotAppliedTest::theMarkMovesNothingOnThePage() {
+    Marked editor;
+    editor.showMessage("R1");
+    editor.window->resize(editor.window->minimumSizeHint());
+    QCoreApplication::processEvents();
+    const auto places = [&editor] {
+        QList<QRect> all;
+        for (const char* name : {"trvMsg", "txtMsg", "displayPreview", "btnEditMessage", "btnMsgApply"}) {
+            const auto* const widget = editor.find<QWidget>(name);
+            all << QRect(widget->mapTo(editor.window.get(), QPoint()), widget->size());
+        }
+        return all;
+    };
+    const QList<QRect> before = places();
+    QTest::keyClicks(editor.script(), QStringLiteral("x"));
+    QCoreApplication::processEvents();
+    QCOMPARE(editor.notAppliedMark(), notApplied);
+    QCOMPARE(places(), before);
+}
+
+void NotAppliedTest::aNarrowPageCutsTheMark() {
+    NotAppliedLabel label;
+    label.showState(true);
+    label.resize(label.sizeHint());
+    const auto ink = [&label] { return label.grab().toImage(); };
+    const QImage whole = ink();
+    label.resize(label.minimumSizeHint());
+    QVERIFY(label.width() < whole.width());
+    QVERIFY(ink() != whole.copy(label.rect()));
+    QCOMPARE(label.toolTip(), notApplied);
 }
 
 void NotAppliedTest::anEmptiedScriptIsNotAppliedThoughApplyIsDisabled() {
@@ -68,7 +95,7 @@ void NotAppliedTest::anEmptiedScriptIsNotAppliedThoughApplyIsDisabled() {
     editor.script()->selectAll();
     QTest::keyClick(editor.script(), Qt::Key_Delete);
     QVERIFY(!editor.applies("btnMsgApply"));
-    QCOMPARE(editor.mark(), notApplied);
+    QCOMPARE(editor.notAppliedMark(), notApplied);
 }
 
 void NotAppliedTest::applyAndAnotherMessageTakeTheMarkAway() {
@@ -76,14 +103,14 @@ void NotAppliedTest::applyAndAnotherMessageTakeTheMarkAway() {
     editor.showMessage("R1");
     QTest::keyClicks(editor.script(), QStringLiteral("x"));
     editor.click("btnMsgApply");
-    QCOMPARE(editor.mark(), QString());
+    QCOMPARE(editor.notAppliedMark(), QString());
     QTest::keyClicks(editor.script(), QStringLiteral("y"));
-    QCOMPARE(editor.mark(), notApplied);
+    QCOMPARE(editor.notAppliedMark(), notApplied);
     editor.showMessage("R2");
-    QCOMPARE(editor.mark(), QString());
+    QCOMPARE(editor.notAppliedMark(), QString());
     QTest::keyClicks(editor.script(), QStringLiteral("z"));
     editor.showMessage("REGULAR");
-    QCOMPARE(editor.mark(), QString());
+    QCOMPARE(editor.notAppliedMark(), QString());
 }
 
 void NotAppliedTest::aRefreshTakesTheMarkAway() {
@@ -91,7 +118,7 @@ void NotAppliedTest::aRefreshTakesTheMarkAway() {
     editor.showMessage("R1");
     QTest::keyClicks(editor.script(), QStringLiteral("x"));
     editor.window->RefreshViews();
-    QCOMPARE(editor.mark(), QString());
+    QCOMPARE(editor.notAppliedMark(), QString());
 }
 
 void NotAppliedTest::aLongScriptIsComparedWhenTheKeysRest() {
@@ -99,11 +126,11 @@ void NotAppliedTest::aLongScriptIsComparedWhenTheKeysRest() {
     for (int line = 0; line < 8'000; ++line)
         editor.project.STDMSG[0] += "STILL 500\r\n";
     editor.showMessage("R1");
-    QCOMPARE(editor.mark(), QString());
+    QCOMPARE(editor.notAppliedMark(), QString());
     QTest::keyClicks(editor.script(), QStringLiteral("x"));
-    QTRY_COMPARE(editor.mark(), notApplied);
+    QTRY_COMPARE(editor.notAppliedMark(), notApplied);
     QTest::keyClick(editor.script(), Qt::Key_Backspace);
-    QTRY_COMPARE(editor.mark(), QString());
+    QTRY_COMPARE(editor.notAppliedMark(), QString());
 }
 
 void NotAppliedTest::everyByteOfAMessageComparesEqual() {
@@ -112,24 +139,24 @@ void NotAppliedTest::everyByteOfAMessageComparesEqual() {
         editor.project.STDMSG[0].push_back(static_cast<char>(byte));
     editor.project.STDMSG[0] += std::string(30'000, 'x');
     editor.showMessage("R1");
-    QCOMPARE(editor.mark(), QString());
+    QCOMPARE(editor.notAppliedMark(), QString());
 }
 
 void NotAppliedTest::anEditedVariableIsNotAppliedUntilItIs() {
     Marked editor;
     editor.showVariable("F5");
-    QCOMPARE(editor.mark(), QString());
+    QCOMPARE(editor.notAppliedMark(), QString());
     editor.editShownVariable(QStringLiteral("frmFloatVarEdit"), QStringLiteral("txtVarDefValue"),
                              QStringLiteral("7"));
-    QCOMPARE(editor.mark(), notApplied);
+    QCOMPARE(editor.notAppliedMark(), notApplied);
     editor.click("btnVarApply");
-    QCOMPARE(editor.mark(), QString());
+    QCOMPARE(editor.notAppliedMark(), QString());
     editor.showVariable("B2");
     editor.editShownVariable(QStringLiteral("frmBoolVarEdit"), QStringLiteral("txtVarON"),
                              QStringLiteral("running"));
-    QCOMPARE(editor.mark(), notApplied);
+    QCOMPARE(editor.notAppliedMark(), notApplied);
     editor.showVariable("B3");
-    QCOMPARE(editor.mark(), QString());
+    QCOMPARE(editor.notAppliedMark(), QString());
     QVERIFY(allModalsServed());
 }
 
@@ -139,7 +166,7 @@ void NotAppliedTest::anEditThatChangesNothingIsNoEdit() {
     editor.editShownVariable(QStringLiteral("frmBoolVarEdit"), QStringLiteral("txtVarON"),
                              QString::fromStdString(editor.project.CoilVar[1].onText));
     QVERIFY(editor.applies("btnVarApply"));
-    QCOMPARE(editor.mark(), QString());
+    QCOMPARE(editor.notAppliedMark(), QString());
     QVERIFY(allModalsServed());
 }
 
@@ -147,14 +174,14 @@ void NotAppliedTest::anyNewAddressIsNotApplied() {
     Marked editor;
     editor.showPage("C2");
     for (const char* box : {"txtNewStdAddr", "txtNewAltAddr", "txtNewAIAddr", "txtNewDIAddr"}) {
-        QCOMPARE(editor.mark(), QString());
+        QCOMPARE(editor.notAppliedMark(), QString());
         editor.type(box, QStringLiteral("x"));
-        QCOMPARE(editor.mark(), notApplied);
+        QCOMPARE(editor.notAppliedMark(), notApplied);
         editor.type(box, {});
     }
     editor.type("txtNewAltAddr", QStringLiteral("1"));
     editor.click("btnRestoreDefault");
-    QCOMPARE(editor.mark(), QString());
+    QCOMPARE(editor.notAppliedMark(), QString());
 }
 
 QTEST_MAIN(NotAppliedTest)

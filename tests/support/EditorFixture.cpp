@@ -4,6 +4,7 @@
 
 #include <QAbstractButton>
 #include <QLabel>
+#include <QTabWidget>
 #include <QTreeWidgetItemIterator>
 
 namespace orvista::testing {
@@ -77,6 +78,12 @@ QString EditorFixture::label(const char* boxName) const {
             return label->text();
     }
     throw std::logic_error(std::string("no label for ") + boxName);
+}
+
+QString EditorFixture::notAppliedMark() const {
+    const auto* const label =
+        find<QTabWidget>("tabDetails")->currentWidget()->findChild<QLabel*>(QStringLiteral("lblNotApplied"));
+    return label->isVisible() ? label->text() : QString();
 }
 
 void EditorFixture::type(const char* boxName, const QString& text) const {

@@ -61,6 +61,8 @@ public:
     QString text(const char* boxName) const;
     /// The text of the label whose buddy the box is.
     QString label(const char* boxName) const;
+    /// What stands beside the Apply button of the shown page; empty when nothing is to be seen there.
+    QString notAppliedMark() const;
     /// Replaces a box's text by typing.
     void type(const char* boxName, const QString& text) const;
 
