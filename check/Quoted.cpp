@@ -15,12 +15,16 @@ bool isPrintable(unsigned char byte) {
 
 } // namespace
 
-std::string quoted(std::string_view bytes) {
-    std::string shown(bytes.substr(0, mostCharacters));
+std::string printable(std::string_view bytes) {
+    std::string shown(bytes);
     for (char& character : shown)
         if (!isPrintable(static_cast<unsigned char>(character)))
             character = '?';
-    return '"' + utf8FromWindows1252(shown) + (bytes.size() > mostCharacters ? "…\"" : "\"");
+    return utf8FromWindows1252(shown);
+}
+
+std::string quoted(std::string_view bytes) {
+    return '"' + printable(bytes.substr(0, mostCharacters)) + (bytes.size() > mostCharacters ? "…\"" : "\"");
 }
 
 } // namespace orvista

@@ -17,6 +17,7 @@ void addShow(CLI::App& program, Run& run);
 void addAddresses(CLI::App& program, Run& run);
 void addMessages(CLI::App& program, Run& run);
 void addVariables(CLI::App& program, Run& run);
+void addCompare(CLI::App& program, Run& run);
 void addNew(CLI::App& program, Run& run);
 
 } // namespace orvista::console

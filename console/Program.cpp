@@ -63,6 +63,7 @@ ExitStatus runCommand(std::vector<std::string> arguments) {
     addAddresses(program, run);
     addMessages(program, run);
     addVariables(program, run);
+    addCompare(program, run);
     addNew(program, run);
     try {
         std::ranges::reverse(arguments); // as the parser takes them

@@ -1,6 +1,7 @@
 #include "console/Projects.h"
 
 #include "console/CommandFailure.h"
+#include "console/FirstMessage.h"
 #include "model/ProjectFile.h"
 #include "model/Text.h"
 
@@ -8,27 +9,12 @@ namespace orvista::console {
 
 namespace {
 
-/// Keeps the first thing that the core has to say: what follows is the same trouble again.
-class FirstMessage final : public Messages {
-public:
-    void show(MessageIcon /*icon*/, const std::string& text) override {
-        if (text_.empty())
-            text_ = text;
-    }
-    bool askYesNo(const std::string& /*text*/) override { return false; }
-    Answer askYesNoCancel(const std::string& /*text*/) override { return Answer::Cancel; }
-
-    bool any() const { return !text_.empty(); }
-    /// With the project's path, which a system's own description does not have.
-    std::string about(const std::string& path) const {
-        const auto folder = PathRules::native().split(path);
-        const bool namesFile = text_.find(folder ? folder->folder : path) != std::string::npos;
-        return namesFile ? text_ : path + ": " + text_;
-    }
-
-private:
-    std::string text_;
-};
+/// With the project's path, which a system's own description does not have.
+std::string aboutProject(const std::string& text, const std::string& path) {
+    const auto folder = PathRules::native().split(path);
+    const bool namesFile = text.find(folder ? folder->folder : path) != std::string::npos;
+    return namesFile ? text : path + ": " + text;
+}
 
 } // namespace
 
@@ -38,7 +24,7 @@ Project readProject(const std::string& path) {
     Project project;
     const bool isRead = DocMgrModule::readProjectWithoutWriting(path, project, {paths, message});
     if (!isRead || message.any())
-        throw CommandFailure(ExitStatus::Unusable, message.about(path));
+        throw CommandFailure(ExitStatus::Unusable, aboutProject(message.text(), path));
     return project;
 }
 
@@ -50,7 +36,7 @@ void saveProject(const std::string& path, const Project& project) {
     const auto outcome = DocMgrModule::SaveProject(parts.folder, DocMgrModule::projectNameOfFile(parts.name),
                                                    project, {paths, message});
     if (outcome != DocMgrModule::SaveOutcome::Saved)
-        throw CommandFailure(ExitStatus::Found, message.about(path));
+        throw CommandFailure(ExitStatus::Found, aboutProject(message.text(), path));
 }
 
 void expectProjectName(const std::string& path) {

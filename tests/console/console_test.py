@@ -31,7 +31,7 @@ def no_file_grows():
 
 class Usage(ProgramTest):
     def test_help_has_examples_everywhere(self):
-        for command in ([], ["check"], ["show"], ["addresses"], ["new"], ["messages"], ["messages", "export"], ["messages", "import"],
+        for command in ([], ["check"], ["compare"], ["show"], ["addresses"], ["new"], ["messages"], ["messages", "export"], ["messages", "import"],
                         ["variables"], ["variables", "export"], ["variables", "import"]):
             text = self.expect(0, *command, "--help").decode()
             self.assertIn("Usage: orvista" + "".join(" " + word for word in command), text)
@@ -46,7 +46,8 @@ class Usage(ProgramTest):
                           ["messages", "export", PROJECT, "-o", PROJECT], ["variables", "export", PROJECT, "-o", "a.ORX"],
                           ["variables", "export", PROJECT, "--pages"], ["new"], ["new", "A", "--ip", "1.2.3"],
                           ["new", "A", "--ip", "1.2.3.256"], ["new", "A", "--ip", "1.2.3.04"],
-                          ["new", "A", "--ip", "1.2.3.4.5"]):
+                          ["new", "A", "--ip", "1.2.3.4.5"], ["compare"], ["compare", PROJECT],
+                          ["compare", PROJECT, PROJECT, PROJECT]):
             before = self.files()
             self.complaint(2, *arguments)
             self.assertEqual(self.files(), before)

@@ -3,27 +3,29 @@
 import json
 import os
 import re
+import shutil
 import subprocess
 import textwrap
 
-from program import PROGRAM, PROJECT, SOURCE, ProgramTest, main
+from displays import Display
+from program import EXAMPLE, PROGRAM, PROJECT, SOURCE, ProgramTest, main
 
 PAGE = (SOURCE / "packaging" / "linux" / "man" / "orvista.1").read_text("ascii")
 COMPLETION = SOURCE / "packaging" / "linux" / "completion" / "orvista"
-COMMANDS = (["check"], ["show"], ["addresses"], ["messages", "export"], ["messages", "import"], ["variables", "export"],
+COMMANDS = (["check"], ["compare"], ["show"], ["addresses"], ["messages", "export"], ["messages", "import"], ["variables", "export"],
             ["variables", "import"], ["new"])
 
 
 def manual_fields(command):
-    """The fields that the page's JSON section has for a command: those of the object, and those of its rows."""
+    """The fields that the page's JSON section has for a command: those of the object, and those of each list's rows."""
     section = PAGE.split(f".SS orvista {command} \\-\\-json\n")[1]
     section = re.split(r"\n\.S[SH] ", section)[0]
-    rows = re.search(r"\n\.RS\n(.*)\n\.RE", section, re.S)[1]
-    outer = section.replace(rows, "")
+    rows = re.findall(r"\n\.RS\n(.*?)\n\.RE", section, re.S)
+    outer = re.sub(r"\n\.RS\n.*?\n\.RE", "", section, flags=re.S)
 
     def fields(text):
         return re.findall(r"^\.B (\w+)$", text, re.M)
-    return fields(outer), fields(rows)
+    return fields(outer), *map(fields, rows)
 
 
 class Manual(ProgramTest):
@@ -43,6 +45,12 @@ class Manual(ProgramTest):
         self.assertEqual((list(findings), list(findings["findings"][0])), manual_fields("check"))
         addresses = json.loads(self.expect(0, "addresses", PROJECT, "--json"))
         self.assertEqual((list(addresses), list(addresses["addresses"][0])), manual_fields("addresses"))
+        self.run_program("new", "EMPTY.orx")
+        (self.folder / "empty").mkdir()
+        (self.folder / "EMPTY.orx").rename(self.folder / "empty" / "EMPTY.orx")
+        compared = json.loads(self.run_program("compare", PROJECT, "empty/EMPTY.orx", "--json").stdout)
+        self.assertEqual((list(compared), list(compared["differences"][0]), list(compared["bitmaps"][0])),
+                         manual_fields("compare"))
 
     def test_manual_has_every_option_and_command(self):
         told = {"--help", "--version"}.union(*(self.options(*command) for command in COMMANDS))
@@ -76,10 +84,21 @@ class Manual(ProgramTest):
                                 env=os.environ | {"PATH": path}, check=False, timeout=100)
         return result.returncode, result.stderr
 
+    def on_display(self, line, display):
+        """A command that talks to a display, made to talk to that one."""
+        return re.sub(r"192\.168\.1\.\d+(:\d+)?", display.address, line) if line.startswith("orvista compare") else line
+
     def test_every_command_of_the_help_and_the_readme_runs(self):
+        held = self.folder / "held"
+        held.mkdir()
+        for path in EXAMPLE.iterdir():
+            if path.suffix != ".orx":
+                shutil.copy(path, held)
+        display = Display(held)
+        self.addCleanup(display.close)
         for name, pattern in (("docs/help/command-line.html", r"<pre>(.*?)</pre>"), ("README.md", r"^    (orvista .*?)$")):
             found = re.findall(pattern, (SOURCE / name).read_text("utf-8"), re.S | re.M)
-            lines = [line for block in found for line in block.splitlines()]
+            lines = [self.on_display(line, display) for block in found for line in block.splitlines()]
             self.assertGreater(len(lines), 6, name)
             for line in lines:
                 with self.subTest(name=name, line=line):

@@ -1,0 +1,61 @@
+#include "console/Displays.h"
+
+#include "console/CommandFailure.h"
+#include "console/FirstMessage.h"
+#include "console/Output.h"
+#include "link/DisplayFiles.h"
+#include "link/TransferControls.h"
+#include "model/DeviceFiles.h"
+#include "model/Numbers.h"
+
+namespace orvista::console {
+
+namespace {
+
+/// Shows a transfer where the command shows how far it is.
+class ShownTransfer final : public DocTsfModule::TransferProgress {
+public:
+    explicit ShownTransfer(const std::string& display) : display_(display) {}
+    void showActivity(const std::string& text) override { progress_.show(text); }
+    void showFile(const std::string& name, std::size_t number, std::size_t count) override {
+        progress_.show(display_ + ": " + name + ", " + decimalText(static_cast<std::int64_t>(number)) +
+                       " of " + decimalText(static_cast<std::int64_t>(count)));
+    }
+
+private:
+    const std::string& display_;
+    Progress progress_;
+};
+
+} // namespace
+
+DisplayAddress transferAddress(const std::string& argument) {
+    try {
+        return displayAddress(argument, fileTransfer);
+    } catch (const BadDisplayAddress& failure) {
+        throw CommandFailure(ExitStatus::Unusable, failure.what());
+    }
+}
+
+void fetchDisplay(const DisplayAddress& display, const std::string& folder) {
+    const std::string name = display.text();
+    ShownTransfer progress(name);
+    try {
+        fetchDisplayFiles(display, folder, progress, makeTransferControl);
+    } catch (const FetchFailure& failure) {
+        throw CommandFailure(ExitStatus::Unusable, name + ": " + failure.what());
+    }
+}
+
+Project readFetchedProject(const std::string& folder, const std::string& display) {
+    const PathRules paths = PathRules::native();
+    FirstMessage message;
+    Project project;
+    project.ProjPath = folder;
+    ConfigModule::readDeviceFiles(folder, project, {paths, message}, modbusAdrFile.name);
+    if (message.any())
+        throw CommandFailure(ExitStatus::Unusable, display + ": " + message.text());
+    return project;
+}
+
+} // namespace orvista::console

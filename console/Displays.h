@@ -1,0 +1,23 @@
+#pragma once
+
+#include "link/DisplayAddress.h"
+#include "model/Project.h"
+
+#include <string>
+
+/// Displays on the network, as commands name them.
+namespace orvista::console {
+
+/// Where files go to and come from. \throws CommandFailure for text that names no display
+DisplayAddress transferAddress(const std::string& argument);
+
+/// Fetches the files of a display into a folder that is there already, and shows how far it is.
+/// \throws CommandFailure
+void fetchDisplay(const DisplayAddress& display, const std::string& folder);
+
+/// The project in the device files that were fetched into that folder, which is its own.
+/// \param display as it was named, for what is said of failures
+/// \throws CommandFailure
+Project readFetchedProject(const std::string& folder, const std::string& display);
+
+} // namespace orvista::console

@@ -1,0 +1,169 @@
+"""compare_test.py PROGRAM SOURCE: projects and simulated displays side by side."""
+
+import json
+import os
+import shutil
+import sys
+import tempfile
+from pathlib import Path
+
+sys.path.insert(0, str(Path(__file__).parents[1] / "tour"))
+import device_files  # noqa: E402  the project's files, written apart from the program
+
+from displays import Display
+from program import PROJECT, ProgramTest, main
+
+
+class Compare(ProgramTest):
+    def setUp(self):
+        super().setUp()
+        self.scratch = Path(tempfile.mkdtemp(prefix="orvista-scratch-"))
+        self.addCleanup(shutil.rmtree, self.scratch)
+        former = os.environ.get("TMPDIR")
+        os.environ["TMPDIR"] = str(self.scratch)
+        self.addCleanup(os.environ.pop, "TMPDIR")
+        if former:
+            self.addCleanup(os.environ.__setitem__, "TMPDIR", former)
+
+    def tearDown(self):
+        self.assertEqual(list(self.scratch.iterdir()), [])  # what was fetched is gone
+
+    def display(self, *options):
+        """One that holds the files of the example, from a folder of its own."""
+        held = self.folder / "held"
+        held.mkdir()
+        for path in self.folder.iterdir():
+            if path.is_file() and path.suffix != ".orx":
+                shutil.copy(path, held)
+        display = Display(held, *options)
+        self.addCleanup(display.close)
+        return display
+
+    def other_project(self):
+        """The example, changed in each way that there is."""
+        other = self.folder / "other"
+        other.mkdir()
+        project = (self.folder / PROJECT).read_bytes()
+        self.assertIn(b"TEXT 0 0 GREEN BLACK \"Level       m\"\r\nDISPVAR", project)
+        project = project.replace(b"AnalogInput    100", b"AnalogInput    200").replace(
+            b"TEXT 0 0 GREEN BLACK \"Level       m\"", b"TEXT 0 0 GREEN BLACK \"L\xe4vel\x1b       m\"")
+        lines = project.split(b"\r\n")
+        at = lines.index(b"DEFVAR RegVar3")
+        self.assertEqual(lines[at + 3].split()[0], b"default")
+        lines[at + 3] = b"    default   12.5"
+        # Floats are placed by their addresses.
+        for index, line in enumerate(lines):
+            if line == b"    type      float":
+                lines[index + 1] = b"    address   %d" % (int(lines[index + 1].split()[1]) + 100)
+        (other / PROJECT).write_bytes(b"\r\n".join(lines))
+        shutil.copy(self.folder / "alarm.bmp", other / "ALARM.BMP")
+        shutil.copy(self.folder / "alarm.bmp", other / "new.bmp")
+        (other / "pump.bmp").write_bytes((self.folder / "pump.bmp").read_bytes()[:-1] + b"??")
+        return f"other/{PROJECT}"
+
+    def test_a_display_holds_what_its_project_has(self):
+        display = self.display()
+        before = self.files()
+        self.assertEqual(self.expect(0, "compare", PROJECT, display.address), b"No differences\n")
+        self.assertEqual(self.expect(0, "compare", display.address, PROJECT), b"No differences\n")
+        self.assertEqual(self.expect(0, "compare", PROJECT, PROJECT), b"No differences\n")
+        self.assertEqual(self.expect(0, "compare", display.address, display.address), b"No differences\n")
+        self.assertEqual(json.loads(self.expect(0, "compare", "--json", PROJECT, display.address)),
+                         {"old": PROJECT, "new": display.address, "equal": True, "differences": [], "bitmaps": []})
+        self.assertEqual(self.files(), before)
+
+    def test_differences_are_told_line_by_line(self):
+        display = self.display()
+        other = self.other_project()
+        before = self.files()
+        size = len((self.folder / "pump.bmp").read_bytes())
+        text = self.expect(1, "compare", display.address, other).decode()
+        self.assertEqual(text, f"""--- {display.address}
++++ {other}
+address map
+- AnalogInput 100
++ AnalogInput 200
+RegVar3
+- default 0
++ default 12.5
+STDMSG3
+  CLEAR
+- TEXT 0 0 GREEN BLACK "Level       m"
++ TEXT 0 0 GREEN BLACK "Lävel?       m"
+  DISPVAR 48 0 ORANGE BLACK RegVar1
+  IN GO-LEFT 1 50
+  ...
+new.bmp
+- not there
++ 126 bytes
+pump.bmp
+- {size} bytes
++ {size + 1} bytes, other ones from byte {size} on
+""")
+        mirrored = self.expect(1, "compare", other, display.address).decode()
+        self.assertIn("- AnalogInput 200\n+ AnalogInput 100\n", mirrored)
+        self.assertIn("new.bmp\n- 126 bytes\n+ not there\n", mirrored)
+        self.assertEqual(self.files(), before)
+
+    def test_json_says_the_same(self):
+        other = self.other_project()
+        size = len((self.folder / "pump.bmp").read_bytes())
+        told = json.loads(self.expect(1, "compare", PROJECT, other, "--json"))
+        self.assertEqual(told, {
+            "old": PROJECT, "new": other, "equal": False,
+            "differences": [
+                {"item": "address map", "field": "AnalogInput", "old_line": 0, "new_line": 0, "old": "100", "new": "200"},
+                {"item": "RegVar3", "field": "default", "old_line": 0, "new_line": 0, "old": "0", "new": "12.5"},
+                {"item": "STDMSG3", "field": "script", "old_line": 2, "new_line": 0,
+                 "old": 'TEXT 0 0 GREEN BLACK "Level       m"', "new": None},
+                {"item": "STDMSG3", "field": "script", "old_line": 0, "new_line": 2,
+                 "old": None, "new": 'TEXT 0 0 GREEN BLACK "Lävel\x1b       m"'}],
+            "bitmaps": [
+                {"name": "new.bmp", "old_size": None, "new_size": 126, "first_difference": None},
+                {"name": "pump.bmp", "old_size": size, "new_size": size + 1, "first_difference": size - 1}]})
+
+    def test_a_project_is_as_its_display_had_it_after_each_upload(self):
+        """Each save and each reading adds or takes empty lines."""
+        project = device_files.new_project()
+        project["STDMSG"][2] = b"CLEAR\r\n\r\n TEXT 0 0 RED BLACK \"A\" \r\nACT STILL 1000\r\n"
+        device_files.write(self.folder, "A", project)
+        project["STDMSG"][2] = b"CLEAR\r\nTEXT 0 0 RED BLACK \"A\"\r\n\r\n\r\nACT STILL 1000"
+        project["STDMSG"][3] = b"CLEAR\r\n"
+        device_files.write(self.folder, "B", project)
+        self.assertEqual(self.expect(0, "compare", "A.orx", "B.orx"), b"No differences\n")
+
+    def test_what_cannot_be_read_is_status_2(self):
+        display = self.display("--fail-file", "3", "--fail-how", "hang-up")
+        before = self.files()
+        for side, reason in (("missing.orx", "Unable to open missing.orx"), ("127.0.0.1:0", "0 is not a port"),
+                             ("127.0.0.1:99999", "not a port"), ("127.0.0.1:1", "127.0.0.1:1: cannot be connected to"),
+                             ("[::1", "[::1"), (display.address, "its files could not be fetched")):
+            self.assertIn(reason, self.complaint(2, "compare", PROJECT, side))
+            self.assertIn(reason, self.complaint(2, "compare", side, PROJECT))
+            self.assertEqual(self.run_program("compare", side, PROJECT).stdout, b"")
+        self.assertEqual(self.files(), before)
+
+    def test_a_display_without_a_file_cannot_be_read(self):
+        display = self.display()
+        (self.folder / "held" / "altmsg.ilm").unlink()
+        self.assertIn(display.address, self.complaint(2, "compare", PROJECT, display.address))
+
+    def test_an_address_beyond_32_bits_cannot_be_read(self):
+        display = self.display()
+        (self.folder / "held" / "modbus.adr").write_bytes(b"AnalogInput    99999999999\r\n")
+        self.assertIn(display.address + ": ", self.complaint(2, "compare", PROJECT, display.address))
+
+    def test_what_cannot_be_fetched_for_want_of_room_is_status_2(self):
+        display = self.display()
+        os.environ["TMPDIR"] = str(self.scratch / "gone")
+        self.assertIn("gone", self.complaint(2, "compare", PROJECT, display.address))
+
+    def test_device_files_beside_a_project_stay_as_they_are(self):
+        (self.folder / "stdmsg.ilm").write_bytes(b"mine\r\n")
+        (self.folder / "default.pls").unlink()
+        before = self.files()
+        self.expect(0, "compare", PROJECT, PROJECT)
+        self.assertEqual(self.files(), before)
+
+
+main()
