@@ -156,7 +156,7 @@ pump.bmp
     def test_what_cannot_be_fetched_for_want_of_room_is_status_2(self):
         display = self.display()
         os.environ["TMPDIR"] = str(self.scratch / "gone")
-        self.assertIn("gone", self.complaint(2, "compare", PROJECT, display.address))
+        self.assertIn("No such file or directory", self.complaint(2, "compare", PROJECT, display.address))
 
     def test_device_files_beside_a_project_stay_as_they_are(self):
         (self.folder / "stdmsg.ilm").write_bytes(b"mine\r\n")
