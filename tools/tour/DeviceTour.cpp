@@ -3,6 +3,7 @@
 #include "tests/support/ModalDriver.h"
 #include "widgets/DeviceTextEdit.h"
 
+#include <QMessageBox>
 #include <QRandomGenerator>
 #include <QTcpServer>
 #include <QTest>
@@ -49,6 +50,9 @@ void DeviceTour::connectToDevice(const QString& picture, const QString& line) {
 void DeviceTour::uploadsTheProject() {
     connectToDevice("connection", "Upload asks for the device's address and port.");
     stage_.inDialog("messageBox", [this](const Hands& box) {
+        const QString text = dynamic_cast<QMessageBox&>(box.window()).text();
+        if (text != "All files were successfully uploaded")
+            throw std::logic_error(text.toStdString());
         stage_.show(box.window(), "uploaded", "The five device files and the bitmap are on the device.");
         box.press(Qt::Key_Return);
     });

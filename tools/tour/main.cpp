@@ -31,6 +31,8 @@ int main(int argc, char** argv) {
     ProjectTour project(stage);
     EditingTour editing(stage, arguments.at(2));
     DeviceTour device(stage);
+    // A box that nobody answers would hold a step for five minutes.
+    qputenv("QTEST_FUNCTION_TIMEOUT", "60000");
     const QStringList quietly{arguments.first(), QStringLiteral("-silent")};
     for (QObject* const part : std::initializer_list<QObject*>{&project, &editing, &device})
         if (QTest::qExec(part, quietly) != 0)
