@@ -21,8 +21,11 @@ void Commands::addMenus(QMenuBar& bar, const std::vector<MenuRow>& menus) {
         menu->setObjectName(QString::fromLatin1(row.name));
         menu->setToolTipsVisible(row.restUnderDialogs);
         menu->menuAction()->setVisible(!row.commands.empty());
-        for (const CommandRow& command : row.commands)
+        for (const CommandRow& command : row.commands) {
+            if (command.beginsGroup)
+                menu->addSeparator();
             menu->addAction(add(command, row.restUnderDialogs));
+        }
     }
 }
 
@@ -30,6 +33,8 @@ QAction* Commands::add(const CommandRow& row, bool restsUnderDialogs) {
     auto* const action = new QAction(row.caption, &window_);
     action->setObjectName(QString::fromLatin1(row.name));
     action->setShortcut(row.shortcut);
+    if (!row.otherKey.isEmpty())
+        action->setShortcuts({row.shortcut, row.otherKey});
     action->setCheckable(row.isCheckable);
     if (!row.toolTip.isEmpty())
         action->setToolTip(row.toolTip);

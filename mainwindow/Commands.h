@@ -25,6 +25,8 @@ struct CommandRow {
     EnablingRule enabling;
     std::function<void()> run;
     bool isCheckable = false; ///< whoever shows what it turns on and off also checks its action
+    bool beginsGroup = false; ///< a line stands above it
+    QKeySequence otherKey = {};
 };
 
 struct MenuRow {

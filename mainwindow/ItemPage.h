@@ -18,6 +18,9 @@ public:
     virtual bool isNotApplied() const = 0;
     /// Shows another item as a click on the node of that key does: what is not applied is lost.
     virtual void showItem(const QString& key) = 0;
+    /// Shows what the project holds now of the shown item: it was changed from outside the page. Apply is
+    /// disabled as after a click on its node.
+    virtual void showAnew() = 0;
     /// Brings the keyboard to the shown item and selects a line of it, from 1; 0 is the item as a whole.
     virtual void enter(std::size_t line) = 0;
 };

@@ -24,6 +24,8 @@
 #include <QTextCursor>
 #include <QTimer>
 
+#include <utility>
+
 namespace orvista {
 
 namespace {
@@ -132,12 +134,7 @@ void MessageListPage::connectHandlers(Messages& messages) {
 }
 
 std::string* MessageListPage::storedScript() const {
-    const std::string name = txtMsgName->bytes();
-    if (const auto index = regularMessages.indexOfName(name))
-        return &project_.STDMSG.at(*index);
-    if (const auto index = emergencyMessages.indexOfName(name))
-        return &project_.ALTMSG.at(*index);
-    return nullptr;
+    return scriptNamed(project_, txtMsgName->bytes());
 }
 
 void MessageListPage::trvMsg_NodeClick(QTreeWidgetItem* node) {
@@ -258,11 +255,14 @@ void MessageListPage::btnMsgApply_Click() {
     std::string* const script = storedScript();
     if (txtMsg->document()->isEmpty())
         txtMsg->setBytes(clearScript);
+    ItemState before;
     if (script)
-        *script = txtMsg->bytes();
+        before = {shownItem(), std::exchange(*script, txtMsg->bytes())};
     disableUsed(btnMsgApply, txtMsg);
     compare();
     modifiedMark_.SetModified(true);
+    if (script)
+        emit stored(before);
 }
 
 } // namespace orvista

@@ -2,8 +2,8 @@
 
 #include "display/forms/PreviewClock.h"
 #include "mainwindow/ItemPage.h"
+#include "model/ItemState.h"
 #include "model/People.h"
-#include "model/Project.h"
 
 #include <QWidget>
 
@@ -39,6 +39,7 @@ public:
     /// was emptied.
     bool isNotApplied() const override;
     void showItem(const QString& key) override;
+    void showAnew() override { refresh(); }
     void enter(std::size_t line) override;
     DisplayPreview& preview() { return *preview_; }
 
@@ -48,6 +49,8 @@ public:
 
 signals:
     void notAppliedChanged();
+    /// Apply has stored the shown script; the message held this before.
+    void stored(const ItemState& before);
 
 private:
     QWidget* buildDetails();

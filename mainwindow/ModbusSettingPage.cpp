@@ -114,12 +114,21 @@ void ModbusSettingPage::setUp() {
 }
 
 void ModbusSettingPage::refresh() {
+    showCurrentAddresses();
+    for (const Block* block : {&emergency_, &regular_, &float_, &boolean_})
+        block->next->clear();
+}
+
+void ModbusSettingPage::showCurrentAddresses() {
     emergency_.current->setText(digits(project_.AlertMessage));
     regular_.current->setText(digits(project_.RegularMessage));
     float_.current->setText(digits(project_.AnalogInput));
     boolean_.current->setText(digits(project_.DigitalInput));
-    for (const Block* block : {&emergency_, &regular_, &float_, &boolean_})
-        block->next->clear();
+}
+
+void ModbusSettingPage::showAnew() {
+    showCurrentAddresses();
+    fillTestPage();
 }
 
 void ModbusSettingPage::fillTestPage() {
@@ -161,6 +170,7 @@ void ModbusSettingPage::btnModBusApply_Click() {
     const std::int32_t regularStart = addressOf(*regular_.next);
     const std::int32_t floatStart = addressOf(*float_.next);
     const std::int32_t booleanStart = addressOf(*boolean_.next);
+    const ItemState before = itemState(project_, addressMapName);
     project_.AlertMessage = emergencyStart;
     project_.RegularMessage = regularStart;
     project_.AnalogInput = floatStart;
@@ -173,12 +183,15 @@ void ModbusSettingPage::btnModBusApply_Click() {
     for (const Block* block : {&emergency_, &regular_, &float_, &boolean_})
         block->next->clear();
     fillTestPage();
+    emit stored(before);
 }
 
 void ModbusSettingPage::btnRestoreDefault_Click() {
+    const ItemState before = itemState(project_, addressMapName);
     setUp();
     fillTestPage();
     modifiedMark_.SetModified(true);
+    emit stored(before);
 }
 
 void ModbusSettingPage::txtNewAltAddr_Change() {

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "mainwindow/ItemPage.h"
+#include "model/ItemState.h"
 #include "model/People.h"
-#include "model/Project.h"
 
 #include <QWidget>
 
@@ -36,6 +36,8 @@ public:
     /// True while one of the new boxes is not empty.
     bool isNotApplied() const override;
     void showItem(const QString& key) override;
+    /// Leaves the new boxes and Apply alone, as Restore Default leaves Apply.
+    void showAnew() override;
     void enter(std::size_t line) override;
 
     /// True when Apply is enabled, which it stays when the new boxes are emptied.
@@ -47,6 +49,8 @@ public:
 
 signals:
     void notAppliedChanged();
+    /// The project's addresses were set; they were these before.
+    void stored(const ItemState& before);
 
 private:
     /// The boxes of one address block.
@@ -66,6 +70,7 @@ private:
     void txtNewDIAddr_Change();
     void enableApplyForDigits();
     void compare();
+    void showCurrentAddresses();
 
     Project& project_;
     ModifiedMark& modifiedMark_;

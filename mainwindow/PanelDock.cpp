@@ -2,14 +2,16 @@
 
 #include "widgets/EnterButton.h"
 #include "widgets/FormParts.h"
+#include "widgets/NoticeLine.h"
 
 #include <QApplication>
-#include <QLabel>
 #include <QMainWindow>
 #include <QShortcut>
 #include <QStyle>
 #include <QTabWidget>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace orvista {
 
@@ -18,6 +20,7 @@ namespace {
 /// Of the window's height, for the dock when it is opened for the first time: the pages keep the height they
 /// need in the smallest window, too.
 constexpr int openingShare = 4;
+constexpr const char* noticeLine = "Notice";
 
 } // namespace
 
@@ -35,16 +38,13 @@ void PanelDock::build() {
     tabs_->setDocumentMode(true);
     tabs_->setEnabled(panelsEnabled_);
     tabs_->setCornerWidget(closeButton());
+    tabs_->hide();
     setTitleBarWidget(new QWidget); // the tab says what is shown
-    notice_ = named<QLabel>(QStringLiteral("lblNotice"));
-    notice_->setTextFormat(Qt::PlainText);
-    notice_->setWordWrap(true);
-    notice_->hide();
     auto* const content = new QWidget;
-    auto* const layout = new QVBoxLayout(content);
-    layout->setContentsMargins(layout->spacing(), 0, layout->spacing(), layout->spacing());
-    layout->addWidget(tabs_, 1);
-    layout->addWidget(notice_);
+    layout_ = new QVBoxLayout(content);
+    layout_->setContentsMargins(layout_->spacing(), 0, layout_->spacing(), layout_->spacing());
+    layout_->addWidget(tabs_, 1);
+    addLine(QString::fromLatin1(noticeLine));
     setWidget(content);
 
     auto* const escape = new QShortcut(Qt::Key_Escape, this);
@@ -75,14 +75,16 @@ void PanelDock::open(const char* name) {
             insertTab(panel);
         tabs_->setCurrentWidget(panel.widget);
     }
+    openedForLine_ = false;
     show();
 }
 
 void PanelDock::open() {
-    if (tabs_)
+    if (tabs_ && tabs_->count() > 0)
         show();
     else
         open(panels_.front().name);
+    openedForLine_ = false;
 }
 
 void PanelDock::setPanelsEnabled(bool enabled) {
@@ -102,6 +104,7 @@ void PanelDock::insertTab(Panel& panel) {
     const bool first = tabs_->count() == 0;
     panel.widget = panel.make();
     tabs_->insertTab(place, panel.widget, panel.title);
+    tabs_->show();
     if (first)
         takeOpeningHeight();
 }
@@ -113,10 +116,52 @@ void PanelDock::takeOpeningHeight() {
 }
 
 void PanelDock::showNotice(const QString& text) {
-    if (!notice_)
+    const QString name = QString::fromLatin1(noticeLine);
+    if (text.isEmpty())
+        withdraw(name);
+    else
+        offer({name, text, {}, nullptr});
+}
+
+void PanelDock::offer(const Offer& offer) {
+    if (!tabs_)
+        build();
+    NoticeLine* const found = line(offer.name);
+    NoticeLine* const shown = found ? found : addLine(offer.name);
+    shown->say(offer.text, offer.button, offer.run);
+    if (isVisible())
         return;
-    notice_->setText(text);
-    notice_->setVisible(!text.isEmpty());
+    openedForLine_ = true;
+    show();
+}
+
+void PanelDock::withdraw(const QString& name) {
+    if (NoticeLine* const shown = line(name))
+        takeAway(*shown);
+}
+
+NoticeLine* PanelDock::line(const QString& name) const {
+    return findChild<NoticeLine*>(name);
+}
+
+NoticeLine* PanelDock::addLine(const QString& name) {
+    auto* const added = new NoticeLine(name);
+    added->setObjectName(name);
+    layout_->addWidget(added);
+    connect(added, &NoticeLine::dismissed, this, [this, added] { takeAway(*added); });
+    return added;
+}
+
+void PanelDock::takeAway(NoticeLine& line) {
+    const QWidget* const focused = QApplication::focusWidget();
+    if (focused && line.isAncestorOf(focused))
+        returnFocus();
+    line.say({});
+    const auto lines = findChildren<NoticeLine*>();
+    const bool last = std::none_of(lines.begin(), lines.end(),
+                                   [](const NoticeLine* other) { return other->saysSomething(); });
+    if (last && openedForLine_)
+        hide();
 }
 
 void PanelDock::rememberFocus(QWidget* before, QWidget* now) {

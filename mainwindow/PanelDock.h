@@ -6,14 +6,17 @@
 #include <functional>
 #include <vector>
 
-class QLabel;
 class QMainWindow;
 class QTabWidget;
+class QVBoxLayout;
 
 namespace orvista {
 
-/// The dock `dockPanels` below the pages, with a tab for each panel that was opened. It is hidden until then,
-/// and takes the focus only from a user who goes there; Esc leads back to the page.
+class NoticeLine;
+
+/// The dock `dockPanels` below the pages, with a tab for each panel that was opened, and lines of text below
+/// the tabs. It is hidden until one of them is there, and takes the focus only from a user who goes there;
+/// Esc leads back to the page.
 class PanelDock final : public QDockWidget {
     Q_OBJECT
 public:
@@ -36,8 +39,22 @@ public:
     /// The panels work on the project; the dock can be hidden without one, too.
     void setPanelsEnabled(bool enabled);
 
-    /// Says something in the line below the tabs; an empty text takes the line away.
+    /// Says something in the line `lblNotice` below the tabs and opens the dock for it; an empty text takes
+    /// the line away.
     void showNotice(const QString& text);
+
+    /// A line of its own with a button. It stays until the user presses the button or takes it away, or it is
+    /// withdrawn; an offer of the same name replaces it.
+    struct Offer {
+        QString name; ///< without a prefix: the button of "Reload" is `btnReload`
+        QString text;
+        QString button;            ///< empty for a line without a button
+        std::function<void()> run; ///< what the button does, once the line is gone
+    };
+    /// Opens the dock for it. The focus stays where it is.
+    void offer(const Offer& offer);
+    /// Takes the line away; nothing happens when there is none.
+    void withdraw(const QString& name);
 
 signals:
     /// The dock came on the screen or left it.
@@ -52,14 +69,18 @@ private:
     QWidget* closeButton();
     void insertTab(Panel& panel);
     void takeOpeningHeight();
+    NoticeLine* line(const QString& name) const;
+    NoticeLine* addLine(const QString& name);
+    void takeAway(NoticeLine& line);
     void rememberFocus(QWidget* before, QWidget* now);
     void returnFocus();
 
     QMainWindow& window_;
     std::vector<Panel> panels_;
     QTabWidget* tabs_ = nullptr;
-    QLabel* notice_ = nullptr;
+    QVBoxLayout* layout_ = nullptr;
     bool panelsEnabled_ = true;
+    bool openedForLine_ = false; ///< and so closed with the last one
     QPointer<QWidget> focusOfPage_;
 };
 

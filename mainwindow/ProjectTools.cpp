@@ -7,6 +7,8 @@
 #include "mainwindow/ModbusSettingPage.h"
 #include "mainwindow/Navigator.h"
 #include "mainwindow/PanelDock.h"
+#include "mainwindow/ProjectChanges.h"
+#include "mainwindow/UndoEntries.h"
 #include "mainwindow/VariableListPage.h"
 #include "model/ItemKind.h"
 
@@ -23,10 +25,11 @@ constexpr const char* findingsPanel = "findings";
 
 } // namespace
 
-ProjectTools::ProjectTools(const Project& project, Commands& commands, const Pages& pages,
-                           QMainWindow& window)
+ProjectTools::ProjectTools(const Project& project, ProjectChanges& changes, Commands& commands,
+                           const Pages& pages, QMainWindow& window)
     : QObject(&window),
       project_(project),
+      changes_(changes),
       commands_(commands),
       preview_(pages.messages.preview()),
       dock_(new PanelDock(window)),
@@ -37,7 +40,9 @@ ProjectTools::ProjectTools(const Project& project, Commands& commands, const Pag
            {&floatVariables, "miVarLst", &pages.variables},
            {&booleanVariables, "miVarLst", &pages.variables},
            {nullptr, "miOptionModbusSetting", &pages.addresses}},
-          [this](const QString& text) { dock_->showNotice(text); }, this)) {
+          [this](const QString& text) { dock_->showNotice(text); }, this)),
+      undo_(new UndoEntries(changes, commands, window)) {
+    connect(&changes, &ProjectChanges::notice, dock_, &PanelDock::showNotice);
     addPanels();
     connectPages(pages);
     commands.observe(EnablingRules::projectWork, [this](bool enabled) { dock_->setPanelsEnabled(enabled); });
@@ -60,6 +65,8 @@ void ProjectTools::addPanels() {
 void ProjectTools::connectPages(const Pages& pages) {
     const auto follow = [this](auto* page) {
         using Page = std::remove_pointer_t<decltype(page)>;
+        connect(page, &Page::stored, &changes_, &ProjectChanges::noteStored);
+        connect(page, &Page::notAppliedChanged, &changes_, &ProjectChanges::settle);
         connect(page, &Page::notAppliedChanged, this, [this] {
             if (findings_)
                 findings_->markNotApplied();
@@ -76,7 +83,7 @@ void ProjectTools::projectChanged() {
 }
 
 MenuRow ProjectTools::editMenu() {
-    return {.name = "mnuEdit", .caption = tr("&Edit"), .commands = {}, .restUnderDialogs = true};
+    return {.name = "mnuEdit", .caption = tr("&Edit"), .commands = undo_->rows(), .restUnderDialogs = true};
 }
 
 MenuRow ProjectTools::viewMenu() {
@@ -99,7 +106,8 @@ MenuRow ProjectTools::viewMenu() {
             .restUnderDialogs = true};
 }
 
-void ProjectTools::followShown() {
+void ProjectTools::followStates() {
+    undo_->followSteps();
     QAction& entry = commands_.action("miViewPreview");
     entry.setChecked(!preview_.isHidden());
     connect(&preview_, &DisplayPreview::shownChanged, &entry, &QAction::setChecked);

@@ -14,7 +14,9 @@ class MessageListPage;
 class ModbusSettingPage;
 class Navigator;
 class PanelDock;
+class ProjectChanges;
 struct Project;
+class UndoEntries;
 class VariableListPage;
 struct MenuRow;
 
@@ -28,13 +30,15 @@ public:
         VariableListPage& variables;
         ModbusSettingPage& addresses;
     };
-    ProjectTools(const Project& project, Commands& commands, const Pages& pages, QMainWindow& window);
+    /// \param changes the way in which whatever stands here changes the project
+    ProjectTools(const Project& project, ProjectChanges& changes, Commands& commands, const Pages& pages,
+                 QMainWindow& window);
 
     MenuRow editMenu();
     MenuRow viewMenu();
     MenuRow toolsMenu();
-    /// Has the checkable entries tell what is shown, once they are there.
-    void followShown();
+    /// Has the entries tell what is shown and what can be undone, once they are there.
+    void followStates();
 
     /// The project in memory is another, or may be.
     void projectChanged();
@@ -46,10 +50,12 @@ private:
     void miToolsCheck_Click();
 
     const Project& project_;
+    ProjectChanges& changes_;
     Commands& commands_;
     DisplayPreview& preview_;
     PanelDock* dock_;
     Navigator* navigator_;
+    UndoEntries* undo_;
     QPointer<FindingsPanel> findings_; ///< null until it is opened
 };
 

@@ -224,13 +224,16 @@ bool VariableListPage::hasUnappliedEdits() const {
 
 void VariableListPage::btnVarApply_Click() {
     const std::string type = txtVarType->bytes();
+    ItemState before;
     if (type == booleanType) {
         BooleanVariable& variable = project_.CoilVar.at(shownIndex(booleanVariables));
+        before = {shownItem(), variable};
         variable.defaultValue = txtVarDefValue->bytes();
         variable.onText = txtVarOnStr->bytes();
         variable.offText = txtVarOffStr->bytes();
     } else if (type == floatType) {
         FloatVariable& variable = project_.RegVar.at(shownIndex(floatVariables));
+        before = {shownItem(), variable};
         variable.defaultValue = txtVarDefValue->bytes();
         variable.width = txtVarWidth->bytes();
         variable.precision = txtVarPrec->bytes();
@@ -240,6 +243,7 @@ void VariableListPage::btnVarApply_Click() {
     disableUsed(btnVarApply, btnEditVariable);
     compare();
     modifiedMark_.SetModified(true);
+    emit stored(before);
 }
 
 } // namespace orvista

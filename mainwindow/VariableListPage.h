@@ -2,6 +2,7 @@
 
 #include "mainwindow/ItemPage.h"
 #include "model/ItemKind.h"
+#include "model/ItemState.h"
 #include "model/People.h"
 
 #include <QWidget>
@@ -31,6 +32,7 @@ public:
     /// True while a field differs from the variable's record.
     bool isNotApplied() const override;
     void showItem(const QString& key) override;
+    void showAnew() override { refresh(); }
     void enter(std::size_t line) override;
 
     /// True when edited settings wait for Apply.
@@ -39,6 +41,8 @@ public:
 
 signals:
     void notAppliedChanged();
+    /// Apply has stored the shown settings; the variable held this before.
+    void stored(const ItemState& before);
 
 private:
     QWidget* buildDetails();

@@ -8,6 +8,7 @@
 #include "mainwindow/ItemTree.h"
 #include "mainwindow/MessageListPage.h"
 #include "mainwindow/ModbusSettingPage.h"
+#include "mainwindow/ProjectChanges.h"
 #include "mainwindow/ProjectTools.h"
 #include "mainwindow/ProjectTrees.h"
 #include "mainwindow/StatusBar.h"
@@ -176,9 +177,11 @@ std::function<void()> frmMain::handler(void (frmMain::*click)()) {
 }
 
 void frmMain::buildCommands() {
-    tools_ = new ProjectTools(project_, *commands_, {*messagePage_, *variablePage_, *modbusPage_}, *this);
+    changes_ = new ProjectChanges(project_, lifecycle_, {messagePage_, variablePage_, modbusPage_}, this);
+    tools_ = new ProjectTools(project_, *changes_, *commands_, {*messagePage_, *variablePage_, *modbusPage_},
+                              *this);
     commands_->addMenus(*menuBar(), menuRows());
-    tools_->followShown();
+    tools_->followStates();
     for (QWidget* const control : {static_cast<QWidget*>(tabDetails), static_cast<QWidget*>(trvSystem)})
         commands_->observe(EnablingRules::projectWork,
                            [control](bool enabled) { control->setEnabled(enabled); });
@@ -266,6 +269,8 @@ void frmMain::showCaption(const std::string& caption) {
 
 void frmMain::follow(ProjectTransition transition) {
     commands_->follow(transition);
+    if (transition == ProjectTransition::Reset)
+        changes_->forget();
     messagePage_->followProject();
     tools_->projectChanged();
 }

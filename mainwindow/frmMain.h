@@ -22,6 +22,7 @@ class ItemTree;
 struct MenuRow;
 class MessageListPage;
 class ModbusSettingPage;
+class ProjectChanges;
 class ProjectTools;
 class SystemPage;
 class TcpTesterPage;
@@ -56,6 +57,8 @@ public:
     DocMgrModule::ProjectLifecycle& lifecycle() { return lifecycle_; }
     MessageListPage& messagePage() { return *messagePage_; }
     TcpTesterPage& testerPage() { return *testerPage_; }
+    /// What changes the open project from outside a page goes through it.
+    ProjectChanges& changes() { return *changes_; }
 
     void RefreshViews() override;
     void showCaption(const std::string& caption) override;
@@ -107,6 +110,7 @@ private:
 
     Commands* commands_;
     ToolBar* toolbar_ = nullptr;
+    ProjectChanges* changes_ = nullptr;
     ProjectTools* tools_ = nullptr;
     ItemTree* trvSystem;
     QTabWidget* tabDetails;

@@ -2,10 +2,12 @@
 #include "tests/support/EditorFixture.h"
 
 #include <QContextMenuEvent>
+#include <QDialog>
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPlainTextEdit>
+#include <QPushButton>
 #include <QTabWidget>
 #include <QToolButton>
 
@@ -44,14 +46,22 @@ private slots:
     void escapeLeadsToThePageThatIsInFrontNow();
     void hidingReturnsTheFocusToThePage();
     void aNoticeStandsInALineOfItsOwn();
+    void aLineOpensTheDockAndClosesItAgain();
+    void aLineLeavesADockOpenThatWasOpen();
+    void anOfferRunsByItsButtonOnce();
+    void anOfferRunsByTheKeyboardAlone();
+    void anOfferOfTheSameNameReplacesTheFirst();
+    void anOfferDoesNothingUnderAModalDialog();
 };
 
 void PanelDockTest::isHiddenAndEmptyAtStart() {
     Docked editor;
     QVERIFY(!editor.dock->isVisible());
     QVERIFY(!editor.dock->widget());
-    editor.dock->showNotice(QStringLiteral("nobody sees this"));
+    editor.dock->showNotice({});
+    editor.dock->withdraw(QStringLiteral("Reload"));
     QVERIFY(!editor.dock->isVisible());
+    QVERIFY(!editor.dock->widget());
     QVERIFY(editor.made.isEmpty());
 }
 
@@ -157,6 +167,104 @@ void PanelDockTest::aNoticeStandsInALineOfItsOwn() {
     QCOMPARE(notice->textFormat(), Qt::PlainText);
     editor.dock->showNotice({});
     QVERIFY(!notice->isVisible());
+}
+
+void PanelDockTest::aLineOpensTheDockAndClosesItAgain() {
+    Docked editor;
+    editor.showMessage("R3");
+    auto* const box = editor.find<QPlainTextEdit>("txtMsg");
+    box->setFocus();
+    editor.dock->showNotice(QStringLiteral("first this"));
+    QVERIFY(editor.dock->isVisible());
+    QVERIFY(box->hasFocus());
+    QVERIFY(!editor.find<QTabWidget>("tabPanels")->isVisible());
+    QVERIFY(editor.made.isEmpty());
+    editor.dock->offer(
+        {QStringLiteral("Reload"), QStringLiteral("It changed"), QStringLiteral("Reload"), [] {}});
+    editor.dock->showNotice({});
+    QVERIFY(editor.dock->isVisible());
+    auto* const dismiss = editor.find<QToolButton>("btnDismissReload");
+    dismiss->setFocus(Qt::TabFocusReason);
+    QTest::keyClick(dismiss, Qt::Key_Return);
+    QVERIFY(!editor.dock->isVisible());
+    QVERIFY(box->hasFocus());
+}
+
+void PanelDockTest::aLineLeavesADockOpenThatWasOpen() {
+    Docked editor;
+    editor.dock->open("first");
+    editor.dock->showNotice(QStringLiteral("first this"));
+    editor.dock->showNotice({});
+    QVERIFY(editor.dock->isVisible());
+    // A panel that is opened while the line is there keeps the dock, too.
+    editor.dock->hide();
+    editor.dock->showNotice(QStringLiteral("first this"));
+    editor.dock->open("second");
+    editor.dock->showNotice({});
+    QVERIFY(editor.dock->isVisible());
+}
+
+void PanelDockTest::anOfferRunsByItsButtonOnce() {
+    Docked editor;
+    int runs = 0;
+    editor.dock->offer(
+        {QStringLiteral("Reload"), QStringLiteral("It changed"), QStringLiteral("Reload"), [&] { ++runs; }});
+    QCOMPARE(editor.find<QLabel>("lblReload")->text(), QStringLiteral("It changed"));
+    auto* const button = editor.find<QPushButton>("btnReload");
+    QCOMPARE(button->text(), QStringLiteral("Reload"));
+    QTest::mouseClick(button, Qt::LeftButton);
+    QCOMPARE(runs, 1);
+    QVERIFY(!editor.dock->isVisible());
+    QVERIFY(!editor.find<QLabel>("lblReload")->isVisible());
+    // A line without a button.
+    editor.dock->offer({QStringLiteral("Reload"), QStringLiteral("It is gone"), {}, nullptr});
+    QVERIFY(!button->isVisible());
+}
+
+void PanelDockTest::anOfferRunsByTheKeyboardAlone() {
+    Docked editor;
+    editor.dock->open("first");
+    int runs = 0;
+    editor.dock->offer(
+        {QStringLiteral("Reload"), QStringLiteral("It changed"), QStringLiteral("Reload"), [&] { ++runs; }});
+    auto* const box = editor.find<QLineEdit>("first");
+    box->setFocus();
+    const QWidget* const button = editor.find<QPushButton>("btnReload");
+    for (int i = 0; i < 5 && !button->hasFocus(); ++i)
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    QVERIFY(button->hasFocus());
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    QCOMPARE(runs, 1);
+}
+
+void PanelDockTest::anOfferOfTheSameNameReplacesTheFirst() {
+    Docked editor;
+    QStringList runs;
+    for (const char* word : {"one", "two"})
+        editor.dock->offer({QStringLiteral("Copy"), QString::fromLatin1(word), QString::fromLatin1(word),
+                            [&runs, word] { runs << QString::fromLatin1(word); }});
+    QCOMPARE(editor.window->findChildren<QLabel*>(QStringLiteral("lblCopy")).size(), 1);
+    QCOMPARE(editor.find<QLabel>("lblCopy")->text(), QStringLiteral("two"));
+    QTest::mouseClick(editor.find<QPushButton>("btnCopy"), Qt::LeftButton);
+    QCOMPARE(runs, QStringList{"two"});
+    editor.dock->offer({QStringLiteral("Copy"), QStringLiteral("three"), QStringLiteral("three"), [] {}});
+    editor.dock->withdraw(QStringLiteral("Copy"));
+    QVERIFY(!editor.dock->isVisible());
+}
+
+void PanelDockTest::anOfferDoesNothingUnderAModalDialog() {
+    Docked editor;
+    int runs = 0;
+    editor.dock->offer(
+        {QStringLiteral("Reload"), QStringLiteral("It changed"), QStringLiteral("Reload"), [&] { ++runs; }});
+    QDialog dialog(editor.window.get());
+    dialog.setModal(true);
+    dialog.show();
+    editor.find<QPushButton>("btnReload")->click();
+    QCOMPARE(runs, 0);
+    dialog.hide();
+    editor.find<QPushButton>("btnReload")->click();
+    QCOMPARE(runs, 1);
 }
 
 QTEST_MAIN(PanelDockTest)

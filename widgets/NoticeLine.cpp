@@ -1,0 +1,64 @@
+#include "widgets/NoticeLine.h"
+
+#include "widgets/EnterButton.h"
+#include "widgets/FormParts.h"
+#include "widgets/ModalDialogs.h"
+
+#include <QAccessible>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QStyle>
+
+#include <utility>
+
+namespace orvista {
+
+NoticeLine::NoticeLine(const QString& name, QWidget* parent)
+    : QWidget(parent),
+      text_(named<QLabel>(QStringLiteral("lbl") + name)),
+      button_(namedButton(QStringLiteral("btn") + name, {})) {
+    text_->setTextFormat(Qt::PlainText);
+    text_->setWordWrap(true);
+    auto* const dismiss = named<EnterButton>(QStringLiteral("btnDismiss") + name);
+    dismiss->setIcon(style()->standardIcon(QStyle::SP_TitleBarCloseButton));
+    dismiss->setAutoRaise(true);
+    dismiss->setToolTip(tr("Take this line away"));
+    dismiss->setAccessibleName(tr("Take this line away"));
+    dismiss->setFocusPolicy(Qt::TabFocus);
+    button_->setFocusPolicy(Qt::TabFocus);
+    auto* const layout = new QHBoxLayout(this);
+    layout->setContentsMargins({});
+    layout->addWidget(text_, 1);
+    layout->addWidget(button_);
+    layout->addWidget(dismiss);
+    connect(button_, &QPushButton::clicked, this, &NoticeLine::press);
+    connect(dismiss, &QToolButton::clicked, this, &NoticeLine::dismissed);
+    hide();
+}
+
+void NoticeLine::press() {
+    if (isModalDialogOpen())
+        return;
+    const auto run = run_; // it may put another text here
+    emit dismissed();
+    run();
+}
+
+void NoticeLine::say(const QString& text, const QString& button, std::function<void()> run) {
+    text_->setText(text);
+    button_->setText(button);
+    run_ = std::move(run);
+    button_->setVisible(!button.isEmpty());
+    setVisible(!text.isEmpty());
+    if (text.isEmpty())
+        return;
+    QAccessibleEvent alert(text_, QAccessible::Alert);
+    QAccessible::updateAccessibility(&alert);
+}
+
+bool NoticeLine::saysSomething() const {
+    return !text_->text().isEmpty();
+}
+
+} // namespace orvista
