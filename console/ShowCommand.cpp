@@ -2,12 +2,12 @@
 
 #include "console/Output.h"
 #include "console/Projects.h"
+#include "display/FirstSight.h"
 #include "display/FolderBitmaps.h"
 #include "display/PanelDrawing.h"
 #include "display/PngFile.h"
 #include "display/Programme.h"
 #include "display/RasterAt.h"
-#include "display/SettledPage.h"
 #include "model/ItemKind.h"
 #include "model/Text.h"
 
@@ -44,14 +44,6 @@ MessageCoils coilsOf(const std::vector<std::string>& items) {
                                         "ALTMSG1 to ALTMSG20");
     }
     return coils;
-}
-
-/// The first page that lasts, when its entering effect is over.
-LedRaster firstSight(const Programme& programme, const DisplayValues& values) {
-    const Programme::Moment start = programme.momentAt(0);
-    if (start.step == nullptr) // nothing lasts
-        return rasterAt(programme, values, 0);
-    return settledPage(programme, static_cast<std::size_t>(start.page - programme.pages().data()), values);
 }
 
 LocalTime now() {

@@ -14,6 +14,7 @@ inline constexpr std::size_t maximumBooleanText = 700;
 struct FieldFormats {
     std::array<FloatFormat, floatVariableCount> floats;
     std::array<BooleanTexts, booleanVariableCount> booleans;
+    bool operator==(const FieldFormats&) const = default;
 };
 FieldFormats fieldFormats(const Project& project);
 

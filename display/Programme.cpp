@@ -26,10 +26,13 @@ void Programme::add(std::string_view name, std::string_view script, const Bitmap
         return;
     }
     scriptBytes_ += script.size();
-    InterpretedScript interpreted = interpretScript(script);
-    for (ScriptRemark& found : interpreted.remarks)
+    add(name, interpretScript(script), bitmaps);
+}
+
+void Programme::add(std::string_view name, InterpretedScript script, const BitmapProvider& bitmaps) {
+    for (ScriptRemark& found : script.remarks)
         remark(name, found.line, std::move(found.text));
-    for (ScriptPage& page : interpreted.pages) {
+    for (ScriptPage& page : script.pages) {
         lookUpImages(name, page, bitmaps);
         append(std::move(page));
     }

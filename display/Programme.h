@@ -39,6 +39,8 @@ public:
     /// Appends the pages of a message; `name` ("STDMSG7") is for the remarks. A message that makes the
     /// scripts longer than maximumScriptBytes together is left out, with a remark.
     void add(std::string_view name, std::string_view script, const BitmapProvider& bitmaps);
+    /// Appends what was interpreted before, of any length.
+    void add(std::string_view name, InterpretedScript script, const BitmapProvider& bitmaps);
 
     PanelSize panel() const { return panel_; }
     const FieldFormats& formats() const { return formats_; }

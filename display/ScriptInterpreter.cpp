@@ -2,6 +2,7 @@
 
 #include "model/Files.h"
 
+#include <algorithm>
 #include <string>
 #include <utility>
 #include <variant>
@@ -28,6 +29,8 @@ public:
         else
             remark(line, {{}, start, ScriptWords(line).word()}, *reason, std::nullopt);
     }
+
+    const std::vector<ScriptPage>& pages() const { return result_.pages; }
 
     InterpretedScript finish() {
         endPage();
@@ -98,18 +101,38 @@ private:
     std::size_t number_ = 0; ///< of the present line
 };
 
-} // namespace
-
-InterpretedScript interpretScript(std::string_view script) {
+/// \param goesOn asked after each line, about the pages that are over by then
+template <typename GoesOn>
+InterpretedScript interpret(std::string_view script, GoesOn&& goesOn) {
     MemorySource source(script);
     LineReader lines(source);
     Interpreter interpreter;
     std::string line;
     // The reader leaves out a mark at the start; columns count it.
     std::size_t skipped = script.starts_with(utf8ByteOrderMark) ? utf8ByteOrderMark.size() : 0;
-    for (std::size_t number = 1; lines.next(line); ++number, skipped = 0)
+    for (std::size_t number = 1; goesOn(interpreter.pages()) && lines.next(line); ++number, skipped = 0)
         interpreter.take(number, line, skipped);
     return interpreter.finish();
+}
+
+} // namespace
+
+InterpretedScript interpretScript(std::string_view script) {
+    return interpret(script, [](const auto&) { return true; });
+}
+
+InterpretedScript interpretUntil(std::string_view script,
+                                 const std::function<bool(const ScriptPage&)>& isEnough) {
+    std::size_t asked = 0;
+    InterpretedScript read = interpret(script, [&](const std::vector<ScriptPage>& pages) {
+        for (; asked < pages.size(); ++asked)
+            if (isEnough(pages[asked]))
+                return false;
+        return true;
+    });
+    // The line that ended the page may have begun another.
+    read.pages.resize(std::min(asked + 1, read.pages.size()));
+    return read;
 }
 
 } // namespace orvista

@@ -4,6 +4,7 @@
 #include "display/ScriptPage.h"
 
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -41,5 +42,9 @@ inline constexpr int defaultHold = 1000;
 /// Takes a script apart, line by line. Keywords are known in any case; fields are separated by one or more
 /// blanks; numbers above the bounds count as the bound. A page ends at CLEAR and after a leaving effect.
 InterpretedScript interpretScript(std::string_view script);
+
+/// The same, but no further than the first page of which `isEnough` says so.
+InterpretedScript interpretUntil(std::string_view script,
+                                 const std::function<bool(const ScriptPage&)>& isEnough);
 
 } // namespace orvista

@@ -1,15 +1,12 @@
 #include "exchange/AddressList.h"
 
-#include "display/LiveField.h"
 #include "exchange/Csv.h"
-#include "exchange/PageContent.h"
 #include "exchange/ProjectMessages.h"
 #include "model/ItemKind.h"
 #include "model/Numbers.h"
 #include "model/Windows1252.h"
 
 #include <algorithm>
-#include <bitset>
 #include <map>
 #include <utility>
 
@@ -57,49 +54,31 @@ std::string referenceNumber(char table, std::int64_t address) {
     return table + place;
 }
 
-/// What the scripts say about the rows.
-class MessageUse {
+/// Which messages show the variables.
+class VariableUsers {
 public:
-    explicit MessageUse(const Project& project) : formats_(fieldFormats(project)) {
+    explicit VariableUsers(const MessageDigests& messages) {
         for (std::size_t position = 0; position < messageCount; ++position)
-            look(position, interpretScript(messageScript(project, position)));
+            if (const MessageDigest* const message = messages.of(position))
+                note(messageName(position), message->variables);
     }
 
-    const std::string& usersOfFloat(std::size_t index) const { return floatUsers_[index]; }
-    const std::string& usersOfBoolean(std::size_t index) const { return booleanUsers_[index]; }
-    bool drawsSomething(std::size_t position) const { return draws_[position]; }
-    const std::string& text(std::size_t position) const { return texts_[position]; }
+    const std::string& ofFloat(std::size_t index) const { return floats_[index]; }
+    const std::string& ofBoolean(std::size_t index) const { return booleans_[index]; }
 
 private:
-    void look(std::size_t position, const InterpretedScript& script) {
-        std::bitset<floatVariableCount> floats;
-        std::bitset<booleanVariableCount> booleans;
-        for (const ScriptPage& page : script.pages) {
-            draws_[position] = draws_[position] || !page.elements.empty();
-            for (const ScriptElement& element : page.elements) {
-                const auto* field = std::get_if<FieldElement>(&element);
-                if (field != nullptr && field->value == LiveValue::Float)
-                    floats.set(field->index);
-                else if (field != nullptr && field->value == LiveValue::Boolean)
-                    booleans.set(field->index);
-            }
-        }
-        texts_[position] = utf8FromWindows1252(firstText(script, formats_));
-        const std::string name = messageName(position);
-        const auto note = [&name](const auto& used, auto& users) {
+    void note(const std::string& message, const VariableUse& use) {
+        const auto noteIn = [&message](auto& users, const auto& used) {
             for (std::size_t i = 0; i < used.size(); ++i)
                 if (used[i])
-                    users[i].append(users[i].empty() ? "" : " ").append(name);
+                    users[i].append(users[i].empty() ? "" : " ").append(message);
         };
-        note(floats, floatUsers_);
-        note(booleans, booleanUsers_);
+        noteIn(floats_, use.floats);
+        noteIn(booleans_, use.booleans);
     }
 
-    FieldFormats formats_;
-    std::array<std::string, floatVariableCount> floatUsers_;
-    std::array<std::string, booleanVariableCount> booleanUsers_;
-    std::array<bool, messageCount> draws_{};
-    std::array<std::string, messageCount> texts_;
+    std::array<std::string, floatVariableCount> floats_;
+    std::array<std::string, booleanVariableCount> booleans_;
 };
 
 AddressRow placedRow(const Block& block, const Project& project, std::size_t index) {
@@ -122,19 +101,27 @@ AddressRow placedRow(const Block& block, const Project& project, std::size_t ind
     return row;
 }
 
-void describeVariable(AddressRow& row, const Project& project, std::size_t index, const MessageUse& use) {
+void describeVariable(AddressRow& row, const Project& project, std::size_t index,
+                      const VariableUsers& users) {
     if (row.table == coilTable) {
         const BooleanVariable& variable = project.CoilVar[index];
-        row.usedBy = use.usersOfBoolean(index);
+        row.usedBy = users.ofBoolean(index);
         row.defaultValue = utf8FromWindows1252(variable.defaultValue);
         row.text = utf8FromWindows1252(variable.offText + "/" + variable.onText);
     } else {
         const FloatVariable& variable = project.RegVar[index];
-        row.usedBy = use.usersOfFloat(index);
+        row.usedBy = users.ofFloat(index);
         row.defaultValue = utf8FromWindows1252(variable.defaultValue);
         row.format = utf8FromWindows1252(variable.width + "." + variable.precision);
     }
     row.isUsed = !row.usedBy.empty();
+}
+
+void describeMessage(AddressRow& row, const MessageDigest* message) {
+    if (message == nullptr)
+        return;
+    row.isUsed = message->drawsSomething;
+    row.text = message->text;
 }
 
 /// Coils of different blocks may lie on one another; each then names the others.
@@ -174,23 +161,26 @@ std::array<std::string, addressColumnCount> addressCells(const AddressRow& row) 
 }
 
 std::vector<AddressRow> addressList(const Project& project, AddressRows wanted) {
-    const MessageUse use(project);
+    std::vector<AddressRow> rows = addressList(project, MessageDigests(project));
+    if (wanted == AddressRows::UsedOnly)
+        std::erase_if(rows, [](const AddressRow& row) { return !row.isUsed; });
+    return rows;
+}
+
+std::vector<AddressRow> addressList(const Project& project, const MessageDigests& messages) {
+    const VariableUsers users(messages);
     std::vector<AddressRow> rows;
     for (const Block& block : blocks) {
         for (std::size_t index = 0; index < block.items.count; ++index) {
             AddressRow row = placedRow(block, project, index);
-            if (const auto message = messagePosition(row.name)) {
-                row.isUsed = use.drawsSomething(*message);
-                row.text = use.text(*message);
-            } else {
-                describeVariable(row, project, index, use);
-            }
+            if (const auto position = messagePosition(row.name))
+                describeMessage(row, messages.of(*position));
+            else
+                describeVariable(row, project, index, users);
             rows.push_back(std::move(row));
         }
     }
     noteSharedCoils(rows);
-    if (wanted == AddressRows::UsedOnly)
-        std::erase_if(rows, [](const AddressRow& row) { return !row.isUsed; });
     return rows;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "exchange/MessageDigest.h"
 #include "model/Project.h"
 
 #include <array>
@@ -43,6 +44,9 @@ enum class AddressRows { All, UsedOnly };
 
 /// Float variables, Boolean variables, emergency messages, regular messages, each by number.
 std::vector<AddressRow> addressList(const Project& project, AddressRows rows = AddressRows::All);
+
+/// All rows, as far as the messages were read.
+std::vector<AddressRow> addressList(const Project& project, const MessageDigests& messages);
 
 /// \returns UTF-8 with its mark
 std::string addressCsv(std::span<const AddressRow> rows, char separator = ',');

@@ -3,6 +3,7 @@
 #include "check/forms/FindingsPanel.h"
 #include "display/forms/DisplayPreview.h"
 #include "mainwindow/Commands.h"
+#include "mainwindow/ItemPanels.h"
 #include "mainwindow/MessageListPage.h"
 #include "mainwindow/ModbusSettingPage.h"
 #include "mainwindow/Navigator.h"
@@ -11,9 +12,11 @@
 #include "mainwindow/UndoEntries.h"
 #include "mainwindow/VariableListPage.h"
 #include "model/ItemKind.h"
+#include "widgets/ModalDialogs.h"
 
 #include <QAction>
 #include <QMainWindow>
+#include <QShortcut>
 
 #include <type_traits>
 
@@ -44,15 +47,21 @@ ProjectTools::ProjectTools(const Project& project, ProjectChanges& changes, Comm
       undo_(new UndoEntries(changes, commands, window)) {
     connect(&changes, &ProjectChanges::notice, dock_, &PanelDock::showNotice);
     addPanels();
+    items_ = new ItemPanels(project_, check_, preview_, *navigator_, *dock_);
     connectPages(pages);
     commands.observe(EnablingRules::projectWork, [this](bool enabled) { dock_->setPanelsEnabled(enabled); });
+    auto* const find = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_F), &window);
+    connect(find, &QShortcut::activated, items_, [this] {
+        if (!isModalDialogOpen())
+            items_->enterMessagesFilter();
+    });
     connect(dock_, &PanelDock::shownChanged, this,
             [this](bool shown) { commands_.action("miViewPanels").setChecked(shown); });
 }
 
 void ProjectTools::addPanels() {
     dock_->addPanel({findingsPanel, tr("Findings"), [this] {
-                         findings_ = new FindingsPanel(project_, preview_.columns(),
+                         findings_ = new FindingsPanel(project_, check_, preview_.columns(),
                                                        [this] { return navigator_->notAppliedItems(); });
                          connect(findings_, &FindingsPanel::placeChosen, navigator_, &Navigator::goTo);
                          connect(findings_, &FindingsPanel::rowLeft, navigator_, &Navigator::forget);
@@ -70,6 +79,7 @@ void ProjectTools::connectPages(const Pages& pages) {
         connect(page, &Page::notAppliedChanged, this, [this] {
             if (findings_)
                 findings_->markNotApplied();
+            items_->markNotApplied();
         });
     };
     follow(&pages.messages);
@@ -80,6 +90,7 @@ void ProjectTools::connectPages(const Pages& pages) {
 void ProjectTools::projectChanged() {
     if (findings_)
         findings_->checkSoon();
+    items_->projectChanged();
 }
 
 MenuRow ProjectTools::editMenu() {
@@ -87,23 +98,25 @@ MenuRow ProjectTools::editMenu() {
 }
 
 MenuRow ProjectTools::viewMenu() {
-    return {.name = "mnuView",
-            .caption = tr("&View"),
-            .commands = {{"miViewPanels",
-                          tr("&Panels"),
-                          {},
-                          tr("Show or hide the tables below the pages"),
-                          EnablingRules::always,
-                          [this] { miViewPanels_Click(); },
-                          true},
-                         {.name = "miViewPreview",
-                          .caption = tr("Display Preview"),
-                          .shortcut = {},
-                          .toolTip = tr("The message as the display shows it, under its script"),
-                          .enabling = EnablingRules::always,
-                          .run = [this] { preview_.setShown(preview_.isHidden()); },
-                          .isCheckable = true}},
-            .restUnderDialogs = true};
+    std::vector<CommandRow> commands = {
+        {"miViewPanels",
+         tr("&Panels"),
+         {},
+         tr("Show or hide the tables below the pages"),
+         EnablingRules::always,
+         [this] { miViewPanels_Click(); },
+         true},
+        {.name = "miViewPreview",
+         .caption = tr("Display Preview"),
+         .shortcut = {},
+         .toolTip = tr("The message as the display shows it, under its script"),
+         .enabling = EnablingRules::always,
+         .run = [this] { preview_.setShown(preview_.isHidden()); },
+         .isCheckable = true}};
+    const std::vector<CommandRow> ofItems = items_->viewEntries();
+    commands.insert(commands.end(), ofItems.begin(), ofItems.end());
+    return {
+        .name = "mnuView", .caption = tr("&View"), .commands = std::move(commands), .restUnderDialogs = true};
 }
 
 void ProjectTools::followStates() {

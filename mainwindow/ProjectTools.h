@@ -1,5 +1,7 @@
 #pragma once
 
+#include "check/FolderCheck.h"
+
 #include <QObject>
 #include <QPointer>
 
@@ -10,6 +12,7 @@ namespace orvista {
 class Commands;
 class DisplayPreview;
 class FindingsPanel;
+class ItemPanels;
 class MessageListPage;
 class ModbusSettingPage;
 class Navigator;
@@ -56,6 +59,8 @@ private:
     PanelDock* dock_;
     Navigator* navigator_;
     UndoEntries* undo_;
+    FolderCheck check_;
+    ItemPanels* items_ = nullptr;
     QPointer<FindingsPanel> findings_; ///< null until it is opened
 };
 

@@ -13,6 +13,9 @@ char32_t windows1252CodePoint(unsigned char byte);
 /// The byte of a character, or nothing when the encoding does not have it.
 std::optional<unsigned char> windows1252Byte(char32_t codePoint);
 
+/// The small letter of a capital one, accented ones included; every other byte as it is.
+unsigned char lowerWindows1252(unsigned char byte);
+
 std::string utf8FromWindows1252(std::string_view bytes);
 /// Nothing when `utf8` is not well formed or holds a character that the encoding does not have.
 std::optional<std::string> windows1252FromUtf8(std::string_view utf8);

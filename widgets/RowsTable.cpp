@@ -6,6 +6,7 @@
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QPalette>
 #include <QSortFilterProxyModel>
 
 #include <algorithm>
@@ -15,6 +16,8 @@ namespace orvista {
 namespace {
 
 constexpr int sortRole = Qt::UserRole;
+/// Room for a column before the last one, unless the user makes more.
+constexpr int mostCharacters = 60;
 
 QString oneLine(QString text) {
     for (QChar& character : text)
@@ -31,6 +34,11 @@ public:
 
     const std::vector<TableRow>& rows() const { return rows_; }
     void setRows(std::vector<TableRow> rows) {
+        if (rows.size() == rows_.size() && !rows.empty()) {
+            rows_ = std::move(rows);
+            emit dataChanged(index(0, 0), index(rowCount({}) - 1, columnCount({}) - 1));
+            return;
+        }
         beginResetModel();
         rows_ = std::move(rows);
         endResetModel();
@@ -54,6 +62,8 @@ public:
             return cell.text;
         if (role == sortRole)
             return cell.sortKey.isValid() ? cell.sortKey : QVariant(cell.text);
+        if (role == Qt::ForegroundRole && cell.isFaint)
+            return QGuiApplication::palette().brush(QPalette::Disabled, QPalette::Text);
         return {};
     }
 
@@ -62,8 +72,28 @@ private:
     std::vector<TableRow> rows_;
 };
 
+class RowsTable::Shown final : public QSortFilterProxyModel {
+public:
+    using QSortFilterProxyModel::QSortFilterProxyModel;
+
+    void setShownRows(std::vector<bool> shown) {
+        shown_ = std::move(shown);
+        invalidateFilter();
+    }
+
+protected:
+    bool filterAcceptsRow(int row, const QModelIndex& parent) const override {
+        const auto place = static_cast<std::size_t>(row);
+        return (place >= shown_.size() || shown_[place]) &&
+               QSortFilterProxyModel::filterAcceptsRow(row, parent);
+    }
+
+private:
+    std::vector<bool> shown_; ///< by source row
+};
+
 RowsTable::RowsTable(const QStringList& heads, QWidget* parent)
-    : QTableView(parent), rows_(new Model(heads, this)), shown_(new QSortFilterProxyModel(this)) {
+    : QTableView(parent), rows_(new Model(heads, this)), shown_(new Shown(this)) {
     shown_->setSourceModel(rows_);
     shown_->setSortRole(sortRole);
     shown_->setSortCaseSensitivity(Qt::CaseInsensitive);
@@ -94,8 +124,11 @@ void RowsTable::setRows(std::vector<TableRow> rows) {
         return;
     const int current = currentIndex().row();
     const bool selected = selectionModel()->hasSelection();
+    const bool staysInPlace = rows.size() == rows_->rows().size();
     rows_->setRows(std::move(rows));
     fitColumns();
+    if (staysInPlace)
+        return;
     const int last = shown_->rowCount() - 1;
     if (current < 0 || last < 0)
         return;
@@ -107,6 +140,36 @@ void RowsTable::setRows(std::vector<TableRow> rows) {
 
 void RowsTable::setFilter(const QString& text) {
     shown_->setFilterFixedString(text);
+}
+
+void RowsTable::setShownRows(std::vector<bool> shown) {
+    shown_->setShownRows(std::move(shown));
+}
+
+void RowsTable::setRowHeight(int pixels) {
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    verticalHeader()->setDefaultSectionSize(pixels);
+}
+
+int RowsTable::rowOf(const QModelIndex& shown) const {
+    return shown_->mapToSource(shown).row();
+}
+
+std::vector<int> RowsTable::selectedRows() const {
+    QModelIndexList selected = selectionModel()->selectedRows();
+    std::sort(selected.begin(), selected.end());
+    std::vector<int> rows;
+    for (const QModelIndex& index : selected)
+        rows.push_back(rowOf(index));
+    return rows;
+}
+
+std::vector<int> RowsTable::rowsFrom(int row) const {
+    std::vector<int> rows;
+    const int first = shown_->mapFromSource(rows_->index(row, 0)).row();
+    for (int shown = first; shown >= 0 && shown < shown_->rowCount(); ++shown)
+        rows.push_back(rowOf(shown_->index(shown, 0)));
+    return rows;
 }
 
 QString RowsTable::copiedText() const {
@@ -155,7 +218,7 @@ void RowsTable::mouseDoubleClickEvent(QMouseEvent* event) {
 
 void RowsTable::activate(const QModelIndex& index) {
     if (index.isValid())
-        emit rowActivated(shown_->mapToSource(index).row());
+        emit rowActivated(rowOf(index));
 }
 
 void RowsTable::focusOutEvent(QFocusEvent* event) {
@@ -169,8 +232,12 @@ void RowsTable::currentChanged(const QModelIndex& current, const QModelIndex& pr
 }
 
 void RowsTable::fitColumns() {
-    for (int column = 0; column + 1 < shown_->columnCount(); ++column)
+    const int widest = mostCharacters * fontMetrics().averageCharWidth();
+    for (int column = 0; column + 1 < shown_->columnCount(); ++column) {
         resizeColumnToContents(column);
+        if (columnWidth(column) > widest && !itemDelegateForColumn(column)) // what is drawn is not cut
+            setColumnWidth(column, widest);
+    }
 }
 
 } // namespace orvista

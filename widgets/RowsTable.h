@@ -5,13 +5,12 @@
 
 #include <vector>
 
-class QSortFilterProxyModel;
-
 namespace orvista {
 
 struct TableCell {
     QString text;
     QVariant sortKey = {}; ///< what the column is sorted by; the text where it is not given
+    bool isFaint = false;  ///< written in grey
     bool operator==(const TableCell&) const = default;
 };
 
@@ -25,11 +24,21 @@ public:
     explicit RowsTable(const QStringList& heads, QWidget* parent = nullptr);
     ~RowsTable() override;
 
-    /// Replaces the rows. The current row stays where it was, as far as there are rows enough; nothing
-    /// happens when they are the same as before.
+    /// Replaces the rows. As many rows as before stay selected as they were; otherwise the current row stays
+    /// where it was, as far as there are rows enough. Nothing happens when they are the same as before.
     void setRows(std::vector<TableRow> rows);
     /// Shows only rows with that text in one of their cells, whatever its case.
     void setFilter(const QString& text);
+    /// Shows only these of the rows that setRows() got, besides the filter; the next ones are all shown.
+    void setShownRows(std::vector<bool> shown);
+    /// Gives all rows the same height, instead of that of their last cell.
+    void setRowHeight(int pixels);
+    /// The selected rows of those that setRows() got, in the order in which they are shown.
+    std::vector<int> selectedRows() const;
+    /// The row of those that setRows() got, and all that are shown below it.
+    std::vector<int> rowsFrom(int row) const;
+    /// The row of those that setRows() got, for an index of the view.
+    int rowOf(const QModelIndex& shown) const;
     /// Heads and selected rows as shown, with tabs between cells and a line feed after each row.
     QString copiedText() const;
 
@@ -48,12 +57,13 @@ protected:
 
 private:
     class Model;
+    class Shown;
 
     void activate(const QModelIndex& index);
     void fitColumns();
 
     Model* rows_;
-    QSortFilterProxyModel* shown_;
+    Shown* shown_;
 };
 
 } // namespace orvista

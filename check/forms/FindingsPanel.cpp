@@ -1,43 +1,35 @@
 #include "check/forms/FindingsPanel.h"
 
+#include "check/FindingCounts.h"
 #include "widgets/FormParts.h"
-#include "widgets/ModalDialogs.h"
 #include "widgets/RowsTable.h"
+#include "widgets/SeenDelay.h"
 
 #include <QCheckBox>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QTimer>
 #include <QVBoxLayout>
 
 #include <algorithm>
-#include <chrono>
 
 namespace orvista {
 
 namespace {
 
-constexpr std::chrono::milliseconds checkDelay{300};
-
 QString shown(std::string_view text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
-/// "1 error", "2 errors"; nothing for none.
-void addCount(QStringList& parts, std::size_t count, const QString& one, const QString& several) {
-    if (count > 0)
-        parts << QStringLiteral("%1 %2").arg(count).arg(count == 1 ? one : several);
-}
-
 } // namespace
 
-FindingsPanel::FindingsPanel(const Project& project, int columns,
+FindingsPanel::FindingsPanel(const Project& project, FolderCheck& check, int columns,
                              std::function<std::vector<std::string>()> notAppliedItems)
     : project_(project),
+      check_(check),
       notAppliedItems_(std::move(notAppliedItems)),
       columns_(columns),
-      delay_(new QTimer(this)),
+      delay_(new SeenDelay(*this, [this] { this->check(); })),
       txtFindingsFilter(named<QLineEdit>(QStringLiteral("txtFindingsFilter"))),
       chkFindingsNotes(named<QCheckBox>(QStringLiteral("chkFindingsNotes"), tr("&Notes"))),
       lblFindings(named<QLabel>(QStringLiteral("lblFindings"))),
@@ -46,9 +38,6 @@ FindingsPanel::FindingsPanel(const Project& project, int columns,
           named<RowsTable>(QStringLiteral("tblFindings"),
                            QStringList{tr("Severity"), tr("Item"), tr("Line"), tr("Code"), tr("Finding")})) {
     buildLayout();
-    delay_->setSingleShot(true);
-    delay_->setInterval(checkDelay);
-    connect(delay_, &QTimer::timeout, this, &FindingsPanel::checkIfSeen);
     connect(txtFindingsFilter, &QLineEdit::textChanged, tblFindings, &RowsTable::setFilter);
     connect(chkFindingsNotes, &QCheckBox::toggled, this, &FindingsPanel::check);
     connect(tblFindings, &RowsTable::rowActivated, this, &FindingsPanel::leadToFinding);
@@ -83,9 +72,8 @@ void FindingsPanel::check() {
     delay_->stop();
     findings_ = {};
     if (isEnabled()) {
-        const BitmapProvider& images = bitmaps();
         const Notes notes = chkFindingsNotes->isChecked() ? Notes::Included : Notes::LeftOut;
-        findings_ = check_.check(project_, images, columns_, notes);
+        findings_ = check_.check(project_, columns_, notes);
     }
     markNotApplied();
     showSummary();
@@ -93,18 +81,6 @@ void FindingsPanel::check() {
 
 void FindingsPanel::checkSoon() {
     delay_->start();
-}
-
-void FindingsPanel::checkIfSeen() {
-    if (isModalDialogOpen())
-        delay_->start();
-    else if (isVisible())
-        check();
-}
-
-void FindingsPanel::showEvent(QShowEvent* event) {
-    QWidget::showEvent(event);
-    checkSoon();
 }
 
 void FindingsPanel::markNotApplied() {
@@ -124,23 +100,11 @@ void FindingsPanel::markNotApplied() {
 }
 
 void FindingsPanel::showSummary() {
-    QStringList parts;
-    addCount(parts, findings_.errors, tr("error"), tr("errors"));
-    addCount(parts, findings_.warnings, tr("warning"), tr("warnings"));
-    addCount(parts, findings_.notes, tr("note"), tr("notes"));
+    QString summary = shown(countsText(countsOf(findings_)));
     if (findings_.notListed() > 0)
-        parts << tr("%1 of them not listed").arg(findings_.notListed());
-    lblFindings->setText(parts.isEmpty() ? tr("No findings") : parts.join(QStringLiteral(", ")));
+        summary += tr(", %1 of them not listed").arg(findings_.notListed());
+    lblFindings->setText(summary.isEmpty() ? tr("No findings") : summary);
     lblFindingsColumns->setText(tr("for %1 columns").arg(columns_));
-}
-
-const BitmapProvider& FindingsPanel::bitmaps() {
-    if (!bitmaps_ || bitmapFolder_ != project_.ProjPath) {
-        bitmapFolder_ = project_.ProjPath;
-        bitmaps_.emplace(bitmapFolder_);
-        check_ = ProjectCheck(); // it remembers the folder's images
-    }
-    return *bitmaps_;
 }
 
 void FindingsPanel::leadToFinding(int row) {

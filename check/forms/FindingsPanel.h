@@ -1,33 +1,32 @@
 #pragma once
 
-#include "check/ProjectCheck.h"
-#include "display/FolderBitmaps.h"
+#include "check/FolderCheck.h"
 #include "model/ItemPlace.h"
 
 #include <QWidget>
 
 #include <functional>
-#include <optional>
 #include <string>
 #include <vector>
 
 class QCheckBox;
 class QLabel;
 class QLineEdit;
-class QTimer;
 
 namespace orvista {
 
 class RowsTable;
+class SeenDelay;
 
 /// The panel "Findings": what the check finds in the project in memory. While it is on the screen it follows
 /// the project's changes.
 class FindingsPanel final : public QWidget {
     Q_OBJECT
 public:
+    /// \param check may be shared with others
     /// \param columns of the display, 1 to PanelSize::maximumColumns
     /// \param notAppliedItems the names of the items that are shown with an edit that is not applied
-    FindingsPanel(const Project& project, int columns,
+    FindingsPanel(const Project& project, FolderCheck& check, int columns,
                   std::function<std::vector<std::string>()> notAppliedItems);
 
     /// Checks again for a display of another width, in the range above.
@@ -45,24 +44,17 @@ signals:
     /// The user left the chosen row.
     void rowLeft();
 
-protected:
-    void showEvent(QShowEvent* event) override;
-
 private:
     void buildLayout();
-    void checkIfSeen();
     void showSummary();
-    const BitmapProvider& bitmaps();
     void leadToFinding(int row);
 
     const Project& project_;
+    FolderCheck& check_;
     std::function<std::vector<std::string>()> notAppliedItems_;
     int columns_;
-    ProjectCheck check_;
     Findings findings_;
-    std::string bitmapFolder_;
-    std::optional<FolderBitmaps> bitmaps_;
-    QTimer* delay_;
+    SeenDelay* delay_;
 
     QLineEdit* txtFindingsFilter;
     QCheckBox* chkFindingsNotes;

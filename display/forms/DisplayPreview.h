@@ -45,6 +45,7 @@ public:
     /// Shows or hides the preview for good.
     void setShown(bool shown);
 
+    const PreviewClock& clock() const { return clock_; }
     int columns() const;
     void setColumns(int columns);
 

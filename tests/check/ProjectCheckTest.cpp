@@ -1,3 +1,4 @@
+#include "check/FindingCounts.h"
 #include "tests/check/ScriptFindings.h"
 
 #include <gtest/gtest.h>
@@ -31,6 +32,21 @@ protected:
     Project project;
     StoredBitmaps bitmaps;
 };
+
+TEST_F(CheckedProject, FindingsAreCountedByItem) {
+    project.STDMSG[2] = "NONSENSE\r\nTEXT 0 0 RED RED \"a\"\r\nX";
+    project.ALTMSG[0] = "X";
+    project.RegVar[5].defaultValue = "1";
+    const Findings findings = checkProject(project, bitmaps, 128, Notes::Included);
+    const auto counts = countsByItem(findings);
+    EXPECT_EQ(counts.size(), 3U);
+    EXPECT_EQ(countsText(counts.at("STDMSG3")), "2 errors, 1 warning");
+    EXPECT_EQ(countsText(counts.at("ALTMSG1")), "1 error");
+    EXPECT_EQ(countsText(counts.at("RegVar6")), "1 note");
+    EXPECT_EQ(countsText(countsOf(findings)), "3 errors, 1 warning, 1 note");
+    EXPECT_EQ(countsText({0, 2, 0}), "2 warnings");
+    EXPECT_EQ(countsText({}), "");
+}
 
 TEST_F(CheckedProject, TheDefaultProjectHasNothingToFind) {
     EXPECT_EQ(found(Notes::Included), Found{});

@@ -33,5 +33,15 @@ TEST(Windows1252, RefusesWhatItDoesNotHave) {
         EXPECT_EQ(windows1252FromUtf8(malformed), std::nullopt);
 }
 
+TEST(Windows1252, FoldsTheCaseOfAllItsLetters) {
+    const std::string capitals = "AZ\xC0\xD6\xD8\xDE\x8A\x8C\x8E\x9F";
+    const std::string others = "az\xE0\xF6\xF8\xFE\x9A\x9C\x9E\xFF"
+                               "@[`{\xD7\xF7\xDF\x80\x8D";
+    std::string lowered;
+    for (const char letter : capitals + others)
+        lowered.push_back(static_cast<char>(lowerWindows1252(static_cast<unsigned char>(letter))));
+    EXPECT_EQ(lowered, others.substr(0, capitals.size()) + others);
+}
+
 } // namespace
 } // namespace orvista

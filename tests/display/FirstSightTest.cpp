@@ -1,0 +1,67 @@
+#include "display/FirstSight.h"
+
+#include "display/ScriptInterpreter.h"
+#include "display/SettledPage.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace orvista {
+namespace {
+
+constexpr PanelSize panel{32};
+
+std::string seenFirst(const std::string& script) {
+    const Project project;
+    return ledText(firstSight(script, panel, fieldFormats(project), defaultValues(project), StoredBitmaps()));
+}
+
+std::string settled(const std::string& script, std::size_t page = 0) {
+    const Project project;
+    Programme programme(panel, fieldFormats(project));
+    programme.add("STDMSG1", script, StoredBitmaps());
+    return ledText(settledPage(programme, page, defaultValues(project)));
+}
+
+const std::string one = "CLEAR\nTEXT 0 0 RED BLACK \"one\"\nIN GO-LEFT 1 50\nACT STILL 1000\n";
+const std::string two = "CLEAR\nTEXT 0 0 GREEN BLACK \"two\"\nACT STILL 1000\n";
+const std::string timeless = "CLEAR\nTEXT 0 0 GREEN BLACK \"no\"\nACT STILL 0\n";
+
+TEST(FirstSight, IsTheFirstPageThatLastsAsItIsInItsPlace) {
+    EXPECT_EQ(seenFirst(one + two), settled(one));
+    EXPECT_EQ(seenFirst("CLEAR\n\n" + timeless + two + one), settled(two));
+}
+
+TEST(FirstSight, IsTheLastPageWhereNoneLasts) {
+    EXPECT_EQ(seenFirst(timeless), settled(timeless));
+    EXPECT_EQ(seenFirst(timeless + "CLEAR"), settled("CLEAR"));
+}
+
+TEST(FirstSight, IsDarkWithoutAPage) {
+    EXPECT_EQ(seenFirst(""), ledText(LedRaster(panel)));
+    EXPECT_EQ(seenFirst("NONSENSE"), ledText(LedRaster(panel)));
+}
+
+TEST(InterpretUntil, ReadsNoFurtherThanThePageWanted) {
+    std::size_t asked = 0;
+    const InterpretedScript read =
+        interpretUntil(one + two + "NONSENSE\n" + one, [&](const ScriptPage& page) {
+            ++asked;
+            return page.firstLine == 5;
+        });
+    ASSERT_EQ(read.pages.size(), 2U);
+    EXPECT_EQ(asked, 2U);
+    EXPECT_EQ(read.pages[1].firstLine, 5U);
+    EXPECT_EQ(read.pages[1].elements.size(), 1U);
+    EXPECT_EQ(read.remarks.size(), 1U);
+}
+
+TEST(InterpretUntil, ReadsAllWhereNoPageIsWanted) {
+    const auto never = [](const ScriptPage&) { return false; };
+    EXPECT_EQ(interpretUntil(one + two, never).pages.size(), 2U);
+    EXPECT_TRUE(interpretUntil("", never).pages.empty());
+}
+
+} // namespace
+} // namespace orvista
