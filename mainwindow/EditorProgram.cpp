@@ -14,6 +14,7 @@
 #include <QCommandLineParser>
 #include <QDir>
 #include <QFileInfo>
+#include <QStandardPaths>
 
 #include <cstdio>
 #include <cstdlib>
@@ -52,11 +53,14 @@ std::optional<int> columnsOf(const QString& text) {
 
 } // namespace
 
-EditorProgram::EditorProgram(const std::string& programFolder, std::uint16_t modbusPort)
+EditorProgram::EditorProgram(const std::string& programFolder, std::uint16_t modbusPort,
+                             const QString& recoveryFolder)
     : environment_{programFolder, PathRules::native()},
       history_(environment_.paths, environment_.programFolder),
       chooser_(history_, environment_, project_, messages_),
-      window_(project_, history_, environment_, {messages_, chooser_, helpOpener_, endProgram}),
+      window_(
+          project_, history_, environment_,
+          {messages_, chooser_, helpOpener_, endProgram, PreviewClock::system(), {.folder = recoveryFolder}}),
       testerClient_(project_, window_.testerPage(), messages_, modbusPort),
       transfer_(project_, window_.lifecycle(), chooser_, messages_, window_, &makeTransferControl) {
     window_.testerPage().useActions(testerClient_);
@@ -104,7 +108,8 @@ EditorStart readCommandLine(int argumentCount, char** arguments) {
 
 int runEditor(const EditorStart& start) {
     QGuiApplication::setDesktopFileName(QStringLiteral("orvista-editor"));
-    EditorProgram editor(programFolder());
+    const QString data = QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation);
+    EditorProgram editor(programFolder(), ModbusClient::modbusPort, data + QStringLiteral("/recovery"));
     if (!start.project.empty())
         editor.window().openAtStart(start.project);
     editor.window().messagePage().preview().setColumns(start.previewColumns);

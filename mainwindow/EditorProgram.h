@@ -18,8 +18,10 @@ class EditorProgram {
 public:
     /// \param programFolder UTF-8, without a trailing separator: where the history and the help file lie
     /// \param modbusPort where the device takes test requests
+    /// \param recoveryFolder where copies of unsaved work are kept; empty for none
     explicit EditorProgram(const std::string& programFolder,
-                           std::uint16_t modbusPort = ModbusClient::modbusPort);
+                           std::uint16_t modbusPort = ModbusClient::modbusPort,
+                           const QString& recoveryFolder = {});
 
     frmMain& window() { return window_; }
 

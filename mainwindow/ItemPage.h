@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <string>
+#include <vector>
 
 namespace orvista {
 
@@ -16,6 +17,11 @@ public:
     /// True when the page shows something of the item that is not in the project. Found by comparing, so that
     /// it can differ from whether Apply is enabled.
     virtual bool isNotApplied() const = 0;
+    /// What stands in the boxes that Apply stores: device bytes, those of the address map UTF-8.
+    virtual std::vector<std::string> editedTexts() const = 0;
+    /// Puts texts of the same item back into these boxes, as if they had been edited, and enables Apply.
+    /// Another number of texts changes nothing.
+    virtual void putBack(const std::vector<std::string>& texts) = 0;
     /// Shows another item as a click on the node of that key does: what is not applied is lost.
     virtual void showItem(const QString& key) = 0;
     /// Shows what the project holds now of the shown item: it was changed from outside the page. Apply is

@@ -128,6 +128,7 @@ void MessageListPage::connectHandlers(Messages& messages) {
     comparison_->setSingleShot(true);
     connect(comparison_, &QTimer::timeout, this, [this] { isModalDialogOpen() ? compareSoon() : compare(); });
     connect(txtMsg, &QPlainTextEdit::textChanged, this, &MessageListPage::compareSoon);
+    connect(txtMsg, &QPlainTextEdit::textChanged, this, &MessageListPage::edited);
     connectGuarded(messages, btnEditMessage, &QPushButton::clicked, this,
                    &MessageListPage::btnEditMessage_Click);
     connectGuarded(messages, btnMsgApply, &QPushButton::clicked, this, &MessageListPage::btnMsgApply_Click);
@@ -198,15 +199,18 @@ void MessageListPage::btnEditMessage_Click() {
 }
 
 void MessageListPage::addScriptPart(const std::string& part) {
-    // Edited through a cursor, so that the user can undo what the wizard did.
+    if (txtMsg->bytes() == clearScript)
+        return typeScript(part);
     QTextCursor cursor(txtMsg->document());
-    if (txtMsg->bytes() == clearScript) {
-        cursor.select(QTextCursor::Document);
-        cursor.insertText(shownScript(part));
-    } else {
-        cursor.movePosition(QTextCursor::End);
-        cursor.insertText(shownScript(std::string(lineEnd) + part));
-    }
+    cursor.movePosition(QTextCursor::End);
+    cursor.insertText(shownScript(std::string(lineEnd) + part));
+}
+
+/// Edited through a cursor, as the parts are, so that the box can undo it.
+void MessageListPage::typeScript(const std::string& script) {
+    QTextCursor cursor(txtMsg->document());
+    cursor.select(QTextCursor::Document);
+    cursor.insertText(shownScript(script));
 }
 
 void MessageListPage::compareSoon() {
@@ -229,6 +233,17 @@ std::string MessageListPage::shownItem() const {
 bool MessageListPage::isNotApplied() const {
     const std::string* const script = storedScript();
     return script && txtMsg->bytes() != *script;
+}
+
+std::vector<std::string> MessageListPage::editedTexts() const {
+    return {txtMsg->bytes()};
+}
+
+void MessageListPage::putBack(const std::vector<std::string>& texts) {
+    if (texts.size() != 1)
+        return;
+    typeScript(texts.front());
+    btnMsgApply->setEnabled(true); // also after an emptied box
 }
 
 void MessageListPage::showItem(const QString& key) {

@@ -38,6 +38,8 @@ public:
     /// True while the box's bytes differ from the stored script, also where Apply is disabled because the box
     /// was emptied.
     bool isNotApplied() const override;
+    std::vector<std::string> editedTexts() const override;
+    void putBack(const std::vector<std::string>& texts) override;
     void showItem(const QString& key) override;
     void showAnew() override { refresh(); }
     void enter(std::size_t line) override;
@@ -51,6 +53,8 @@ signals:
     void notAppliedChanged();
     /// Apply has stored the shown script; the message held this before.
     void stored(const ItemState& before);
+    /// The script in the box is another.
+    void edited();
 
 private:
     QWidget* buildDetails();
@@ -68,6 +72,7 @@ private:
     void compare();
     void btnEditMessage_Click();
     void addScriptPart(const std::string& part);
+    void typeScript(const std::string& script);
 
     Project& project_;
     ModifiedMark& modifiedMark_;

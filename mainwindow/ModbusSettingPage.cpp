@@ -15,6 +15,7 @@
 #include <QPushButton>
 
 #include <algorithm>
+#include <array>
 
 namespace orvista {
 
@@ -101,7 +102,10 @@ void ModbusSettingPage::connectHandlers(Messages& messages) {
     connect(float_.next, &QLineEdit::textChanged, this, &ModbusSettingPage::txtNewAIAddr_Change);
     connect(boolean_.next, &QLineEdit::textChanged, this, &ModbusSettingPage::txtNewDIAddr_Change);
     for (const Block* block : {&emergency_, &regular_, &float_, &boolean_})
-        connect(block->next, &QLineEdit::textChanged, this, &ModbusSettingPage::compare);
+        connect(block->next, &QLineEdit::textChanged, this, [this] {
+            compare();
+            emit edited();
+        });
     connectGuarded(messages, btnModBusApply, &QPushButton::clicked, this,
                    &ModbusSettingPage::btnModBusApply_Click);
     connectGuarded(messages, btnRestoreDefault, &QPushButton::clicked, this,
@@ -149,6 +153,22 @@ bool ModbusSettingPage::isNotApplied() const {
     const auto blocks = {&emergency_, &regular_, &float_, &boolean_};
     return std::any_of(blocks.begin(), blocks.end(),
                        [](const Block* block) { return !block->next->text().isEmpty(); });
+}
+
+std::vector<std::string> ModbusSettingPage::editedTexts() const {
+    std::vector<std::string> texts;
+    for (const Block* block : {&emergency_, &regular_, &float_, &boolean_})
+        texts.push_back(block->next->text().toStdString());
+    return texts;
+}
+
+void ModbusSettingPage::putBack(const std::vector<std::string>& texts) {
+    // The emergency start comes first: typing it fills the regular one in.
+    const std::array blocks{&emergency_, &regular_, &float_, &boolean_};
+    if (texts.size() != blocks.size())
+        return;
+    for (std::size_t i = 0; i < blocks.size(); ++i)
+        blocks[i]->next->setText(QString::fromStdString(texts[i]));
 }
 
 void ModbusSettingPage::showItem(const QString& /*key*/) {}

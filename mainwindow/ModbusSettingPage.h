@@ -35,6 +35,10 @@ public:
     std::string shownItem() const override;
     /// True while one of the new boxes is not empty.
     bool isNotApplied() const override;
+    /// Of the new boxes: emergency, regular, float, Boolean.
+    std::vector<std::string> editedTexts() const override;
+    /// Enables Apply where typing the texts does: half a number more would store a zero.
+    void putBack(const std::vector<std::string>& texts) override;
     void showItem(const QString& key) override;
     /// Leaves the new boxes and Apply alone, as Restore Default leaves Apply.
     void showAnew() override;
@@ -51,6 +55,8 @@ signals:
     void notAppliedChanged();
     /// The project's addresses were set; they were these before.
     void stored(const ItemState& before);
+    /// One of the new boxes is another.
+    void edited();
 
 private:
     /// The boxes of one address block.

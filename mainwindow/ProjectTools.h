@@ -43,6 +43,8 @@ public:
     /// Has the entries tell what is shown and what can be undone, once they are there.
     void followStates();
 
+    Navigator& navigator() { return *navigator_; }
+
     /// The project in memory is another, or may be.
     void projectChanged();
 

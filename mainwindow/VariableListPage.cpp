@@ -168,8 +168,7 @@ void VariableListPage::editFloatVariable() {
     txtVarWidth->setBytes(editor.VarWidth);
     txtVarPrec->setBytes(editor.VarPrecision);
     txtVarDefValue->setBytes(editor.VarDefValue);
-    btnVarApply->setEnabled(true);
-    compare();
+    noteEdit();
 }
 
 void VariableListPage::editBooleanVariable() {
@@ -181,8 +180,37 @@ void VariableListPage::editBooleanVariable() {
     txtVarOnStr->setBytes(editor.VarOnStr);
     txtVarOffStr->setBytes(editor.VarOFFStr);
     txtVarDefValue->setBytes(editor.VarDefValue);
+    noteEdit();
+}
+
+void VariableListPage::noteEdit() {
     btnVarApply->setEnabled(true);
     compare();
+    emit edited();
+}
+
+std::vector<ShownBox*> VariableListPage::settingBoxes() const {
+    if (txtVarType->bytes() == floatType)
+        return {txtVarDefValue, txtVarWidth, txtVarPrec};
+    if (txtVarType->bytes() == booleanType)
+        return {txtVarDefValue, txtVarOnStr, txtVarOffStr};
+    return {};
+}
+
+std::vector<std::string> VariableListPage::editedTexts() const {
+    std::vector<std::string> texts;
+    for (const ShownBox* const box : settingBoxes())
+        texts.push_back(box->bytes());
+    return texts;
+}
+
+void VariableListPage::putBack(const std::vector<std::string>& texts) {
+    const std::vector<ShownBox*> boxes = settingBoxes();
+    if (texts.empty() || texts.size() != boxes.size())
+        return;
+    for (std::size_t i = 0; i < boxes.size(); ++i)
+        boxes[i]->setBytes(texts[i]);
+    noteEdit();
 }
 
 void VariableListPage::compare() {

@@ -31,6 +31,8 @@ public:
     std::string shownItem() const override;
     /// True while a field differs from the variable's record.
     bool isNotApplied() const override;
+    std::vector<std::string> editedTexts() const override;
+    void putBack(const std::vector<std::string>& texts) override;
     void showItem(const QString& key) override;
     void showAnew() override { refresh(); }
     void enter(std::size_t line) override;
@@ -43,6 +45,8 @@ signals:
     void notAppliedChanged();
     /// Apply has stored the shown settings; the variable held this before.
     void stored(const ItemState& before);
+    /// The user has edited the shown settings.
+    void edited();
 
 private:
     QWidget* buildDetails();
@@ -53,6 +57,9 @@ private:
     void showFloatVariable(std::size_t index);
     void showBooleanVariable(std::size_t index);
     void clearFields();
+    /// Those that Apply stores.
+    std::vector<ShownBox*> settingBoxes() const;
+    void noteEdit();
     void compare();
     void showFloatSettings(const FloatVariable& variable);
     void showBooleanSettings(const BooleanVariable& variable);

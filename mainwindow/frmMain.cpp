@@ -11,6 +11,7 @@
 #include "mainwindow/ProjectChanges.h"
 #include "mainwindow/ProjectTools.h"
 #include "mainwindow/ProjectTrees.h"
+#include "mainwindow/Recovery.h"
 #include "mainwindow/StatusBar.h"
 #include "mainwindow/SystemPage.h"
 #include "mainwindow/TcpTesterPage.h"
@@ -164,12 +165,18 @@ std::vector<MenuRow> frmMain::menuRows() {
         {"mnuOption", "&Option", pageEntries()},
         tools_->editMenu(),
         tools_->viewMenu(),
-        tools_->toolsMenu(),
+        toolsMenu(),
         {"mnuHelp",
          "&Help",
          {{"miHelpContext", "Context", Qt::Key_F1, {}, Rules::always, handler(&frmMain::miHelpContext_Click)},
           {"miHelpAbout", "About Quillmark", {}, {}, Rules::always, handler(&frmMain::miHelpAbout_Click)}}},
     };
+}
+
+MenuRow frmMain::toolsMenu() {
+    MenuRow menu = tools_->toolsMenu();
+    menu.commands.push_back(recovery_->restoreCommand(tools_->navigator()));
+    return menu;
 }
 
 std::function<void()> frmMain::handler(void (frmMain::*click)()) {
@@ -180,6 +187,7 @@ void frmMain::buildCommands() {
     changes_ = new ProjectChanges(project_, lifecycle_, {messagePage_, variablePage_, modbusPage_}, this);
     tools_ = new ProjectTools(project_, *changes_, *commands_, {*messagePage_, *variablePage_, *modbusPage_},
                               *this);
+    buildRecovery();
     commands_->addMenus(*menuBar(), menuRows());
     tools_->followStates();
     for (QWidget* const control : {static_cast<QWidget*>(tabDetails), static_cast<QWidget*>(trvSystem)})
@@ -187,6 +195,16 @@ void frmMain::buildCommands() {
                            [control](bool enabled) { control->setEnabled(enabled); });
     toolbar_ = new ToolBar(*commands_);
     addToolBar(toolbar_);
+}
+
+void frmMain::buildRecovery() {
+    // The message page last: its script is what the user goes on with.
+    recovery_ = new Recovery(lifecycle_, seams_.messages, {modbusPage_, variablePage_, messagePage_},
+                             seams_.recovery, *this);
+    RecoveryKeeper& keeper = recovery_->keeper();
+    connect(modbusPage_, &ModbusSettingPage::edited, &keeper, &RecoveryKeeper::noteChange);
+    connect(variablePage_, &VariableListPage::edited, &keeper, &RecoveryKeeper::noteChange);
+    connect(messagePage_, &MessageListPage::edited, &keeper, &RecoveryKeeper::noteChange);
 }
 
 void frmMain::buildLayout() {
@@ -250,6 +268,9 @@ bool frmMain::event(QEvent* event) {
     const bool activated = event->type() == QEvent::WindowActivate || event->type() == QEvent::Show;
     if (activated && awaitsActivation_)
         queueActivation();
+    // While the dialog is open nothing is written, and nothing changes.
+    if (event->type() == QEvent::WindowBlocked)
+        recovery_->keeper().keepNow();
     return QMainWindow::event(event);
 }
 
@@ -271,6 +292,7 @@ void frmMain::follow(ProjectTransition transition) {
     commands_->follow(transition);
     if (transition == ProjectTransition::Reset)
         changes_->forget();
+    recovery_->keeper().follow(transition);
     messagePage_->followProject();
     tools_->projectChanged();
 }
@@ -301,6 +323,7 @@ bool frmMain::saveBeforeClosing() {
     case Answer::Cancel:
         return false;
     case Answer::No:
+        recovery_->keeper().discard();
         return true;
     case Answer::Yes:
         break;
@@ -337,6 +360,7 @@ void frmMain::miFileSaveAs_Click() {
 }
 
 void frmMain::miFileExit_Click() {
+    recovery_->keeper().keepNow();
     seams_.endProgram();
 }
 

@@ -2,6 +2,7 @@
 
 #include "display/forms/PreviewClock.h"
 #include "mainwindow/PageRow.h"
+#include "mainwindow/RecoverySettings.h"
 #include "model/ProjectLifecycle.h"
 
 #include <QMainWindow>
@@ -24,6 +25,7 @@ class MessageListPage;
 class ModbusSettingPage;
 class ProjectChanges;
 class ProjectTools;
+class Recovery;
 class SystemPage;
 class TcpTesterPage;
 class ToolBar;
@@ -38,6 +40,7 @@ struct MainWindowSeams {
     /// Ends the program at once, without a question.
     std::function<void()> endProgram;
     PreviewClock previewClock = PreviewClock::system();
+    RecoverySettings recovery = {};
 };
 
 /// The program's one main window: navigation tree, pages, menus, toolbar and status bar around the one open
@@ -56,6 +59,7 @@ public:
 
     DocMgrModule::ProjectLifecycle& lifecycle() { return lifecycle_; }
     MessageListPage& messagePage() { return *messagePage_; }
+    Recovery& recovery() { return *recovery_; }
     TcpTesterPage& testerPage() { return *testerPage_; }
     /// What changes the open project from outside a page goes through it.
     ProjectChanges& changes() { return *changes_; }
@@ -73,6 +77,8 @@ private:
     void buildPages();
     void buildLayout();
     void buildCommands();
+    void buildRecovery();
+    MenuRow toolsMenu();
     std::vector<MenuRow> menuRows();
     std::vector<CommandRow> pageEntries() const;
     void Form_Load();
@@ -112,6 +118,7 @@ private:
     ToolBar* toolbar_ = nullptr;
     ProjectChanges* changes_ = nullptr;
     ProjectTools* tools_ = nullptr;
+    Recovery* recovery_ = nullptr;
     ItemTree* trvSystem;
     QTabWidget* tabDetails;
     std::vector<PageRow> pages_;

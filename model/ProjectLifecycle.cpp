@@ -4,6 +4,12 @@
 
 namespace orvista::DocMgrModule {
 
+namespace {
+
+constexpr const char* openQuestion = "Do you want to save current project before open new one?";
+
+} // namespace
+
 ProjectLifecycle::ProjectLifecycle(Project& project, ConfigModule::History& history,
                                    const ProgramEnvironment& environment, Messages& messages,
                                    ProjectChooser& chooser, ProjectWindow& window)
@@ -52,7 +58,7 @@ void ProjectLifecycle::NewProjectCommand() {
 }
 
 void ProjectLifecycle::OpenProjectCommand() {
-    if (!saveModifiedProject("Do you want to save current project before open new one?"))
+    if (!saveModifiedProject(openQuestion))
         return;
     InitProject();
     openChosenProject();
@@ -110,6 +116,16 @@ void ProjectLifecycle::openProject(const std::string& path, const ChosenProject&
     window_.RefreshViews();
     SetModified(false);
     window_.follow(ProjectTransition::Opened);
+}
+
+bool ProjectLifecycle::openUnsavedWork(const Project& work) {
+    if (!saveModifiedProject(openQuestion))
+        return false;
+    InitProject();
+    project_ = work;
+    adoptUnsaved({work.ProjPath, work.ProjName});
+    window_.follow(ProjectTransition::Opened);
+    return true;
 }
 
 bool ProjectLifecycle::saveModifiedProject(const std::string& question) {

@@ -39,6 +39,10 @@ public:
     /// Opens the project file of that path, as given on the command line.
     void openProjectFile(const std::string& path);
 
+    /// Makes work that was never saved the project, as a new one is: modified, and nothing is written. Asks
+    /// first as Open does; false when the save that was wanted failed.
+    bool openUnsavedWork(const Project& work);
+
     /// Asks `question` when the project is modified and saves on Yes. False when that save failed to write
     /// the project file: the command that asked stops there.
     bool saveModifiedProject(const std::string& question);

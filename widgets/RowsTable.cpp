@@ -204,7 +204,7 @@ void RowsTable::keyPressEvent(QKeyEvent* event) {
         if (selectionModel()->hasSelection())
             QGuiApplication::clipboard()->setText(copiedText());
     } else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-        activate(currentIndex());
+        activateCurrent();
     } else {
         QTableView::keyPressEvent(event);
     }

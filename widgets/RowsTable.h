@@ -41,6 +41,8 @@ public:
     int rowOf(const QModelIndex& shown) const;
     /// Heads and selected rows as shown, with tabs between cells and a line feed after each row.
     QString copiedText() const;
+    /// Does what Enter does.
+    void activateCurrent() { activate(currentIndex()); }
 
 signals:
     /// \param row of those that setRows() got, from 0

@@ -26,7 +26,8 @@ EditorFixture::~EditorFixture() = default;
 
 frmMain& EditorFixture::load() {
     window = std::make_unique<frmMain>(project, history, environment,
-                                       MainWindowSeams{messages, chooser, help, [this] { ++programEnds; }});
+                                       MainWindowSeams{messages, chooser, help, [this] { ++programEnds; },
+                                                       PreviewClock::system(), recovery});
     return *window;
 }
 

@@ -81,6 +81,7 @@ public:
     ScriptedChooser chooser;
     RecordedHelp help;
     int programEnds = 0;
+    RecoverySettings recovery; ///< nothing is kept unless a folder is set before load()
     DocMgrModule::ProgramEnvironment environment;
     Project project;
     ConfigModule::History history;

@@ -1,0 +1,38 @@
+#include "exchange/UnsavedDifferences.h"
+
+#include "exchange/ProjectComparison.h"
+#include "model/ProjectFile.h"
+
+namespace orvista {
+
+namespace {
+
+/// A project file that cannot be read is an answer, too.
+class UnheardMessages final : public Messages {
+public:
+    void show(MessageIcon /*icon*/, const std::string& /*text*/) override {}
+    bool askYesNo(const std::string& /*text*/) override { return false; }
+    Answer askYesNoCancel(const std::string& /*text*/) override { return Answer::Cancel; }
+};
+
+} // namespace
+
+UnsavedDifferences unsavedDifferences(const UnsavedWork& work, const PathRules& paths) {
+    UnheardMessages messages;
+    Project saved;
+    UnsavedDifferences differences;
+    differences.isSaved = DocMgrModule::readProjectWithoutWriting(
+        DocMgrModule::projectFilePath(paths, work.project.ProjPath, work.project.ProjName), saved,
+        {paths, messages});
+    if (!differences.isSaved)
+        saved = Project();
+    if (saved.IP != work.project.IP)
+        differences.items.emplace_back(systemPageName);
+    for (const ItemDifference& item : compareItems(saved, work.project))
+        differences.items.push_back(item.item);
+    for (const NotAppliedTexts& item : work.notApplied)
+        differences.notApplied.push_back(item.item);
+    return differences;
+}
+
+} // namespace orvista

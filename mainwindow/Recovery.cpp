@@ -1,0 +1,101 @@
+#include "mainwindow/Recovery.h"
+
+#include "exchange/UnsavedDifferences.h"
+#include "mainwindow/Commands.h"
+#include "mainwindow/ItemPage.h"
+#include "mainwindow/Navigator.h"
+#include "model/ProjectLifecycle.h"
+#include "widgets/PathText.h"
+
+namespace orvista {
+
+namespace {
+
+/// So many names of a list are told.
+constexpr std::size_t namesTold = 8;
+
+QString told(const std::vector<std::string>& names) {
+    QStringList list;
+    for (const std::string& name : names) {
+        if (list.size() == namesTold)
+            break;
+        list << QString::fromStdString(name);
+    }
+    const QString text = list.join(QStringLiteral(", "));
+    return names.size() > namesTold ? Recovery::tr("%1 and %2 more").arg(text).arg(names.size() - namesTold)
+                                    : text;
+}
+
+QString told(const UnsavedDifferences& differences) {
+    QStringList parts;
+    if (!differences.isSaved)
+        parts << Recovery::tr("was never saved");
+    if (!differences.items.empty())
+        parts << told(differences.items);
+    if (!differences.notApplied.empty())
+        parts << Recovery::tr("not applied: %1").arg(told(differences.notApplied));
+    return parts.isEmpty() ? Recovery::tr("nothing") : parts.join(QStringLiteral("; "));
+}
+
+} // namespace
+
+Recovery::Recovery(DocMgrModule::ProjectLifecycle& lifecycle, Messages& messages,
+                   std::vector<ItemPage*> pages, const RecoverySettings& settings, QWidget& window)
+    : QObject(&window),
+      lifecycle_(lifecycle),
+      messages_(messages),
+      pages_(std::move(pages)),
+      window_(window),
+      keeper_(new RecoveryKeeper(lifecycle.project(), {pages_.begin(), pages_.end()}, settings, this)) {}
+
+CommandRow Recovery::restoreCommand(Navigator& navigator) {
+    return {.name = "miToolsRestore",
+            .caption = tr("&Restore Unsaved Work…"),
+            .shortcut = {},
+            .toolTip = tr("Open work that was not saved when the program ended"),
+            .enabling = EnablingRules::always,
+            .run = [this, &navigator] { miToolsRestore_Click(navigator); },
+            .beginsGroup = true};
+}
+
+void Recovery::miToolsRestore_Click(Navigator& navigator) {
+    const std::vector<RecoveryFolder::Copy> copies = keeper_->folder().abandoned();
+    frmRestore dialog(rowsOf(copies), &window_);
+    dialog.exec();
+    if (!dialog.IsCanceled)
+        open(copies.at(static_cast<std::size_t>(dialog.chosen)).path, navigator);
+}
+
+std::vector<frmRestore::Row> Recovery::rowsOf(const std::vector<RecoveryFolder::Copy>& copies) const {
+    std::vector<frmRestore::Row> rows;
+    for (const RecoveryFolder::Copy& copy : copies)
+        rows.push_back(rowOf(copy));
+    return rows;
+}
+
+frmRestore::Row Recovery::rowOf(const RecoveryFolder::Copy& copy) const {
+    const auto work = RecoveryFolder::read(copy.path);
+    if (!work)
+        return {copy.written, shownPath(copy.path.toStdString()), tr("cannot be read")};
+    const PathRules& paths = lifecycle_.environment().paths;
+    return {copy.written, shownPath(paths.join(work->project.ProjPath, work->project.ProjName)),
+            told(unsavedDifferences(*work, paths))};
+}
+
+void Recovery::open(const QString& path, Navigator& navigator) {
+    auto claimed = RecoveryFolder::claim(path);
+    if (!claimed)
+        return messages_.show(MessageIcon::Exclamation, "Unable to open " + path.toStdString());
+    if (!lifecycle_.openUnsavedWork(claimed->work.project))
+        return;
+    const std::vector<NotAppliedTexts> notApplied = claimed->work.notApplied;
+    keeper_->folder().adopt(std::move(*claimed));
+    for (const NotAppliedTexts& item : notApplied) {
+        navigator.goTo({item.item});
+        for (ItemPage* const page : pages_)
+            if (page->shownItem() == item.item)
+                page->putBack(item.texts);
+    }
+}
+
+} // namespace orvista

@@ -1,0 +1,64 @@
+#pragma once
+
+#include "exchange/RecoveryFile.h"
+
+#include <QDateTime>
+#include <QLockFile>
+#include <QString>
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace orvista {
+
+/// The folder in which every running editor keeps one copy of its unsaved work. A lock beside the copy tells
+/// whether its editor still runs; copies of ended ones lie there to be restored.
+class RecoveryFolder {
+public:
+    /// Copies of ended editors are removed when they are older, and the oldest while all copies together
+    /// are larger.
+    static constexpr int keptDays = 30;
+    static constexpr qint64 keptBytes = qint64{50} << 20;
+
+    /// \param folder made with the first copy; an empty one keeps nothing
+    explicit RecoveryFolder(const QString& folder) : folder_(folder) {}
+
+    /// Writes this editor's copy; the one before stays until the new one is whole. False when that failed.
+    bool write(const std::string& bytes);
+    /// Removes this editor's copy, if there is one.
+    void remove();
+
+    struct Copy {
+        QString path;
+        QDateTime written;
+    };
+    /// The copies of ended editors, newest first.
+    std::vector<Copy> abandoned() const;
+    /// Nothing when the file is gone or not whole.
+    static std::optional<UnsavedWork> read(const QString& path);
+
+    /// An abandoned copy that no other editor can take any more.
+    struct Claimed {
+        QString path;
+        std::unique_ptr<QLockFile> lock;
+        UnsavedWork work;
+    };
+    /// Nothing when another editor was first, or when it cannot be read.
+    static std::optional<Claimed> claim(const QString& path);
+    /// What was claimed is this editor's copy from now on, instead of its own.
+    void adopt(Claimed claimed);
+
+private:
+    bool prepare();
+    std::vector<Copy> copies() const;
+    void removeOld() const;
+    void removeLeftovers() const;
+
+    QString folder_;
+    QString path_; ///< of this editor's copy; empty before there was one
+    std::unique_ptr<QLockFile> lock_;
+};
+
+} // namespace orvista

@@ -1,0 +1,68 @@
+#include "mainwindow/RecoveryKeeper.h"
+
+#include "mainwindow/ItemPage.h"
+#include "widgets/ModalDialogs.h"
+
+#include <QTimer>
+
+namespace orvista {
+
+RecoveryKeeper::RecoveryKeeper(const Project& project, std::vector<const ItemPage*> pages,
+                               const RecoverySettings& settings, QObject* parent)
+    : QObject(parent),
+      project_(project),
+      pages_(std::move(pages)),
+      folder_(settings.folder),
+      delay_(new QTimer(this)) {
+    delay_->setObjectName(QStringLiteral("recoveryDelay"));
+    delay_->setSingleShot(true);
+    delay_->setInterval(settings.delay);
+    connect(delay_, &QTimer::timeout, this, [this] { isModalDialogOpen() ? noteChange() : keep(); });
+}
+
+void RecoveryKeeper::noteChange() {
+    // The first change counts: who types without a pause is not to lose more for it.
+    if (!delay_->isActive())
+        delay_->start();
+}
+
+void RecoveryKeeper::keepNow() {
+    if (delay_->isActive())
+        keep();
+}
+
+void RecoveryKeeper::keep() {
+    delay_->stop();
+    std::vector<NotAppliedTexts> notApplied;
+    for (const ItemPage* const page : pages_)
+        if (page->isNotApplied())
+            notApplied.push_back({page->shownItem(), page->editedTexts()});
+    if (!project_.modified && notApplied.empty())
+        return discard();
+    std::string bytes = recoveryBytes(project_, notApplied);
+    if (bytes == kept_)
+        return;
+    kept_ = folder_.write(bytes) ? std::move(bytes) : std::string();
+}
+
+void RecoveryKeeper::follow(ProjectTransition transition) {
+    switch (transition) {
+    case ProjectTransition::Reset:
+        return discard();
+    case ProjectTransition::Saved:
+        discard();
+        return noteChange(); // what is not applied was not saved
+    case ProjectTransition::Modified:
+    case ProjectTransition::ProjectCommands:
+    case ProjectTransition::Opened:
+        return noteChange();
+    }
+}
+
+void RecoveryKeeper::discard() {
+    delay_->stop();
+    kept_.clear();
+    folder_.remove();
+}
+
+} // namespace orvista

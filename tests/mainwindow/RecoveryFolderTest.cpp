@@ -1,0 +1,215 @@
+#include "mainwindow/RecoveryFolder.h"
+
+#include "tests/support/TemporaryFolder.h"
+
+#include <QDir>
+#include <QTest>
+
+using namespace orvista;
+using namespace orvista::testing;
+
+namespace {
+
+std::string workOf(const std::string& name) {
+    Project project;
+    project.ProjName = name;
+    return recoveryBytes(project, {});
+}
+
+/// A folder of copies as several editors leave it.
+struct Copies {
+    QString path() const { return QString::fromStdString(folder.path()) + QStringLiteral("/recovery"); }
+
+    /// A copy of that age, left by an editor that has ended.
+    QString leave(const std::string& name, int days, qint64 size = 0) const {
+        RecoveryFolder editor(path());
+        const QStringList before = files();
+        if (!editor.write(workOf(name)))
+            throw std::runtime_error("no copy was written");
+        for (const QString& file : files()) {
+            if (before.contains(file) || !file.endsWith(QStringLiteral(".recovery")))
+                continue;
+            QFile copy(path() + u'/' + file);
+            if (!copy.open(QIODevice::ReadWrite) || (size > 0 && !copy.resize(size)) ||
+                !copy.setFileTime(QDateTime::currentDateTime().addDays(-days),
+                                  QFileDevice::FileModificationTime))
+                throw std::runtime_error("the copy cannot be made old");
+            return file;
+        }
+        throw std::runtime_error("no copy is there");
+    }
+    QStringList files() const { return QDir(path()).entryList(QDir::Files, QDir::Name); }
+
+    TemporaryFolder folder;
+};
+
+QStringList namesIn(const RecoveryFolder& folder) {
+    QStringList names;
+    for (const RecoveryFolder::Copy& copy : folder.abandoned()) {
+        const auto work = RecoveryFolder::read(copy.path);
+        names << (work ? QString::fromStdString(work->project.ProjName) : QStringLiteral("?"));
+    }
+    return names;
+}
+
+constexpr qint64 megabyte = qint64{1} << 20;
+
+} // namespace
+
+class RecoveryFolderTest : public QObject {
+    Q_OBJECT
+private slots:
+    void isMadeWithTheFirstCopyForItsOwnerOnly();
+    void copiesOfEndedEditorsAreListedNewestFirst();
+    void theCopyOfARunningEditorIsNotListed();
+    void aCopyThatIsOlderThanThirtyDaysIsRemoved();
+    void theOldestAreRemovedWhileAllAreLargerThanFiftyMegabytes();
+    void theCopyOfARunningEditorIsNeverRemoved();
+    void whatKilledEditorsLeftIsRemoved();
+    void aCopyIsClaimedOnce();
+    void anAdoptedCopyIsTheEditorsOwn();
+    void whatCannotBeReadCannotBeClaimed();
+    void withoutAFolderNothingIsKept();
+    void aFolderThatCannotBeMadeIsNoError();
+};
+
+void RecoveryFolderTest::isMadeWithTheFirstCopyForItsOwnerOnly() {
+    const Copies copies;
+    RecoveryFolder editor(copies.path());
+    QVERIFY(editor.abandoned().empty());
+    editor.remove();
+    QVERIFY(!QDir(copies.path()).exists());
+    QVERIFY(editor.write(workOf("Line3")));
+    QCOMPARE(copies.files().size(), 2); // the copy and its lock
+    QVERIFY(!(QFile::permissions(copies.path()) & (QFile::ReadGroup | QFile::ReadOther)));
+    editor.remove();
+    QCOMPARE(copies.files().size(), 1);
+}
+
+void RecoveryFolderTest::copiesOfEndedEditorsAreListedNewestFirst() {
+    const Copies copies;
+    copies.leave("old", 20);
+    copies.leave("new", 1);
+    copies.leave("middle", 10);
+    QCOMPARE(namesIn(RecoveryFolder(copies.path())), (QStringList{"new", "middle", "old"}));
+    QCOMPARE(copies.files().size(), 3); // their locks went with them
+}
+
+void RecoveryFolderTest::theCopyOfARunningEditorIsNotListed() {
+    const Copies copies;
+    RecoveryFolder running(copies.path());
+    QVERIFY(running.write(workOf("running")));
+    copies.leave("ended", 1);
+    QCOMPARE(namesIn(RecoveryFolder(copies.path())), QStringList{"ended"});
+    QCOMPARE(namesIn(running), QStringList{"ended"});
+}
+
+void RecoveryFolderTest::aCopyThatIsOlderThanThirtyDaysIsRemoved() {
+    const Copies copies;
+    copies.leave("kept", 29);
+    copies.leave("removed", 31);
+    RecoveryFolder editor(copies.path());
+    QVERIFY(editor.write(workOf("Line3")));
+    QCOMPARE(namesIn(editor), QStringList{"kept"});
+}
+
+void RecoveryFolderTest::theOldestAreRemovedWhileAllAreLargerThanFiftyMegabytes() {
+    const Copies copies;
+    copies.leave("oldest", 20, 20 * megabyte);
+    copies.leave("old", 10, 20 * megabyte);
+    const QString newest = copies.leave("newest", 1, 29 * megabyte);
+    RecoveryFolder editor(copies.path());
+    QVERIFY(editor.write(workOf("Line3")));
+    QCOMPARE(editor.abandoned().size(), std::size_t{2}); // 49 MB and this editor's own
+    copies.leave("small", 2);
+    QVERIFY(editor.write(std::string(2 * megabyte, 'x')));
+    QCOMPARE(editor.abandoned().size(), std::size_t{2}); // the newest and the small one
+    QVERIFY(editor.abandoned()[0].path.endsWith(newest));
+}
+
+void RecoveryFolderTest::theCopyOfARunningEditorIsNeverRemoved() {
+    const Copies copies;
+    RecoveryFolder running(copies.path());
+    QVERIFY(running.write(std::string(51 * megabyte, 'x')));
+    const QString copy = copies.files().filter(".recovery").value(0);
+    QFile file(copies.path() + u'/' + copy);
+    QVERIFY(file.open(QIODevice::ReadWrite));
+    QVERIFY(file.setFileTime(QDateTime::currentDateTime().addDays(-40), QFileDevice::FileModificationTime));
+    file.close();
+    RecoveryFolder editor(copies.path());
+    QVERIFY(editor.write(workOf("Line3")));
+    QVERIFY(copies.files().contains(copy));
+}
+
+void RecoveryFolderTest::whatKilledEditorsLeftIsRemoved() {
+    const Copies copies;
+    const QString kept = copies.leave("kept", 1);
+    // A process that is gone, on this machine.
+    const std::string lock = "999999999\norvista-editor\n" + QSysInfo::machineHostName().toStdString() + "\n";
+    const auto put = [&copies](const QString& name, const std::string& bytes) {
+        writeBytes((copies.path() + u'/' + name).toStdString(), bytes);
+    };
+    put(QStringLiteral("dead.lock"), lock);
+    put(QStringLiteral("dead.recovery.AbCdEf"), "orvista-rec");
+    put(kept.section(u'.', 0, 0) + QStringLiteral(".lock"), lock);
+    RecoveryFolder running(copies.path());
+    QVERIFY(running.write(workOf("running")));
+    RecoveryFolder editor(copies.path());
+    QVERIFY(editor.write(workOf("Line3")));
+    QCOMPARE(copies.files().filter("dead"), QStringList());
+    QCOMPARE(copies.files().filter(".recovery").size(), 3);
+    QCOMPARE(namesIn(editor), QStringList{"kept"});
+}
+
+void RecoveryFolderTest::aCopyIsClaimedOnce() {
+    const Copies copies;
+    const QString path = copies.path() + u'/' + copies.leave("Line3", 1);
+    const auto claimed = RecoveryFolder::claim(path);
+    QVERIFY(claimed.has_value());
+    QCOMPARE(claimed->work.project.ProjName, std::string("Line3"));
+    QVERIFY(!RecoveryFolder::claim(path));
+    QVERIFY(RecoveryFolder(copies.path()).abandoned().empty());
+}
+
+void RecoveryFolderTest::anAdoptedCopyIsTheEditorsOwn() {
+    const Copies copies;
+    const QString path = copies.path() + u'/' + copies.leave("Line3", 1);
+    {
+        RecoveryFolder editor(copies.path());
+        QVERIFY(editor.write(workOf("before")));
+        editor.adopt(std::move(*RecoveryFolder::claim(path)));
+        QCOMPARE(copies.files().filter(".recovery").size(), 1);
+        QVERIFY(editor.abandoned().empty());
+        QVERIFY(editor.write(workOf("after")));
+        QCOMPARE(RecoveryFolder::read(path)->project.ProjName, std::string("after"));
+    }
+    QCOMPARE(namesIn(RecoveryFolder(copies.path())), QStringList{"after"});
+}
+
+void RecoveryFolderTest::whatCannotBeReadCannotBeClaimed() {
+    const Copies copies;
+    const QString path = copies.path() + u'/' + copies.leave("Line3", 1, 20);
+    QVERIFY(!RecoveryFolder::claim(path));
+    QVERIFY(QFile::resize(path, 300 * megabyte));
+    QVERIFY(!RecoveryFolder::read(path));
+    QVERIFY(!RecoveryFolder::claim(copies.path() + QStringLiteral("/none.recovery")));
+    QCOMPARE(RecoveryFolder(copies.path()).abandoned().size(), std::size_t{1});
+}
+
+void RecoveryFolderTest::withoutAFolderNothingIsKept() {
+    RecoveryFolder editor({});
+    QVERIFY(!editor.write(workOf("Line3")));
+    QVERIFY(editor.abandoned().empty());
+    editor.remove();
+}
+
+void RecoveryFolderTest::aFolderThatCannotBeMadeIsNoError() {
+    const TemporaryFolder folder;
+    writeBytes(folder.file("file"), "x");
+    RecoveryFolder editor(QString::fromStdString(folder.file("file")) + QStringLiteral("/recovery"));
+    QVERIFY(!editor.write(workOf("Line3")));
+    QVERIFY(editor.abandoned().empty());
+}
+
+QTEST_GUILESS_MAIN(RecoveryFolderTest)
+#include "RecoveryFolderTest.moc"
