@@ -1,5 +1,6 @@
-; un.HaveSameFiles: takes two folders without subfolders, pushed first to last, and leaves "same" when they hold the same
-; names with the same bytes, else "". Changes $0 to $5.
+; un.HaveSameFiles: takes two project folders without subfolders, pushed first to last, and leaves "same" when they hold the
+; same names with the same bytes, else "". The five device files do not count: opening a project writes them anew from the
+; project file. Changes $0 to $5.
 Function un.HaveSameFiles
   Pop $1
   Pop $0
@@ -13,7 +14,7 @@ Function un.HaveSameFiles
   Push $5
 FunctionEnd
 
-; Clears $5 unless every file of the first folder is in the second with the same bytes. Keeps $0 and $1.
+; Clears $5 unless every file of the first folder that counts is in the second with the same bytes. Keeps $0 and $1.
 Function un.CompareFiles
   Exch $1
   Exch
@@ -22,6 +23,11 @@ Function un.CompareFiles
   ${DoWhile} $3 != ""
     ${If} $3 != "."
     ${AndIf} $3 != ".."
+    ${AndIf} $3 != "modbus.adr"
+    ${AndIf} $3 != "ilmvar.def"
+    ${AndIf} $3 != "stdmsg.ilm"
+    ${AndIf} $3 != "altmsg.ilm"
+    ${AndIf} $3 != "default.pls"
       Push "$0\$3"
       Push "$1\$3"
       Call un.CompareBytes
