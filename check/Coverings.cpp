@@ -3,6 +3,7 @@
 #include "display/LedFont.h"
 
 #include <algorithm>
+#include <iterator>
 #include <variant>
 
 namespace orvista {
@@ -36,8 +37,10 @@ bool hasDotWithin(const Glyph& picture, LedFont font, std::int64_t left, std::in
 Coverings::Coverings(const ScriptPage& page, const FieldFormats& formats)
     : page_(page), comparisonsLeft_(maximumComparisons) {
     for (std::size_t i = 0; i < page.elements.size(); ++i) {
-        if (std::holds_alternative<FieldElement>(page.elements[i]))
-            fields_.push_back(i);
+        if (const auto* field = std::get_if<FieldElement>(&page.elements[i])) {
+            const DotBox box = drawnBox(*field, formats);
+            fields_.push_back({i, box, fields_.empty() ? box : around(fields_.back().reach, box)});
+        }
         const auto* text = std::get_if<TextElement>(&page.elements[i]);
         if (text != nullptr && isInked(*text))
             texts_.push_back(i);
@@ -49,13 +52,12 @@ Coverings::Coverings(const ScriptPage& page, const FieldFormats& formats)
 }
 
 std::optional<std::size_t> Coverings::fieldUnder(std::size_t element) const {
-    for (const std::size_t field : fields_) {
-        if (field >= element)
-            break;
-        if (meet(boxes_[field], boxes_[element]))
-            return field;
-    }
-    return std::nullopt;
+    const auto end = std::ranges::lower_bound(fields_, element, {}, &Field::element);
+    if (end == fields_.begin() || !meet(std::prev(end)->reach, boxes_[element]))
+        return std::nullopt;
+    const auto under = std::find_if(fields_.begin(), end,
+                                    [&](const Field& field) { return meet(field.box, boxes_[element]); });
+    return under == end ? std::nullopt : std::optional(under->element);
 }
 
 bool Coverings::coversText(std::size_t field) {

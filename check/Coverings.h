@@ -22,11 +22,17 @@ public:
     bool coversText(std::size_t field);
 
 private:
+    struct Field {
+        std::size_t element = 0;
+        DotBox box;
+        DotBox reach; ///< of this field and all before it
+    };
+
     bool hasDotUnder(const TextElement& text, const DotBox& cells);
 
     const ScriptPage& page_;
     std::vector<DotBox> boxes_; ///< of the elements
-    std::vector<std::size_t> fields_;
+    std::vector<Field> fields_;
     std::vector<std::size_t> texts_; ///< those with a character other than blank
     int comparisonsLeft_;
 };

@@ -30,14 +30,16 @@ void FindingList::count(Severity severity, std::size_t number) {
     }
 }
 
-Findings FindingList::merged(const std::vector<FindingList>& lists) {
+Findings FindingList::merged(std::vector<FindingList> lists) {
     Findings all;
-    for (const FindingList& list : lists) {
+    for (FindingList& list : lists) {
         addCounts(all, list.findings_);
-        std::ranges::copy(list.findings_.list, std::back_inserter(all.list));
+        std::ranges::move(list.findings_.list, std::back_inserter(all.list));
     }
-    std::ranges::stable_sort(all.list, {},
-                             [](const Finding& finding) { return std::tuple(finding.line, finding.column); });
+    const auto place = [](const Finding& finding) { return std::tuple(finding.line, finding.column); };
+    // Mostly one list alone holds findings, in order.
+    if (!std::ranges::is_sorted(all.list, {}, place))
+        std::ranges::stable_sort(all.list, {}, place);
     if (all.list.size() > maximumFindings)
         all.list.resize(maximumFindings);
     return all;

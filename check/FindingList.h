@@ -35,7 +35,7 @@ public:
     void count(Severity severity, std::size_t number);
 
     /// All that was added to the lists, by line and column.
-    static Findings merged(const std::vector<FindingList>& lists);
+    static Findings merged(std::vector<FindingList> lists);
     Findings sorted() const { return merged({*this}); }
 
 private:

@@ -24,7 +24,7 @@ FindingList reservedLines(std::string_view item, std::string_view script, std::v
     FindingList found{std::string(item)};
     MemorySource source(script);
     LineReader lines(source);
-    std::string line;
+    std::string_view line;
     for (std::size_t number = 1; lines.next(line); ++number) {
         // What begins with a mark, which the reader leaves out, begins with nothing else.
         const bool isBehindMark = number == 1 && script.starts_with(utf8ByteOrderMark);
@@ -94,7 +94,7 @@ CheckedMessage checkScript(std::string_view item, std::string_view script, Panel
         lookUpBitmaps(page, bitmaps, result.bitmaps);
         checkPage(page, panel, formats, result.bitmaps, drawn);
     }
-    result.findings = FindingList::merged(found);
+    result.findings = FindingList::merged(std::move(found));
     return result;
 }
 

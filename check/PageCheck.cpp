@@ -178,18 +178,18 @@ void PageCheck::checkElement(std::size_t index, const ImageElement& image) {
 
 void PageCheck::checkElement(std::size_t index, const FieldElement& field) {
     const PageFit::Unseen unseen = fit_.unseen(index, Passing::Counts);
-    const std::string width = decimalText(shownWidth(field, formats_));
+    const auto width = [&] { return decimalText(shownWidth(field, formats_)); };
     if (unseen.count > 0)
         found_.add(codes::fieldCut, contentOf(index), [&] {
-            return number(unseen.count) + " of the " + width + " characters of " + fieldName(field) +
+            return number(unseen.count) + " of the " + width() + " characters of " + fieldName(field) +
                    (unseen.count == 1 ? " does" : " do") + " not fit on " + panelName(panel_) +
                    " and cannot be read: move the field or make it narrower" + orLetPass(unseen);
         });
     checkColours(index, true);
     if (coverings_.coversText(index))
         found_.add(codes::fieldGap, contentOf(index), [&] {
-            return fieldName(field) + " is " + width + " wide and covers characters of this page: leave " +
-                   width + " blanks for it.";
+            return fieldName(field) + " is " + width() + " wide and covers characters of this page: leave " +
+                   width() + " blanks for it.";
         });
     checkFieldUnder(index, fieldName(field));
 }

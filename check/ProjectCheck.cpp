@@ -89,6 +89,7 @@ struct ProjectCheck::State {
     VariableUse variablesShown() const;
     Findings collected(Notes notes) const;
 
+    bool looksAgain = true; ///< and so keeps the scripts, which are most of the work's memory
     std::optional<PanelSize> panel;
     FieldFormats formats;
     std::size_t itemsLookedAt = 0;
@@ -123,7 +124,8 @@ void ProjectCheck::State::update(Messages<count>& messages, const ItemKind& kind
     for (std::size_t i = 0; i < count; ++i) {
         if (messages[i] && isCurrent(*messages[i], scripts[i], bitmaps, changed))
             continue;
-        messages[i] = Message{scripts[i], checkScript(kind.name(i), scripts[i], *panel, formats, bitmaps)};
+        messages[i] = Message{looksAgain ? scripts[i] : std::string(),
+                              checkScript(kind.name(i), scripts[i], *panel, formats, bitmaps)};
         ++itemsLookedAt;
     }
 }
@@ -196,7 +198,9 @@ std::size_t ProjectCheck::itemsLookedAt() const {
 }
 
 Findings checkProject(const Project& project, const BitmapProvider& bitmaps, int columns, Notes notes) {
-    return ProjectCheck().check(project, bitmaps, columns, notes);
+    ProjectCheck once;
+    once.state_->looksAgain = false;
+    return once.check(project, bitmaps, columns, notes);
 }
 
 Findings checkMessage(std::string_view item, std::string_view script, const Project& project,

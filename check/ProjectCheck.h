@@ -42,6 +42,8 @@ public:
     std::size_t itemsLookedAt() const;
 
 private:
+    friend Findings checkProject(const Project&, const BitmapProvider&, int, Notes);
+
     struct State;
     std::unique_ptr<State> state_;
 };

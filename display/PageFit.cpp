@@ -50,17 +50,18 @@ const LitDots& litDots(LedFont font, char character) {
     return (font == LedFont::Small5x7 ? small : large)[static_cast<unsigned char>(character)];
 }
 
-/// All that a number, a time or a date can light.
-LitDots numberDots(LedFont font) {
+LitDots numberDotsOf(LedFont font) {
     LitDots dots;
     for (const char character : std::string_view("0123456789.:-*"))
         dots = dots.with(litDots(font, character));
     return dots;
 }
 
-DotBox around(const DotBox& one, const DotBox& other) {
-    return {std::min(one.left, other.left), std::min(one.top, other.top), std::max(one.right, other.right),
-            std::max(one.bottom, other.bottom)};
+/// All that a number, a time or a date can light.
+const LitDots& numberDots(LedFont font) {
+    static const LitDots small = numberDotsOf(LedFont::Small5x7);
+    static const LitDots large = numberDotsOf(LedFont::Large8x15);
+    return font == LedFont::Small5x7 ? small : large;
 }
 
 char characterAt(std::string_view text, std::size_t index) {
@@ -140,14 +141,15 @@ void PageFit::takePass(const ScriptStep& step) {
     const int longest = sideways ? panel_.columns - cellWidth(LedFont::Large8x15) + 1 : panel_.rows;
     if (step.pixels > std::max(longest, 1))
         return;
+    Pass pass{step.kind, step.effect, step.pixels, 0, 0, step.elementCount};
+    if (std::ranges::any_of(passes_, [&](const Pass& later) { return goesAsFar(later, pass); }))
+        return;
     const std::int64_t distance = scrollDistance(page_, step, panel_, formats_);
     const Offset first = scrolled(step, distance, 0);
     const Offset last = scrolled(step, distance, moveCount(step, distance) - 1);
-    const auto [lowest, highest] = sideways ? std::minmax({first.x, last.x, std::int64_t{0}})
-                                            : std::minmax({first.y, last.y, std::int64_t{0}});
-    const Pass pass{step.kind, step.effect, step.pixels, lowest, highest, step.elementCount};
-    if (std::ranges::none_of(passes_, [&](const Pass& later) { return goesAsFar(later, pass); }))
-        passes_.push_back(pass);
+    std::tie(pass.lowest, pass.highest) = sideways ? std::minmax({first.x, last.x, std::int64_t{0}})
+                                                   : std::minmax({first.y, last.y, std::int64_t{0}});
+    passes_.push_back(pass);
 }
 
 /// Whether a pass shows all that an earlier one shows: upwards and downwards a character may be as high as

@@ -3,6 +3,7 @@
 #include "display/FieldFormats.h"
 #include "display/ScriptPage.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 
@@ -22,6 +23,12 @@ struct DotBox {
 inline bool meet(const DotBox& one, const DotBox& other) {
     return one.left < other.right && other.left < one.right && one.top < other.bottom &&
            other.top < one.bottom && one.left < one.right && other.left < other.right;
+}
+
+/// The least rectangle that holds both; an empty one counts with its place.
+inline DotBox around(const DotBox& one, const DotBox& other) {
+    return {std::min(one.left, other.left), std::min(one.top, other.top), std::max(one.right, other.right),
+            std::max(one.bottom, other.bottom)};
 }
 
 /// How far a page is moved, in dots.

@@ -24,7 +24,9 @@ public:
         const auto reason = std::visit([&](auto& part) { return perform(std::move(part)); }, command);
         if (!reason)
             return;
-        if (words.wrong())
+        if (result_.remarks.size() >= maximumRemarks)
+            ++result_.moreRemarks;
+        else if (words.wrong())
             remark(line, *words.wrong(), *reason, words.wrong()->argument);
         else
             remark(line, {{}, start, ScriptWords(line).word()}, *reason, std::nullopt);
@@ -88,10 +90,6 @@ private:
 
     void remark(std::string_view line, const ScriptWords::Wrong& wrong, RemarkReason reason,
                 std::optional<ScriptArgument> argument) {
-        if (result_.remarks.size() >= maximumRemarks) {
-            ++result_.moreRemarks;
-            return;
-        }
         result_.remarks.push_back({number_, std::string(line.substr(0, maximumRemarkLength)), wrong.column,
                                    reason, argument, std::string(wrong.word.substr(0, maximumRemarkLength))});
     }
@@ -107,7 +105,7 @@ InterpretedScript interpret(std::string_view script, GoesOn&& goesOn) {
     MemorySource source(script);
     LineReader lines(source);
     Interpreter interpreter;
-    std::string line;
+    std::string_view line;
     // The reader leaves out a mark at the start; columns count it.
     std::size_t skipped = script.starts_with(utf8ByteOrderMark) ? utf8ByteOrderMark.size() : 0;
     for (std::size_t number = 1; goesOn(interpreter.pages()) && lines.next(line); ++number, skipped = 0)
