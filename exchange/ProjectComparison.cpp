@@ -27,12 +27,8 @@ private:
 
 void compareAddresses(const Project& before, const Project& after, std::vector<ItemDifference>& items) {
     Fields fields;
-    const auto compare = [&](std::string_view name, std::int32_t Project::*address) {
-        fields.compare(name, decimalText(before.*address), decimalText(after.*address));
-    };
-    compare("AnalogInput", &Project::AnalogInput);
-    compare("DigitalInput", &Project::DigitalInput);
-    compare("AlertMessage", &Project::AlertMessage);
+    for (const AddressField& field : addressFields)
+        fields.compare(field.name, decimalText(before.*field.start), decimalText(after.*field.start));
     std::move(fields).addTo(items, addressMapName);
 }
 

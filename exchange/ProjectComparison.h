@@ -4,6 +4,8 @@
 #include "exchange/ScriptComparison.h"
 #include "model/Project.h"
 
+#include <array>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,10 +14,19 @@
 /// of the regular messages and the play list are never read.
 namespace orvista {
 
+/// A start address that the readers read.
+struct AddressField {
+    std::string_view name;
+    std::int32_t Project::*start;
+};
+inline constexpr AddressField floatAddressField{"AnalogInput", &Project::AnalogInput};
+inline constexpr AddressField booleanAddressField{"DigitalInput", &Project::DigitalInput};
+inline constexpr AddressField emergencyAddressField{"AlertMessage", &Project::AlertMessage};
+inline constexpr std::array addressFields{floatAddressField, booleanAddressField, emergencyAddressField};
+
 /// An address, or a setting of a variable.
 struct FieldDifference {
-    std::string_view field; ///< "AnalogInput", "DigitalInput" or "AlertMessage"; "default", "width",
-                            ///< "precision", "on" or "off"
+    std::string_view field; ///< of addressFields; "default", "width", "precision", "on" or "off"
     std::string before;     ///< device bytes
     std::string after;
     bool operator==(const FieldDifference&) const = default;

@@ -51,7 +51,7 @@ void ProjectTransfer::Download() {
         return;
     bool goesAhead = true;
     if (const auto connection = chooseConnection())
-        running_.during([&] { goesAhead = fetch(*connection, target->ProjPath); });
+        running_.during([&] { goesAhead = fetch(*connection, "Download", target->ProjPath); });
     if (goesAhead)
         openDownloadedProject(*target);
 }
@@ -60,8 +60,17 @@ std::optional<DeviceConnection> ProjectTransfer::chooseConnection() {
     return dialogs_.chooseConnection(utf8FromWindows1252(project_.IP));
 }
 
-bool ProjectTransfer::fetch(const DeviceConnection& connection, const std::string& folder) {
-    auto progress = dialogs_.showProgress("Download");
+std::optional<std::string> ProjectTransfer::Fetch(const std::string& title, const std::string& folder) {
+    const auto connection = chooseConnection();
+    bool fetched = false;
+    if (connection)
+        running_.during([&] { fetched = fetch(*connection, title, folder); });
+    return fetched ? std::optional(connection->txtIP + ":" + connection->txtPort) : std::nullopt;
+}
+
+bool ProjectTransfer::fetch(const DeviceConnection& connection, const std::string& title,
+                            const std::string& folder) {
+    auto progress = dialogs_.showProgress(title);
     progress->showActivity("Connecting to " + connection.txtIP);
     const auto control = makeControl_(*progress);
     if (!control || !connect(*control, connection)) {

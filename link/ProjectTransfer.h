@@ -36,9 +36,13 @@ public:
     /// \throws Overflow for a port beyond 32767; the open project is untouched then
     void Download();
 
+    /// As TransferCommands::fetch tells.
+    /// \throws Overflow for a port beyond 32767
+    std::optional<std::string> Fetch(const std::string& title, const std::string& folder);
+
 private:
     void send(const DeviceConnection& connection);
-    bool fetch(const DeviceConnection& connection, const std::string& folder);
+    bool fetch(const DeviceConnection& connection, const std::string& title, const std::string& folder);
     void openDownloadedProject(const ChosenProject& target);
     std::optional<DeviceConnection> chooseConnection();
 

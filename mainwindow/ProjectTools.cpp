@@ -18,7 +18,10 @@
 #include <QMainWindow>
 #include <QShortcut>
 
+#include <algorithm>
+#include <iterator>
 #include <type_traits>
+#include <utility>
 
 namespace orvista {
 
@@ -29,7 +32,7 @@ constexpr const char* findingsPanel = "findings";
 } // namespace
 
 ProjectTools::ProjectTools(const Project& project, ProjectChanges& changes, Commands& commands,
-                           const Pages& pages, QMainWindow& window)
+                           const Pages& pages, ComparisonTools::World world, QMainWindow& window)
     : QObject(&window),
       project_(project),
       changes_(changes),
@@ -48,8 +51,13 @@ ProjectTools::ProjectTools(const Project& project, ProjectChanges& changes, Comm
     connect(&changes, &ProjectChanges::notice, dock_, &PanelDock::showNotice);
     addPanels();
     items_ = new ItemPanels(project_, check_, preview_, *navigator_, *dock_);
+    comparison_ = new ComparisonTools(std::move(world), changes, *navigator_, *dock_, this);
     connectPages(pages);
-    commands.observe(EnablingRules::projectWork, [this](bool enabled) { dock_->setPanelsEnabled(enabled); });
+    commands.observe(EnablingRules::projectWork, [this](bool enabled) {
+        dock_->setPanelsEnabled(enabled);
+        if (!enabled)
+            comparison_->forget();
+    });
     auto* const find = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_F), &window);
     connect(find, &QShortcut::activated, items_, [this] {
         if (!isModalDialogOpen())
@@ -80,6 +88,7 @@ void ProjectTools::connectPages(const Pages& pages) {
             if (findings_)
                 findings_->markNotApplied();
             items_->markNotApplied();
+            comparison_->markNotApplied();
         });
     };
     follow(&pages.messages);
@@ -91,6 +100,7 @@ void ProjectTools::projectChanged() {
     if (findings_)
         findings_->checkSoon();
     items_->projectChanged();
+    comparison_->projectChanged();
 }
 
 MenuRow ProjectTools::editMenu() {
@@ -127,12 +137,14 @@ void ProjectTools::followStates() {
 }
 
 MenuRow ProjectTools::toolsMenu() {
-    return {.name = "mnuTools",
-            .caption = tr("&Tools"),
-            .commands = {{"miToolsCheck", tr("&Check Project"), Qt::Key_F8,
-                          tr("List what will go wrong on the display"), EnablingRules::projectWork,
-                          [this] { miToolsCheck_Click(); }}},
-            .restUnderDialogs = true};
+    MenuRow menu{.name = "mnuTools",
+                 .caption = tr("&Tools"),
+                 .commands = {{"miToolsCheck", tr("&Check Project"), Qt::Key_F8,
+                               tr("List what will go wrong on the display"), EnablingRules::projectWork,
+                               [this] { miToolsCheck_Click(); }}},
+                 .restUnderDialogs = true};
+    std::ranges::move(comparison_->toolsEntries(), std::back_inserter(menu.commands));
+    return menu;
 }
 
 void ProjectTools::miViewPanels_Click() {

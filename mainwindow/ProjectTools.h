@@ -1,6 +1,7 @@
 #pragma once
 
 #include "check/FolderCheck.h"
+#include "mainwindow/ComparisonTools.h"
 
 #include <QObject>
 #include <QPointer>
@@ -35,7 +36,7 @@ public:
     };
     /// \param changes the way in which whatever stands here changes the project
     ProjectTools(const Project& project, ProjectChanges& changes, Commands& commands, const Pages& pages,
-                 QMainWindow& window);
+                 ComparisonTools::World world, QMainWindow& window);
 
     MenuRow editMenu();
     MenuRow viewMenu();
@@ -63,6 +64,7 @@ private:
     UndoEntries* undo_;
     FolderCheck check_;
     ItemPanels* items_ = nullptr;
+    ComparisonTools* comparison_ = nullptr;
     QPointer<FindingsPanel> findings_; ///< null until it is opened
 };
 

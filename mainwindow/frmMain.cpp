@@ -186,7 +186,7 @@ std::function<void()> frmMain::handler(void (frmMain::*click)()) {
 void frmMain::buildCommands() {
     changes_ = new ProjectChanges(project_, lifecycle_, {messagePage_, variablePage_, modbusPage_}, this);
     tools_ = new ProjectTools(project_, *changes_, *commands_, {*messagePage_, *variablePage_, *modbusPage_},
-                              *this);
+                              {lifecycle_, seams_.chooser, [this] { return transfer_; }}, *this);
     buildRecovery();
     commands_->addMenus(*menuBar(), menuRows());
     tools_->followStates();

@@ -17,6 +17,9 @@ public:
     RunningTransfer& running() { return transfer_.running(); }
     void upload() override { transfer_.Upload(); }
     void download() override { transfer_.Download(); }
+    std::optional<std::string> fetch(const std::string& title, const std::string& folder) override {
+        return transfer_.Fetch(title, folder);
+    }
 
 private:
     std::optional<DocTsfModule::DeviceConnection> chooseConnection(const std::string& deviceAddress) override;

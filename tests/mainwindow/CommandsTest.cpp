@@ -18,6 +18,7 @@ class RecordedTransfer final : public TransferCommands {
 public:
     void upload() override { calls << QStringLiteral("upload"); }
     void download() override { calls << QStringLiteral("download"); }
+    std::optional<std::string> fetch(const std::string&, const std::string&) override { return {}; }
     QStringList calls;
 };
 
@@ -25,6 +26,7 @@ class OverflowingTransfer final : public TransferCommands {
 public:
     void upload() override { throw Overflow(); }
     void download() override { throw Overflow(); }
+    std::optional<std::string> fetch(const std::string&, const std::string&) override { throw Overflow(); }
 };
 
 QStringList captions(const QMenu& menu) {

@@ -1,0 +1,198 @@
+#include "mainwindow/ComparisonTools.h"
+
+#include "link/TransferCommands.h"
+#include "link/TransferredFiles.h"
+#include "mainwindow/Navigator.h"
+#include "mainwindow/PanelDock.h"
+#include "mainwindow/ProjectChanges.h"
+#include "model/DeviceFiles.h"
+#include "model/FolderLookup.h"
+#include "model/ScratchFolder.h"
+
+#include <algorithm>
+#include <iterator>
+#include <optional>
+#include <system_error>
+#include <utility>
+
+namespace orvista {
+
+namespace {
+
+constexpr const char* comparisonPanel = "comparison";
+
+/// Passes on what the core has to say, and knows whether it had: what was read is not whole then.
+class HeardMessages final : public Messages {
+public:
+    explicit HeardMessages(Messages& messages) : messages_(messages) {}
+    void show(MessageIcon icon, const std::string& text) override {
+        any_ = true;
+        messages_.show(icon, text);
+    }
+    bool askYesNo(const std::string& text) override { return messages_.askYesNo(text); }
+    Answer askYesNoCancel(const std::string& text) override { return messages_.askYesNoCancel(text); }
+    bool any() const { return any_; }
+
+private:
+    Messages& messages_;
+    bool any_ = false;
+};
+
+std::vector<NamedFile> bitmapsIn(const std::string& folder) {
+    return filesIn(folder, bitmapsOfFolder(folder));
+}
+
+std::optional<Project> fetchedProject(const std::string& folder, const DocMgrModule::FileContext& context) {
+    HeardMessages messages(context.messages);
+    Project project;
+    ConfigModule::readDeviceFiles(folder, project, {context.paths, messages}, modbusAdrFile.name);
+    return messages.any() ? std::nullopt : std::optional(project);
+}
+
+std::optional<Project> otherProject(const std::string& path, const DocMgrModule::FileContext& context) {
+    HeardMessages messages(context.messages);
+    Project project;
+    const bool isRead = DocMgrModule::readProjectWithoutWriting(path, project, {context.paths, messages});
+    return isRead && !messages.any() ? std::optional(project) : std::nullopt;
+}
+
+/// The five files that an upload sends, which saves a modified project first.
+/// \param scratch for what a save would write
+std::optional<std::vector<NamedFile>> deviceFilesToSend(const Project& project, const std::string& scratch,
+                                                        const DocMgrModule::FileContext& context) {
+    std::vector<NamedFile> files;
+    for (const DeviceFile* const file : deviceFiles) {
+        const std::string name(file->name);
+        const std::string& folder = project.modified ? scratch : project.ProjPath;
+        const std::string path = deviceFileOnDisk(context.paths, context.paths.join(folder, name));
+        if (project.modified && !file->Write(path, project, context))
+            return std::nullopt;
+        files.push_back({name, path});
+    }
+    return files;
+}
+
+/// Runs what works on files and tells the user of a failure.
+void withFiles(Messages& messages, const std::function<void()>& work) {
+    try {
+        work();
+    } catch (const std::system_error& failure) {
+        messages.show(MessageIcon::Exclamation, failure.what());
+    }
+}
+
+} // namespace
+
+ComparisonTools::ComparisonTools(World world, ProjectChanges& changes, Navigator& navigator, PanelDock& dock,
+                                 QObject* parent)
+    : QObject(parent), world_(std::move(world)), changes_(changes), navigator_(navigator), dock_(dock) {
+    dock_.addPanel({comparisonPanel, tr("Comparison"), [this] { return makePanel(); }});
+}
+
+QWidget* ComparisonTools::makePanel() {
+    panel_ = new ComparisonPanel(project(), [this] { return navigator_.notAppliedItems(); });
+    connect(panel_, &ComparisonPanel::placeChosen, &navigator_, &Navigator::goTo);
+    connect(panel_, &ComparisonPanel::rowLeft, &navigator_, &Navigator::forget);
+    connect(panel_, &ComparisonPanel::takeWanted, this, &ComparisonTools::takeOver);
+    return panel_;
+}
+
+ComparisonPanel& ComparisonTools::openPanel() {
+    dock_.open(comparisonPanel);
+    return *panel_;
+}
+
+std::vector<CommandRow> ComparisonTools::toolsEntries() {
+    return {{.name = "miToolsCompareDisplay",
+             .caption = tr("Compare with &Display…"),
+             .shortcut = {},
+             .toolTip = tr("List what a display holds otherwise"),
+             .enabling = EnablingRules::projectWork,
+             .run = [this] { miToolsCompareDisplay_Click(); },
+             .beginsGroup = true},
+            {.name = "miToolsCompareProject",
+             .caption = tr("Compare with &Project…"),
+             .shortcut = {},
+             .toolTip = tr("List what another project has otherwise"),
+             .enabling = EnablingRules::projectWork,
+             .run = [this] { miToolsCompareProject_Click(); }},
+            {.name = "miToolsVerify",
+             .caption = tr("&Verify Display…"),
+             .shortcut = {},
+             .toolTip = tr("Hold every byte that an upload sends against what a display has"),
+             .enabling = EnablingRules::projectWork,
+             .run = [this] { miToolsVerify_Click(); }}};
+}
+
+void ComparisonTools::projectChanged() {
+    if (panel_)
+        panel_->followProject();
+}
+
+void ComparisonTools::markNotApplied() {
+    if (panel_)
+        panel_->markNotApplied();
+}
+
+void ComparisonTools::forget() {
+    if (panel_)
+        panel_->forget();
+}
+
+void ComparisonTools::takeOver(const std::vector<ItemState>& states) {
+    changes_.change(tr("Take Theirs"), states);
+}
+
+void ComparisonTools::miToolsCompareDisplay_Click() {
+    const DocMgrModule::FileContext context = world_.lifecycle.fileContext();
+    withFiles(context.messages, [&] {
+        const ScratchFolder fetched;
+        TransferCommands* const transfer = world_.transfer();
+        const auto display = transfer ? transfer->fetch("Compare", fetched.path()) : std::nullopt;
+        auto theirs = display ? fetchedProject(fetched.path(), context) : std::nullopt;
+        if (theirs)
+            openPanel().compareWith({QString::fromStdString(*display), std::move(*theirs),
+                                     compareFiles(bitmapsIn(project().ProjPath), bitmapsIn(fetched.path()))});
+    });
+}
+
+void ComparisonTools::miToolsCompareProject_Click() {
+    const DocMgrModule::FileContext context = world_.lifecycle.fileContext();
+    const auto chosen = world_.chooser.chooseExistingProject();
+    if (!chosen)
+        return;
+    withFiles(context.messages, [&] {
+        const std::string path =
+            DocMgrModule::projectFilePath(context.paths, chosen->ProjPath, chosen->ProjName);
+        if (auto theirs = otherProject(path, context))
+            openPanel().compareWith(
+                {QString::fromStdString(path), std::move(*theirs),
+                 compareFiles(bitmapsIn(project().ProjPath), bitmapsIn(chosen->ProjPath))});
+    });
+}
+
+void ComparisonTools::miToolsVerify_Click() {
+    const DocMgrModule::FileContext context = world_.lifecycle.fileContext();
+    withFiles(context.messages, [&] {
+        const ScratchFolder saved;
+        auto sent = deviceFilesToSend(project(), saved.path(), context);
+        if (!sent)
+            return;
+        const ScratchFolder fetched;
+        TransferCommands* const transfer = world_.transfer();
+        const auto display = transfer ? transfer->fetch("Verify", fetched.path()) : std::nullopt;
+        if (!display)
+            return;
+        std::vector<NamedFile> theirs = bitmapsIn(fetched.path());
+        for (const NamedFile& file : *sent)
+            theirs.push_back({file.name, context.paths.join(fetched.path(), file.name)});
+        std::ranges::move(bitmapsIn(project().ProjPath), std::back_inserter(*sent));
+        ComparisonPanel::Verified verified{QString::fromStdString(*display), sent->size(),
+                                           compareFiles(*sent, theirs)};
+        // What only the display has is not sent.
+        std::erase_if(verified.differences, [](const FileDifference& file) { return !file.sizeBefore; });
+        openPanel().showVerified(verified);
+    });
+}
+
+} // namespace orvista

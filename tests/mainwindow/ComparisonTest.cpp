@@ -1,0 +1,418 @@
+#include "link/TransferControls.h"
+#include "link/forms/DeviceTransfer.h"
+#include "model/ProjectFile.h"
+#include "tests/support/EditorFixture.h"
+#include "tests/support/FtpTestServer.h"
+#include "tests/support/ModalDriver.h"
+
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QTableView>
+
+#include <filesystem>
+#include <map>
+#include <optional>
+
+using namespace orvista;
+using namespace orvista::testing;
+
+namespace {
+
+/// The real main window with the real transfer, and another project to compare with.
+struct ComparingEditor : EditorFixture {
+    ComparingEditor() {
+        startWithNewProject("Plant");
+        type("txtSystemIP", QStringLiteral("127.0.0.1"));
+        transfer.emplace(project, window->lifecycle(), chooser, messages, *window, &makeTransferControl);
+        window->useTransfer(*transfer);
+    }
+    ~ComparingEditor() { window.reset(); }
+
+    void saveAs(const TemporaryFolder& folder, const Project& other) {
+        const PathRules paths = PathRules::native();
+        QCOMPARE(DocMgrModule::SaveProject(folder.path(), "Other", other, {paths, messages}),
+                 DocMgrModule::SaveOutcome::Saved);
+    }
+    /// Compares with the project in that folder through the menu.
+    void compareWith(const TemporaryFolder& folder) {
+        chooser.existingProjects.push_back({folder.path(), "Other"});
+        trigger("miToolsCompareProject");
+    }
+
+    QTableView* table() const { return find<QTableView>("tblComparison"); }
+    QString summary() const { return find<QLabel>("lblComparison")->text(); }
+    QStringList rows() const {
+        QStringList lines;
+        const QAbstractItemModel& model = *table()->model();
+        for (int row = 0; row < model.rowCount(); ++row) {
+            QStringList cells;
+            for (int column = 0; column < model.columnCount(); ++column)
+                cells << model.index(row, column).data().toString();
+            lines << cells.join(u'|');
+        }
+        return lines;
+    }
+    void select(int row) const { table()->selectRow(row); }
+    QPushButton* takeTheirs() const { return find<QPushButton>("btnTakeTheirs"); }
+
+    std::optional<DeviceTransfer> transfer;
+    TemporaryFolder other;
+};
+
+/// Every file below a folder with its bytes.
+std::map<std::string, std::string> filesBelow(const std::string& folder) {
+    std::map<std::string, std::string> files;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(systemPath(folder)))
+        if (entry.is_regular_file())
+            files[utf8Path(entry.path())] = fileBytes(utf8Path(entry.path()));
+    return files;
+}
+
+/// The user leaves the connection dialog with Connect, after typing this port.
+void connectTo(const FtpTestServer& server) {
+    onModal(QStringLiteral("frmConnection"), [port = QString::number(server.port())](QWidget* dialog) {
+        auto* const box = dialog->findChild<QLineEdit*>(QStringLiteral("txtPort"));
+        QCOMPARE(dialog->findChild<QLineEdit*>(QStringLiteral("txtIP"))->text(), QStringLiteral("127.0.0.1"));
+        box->selectAll();
+        QTest::keyClicks(box, port);
+        QTest::mouseClick(dialog->findChild<QPushButton*>(QStringLiteral("btnOK")), Qt::LeftButton);
+    });
+}
+
+/// A project that differs in an address, a variable and two lines of a message.
+Project otherProject() {
+    Project project;
+    project.DigitalInput = 150;
+    project.CoilVar[4].onText = "L\xE4uft";
+    project.STDMSG[2] = "CLEAR\r\nTEXT 0 0 RED BLACK \"Level\"\r\nACT STILL 2000";
+    return project;
+}
+
+const QStringList otherRows{
+    QStringLiteral("address map|DigitalInput|100|150"), QStringLiteral("CoilVar5|on|ON|L\u00E4uft"),
+    QStringLiteral("STDMSG3|||TEXT 0 0 RED BLACK \"Level\""), QStringLiteral("STDMSG3|||ACT STILL 2000")};
+
+} // namespace
+
+class ComparisonTest : public QObject {
+    Q_OBJECT
+private slots:
+    void cleanup() { QVERIFY(allModalsServed()); }
+    void listsWhatAnotherProjectHasOtherwise();
+    void saysThatNothingDiffers();
+    void changesNothingOnEitherSide();
+    void namesBitmapsThatDiffer();
+    void aRowLeadsToItsLine();
+    void takesTheSelectedRowsOverInOneStep();
+    void takesOverByKeyboardAlone();
+    void takesNothingWhereAnEditIsNotApplied();
+    void followsTheProject();
+    void anotherProjectHasNothingToBeComparedWith();
+    void rowsOfAnItemThatIsNotAppliedSaySo();
+    void comparesWithADisplay();
+    void aCancelledConnectionOpensNothing();
+    void aDisplayThatRefusesIsSaidInTheBoxOfDownload();
+    void aProjectThatCannotBeReadIsSaidInTheReadersOwnWords();
+    void verifiesEveryByteThatUploadSends();
+    void verifiesWhatASaveWouldWriteWhereTheProjectIsModified();
+    void verifyNamesEveryFileThatIsOtherwise();
+    void verifyNamesAMissingFile();
+    void worksOnAProjectOnly();
+};
+
+void ComparisonTest::listsWhatAnotherProjectHasOtherwise() {
+    ComparingEditor editor;
+    editor.saveAs(editor.other, otherProject());
+    QVERIFY(!editor.find<QWidget>("dockPanels")->isVisible());
+    editor.compareWith(editor.other);
+    QVERIFY(editor.table()->isVisible());
+    QCOMPARE(editor.find<QTabWidget>("tabPanels")->tabText(0), QStringLiteral("Comparison"));
+    QCOMPARE(editor.rows(), otherRows);
+    QCOMPARE(editor.summary(), QStringLiteral("4 differences: this project and ") +
+                                   QString::fromStdString(editor.other.file("Other.orx")));
+    QVERIFY(editor.messages.shown.empty());
+}
+
+void ComparisonTest::saysThatNothingDiffers() {
+    ComparingEditor editor;
+    editor.saveAs(editor.other, editor.project);
+    editor.compareWith(editor.other);
+    QCOMPARE(editor.rows(), QStringList());
+    QVERIFY(editor.summary().startsWith(QStringLiteral("No differences")));
+    QVERIFY(!editor.takeTheirs()->isEnabled());
+}
+
+void ComparisonTest::changesNothingOnEitherSide() {
+    ComparingEditor editor;
+    editor.saveAs(editor.other, otherProject());
+    std::filesystem::remove(systemPath(editor.other.file("default.pls")));
+    editor.trigger("miFileSave");
+    const auto mine = filesBelow(editor.projectFolder.path());
+    const auto theirs = filesBelow(editor.other.path());
+    editor.compareWith(editor.other);
+    QCOMPARE(filesBelow(editor.projectFolder.path()), mine);
+    QCOMPARE(filesBelow(editor.other.path()), theirs);
+    QVERIFY(!editor.project.modified);
+}
+
+void ComparisonTest::namesBitmapsThatDiffer() {
+    ComparingEditor editor;
+    editor.saveAs(editor.other, editor.project);
+    writeBytes(editor.projectFolder.file("a.bmp"), "same");
+    writeBytes(editor.other.file("A.BMP"), "same");
+    writeBytes(editor.projectFolder.file("b.bmp"), "here");
+    writeBytes(editor.other.file("b.bmp"), "heres");
+    writeBytes(editor.other.file("c.bmp"), "there");
+    editor.compareWith(editor.other);
+    QCOMPARE(editor.rows(),
+             (QStringList{"b.bmp||4 bytes|5 bytes, other ones from byte 5 on", "c.bmp||not there|5 bytes"}));
+    editor.table()->selectAll();
+    QVERIFY(!editor.takeTheirs()->isEnabled());
+}
+
+void ComparisonTest::aRowLeadsToItsLine() {
+    ComparingEditor editor;
+    editor.project.STDMSG[2] = "CLEAR\r\nTEXT 0 0 RED BLACK \"Level\"\r\nACT STILL 1000";
+    editor.saveAs(editor.other, otherProject());
+    editor.compareWith(editor.other);
+    QCOMPARE(editor.rows().back(), QStringLiteral("STDMSG3|3|ACT STILL 1000|ACT STILL 2000"));
+    editor.select(2);
+    editor.table()->setFocus();
+    QTest::keyClick(editor.table(), Qt::Key_Return);
+    auto* const box = editor.find<QPlainTextEdit>("txtMsg");
+    QVERIFY(box->hasFocus());
+    QCOMPARE(editor.text("txtMsgName"), QStringLiteral("STDMSG3"));
+    QCOMPARE(box->textCursor().selectedText(), QStringLiteral("ACT STILL 1000"));
+}
+
+void ComparisonTest::takesTheSelectedRowsOverInOneStep() {
+    ComparingEditor editor;
+    editor.saveAs(editor.other, otherProject());
+    editor.trigger("miFileSave");
+    editor.compareWith(editor.other);
+    editor.table()->selectAll();
+    editor.click("btnTakeTheirs");
+    QCOMPARE(editor.project.DigitalInput, 150);
+    QCOMPARE(editor.project.CoilVar[4].onText, std::string("L\xE4uft"));
+    QCOMPARE(editor.project.STDMSG[2], otherProject().STDMSG[2] + "\r\n");
+    QVERIFY(editor.project.modified);
+    QCOMPARE(editor.rows(), QStringList());
+    QVERIFY(editor.summary().startsWith(QStringLiteral("No differences")));
+    QCOMPARE(editor.find<QAction>("miEditUndo")->text(), QStringLiteral("Undo Take Theirs"));
+    editor.trigger("miEditUndo");
+    QCOMPARE(editor.project.DigitalInput, 100);
+    QCOMPARE(editor.project.STDMSG[2], std::string("CLEAR"));
+    QCOMPARE(editor.rows(), otherRows);
+}
+
+void ComparisonTest::takesOverByKeyboardAlone() {
+    ComparingEditor editor;
+    editor.saveAs(editor.other, otherProject());
+    editor.compareWith(editor.other);
+    editor.table()->setFocus();
+    QTest::keyClick(editor.table(), Qt::Key_Down);
+    QTest::keyClick(editor.table(), Qt::Key_Up);
+    QVERIFY(editor.takeTheirs()->isEnabled());
+    QTest::keyClick(editor.table(), Qt::Key_Backtab, Qt::ShiftModifier);
+    QVERIFY(editor.takeTheirs()->hasFocus());
+    QTest::keyClick(editor.takeTheirs(), Qt::Key_Return);
+    QCOMPARE(editor.project.DigitalInput, 150);
+    QCOMPARE(editor.rows(), otherRows.mid(1));
+    // The row that came in its place is selected.
+    QTest::keyClick(editor.takeTheirs(), Qt::Key_Return);
+    QCOMPARE(editor.rows(), otherRows.mid(2));
+}
+
+void ComparisonTest::takesNothingWhereAnEditIsNotApplied() {
+    ComparingEditor editor;
+    editor.saveAs(editor.other, otherProject());
+    editor.showMessage("R3");
+    QTest::keyClicks(editor.find<QPlainTextEdit>("txtMsg"), QStringLiteral("X"));
+    editor.compareWith(editor.other);
+    editor.table()->selectAll();
+    editor.click("btnTakeTheirs");
+    QCOMPARE(editor.project.DigitalInput, 100);
+    QCOMPARE(editor.project.STDMSG[2], std::string("CLEAR"));
+    QCOMPARE(editor.find<QLabel>("lblNotice")->text(),
+             QStringLiteral("Apply or discard the edit of STDMSG3 first"));
+}
+
+void ComparisonTest::followsTheProject() {
+    ComparingEditor editor;
+    editor.saveAs(editor.other, otherProject());
+    editor.compareWith(editor.other);
+    editor.showMessage("R3");
+    editor.find<QPlainTextEdit>("txtMsg")->setPlainText(QStringLiteral("CLEAR\nACT STILL 2000"));
+    QCOMPARE(editor.rows().size(), 4);
+    editor.click("btnMsgApply");
+    QCOMPARE(editor.rows().size(), 3);
+    editor.find<QWidget>("dockPanels")->hide();
+    editor.trigger("miEditUndo");
+    editor.trigger("miViewPanels");
+    QCOMPARE(editor.rows().size(), 4);
+}
+
+void ComparisonTest::anotherProjectHasNothingToBeComparedWith() {
+    ComparingEditor editor;
+    editor.saveAs(editor.other, otherProject());
+    editor.compareWith(editor.other);
+    editor.messages.answers.push_back(Answer::No);
+    editor.newProject("Next");
+    QCOMPARE(editor.rows(), QStringList());
+    QCOMPARE(editor.summary(), QStringLiteral("Nothing is compared: see the menu Tools"));
+}
+
+void ComparisonTest::rowsOfAnItemThatIsNotAppliedSaySo() {
+    ComparingEditor editor;
+    editor.saveAs(editor.other, otherProject());
+    editor.compareWith(editor.other);
+    editor.showMessage("R3");
+    QTest::keyClicks(editor.find<QPlainTextEdit>("txtMsg"), QStringLiteral("X"));
+    QCOMPARE(editor.rows().back(), otherRows.back() + QStringLiteral(" (not applied)"));
+    QCOMPARE(editor.rows().front(), otherRows.front());
+}
+
+void ComparisonTest::comparesWithADisplay() {
+    const FtpTestServer server;
+    ComparingEditor editor;
+    editor.saveAs(editor.other, otherProject());
+    for (const char* const name : {"modbus.adr", "ilmvar.def", "stdmsg.ilm", "altmsg.ilm", "default.pls"})
+        server.put(name, fileBytes(editor.other.file(name)));
+    server.put("only.bmp", "there");
+    const auto mine = filesBelow(editor.projectFolder.path());
+    connectTo(server);
+    editor.trigger("miToolsCompareDisplay");
+    QCOMPARE(editor.rows(), otherRows + QStringList{"only.bmp||not there|5 bytes"});
+    QCOMPARE(editor.summary(),
+             QStringLiteral("5 differences: this project and 127.0.0.1:%1").arg(server.port()));
+    QVERIFY(editor.messages.shown.empty());
+    QCOMPARE(filesBelow(editor.projectFolder.path()), mine);
+}
+
+void ComparisonTest::aCancelledConnectionOpensNothing() {
+    ComparingEditor editor;
+    for (const char* const entry : {"miToolsCompareDisplay", "miToolsVerify"}) {
+        onModal(QStringLiteral("frmConnection"), [](QWidget* dialog) { dialog->close(); });
+        editor.trigger(entry);
+        QVERIFY(!editor.find<QWidget>("dockPanels")->isVisible());
+    }
+    editor.trigger("miToolsCompareProject");
+    QVERIFY(!editor.find<QWidget>("dockPanels")->isVisible());
+    QVERIFY(editor.messages.shown.empty());
+}
+
+void ComparisonTest::aDisplayThatRefusesIsSaidInTheBoxOfDownload() {
+    const FtpTestServer server; // holds no files
+    ComparingEditor editor;
+    connectTo(server);
+    editor.trigger("miToolsCompareDisplay");
+    QCOMPARE(editor.messages.shown.size(), std::size_t{1});
+    QCOMPARE(editor.messages.shown[0].text, std::string("Download Fail!"));
+    QVERIFY(!editor.find<QWidget>("dockPanels")->isVisible());
+}
+
+void ComparisonTest::aProjectThatCannotBeReadIsSaidInTheReadersOwnWords() {
+    ComparingEditor editor;
+    editor.compareWith(editor.other);
+    QCOMPARE(editor.messages.shown.size(), std::size_t{1});
+    QCOMPARE(editor.messages.shown[0].text, "Unable to open " + editor.other.file("Other.orx"));
+    QVERIFY(!editor.find<QWidget>("dockPanels")->isVisible());
+}
+
+void ComparisonTest::verifiesEveryByteThatUploadSends() {
+    const FtpTestServer server;
+    ComparingEditor editor;
+    editor.project.STDMSG[2] = "CLEAR\r\n\r\nSTILL 5";
+    writeBytes(editor.projectFolder.file("a.bmp"), "picture");
+    editor.trigger("miFileSave");
+    // What lies in the folder is what goes, whoever wrote it.
+    writeBytes(editor.projectFolder.file("default.pls"), "DISPMSG STDMSG1\r\n");
+    connectTo(server);
+    editor.trigger("miLinkUpload");
+    editor.messages.shown.clear();
+    server.put("more.bmp", "of another project");
+    const auto mine = filesBelow(editor.projectFolder.path());
+    connectTo(server);
+    editor.trigger("miToolsVerify");
+    QCOMPARE(editor.rows(), QStringList());
+    QCOMPARE(editor.summary(),
+             QStringLiteral("127.0.0.1:%1 holds every byte of the 6 files that an upload sends")
+                 .arg(server.port()));
+    QVERIFY(editor.messages.shown.empty());
+    QCOMPARE(filesBelow(editor.projectFolder.path()), mine);
+}
+
+void ComparisonTest::verifiesWhatASaveWouldWriteWhereTheProjectIsModified() {
+    const FtpTestServer server;
+    ComparingEditor editor;
+    editor.trigger("miFileSave");
+    connectTo(server);
+    editor.trigger("miLinkUpload");
+    editor.showMessage("R3");
+    editor.find<QPlainTextEdit>("txtMsg")->setPlainText(QStringLiteral("CLEAR\nSTILL 5"));
+    editor.click("btnMsgApply");
+    const auto mine = filesBelow(editor.projectFolder.path());
+    const std::string held = server.bytes("stdmsg.ilm");
+    connectTo(server);
+    editor.trigger("miToolsVerify");
+    // In the third block, after "CLEAR": STILL instead of ENDMSG.
+    const std::size_t byte = held.find("DEFMSG STDMSG3\r\nCLEAR\r\n") + 24;
+    QCOMPARE(editor.rows(),
+             QStringList{QStringLiteral("stdmsg.ilm||%1 bytes|%2 bytes, other ones from byte %3 on")
+                             .arg(QLocale().toString(held.size() + 9), QLocale().toString(held.size()),
+                                  QLocale().toString(byte))});
+    QVERIFY(editor.summary().startsWith(QStringLiteral("1 of the 5 files")));
+    QCOMPARE(filesBelow(editor.projectFolder.path()), mine);
+    QVERIFY(editor.project.modified);
+}
+
+void ComparisonTest::verifyNamesEveryFileThatIsOtherwise() {
+    const FtpTestServer server;
+    ComparingEditor editor;
+    writeBytes(editor.projectFolder.file("a.bmp"), "picture");
+    writeBytes(editor.projectFolder.file("b.bmp"), "picture");
+    editor.trigger("miFileSave");
+    connectTo(server);
+    editor.trigger("miLinkUpload");
+    server.put("a.bmp", "picturE");
+    std::filesystem::remove(server.file("b.bmp"));
+    server.put("default.pls", "");
+    connectTo(server);
+    editor.trigger("miToolsVerify");
+    QCOMPARE(editor.rows().size(), 3);
+    QCOMPARE(editor.rows()[0], QStringLiteral("a.bmp||7 bytes|7 bytes, other ones from byte 7 on"));
+    QCOMPARE(editor.rows()[1], QStringLiteral("b.bmp||7 bytes|not there"));
+    QVERIFY(editor.rows()[2].startsWith(QStringLiteral("default.pls||")));
+    editor.table()->selectAll();
+    QVERIFY(!editor.takeTheirs()->isEnabled());
+}
+
+void ComparisonTest::verifyNamesAMissingFile() {
+    const FtpTestServer server;
+    server.putDeviceFiles();
+    ComparingEditor editor;
+    editor.trigger("miFileSave");
+    editor.messages.shown.clear();
+    std::filesystem::remove(systemPath(editor.projectFolder.file("altmsg.ilm")));
+    connectTo(server);
+    editor.trigger("miToolsVerify");
+    QCOMPARE(editor.messages.shown.size(), std::size_t{1});
+    QVERIFY(editor.messages.shown[0].text.find(editor.projectFolder.file("altmsg.ilm")) != std::string::npos);
+}
+
+void ComparisonTest::worksOnAProjectOnly() {
+    EditorFixture editor;
+    editor.start();
+    for (const char* const entry : {"miToolsCompareDisplay", "miToolsCompareProject", "miToolsVerify"})
+        QVERIFY(!editor.enabled(entry));
+    editor.newProject("Plant");
+    for (const char* const entry : {"miToolsCompareDisplay", "miToolsCompareProject", "miToolsVerify"})
+        QVERIFY(editor.enabled(entry));
+    editor.trigger("miToolsCompareDisplay"); // without a transfer there is nothing to ask
+    QVERIFY(!editor.find<QWidget>("dockPanels")->isVisible());
+}
+
+QTEST_MAIN(ComparisonTest)
+#include "ComparisonTest.moc"
