@@ -45,6 +45,7 @@ public:
     void followStates();
 
     Navigator& navigator() { return *navigator_; }
+    PanelDock& dock() { return *dock_; }
 
     /// The project in memory is another, or may be.
     void projectChanged();

@@ -3,6 +3,7 @@
 #include "dialogs/frmLic.h"
 #include "link/TransferCommands.h"
 #include "mainwindow/Commands.h"
+#include "mainwindow/FileTools.h"
 #include "mainwindow/Guard.h"
 #include "mainwindow/HelpOpener.h"
 #include "mainwindow/ItemTree.h"
@@ -187,6 +188,7 @@ void frmMain::buildCommands() {
     changes_ = new ProjectChanges(project_, lifecycle_, {messagePage_, variablePage_, modbusPage_}, this);
     tools_ = new ProjectTools(project_, *changes_, *commands_, {*messagePage_, *variablePage_, *modbusPage_},
                               {lifecycle_, seams_.chooser, [this] { return transfer_; }}, *this);
+    files_ = new FileTools(lifecycle_, tools_->dock(), *this);
     buildRecovery();
     commands_->addMenus(*menuBar(), menuRows());
     tools_->followStates();
@@ -271,6 +273,8 @@ bool frmMain::event(QEvent* event) {
     // While the dialog is open nothing is written, and nothing changes.
     if (event->type() == QEvent::WindowBlocked)
         recovery_->keeper().keepNow();
+    if (event->type() == QEvent::WindowActivate)
+        files_->windowActivated();
     return QMainWindow::event(event);
 }
 
@@ -293,6 +297,7 @@ void frmMain::follow(ProjectTransition transition) {
     if (transition == ProjectTransition::Reset)
         changes_->forget();
     recovery_->keeper().follow(transition);
+    files_->follow(transition);
     messagePage_->followProject();
     tools_->projectChanged();
 }

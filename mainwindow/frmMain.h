@@ -18,6 +18,7 @@ namespace orvista {
 
 class Commands;
 struct CommandRow;
+class FileTools;
 class HelpOpener;
 class ItemTree;
 struct MenuRow;
@@ -118,6 +119,7 @@ private:
     ToolBar* toolbar_ = nullptr;
     ProjectChanges* changes_ = nullptr;
     ProjectTools* tools_ = nullptr;
+    FileTools* files_ = nullptr;
     Recovery* recovery_ = nullptr;
     ItemTree* trvSystem;
     QTabWidget* tabDetails;

@@ -4,12 +4,6 @@
 
 namespace orvista::DocMgrModule {
 
-namespace {
-
-constexpr const char* openQuestion = "Do you want to save current project before open new one?";
-
-} // namespace
-
 ProjectLifecycle::ProjectLifecycle(Project& project, ConfigModule::History& history,
                                    const ProgramEnvironment& environment, Messages& messages,
                                    ProjectChooser& chooser, ProjectWindow& window)
@@ -58,10 +52,20 @@ void ProjectLifecycle::NewProjectCommand() {
 }
 
 void ProjectLifecycle::OpenProjectCommand() {
-    if (!saveModifiedProject(openQuestion))
-        return;
+    if (leaveProjectToOpen())
+        openChosenProject();
+}
+
+void ProjectLifecycle::openGivenProject(const std::string& path) {
+    if (leaveProjectToOpen())
+        openProjectFile(path);
+}
+
+bool ProjectLifecycle::leaveProjectToOpen() {
+    if (!saveModifiedProject("Do you want to save current project before open new one?"))
+        return false;
     InitProject();
-    openChosenProject();
+    return true;
 }
 
 SaveOutcome ProjectLifecycle::SaveCommand() {
@@ -119,9 +123,8 @@ void ProjectLifecycle::openProject(const std::string& path, const ChosenProject&
 }
 
 bool ProjectLifecycle::openUnsavedWork(const Project& work) {
-    if (!saveModifiedProject(openQuestion))
+    if (!leaveProjectToOpen())
         return false;
-    InitProject();
     project_ = work;
     adoptUnsaved({work.ProjPath, work.ProjName});
     window_.follow(ProjectTransition::Opened);

@@ -29,6 +29,9 @@ public:
 
     void NewProjectCommand();
     void OpenProjectCommand();
+    /// Open with this path (absolute, UTF-8) in place of the dialog: the question, the reset, the file. Where
+    /// the file cannot be read, there is no project afterwards, as after a failed Open.
+    void openGivenProject(const std::string& path);
     /// Saves under the current folder and name, without a dialog.
     SaveOutcome SaveCommand();
     void SaveAsCommand();
@@ -55,6 +58,8 @@ public:
     const Project& project() const { return project_; }
 
 private:
+    /// False when the project could not be saved and stays.
+    bool leaveProjectToOpen();
     void setIdentity(const ChosenProject& chosen);
     /// The project in memory gets its identity and is modified: it has no file yet.
     void adoptUnsaved(const ChosenProject& chosen);

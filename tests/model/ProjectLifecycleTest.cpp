@@ -254,6 +254,40 @@ TEST_F(Lifecycle, TheUnnamedHistoryRowFailsToOpen) {
               "Unable to open " + environment.programFolder + environment.paths.separator + ".orx");
 }
 
+TEST_F(Lifecycle, AGivenFileIsOpenedAsByOpenWithoutItsDialog) {
+    storeProject("Line3");
+    create("Plant");
+    messages.answers = {Answer::No};
+    lifecycle.openGivenProject(plant("Line3.orx"));
+    EXPECT_THAT(messages.asked, ElementsAre("Do you want to save current project before open new one?"));
+    EXPECT_EQ(chooser.existingAsked, 0);
+    EXPECT_EQ(window.caption, "Orvista Message Editor - [Line3]");
+    EXPECT_EQ(project.IP, "127.0.0.1");
+    EXPECT_EQ(history.rows()[0], plant("Line3"));
+    EXPECT_TRUE(window.transitions.enabled(EnablingRules::projectWork));
+    EXPECT_TRUE(window.transitions.enabled(EnablingRules::uploadButton));
+    EXPECT_FALSE(exists(plant("Plant.orx")));
+}
+
+TEST_F(Lifecycle, ASaveThatFailsStopsTheOpeningOfAGivenFile) {
+    storeProject("Line3");
+    create("Plant");
+    fs::create_directory(systemPath(plant("Plant.orx")));
+    messages.answers = {Answer::Yes};
+    lifecycle.openGivenProject(plant("Line3.orx"));
+    EXPECT_EQ(window.caption, "Orvista Message Editor - [Plant*]");
+    EXPECT_TRUE(window.transitions.enabled(EnablingRules::projectWork));
+}
+
+TEST_F(Lifecycle, AGivenFileThatCannotBeReadLeavesTheResetState) {
+    create("Plant");
+    lifecycle.SaveCommand();
+    lifecycle.openGivenProject(plant("Gone.orx"));
+    ASSERT_EQ(messages.shown.size(), 1U);
+    EXPECT_EQ(messages.shown[0], (Shown{MessageIcon::None, "Unable to open " + plant("Gone.orx")}));
+    expectReset();
+}
+
 TEST_F(Lifecycle, SaveAsTakesFolderAndNameFromThePath) {
     create("Plant");
     chooser.saveAsPaths.push_back(plant("Line3.orx"));

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <string>
+
+namespace orvista {
+
+/// What tells a file that was written anew from the one that was there.
+struct FileStamp {
+    std::uintmax_t size = 0;
+    std::filesystem::file_time_type changed;
+    bool operator==(const FileStamp&) const = default;
+};
+
+/// Nothing when there is no file, or it cannot be asked.
+/// \param path UTF-8
+std::optional<FileStamp> fileStamp(const std::string& path);
+
+} // namespace orvista
