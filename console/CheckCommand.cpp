@@ -1,6 +1,7 @@
 #include "console/Commands.h"
 
 #include "check/ProjectCheck.h"
+#include "console/FindingText.h"
 #include "console/Output.h"
 #include "console/Projects.h"
 #include "display/FolderBitmaps.h"
@@ -17,7 +18,7 @@ namespace {
 
 struct Options {
     std::vector<std::string> projects;
-    int columns = 128;
+    int columns = PanelSize::usualColumns;
     bool strict = false;
     bool notes = false;
     bool json = false;
@@ -31,20 +32,6 @@ struct Report {
     std::size_t warnings = 0;
     bool isComplete = true;
 };
-
-std::string findingText(const std::string& project, const Finding& finding) {
-    std::string text = project + ":" + finding.item;
-    if (finding.line > 0)
-        text += ":" + decimalText(static_cast<std::int64_t>(finding.line)) + ":" +
-                decimalText(static_cast<std::int64_t>(finding.column));
-    return text.append(": ")
-        .append(severityName(finding.severity))
-        .append(": ")
-        .append(finding.text)
-        .append(" [")
-        .append(finding.code)
-        .append("]\n");
-}
 
 nlohmann::ordered_json findingObject(const std::string& project, const Finding& finding) {
     return {{"project", project},
@@ -65,7 +52,7 @@ void checkOne(const std::string& path, const Options& options, Report& report) {
         if (options.json)
             report.list.push_back(findingObject(path, finding));
         else
-            report.text += findingText(path, finding);
+            report.text += findingText(path, finding) + "\n";
     }
     if (findings.notListed() > 0)
         complain(path + ": and " + decimalText(static_cast<std::int64_t>(findings.notListed())) + " more");

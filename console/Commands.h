@@ -19,5 +19,7 @@ void addMessages(CLI::App& program, Run& run);
 void addVariables(CLI::App& program, Run& run);
 void addCompare(CLI::App& program, Run& run);
 void addNew(CLI::App& program, Run& run);
+void addUpload(CLI::App& program, Run& run);
+void addDownload(CLI::App& program, Run& run);
 
 } // namespace orvista::console

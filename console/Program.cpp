@@ -65,6 +65,8 @@ ExitStatus runCommand(std::vector<std::string> arguments) {
     addVariables(program, run);
     addCompare(program, run);
     addNew(program, run);
+    addUpload(program, run);
+    addDownload(program, run);
     try {
         std::ranges::reverse(arguments); // as the parser takes them
         program.parse(std::move(arguments));

@@ -2,6 +2,7 @@
 
 #include "console/Output.h"
 #include "console/Projects.h"
+#include "console/Sheets.h"
 #include "exchange/MessageSheet.h"
 #include "exchange/VariableSheet.h"
 #include "model/Files.h"
@@ -60,28 +61,6 @@ ExitStatus exportMessages(const ExportOptions& options) {
 ExitStatus exportVariables(const ExportOptions& options) {
     deliver(options.output, variableSheet(readProject(options.project)));
     return ExitStatus::Well;
-}
-
-/// Up to one byte more than a sheet may have: the core tells of longer ones.
-std::string sheetBytes(const std::string& path) {
-    try {
-        FileSource source(path);
-        std::string bytes(maximumSheetBytes + 1, '\0');
-        std::size_t size = 0;
-        while (const std::size_t count = source.read(bytes.data() + size, bytes.size() - size))
-            size += count;
-        bytes.resize(size);
-        return bytes;
-    } catch (const std::system_error& failure) {
-        throw CommandFailure(ExitStatus::Unusable, path + ": " + failure.code().message());
-    }
-}
-
-void reportErrors(const std::string& path, const SheetErrors& errors) {
-    for (const SheetError& error : errors.sorted())
-        complain(path + (error.row > 0 ? ": " : " ") + errorText(error));
-    if (errors.notListed() > 0)
-        complain(path + ": and " + decimalText(static_cast<std::int64_t>(errors.notListed())) + " more");
 }
 
 /// Each line of the text with a mark in front.

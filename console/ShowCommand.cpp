@@ -27,7 +27,7 @@ struct Options {
     std::vector<std::string> items;
     std::string output;
     std::optional<std::int64_t> moment;
-    int columns = 128;
+    int columns = PanelSize::usualColumns;
     int scale = 8;
 };
 

@@ -14,6 +14,7 @@ enum class Led : std::uint8_t { Off = 0, Red = 1, Green = 2, Orange = 3 };
 /// Size of a panel in dots.
 struct PanelSize {
     static constexpr int panelRows = 16;
+    static constexpr int usualColumns = 128;
     static constexpr int maximumColumns = 4096;
 
     int columns;

@@ -14,7 +14,7 @@ void fetchDisplayFiles(const DisplayAddress& display, const std::string& folder,
     progress.showActivity("Connecting to " + display.host);
     const auto control = makeControl(progress);
     if (!control || !DocTsfModule::connect(*control, connectionOf(display)))
-        throw FetchFailure(false, "cannot be connected to");
+        throw FetchFailure(false, connectFault);
     progress.showActivity("Downloading files");
     const bool fetched = transferSucceeded(control->DownloadFiles({}, folder));
     control->CloseLink();

@@ -20,6 +20,8 @@ private:
     bool connected_;
 };
 
+inline constexpr const char* connectFault = "cannot be connected to";
+
 /// The texts that a transfer's steps take.
 DocTsfModule::DeviceConnection connectionOf(const DisplayAddress& display);
 

@@ -17,14 +17,14 @@ set(table
   "link/ftp: model link"
   "link/dispatch: model link"
   "check: model script display"
-  "exchange: model script display check"
+  "exchange: model script display link check"
 
   "widgets: model display"
   "display/forms: model script display check widgets"
   "check/forms: model script display check widgets display/forms"
   "script/forms: model script display check widgets display/forms"
   "link/forms: model script display link check widgets display/forms"
-  "exchange/forms: model script display check exchange widgets"
+  "exchange/forms: model script display link check exchange widgets"
   "dialogs: model script display check exchange widgets"
   "mainwindow: ${core} ${windows}"
 

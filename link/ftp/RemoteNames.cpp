@@ -1,10 +1,10 @@
 #include "link/ftp/RemoteNames.h"
 
+#include "model/FileNames.h"
 #include "model/Text.h"
 #include "model/Windows1252.h"
 
 #include <algorithm>
-#include <array>
 
 namespace orvista {
 
@@ -20,19 +20,6 @@ bool holdsControl(std::string_view bytes) {
     return std::ranges::any_of(bytes, isControl);
 }
 
-/// Names under which Windows knows devices, with any extension; the serial and printer ports count up to 9,
-/// also in superscript digits.
-bool isReservedOnWindows(std::string_view name) {
-    const std::string stem = upperAscii(trimBlanks(name.substr(0, name.find('.'))));
-    static constexpr std::array<std::string_view, 6> devices = {"CON", "PRN",    "AUX",
-                                                                "NUL", "CONIN$", "CONOUT$"};
-    if (std::ranges::find(devices, stem) != devices.end())
-        return true;
-    static constexpr std::string_view portDigits = "123456789\xB9\xB2\xB3";
-    return stem.size() == 4 && (stem.starts_with("COM") || stem.starts_with("LPT")) &&
-           portDigits.find(stem.back()) != std::string_view::npos;
-}
-
 } // namespace
 
 std::optional<std::string> remoteFileName(std::string_view localName) {
@@ -43,17 +30,14 @@ std::optional<std::string> remoteFileName(std::string_view localName) {
 }
 
 std::optional<std::string> localFileName(std::string_view remoteName, const PathRules& paths) {
-    // Both separators, whatever the platform: the folder may be copied to the other one. A colon names a
-    // drive or a hidden stream.
-    constexpr std::string_view refusedEverywhere = "/\\:";
-    constexpr std::string_view refusedOnWindows = "*?\"<>|";
+    // Whatever the platform: the folder may be copied to the other one.
     const bool onWindows = paths.separator == '\\';
     const bool refused =
         remoteName.empty() || remoteName == "." || holdsControl(remoteName) ||
         remoteName.find("..") != std::string_view::npos ||
-        remoteName.find_first_of(refusedEverywhere) != std::string_view::npos ||
+        remoteName.find_first_of(refusedInNames) != std::string_view::npos ||
         (onWindows && remoteName.find_first_of(refusedOnWindows) != std::string_view::npos) ||
-        isReservedOnWindows(remoteName);
+        isReservedOnWindows(utf8FromWindows1252(remoteName));
     if (refused)
         return std::nullopt;
     return utf8FromWindows1252(remoteName);

@@ -13,7 +13,7 @@ from program import EXAMPLE, PROGRAM, PROJECT, SOURCE, ProgramTest, main
 PAGE = (SOURCE / "packaging" / "linux" / "man" / "orvista.1").read_text("ascii")
 COMPLETION = SOURCE / "packaging" / "linux" / "completion" / "orvista"
 COMMANDS = (["check"], ["compare"], ["show"], ["addresses"], ["messages", "export"], ["messages", "import"], ["variables", "export"],
-            ["variables", "import"], ["new"])
+            ["variables", "import"], ["new"], ["upload"], ["download"])
 
 
 def manual_fields(command):
@@ -51,6 +51,14 @@ class Manual(ProgramTest):
         compared = json.loads(self.run_program("compare", PROJECT, "empty/EMPTY.orx", "--json").stdout)
         self.assertEqual((list(compared), list(compared["differences"][0]), list(compared["bitmaps"][0])),
                          manual_fields("compare"))
+
+    def test_states_and_results_of_transfers_are_those_of_the_manual(self):
+        nobody = "127.0.0.1:1"
+        section = re.split(r"\n\.S[SH] ", PAGE.split(".SS Lines before the results\n")[1])[0]
+        for command in (["upload", PROJECT, "--to", nobody], ["download", "--from", nobody, "-o", "a.orx"]):
+            lines = [json.loads(line) for line in self.run_program(*command, "--json").stdout.splitlines()]
+            self.assertEqual(list(lines[0]), re.findall(r"^\.B (\w+)$", section, re.M))
+            self.assertEqual((list(lines[-1]), list(lines[-1]["results"][0])), manual_fields("upload"))
 
     def test_manual_has_every_option_and_command(self):
         told = {"--help", "--version"}.union(*(self.options(*command) for command in COMMANDS))

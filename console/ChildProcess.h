@@ -1,0 +1,42 @@
+#pragma once
+
+#include "console/Interruption.h"
+
+#include <memory>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace orvista::console {
+
+/// This very program, started once more with other arguments. What it writes to standard output is read here,
+/// its standard input is empty, its standard error is this program's. It ends with this program, however that
+/// ends, and with the object; Ctrl+C does not reach it.
+class ChildProcess {
+public:
+    struct Setting {
+        std::string name;
+        std::string value; ///< UTF-8
+    };
+
+    /// \param environment added to this program's own
+    /// \throws std::system_error
+    ChildProcess(const std::vector<std::string>& arguments, std::span<const Setting> environment);
+    ~ChildProcess();
+    ChildProcess(const ChildProcess&) = delete;
+    ChildProcess& operator=(const ChildProcess&) = delete;
+
+    /// Appends what the child has written by now, without waiting. False when nothing more will come.
+    bool read(std::string& bytes);
+
+    /// Returns when one of the children has written or ended, or an interruption came; at the latest after a
+    /// short while.
+    static void waitForAny(std::span<const std::unique_ptr<ChildProcess>> children,
+                           Interruption& interruption);
+
+private:
+    struct System;
+    std::unique_ptr<System> system_;
+};
+
+} // namespace orvista::console

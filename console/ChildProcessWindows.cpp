@@ -1,0 +1,138 @@
+#include "console/ChildProcess.h"
+
+#include "model/Files.h"
+
+#include <array>
+#include <system_error>
+#include <windows.h>
+
+namespace orvista::console {
+
+namespace {
+
+[[noreturn]] void fail(const char* what) {
+    throw std::system_error(static_cast<int>(GetLastError()), std::system_category(), what);
+}
+
+struct CloseSystemHandle {
+    using pointer = HANDLE;
+    void operator()(HANDLE handle) const { CloseHandle(handle); }
+};
+using Handle = std::unique_ptr<HANDLE, CloseSystemHandle>;
+
+/// What is in it ends with the last handle of it, which this program holds: however it ends.
+HANDLE jobOfChildren() {
+    static const Handle job = [] {
+        Handle made(CreateJobObjectW(nullptr, nullptr));
+        JOBOBJECT_EXTENDED_LIMIT_INFORMATION limits{};
+        limits.BasicLimitInformation.LimitFlags = JOB_OBJECT_LIMIT_KILL_ON_JOB_CLOSE;
+        if (!made || SetInformationJobObject(made.get(), JobObjectExtendedLimitInformation, &limits,
+                                             sizeof limits) == 0)
+            fail("job");
+        return made;
+    }();
+    return job.get();
+}
+
+std::wstring ownPath() {
+    constexpr DWORD longestPath = 32767;
+    std::wstring path(longestPath, L'\0');
+    const DWORD size = GetModuleFileNameW(nullptr, path.data(), longestPath);
+    if (size == 0)
+        fail("own path");
+    path.resize(size);
+    return path;
+}
+
+/// As programs take their command line apart: backslashes count only in front of a quote.
+std::wstring quoted(const std::wstring& word) {
+    std::wstring text = L"\"";
+    std::size_t backslashes = 0;
+    for (const wchar_t c : word) {
+        if (c == L'"')
+            text.append(backslashes + 1, L'\\');
+        backslashes = c == L'\\' ? backslashes + 1 : 0;
+        text += c;
+    }
+    return text.append(backslashes, L'\\') + L'"';
+}
+
+std::wstring wide(const std::string& utf8) {
+    return systemPath(utf8).wstring();
+}
+
+} // namespace
+
+struct ChildProcess::System {
+    Handle process;
+    Handle output;
+};
+
+ChildProcess::ChildProcess(const std::vector<std::string>& arguments, std::span<const Setting> environment)
+    : system_(std::make_unique<System>()) {
+    const std::wstring program = ownPath();
+    std::wstring line = L"orvista";
+    for (const std::string& argument : arguments)
+        line += L" " + quoted(wide(argument));
+    for (const auto& [name, value] : environment)
+        SetEnvironmentVariableW(wide(name).c_str(), wide(value).c_str());
+
+    SECURITY_ATTRIBUTES inherited{sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
+    HANDLE readEnd = nullptr;
+    HANDLE writeEnd = nullptr;
+    if (CreatePipe(&readEnd, &writeEnd, &inherited, 0) == 0)
+        fail("pipe");
+    system_->output.reset(readEnd);
+    const Handle given(writeEnd);
+    SetHandleInformation(readEnd, HANDLE_FLAG_INHERIT, 0);
+    const Handle nothing(CreateFileW(L"NUL", GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, &inherited,
+                                     OPEN_EXISTING, 0, nullptr));
+
+    STARTUPINFOW start{};
+    start.cb = sizeof start;
+    start.dwFlags = STARTF_USESTDHANDLES;
+    start.hStdInput = nothing.get();
+    start.hStdOutput = writeEnd;
+    start.hStdError = GetStdHandle(STD_ERROR_HANDLE);
+    PROCESS_INFORMATION made{};
+    // Stopped until it is in the job; in a group of its own, which Ctrl+C does not reach.
+    if (CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, TRUE,
+                       CREATE_SUSPENDED | CREATE_NEW_PROCESS_GROUP, nullptr, nullptr, &start, &made) == 0)
+        fail("process");
+    system_->process.reset(made.hProcess);
+    const Handle thread(made.hThread);
+    if (AssignProcessToJobObject(jobOfChildren(), made.hProcess) == 0) {
+        TerminateProcess(made.hProcess, EXIT_FAILURE);
+        fail("job");
+    }
+    ResumeThread(made.hThread);
+}
+
+ChildProcess::~ChildProcess() {
+    TerminateProcess(system_->process.get(), EXIT_FAILURE);
+    WaitForSingleObject(system_->process.get(), INFINITE);
+}
+
+bool ChildProcess::read(std::string& bytes) {
+    HANDLE output = system_->output.get();
+    std::array<char, 4096> piece{};
+    for (;;) {
+        DWORD size = 0;
+        if (PeekNamedPipe(output, nullptr, 0, nullptr, &size, nullptr) == 0)
+            return false;
+        if (size == 0)
+            return true;
+        if (ReadFile(output, piece.data(), piece.size(), &size, nullptr) == 0)
+            return false;
+        bytes.append(piece.data(), size);
+    }
+}
+
+/// A pipe cannot be waited for here, so that the children are looked at now and then.
+void ChildProcess::waitForAny(std::span<const std::unique_ptr<ChildProcess>>, Interruption& interruption) {
+    constexpr DWORD shortWhile = 10;
+    WaitForSingleObject(interruption.event(), shortWhile);
+    interruption.takeInput();
+}
+
+} // namespace orvista::console

@@ -1,0 +1,175 @@
+#include "console/Commands.h"
+
+#include "console/Displays.h"
+#include "console/FleetOptions.h"
+#include "console/FleetRun.h"
+#include "console/Output.h"
+#include "console/Projects.h"
+#include "console/Worker.h"
+#include "link/DisplayFiles.h"
+#include "link/TransferControls.h"
+#include "link/TransferredFiles.h"
+#include "link/ftp/DownloadStaging.h"
+#include "model/Files.h"
+#include "model/FolderLookup.h"
+#include "model/ProjectFile.h"
+#include "model/ScratchFolder.h"
+#include "model/Windows1252.h"
+
+#include <filesystem>
+#include <memory>
+
+namespace orvista::console {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+struct Options {
+    FleetOptions fleet;
+    std::string output;
+};
+
+/// Fetches into the folder of `path`, there already, and saves the project there.
+std::size_t fetchProject(const DisplayAddress& display, const std::string& path, StatePrinter& states) {
+    const std::string folder = PathRules::native().split(path).value().folder;
+    states.enter(UploadStage::Connecting);
+    fetchDisplayFiles(display, folder, states, makeTransferControl);
+    Project project = readFetchedProject(folder, display.host);
+    project.IP = windows1252FromUtf8(display.host).value_or(std::string());
+    saveProject(path, project);
+    return transferredDeviceFiles.size() + bitmapsOfFolder(folder).size();
+}
+
+ExitStatus downloadAsWorker(const Options& options) {
+    const std::string& text = options.fleet.displays.front();
+    StatePrinter states(text);
+    TransferEnd end;
+    try {
+        end.files = fetchProject(transferAddress(text), options.output, states);
+        end.outcome = FleetOutcome::Done;
+    } catch (const FetchFailure& failure) {
+        end = failedTransfer(failure.what());
+    } catch (const CommandFailure& failure) {
+        end = failedTransfer(failure.what());
+    }
+    return states.finish(end);
+}
+
+/// A folder that is made where it is missing, and goes again unless it is kept.
+class TargetFolder {
+public:
+    /// \throws std::system_error
+    explicit TargetFolder(const std::string& path) {
+        for (fs::path folder = systemPath(path); !folder.empty() && !fs::exists(folder);
+             folder = folder.parent_path())
+            made_.push_back(folder);
+        fs::create_directories(systemPath(path));
+    }
+    ~TargetFolder() {
+        std::error_code notEmpty;
+        for (const fs::path& folder : made_)
+            fs::remove(folder, notEmpty);
+    }
+    TargetFolder(const TargetFolder&) = delete;
+    TargetFolder& operator=(const TargetFolder&) = delete;
+
+private:
+    std::vector<fs::path> made_; ///< innermost first
+};
+
+/// Brings a project that was saved beside the bitmaps it came with into its folder: all files or none.
+/// \throws std::system_error
+void bringOver(const std::string& from, const std::string& to) {
+    const PathRules paths = PathRules::native();
+    const SplitPath source = paths.split(from).value();
+    const SplitPath target = paths.split(to).value_or(SplitPath{".", to});
+    const TargetFolder folder(target.folder);
+    DownloadStaging staging(target.folder, paths);
+    const auto bring = [&](const std::string& name, const std::string& finalPath) {
+        fs::copy_file(systemPath(paths.join(source.folder, name)), systemPath(staging.pathFor(finalPath)));
+    };
+    bring(source.name, projectFileOnDisk(paths, paths.join(target.folder, target.name)));
+    for (const std::string_view name : transferredDeviceFiles)
+        bring(std::string(name), deviceFileOnDisk(paths, paths.join(target.folder, name)));
+    for (const std::string& name : bitmapsOfFolder(source.folder))
+        bring(name, paths.join(target.folder, name));
+    staging.complete();
+}
+
+/// The command as a user would give it for this display alone, but into a folder under `scratch`.
+FleetTask taskOf(const FleetDisplay& display, const std::string& target, const std::string& scratch) {
+    const PathRules paths = PathRules::native();
+    const std::string fetched =
+        paths.join(scratch, paths.split(target).value_or(SplitPath{".", target}).name);
+    return {display.name,
+            displayArgument(display.address),
+            {"download", "--from", displayArgument(display.address), "-o", fetched, "--json"},
+            [fetched, target](TransferEnd end) {
+                try {
+                    bringOver(fetched, target);
+                } catch (const std::system_error& failure) {
+                    return failedTransfer(target + ": " + failure.code().message());
+                }
+                return end;
+            }};
+}
+
+/// FOLDER/NAME/NAME.orx for the displays of a list, else the path that was given.
+std::string targetOf(const FleetDisplay& display, const Options& options) {
+    if (options.fleet.list.empty())
+        return options.output;
+    const PathRules paths = PathRules::native();
+    return DocMgrModule::projectFilePath(paths, paths.join(options.output, display.name), display.name);
+}
+
+ExitStatus downloadFromMany(const Options& options) {
+    const auto displays = chosenDisplays(options.fleet, {{}, {}, false});
+    if (options.fleet.list.empty())
+        expectProjectName(options.output);
+    const ScratchFolder scratch;
+    std::vector<FleetTask> tasks;
+    tasks.reserve(displays.size());
+    for (const FleetDisplay& display : displays) {
+        const std::string folder = PathRules::native().join(scratch.path(), std::to_string(tasks.size()));
+        fs::create_directory(systemPath(folder));
+        tasks.push_back(taskOf(display, targetOf(display, options), folder));
+    }
+    FleetOutput output(tasks.size(), options.fleet.json);
+    FleetRun fleet(std::move(tasks), options.fleet.jobs, scratch.path(), output);
+    return output.finish(fleet.run(watchInput(options.fleet)));
+}
+
+ExitStatus download(const Options& options) {
+    if (options.fleet.displays.empty() == options.fleet.list.empty())
+        throw CommandFailure(ExitStatus::Unusable, "download takes either --from or --list");
+    return isWorker() ? downloadAsWorker(options) : downloadFromMany(options);
+}
+
+} // namespace
+
+void addDownload(CLI::App& program, Run& run) {
+    const auto options = std::make_shared<Options>();
+    CLI::App* command = program.add_subcommand("download", "Fetch projects from displays, many at once");
+    command->add_option("--from", options->fleet.displays, "A display: NAME, NAME:PORT or [IPv6]:PORT")
+        ->type_name("DISPLAY")
+        ->expected(1);
+    addFleetOptions(*command, options->fleet);
+    command
+        ->add_option(
+            "-o,--output", options->output,
+            "The project file to write, .orx; with --list, the folder for one folder of each display")
+        ->type_name("PATH")
+        ->required();
+    command->footer(
+        "Examples:\n"
+        "  orvista download --from 192.168.1.103 -o fetched/PUMPSTATION.orx\n"
+        "  orvista download --list displays.csv -o backup\n\n"
+        "Fetches all files of a display or none and saves the project as the editor does, with the "
+        "display's\n"
+        "address. A list of displays has the columns name, address, port; NAME is saved as NAME/NAME.orx.\n"
+        "Ends with status 1 when a display failed, 2 when nothing was begun.");
+    command->callback([options, &run] { run = [options] { return download(*options); }; });
+}
+
+} // namespace orvista::console

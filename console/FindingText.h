@@ -1,0 +1,12 @@
+#pragma once
+
+#include "check/Finding.h"
+
+#include <string>
+
+namespace orvista::console {
+
+/// A finding on one line, as compilers write theirs: "PROJECT:STDMSG12:3:8: warning: ... [text-cut]".
+std::string findingText(const std::string& project, const Finding& finding);
+
+} // namespace orvista::console

@@ -1,0 +1,68 @@
+#include "console/FleetOptions.h"
+
+#include "console/CommandFailure.h"
+#include "console/Displays.h"
+#include "console/Output.h"
+#include "console/Sheets.h"
+#include "exchange/FleetSheet.h"
+#include "model/PathRules.h"
+#include "model/Text.h"
+
+#include <map>
+
+namespace orvista::console {
+
+namespace {
+
+constexpr std::size_t mostJobs = 60;
+
+std::vector<FleetDisplay> listedDisplays(const FleetOptions& options, FleetDefaults defaults) {
+    const auto path = PathRules::native().split(options.list);
+    defaults.folder = path ? path->folder + PathRules::native().separator : "";
+    SheetErrors errors;
+    auto displays = readFleetSheet(sheetBytes(options.list), defaults, errors);
+    if (!errors.none()) {
+        reportErrors(options.list, errors);
+        throw CommandFailure(ExitStatus::Unusable, options.list + ": nothing was begun");
+    }
+    return displays;
+}
+
+std::vector<FleetDisplay> namedDisplays(const FleetOptions& options, const FleetDefaults& defaults) {
+    std::vector<FleetDisplay> displays;
+    std::map<std::string, std::string> texts;
+    for (const std::string& text : options.displays) {
+        displays.push_back({text, transferAddress(text), defaults.project});
+        const auto [there, isNew] = texts.emplace(lowerAscii(displays.back().address.text()), text);
+        if (!isNew)
+            throw CommandFailure(ExitStatus::Unusable, there->second + " and " + text + " are one display");
+    }
+    return displays;
+}
+
+} // namespace
+
+void addFleetOptions(CLI::App& command, FleetOptions& options) {
+    command
+        .add_option("--list", options.list,
+                    "A table of displays with the columns name, address, port, project")
+        ->type_name("FILE.csv");
+    command.add_option("--jobs", options.jobs, "So many displays at once")
+        ->type_name("N")
+        ->check(CLI::Range(std::size_t{1}, mostJobs))
+        ->capture_default_str();
+    command.add_flag("--json", options.json,
+                     "JSON instead of text: a line for each change, the results last");
+    command.add_flag("--until-input-ends", options.untilInputEnds,
+                     "Ends as with Ctrl+C when standard input ends");
+}
+
+WatchInput watchInput(const FleetOptions& options) {
+    return options.untilInputEnds ? WatchInput::Yes : WatchInput::No;
+}
+
+std::vector<FleetDisplay> chosenDisplays(const FleetOptions& options, const FleetDefaults& defaults) {
+    return options.list.empty() ? namedDisplays(options, defaults) : listedDisplays(options, defaults);
+}
+
+} // namespace orvista::console

@@ -1,0 +1,31 @@
+#include "console/Sheets.h"
+
+#include "console/CommandFailure.h"
+#include "console/Output.h"
+#include "model/Files.h"
+#include "model/Numbers.h"
+
+namespace orvista::console {
+
+std::string sheetBytes(const std::string& path) {
+    try {
+        FileSource source(path);
+        std::string bytes(maximumSheetBytes + 1, '\0');
+        std::size_t size = 0;
+        while (const std::size_t count = source.read(bytes.data() + size, bytes.size() - size))
+            size += count;
+        bytes.resize(size);
+        return bytes;
+    } catch (const std::system_error& failure) {
+        throw CommandFailure(ExitStatus::Unusable, path + ": " + failure.code().message());
+    }
+}
+
+void reportErrors(const std::string& path, const SheetErrors& errors) {
+    for (const SheetError& error : errors.sorted())
+        complain(path + (error.row > 0 ? ": " : " ") + errorText(error));
+    if (errors.notListed() > 0)
+        complain(path + ": and " + decimalText(static_cast<std::int64_t>(errors.notListed())) + " more");
+}
+
+} // namespace orvista::console

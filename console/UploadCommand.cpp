@@ -1,0 +1,189 @@
+#include "console/Commands.h"
+
+#include "check/ProjectCheck.h"
+#include "console/Displays.h"
+#include "console/FindingText.h"
+#include "console/FleetOptions.h"
+#include "console/FleetRun.h"
+#include "console/Output.h"
+#include "console/Projects.h"
+#include "console/Worker.h"
+#include "display/FolderBitmaps.h"
+#include "exchange/FleetSheet.h"
+#include "exchange/ProjectComparison.h"
+#include "link/ProjectSnapshot.h"
+#include "link/TransferControls.h"
+#include "link/TransferredFiles.h"
+#include "model/Files.h"
+#include "model/Numbers.h"
+#include "model/ProjectFile.h"
+#include "model/ScratchFolder.h"
+#include "model/Text.h"
+
+#include <filesystem>
+#include <map>
+#include <memory>
+
+namespace orvista::console {
+
+namespace {
+
+struct Options {
+    FleetOptions fleet;
+    std::string project;
+    std::string report;
+    bool check = false;
+    bool skipEqual = false;
+    bool verify = false;
+};
+
+/// Tells of every error. \returns whether there is one
+bool hasErrors(const std::string& path, const Project& project) {
+    const Findings findings = checkProject(project, FolderBitmaps(project.ProjPath), PanelSize::usualColumns);
+    for (const Finding& finding : findings.list) {
+        if (finding.severity == Severity::Error)
+            complain(findingText(path, finding));
+    }
+    return findings.errors > 0;
+}
+
+/// The projects that are sent, each as it was when the command began. \see writeSnapshot
+class Snapshots {
+public:
+    /// \throws CommandFailure, after every project that cannot be sent was told of
+    Snapshots(const std::vector<FleetDisplay>& displays, const std::string& scratch, bool check) {
+        for (const FleetDisplay& display : displays) {
+            if (paths_.emplace(display.project, std::string()).second)
+                take(display.project, scratch, check);
+        }
+        if (status_ != ExitStatus::Well)
+            throw CommandFailure(status_, "nothing was sent");
+    }
+
+    const std::string& of(const FleetDisplay& display) const { return paths_.at(display.project); }
+
+private:
+    void take(const std::string& path, const std::string& scratch, bool check) {
+        try {
+            const Project project = readProject(path);
+            if (check && hasErrors(path, project))
+                status_ = std::max(status_, ExitStatus::Found);
+            const std::string folder =
+                PathRules::native().join(scratch, decimalText(static_cast<std::int64_t>(paths_.size())));
+            std::filesystem::create_directory(systemPath(folder));
+            paths_[path] = writeSnapshot(project, folder);
+        } catch (const CommandFailure& failure) {
+            complain(failure.what());
+            status_ = ExitStatus::Unusable;
+        } catch (const std::system_error& failure) {
+            complain(path + ": " + failure.code().message());
+            status_ = ExitStatus::Unusable;
+        }
+    }
+
+    std::map<std::string, std::string> paths_;
+    ExitStatus status_ = ExitStatus::Well;
+};
+
+/// The command as a user would give it for this display alone.
+FleetTask taskOf(const FleetDisplay& display, const std::string& project, const Options& options) {
+    FleetTask task{display.name,
+                   displayArgument(display.address),
+                   {"upload", project, "--to", displayArgument(display.address), "--json"}};
+    if (options.skipEqual)
+        task.arguments.emplace_back("--skip-equal");
+    if (options.verify)
+        task.arguments.emplace_back("--verify");
+    return task;
+}
+
+ExitStatus uploadToMany(const Options& options) {
+    const auto displays = chosenDisplays(options.fleet, {{}, options.project});
+    if (!options.project.empty())
+        expectProjectName(options.project);
+    else if (options.fleet.list.empty())
+        throw CommandFailure(ExitStatus::Unusable, "there is no project to send");
+    const ScratchFolder scratch;
+    const Snapshots snapshots(displays, scratch.path(), options.check);
+    std::vector<FleetTask> tasks;
+    tasks.reserve(displays.size());
+    for (const FleetDisplay& display : displays)
+        tasks.push_back(taskOf(display, snapshots.of(display), options));
+    FleetOutput output(tasks.size(), options.fleet.json);
+    FleetRun fleet(std::move(tasks), options.fleet.jobs, scratch.path(), output);
+    const auto results = fleet.run(watchInput(options.fleet));
+    const ExitStatus status = output.finish(results);
+    if (!options.report.empty())
+        writeFile(options.report, fleetReport(results));
+    return status;
+}
+
+/// Whether the files of both folders are the same project for the display.
+bool areEqual(const std::string& folder, const std::string& fetched) {
+    try {
+        const Project sent = readFetchedProject(folder, folder);
+        const Project there = readFetchedProject(fetched, fetched);
+        return compareProjects({sent, filesIn(folder, bitmapsOfFolder(folder))},
+                               {there, filesIn(fetched, bitmapsOfFolder(fetched))})
+            .none();
+    } catch (const CommandFailure&) { // what cannot be read is to be replaced
+        return false;
+    }
+}
+
+ExitStatus uploadAsWorker(const Options& options) {
+    const DisplayAddress display = transferAddress(options.fleet.displays.front());
+    const std::string folder = PathRules::native().split(options.project).value().folder;
+    UploadWishes wishes;
+    wishes.verify = options.verify;
+    if (options.skipEqual)
+        wishes.isEqual = [&folder](const std::string& fetched) { return areEqual(folder, fetched); };
+    StatePrinter states(options.fleet.displays.front());
+    return states.finish(uploadToDisplay(display, folder, wishes, states, makeTransferControl));
+}
+
+/// A project among the displays is the project: "--to" takes whatever follows it.
+void takeProjectFromDisplays(Options& options) {
+    auto& displays = options.fleet.displays;
+    const auto project = std::ranges::find_if(displays, [](const std::string& text) {
+        return endsWithIgnoringCase(text, DocMgrModule::projectExtension);
+    });
+    if (!options.project.empty() || project == displays.end())
+        return;
+    options.project = *project;
+    displays.erase(project);
+}
+
+ExitStatus upload(Options options) {
+    takeProjectFromDisplays(options);
+    if (options.fleet.displays.empty() == options.fleet.list.empty())
+        throw CommandFailure(ExitStatus::Unusable, "upload takes either --to or --list");
+    return isWorker() ? uploadAsWorker(options) : uploadToMany(options);
+}
+
+} // namespace
+
+void addUpload(CLI::App& program, Run& run) {
+    const auto options = std::make_shared<Options>();
+    CLI::App* command = program.add_subcommand("upload", "Send projects to displays, many at once");
+    command->add_option("PROJECT", options->project, "A project file, .orx");
+    command->add_option("--to", options->fleet.displays, "Displays: NAME, NAME:PORT or [IPv6]:PORT")
+        ->type_name("DISPLAY");
+    addFleetOptions(*command, options->fleet);
+    command->add_flag("--check", options->check, "Send nothing where the check finds an error");
+    command->add_flag("--skip-equal", options->skipEqual, "Pass over displays that have the project already");
+    command->add_flag("--verify", options->verify, "Fetch every file once more and compare it byte for byte");
+    command->add_option("--report", options->report, "Write the results as a table, too")
+        ->type_name("FILE.csv");
+    command->footer(
+        "Examples:\n"
+        "  orvista upload PUMPSTATION.orx --to 192.168.1.103\n"
+        "  orvista upload PUMPSTATION.orx --to 192.168.1.103 192.168.1.104:7001 --verify\n"
+        "  orvista upload --list displays.csv --check --skip-equal --report results.csv\n\n"
+        "The list's port and project may be empty; the project is relative to the list's folder. PROJECT is\n"
+        "sent to the displays without one. Results: done, equal, failed, half (some files arrived).\n"
+        "Ends with status 1 when a display failed, 2 when nothing was begun.");
+    command->callback([options, &run] { run = [options] { return upload(*options); }; });
+}
+
+} // namespace orvista::console

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "link/DisplayAddress.h"
+#include "link/FleetResult.h"
+#include "link/TransferSteps.h"
+
+#include <functional>
+#include <string>
+
+/// An upload to one display without the editor's dialogs.
+namespace orvista {
+
+enum class UploadStage { Connecting, Comparing, Sending, Verifying };
+
+class UploadProgress : public DocTsfModule::TransferProgress {
+public:
+    virtual void enter(UploadStage stage) = 0;
+};
+
+struct UploadWishes {
+    /// Whether the display, whose files lie in this folder, has what is to be sent. Empty: it is not asked.
+    std::function<bool(const std::string& fetchedFolder)> isEqual;
+    /// Fetches every file once more and compares it byte for byte with what was sent.
+    bool verify = false;
+};
+
+/// Sends the device files and bitmaps of `folder` (UTF-8) with the steps of the editor's upload. A display
+/// whose files cannot be fetched for comparing is sent everything. Blocks until it is done, on the caller's
+/// thread; never throws for what the display or the network does.
+TransferEnd uploadToDisplay(const DisplayAddress& display, const std::string& folder,
+                            const UploadWishes& wishes, UploadProgress& progress,
+                            const DocTsfModule::TransferControlMaker& makeControl);
+
+} // namespace orvista

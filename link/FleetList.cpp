@@ -1,0 +1,117 @@
+#include "link/FleetList.h"
+
+#include "model/FileNames.h"
+#include "model/Files.h"
+#include "model/Numbers.h"
+#include "model/Text.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <map>
+#include <utility>
+
+namespace orvista {
+
+namespace {
+
+enum Column : std::size_t { Name, Address, Port, ProjectFile };
+
+/// Names long enough for every plant; with the file's own name behind it a path still holds.
+constexpr std::size_t longestName = 100;
+
+/// What keeps a name from being a folder's; empty where nothing does.
+std::string_view faultOfName(std::string_view name) {
+    if (name.empty())
+        return "the name is missing";
+    if (name.size() > longestName)
+        return "the name is longer than 100 bytes";
+    if (holdsControlCharacter(name) || name.find_first_of(refusedInNames) != std::string_view::npos ||
+        name.find_first_of(refusedOnWindows) != std::string_view::npos)
+        return "a name holds none of / \\ : * ? \" < > | and no line end";
+    if (name.find("..") != std::string_view::npos || name.ends_with('.'))
+        return "a name holds no \"..\" and does not end with a point";
+    if (isReservedOnWindows(name))
+        return "the name is reserved on Windows";
+    return {};
+}
+
+class FleetReading {
+public:
+    explicit FleetReading(const FleetDefaults& defaults) : defaults_(defaults) {}
+
+    void take(const FleetRow& row) {
+        row_ = row.row;
+        const std::size_t refusalsBefore = fleet_.refusals.size();
+        FleetDisplay display{std::string(trimBlanks(row.name)), {}, projectOf(row)};
+        if (const auto fault = faultOfName(display.name); !fault.empty())
+            refuse(Name, std::string(fault));
+        else
+            refuseTwice(Name, names_, lowerAscii(display.name));
+        takeAddress(row, display.address);
+        if (fleet_.refusals.size() == refusalsBefore)
+            fleet_.displays.push_back(std::move(display));
+    }
+
+    Fleet result() { return std::move(fleet_); }
+
+private:
+    using Rows = std::map<std::string, std::size_t>;
+
+    void takeAddress(const FleetRow& row, DisplayAddress& address) {
+        Column column = Address;
+        try {
+            const std::string text(trimBlanks(row.address));
+            const std::string port(trimBlanks(row.port));
+            // The port has a column of its own here, so that a colon is the address's.
+            const bool isNumericV6 = std::ranges::count(text, ':') > 1 && !text.starts_with('[');
+            address = displayAddress(isNumericV6 ? "[" + text + "]" : text, fileTransfer);
+            column = Port;
+            if (!port.empty()) {
+                const std::uint16_t number = displayPort(port, fileTransfer);
+                if (address.port != fileTransfer.port && address.port != number)
+                    return refuse(Port, "the address names another port");
+                address.port = number;
+            }
+            refuseTwice(Address, addresses_, lowerAscii(address.text()));
+        } catch (const BadDisplayAddress& fault) {
+            refuse(column, fault.what());
+        }
+    }
+
+    std::string projectOf(const FleetRow& row) {
+        const std::string project(trimBlanks(row.project));
+        if (!project.empty())
+            return utf8Path(systemPath(defaults_.folder) / systemPath(project));
+        if (defaults_.needsProjects && defaults_.project.empty())
+            refuse(ProjectFile, "there is no project for this display");
+        return defaults_.project;
+    }
+
+    void refuseTwice(Column column, Rows& rows, std::string key) {
+        const auto [there, isNew] = rows.emplace(std::move(key), row_);
+        if (!isNew)
+            refuse(column, "the same " + std::string(fleetColumns[column]) + " stands in row " +
+                               decimalText(static_cast<std::int64_t>(there->second)) + " already");
+    }
+
+    void refuse(Column column, std::string text) {
+        fleet_.refusals.push_back({row_, fleetColumns[column], std::move(text)});
+    }
+
+    const FleetDefaults& defaults_;
+    Fleet fleet_;
+    std::size_t row_ = 0;
+    Rows names_;
+    Rows addresses_;
+};
+
+} // namespace
+
+Fleet fleetOf(std::span<const FleetRow> rows, const FleetDefaults& defaults) {
+    FleetReading reading(defaults);
+    for (const FleetRow& row : rows)
+        reading.take(row);
+    return reading.result();
+}
+
+} // namespace orvista

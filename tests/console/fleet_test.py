@@ -1,0 +1,455 @@
+"""fleet_test.py PROGRAM SOURCE: many displays at once."""
+
+import csv
+import io
+import json
+import os
+import signal
+import subprocess
+import sys
+import time
+from pathlib import Path
+
+sys.path.insert(0, str(Path(__file__).parents[1] / "tour"))
+import device_files  # noqa: E402  the project's files, written apart from the program
+
+from displays import Display  # noqa: E402
+from ftp_displays import DEVICE_FILES, Displays  # noqa: E402
+from program import PROGRAM, ProgramTest, main  # noqa: E402
+
+NOBODY = "127.0.0.1:1"  # where nobody listens
+STATE_FIELDS = ["name", "address", "state", "file", "files", "of", "reason", "seconds"]
+
+
+class FleetTest(ProgramTest):
+    """A project with two bitmaps, and as many displays as a test makes. What the program leaves in the folder for
+    temporary files is seen."""
+
+    def setUp(self):
+        super().setUp()
+        self.project = device_files.new_project()
+        self.project["STDMSG"][3] = b'CLEAR\r\nTEXT 0 0 RED BLACK "Level"\r\nACT STILL 1000'
+        device_files.write(self.folder / "plant", "LINE3", self.project)
+        for name in ("b.bmp", "A.bmp"):
+            (self.folder / "plant" / name).write_bytes(b"BM" + name.encode() * 1000)
+        (self.folder / "tmp").mkdir()
+        self.displays = Displays(self.folder / "displays")
+        self.addCleanup(self.displays.close)
+
+    def make(self, count):
+        return [self.displays.make() for _ in range(count)]
+
+    def sent(self):
+        """What a display is to hold: the project as read, as saving writes it, and the bitmaps."""
+        device_files.write(self.folder / "expected", "LINE3", device_files.reopened(self.project))
+        files = {name: (self.folder / "expected" / name).read_bytes() for name in DEVICE_FILES}
+        return files | {name: (self.folder / "plant" / name).read_bytes() for name in ("A.bmp", "b.bmp")}
+
+    def start(self, *arguments, **keywords):
+        return subprocess.Popen([PROGRAM, *arguments], cwd=self.folder, stdout=subprocess.PIPE, stderr=subprocess.PIPE,
+                                env=os.environ | {"TMPDIR": str(self.folder / "tmp")}, **keywords)
+
+    def outcome(self, status, *arguments):
+        """Standard output and standard error, once the status is as expected and nothing is left behind."""
+        process = self.start(*arguments)
+        out, error = process.communicate(timeout=100)
+        self.assertEqual(process.returncode, status, (arguments, out, error))
+        self.assertEqual(list((self.folder / "tmp").iterdir()), [])
+        return out.decode(), error.decode()
+
+    def results(self, status, *arguments):
+        """By name, from the last line of --json; every line before it is a state."""
+        out, error = self.outcome(status, *arguments, "--json")
+        self.assertEqual(error, "")
+        lines = [json.loads(line) for line in out.splitlines()]
+        for line in lines[:-1]:
+            self.assertEqual(list(line), STATE_FIELDS)
+        return {result["name"]: result for result in lines[-1]["results"]}, lines[:-1]
+
+    def write_list(self, rows, head="name,address,port,project"):
+        (self.folder / "list.csv").write_text("\n".join([head, *rows]) + "\n", "utf-8")
+        return "list.csv"
+
+
+class Upload(FleetTest):
+    def test_sends_the_files_of_a_save_and_the_bitmaps_in_order(self):
+        display, = self.make(1)
+        self.displays.serve()
+        before = {path: path.read_bytes() for path in (self.folder / "plant").iterdir()}
+        out, _ = self.outcome(0, "upload", "plant/LINE3.orx", "--to", display.address)
+        self.assertRegex(out, rf"^{display.address}: done, 7 files, \d+\.\d\d s\n$")
+        self.assertEqual(display.files(), self.sent())
+        stored = [line for line in display.commands if line.startswith(("STOR", "SITE"))]
+        self.assertEqual(stored, ["SITE UPLOAD BEGIN", *(f"STOR {name}" for name in (*DEVICE_FILES, "A.bmp", "b.bmp")),
+                                  "SITE UPLOAD END"])
+        self.assertEqual({path: path.read_bytes() for path in (self.folder / "plant").iterdir()}, before)
+
+    def test_one_that_is_dead_or_refuses_holds_up_none(self):
+        good = self.make(4)
+        refusing = self.displays.make(read_only=True)
+        self.displays.serve()
+        results, states = self.results(1, "upload", "plant/LINE3.orx", "--jobs", "2", "--to", NOBODY, refusing.address,
+                                       *(display.address for display in good))
+        self.assertEqual(list(results), [NOBODY, refusing.address, *(display.address for display in good)])
+        self.assertEqual((results[NOBODY]["result"], results[NOBODY]["reason"]), ("failed", "cannot be connected to"))
+        self.assertEqual(results[refusing.address]["reason"], "modbus.adr was not taken")
+        for display in good:
+            self.assertEqual((results[display.address]["result"], results[display.address]["files"]), ("done", 7))
+            self.assertEqual(display.files(), self.sent())
+            own = [state for state in states if state["name"] == display.address]
+            self.assertEqual([(state["state"], state["file"], state["files"]) for state in own],
+                             [("connecting", "", 0), ("sending", "", 0)]
+                             + [("sending", name, i) for i, name in enumerate((*DEVICE_FILES, "A.bmp", "b.bmp"))]
+                             + [("done", "", 7)])
+            self.assertEqual({state["of"] for state in own[2:]}, {7})
+
+    def test_hanging_up_at_each_step_is_failed_or_half_and_named(self):
+        # Login takes 4 commands with the announcement, a file 2, the first file a third.
+        count = 22
+        displays = [self.displays.make(hangs_up_at=step) for step in range(1, count)]
+        whole = self.displays.make()
+        self.displays.serve()
+        results, _ = self.results(1, "upload", "plant/LINE3.orx", "--to",
+                                  *(display.address for display in displays), whole.address)
+        names = [*DEVICE_FILES, "A.bmp", "b.bmp"]
+        seen = set()
+        for display in displays:
+            result = results[display.address]
+            there = [name for name in names if display.files().get(name) == self.sent()[name]]
+            seen.add(result["result"])
+            if result["result"] == "done":
+                self.assertEqual(there, names)
+                continue
+            self.assertEqual(result["files"], len(there), result)
+            self.assertEqual(result["result"], "half" if there else "failed")
+            if there:
+                self.assertEqual(result["reason"], f"{names[len(there)]} was not taken; arrived: {', '.join(there)}")
+        self.assertLessEqual({"half", "failed"}, seen)
+        self.assertEqual(results[whole.address]["result"], "done")
+
+    def test_skip_equal_sends_nothing_to_those_that_have_it(self):
+        equal, other, empty = self.make(3)
+        self.displays.serve()
+        self.results(0, "upload", "plant/LINE3.orx", "--to", equal.address, other.address)
+        (other.root / "stdmsg.ilm").write_bytes(b"DEFMSG STDMSG1\r\nCLEAR\r\nENDMSG\r\n")
+        # Never read by anybody: a play list of its own makes no difference.
+        (equal.root / "default.pls").write_bytes(b"DISPMSG STDMSG7\r\n")
+        equal.commands.clear()
+        results, states = self.results(0, "upload", "plant/LINE3.orx", "--skip-equal", "--to", equal.address, other.address,
+                                       empty.address)
+        self.assertEqual([results[display.address]["result"] for display in (equal, other, empty)], ["equal", "done", "done"])
+        self.assertNotIn("STOR", " ".join(equal.commands))
+        self.assertIn("comparing", {state["state"] for state in states})
+        self.assertEqual(other.files(), self.sent())
+        (self.folder / "plant" / "b.bmp").write_bytes(b"BM other")
+        results, _ = self.results(0, "upload", "plant/LINE3.orx", "--skip-equal", "--to", equal.address)
+        self.assertEqual(results[equal.address]["result"], "done")
+
+    def test_verify_compares_every_byte(self):
+        good = self.displays.make()
+        bad = self.displays.make(spoils="default.pls")
+        self.displays.serve()
+        results, states = self.results(1, "upload", "plant/LINE3.orx", "--verify", "--to", good.address, bad.address)
+        self.assertEqual(results[good.address]["result"], "done")
+        self.assertEqual((results[bad.address]["result"], results[bad.address]["reason"]),
+                         ("failed", "sent, but not verified: default.pls came back with other bytes"))
+        self.assertIn("verifying", {state["state"] for state in states})
+
+    def test_check_refuses_at_errors(self):
+        display, = self.make(1)
+        self.displays.serve()
+        self.project["STDMSG"][4] = b"CLEAR\r\nTEXT nonsense"
+        device_files.write(self.folder / "plant", "BAD", self.project)
+        out, error = self.outcome(1, "upload", "plant/BAD.orx", "--check", "--to", display.address)
+        self.assertEqual(out, "")
+        self.assertRegex(error, r"^orvista: plant/BAD.orx:STDMSG4:2:\d+: error: .*\[bad-argument\]\norvista: nothing was sent\n$")
+        self.assertEqual(display.commands, [])
+        self.outcome(0, "upload", "plant/BAD.orx", "--to", display.address)
+
+    def test_a_project_that_cannot_be_read_is_status_2_and_nothing_is_sent(self):
+        display, other = self.make(2)
+        self.displays.serve()
+        name = self.write_list([f"a,127.0.0.1,{display.port},plant/LINE3.orx", f"b,127.0.0.1,{other.port},none.orx"])
+        out, error = self.outcome(2, "upload", "--list", name)
+        self.assertIn("none.orx", error)
+        self.assertEqual((out, display.commands, other.commands), ("", [], []))
+
+
+class Lists(FleetTest):
+    def test_list_and_report(self):
+        displays = self.make(3)
+        self.displays.serve()
+        device_files.write(self.folder / "lists" / "other", "OTHER", device_files.new_project())
+        (self.folder / "lists" / "all.csv").write_text(
+            f"name;port;address;project\r\npump 1;{displays[0].port};127.0.0.1;\r\n"
+            f"\u00d6l;{displays[1].port};localhost;other/OTHER.orx\r\n\r\nlast;;127.0.0.1:{displays[2].port};\r\n", "utf-8-sig")
+        out, _ = self.outcome(0, "upload", "plant/LINE3.orx", "--list", "lists/all.csv", "--report", "results.csv")
+        self.assertEqual(out.splitlines()[-1], "3 done")
+        data = (self.folder / "results.csv").read_bytes()
+        rows = list(csv.reader(io.StringIO(data.decode("utf-8-sig"), newline="")))
+        self.assertEqual(rows[0], ["name", "address", "result", "reason", "files", "seconds"])
+        self.assertEqual([row[:5] for row in rows[1:]],
+                         [["pump 1", displays[0].address, "done", "", "7"],
+                          ["\u00d6l", f"localhost:{displays[1].port}", "done", "", "5"],
+                          ["last", displays[2].address, "done", "", "7"]])
+        self.assertEqual(displays[0].files(), self.sent())
+        self.assertNotIn("A.bmp", displays[1].files())
+
+    def test_what_cannot_be_used_is_refused_with_both_rows_and_nothing_begins(self):
+        display, = self.make(1)
+        self.displays.serve()
+        good = f"good,127.0.0.1,{display.port},plant/LINE3.orx"
+        for rows, told in (
+                (["a/b,127.0.0.2,,"], "row 3, name: a name holds none of"),
+                (["a\\b,127.0.0.2,,"], "row 3, name: a name holds none of"),
+                (["a:b,127.0.0.2,,"], "row 3, name: a name holds none of"),
+                (["a..b,127.0.0.2,,"], 'row 3, name: a name holds no ".."'),
+                (["..,127.0.0.2,,"], 'row 3, name: a name holds no ".."'),
+                (["com1.x,127.0.0.2,,"], "row 3, name: the name is reserved on Windows"),
+                ([",127.0.0.2,,"], "row 3, name: the name is missing"),
+                (["GOOD,127.0.0.2,,"], "row 3, name: the same name stands in row 2 already"),
+                ([f"other,127.0.0.1,{display.port},"], "row 3, address: the same address stands in row 2 already"),
+                (["other,,,"], "row 3, address: an empty text"),
+                (["other,127.0.0.2,32768,"], "row 3, port: 32768 is not a port from 1 to 32767"),
+                (["other,127.0.0.2,x,"], "row 3, port: x is not a port"),
+                (['"a\nb",127.0.0.2,,'], "row 3, name: a name holds none of"),
+                (['open,"127'], "row 3, address: a quote is opened and never closed")):
+            for command in (["upload", "plant/LINE3.orx"], ["download", "-o", "backup"]):
+                out, error = self.outcome(2, *command, "--list", self.write_list([good, *rows]))
+                self.assertIn("list.csv: " + told, error)
+                self.assertEqual((out, display.commands), ("", []))
+        out, error = self.outcome(2, "upload", "--list", self.write_list(["a,127.0.0.2,,"]))
+        self.assertIn("row 2, project: there is no project for this display", error)
+        for text, told in (("", "is empty"), ("name,address\n", "has no displays"), ("name\na\n", "address: the column is missing"),
+                           ("name,address,nonsense\n", "is not a column")):
+            (self.folder / "list.csv").write_text(text)
+            self.assertIn(told, self.outcome(2, "upload", "plant/LINE3.orx", "--list", "list.csv")[1])
+        self.assertFalse((self.folder / "backup").exists())
+
+    def test_wrong_usage_is_status_2(self):
+        self.displays.serve()
+        for arguments in (["upload"], ["upload", "plant/LINE3.orx"], ["upload", "--to", NOBODY], ["upload", "x.csv", "--to", NOBODY],
+                          ["upload", "plant/LINE3.orx", "--to", NOBODY, "--list", "list.csv"],
+                          ["upload", "plant/LINE3.orx", "--to", NOBODY, NOBODY], ["upload", "plant/LINE3.orx", "--to", "a:b:c"],
+                          ["upload", "plant/LINE3.orx", "--to", NOBODY, "--jobs", "0"],
+                          ["upload", "plant/LINE3.orx", "--to", NOBODY, "--jobs", "61"],
+                          ["upload", "plant/LINE3.orx", "--list", "missing.csv"], ["download"], ["download", "--from", NOBODY],
+                          ["download", "--from", NOBODY, "-o", "x"], ["download", "--from", NOBODY, NOBODY, "-o", "x.orx"],
+                          ["download", "--list", "list.csv", "--from", NOBODY, "-o", "x"]):
+            out, error = self.outcome(2, *arguments)
+            self.assertEqual(out, "", arguments)
+            self.assertEqual(len(error.splitlines()), 1, error)
+
+    def test_ten_thousand_rows(self):
+        self.displays.serve()
+        rows = [f"d{i},127.0.0.1,{i + 1},plant/LINE3.orx" for i in range(9999)]
+        name = self.write_list([*rows, "d9998,127.0.0.2,,"])
+        began = time.monotonic()
+        self.assertIn("row 10001, name: the same name stands in row 10000 already", self.outcome(2, "upload", "--list", name)[1])
+        self.assertLess(time.monotonic() - began, 20)
+        name = self.write_list([*rows, "last,127.0.0.2,,plant/LINE3.orx"])
+        process = self.start("upload", "--list", name, "--json", "--jobs", "2")
+        process.stdout.readline()
+        process.send_signal(signal.SIGINT)
+        out, _ = process.communicate(timeout=100)
+        results = json.loads(out.splitlines()[-1])["results"]
+        self.assertEqual((process.returncode, len(results)), (1, 10000))
+        self.assertEqual(results[-1]["reason"], "interrupted before its turn")
+
+
+class Download(FleetTest):
+    def give(self, display):
+        device_files.write(display.root, "X", self.project)
+        (display.root / "X.orx").unlink()
+        (display.root / "pump.bmp").write_bytes(b"BM pump")
+
+    def saved(self, name, address):
+        """What is to be there: the display's project as saving writes it, with the display's address."""
+        project = device_files.reopened(self.project) | {"IP": address}
+        device_files.write(self.folder / "expected", name, project)
+        return {path.name: path.read_bytes() for path in (self.folder / "expected").iterdir()} | {"pump.bmp": b"BM pump"}
+
+    def files_of(self, folder):
+        return {path.name: path.read_bytes() for path in (self.folder / folder).iterdir()}
+
+    def test_saves_the_project_of_one_display(self):
+        display, = self.make(1)
+        self.give(display)
+        self.displays.serve()
+        (self.folder / "here").mkdir()
+        for target in ("here", "new/folder"):
+            results, states = self.results(0, "download", "--from", display.address, "-o", f"{target}/P.orx")
+            self.assertEqual((results[display.address]["result"], results[display.address]["files"]), ("done", 6))
+            self.assertEqual(self.files_of(target), self.saved("P", b"127.0.0.1"))
+            self.assertIn(("fetching", "stdmsg.ilm", 2), [(state["state"], state["file"], state["files"]) for state in states])
+        (self.folder / "here" / "P.orx").write_bytes(b"old")
+        self.results(0, "download", "--from", display.address, "-o", "here/P.orx")
+        self.assertEqual(self.files_of("here"), self.saved("P", b"127.0.0.1"))
+
+    def test_a_list_gets_a_folder_for_each(self):
+        displays = self.make(3)
+        for display in displays[:2]:
+            self.give(display)
+        self.displays.serve()
+        name = self.write_list([f"pump {i},localhost,{display.port},nonsense.orx" for i, display in enumerate(displays)])
+        results, _ = self.results(1, "download", "--list", name, "-o", "backup")
+        self.assertEqual([result["result"] for result in results.values()], ["done", "done", "failed"])
+        for i in range(2):
+            self.assertEqual(self.files_of(f"backup/pump {i}"), self.saved(f"pump {i}", b"localhost"))
+            (self.folder / "expected" / f"pump {i}.orx").unlink()
+        self.assertFalse((self.folder / "backup" / "pump 2").exists())
+
+    def test_lies_and_names_lead_nowhere(self):
+        liar = self.displays.make(lies=True)
+        names = b"".join(name.encode() + b"\r\n" for name in (*DEVICE_FILES, "pump.bmp"))
+        climbing = self.displays.make(listing=names + b"../evil.bmp\r\n..\\evil.bmp\r\n/tmp/evil.bmp\r\n..bmp\r\n")
+        good, = self.make(1)
+        for display in (liar, climbing, good):
+            self.give(display)
+        (self.folder / "displays" / "evil.bmp").write_bytes(b"BM evil")
+        self.displays.serve()
+        rows = [f"{name},127.0.0.1,{display.port}," for name, display in (("liar", liar), ("climbing", climbing), ("good", good))]
+        results, _ = self.results(1, "download", "--list", self.write_list(rows), "-o", "backup")
+        self.assertEqual([result["result"] for result in results.values()], ["failed", "done", "done"])
+        self.assertEqual(sorted(path.name for path in (self.folder / "backup").iterdir()), ["climbing", "good"])
+        self.assertEqual(sorted(self.files_of("backup/climbing")), sorted(("climbing.orx", *DEVICE_FILES, "pump.bmp")))
+
+    def test_a_target_that_cannot_be_written_is_left_as_it_was(self):
+        display, = self.make(1)
+        self.give(display)
+        self.displays.serve()
+        (self.folder / "here" / "stdmsg.ilm").mkdir(parents=True)
+        results, _ = self.results(1, "download", "--from", display.address, "-o", "here/P.orx")
+        self.assertIn("here/P.orx: ", results[display.address]["reason"])
+        self.assertEqual([path.name for path in (self.folder / "here").iterdir()], ["stdmsg.ilm"])
+        (self.folder / "file").write_bytes(b"")
+        results, _ = self.results(1, "download", "--from", display.address, "-o", "file/P.orx")
+        self.assertEqual(results[display.address]["result"], "failed")
+
+
+class Interruption(FleetTest):
+    """Whatever ends the program, no process of it stays, and nothing in the folder for temporary files."""
+
+    def children(self, process):
+        return Path(f"/proc/{process.pid}/task/{process.pid}/children").read_text().split()
+
+    def wait_for_end_of(self, children):
+        """Nobody is left but, for a moment, what init has not yet buried."""
+        def lives(pid):
+            try:
+                return Path(f"/proc/{pid}/stat").read_text().rsplit(")", 1)[1].split()[0] not in "ZX"
+            except OSError:
+                return False
+        deadline = time.monotonic() + 20
+        while any(lives(pid) for pid in children):
+            self.assertLess(time.monotonic(), deadline, "a process stays")
+            time.sleep(0.01)
+
+    def interrupted(self, end, *more):
+        """Three quick displays, one that drips and one whose turn never comes; ended once the quick ones are done."""
+        quick = self.make(3)
+        drip = self.displays.make(drips=True)
+        late, = self.make(1)
+        self.displays.serve()
+        order = [drip, *quick, late]
+        process = self.start("upload", "plant/LINE3.orx", "--jobs", "2", "--json", "--to",
+                             *(display.address for display in order[:-1]), *more, stdin=subprocess.PIPE)
+        lines = []
+        while sum(line["state"] == "done" for line in lines) < 3 or not any(
+                line["address"] == drip.address and line["file"] for line in lines):
+            lines.append(json.loads(process.stdout.readline()))
+        children = self.children(process)
+        self.assertEqual(len(children), 1)
+        end(process)
+        rest = process.stdout.read()
+        process.wait(timeout=20)
+        for stream in (process.stdout, process.stderr, process.stdin):
+            stream.close()
+        self.wait_for_end_of(children)
+        return process.returncode, rest.splitlines(), drip
+
+    def test_ctrl_c_and_its_kin_end_all_and_name_what_is_half_done(self):
+        ends = {"INT": lambda process: process.send_signal(signal.SIGINT),
+                "TERM": lambda process: process.send_signal(signal.SIGTERM),
+                "HUP": lambda process: process.send_signal(signal.SIGHUP)}
+        for name, end in ends.items():
+            with self.subTest(signal=name):
+                self.displays.close()
+                self.displays = Displays(self.folder / ("displays" + name))
+                status, rest, drip = self.interrupted(end)
+                results = {result["name"]: result for result in json.loads(rest[-1])["results"]}
+                self.assertEqual(status, 1)
+                self.assertEqual([result["result"] for result in results.values()].count("done"), 3)
+                reason = results[drip.address]["reason"]
+                self.assertRegex(reason, r"^interrupted while \S+ was sent(; arrived: .*)?$")
+                self.assertEqual(results[drip.address]["result"], "half" if "arrived" in reason else "failed")
+                self.assertEqual(list((self.folder / "tmp").iterdir()), [])
+
+    def test_the_end_of_input_counts_where_it_is_asked_for(self):
+        status, rest, drip = self.interrupted(lambda process: process.stdin.close(), "--until-input-ends")
+        self.assertEqual(status, 1)
+        self.assertIn("interrupted", rest[-1].decode())
+        self.assertIn(drip.address, rest[-1].decode())
+
+    def test_a_kill_takes_the_others_with_it(self):
+        status, _, _ = self.interrupted(lambda process: process.kill())
+        self.assertEqual(status, -signal.SIGKILL)
+
+    def test_ctrl_c_at_any_moment(self):
+        displays = self.make(4)
+        self.displays.serve()
+        for delay in range(12):
+            process = self.start("upload", "plant/LINE3.orx", "--json", "--to", *(display.address for display in displays))
+            deadline = time.monotonic() + delay * 0.04
+            children = []
+            while time.monotonic() < deadline:
+                children += self.children(process)
+            process.send_signal(signal.SIGINT)
+            out, error = process.communicate(timeout=30)
+            self.wait_for_end_of(children)
+            # Before it watches for it, Ctrl+C ends it at once; then nothing has begun.
+            if process.returncode == -signal.SIGINT:
+                self.assertEqual(out, b"")
+                continue
+            self.assertIn(process.returncode, (0, 1), error)
+            self.assertEqual(len(json.loads(out.splitlines()[-1])["results"]), 4)
+
+    def test_a_reader_that_leaves_does_not_stop_the_transfers(self):
+        displays = self.make(3)
+        self.displays.serve()
+        process = self.start("upload", "plant/LINE3.orx", "--json", "--to", *(display.address for display in displays))
+        process.stdout.close()
+        self.assertEqual(process.wait(timeout=60), 0)
+        process.stderr.close()
+        for display in displays:
+            self.assertEqual(display.files(), self.sent())
+
+
+class Simulators(FleetTest):
+    """The program that shows a project without a display."""
+
+    def test_twenty_simulated_displays(self):
+        self.displays.serve()
+        simulators = []
+        for i in range(20):
+            (self.folder / f"sim{i}").mkdir()
+            simulators.append(Display(self.folder / f"sim{i}", *(["--fail-file", "3"] if i == 7 else [])))
+            self.addCleanup(simulators[-1].close)
+        rows = [f"sim{i},127.0.0.1,{simulator.port},plant/LINE3.orx" for i, simulator in enumerate(simulators)]
+        results, _ = self.results(1, "upload", "--verify", "--list", self.write_list(rows))
+        for name, result in results.items():
+            files = {path.name: path.read_bytes() for path in (self.folder / name).iterdir()}
+            if name == "sim7":
+                self.assertEqual((result["result"], result["reason"]),
+                                 ("half", "stdmsg.ilm was not taken; arrived: modbus.adr, ilmvar.def"))
+            else:
+                self.assertEqual((result["result"], files), ("done", self.sent()))
+        rows.pop(7)
+        results, _ = self.results(0, "download", "--list", self.write_list(rows), "-o", "backup")
+        self.assertEqual({result["result"] for result in results.values()}, {"done"})
+        self.assertEqual(len(list((self.folder / "backup").iterdir())), 19)
+        results, _ = self.results(0, "upload", "--skip-equal", "--list", self.write_list(rows))
+        self.assertEqual({result["result"] for result in results.values()}, {"equal"})
+
+
+main()
