@@ -1,6 +1,9 @@
-"""An FTP server for one test: its port goes to standard output, its end comes with the end of standard input.
+"""FTP servers for tests, each in a process of its own, which need not start Python and import all of this again.
 
-It keeps file names as the bytes that were sent, and writes every command it gets to a file.
+Every line of standard input holds words between tabs and gets a line of standard output. "start" and a server's
+arguments begin one, which is told as its port and its process; "end" and the process end it. With standard input all end.
+
+A server keeps file names as the bytes that were sent, and writes every command it gets to a file.
 """
 
 import argparse
@@ -8,6 +11,7 @@ import io
 import logging
 import os
 import random
+import signal
 import sys
 import threading
 import time
@@ -26,7 +30,7 @@ from pyftpdlib.servers import FTPServer
 PORTS = range(20000, 32768)
 
 
-def arguments():
+def parse(arguments):
     parser = argparse.ArgumentParser()
     parser.add_argument("root")
     parser.add_argument("--fault", default="none")
@@ -35,14 +39,14 @@ def arguments():
     parser.add_argument("--files-served", type=int, default=0, help="transfers before the fault shows")
     parser.add_argument("--piece", type=int, default=1, help="bytes that go at once, where all goes slowly")
     parser.add_argument("--pause", type=float, default=0, help="seconds before each of them")
-    return parser.parse_args()
+    return parser.parse_args(arguments)
 
 
-OPTIONS = arguments()
+OPTIONS = None  # those of this process's server
 
 
 def fall_silent():
-    """Neither reads nor sends nor closes anything any more. The end of standard input still ends the server."""
+    """Neither reads nor sends nor closes anything any more."""
     threading.Event().wait()
 
 
@@ -208,18 +212,37 @@ def server():
     raise SystemExit("no free port")
 
 
-def end_with_input():
-    while os.read(0, 1):
-        pass
+def end_with(pipe):
+    os.read(pipe, 1)
     os._exit(0)
+
+
+def serve(arguments):
+    global OPTIONS
+    OPTIONS = parse(arguments)
+    ftp, port = server()
+    print(port, os.getpid(), flush=True)
+    ftp.serve_forever(timeout=1, handle_exit=False)
+
+
+def end(process):
+    os.kill(process, signal.SIGKILL)
+    os.waitpid(process, 0)
+    print("ended", flush=True)
 
 
 def main():
     logging.disable(logging.CRITICAL)
-    threading.Thread(target=end_with_input, daemon=True).start()
-    ftp, port = server()
-    print(port, flush=True)
-    ftp.serve_forever(timeout=1, handle_exit=False)
+    # Its other end closes with this process, however that ends.
+    life, end_of_life = os.pipe()
+    for line in sys.stdin:
+        order, *words = line.rstrip("\n").split("\t")
+        if order == "end":
+            end(int(words[0]))
+        elif os.fork() == 0:
+            os.close(end_of_life)
+            threading.Thread(target=end_with, args=[life], daemon=True).start()
+            serve(words)
 
 
 main()

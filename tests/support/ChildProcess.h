@@ -61,6 +61,14 @@ public:
     ChildProcess(const ChildProcess&) = delete;
     ChildProcess& operator=(const ChildProcess&) = delete;
 
+    /// Sends a line, and returns the one that answers it.
+    std::string ask(const std::string& line) {
+        const std::string bytes = line + '\n';
+        if (write(input_, bytes.data(), bytes.size()) != static_cast<ssize_t>(bytes.size()))
+            throw std::runtime_error("the child process does not listen");
+        return readLine();
+    }
+
     /// The next line of the program's output, without its end.
     std::string readLine() {
         constexpr int deadline = 30'000;

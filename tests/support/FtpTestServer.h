@@ -7,7 +7,6 @@
 #include <filesystem>
 #include <sstream>
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace orvista::testing {
@@ -15,9 +14,17 @@ namespace orvista::testing {
 /// An independent FTP server in a process of its own. Its folder holds names as the bytes that were sent.
 class FtpTestServer {
 public:
-    explicit FtpTestServer(std::vector<std::string> options = {})
-        : process_(command(std::move(options))),
-          port_(static_cast<std::int16_t>(std::stoi(process_.readLine()))) {}
+    explicit FtpTestServer(const std::vector<std::string>& options = {}) {
+        std::filesystem::create_directory(root());
+        writeBytes(folder_.file("commands"), {});
+        std::string order = "start\t" + root() + "\t--commands\t" + folder_.file("commands");
+        for (const std::string& option : options)
+            order += "\t" + option;
+        std::istringstream(starter().ask(order)) >> port_ >> process_;
+    }
+    ~FtpTestServer() { starter().ask("end\t" + process_); }
+    FtpTestServer(const FtpTestServer&) = delete;
+    FtpTestServer& operator=(const FtpTestServer&) = delete;
 
     std::int16_t port() const { return port_; }
     std::string file(const std::string& name) const { return root() + "/" + name; }
@@ -41,18 +48,15 @@ public:
 private:
     std::string root() const { return folder_.file("root"); }
 
-    std::vector<std::string> command(std::vector<std::string> options) const {
-        std::filesystem::create_directory(root());
-        writeBytes(folder_.file("commands"), {});
-        std::vector<std::string> words = {ORVISTA_PYTHON, ORVISTA_FTP_SERVER, root(), "--commands",
-                                          folder_.file("commands")};
-        words.insert(words.end(), options.begin(), options.end());
-        return words;
+    /// Starts and ends the servers of this program.
+    static ChildProcess& starter() {
+        static ChildProcess process({ORVISTA_PYTHON, ORVISTA_FTP_SERVER});
+        return process;
     }
 
     TemporaryFolder folder_;
-    ChildProcess process_;
-    std::int16_t port_;
+    std::int16_t port_ = 0;
+    std::string process_;
 };
 
 } // namespace orvista::testing
