@@ -47,6 +47,19 @@ TEST(DeviceFolderTest, ListsPlainFilesInOrderAndNothingElse) {
     EXPECT_EQ(folder.find("b.bmp")->size, 2U);
 }
 
+TEST(DeviceFolderTest, ReadsFilesOf64MegabytesAndNoLongerOnes) {
+    constexpr std::uintmax_t longest = std::uintmax_t{64} << 20;
+    const TemporaryFolder root;
+    writeBytes(root.file("a.bmp"), "");
+    const DeviceFolder folder(root.path());
+    std::filesystem::resize_file(systemPath(root.file("a.bmp")), longest);
+    const auto bytes = folder.read("a.bmp");
+    ASSERT_TRUE(bytes);
+    EXPECT_EQ(bytes->size(), longest);
+    std::filesystem::resize_file(systemPath(root.file("a.bmp")), longest + 1);
+    EXPECT_FALSE(folder.read("a.bmp"));
+}
+
 TEST(DeviceFolderTest, NeverLeavesTheFolder) {
     const TemporaryFolder outside;
     std::filesystem::create_directory(systemPath(outside.file("root")));

@@ -24,12 +24,13 @@ public:
     explicit Conversation(quint16 port) { socket_.connectToHost(QHostAddress::LocalHost, port); }
 
     /// The next reply's last line; empty when none comes or the connection ends.
-    QString reply() {
+    QString reply(int milliseconds = 5'000) {
         QString line;
         do {
-            const bool came = QTest::qWaitFor([this] {
+            const auto hasCome = [this] {
                 return socket_.canReadLine() || socket_.state() == QAbstractSocket::UnconnectedState;
-            });
+            };
+            const bool came = QTest::qWaitFor(hasCome, milliseconds);
             if (!came || !socket_.canReadLine())
                 return {};
             line = QString::fromLatin1(socket_.readLine()).trimmed();
@@ -289,6 +290,16 @@ private slots:
         QVERIFY(store(client, "whole").startsWith("226"));
     }
 
+    void takes64MegabytesAndNotAByteMore() {
+        constexpr qsizetype longest = qsizetype{64} << 20;
+        Conversation client(service_->port());
+        QVERIFY(client.logIn());
+        QVERIFY(store(client, "longest", QByteArray(longest, '\0')).startsWith("226"));
+        QCOMPARE(folder_->find("longest")->size, static_cast<std::uintmax_t>(longest));
+        QVERIFY(store(client, "too long", QByteArray(longest + 1, '\0')).startsWith("426"));
+        QVERIFY(!folder_->find("too long"));
+    }
+
     void aClientThatLeavesInMidFileIsToldSo() {
         QVERIFY(folder_->store("large", std::string(std::size_t{20} << 20, 'x')));
         Conversation client(service_->port());
@@ -412,16 +423,18 @@ private slots:
 
 private:
     /// The last reply, empty when the connection ended.
-    static QString store(Conversation& client, const QByteArray& name) {
+    static QString store(Conversation& client, const QByteArray& name,
+                         const QByteArray& bytes = "some bytes") {
         QTcpSocket data;
         if (!client.openData(data))
             return "no data connection";
         const QString begun = client.say("STOR " + name);
         if (!begun.startsWith("150"))
             return begun;
-        data.write("some bytes");
+        data.write(bytes);
         data.disconnectFromHost();
-        return client.reply();
+        constexpr int longFileMilliseconds = 60'000;
+        return client.reply(longFileMilliseconds);
     }
 
     std::unique_ptr<testing::TemporaryFolder> root_;
