@@ -1,11 +1,11 @@
 #include "exchange/RecoveryFile.h"
 
+#include "exchange/CountedTexts.h"
 #include "model/Numbers.h"
 
 #include <array>
 #include <charconv>
 #include <cstdint>
-#include <limits>
 
 namespace orvista {
 
@@ -70,69 +70,7 @@ std::string headOf(std::string_view texts) {
     return head;
 }
 
-class TextWriter {
-public:
-    void add(std::string_view text) {
-        bytes_ += decimalText(static_cast<std::int64_t>(text.size()));
-        bytes_ += ':';
-        bytes_ += text;
-    }
-    void add(std::size_t number) { add(decimalText(static_cast<std::int64_t>(number))); }
-    const std::string& bytes() const { return bytes_; }
-
-private:
-    std::string bytes_;
-};
-
-/// Takes the texts back. After the first that is not whole there are only empty ones.
-class TextReader {
-public:
-    explicit TextReader(std::string_view bytes) : rest_(bytes) {}
-
-    std::string_view text() {
-        std::size_t length = 0;
-        const std::size_t digits = rest_.substr(0, longestNumber).find(':');
-        if (digits == std::string_view::npos || !isWhole(rest_.substr(0, digits), length) ||
-            length > rest_.size() - digits - 1)
-            return fail();
-        const std::string_view text = rest_.substr(digits + 1, length);
-        rest_.remove_prefix(digits + 1 + length);
-        return text;
-    }
-    /// 0 where it is no number of that type, or above the limit.
-    template <typename Number>
-    Number number(Number limit = std::numeric_limits<Number>::max()) {
-        Number value = 0;
-        if (isWhole(text(), value) && value <= limit)
-            return value;
-        fail();
-        return 0;
-    }
-    /// Whether all was whole, and nothing is left.
-    bool isDone() const { return !failed_ && rest_.empty(); }
-    bool hasFailed() const { return failed_; }
-
-private:
-    /// Digits of the greatest length, and the colon.
-    static constexpr std::size_t longestNumber = 21;
-
-    template <typename Number>
-    static bool isWhole(std::string_view text, Number& value) {
-        const char* const end = text.data() + text.size();
-        const auto read = std::from_chars(text.data(), end, value);
-        return read.ec == std::errc() && read.ptr == end;
-    }
-    std::string_view fail() {
-        failed_ = true;
-        rest_ = {};
-        return {};
-    }
-
-    std::string_view rest_;
-    bool failed_ = false;
-};
-
-void readNotApplied(TextReader& reader, std::vector<NotAppliedTexts>& items) {
+void readNotApplied(CountedTextReader& reader, std::vector<NotAppliedTexts>& items) {
     for (std::size_t left = reader.number(maximumNotAppliedItems); left > 0 && !reader.hasFailed(); --left) {
         NotAppliedTexts& item = items.emplace_back();
         item.item = reader.text();
@@ -150,7 +88,7 @@ std::string recoveryFrame(std::string_view texts) {
 }
 
 std::string recoveryBytes(const Project& project, const std::vector<NotAppliedTexts>& notApplied) {
-    TextWriter writer;
+    CountedTextWriter writer;
     const auto add = [&writer](const std::string& text) { writer.add(text); };
     visitSettings(project, add);
     for (const auto address : addresses)
@@ -170,7 +108,7 @@ std::optional<UnsavedWork> readRecovery(std::string_view bytes) {
     constexpr std::size_t head = firstLine.size() + checksumDigits + 1;
     if (bytes.size() < head || bytes.substr(0, head) != headOf(bytes.substr(head)))
         return std::nullopt;
-    TextReader reader(bytes.substr(head));
+    CountedTextReader reader(bytes.substr(head));
     UnsavedWork work;
     const auto take = [&reader](std::string& text) { text = reader.text(); };
     visitSettings(work.project, take);

@@ -34,6 +34,7 @@ ItemSources ItemPanels::sources() {
 void ItemPanels::connectPanel(ItemPanel& panel) {
     connect(&panel, &ItemPanel::placeChosen, &navigator_, &Navigator::goTo);
     connect(&panel, &ItemPanel::rowLeft, &navigator_, &Navigator::forget);
+    emit made(panel);
 }
 
 QWidget* ItemPanels::makeMessages() {
@@ -78,18 +79,35 @@ void ItemPanels::enterMessagesFilter() {
     messages_->enterFilter();
 }
 
+std::vector<ItemPanel*> ItemPanels::panels() const {
+    std::vector<ItemPanel*> panels;
+    if (messages_)
+        panels.push_back(messages_);
+    if (variables_)
+        panels.push_back(variables_);
+    return panels;
+}
+
+ItemPanel* ItemPanels::shown() const {
+    for (ItemPanel* const panel : panels())
+        if (panel->isVisible())
+            return panel;
+    return nullptr;
+}
+
+const MessageDigests& ItemPanels::digests() {
+    digests_.update(project_);
+    return digests_;
+}
+
 void ItemPanels::projectChanged() {
-    for (ItemPanel* const panel :
-         {static_cast<ItemPanel*>(messages_.data()), static_cast<ItemPanel*>(variables_.data())})
-        if (panel)
-            panel->follow();
+    for (ItemPanel* const panel : panels())
+        panel->follow();
 }
 
 void ItemPanels::markNotApplied() {
-    for (ItemPanel* const panel :
-         {static_cast<ItemPanel*>(messages_.data()), static_cast<ItemPanel*>(variables_.data())})
-        if (panel)
-            panel->markNotApplied();
+    for (ItemPanel* const panel : panels())
+        panel->markNotApplied();
 }
 
 } // namespace orvista

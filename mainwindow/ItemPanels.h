@@ -27,18 +27,28 @@ public:
                PanelDock& dock);
 
     std::vector<CommandRow> viewEntries();
+    void miViewMessages_Click();
     /// Opens the tab of the messages with the cursor in its filter.
     void enterMessagesFilter();
+
+    /// The panel on the screen; null where it is none of these.
+    ItemPanel* shown() const;
+    /// Digests of all messages as they are now.
+    const MessageDigests& digests();
 
     void projectChanged();
     void markNotApplied();
 
+signals:
+    /// A panel was built.
+    void made(orvista::ItemPanel& panel);
+
 private:
     ItemSources sources();
+    std::vector<ItemPanel*> panels() const;
     void connectPanel(ItemPanel& panel);
     QWidget* makeMessages();
     QWidget* makeVariables();
-    void miViewMessages_Click();
     void miViewVariables_Click();
 
     const Project& project_;

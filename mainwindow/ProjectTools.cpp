@@ -3,6 +3,7 @@
 #include "check/forms/FindingsPanel.h"
 #include "display/forms/DisplayPreview.h"
 #include "mainwindow/Commands.h"
+#include "mainwindow/ItemEditing.h"
 #include "mainwindow/ItemPanels.h"
 #include "mainwindow/MessageListPage.h"
 #include "mainwindow/ModbusSettingPage.h"
@@ -29,6 +30,10 @@ namespace {
 
 constexpr const char* findingsPanel = "findings";
 
+void append(std::vector<CommandRow>& commands, const std::vector<CommandRow>& more) {
+    commands.insert(commands.end(), more.begin(), more.end());
+}
+
 } // namespace
 
 ProjectTools::ProjectTools(const Project& project, ProjectChanges& changes, Commands& commands,
@@ -52,6 +57,8 @@ ProjectTools::ProjectTools(const Project& project, ProjectChanges& changes, Comm
     addPanels();
     items_ = new ItemPanels(project_, check_, preview_, *navigator_, *dock_);
     comparison_ = new ComparisonTools(std::move(world), changes, *navigator_, *dock_, this);
+    itemEditing_ = new ItemEditing(project_, changes, commands, *items_, this);
+    connect(itemEditing_, &ItemEditing::notice, dock_, &PanelDock::showNotice);
     connectPages(pages);
     commands.observe(EnablingRules::projectWork, [this](bool enabled) {
         dock_->setPanelsEnabled(enabled);
@@ -104,7 +111,10 @@ void ProjectTools::projectChanged() {
 }
 
 MenuRow ProjectTools::editMenu() {
-    return {.name = "mnuEdit", .caption = tr("&Edit"), .commands = undo_->rows(), .restUnderDialogs = true};
+    std::vector<CommandRow> commands = undo_->rows();
+    append(commands, itemEditing_->entries());
+    return {
+        .name = "mnuEdit", .caption = tr("&Edit"), .commands = std::move(commands), .restUnderDialogs = true};
 }
 
 MenuRow ProjectTools::viewMenu() {
@@ -123,14 +133,14 @@ MenuRow ProjectTools::viewMenu() {
          .enabling = EnablingRules::always,
          .run = [this] { preview_.setShown(preview_.isHidden()); },
          .isCheckable = true}};
-    const std::vector<CommandRow> ofItems = items_->viewEntries();
-    commands.insert(commands.end(), ofItems.begin(), ofItems.end());
+    append(commands, items_->viewEntries());
     return {
         .name = "mnuView", .caption = tr("&View"), .commands = std::move(commands), .restUnderDialogs = true};
 }
 
 void ProjectTools::followStates() {
     undo_->followSteps();
+    itemEditing_->bindKeys();
     QAction& entry = commands_.action("miViewPreview");
     entry.setChecked(!preview_.isHidden());
     connect(&preview_, &DisplayPreview::shownChanged, &entry, &QAction::setChecked);

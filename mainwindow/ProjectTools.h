@@ -13,6 +13,7 @@ namespace orvista {
 class Commands;
 class DisplayPreview;
 class FindingsPanel;
+class ItemEditing;
 class ItemPanels;
 class MessageListPage;
 class ModbusSettingPage;
@@ -66,6 +67,7 @@ private:
     FolderCheck check_;
     ItemPanels* items_ = nullptr;
     ComparisonTools* comparison_ = nullptr;
+    ItemEditing* itemEditing_ = nullptr;
     QPointer<FindingsPanel> findings_; ///< null until it is opened
 };
 

@@ -1,0 +1,25 @@
+#include "tests/fuzz/ReaderRun.h"
+
+#include "exchange/CopiedItems.h"
+
+/// Any bytes are on the clipboard: what was read is written and read again as the same, and its items fit
+/// into a project.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    using namespace orvista;
+    const auto read = readCopied(testing::inputBytes(data, size));
+    const auto* const copied = std::get_if<CopiedItems>(&read);
+    if (!copied)
+        return 0;
+    const auto again = readCopied(copiedBytes(*copied));
+    testing::require(std::get<CopiedItems>(again) == *copied);
+    Project project;
+    std::vector<std::string> names;
+    for (const ItemState& item : copied->items)
+        names.push_back(item.item);
+    const Pasted pasted = pasteOnto(*copied, names, names);
+    testing::require(pasted.refusal.empty() && pasted.items.size() == copied->items.size());
+    for (const ItemState& item : pasted.items)
+        setItem(project, item);
+    testing::require(copiedItems(project, names).items == copied->items);
+    return 0;
+}
