@@ -1,6 +1,7 @@
 #include "mainwindow/ItemEditing.h"
 
 #include "exchange/forms/ItemPanel.h"
+#include "exchange/forms/frmReplace.h"
 #include "mainwindow/ItemPanels.h"
 #include "mainwindow/ProjectChanges.h"
 #include "widgets/RowsTable.h"
@@ -32,8 +33,15 @@ QString shownText(const std::string& utf8) {
 } // namespace
 
 ItemEditing::ItemEditing(const Project& project, ProjectChanges& changes, Commands& commands,
-                         ItemPanels& panels, QObject* parent)
-    : QObject(parent), project_(project), changes_(changes), commands_(commands), panels_(panels) {
+                         ItemPanels& panels, std::function<std::vector<std::string>()> notAppliedItems,
+                         QWidget& window)
+    : QObject(&window),
+      project_(project),
+      changes_(changes),
+      commands_(commands),
+      panels_(panels),
+      notAppliedItems_(std::move(notAppliedItems)),
+      window_(window) {
     connect(&panels, &ItemPanels::made, this, &ItemEditing::addTo);
 }
 
@@ -62,7 +70,14 @@ std::vector<CommandRow> ItemEditing::entries() {
              .shortcut = {},
              .toolTip = tr("Make the selected rows what they are in a new project"),
              .enabling = EnablingRules::projectWork,
-             .run = [this] { miEditClear_Click(); }}};
+             .run = [this] { miEditClear_Click(); }},
+            {.name = "miEditReplace",
+             .caption = tr("&Replace in Messages\u2026"),
+             .shortcut = Qt::CTRL | Qt::Key_H,
+             .toolTip = tr("Replace a text in the scripts of all messages, each place to be ticked off"),
+             .enabling = EnablingRules::projectWork,
+             .run = [this] { miEditReplace_Click(); },
+             .beginsGroup = true}};
 }
 
 void ItemEditing::bindKeys() {
@@ -126,6 +141,14 @@ void ItemEditing::miEditCut_Click() {
 void ItemEditing::miEditClear_Click() {
     if (const auto items = selectedItems(); !items.empty())
         changes_.change(tr("Clear"), clearedItems(items));
+}
+
+void ItemEditing::miEditReplace_Click() {
+    sayNothing();
+    frmReplace dialog(project_, notAppliedItems_(), &window_);
+    dialog.exec();
+    if (!dialog.IsCanceled)
+        changes_.change(tr("Replace"), dialog.Replaced);
 }
 
 std::optional<CopiedItems> ItemEditing::clipboardItems() {

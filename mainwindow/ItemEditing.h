@@ -5,6 +5,7 @@
 
 #include <QObject>
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -16,12 +17,14 @@ class ItemPanels;
 class ProjectChanges;
 
 /// Cut, Copy, Paste and Clear on the rows that are selected in a panel of items. Their keys are those of the
-/// tables; anywhere else, in text boxes above all, they mean what they always do.
+/// tables; anywhere else, in text boxes above all, they mean what they always do. Replace works on
+/// all messages.
 class ItemEditing final : public QObject {
     Q_OBJECT
 public:
+    /// \param notAppliedItems the names of the items that are shown with an edit that is not applied
     ItemEditing(const Project& project, ProjectChanges& changes, Commands& commands, ItemPanels& panels,
-                QObject* parent);
+                std::function<std::vector<std::string>()> notAppliedItems, QWidget& window);
 
     std::vector<CommandRow> entries();
     /// Gives the entries their keys, once they are there.
@@ -45,11 +48,14 @@ private:
     void miEditCopy_Click();
     void miEditPaste_Click();
     void miEditClear_Click();
+    void miEditReplace_Click();
 
     const Project& project_;
     ProjectChanges& changes_;
     Commands& commands_;
     ItemPanels& panels_;
+    std::function<std::vector<std::string>()> notAppliedItems_;
+    QWidget& window_;
     bool said_ = false;
 };
 

@@ -57,7 +57,8 @@ ProjectTools::ProjectTools(const Project& project, ProjectChanges& changes, Comm
     addPanels();
     items_ = new ItemPanels(project_, check_, preview_, *navigator_, *dock_);
     comparison_ = new ComparisonTools(std::move(world), changes, *navigator_, *dock_, this);
-    itemEditing_ = new ItemEditing(project_, changes, commands, *items_, this);
+    itemEditing_ = new ItemEditing(
+        project_, changes, commands, *items_, [this] { return navigator_->notAppliedItems(); }, window);
     connect(itemEditing_, &ItemEditing::notice, dock_, &PanelDock::showNotice);
     connectPages(pages);
     commands.observe(EnablingRules::projectWork, [this](bool enabled) {

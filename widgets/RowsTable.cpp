@@ -34,6 +34,7 @@ public:
 
     const std::vector<TableRow>& rows() const { return rows_; }
     void setRows(std::vector<TableRow> rows) {
+        ticks_.assign(rows.size(), true);
         if (rows.size() == rows_.size() && !rows.empty()) {
             rows_ = std::move(rows);
             emit dataChanged(index(0, 0), index(rowCount({}) - 1, columnCount({}) - 1));
@@ -55,7 +56,27 @@ public:
             return QVariant::fromValue(Qt::AlignLeft | Qt::AlignVCenter);
         return orientation == Qt::Horizontal && role == Qt::DisplayRole ? heads_.value(section) : QVariant();
     }
+    Qt::ItemFlags flags(const QModelIndex& index) const override {
+        const Qt::ItemFlags flags = QAbstractTableModel::flags(index);
+        return isTickable && index.column() == 0 ? flags | Qt::ItemIsUserCheckable : flags;
+    }
+    bool setData(const QModelIndex& index, const QVariant& value, int role) override {
+        if (!isTickable || index.column() != 0 || role != Qt::CheckStateRole)
+            return false;
+        ticks_[static_cast<std::size_t>(index.row())] = value.toInt() == Qt::Checked;
+        emit dataChanged(index, index, {role});
+        return true;
+    }
+    const std::vector<bool>& ticks() const { return ticks_; }
+    void setTicks(std::vector<bool> ticks) {
+        ticks.resize(rows_.size());
+        ticks_ = std::move(ticks);
+        if (!rows_.empty())
+            emit dataChanged(index(0, 0), index(rowCount({}) - 1, 0), {Qt::CheckStateRole});
+    }
     QVariant data(const QModelIndex& index, int role) const override {
+        if (role == Qt::CheckStateRole && isTickable && index.column() == 0)
+            return ticks_[static_cast<std::size_t>(index.row())] ? Qt::Checked : Qt::Unchecked;
         const TableCell& cell =
             rows_.at(static_cast<std::size_t>(index.row())).at(static_cast<std::size_t>(index.column()));
         if (role == Qt::DisplayRole || role == Qt::ToolTipRole)
@@ -67,9 +88,12 @@ public:
         return {};
     }
 
+    bool isTickable = false;
+
 private:
     QStringList heads_;
     std::vector<TableRow> rows_;
+    std::vector<bool> ticks_; ///< by row
 };
 
 class RowsTable::Shown final : public QSortFilterProxyModel {
@@ -151,6 +175,33 @@ void RowsTable::setRowHeight(int pixels) {
     verticalHeader()->setDefaultSectionSize(pixels);
 }
 
+void RowsTable::makeTickable() {
+    rows_->isTickable = true;
+    connect(rows_, &QAbstractItemModel::dataChanged, this,
+            [this](const QModelIndex&, const QModelIndex&, const QList<int>& roles) {
+                if (roles.contains(Qt::CheckStateRole))
+                    emit ticksChanged();
+            });
+}
+
+const std::vector<bool>& RowsTable::ticks() const {
+    return rows_->ticks();
+}
+
+void RowsTable::setTicks(std::vector<bool> ticks) {
+    rows_->setTicks(std::move(ticks));
+}
+
+void RowsTable::tickSelected() {
+    std::vector<bool> ticks = rows_->ticks();
+    const std::vector<int> selected = selectedRows();
+    const auto isTicked = [&ticks](int row) { return ticks[static_cast<std::size_t>(row)]; };
+    const bool tick = !std::all_of(selected.begin(), selected.end(), isTicked);
+    for (const int row : selected)
+        ticks[static_cast<std::size_t>(row)] = tick;
+    setTicks(std::move(ticks));
+}
+
 int RowsTable::rowOf(const QModelIndex& shown) const {
     return shown_->mapToSource(shown).row();
 }
@@ -205,6 +256,8 @@ void RowsTable::keyPressEvent(QKeyEvent* event) {
             QGuiApplication::clipboard()->setText(copiedText());
     } else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
         activateCurrent();
+    } else if (event->key() == Qt::Key_Space && rows_->isTickable) {
+        tickSelected();
     } else {
         QTableView::keyPressEvent(event);
     }

@@ -31,6 +31,13 @@ public:
     void setFilter(const QString& text);
     /// Shows only these of the rows that setRows() got, besides the filter; the next ones are all shown.
     void setShownRows(std::vector<bool> shown);
+    /// Gives each row a box in its first cell, which a click or Space ticks and unticks: all selected rows at
+    /// once. Rows are ticked when they come.
+    void makeTickable();
+    /// By the rows that setRows() got.
+    const std::vector<bool>& ticks() const;
+    /// \param ticks as many as there are rows
+    void setTicks(std::vector<bool> ticks);
     /// Gives all rows the same height, instead of that of their last cell.
     void setRowHeight(int pixels);
     /// The selected rows of those that setRows() got, in the order in which they are shown.
@@ -47,6 +54,7 @@ public:
 signals:
     /// \param row of those that setRows() got, from 0
     void rowActivated(int row);
+    void ticksChanged();
     /// The current row changed, or the table lost the focus.
     void rowLeft();
 
@@ -62,6 +70,7 @@ private:
     class Shown;
 
     void activate(const QModelIndex& index);
+    void tickSelected();
     void fitColumns();
 
     Model* rows_;

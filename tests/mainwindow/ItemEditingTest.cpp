@@ -102,7 +102,8 @@ void ItemEditingTest::theEntriesStandInTheMenuEdit() {
     QStringList captions;
     for (const QAction* action : editor.find<QMenu>("mnuEdit")->actions())
         captions << (action->isSeparator() ? QStringLiteral("-") : action->text());
-    QCOMPARE(captions.mid(0, 7), (QStringList{"Undo", "Redo", "-", "Cu&t", "&Copy", "&Paste", "Cl&ear"}));
+    QCOMPARE(captions.mid(0, 9), (QStringList{"Undo", "Redo", "-", "Cu&t", "&Copy", "&Paste", "Cl&ear", "-",
+                                              "&Replace in Messages\u2026"}));
     QCOMPARE(editor.find<QAction>("miEditPaste")->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_V));
 }
 

@@ -50,6 +50,10 @@ private slots:
     void keepsThePlaceWhenTheRowsChange();
     void sameRowsChangeNothing();
     void longTextsInTheLastColumnAreBroken();
+    void rowsAreTickedByClickAndSpace();
+    void onlyTheGivenRowsAreShown();
+    void asManyRowsAsBeforeStaySelected();
+    void selectedRowsComeAsTheyAreShown();
 };
 
 void RowsTableTest::rowsStandAsTheyCameUntilAHeadIsClicked() {
@@ -149,6 +153,52 @@ void RowsTableTest::longTextsInTheLastColumnAreBroken() {
     QCOMPARE(rows.table.rowHeight(1), line);
     rows.table.resize(2000, 200);
     QTRY_COMPARE(rows.table.rowHeight(0), line);
+}
+
+void RowsTableTest::rowsAreTickedByClickAndSpace() {
+    Table rows;
+    rows.choose(1);
+    QTest::keyClick(&rows.table, Qt::Key_Space);
+    QCOMPARE(rows.table.ticks(), (std::vector<bool>{true, true, true})); // there are no boxes
+    rows.table.makeTickable();
+    QSignalSpy changes(&rows.table, &RowsTable::ticksChanged);
+    QTest::keyClick(&rows.table, Qt::Key_Space);
+    QCOMPARE(rows.table.ticks(), (std::vector<bool>{true, false, true}));
+    const QRect cell = rows.table.visualRect(rows.table.model()->index(2, 0));
+    QTest::mouseClick(rows.table.viewport(), Qt::LeftButton, {}, {cell.x() + 10, cell.center().y()});
+    QCOMPARE(rows.table.ticks(), (std::vector<bool>{true, false, false}));
+    QCOMPARE(changes.size(), 2);
+    rows.table.setTicks({false, true, true});
+    QCOMPARE(rows.table.model()->index(0, 0).data(Qt::CheckStateRole).toInt(), int(Qt::Unchecked));
+    rows.table.setRows({{{"one"}, {"1"}}});
+    QCOMPARE(rows.table.ticks(), std::vector<bool>{true});
+}
+
+void RowsTableTest::onlyTheGivenRowsAreShown() {
+    Table rows;
+    rows.table.setShownRows({true, false, true});
+    QCOMPARE(rows.shown(), (QStringList{"pear", "Fig\ttree\n"}));
+    rows.table.setFilter(QStringLiteral("fig"));
+    QCOMPARE(rows.shown(), QStringList{"Fig\ttree\n"});
+    rows.table.setFilter({});
+    rows.table.setShownRows({});
+    QCOMPARE(rows.shown().size(), 3);
+}
+
+void RowsTableTest::asManyRowsAsBeforeStaySelected() {
+    Table rows;
+    rows.choose(1);
+    QTest::keyClick(&rows.table, Qt::Key_Down, Qt::ShiftModifier);
+    rows.table.setRows({{{"a"}, {"1"}}, {{"b"}, {"2"}}, {{"c"}, {"3"}}});
+    QCOMPARE(rows.table.selectedRows(), (std::vector<int>{1, 2}));
+}
+
+void RowsTableTest::selectedRowsComeAsTheyAreShown() {
+    Table rows;
+    rows.table.sortByColumn(0, Qt::AscendingOrder); // apple, Fig tree, pear
+    rows.table.selectAll();
+    QCOMPARE(rows.table.selectedRows(), (std::vector<int>{1, 2, 0}));
+    QCOMPARE(rows.table.rowsFrom(2), (std::vector<int>{2, 0}));
 }
 
 QTEST_MAIN(RowsTableTest)
