@@ -1,13 +1,11 @@
 #pragma once
 
-#include "model/BitmapName.h"
+#include "model/BitmapFiles.h"
 #include "model/DeviceFiles.h"
 
 #include <array>
 #include <cstddef>
-#include <string>
 #include <string_view>
-#include <vector>
 
 namespace orvista {
 
@@ -18,10 +16,5 @@ inline constexpr auto transferredDeviceFiles = [] {
         names[i] = deviceFiles[i]->name;
     return names;
 }();
-
-/// Names of the folder's bitmaps: regular files (or links to them) only, sorted with ASCII case folded. A
-/// folder that cannot be read has none.
-/// \param folder UTF-8
-std::vector<std::string> bitmapsOfFolder(const std::string& folder);
 
 } // namespace orvista

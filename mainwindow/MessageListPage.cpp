@@ -138,7 +138,13 @@ std::string* MessageListPage::storedScript() const {
     return scriptNamed(project_, txtMsgName->bytes());
 }
 
+void MessageListPage::noteDiscarded(bool differs) {
+    if (differs && !txtMsg->document()->isEmpty())
+        emit discarded(shownItem(), txtMsg->bytes());
+}
+
 void MessageListPage::trvMsg_NodeClick(QTreeWidgetItem* node) {
+    noteDiscarded(isNotApplied());
     const std::string key = nodeKey(*node).toStdString();
     const auto number = [](std::size_t index) { return decimalText(static_cast<std::int64_t>(index) + 1); };
     if (const auto regular = regularMessages.indexOfKey(key))
@@ -171,6 +177,9 @@ void MessageListPage::showNothing() {
 }
 
 void MessageListPage::refresh() {
+    // The project holds another script already. What was found last tells; a long one that was just edited
+    // is taken to differ.
+    noteDiscarded(!lblNotApplied->isHidden() || comparison_->isActive());
     if (const std::string* const script = storedScript())
         txtMsg->setBytes(*script);
     preview_->restart();

@@ -43,6 +43,8 @@ public:
     void showItem(const QString& key) override;
     void showAnew() override { refresh(); }
     void enter(std::size_t line) override;
+    /// Writes a script over the one in the box, as typing it does.
+    void typeScript(const std::string& script);
     DisplayPreview& preview() { return *preview_; }
 
     /// True when an edited script waits for Apply.
@@ -53,6 +55,8 @@ signals:
     void notAppliedChanged();
     /// Apply has stored the shown script; the message held this before.
     void stored(const ItemState& before);
+    /// An edited script of that message was thrown away.
+    void discarded(const std::string& item, const std::string& script);
     /// The script in the box is another.
     void edited();
 
@@ -64,6 +68,7 @@ private:
     /// Where the project holds the shown message's script; nothing when none is shown.
     std::string* storedScript() const;
 
+    void noteDiscarded(bool differs);
     void trvMsg_NodeClick(QTreeWidgetItem* node);
     void showMessage(const std::string& name, const std::string& serial, const std::string& script);
     void showNothing();
@@ -72,7 +77,6 @@ private:
     void compare();
     void btnEditMessage_Click();
     void addScriptPart(const std::string& part);
-    void typeScript(const std::string& script);
 
     Project& project_;
     ModifiedMark& modifiedMark_;

@@ -3,6 +3,7 @@
 #include "check/forms/FindingsPanel.h"
 #include "display/forms/DisplayPreview.h"
 #include "mainwindow/Commands.h"
+#include "mainwindow/DiscardedScriptsMenu.h"
 #include "mainwindow/ItemEditing.h"
 #include "mainwindow/ItemPanels.h"
 #include "mainwindow/MessageListPage.h"
@@ -52,7 +53,8 @@ ProjectTools::ProjectTools(const Project& project, ProjectChanges& changes, Comm
            {&booleanVariables, "miVarLst", &pages.variables},
            {nullptr, "miOptionModbusSetting", &pages.addresses}},
           [this](const QString& text) { dock_->showNotice(text); }, this)),
-      undo_(new UndoEntries(changes, commands, window)) {
+      undo_(new UndoEntries(changes, commands, window)),
+      discarded_(new DiscardedScriptsMenu(pages.messages, *navigator_, window)) {
     connect(&changes, &ProjectChanges::notice, dock_, &PanelDock::showNotice);
     addPanels();
     items_ = new ItemPanels(project_, check_, preview_, *navigator_, *dock_);
@@ -60,6 +62,7 @@ ProjectTools::ProjectTools(const Project& project, ProjectChanges& changes, Comm
     itemEditing_ = new ItemEditing(
         project_, changes, commands, *items_, [this] { return navigator_->notAppliedItems(); }, window);
     connect(itemEditing_, &ItemEditing::notice, dock_, &PanelDock::showNotice);
+    connect(itemEditing_, &ItemEditing::pastedFrom, this, &ProjectTools::itemsCameFrom);
     connectPages(pages);
     commands.observe(EnablingRules::projectWork, [this](bool enabled) {
         dock_->setPanelsEnabled(enabled);
@@ -114,6 +117,7 @@ void ProjectTools::projectChanged() {
 MenuRow ProjectTools::editMenu() {
     std::vector<CommandRow> commands = undo_->rows();
     append(commands, itemEditing_->entries());
+    commands.push_back(DiscardedScriptsMenu::entry());
     return {
         .name = "mnuEdit", .caption = tr("&Edit"), .commands = std::move(commands), .restUnderDialogs = true};
 }
@@ -142,6 +146,7 @@ MenuRow ProjectTools::viewMenu() {
 void ProjectTools::followStates() {
     undo_->followSteps();
     itemEditing_->bindKeys();
+    discarded_->attachTo(commands_);
     QAction& entry = commands_.action("miViewPreview");
     entry.setChecked(!preview_.isHidden());
     connect(&preview_, &DisplayPreview::shownChanged, &entry, &QAction::setChecked);

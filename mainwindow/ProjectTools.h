@@ -6,11 +6,14 @@
 #include <QObject>
 #include <QPointer>
 
+#include <string>
+
 class QMainWindow;
 
 namespace orvista {
 
 class Commands;
+class DiscardedScriptsMenu;
 class DisplayPreview;
 class FindingsPanel;
 class ItemEditing;
@@ -51,6 +54,10 @@ public:
     /// The project in memory is another, or may be.
     void projectChanged();
 
+signals:
+    /// The project got items of one in that folder (UTF-8).
+    void itemsCameFrom(const std::string& folder);
+
 private:
     void addPanels();
     void connectPages(const Pages& pages);
@@ -64,6 +71,7 @@ private:
     PanelDock* dock_;
     Navigator* navigator_;
     UndoEntries* undo_;
+    DiscardedScriptsMenu* discarded_;
     FolderCheck check_;
     ItemPanels* items_ = nullptr;
     ComparisonTools* comparison_ = nullptr;

@@ -4,8 +4,11 @@
 #include "mainwindow/Commands.h"
 #include "mainwindow/ItemPage.h"
 #include "mainwindow/Navigator.h"
+#include "mainwindow/PanelDock.h"
 #include "model/ProjectLifecycle.h"
 #include "widgets/PathText.h"
+
+#include <utility>
 
 namespace orvista {
 
@@ -13,6 +16,9 @@ namespace {
 
 /// So many names of a list are told.
 constexpr std::size_t namesTold = 8;
+
+/// Of the line in the dock, and of its button.
+constexpr const char* offerName = "UnsavedWork";
 
 QString told(const std::vector<std::string>& names) {
     QStringList list;
@@ -39,31 +45,41 @@ QString told(const UnsavedDifferences& differences) {
 
 } // namespace
 
-Recovery::Recovery(DocMgrModule::ProjectLifecycle& lifecycle, Messages& messages,
-                   std::vector<ItemPage*> pages, const RecoverySettings& settings, QWidget& window)
-    : QObject(&window),
+Recovery::Recovery(DocMgrModule::ProjectLifecycle& lifecycle, const Surroundings& surroundings,
+                   std::vector<ItemPage*> pages, const RecoverySettings& settings)
+    : QObject(&surroundings.window),
       lifecycle_(lifecycle),
-      messages_(messages),
+      around_(surroundings),
       pages_(std::move(pages)),
-      window_(window),
-      keeper_(new RecoveryKeeper(lifecycle.project(), {pages_.begin(), pages_.end()}, settings, this)) {}
+      keeper_(new RecoveryKeeper(lifecycle.project(), {pages_.begin(), pages_.end()}, settings, this)) {
+    connect(&around_.dock, &PanelDock::shownChanged, this, &Recovery::tellOnce);
+}
 
-CommandRow Recovery::restoreCommand(Navigator& navigator) {
+/// Looked for with the first sight of the dock only: the start is to cost nothing, and to show nothing.
+void Recovery::tellOnce(bool dockShown) {
+    if (!dockShown || std::exchange(hasTold_, true) || keeper_->folder().abandoned().empty())
+        return;
+    around_.dock.offer({QString::fromLatin1(offerName), tr("There is work that was not saved"),
+                        tr("Restore…"), [this] { miToolsRestore_Click(); }});
+}
+
+CommandRow Recovery::restoreCommand() {
     return {.name = "miToolsRestore",
             .caption = tr("&Restore Unsaved Work…"),
             .shortcut = {},
             .toolTip = tr("Open work that was not saved when the program ended"),
             .enabling = EnablingRules::always,
-            .run = [this, &navigator] { miToolsRestore_Click(navigator); },
+            .run = [this] { miToolsRestore_Click(); },
             .beginsGroup = true};
 }
 
-void Recovery::miToolsRestore_Click(Navigator& navigator) {
+void Recovery::miToolsRestore_Click() {
+    around_.dock.withdraw(QString::fromLatin1(offerName));
     const std::vector<RecoveryFolder::Copy> copies = keeper_->folder().abandoned();
-    frmRestore dialog(rowsOf(copies), &window_);
+    frmRestore dialog(rowsOf(copies), &around_.window);
     dialog.exec();
     if (!dialog.IsCanceled)
-        open(copies.at(static_cast<std::size_t>(dialog.chosen)).path, navigator);
+        open(copies.at(static_cast<std::size_t>(dialog.chosen)).path);
 }
 
 std::vector<frmRestore::Row> Recovery::rowsOf(const std::vector<RecoveryFolder::Copy>& copies) const {
@@ -82,16 +98,16 @@ frmRestore::Row Recovery::rowOf(const RecoveryFolder::Copy& copy) const {
             told(unsavedDifferences(*work, paths))};
 }
 
-void Recovery::open(const QString& path, Navigator& navigator) {
+void Recovery::open(const QString& path) {
     auto claimed = RecoveryFolder::claim(path);
     if (!claimed)
-        return messages_.show(MessageIcon::Exclamation, "Unable to open " + path.toStdString());
+        return around_.messages.show(MessageIcon::Exclamation, "Unable to open " + path.toStdString());
     if (!lifecycle_.openUnsavedWork(claimed->work.project))
         return;
     const std::vector<NotAppliedTexts> notApplied = claimed->work.notApplied;
     keeper_->folder().adopt(std::move(*claimed));
     for (const NotAppliedTexts& item : notApplied) {
-        navigator.goTo({item.item});
+        around_.navigator.goTo({item.item});
         for (ItemPage* const page : pages_)
             if (page->shownItem() == item.item)
                 page->putBack(item.texts);

@@ -14,6 +14,7 @@ namespace orvista {
 class ItemPage;
 class Messages;
 class Navigator;
+class PanelDock;
 struct CommandRow;
 
 namespace DocMgrModule {
@@ -24,24 +25,31 @@ class ProjectLifecycle;
 class Recovery final : public QObject {
     Q_OBJECT
 public:
+    struct Surroundings {
+        Messages& messages;
+        Navigator& navigator;
+        PanelDock& dock;
+        QWidget& window;
+    };
     /// \param pages all that show items, in the order in which their texts are put back
-    Recovery(DocMgrModule::ProjectLifecycle& lifecycle, Messages& messages, std::vector<ItemPage*> pages,
-             const RecoverySettings& settings, QWidget& window);
+    Recovery(DocMgrModule::ProjectLifecycle& lifecycle, const Surroundings& surroundings,
+             std::vector<ItemPage*> pages, const RecoverySettings& settings);
 
     RecoveryKeeper& keeper() { return *keeper_; }
     /// Tools > Restore Unsaved Work…
-    CommandRow restoreCommand(Navigator& navigator);
+    CommandRow restoreCommand();
 
 private:
-    void miToolsRestore_Click(Navigator& navigator);
+    void miToolsRestore_Click();
+    void tellOnce(bool dockShown);
     std::vector<frmRestore::Row> rowsOf(const std::vector<RecoveryFolder::Copy>& copies) const;
     frmRestore::Row rowOf(const RecoveryFolder::Copy& copy) const;
-    void open(const QString& path, Navigator& navigator);
+    void open(const QString& path);
 
     DocMgrModule::ProjectLifecycle& lifecycle_;
-    Messages& messages_;
+    Surroundings around_;
     std::vector<ItemPage*> pages_;
-    QWidget& window_;
+    bool hasTold_ = false;
     RecoveryKeeper* keeper_;
 };
 

@@ -2,6 +2,7 @@
 
 #include "dialogs/frmLic.h"
 #include "link/TransferCommands.h"
+#include "mainwindow/BitmapOffer.h"
 #include "mainwindow/Commands.h"
 #include "mainwindow/FileTools.h"
 #include "mainwindow/Guard.h"
@@ -176,7 +177,7 @@ std::vector<MenuRow> frmMain::menuRows() {
 
 MenuRow frmMain::toolsMenu() {
     MenuRow menu = tools_->toolsMenu();
-    menu.commands.push_back(recovery_->restoreCommand(tools_->navigator()));
+    menu.commands.push_back(recovery_->restoreCommand());
     return menu;
 }
 
@@ -190,6 +191,7 @@ void frmMain::buildCommands() {
                               {lifecycle_, seams_.chooser, [this] { return transfer_; }}, *this);
     files_ = new FileTools(lifecycle_, tools_->dock(), *this);
     buildRecovery();
+    buildBitmapOffer();
     commands_->addMenus(*menuBar(), menuRows());
     tools_->followStates();
     for (QWidget* const control : {static_cast<QWidget*>(tabDetails), static_cast<QWidget*>(trvSystem)})
@@ -201,12 +203,21 @@ void frmMain::buildCommands() {
 
 void frmMain::buildRecovery() {
     // The message page last: its script is what the user goes on with.
-    recovery_ = new Recovery(lifecycle_, seams_.messages, {modbusPage_, variablePage_, messagePage_},
-                             seams_.recovery, *this);
+    recovery_ = new Recovery(lifecycle_, {seams_.messages, tools_->navigator(), tools_->dock(), *this},
+                             {modbusPage_, variablePage_, messagePage_}, seams_.recovery);
     RecoveryKeeper& keeper = recovery_->keeper();
     connect(modbusPage_, &ModbusSettingPage::edited, &keeper, &RecoveryKeeper::noteChange);
     connect(variablePage_, &VariableListPage::edited, &keeper, &RecoveryKeeper::noteChange);
     connect(messagePage_, &MessageListPage::edited, &keeper, &RecoveryKeeper::noteChange);
+}
+
+void frmMain::buildBitmapOffer() {
+    bitmaps_ = new BitmapOffer(project_, tools_->dock(), this);
+    connect(tools_, &ProjectTools::itemsCameFrom, bitmaps_, &BitmapOffer::offerFrom);
+    connect(bitmaps_, &BitmapOffer::copied, this, [this] {
+        messagePage_->followProject();
+        tools_->projectChanged();
+    });
 }
 
 void frmMain::buildLayout() {
@@ -295,11 +306,16 @@ void frmMain::showCaption(const std::string& caption) {
 void frmMain::follow(ProjectTransition transition) {
     commands_->follow(transition);
     if (transition == ProjectTransition::Reset)
-        changes_->forget();
+        forgetProject();
     recovery_->keeper().follow(transition);
     files_->follow(transition);
     messagePage_->followProject();
     tools_->projectChanged();
+}
+
+void frmMain::forgetProject() {
+    changes_->forget();
+    bitmaps_->withdraw();
 }
 
 void frmMain::showProjectName(const std::string& name) {
@@ -361,7 +377,10 @@ void frmMain::miFileSave_Click() {
 }
 
 void frmMain::miFileSaveAs_Click() {
+    const std::string folder = project_.ProjPath;
     lifecycle_.SaveAsCommand();
+    if (project_.ProjPath != folder)
+        bitmaps_->offerFrom(folder);
 }
 
 void frmMain::miFileExit_Click() {

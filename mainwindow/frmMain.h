@@ -16,6 +16,7 @@ class QTreeWidgetItem;
 
 namespace orvista {
 
+class BitmapOffer;
 class Commands;
 struct CommandRow;
 class FileTools;
@@ -79,12 +80,14 @@ private:
     void buildLayout();
     void buildCommands();
     void buildRecovery();
+    void buildBitmapOffer();
     MenuRow toolsMenu();
     std::vector<MenuRow> menuRows();
     std::vector<CommandRow> pageEntries() const;
     void Form_Load();
     void Form_Activate();
     void queueActivation();
+    void forgetProject();
     void markPageInTree(int page);
 
     std::function<void()> handler(void (frmMain::*click)());
@@ -121,6 +124,7 @@ private:
     ProjectTools* tools_ = nullptr;
     FileTools* files_ = nullptr;
     Recovery* recovery_ = nullptr;
+    BitmapOffer* bitmaps_ = nullptr;
     ItemTree* trvSystem;
     QTabWidget* tabDetails;
     std::vector<PageRow> pages_;

@@ -4,6 +4,7 @@
 #include "link/ftp/DownloadStaging.h"
 #include "link/ftp/FtpLink.h"
 #include "link/ftp/RemoteNames.h"
+#include "model/BitmapName.h"
 #include "model/FolderLookup.h"
 #include "model/Text.h"
 

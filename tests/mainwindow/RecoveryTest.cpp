@@ -106,6 +106,7 @@ private slots:
     void restoresByKeyboardAlone();
     void nothingToRestoreIsSaid();
     void whatIsThereNeverOpensOrAsksByItself();
+    void theDockTellsOnceWhatIsThere();
     void escapeRestoresNothing();
     void aModifiedProjectIsAskedForFirst();
     void aFailedSaveStopsTheRestore();
@@ -397,6 +398,22 @@ void RecoveryTest::whatIsThereNeverOpensOrAsksByItself() {
     QVERIFY(editor.find<QWidget>("dockPanels")->isHidden());
     editor.newProject("Line4");
     QVERIFY(editor.messages.asked.empty());
+}
+
+void RecoveryTest::theDockTellsOnceWhatIsThere() {
+    const TemporaryFolder data;
+    leaveWork(data, "Line3");
+    Editor editor(data);
+    editor.trigger("miViewPanels");
+    QVERIFY(editor.find<QLabel>("lblUnsavedWork")->isVisible());
+    QCOMPARE(editor.find<QLabel>("lblUnsavedWork")->text(), "There is work that was not saved");
+    onModal("frmRestore", openFirst);
+    editor.click("btnUnsavedWork");
+    QTRY_COMPARE(editor.project.ProjName, std::string("Line3"));
+    QVERIFY(!editor.find<QLabel>("lblUnsavedWork")->isVisible());
+    editor.trigger("miViewPanels");
+    editor.trigger("miViewPanels");
+    QVERIFY(!editor.find<QLabel>("lblUnsavedWork")->isVisible());
 }
 
 void RecoveryTest::escapeRestoresNothing() {

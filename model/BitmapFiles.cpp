@@ -1,5 +1,6 @@
-#include "link/TransferredFiles.h"
+#include "model/BitmapFiles.h"
 
+#include "model/BitmapName.h"
 #include "model/Files.h"
 #include "model/Text.h"
 

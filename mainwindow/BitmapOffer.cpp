@@ -1,0 +1,44 @@
+#include "mainwindow/BitmapOffer.h"
+
+#include "exchange/LeftBehindBitmaps.h"
+#include "mainwindow/PanelDock.h"
+#include "model/Project.h"
+#include "widgets/PathText.h"
+
+namespace orvista {
+
+namespace {
+
+/// Of the line in the dock, and of its button.
+constexpr const char* offerName = "CopyBitmaps";
+
+} // namespace
+
+BitmapOffer::BitmapOffer(const Project& project, PanelDock& dock, QObject* parent)
+    : QObject(parent), project_(project), dock_(dock) {}
+
+void BitmapOffer::offerFrom(const std::string& folder) {
+    const std::size_t count = leftBehindBitmaps(project_, folder).size();
+    if (count == 0)
+        return withdraw();
+    const QString path = shownPath(folder);
+    dock_.offer({QString::fromLatin1(offerName),
+                 count == 1 ? tr("1 bitmap of the messages is only in %1").arg(path)
+                            : tr("%1 bitmaps of the messages are only in %2").arg(count).arg(path),
+                 count == 1 ? tr("Copy 1 Bitmap") : tr("Copy %1 Bitmaps").arg(count),
+                 [this, folder] { copyFrom(folder); }});
+}
+
+void BitmapOffer::withdraw() {
+    dock_.withdraw(QString::fromLatin1(offerName));
+}
+
+void BitmapOffer::copyFrom(const std::string& folder) {
+    // Looked up again: some may have been brought along by hand since.
+    const auto failed = copyMissingFiles(leftBehindBitmaps(project_, folder), folder, project_.ProjPath);
+    emit copied();
+    if (!failed.empty())
+        dock_.showNotice(tr("%1 cannot be copied").arg(shownPath(failed.front())));
+}
+
+} // namespace orvista

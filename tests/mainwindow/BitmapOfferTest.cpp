@@ -1,0 +1,160 @@
+#include "tests/support/EditorFixture.h"
+
+#include <QLabel>
+#include <QPushButton>
+#include <QTableView>
+
+using namespace orvista;
+using namespace orvista::testing;
+
+namespace {
+
+/// A saved project whose messages name two bitmaps of its folder.
+struct Editor : EditorFixture {
+    Editor() {
+        startWithNewProject();
+        project.STDMSG[0] = "CLEAR\r\nIMG 0 0 RED BLACK pump.bmp";
+        project.ALTMSG[0] = "CLEAR\r\nIMG 0 0 RED BLACK alarm.bmp";
+        for (const char* const name : {"pump.bmp", "alarm.bmp", "unused.bmp"})
+            writeBytes(projectFolder.file(name), "old");
+        trigger("miFileSave");
+    }
+    void saveAs(const std::string& path) {
+        chooser.saveAsPaths.push_back(path);
+        trigger("miFileSaveAs");
+    }
+    bool isOffered() const {
+        const auto* const line = window->findChild<QLabel*>("lblCopyBitmaps");
+        return line && line->isVisible();
+    }
+    bool has(const char* name) const { return std::filesystem::exists(systemPath(other.file(name))); }
+
+    TemporaryFolder other;
+};
+
+} // namespace
+
+class BitmapOfferTest : public QObject {
+    Q_OBJECT
+private slots:
+    void saveAsElsewhereOffersWhatStayedBehind();
+    void oneBitmapIsOneBitmap();
+    void copiesByKeyboardAlone();
+    void neverReplacesAFile();
+    void whatCannotBeCopiedIsSaid();
+    void saveAsInTheSameFolderOffersNothing();
+    void withoutMissingBitmapsTheDockStaysHidden();
+    void aFailedOrCancelledSaveAsOffersNothing();
+    void theOfferGoesWithTheProject();
+    void aPasteFromAnotherProjectOffersItsBitmaps();
+};
+
+void BitmapOfferTest::saveAsElsewhereOffersWhatStayedBehind() {
+    Editor editor;
+    editor.saveAs(editor.other.file("Copy.orx"));
+    QVERIFY(editor.isOffered());
+    QCOMPARE(editor.find<QLabel>("lblCopyBitmaps")->text(),
+             "2 bitmaps of the messages are only in " + QString::fromStdString(editor.projectFolder.path()));
+    QCOMPARE(editor.find<QPushButton>("btnCopyBitmaps")->text(), QStringLiteral("Copy 2 Bitmaps"));
+    QVERIFY(!editor.has("pump.bmp"));
+    editor.click("btnCopyBitmaps");
+    QVERIFY(editor.has("pump.bmp") && editor.has("alarm.bmp") && !editor.has("unused.bmp"));
+    QVERIFY(!editor.isOffered());
+    QVERIFY(editor.find<QWidget>("dockPanels")->isHidden());
+    QVERIFY(!editor.project.modified);
+}
+
+void BitmapOfferTest::oneBitmapIsOneBitmap() {
+    Editor editor;
+    writeBytes(editor.other.file("PUMP.BMP"), "new"); // the display knows it in any case
+    editor.saveAs(editor.other.file("Copy.orx"));
+    QCOMPARE(editor.find<QLabel>("lblCopyBitmaps")->text(),
+             "1 bitmap of the messages is only in " + QString::fromStdString(editor.projectFolder.path()));
+    QCOMPARE(editor.find<QPushButton>("btnCopyBitmaps")->text(), QStringLiteral("Copy 1 Bitmap"));
+}
+
+void BitmapOfferTest::copiesByKeyboardAlone() {
+    Editor editor;
+    editor.showPage("C4");
+    editor.saveAs(editor.other.file("Copy.orx"));
+    auto* const button = editor.find<QPushButton>("btnCopyBitmaps");
+    QVERIFY(!button->hasFocus()); // it is the user's choice
+    for (int tabs = 0; tabs < 40 && !button->hasFocus(); ++tabs)
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    QVERIFY(button->hasFocus());
+    QTest::keyClick(button, Qt::Key_Return);
+    QVERIFY(editor.has("pump.bmp") && editor.has("alarm.bmp"));
+}
+
+void BitmapOfferTest::neverReplacesAFile() {
+    Editor editor;
+    editor.saveAs(editor.other.file("Copy.orx"));
+    writeBytes(editor.other.file("pump.bmp"), "came in between");
+    editor.click("btnCopyBitmaps");
+    QCOMPARE(fileBytes(editor.other.file("pump.bmp")), std::string("came in between"));
+    QCOMPARE(fileBytes(editor.other.file("alarm.bmp")), std::string("old"));
+}
+
+void BitmapOfferTest::whatCannotBeCopiedIsSaid() {
+    Editor editor;
+    editor.saveAs(editor.other.file("Copy.orx"));
+    std::filesystem::create_directory(systemPath(editor.other.file("pump.bmp"))); // in the way
+    editor.click("btnCopyBitmaps");
+    QCOMPARE(editor.find<QLabel>("lblNotice")->text(), QStringLiteral("pump.bmp cannot be copied"));
+    QVERIFY(editor.has("alarm.bmp"));
+}
+
+void BitmapOfferTest::saveAsInTheSameFolderOffersNothing() {
+    Editor editor;
+    editor.saveAs(editor.projectFolder.file("Other.orx"));
+    QVERIFY(!editor.isOffered());
+}
+
+void BitmapOfferTest::withoutMissingBitmapsTheDockStaysHidden() {
+    Editor editor;
+    for (const char* const name : {"pump.bmp", "alarm.bmp"})
+        writeBytes(editor.other.file(name), "new");
+    editor.saveAs(editor.other.file("Copy.orx"));
+    QVERIFY(editor.find<QWidget>("dockPanels")->isHidden());
+}
+
+void BitmapOfferTest::aFailedOrCancelledSaveAsOffersNothing() {
+    Editor editor;
+    editor.trigger("miFileSaveAs"); // the dialog is cancelled
+    QVERIFY(!editor.isOffered());
+    editor.saveAs(editor.other.file("missing/Copy.orx"));
+    QVERIFY(!editor.isOffered());
+    QCOMPARE(editor.project.ProjPath, editor.projectFolder.path());
+}
+
+void BitmapOfferTest::theOfferGoesWithTheProject() {
+    Editor editor;
+    editor.saveAs(editor.other.file("Copy.orx"));
+    QVERIFY(editor.isOffered());
+    editor.newProject("Line4");
+    QVERIFY(!editor.isOffered());
+    QVERIFY(editor.find<QWidget>("dockPanels")->isHidden());
+}
+
+void BitmapOfferTest::aPasteFromAnotherProjectOffersItsBitmaps() {
+    Editor editor;
+    const auto firstMessage = [&editor](const char* command) {
+        editor.trigger("miViewMessages");
+        auto* const table = editor.find<QTableView>("tblMessages");
+        table->setFocus();
+        table->selectRow(0);
+        editor.trigger(command);
+    };
+    firstMessage("miEditCopy");
+    editor.chooser.newProjects.push_back({editor.other.path(), "Other"});
+    editor.trigger("miFileNew");
+    firstMessage("miEditPaste");
+    QCOMPARE(editor.project.STDMSG[0], std::string("CLEAR\r\nIMG 0 0 RED BLACK pump.bmp"));
+    QVERIFY(editor.isOffered());
+    QCOMPARE(editor.find<QPushButton>("btnCopyBitmaps")->text(), QStringLiteral("Copy 1 Bitmap"));
+    editor.click("btnCopyBitmaps");
+    QCOMPARE(fileBytes(editor.other.file("pump.bmp")), std::string("old"));
+}
+
+QTEST_MAIN(BitmapOfferTest)
+#include "BitmapOfferTest.moc"
