@@ -15,8 +15,6 @@ namespace orvista {
 
 namespace {
 
-constexpr std::int64_t lastAddress = 65535;
-
 /// A block of addresses, all of one table.
 struct Block {
     const ItemKind& kind;
@@ -42,13 +40,13 @@ std::string capitalised(std::string_view text) {
 }
 
 void checkRange(const Block& block, FindingList& found) {
-    if (block.first >= 0 && block.last <= lastAddress)
+    if (block.first >= 0 && block.last <= lastModbusAddress)
         return;
     found.add(codes::addressRange, {}, [&] {
         return capitalised(block.name) + " lie at " + range(block.first, block.last) +
                ", but addresses go from 0 to 65535, so that not all of them can be reached: choose a start "
                "from 0 to " +
-               decimalText(lastAddress - block.length() + 1) + ".";
+               decimalText(lastModbusAddress - block.length() + 1) + ".";
     });
 }
 

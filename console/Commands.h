@@ -21,5 +21,8 @@ void addCompare(CLI::App& program, Run& run);
 void addNew(CLI::App& program, Run& run);
 void addUpload(CLI::App& program, Run& run);
 void addDownload(CLI::App& program, Run& run);
+void addRead(CLI::App& program, Run& run);
+void addSwitch(CLI::App& program, Run& run);
+void addWrite(CLI::App& program, Run& run);
 
 } // namespace orvista::console

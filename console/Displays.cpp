@@ -7,6 +7,8 @@
 #include "link/TransferControls.h"
 #include "model/DeviceFiles.h"
 #include "model/Numbers.h"
+#include "model/ProjectFile.h"
+#include "model/Text.h"
 
 namespace orvista::console {
 
@@ -27,14 +29,24 @@ private:
     Progress progress_;
 };
 
-} // namespace
-
-DisplayAddress transferAddress(const std::string& argument) {
+DisplayAddress addressOf(const std::string& argument, DisplayService service) {
     try {
-        return displayAddress(argument, fileTransfer);
+        return displayAddress(argument, service);
     } catch (const BadDisplayAddress& failure) {
         throw CommandFailure(ExitStatus::Unusable, failure.what());
     }
+}
+
+} // namespace
+
+DisplayAddress transferAddress(const std::string& argument) {
+    return addressOf(argument, fileTransfer);
+}
+
+DisplayAddress modbusAddress(const std::string& argument) {
+    if (endsWithIgnoringCase(argument, DocMgrModule::projectExtension))
+        throw CommandFailure(ExitStatus::Unusable, argument + " is a project; the display comes first");
+    return addressOf(argument, modbusTcp);
 }
 
 void fetchDisplay(const DisplayAddress& display, const std::string& folder) {

@@ -11,6 +11,10 @@ namespace orvista::console {
 /// Where files go to and come from. \throws CommandFailure for text that names no display
 DisplayAddress transferAddress(const std::string& argument);
 
+/// The argument DISPLAY of the commands that speak Modbus. \throws CommandFailure
+DisplayAddress modbusAddress(const std::string& argument);
+inline constexpr const char* modbusDisplayHelp = "The display: NAME, NAME:PORT or [IPv6]:PORT; port 502";
+
 /// Fetches the files of a display into a folder that is there already, and shows how far it is.
 /// \throws CommandFailure
 void fetchDisplay(const DisplayAddress& display, const std::string& folder);

@@ -67,6 +67,15 @@ void finishOutput() {
         failUnlessReaderLeft();
 }
 
+bool printNow(std::string_view text) {
+    // What does not fit into the buffer may fail before the rest of it is written.
+    const bool isTaken = std::fwrite(text.data(), 1, text.size(), stdout) == text.size();
+    if (isTaken && std::fflush(stdout) == 0)
+        return true;
+    failUnlessReaderLeft();
+    return false;
+}
+
 void complain(std::string_view text) {
     std::fprintf(stderr, "orvista: %.*s\n", static_cast<int>(text.size()), text.data());
 }

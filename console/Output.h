@@ -25,6 +25,9 @@ void print(std::string_view text);
 /// Writes what print() has kept back.
 /// \throws CommandFailure
 void finishOutput();
+/// Writes at once. False when the reader has left: there is nobody to go on for.
+/// \throws CommandFailure
+bool printNow(std::string_view text);
 
 /// A line to standard error, "orvista: " in front.
 void complain(std::string_view text);

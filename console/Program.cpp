@@ -67,6 +67,9 @@ ExitStatus runCommand(std::vector<std::string> arguments) {
     addNew(program, run);
     addUpload(program, run);
     addDownload(program, run);
+    addRead(program, run);
+    addSwitch(program, run);
+    addWrite(program, run);
     try {
         std::ranges::reverse(arguments); // as the parser takes them
         program.parse(std::move(arguments));

@@ -18,8 +18,6 @@ const std::array<std::string_view, addressColumnCount> addressColumns{
 
 namespace {
 
-constexpr std::int64_t lastAddress = 65535;
-
 constexpr std::string_view coilTable = "coil";
 
 /// What is the same for all items of a kind.
@@ -92,7 +90,7 @@ AddressRow placedRow(const Block& block, const Project& project, std::size_t ind
     row.dataType = block.dataType;
     row.wordOrder = block.wordOrder;
     row.writeFunction = block.writeFunction;
-    if (row.address < 0 || row.address > lastAddress) {
+    if (row.address < 0 || row.address > lastModbusAddress) {
         row.note = "not addressable";
         return row;
     }

@@ -12,12 +12,6 @@ namespace orvista {
 
 namespace {
 
-enum class FunctionCode : std::uint8_t {
-    WriteSingleCoil = 0x05,
-    WriteMultipleCoils = 0x0F,
-    WriteMultipleRegisters = 0x10
-};
-
 constexpr std::string_view hexadecimalPrefix = "&H";
 
 std::uint8_t highByte(std::size_t word) {
@@ -43,6 +37,12 @@ Frame request(FunctionCode function, std::uint16_t address, const Frame& body) {
     appendWord(frame, address);
     frame.insert(frame.end(), body.begin(), body.end());
     return frame;
+}
+
+Frame readRequest(FunctionCode function, std::uint16_t address, std::uint16_t count) {
+    Frame body;
+    appendWord(body, count);
+    return request(function, address, body);
 }
 
 Frame coilsRequest(std::uint16_t address, std::span<const bool> on) {
@@ -123,6 +123,14 @@ Frame registerPairRequest(std::uint16_t address, float value) {
     appendWord(body, bits & 0xFFFF);
     appendWord(body, bits >> 16);
     return request(FunctionCode::WriteMultipleRegisters, address, body);
+}
+
+Frame readCoilsRequest(std::uint16_t address, std::uint16_t count) {
+    return readRequest(FunctionCode::ReadCoils, address, count);
+}
+
+Frame readRegistersRequest(std::uint16_t address, std::uint16_t count) {
+    return readRequest(FunctionCode::ReadHoldingRegisters, address, count);
 }
 
 } // namespace orvista

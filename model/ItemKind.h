@@ -10,6 +10,9 @@
 
 namespace orvista {
 
+/// Requests hold addresses in 16 bits; coils and registers have 0 to this one each.
+inline constexpr std::int64_t lastModbusAddress = 65535;
+
 /// A kind of item that is known by a word and a number: how its items are named in trees, pages and files,
 /// and where they lie in the device's Modbus tables. Indices count from 0, the numbers in names from 1.
 struct ItemKind {

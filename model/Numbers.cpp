@@ -125,4 +125,8 @@ std::string shortestDecimalText(double value) {
     return {digits.data(), written.ptr};
 }
 
+std::string secondsText(std::chrono::milliseconds time) {
+    return shortestDecimalText(static_cast<double>(time.count()) / 1000) + " s";
+}
+
 } // namespace orvista

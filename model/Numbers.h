@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cmath>
 #include <cstdint>
 #include <limits>
@@ -51,5 +52,8 @@ std::string decimalText(std::int64_t value);
 /// before the point, no trailing ".0" (100000, 0.5, 0.0000001), zeros where the digits end before the point
 /// (1e23 is 1 and 23 zeros). Negative zero gives "0".
 std::string shortestDecimalText(double value);
+
+/// "3 s", "0.5 s"
+std::string secondsText(std::chrono::milliseconds time);
 
 } // namespace orvista

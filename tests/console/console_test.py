@@ -31,7 +31,7 @@ def no_file_grows():
 
 class Usage(ProgramTest):
     def test_help_has_examples_everywhere(self):
-        for command in ([], ["check"], ["compare"], ["show"], ["addresses"], ["new"], ["messages"], ["messages", "export"], ["messages", "import"],
+        for command in ([], ["check"], ["compare"], ["show"], ["addresses"], ["new"], ["read"], ["switch"], ["write"], ["messages"], ["messages", "export"], ["messages", "import"],
                         ["variables"], ["variables", "export"], ["variables", "import"], ["upload"], ["download"]):
             text = self.expect(0, *command, "--help").decode()
             self.assertIn("Usage: orvista" + "".join(" " + word for word in command), text)

@@ -13,7 +13,8 @@ FOLDER = tempfile.gettempdir()
 
 
 class Display:
-    """A simulated display that holds the files of `folder`, until close()."""
+    """A simulated display that holds the files of `folder`, until close(). `address` is where it takes and gives files,
+    `modbus` where it speaks Modbus."""
 
     def __init__(self, folder, *options):
         for _ in range(100):
@@ -22,12 +23,14 @@ class Display:
                 [SIMULATOR, "--headless", "--modbus-port", "0", "--transfer-port", str(self.port), "--root", folder, *options],
                 stdout=subprocess.PIPE, stderr=subprocess.DEVNULL,
                 env=os.environ | {"QT_QPA_PLATFORM": "offscreen", "TMPDIR": FOLDER})
-            if any(b"File transfer on" in line for line in self.lines_until(b"File transfer on")):
+            announced = list(self.lines_until(b"File transfer on"))
+            if announced and b"File transfer on" in announced[-1]:
                 break
             self.close()
         else:
             raise RuntimeError("no free port for a display")
         self.address = f"127.0.0.1:{self.port}"
+        self.modbus = announced[0].decode().split()[-1]
 
     def lines_until(self, text):
         for line in self.process.stdout:

@@ -13,7 +13,7 @@ from program import EXAMPLE, PROGRAM, PROJECT, SOURCE, ProgramTest, main
 PAGE = (SOURCE / "packaging" / "linux" / "man" / "orvista.1").read_text("ascii")
 COMPLETION = SOURCE / "packaging" / "linux" / "completion" / "orvista"
 COMMANDS = (["check"], ["compare"], ["show"], ["addresses"], ["messages", "export"], ["messages", "import"], ["variables", "export"],
-            ["variables", "import"], ["new"], ["upload"], ["download"])
+            ["variables", "import"], ["new"], ["upload"], ["download"], ["read"], ["switch"], ["write"])
 
 
 def manual_fields(command):
@@ -79,6 +79,10 @@ class Manual(ProgramTest):
         (self.folder / "a.csv").touch()
         self.assertEqual(self.completions("check", ""), {PROJECT})
         self.assertEqual(self.completions("show", PROJECT, "stdmsg4"), {"STDMSG4", "STDMSG40"})
+        self.assertEqual(self.completions("switch", "gate", "--on", "stdmsg4"), {"STDMSG4", "STDMSG40"})
+        self.assertEqual(self.completions("switch", "gate", "--off", "STDMSG1,altmsg9"), {"STDMSG1,ALTMSG9"})
+        self.assertEqual(self.completions("read", "gate", "--project", ""), {PROJECT})
+        self.assertEqual(self.completions("write", ""), set())
         self.assertEqual(self.completions("messages", "import", PROJECT, ""), {"a.csv"})
         self.assertEqual(self.completions("addresses", PROJECT, "-o", ""), {"a.csv"})
 
@@ -94,7 +98,10 @@ class Manual(ProgramTest):
 
     def on_display(self, line, display):
         """A command that talks to a display, made to talk to that one."""
-        return re.sub(r"192\.168\.1\.\d+(:\d+)?", display.address, line) if line.startswith("orvista compare") else line
+        speaks_modbus = line.startswith(("orvista read", "orvista switch", "orvista write"))
+        if not speaks_modbus and not line.startswith("orvista compare"):
+            return line
+        return re.sub(r"192\.168\.1\.\d+(:\d+)?", display.modbus if speaks_modbus else display.address, line)
 
     def test_every_command_of_the_help_and_the_readme_runs(self):
         held = self.folder / "held"
@@ -104,6 +111,8 @@ class Manual(ProgramTest):
                 shutil.copy(path, held)
         display = Display(held)
         self.addCleanup(display.close)
+        read = json.loads(self.expect(0, "read", display.modbus, "--project", PROJECT, "--json"))
+        self.assertEqual((list(read), list(read["values"][0])), manual_fields("read"))
         for name, pattern in (("docs/help/command-line.html", r"<pre>(.*?)</pre>"), ("README.md", r"^    (orvista .*?)$")):
             found = re.findall(pattern, (SOURCE / name).read_text("utf-8"), re.S | re.M)
             lines = [self.on_display(line, display) for block in found for line in block.splitlines()]

@@ -1,0 +1,192 @@
+#include "console/Commands.h"
+
+#include "console/Displays.h"
+#include "console/Output.h"
+#include "console/Projects.h"
+#include "exchange/ItemTexts.h"
+#include "link/ModbusConnection.h"
+#include "link/ModbusReader.h"
+#include "model/Numbers.h"
+
+#include <nlohmann/json.hpp>
+
+#include <charconv>
+#include <cmath>
+#include <ctime>
+#include <memory>
+#include <optional>
+#include <thread>
+
+namespace orvista::console {
+
+namespace {
+
+constexpr double shortestWatch = 0.5;
+constexpr double longestWatch = 3600;
+
+struct Options {
+    std::string display;
+    std::string project;
+    std::optional<double> watch; ///< seconds
+    bool json = false;
+};
+
+/// Numbers as people write them: the single-precision 1.1 is not 1.10000002384.
+nlohmann::ordered_json jsonNumber(float value) {
+    if (!std::isfinite(value))
+        return nullptr;
+    const std::string digits = floatText(value);
+    double number = 0;
+    std::from_chars(digits.data(), digits.data() + digits.size(), number);
+    return number;
+}
+
+nlohmann::ordered_json jsonValue(const DisplayItem& item) {
+    nlohmann::ordered_json value;
+    auto raw = nlohmann::ordered_json::array();
+    if (item.isAddressable) {
+        value = item.isFloat() ? jsonNumber(item.value()) : nlohmann::ordered_json(item.isOn());
+        for (const std::uint16_t word : item.words())
+            raw.push_back(word);
+    }
+    return {{"name", item.name()}, {"address", item.address}, {"value", value}, {"raw", raw}};
+}
+
+nlohmann::ordered_json jsonReading(const DisplayAddress& display, const std::vector<DisplayItem>& items) {
+    auto on = nlohmann::ordered_json::array();
+    auto values = nlohmann::ordered_json::array();
+    for (const DisplayItem& item : items) {
+        if (!item.isMessage())
+            values.push_back(jsonValue(item));
+        else if (item.isOn())
+            on.push_back(item.name());
+    }
+    return {{"display", display.text()}, {"on", std::move(on)}, {"values", std::move(values)}};
+}
+
+std::string padded(std::string text, std::size_t width) {
+    text.resize(std::max(text.size() + 1, width), ' ');
+    return text;
+}
+
+/// "RegVar1    100  1.5           0000 3FC0  1.500"
+std::string itemLine(const DisplayItem& item, const ItemTexts& texts) {
+    std::string line = padded(item.name(), 11) + padded(decimalText(item.address), 7);
+    if (!item.isAddressable)
+        return line + "no address\n";
+    std::string text;
+    if (item.isFloat()) {
+        line += padded(floatText(item.value()), 14) + padded(wordsText(item), 11);
+        text = texts.floatVariable(item.index, item.value());
+    } else {
+        line += padded(item.isOn() ? "ON" : "OFF", 25);
+        text = item.isMessage() ? texts.message(*item.kind, item.index)
+                                : texts.booleanVariable(item.index, item.isOn());
+    }
+    const std::size_t end = line.append(text).find_last_not_of(' ');
+    return line.substr(0, end + 1) + "\n";
+}
+
+/// Messages that are on, and every variable.
+std::string wholeReading(const std::vector<DisplayItem>& items, const ItemTexts& texts) {
+    std::string on;
+    std::string values;
+    for (const DisplayItem& item : items) {
+        if (!item.isMessage())
+            values += itemLine(item, texts);
+        else if (item.isOn())
+            on += itemLine(item, texts);
+    }
+    return (on.empty() ? "No message is on\n" : on) + values;
+}
+
+/// "14:05:03 "
+std::string timeOfDay() {
+    const std::time_t seconds = std::time(nullptr);
+    char text[16];
+    return {text, std::strftime(text, sizeof text, "%H:%M:%S ", std::localtime(&seconds))};
+}
+
+std::string changedLines(const std::vector<DisplayItem>& before, const std::vector<DisplayItem>& items,
+                         const ItemTexts& texts) {
+    std::string lines;
+    for (std::size_t i = 0; i < items.size(); ++i)
+        if (items[i] != before[i])
+            lines += timeOfDay() + itemLine(items[i], texts);
+    return lines;
+}
+
+ExitStatus readOnce(const DisplayAddress& display, const Options& options, std::vector<DisplayItem> items,
+                    const ItemTexts& texts) {
+    readFromDisplay(display, items);
+    print(options.json ? jsonReading(display, items).dump(2) + "\n" : wholeReading(items, texts));
+    return ExitStatus::Well;
+}
+
+/// Goes on until it is ended from outside or nobody reads it any more; a display that fails may come back.
+ExitStatus watch(const DisplayAddress& display, const Options& options, std::vector<DisplayItem> items,
+                 const ItemTexts& texts) {
+    std::optional<std::vector<DisplayItem>> before;
+    std::string failure;
+    for (;;) {
+        const auto next = std::chrono::steady_clock::now() + std::chrono::duration<double>(*options.watch);
+        std::string text;
+        try {
+            readFromDisplay(display, items);
+            failure.clear();
+            if (options.json)
+                text = jsonReading(display, items).dump() + "\n";
+            else
+                text = before ? changedLines(*before, items, texts) : wholeReading(items, texts);
+            before = items;
+        } catch (const DisplayFailure& now) {
+            if (failure != now.what())
+                complain(display.text() + ": " + now.what());
+            failure = now.what();
+        }
+        if (!printNow(text))
+            return ExitStatus::Well;
+        std::this_thread::sleep_until(next);
+    }
+}
+
+ExitStatus read(const Options& options) {
+    const DisplayAddress display = modbusAddress(options.display);
+    const Project project = readProject(options.project);
+    const ItemTexts texts(project);
+    std::vector<DisplayItem> items = displayItems(project);
+    if (const std::string beyond = unreachableItems(items); !beyond.empty())
+        complain("not read, because the address map puts them beyond 0 to 65535: " + beyond);
+    if (options.watch)
+        return watch(display, options, std::move(items), texts);
+    try {
+        return readOnce(display, options, std::move(items), texts);
+    } catch (const DisplayFailure& failure) {
+        throw CommandFailure(ExitStatus::Found, display.text() + ": " + failure.what());
+    }
+}
+
+} // namespace
+
+void addRead(CLI::App& program, Run& run) {
+    const auto options = std::make_shared<Options>();
+    CLI::App* command = program.add_subcommand("read", "Ask a display what is on, and for every value");
+    command->add_option("DISPLAY", options->display, modbusDisplayHelp)->required();
+    command->add_option("--project", options->project, "The project that is on the display, .orx")
+        ->type_name("PROJECT")
+        ->required();
+    command->add_option("--watch", options->watch, "Ask again every so many seconds, and tell what changes")
+        ->type_name("SECONDS")
+        ->check(CLI::Range(shortestWatch, longestWatch));
+    command->add_flag("--json", options->json, "JSON instead of text; with --watch an object a line");
+    command->footer(
+        "Examples:\n"
+        "  orvista read 192.168.1.103 --project PUMPSTATION.orx\n"
+        "  orvista read 192.168.1.103 --project PUMPSTATION.orx --json\n"
+        "  orvista read gate.example:1502 --project PUMPSTATION.orx --watch 2\n\n"
+        "Tells the messages that are on with their texts, and of each variable address, value, raw words in\n"
+        "hexadecimal and text. Ends with status 1 when the display does not answer as it should.");
+    command->callback([options, &run] { run = [options] { return read(*options); }; });
+}
+
+} // namespace orvista::console

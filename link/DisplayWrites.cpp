@@ -1,0 +1,173 @@
+#include "link/DisplayWrites.h"
+
+#include "link/ModbusConnection.h"
+#include "model/ItemKind.h"
+#include "model/Numbers.h"
+#include "model/Text.h"
+
+#include <algorithm>
+#include <optional>
+#include <string_view>
+
+namespace orvista {
+
+namespace {
+
+struct Item {
+    const ItemKind* kind;
+    std::size_t index;
+    bool operator==(const Item&) const = default;
+
+    std::string name() const { return kind->name(index); }
+};
+
+std::optional<Item> itemNamed(std::string_view name, std::initializer_list<const ItemKind*> kinds) {
+    for (const ItemKind* const kind : kinds)
+        if (const auto index = kind->indexOfName(name))
+            return Item{kind, *index};
+    return std::nullopt;
+}
+
+std::vector<Item> messagesNamed(const std::vector<std::string>& names) {
+    std::vector<Item> messages;
+    for (const std::string& name : names) {
+        const auto message = itemNamed(name, {&regularMessages, &emergencyMessages});
+        if (!message)
+            throw BadWrite(name + " is not a message; there are STDMSG1 to STDMSG40 and ALTMSG1 to ALTMSG20");
+        if (std::ranges::find(messages, *message) == messages.end())
+            messages.push_back(*message);
+    }
+    return messages;
+}
+
+/// \param places so many from the item's address on
+std::uint16_t addressOf(const Project& project, const Item& item) {
+    const std::int64_t address = item.kind->address(project, item.index);
+    if (address < 0 || address + item.kind->addressesPerItem - 1 > lastModbusAddress)
+        throw BadWrite(item.name() + " has no address that a request can hold: the address map puts it at " +
+                       decimalText(address));
+    return static_cast<std::uint16_t>(address);
+}
+
+/// The first coil of a block that lies wholly within the addresses.
+std::uint16_t blockAddress(const Project& project, const ItemKind& kind) {
+    addressOf(project, {&kind, kind.count - 1});
+    return addressOf(project, {&kind, 0});
+}
+
+template <std::size_t count>
+std::array<bool, count> switched(const std::vector<Item>& messages, const ItemKind& kind) {
+    std::array<bool, count> on{};
+    for (const Item& message : messages)
+        if (message.kind == &kind)
+            on.at(message.index) = true;
+    return on;
+}
+
+/// On and off in words, or by the numbers that stand for them.
+std::optional<bool> switchValue(std::string_view text) {
+    for (const auto& [word, value] : {std::pair{"on", true}, {"1", true}, {"off", false}, {"0", false}})
+        if (equalsIgnoringCase(text, word))
+            return value;
+    return std::nullopt;
+}
+
+float floatValue(const std::string& assignment, std::string_view value) {
+    if (!isNumber(value))
+        throw BadWrite(assignment + ": \"" + std::string(value) + "\" is not a number");
+    try {
+        return requestValue(value);
+    } catch (const Overflow&) {
+        throw BadWrite(assignment + ": the number is larger than a float variable can hold");
+    }
+}
+
+DisplayWrite addressedWrite(const std::string& assignment, std::string_view digits, std::string_view value) {
+    const bool isSwitch = equalsIgnoringCase(value, "on") || equalsIgnoringCase(value, "off");
+    const std::int64_t last = isSwitch ? lastModbusAddress : lastModbusAddress - 1;
+    const double address = leadingNumber(digits);
+    if (address > static_cast<double>(last))
+        throw BadWrite(assignment + ": there are " + (isSwitch ? "coils" : "floats") + " from 0 to " +
+                       decimalText(last));
+    const auto place = static_cast<std::uint16_t>(address);
+    return {decimalText(place), isSwitch ? coilRequest(place, *switchValue(value))
+                                         : registerPairRequest(place, floatValue(assignment, value))};
+}
+
+DisplayWrite namedWrite(const std::string& assignment, std::string_view name, std::string_view value,
+                        const Project* project) {
+    const auto item = itemNamed(name, {&floatVariables, &booleanVariables});
+    if (!item && itemNamed(name, {&regularMessages, &emergencyMessages}))
+        throw BadWrite(assignment + ": messages are switched, not written");
+    if (!item)
+        throw BadWrite(assignment + ": \"" + std::string(name) +
+                       "\" is neither an address nor one of RegVar1 to RegVar64 and CoilVar1 to CoilVar32");
+    if (project == nullptr)
+        throw BadWrite(assignment + ": where " + item->name() + " lies is known to a project only");
+    if (item->kind == &floatVariables)
+        return {item->name(), registerPairRequest(addressOf(*project, *item), floatValue(assignment, value))};
+    const auto on = switchValue(value);
+    if (!on)
+        throw BadWrite(assignment + ": a Boolean variable is on or off");
+    return {item->name(), coilRequest(addressOf(*project, *item), *on)};
+}
+
+DisplayWrite assignedWrite(const std::string& assignment, const Project* project) {
+    const std::size_t sign = assignment.find('=');
+    if (sign == std::string::npos)
+        throw BadWrite(assignment + " says no value: write RegVar3=12.5, CoilVar2=on or 200=1.5");
+    const std::string_view name = std::string_view(assignment).substr(0, sign);
+    const std::string_view value = std::string_view(assignment).substr(sign + 1);
+    return GenenalModule::IsAllDigits(name) ? addressedWrite(assignment, name, value)
+                                            : namedWrite(assignment, name, value, project);
+}
+
+} // namespace
+
+std::vector<DisplayWrite> switchWrites(const Project& project, const std::vector<std::string>& on,
+                                       const std::vector<std::string>& off) {
+    const std::vector<Item> toSwitchOn = messagesNamed(on);
+    std::vector<DisplayWrite> writes;
+    for (const Item& message : messagesNamed(off)) {
+        if (std::ranges::find(toSwitchOn, message) != toSwitchOn.end())
+            throw BadWrite(message.name() + " is to be switched on and off");
+        writes.push_back({message.name(), coilRequest(addressOf(project, message), false)});
+    }
+    for (const Item& message : toSwitchOn)
+        writes.push_back({message.name(), coilRequest(addressOf(project, message), true)});
+    return writes;
+}
+
+std::vector<DisplayWrite> onlyWrites(const Project& project, const std::vector<std::string>& on) {
+    const std::vector<Item> messages = messagesNamed(on);
+    return {{"the emergency messages",
+             emergencyMessagesRequest(blockAddress(project, emergencyMessages),
+                                      switched<emergencyMessageCount>(messages, emergencyMessages))},
+            {"the regular messages",
+             regularMessagesRequest(blockAddress(project, regularMessages),
+                                    switched<regularMessageCount>(messages, regularMessages))}};
+}
+
+std::vector<DisplayWrite> assignedWrites(const std::vector<std::string>& assignments,
+                                         const Project* project) {
+    std::vector<DisplayWrite> writes;
+    for (const std::string& assignment : assignments)
+        writes.push_back(assignedWrite(assignment, project));
+    return writes;
+}
+
+void writeToDisplay(const DisplayAddress& display, const std::vector<DisplayWrite>& writes,
+                    std::chrono::milliseconds patience) {
+    std::string written;
+    try {
+        ModbusConnection connection(display, patience);
+        for (const DisplayWrite& write : writes) {
+            connection.ask(write.request);
+            written.append(written.empty() ? "" : ", ").append(write.what);
+        }
+    } catch (const DisplayFailure& failure) {
+        throw DisplayFailure(failure.what() + (written.empty() ? "" : "; written before: " + written));
+    }
+}
+
+} // namespace orvista
