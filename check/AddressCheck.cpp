@@ -10,6 +10,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace orvista {
 
@@ -89,7 +90,7 @@ Findings checkAddressMap(const Project& project) {
         for (std::size_t other = one + 1; other < coils.size(); ++other)
             checkOverlap(coils[one], coils[other], found);
     checkRegularStart(project, found);
-    return found.sorted();
+    return std::move(found).sorted();
 }
 
 } // namespace orvista

@@ -45,6 +45,12 @@ Findings FindingList::merged(std::vector<FindingList> lists) {
     return all;
 }
 
+Findings FindingList::sorted() && {
+    std::vector<FindingList> alone;
+    alone.push_back(std::move(*this));
+    return merged(std::move(alone));
+}
+
 void append(Findings& findings, const Findings& later) {
     addCounts(findings, later);
     const std::size_t room = maximumFindings - findings.list.size();

@@ -36,7 +36,7 @@ public:
 
     /// All that was added to the lists, by line and column.
     static Findings merged(std::vector<FindingList> lists);
-    Findings sorted() const { return merged({*this}); }
+    Findings sorted() &&;
 
 private:
     std::string item_;

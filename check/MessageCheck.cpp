@@ -83,7 +83,10 @@ void lookUpBitmaps(ScriptPage& page, const BitmapProvider& provider, BitmapsByNa
 CheckedMessage checkScript(std::string_view item, std::string_view script, PanelSize panel,
                            const FieldFormats& formats, const BitmapProvider& bitmaps) {
     std::vector<std::size_t> reserved;
-    std::vector<FindingList> found = {lostMessage(item, script), reservedLines(item, script, reserved)};
+    std::vector<FindingList> found;
+    found.reserve(4);
+    found.push_back(lostMessage(item, script));
+    found.push_back(reservedLines(item, script, reserved));
     InterpretedScript interpreted = interpretScript(script);
     found.push_back(skippedLines(item, interpreted, reserved));
 

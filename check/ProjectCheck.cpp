@@ -61,7 +61,7 @@ Findings notInUse(const std::string& variable) {
                ", though its settings were changed: show it with DISPVAR, or "
                "leave it.";
     });
-    return found.sorted();
+    return std::move(found).sorted();
 }
 
 } // namespace

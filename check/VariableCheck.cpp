@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <string_view>
+#include <utility>
 
 namespace orvista {
 
@@ -76,7 +77,7 @@ Findings checkVariable(const std::string& item, const FloatVariable& variable) {
     FindingList found(item);
     checkFloatDefault(variable, found);
     checkFloatFormat(variable, found);
-    return found.sorted();
+    return std::move(found).sorted();
 }
 
 Findings checkVariable(const std::string& item, const BooleanVariable& variable) {
@@ -87,7 +88,7 @@ Findings checkVariable(const std::string& item, const BooleanVariable& variable)
             return "The default value " + quoted(text) + " is neither 0 nor 1; the display takes it for " +
                    (defaultBoolean(variable) ? "ON" : "OFF") + ": write 0 or 1.";
         });
-    return found.sorted();
+    return std::move(found).sorted();
 }
 
 } // namespace orvista
