@@ -132,7 +132,7 @@ RowsTable::RowsTable(const QStringList& heads, QWidget* parent)
     setWordWrap(true);
     setContextMenuPolicy(Qt::PreventContextMenu);
     verticalHeader()->hide();
-    verticalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     horizontalHeader()->setStretchLastSection(true);
     horizontalHeader()->setHighlightSections(false);
     // In the order of the rows until the user sorts them.
@@ -151,6 +151,7 @@ void RowsTable::setRows(std::vector<TableRow> rows) {
     const bool staysInPlace = rows.size() == rows_->rows().size();
     rows_->setRows(std::move(rows));
     fitColumns();
+    fitRowsInView();
     if (staysInPlace)
         return;
     const int last = shown_->rowCount() - 1;
@@ -171,7 +172,7 @@ void RowsTable::setShownRows(std::vector<bool> shown) {
 }
 
 void RowsTable::setRowHeight(int pixels) {
-    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    rowsAreEqual_ = true;
     verticalHeader()->setDefaultSectionSize(pixels);
 }
 
@@ -240,7 +241,7 @@ QString RowsTable::copiedText() const {
 
 int RowsTable::sizeHintForRow(int row) const {
     // The columns before the last one are as wide as their texts: lines are broken in the last one only.
-    // Asking for all cells takes twice as long, and all rows are asked at each change of the table's width.
+    // Asking for all cells takes twice as long.
     ensurePolished();
     QStyleOptionViewItem option;
     initViewItemOption(&option);
@@ -248,6 +249,42 @@ int RowsTable::sizeHintForRow(int row) const {
     option.rect = QRect(0, 0, columnWidth(last.column()), 1); // an empty one would not be filled
     option.features |= QStyleOptionViewItem::WrapText;
     return itemDelegateForIndex(last)->sizeHint(option, last).height();
+}
+
+void RowsTable::fitRows(int first, int step, int room) {
+    for (int row = first; row >= 0 && row < shown_->rowCount() && room > 0; row += step) {
+        const int height = sizeHintForRow(row);
+        verticalHeader()->resizeSection(row, height);
+        room -= height;
+    }
+}
+
+void RowsTable::fitRowsInView() {
+    if (rowsAreEqual_)
+        return;
+    // To measure a thousand rows at each change of the table's width would take too long. What a page up or
+    // down leads to is measured, too, and the last page, which tells how far the table can be scrolled.
+    const int page = viewport()->height();
+    const int first = std::max(0, rowAt(0));
+    fitRows(first, 1, 2 * page);
+    fitRows(first - 1, -1, page);
+    fitRows(shown_->rowCount() - 1, -1, page);
+}
+
+void RowsTable::updateGeometries() {
+    fitRowsInView();
+    QTableView::updateGeometries();
+}
+
+void RowsTable::verticalScrollbarValueChanged(int value) {
+    QTableView::verticalScrollbarValueChanged(value);
+    fitRowsInView();
+}
+
+void RowsTable::scrollTo(const QModelIndex& index, ScrollHint hint) {
+    if (!rowsAreEqual_)
+        fitRows(index.row(), -1, viewport()->height());
+    QTableView::scrollTo(index, hint);
 }
 
 void RowsTable::keyPressEvent(QKeyEvent* event) {

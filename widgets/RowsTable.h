@@ -50,6 +50,7 @@ public:
     QString copiedText() const;
     /// Does what Enter does.
     void activateCurrent() { activate(currentIndex()); }
+    void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
 
 signals:
     /// \param row of those that setRows() got, from 0
@@ -59,6 +60,8 @@ signals:
     void rowLeft();
 
 protected:
+    void updateGeometries() override;
+    void verticalScrollbarValueChanged(int value) override;
     int sizeHintForRow(int row) const override;
     void keyPressEvent(QKeyEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
@@ -72,9 +75,13 @@ private:
     void activate(const QModelIndex& index);
     void tickSelected();
     void fitColumns();
+    /// Measures rows from `first` on, up or down, until they fill the room (pixels).
+    void fitRows(int first, int step, int room);
+    void fitRowsInView();
 
     Model* rows_;
     Shown* shown_;
+    bool rowsAreEqual_ = false; ///< in height
 };
 
 } // namespace orvista

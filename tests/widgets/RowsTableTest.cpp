@@ -1,5 +1,6 @@
 #include "widgets/RowsTable.h"
 
+#include <QAbstractItemDelegate>
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QHeaderView>
@@ -30,6 +31,17 @@ struct Table {
         table.selectionModel()->setCurrentIndex(
             table.model()->index(row, 0), QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
     }
+    /// Of a row whose last column is broken into lines, in pixels.
+    int heightNeeded(int row) const {
+        const QModelIndex last = table.model()->index(row, 1);
+        QStyleOptionViewItem option;
+        option.initFrom(&table);
+        option.font = table.font();
+        option.rect = QRect(0, 0, table.columnWidth(1), 1);
+        option.features |= QStyleOptionViewItem::WrapText;
+        return std::max(table.itemDelegate()->sizeHint(option, last).height(),
+                        table.verticalHeader()->minimumSectionSize());
+    }
     QPoint place(int row) const { return table.visualRect(table.model()->index(row, 1)).center(); }
 
     RowsTable table{{"Name", "Number"}};
@@ -54,6 +66,7 @@ private slots:
     void onlyTheGivenRowsAreShown();
     void asManyRowsAsBeforeStaySelected();
     void selectedRowsComeAsTheyAreShown();
+    void allOfAThousandRowsAreShownWhole();
 };
 
 void RowsTableTest::rowsStandAsTheyCameUntilAHeadIsClicked() {
@@ -199,6 +212,35 @@ void RowsTableTest::selectedRowsComeAsTheyAreShown() {
     rows.table.selectAll();
     QCOMPARE(rows.table.selectedRows(), (std::vector<int>{1, 2, 0}));
     QCOMPARE(rows.table.rowsFrom(2), (std::vector<int>{2, 0}));
+}
+
+void RowsTableTest::allOfAThousandRowsAreShownWhole() {
+    Table rows;
+    std::vector<TableRow> many;
+    for (int i = 0; i < 1000; ++i)
+        many.push_back({{QString::number(i)}, {QStringLiteral("word ").repeated(1 + i % 23), i % 23}});
+    rows.table.setRows(std::move(many));
+    const auto isWhole = [&rows](int row) {
+        const QRect place = rows.table.visualRect(rows.table.model()->index(row, 1));
+        return rows.table.viewport()->rect().contains(place) && place.height() == rows.heightNeeded(row);
+    };
+    rows.choose(0);
+    for (const int width : {400, 250, 800}) {
+        rows.table.resize(width, 200);
+        QCoreApplication::processEvents();
+        for (const auto& [key, row] : {std::pair(Qt::Key_End, 999), std::pair(Qt::Key_Home, 0)}) {
+            QTest::keyClick(&rows.table, key, Qt::ControlModifier);
+            QCOMPARE(rows.table.currentIndex().row(), row);
+            QTRY_VERIFY(isWhole(row));
+        }
+        for (int row = 1; row < 40; ++row) {
+            QTest::keyClick(&rows.table, Qt::Key_Down);
+            QVERIFY2(isWhole(row), qPrintable(QString::number(row)));
+        }
+        rows.table.sortByColumn(1, width == 250 ? Qt::DescendingOrder : Qt::AscendingOrder);
+        rows.choose(0);
+        QTRY_VERIFY(isWhole(0) && isWhole(1));
+    }
 }
 
 QTEST_MAIN(RowsTableTest)
