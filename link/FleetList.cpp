@@ -42,7 +42,10 @@ public:
     void take(const FleetRow& row) {
         row_ = row.row;
         const std::size_t refusalsBefore = fleet_.refusals.size();
-        FleetDisplay display{std::string(trimBlanks(row.name)), {}, projectOf(row)};
+        // Not braced: where projectOf() throws, GCC 12 takes what was never made for something to end.
+        FleetDisplay display;
+        display.name = trimBlanks(row.name);
+        display.project = projectOf(row);
         if (const auto fault = faultOfName(display.name); !fault.empty())
             refuse(Name, std::string(fault));
         else
