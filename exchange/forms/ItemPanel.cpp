@@ -37,7 +37,7 @@ ItemPanel::ItemPanel(ItemSources sources, QLineEdit* filter, RowsTable* table)
     // From the word to the rows that have it.
     connect(filter_, &QLineEdit::returnPressed, table_, [this] {
         table_->setFocus(Qt::OtherFocusReason);
-        if (!table_->currentIndex().isValid())
+        if (!table_->selectionModel()->hasSelection())
             table_->selectRow(0);
     });
     connect(table_, &RowsTable::rowActivated, this,

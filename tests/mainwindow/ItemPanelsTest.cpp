@@ -208,6 +208,7 @@ void ItemPanelsTest::enterInTheFilterLeadsToTheRows() {
     QTest::keyClicks(editor.filter(), QStringLiteral("level"));
     QTest::keyClick(editor.filter(), Qt::Key_Return);
     QVERIFY(editor.messageTable()->hasFocus());
+    QCOMPARE(editor.messageTable()->selectedRows(), std::vector<int>{2});
     QTest::keyClick(editor.messageTable(), Qt::Key_Return);
     QCOMPARE(editor.text("txtMsgName"), QStringLiteral("STDMSG3"));
 }

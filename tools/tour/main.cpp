@@ -2,6 +2,7 @@
 #include "tools/tour/DeviceTour.h"
 #include "tools/tour/EditingTour.h"
 #include "tools/tour/ProjectTour.h"
+#include "tools/tour/TablesTour.h"
 
 #include <QApplication>
 #include <QPalette>
@@ -30,11 +31,12 @@ int main(int argc, char** argv) {
     Stage stage(arguments.at(1));
     ProjectTour project(stage);
     EditingTour editing(stage, arguments.at(2));
+    TablesTour tables(stage);
     DeviceTour device(stage);
     // A box that nobody answers would hold a step for five minutes.
     qputenv("QTEST_FUNCTION_TIMEOUT", "60000");
     const QStringList quietly{arguments.first(), QStringLiteral("-silent")};
-    for (QObject* const part : std::initializer_list<QObject*>{&project, &editing, &device})
+    for (QObject* const part : std::initializer_list<QObject*>{&project, &editing, &tables, &device})
         if (QTest::qExec(part, quietly) != 0)
             return EXIT_FAILURE;
     return EXIT_SUCCESS;

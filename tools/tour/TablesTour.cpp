@@ -1,0 +1,100 @@
+#include "tools/tour/TablesTour.h"
+
+#include "widgets/RowsTable.h"
+
+#include <QAction>
+#include <QLabel>
+#include <QLineEdit>
+#include <QTest>
+
+namespace orvista::tour {
+
+namespace {
+
+QString cell(const RowsTable& table, int row, int column) {
+    return table.model()->index(row, column).data().toString();
+}
+
+constexpr int textColumn = 5;
+
+} // namespace
+
+void TablesTour::listsAllMessages() {
+    const Hands hands = stage_.hands();
+    hands.clickNode("trvSystem", "C4");
+    hands.find<QAction>("miViewMessages").trigger();
+    const auto& table = hands.find<RowsTable>("tblMessages");
+    QCOMPARE(table.model()->rowCount(), 60);
+    QCOMPARE(cell(table, 2, textColumn), "Level %5v %4v");
+    stage_.show("messages-table", "All messages at a glance, each with what the display shows first.");
+}
+
+void TablesTour::findsAMessage() {
+    const Hands hands = stage_.hands();
+    hands.press(QStringLiteral("Ctrl+F"));
+    auto& filter = hands.find<QLineEdit>("txtMessagesFilter");
+    QTRY_VERIFY(filter.hasFocus());
+    QTest::keyClicks(&filter, QStringLiteral("regvar1"));
+    auto& table = hands.find<RowsTable>("tblMessages");
+    QCOMPARE(table.model()->rowCount(), 1);
+    stage_.show("message-found", "The filter looks into whole scripts: one message shows the variable.");
+    QTest::keyClick(&filter, Qt::Key_Return);
+    QTest::keyClick(&table, Qt::Key_C, Qt::ControlModifier);
+    filter.clear();
+}
+
+void TablesTour::copiesAMessage() {
+    const Hands hands = stage_.hands();
+    auto& table = hands.find<RowsTable>("tblMessages");
+    QTest::mouseClick(table.viewport(), Qt::LeftButton, {},
+                      table.visualRect(table.model()->index(4, 0)).center());
+    for (int row = 5; row < 8; ++row)
+        QTest::keyClick(&table, Qt::Key_Down, Qt::ShiftModifier);
+    QTest::keyClick(&table, Qt::Key_V, Qt::ControlModifier);
+    QCOMPARE(cell(table, 7, textColumn), "Level %5v %4v");
+    QCOMPARE(hands.find<QAction>("miEditUndo").text(), "Undo Paste");
+    stage_.show("rows-pasted", "One message was pasted onto four rows, which Undo takes back in one step.");
+}
+
+void TablesTour::replacesAText() {
+    stage_.inDialog("frmReplace", [this](const Hands& dialog) {
+        dialog.type("txtReplaceFind", "level");
+        dialog.type("txtReplaceWith", "Depth");
+        auto& table = dialog.find<RowsTable>("tblReplace");
+        table.setFocus();
+        table.selectRow(1);
+        QTest::keyClick(&table, Qt::Key_Space);
+        QCOMPARE(dialog.find<QLabel>("lblReplace").text(), "5 places, 4 ticked");
+        stage_.show(dialog.window(), "replace", "Each place is shown old and new, and can be left out.");
+        dialog.click("btnOK");
+    });
+    const Hands hands = stage_.hands();
+    hands.find<QAction>("miEditReplace").trigger();
+    const auto& table = hands.find<RowsTable>("tblMessages");
+    QCOMPARE(cell(table, 2, textColumn), "Depth %5v %4v");
+    QCOMPARE(cell(table, 4, textColumn), "Level %5v %4v");
+}
+
+void TablesTour::listsAllVariables() {
+    const Hands hands = stage_.hands();
+    hands.find<QAction>("miViewVariables").trigger();
+    const auto& table = hands.find<RowsTable>("tblVariables");
+    QCOMPARE(cell(table, 0, textColumn), "STDMSG3 STDMSG5 STDMSG6 STDMSG7 STDMSG8");
+    stage_.show("variables-table", "All variables, and the messages that show them.");
+}
+
+void TablesTour::takesItAllBack() {
+    const Hands hands = stage_.hands();
+    hands.find<QAction>("miEditUndo").trigger();
+    hands.find<QAction>("miEditUndo").trigger();
+    QCOMPARE(hands.find<QAction>("miEditUndo").text(), "Undo");
+    hands.find<QAction>("miViewMessages").trigger();
+    const auto& table = hands.find<RowsTable>("tblMessages");
+    QCOMPARE(cell(table, 2, textColumn), "Level %5v %4v");
+    QCOMPARE(cell(table, 7, textColumn), "");
+    hands.click("btnClosePanels");
+    hands.press(QStringLiteral("Ctrl+S"));
+    QTRY_COMPARE(stage_.window().windowTitle(), "Orvista Message Editor - [STATION]");
+}
+
+} // namespace orvista::tour

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "tools/tour/Stage.h"
+
+#include <QObject>
+
+class QString;
+
+namespace orvista {
+class RowsTable;
+}
+
+namespace orvista::tour {
+
+/// The open project at a glance: a message is found, copied and taken back, a text replaced in all messages.
+/// What is changed is undone and saved.
+class TablesTour final : public QObject {
+    Q_OBJECT
+public:
+    explicit TablesTour(Stage& stage) : stage_(stage) {}
+
+private slots:
+    void listsAllMessages();
+    void findsAMessage();
+    void copiesAMessage();
+    void replacesAText();
+    void listsAllVariables();
+    void takesItAllBack();
+
+private:
+    Stage& stage_;
+};
+
+} // namespace orvista::tour
