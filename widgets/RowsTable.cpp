@@ -84,7 +84,7 @@ public:
         if (role == sortRole)
             return cell.sortKey.isValid() ? cell.sortKey : QVariant(cell.text);
         if (role == Qt::ForegroundRole && cell.isFaint)
-            return QGuiApplication::palette().brush(QPalette::Disabled, QPalette::Text);
+            return QGuiApplication::palette().brush(QPalette::PlaceholderText);
         return {};
     }
 

@@ -53,7 +53,7 @@ struct Plant : EditorFixture {
 
 bool isGrey(const RowsTable& table, int row) {
     return table.model()->index(row, 0).data(Qt::ForegroundRole).value<QBrush>().color() ==
-           QGuiApplication::palette().color(QPalette::Disabled, QPalette::Text);
+           QGuiApplication::palette().color(QPalette::PlaceholderText);
 }
 
 } // namespace
