@@ -25,8 +25,8 @@ bool isThere(const std::string& path) {
 
 } // namespace
 
-std::string helpAsHtml(const std::string& path) {
-    return utf8Path(systemPath(path).parent_path() / "help" / "index.html");
+std::string helpAsHtml(const std::string& path, const std::string& page) {
+    return utf8Path(systemPath(path).parent_path() / "help" / systemPath(page));
 }
 
 std::optional<std::string> helpToOpen(const std::string& path, const std::function<bool()>& hasViewer) {
@@ -38,14 +38,22 @@ std::optional<std::string> helpToOpen(const std::string& path, const std::functi
 
 #ifdef _WIN32
 
+namespace {
+
+void openFile(const std::string& path) {
+    // Parameters and working folder are the text "0", as they always were.
+    ShellExecuteW(GetActiveWindow(), L"open", systemPath(path).c_str(), L"0", L"0", SW_SHOWNORMAL);
+}
+
+} // namespace
+
 void SystemHelpOpener::open(const std::string& path) {
     const auto hasViewer = [&path] {
         wchar_t program[MAX_PATH];
         return reinterpret_cast<INT_PTR>(FindExecutableW(systemPath(path).c_str(), nullptr, program)) > 32;
     };
-    // Parameters and working folder are the text "0", as they always were.
     if (const auto help = helpToOpen(path, hasViewer))
-        ShellExecuteW(GetActiveWindow(), L"open", systemPath(*help).c_str(), L"0", L"0", SW_SHOWNORMAL);
+        openFile(*help);
 }
 
 #else
@@ -64,12 +72,28 @@ bool hasCompiledHelpViewer() {
     return false;
 }
 
+namespace {
+
+void openFile(const std::string& path) {
+    QDesktopServices::openUrl(QUrl::fromLocalFile(QString::fromStdString(path)));
+}
+
+} // namespace
+
 void SystemHelpOpener::open(const std::string& path) {
     // Handed a missing file, or one without a viewer, some desktops show a message of their own.
     if (const auto help = helpToOpen(path, hasCompiledHelpViewer))
-        QDesktopServices::openUrl(QUrl::fromLocalFile(QString::fromStdString(*help)));
+        openFile(*help);
 }
 
 #endif
+
+void SystemHelpOpener::openPage(const std::string& path, const std::string& page) {
+    const std::string html = helpAsHtml(path, page);
+    if (isThere(html))
+        openFile(html);
+    else
+        open(path);
+}
 
 } // namespace orvista

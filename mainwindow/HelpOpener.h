@@ -12,6 +12,9 @@ public:
     virtual ~HelpOpener() = default;
     /// \param path UTF-8. A missing file or viewer gives no message.
     virtual void open(const std::string& path) = 0;
+    /// Opens one page of that help file, such as "system.html", in the browser; the help file where there is
+    /// no such page.
+    virtual void openPage(const std::string& path, const std::string& page) = 0;
 };
 
 /// The system's own way. Where no viewer for compiled help is installed it is the same help as HTML, in
@@ -19,10 +22,11 @@ public:
 class SystemHelpOpener final : public HelpOpener {
 public:
     void open(const std::string& path) override;
+    void openPage(const std::string& path, const std::string& page) override;
 };
 
-/// The first page of the help as HTML that belongs to a compiled help file.
-std::string helpAsHtml(const std::string& path);
+/// A page of the help as HTML that belongs to a compiled help file.
+std::string helpAsHtml(const std::string& path, const std::string& page = "index.html");
 
 /// Which of the two to open: the compiled file where it is there and there is a viewer for it, otherwise the
 /// HTML; nothing where there is neither.

@@ -11,6 +11,7 @@ struct PageRow {
     const char* title; ///< of the tab and of the entry
     const char* nodeKey;
     const char* nodeText;
+    const char* help; ///< its page of the help
     QWidget* widget;
     const char* entry = nullptr;          ///< null for the page without one
     std::function<void()> show = nullptr; ///< what the entry does

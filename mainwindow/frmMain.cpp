@@ -19,6 +19,7 @@
 #include "mainwindow/TcpTesterPage.h"
 #include "mainwindow/ToolBar.h"
 #include "mainwindow/ToolIcons.h"
+#include "mainwindow/TryOut.h"
 #include "mainwindow/VariableListPage.h"
 #include "widgets/FormParts.h"
 
@@ -106,15 +107,15 @@ void frmMain::buildPages() {
     variablePage_ = new VariableListPage(project_, lifecycle_, seams_.messages);
     messagePage_ = new MessageListPage(project_, lifecycle_, seams_.messages, seams_.previewClock);
     pages_ = {
-        {"System", "C1", "System", scrolling(systemPage_), "miOptionSystemCfg",
+        {"System", "C1", "System", "system.html", scrolling(systemPage_), "miOptionSystemCfg",
          handler(&frmMain::miOptionSystemCfg_Click)},
-        {"Modbus Setting", "C2", "Modbus Setting", scrolling(modbusPage_), "miOptionModbusSetting",
-         handler(&frmMain::miOptionModbusSetting_Click)},
-        {"Variable List", "C3", "Variable List", scrolling(variablePage_), "miVarLst",
+        {"Modbus Setting", "C2", "Modbus Setting", "modbus-setting.html", scrolling(modbusPage_),
+         "miOptionModbusSetting", handler(&frmMain::miOptionModbusSetting_Click)},
+        {"Variable List", "C3", "Variable List", "variable-list.html", scrolling(variablePage_), "miVarLst",
          handler(&frmMain::miVarLst_Click)},
-        {"Message List", "C4", "Message List", scrolling(messagePage_), "miOptionMsgLst",
+        {"Message List", "C4", "Message List", "message-list.html", scrolling(messagePage_), "miOptionMsgLst",
          handler(&frmMain::miOptionMsgLst_Click)},
-        {"TCP Tester", "C5", "Orvista Test", scrolling(testerPage_)},
+        {"TCP Tester", "C5", "Orvista Test", "tcp-tester.html", scrolling(testerPage_)},
     };
     for (const PageRow& page : pages_)
         tabDetails->addTab(page.widget, QString::fromLatin1(page.title));
@@ -178,6 +179,13 @@ std::vector<MenuRow> frmMain::menuRows() {
 MenuRow frmMain::toolsMenu() {
     MenuRow menu = tools_->toolsMenu();
     menu.commands.push_back(recovery_->restoreCommand());
+    menu.commands.push_back(tryOut_->entry());
+    menu.commands.push_back({.name = "miToolsPageHelp",
+                             .caption = tr("&Help on This Page"),
+                             .shortcut = {},
+                             .toolTip = tr("Open the help where it tells of the shown page"),
+                             .enabling = EnablingRules::always,
+                             .run = handler(&frmMain::miToolsPageHelp_Click)});
     return menu;
 }
 
@@ -192,6 +200,8 @@ void frmMain::buildCommands() {
     files_ = new FileTools(lifecycle_, tools_->dock(), *this);
     buildRecovery();
     buildBitmapOffer();
+    tryOut_ = new TryOut(lifecycle_, tools_->navigator(), tools_->dock(),
+                         seams_.tryOut.value_or(TryOutSettings::usual(lifecycle_.environment(), this)), this);
     commands_->addMenus(*menuBar(), menuRows());
     tools_->followStates();
     for (QWidget* const control : {static_cast<QWidget*>(tabDetails), static_cast<QWidget*>(trvSystem)})
@@ -414,9 +424,18 @@ void frmMain::miOptionMsgLst_Click() {
     tabDetails->setCurrentIndex(MessageList);
 }
 
-void frmMain::miHelpContext_Click() {
+std::string frmMain::helpFile() const {
     const DocMgrModule::ProgramEnvironment& environment = lifecycle_.environment();
-    seams_.helpOpener.open(environment.paths.join(environment.programFolder, helpFileName));
+    return environment.paths.join(environment.programFolder, helpFileName);
+}
+
+void frmMain::miHelpContext_Click() {
+    seams_.helpOpener.open(helpFile());
+}
+
+void frmMain::miToolsPageHelp_Click() {
+    seams_.helpOpener.openPage(helpFile(),
+                               pages_.at(static_cast<std::size_t>(tabDetails->currentIndex())).help);
 }
 
 void frmMain::miHelpAbout_Click() {

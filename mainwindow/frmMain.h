@@ -3,11 +3,13 @@
 #include "display/forms/PreviewClock.h"
 #include "mainwindow/PageRow.h"
 #include "mainwindow/RecoverySettings.h"
+#include "mainwindow/TryOutSettings.h"
 #include "model/ProjectLifecycle.h"
 
 #include <QMainWindow>
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -32,6 +34,7 @@ class SystemPage;
 class TcpTesterPage;
 class ToolBar;
 class TransferCommands;
+class TryOut;
 class VariableListPage;
 
 /// What the main window needs of the world around it. All of it must outlive the window.
@@ -43,6 +46,7 @@ struct MainWindowSeams {
     std::function<void()> endProgram;
     PreviewClock previewClock = PreviewClock::system();
     RecoverySettings recovery = {};
+    std::optional<TryOutSettings> tryOut = {}; ///< none: what lies beside the program
 };
 
 /// The program's one main window: navigation tree, pages, menus, toolbar and status bar around the one open
@@ -92,6 +96,7 @@ private:
 
     std::function<void()> handler(void (frmMain::*click)());
     bool hasUnappliedEdits() const;
+    std::string helpFile() const;
     bool saveBeforeClosing();
 
     void miFileNew_Click();
@@ -105,6 +110,7 @@ private:
     void miOptionModbusSetting_Click();
     void miVarLst_Click();
     void miOptionMsgLst_Click();
+    void miToolsPageHelp_Click();
     void miHelpContext_Click();
     void miHelpAbout_Click();
     void ToolbarMain_ButtonClick(const QString& key);
@@ -125,6 +131,7 @@ private:
     FileTools* files_ = nullptr;
     Recovery* recovery_ = nullptr;
     BitmapOffer* bitmaps_ = nullptr;
+    TryOut* tryOut_ = nullptr;
     ItemTree* trvSystem;
     QTabWidget* tabDetails;
     std::vector<PageRow> pages_;

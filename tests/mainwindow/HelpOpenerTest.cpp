@@ -82,6 +82,8 @@ private slots:
     void aViewerIsKnownByEitherNameOfTheType();
     void noViewerIsKnownWithoutADesktop();
     void theDesktopGetsTheFile();
+    void aPageOpensInTheBrowser();
+    void theWholeHelpOpensWhereAPageIsMissing();
 };
 
 void HelpOpenerTest::theCompiledHelpOpensWhereAViewerIs() {
@@ -153,6 +155,22 @@ void HelpOpenerTest::theDesktopGetsTheFile() {
     HelpFolder::remove(folder.html());
     opener.open(folder.compiled());
     QCOMPARE(recorded.opened, (std::vector<std::string>{folder.compiled(), folder.html()}));
+}
+
+void HelpOpenerTest::aPageOpensInTheBrowser() {
+    const HelpFolder folder;
+    const RecordedDesktop recorded;
+    const FakeDesktop desktop(xchmForTheOldName);
+    SystemHelpOpener().openPage(folder.compiled(), "index.html");
+    QCOMPARE(recorded.opened, std::vector<std::string>{folder.html()});
+}
+
+void HelpOpenerTest::theWholeHelpOpensWhereAPageIsMissing() {
+    const HelpFolder folder;
+    const RecordedDesktop recorded;
+    const FakeDesktop desktop(xchmForTheOldName);
+    SystemHelpOpener().openPage(folder.compiled(), "system.html");
+    QCOMPARE(recorded.opened, std::vector<std::string>{folder.compiled()});
 }
 
 QTEST_MAIN(HelpOpenerTest)

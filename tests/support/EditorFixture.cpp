@@ -27,7 +27,7 @@ EditorFixture::~EditorFixture() = default;
 frmMain& EditorFixture::load() {
     window = std::make_unique<frmMain>(project, history, environment,
                                        MainWindowSeams{messages, chooser, help, [this] { ++programEnds; },
-                                                       PreviewClock::system(), recovery});
+                                                       PreviewClock::system(), recovery, tryOut});
     return *window;
 }
 

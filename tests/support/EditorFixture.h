@@ -10,6 +10,7 @@
 #include <QTest>
 
 #include <memory>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -25,7 +26,11 @@ namespace orvista::testing {
 class RecordedHelp final : public HelpOpener {
 public:
     void open(const std::string& path) override { opened.push_back(path); }
+    void openPage(const std::string& path, const std::string& page) override {
+        openedPages.push_back(path + " " + page);
+    }
     std::vector<std::string> opened;
+    std::vector<std::string> openedPages;
 };
 
 /// The real main window with scripted people, a program folder and a project folder of its own. What a test
@@ -80,6 +85,7 @@ public:
     ScriptedMessages messages;
     ScriptedChooser chooser;
     RecordedHelp help;
+    std::optional<TryOutSettings> tryOut;
     int programEnds = 0;
     RecoverySettings recovery; ///< nothing is kept unless a folder is set before load()
     DocMgrModule::ProgramEnvironment environment;

@@ -1,0 +1,120 @@
+#include "mainwindow/TryOut.h"
+
+#include "dialogs/frmSelDir.h"
+#include "mainwindow/Commands.h"
+#include "mainwindow/Navigator.h"
+#include "mainwindow/PanelDock.h"
+#include "model/FolderCopy.h"
+#include "model/ItemPlace.h"
+#include "widgets/PathText.h"
+
+#include <system_error>
+#include <utility>
+
+namespace orvista {
+
+namespace {
+
+#ifdef _WIN32
+constexpr const char* simulatorName = "lx400d-simulator.exe";
+#else
+constexpr const char* simulatorName = "lx400d-simulator";
+#endif
+
+/// The message that a newcomer sees first: it moves.
+constexpr const char* firstMessage = "STDMSG1";
+
+constexpr const char* displayNotice = "TryDisplay";
+
+} // namespace
+
+TryOutSettings TryOutSettings::usual(const DocMgrModule::ProgramEnvironment& environment, QWidget* parent) {
+    const PathRules& paths = environment.paths;
+    const std::string& folder = environment.programFolder;
+    return {.chooseFolder = [paths, parent](const std::string& caption) -> std::optional<std::string> {
+                frmSelDir dialog(paths, {}, parent);
+                dialog.setWindowTitle(QString::fromStdString(caption));
+                dialog.exec();
+                return dialog.IsCanceled ? std::nullopt : std::optional(dialog.FullPath);
+            },
+            .example = paths.join(paths.join(folder, "examples"), "pumpstation"),
+            .project = "PUMPSTATION",
+            .simulator = shownPath(paths.join(folder, simulatorName)),
+            .options = {}};
+}
+
+TryOut::TryOut(DocMgrModule::ProjectLifecycle& lifecycle, Navigator& navigator, PanelDock& dock,
+               TryOutSettings settings, QObject* parent)
+    : QObject(parent),
+      lifecycle_(lifecycle),
+      navigator_(navigator),
+      dock_(dock),
+      settings_(std::move(settings)) {}
+
+TryOut::~TryOut() {
+    if (display_)
+        display_->disconnect(this); // its end is no news any more
+}
+
+CommandRow TryOut::entry() {
+    return {.name = "miToolsTry",
+            .caption = tr("&Try without a Display…"),
+            .shortcut = {},
+            .toolTip = tr("Open a copy of the example and start a simulated display"),
+            .enabling = EnablingRules::always,
+            .run = [this] { miToolsTry_Click(); }};
+}
+
+void TryOut::miToolsTry_Click() {
+    const auto parent = settings_.chooseFolder("Choose a folder for a copy of the example");
+    if (!parent)
+        return;
+    try {
+        openCopy(copyToNewFolder(settings_.example, *parent));
+    } catch (const std::system_error& failure) {
+        lifecycle_.fileContext().messages.show(MessageIcon::Exclamation, failure.what());
+    }
+}
+
+void TryOut::openCopy(const std::string& folder) {
+    lifecycle_.openGivenProject(
+        DocMgrModule::projectFilePath(lifecycle_.environment().paths, folder, settings_.project));
+    if (lifecycle_.project().ProjPath != folder)
+        return; // the project before it could not be saved, and stays
+    startDisplay();
+    navigator_.goTo({firstMessage, 0});
+}
+
+void TryOut::startDisplay() {
+    dock_.withdraw(displayNotice);
+    display_.reset(); // of the last try: its ports are wanted
+    copyFiles(settings_.example, held_.emplace().path());
+    display_.emplace();
+    display_->setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    connect(&*display_, &QProcess::readyReadStandardOutput, this, &TryOut::readOutput);
+    connect(&*display_, &QProcess::errorOccurred, this, &TryOut::tellNotStarted);
+    display_->start(settings_.simulator, settings_.options + QStringList{"--root", shownPath(held_->path())});
+}
+
+void TryOut::readOutput() {
+    while (display_->canReadLine())
+        takeLine(QString::fromUtf8(display_->readLine()).trimmed());
+}
+
+void TryOut::takeLine(const QString& line) {
+    if (line.startsWith(QStringLiteral("Modbus/TCP not available")))
+        dock_.offer({.name = displayNotice,
+                     .text = tr("The test page cannot reach the simulated display. %1").arg(line),
+                     .button = {},
+                     .run = nullptr});
+}
+
+void TryOut::tellNotStarted(QProcess::ProcessError error) {
+    if (error == QProcess::FailedToStart)
+        dock_.offer({.name = displayNotice,
+                     .text = tr("The simulated display cannot be started: %1").arg(settings_.simulator),
+                     .button = {},
+                     .run = nullptr});
+}
+
+} // namespace orvista

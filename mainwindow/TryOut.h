@@ -1,0 +1,46 @@
+#pragma once
+
+#include "mainwindow/TryOutSettings.h"
+#include "model/ProjectLifecycle.h"
+#include "model/ScratchFolder.h"
+
+#include <QObject>
+#include <QProcess>
+
+#include <optional>
+#include <string>
+
+namespace orvista {
+
+class Navigator;
+class PanelDock;
+struct CommandRow;
+
+/// Tools > Try without a Display: a copy of the example, opened, and a simulated display that holds it. The
+/// display goes with the editor, and so does what it holds.
+class TryOut final : public QObject {
+    Q_OBJECT
+public:
+    TryOut(DocMgrModule::ProjectLifecycle& lifecycle, Navigator& navigator, PanelDock& dock,
+           TryOutSettings settings, QObject* parent);
+    ~TryOut() override;
+
+    CommandRow entry();
+
+private:
+    void miToolsTry_Click();
+    void openCopy(const std::string& folder);
+    void startDisplay();
+    void readOutput();
+    void takeLine(const QString& line);
+    void tellNotStarted(QProcess::ProcessError error);
+
+    DocMgrModule::ProjectLifecycle& lifecycle_;
+    Navigator& navigator_;
+    PanelDock& dock_;
+    TryOutSettings settings_;
+    std::optional<ScratchFolder> held_; ///< what the display holds; outlives its process
+    std::optional<QProcess> display_;
+};
+
+} // namespace orvista

@@ -1,0 +1,273 @@
+#include "display/forms/DisplayPreview.h"
+#include "mainwindow/EditorProgram.h"
+#include "tests/support/EditorFixture.h"
+#include "tests/support/ModalDriver.h"
+
+#include <QLabel>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QSlider>
+#include <QTabWidget>
+
+#include <csignal>
+#include <filesystem>
+#include <optional>
+
+using namespace orvista;
+using namespace orvista::testing;
+
+namespace {
+
+const std::string example = std::string(ORVISTA_EXAMPLES) + "/pumpstation";
+
+/// Stands in for the simulated display: notes its process and arguments, prints what it is told to, and
+/// stays.
+class StandIn {
+public:
+    explicit StandIn(const std::string& line = "Modbus/TCP on 127.0.0.1:502") {
+        writeBytes(program(),
+                   "#!/bin/sh\necho \"$$ $*\" >>'" + notes() + "'\necho '" + line + "'\nexec sleep 1000\n");
+        std::filesystem::permissions(program(), std::filesystem::perms::owner_all);
+    }
+    std::string program() const { return folder_.file("simulator"); }
+    /// A line for each start: its process, and its arguments.
+    QStringList starts() const {
+        return std::filesystem::exists(notes())
+                   ? QString::fromStdString(fileBytes(notes())).split(u'\n', Qt::SkipEmptyParts)
+                   : QStringList();
+    }
+    QString heldBy(int start) const { return starts().at(start).section(QStringLiteral("--root "), 1); }
+    bool runs(int start) const { return ::kill(starts().at(start).section(u' ', 0, 0).toInt(), 0) == 0; }
+
+private:
+    std::string notes() const { return folder_.file("notes"); }
+    TemporaryFolder folder_;
+};
+
+struct TryingEditor : EditorFixture {
+    explicit TryingEditor(const std::string& simulator, const std::string& copied = example) {
+        const auto chooseFolder = [this](const std::string& caption) {
+            captions.push_back(caption);
+            return folder;
+        };
+        tryOut = TryOutSettings{
+            chooseFolder, copied, "PUMPSTATION", QString::fromStdString(simulator), {"--headless"}};
+        start();
+    }
+    void tryIn(const TemporaryFolder& chosen) {
+        folder = chosen.path();
+        trigger("miToolsTry");
+    }
+
+    std::optional<std::string> folder; ///< what the user chooses; nothing: he cancels
+    std::vector<std::string> captions;
+};
+
+QString notice(const EditorFixture& editor) {
+    const auto* const line = editor.window->findChild<QLabel*>(QStringLiteral("lblTryDisplay"));
+    return line && line->isVisible() ? line->text() : QString();
+}
+
+} // namespace
+
+class TryOutTest : public QObject {
+    Q_OBJECT
+private slots:
+    void cleanup() { QVERIFY(allModalsServed()); }
+    void opensACopyOfTheExampleAtItsFirstMessage();
+    void startsADisplayThatHoldsTheExample();
+    void theDisplayGoesWithTheEditor();
+    void tryingAgainTakesAnotherFolderAndAnotherDisplay();
+    void saysWhatHelpsWherePort502IsRefused();
+    void saysThatThereIsNoSimulator();
+    void saysThatThereIsNoExample();
+    void withoutAFolderNothingHappens();
+    void asksForTheOpenProjectAsOpenDoes();
+    void bothEntriesAreAlwaysEnabled();
+    void theHelpOpensAtTheShownPage();
+    void aNewcomerSeesHisFirstMessageMoveInSixClicks();
+};
+
+void TryOutTest::opensACopyOfTheExampleAtItsFirstMessage() {
+    const StandIn simulator;
+    const TemporaryFolder folder;
+    TryingEditor editor(simulator.program());
+    editor.tryIn(folder);
+    QCOMPARE(editor.title(), QStringLiteral("Orvista Message Editor - [PUMPSTATION]"));
+    QCOMPARE(editor.project.ProjPath, folder.file("pumpstation"));
+    QVERIFY(!editor.project.modified);
+    QCOMPARE(fileBytes(folder.file("pumpstation/PUMPSTATION.orx")), fileBytes(example + "/PUMPSTATION.orx"));
+    QCOMPARE(fileBytes(folder.file("pumpstation/pump.bmp")), fileBytes(example + "/pump.bmp"));
+    QCOMPARE(editor.text("txtMsgName"), QStringLiteral("STDMSG1"));
+    QVERIFY(editor.find<QPlainTextEdit>("txtMsg")->isVisible());
+    QVERIFY(editor.find<QWidget>("btnPreviewPlay")->isEnabled());
+    QVERIFY(editor.messages.shown.empty());
+    QTRY_COMPARE(simulator.starts().size(), 1);
+}
+
+void TryOutTest::startsADisplayThatHoldsTheExample() {
+    const StandIn simulator;
+    const TemporaryFolder folder;
+    TryingEditor editor(simulator.program());
+    editor.tryIn(folder);
+    QTRY_COMPARE(simulator.starts().size(), 1);
+    QVERIFY(simulator.starts()[0].contains(QStringLiteral(" --headless --root ")));
+    const std::string held = simulator.heldBy(0).toStdString();
+    QCOMPARE(fileBytes(held + "/stdmsg.ilm"), fileBytes(example + "/stdmsg.ilm"));
+    // What it is sent does not end in the project.
+    QVERIFY(!simulator.heldBy(0).startsWith(QString::fromStdString(folder.path())));
+    QVERIFY(notice(editor).isEmpty());
+}
+
+void TryOutTest::theDisplayGoesWithTheEditor() {
+    const StandIn simulator;
+    const TemporaryFolder folder;
+    {
+        TryingEditor editor(simulator.program());
+        editor.tryIn(folder);
+        QTRY_COMPARE(simulator.starts().size(), 1);
+        QVERIFY(simulator.runs(0));
+    }
+    QVERIFY(!simulator.runs(0));
+    QVERIFY(!std::filesystem::exists(simulator.heldBy(0).toStdString()));
+}
+
+void TryOutTest::tryingAgainTakesAnotherFolderAndAnotherDisplay() {
+    const StandIn simulator;
+    const TemporaryFolder folder;
+    TryingEditor editor(simulator.program());
+    editor.tryIn(folder);
+    QTRY_COMPARE(simulator.starts().size(), 1);
+    editor.tryIn(folder);
+    QTRY_COMPARE(simulator.starts().size(), 2);
+    QCOMPARE(editor.project.ProjPath, folder.file("pumpstation 2"));
+    QVERIFY(!simulator.runs(0));
+    QVERIFY(simulator.runs(1));
+}
+
+void TryOutTest::saysWhatHelpsWherePort502IsRefused() {
+    const StandIn simulator("Modbus/TCP not available on 127.0.0.1:502: refused. This helps");
+    const TemporaryFolder folder;
+    TryingEditor editor(simulator.program());
+    editor.tryIn(folder);
+    QTRY_COMPARE(
+        notice(editor),
+        QStringLiteral("The test page cannot reach the simulated display. Modbus/TCP not available on "
+                       "127.0.0.1:502: refused. This helps"));
+    QCOMPARE(editor.title(), QStringLiteral("Orvista Message Editor - [PUMPSTATION]"));
+}
+
+void TryOutTest::saysThatThereIsNoSimulator() {
+    const TemporaryFolder folder;
+    TryingEditor editor(folder.file("none"));
+    editor.tryIn(folder);
+    QTRY_COMPARE(notice(editor), QStringLiteral("The simulated display cannot be started: ") +
+                                     QString::fromStdString(folder.file("none")));
+    QCOMPARE(editor.title(), QStringLiteral("Orvista Message Editor - [PUMPSTATION]"));
+}
+
+void TryOutTest::saysThatThereIsNoExample() {
+    const TemporaryFolder folder;
+    const StandIn simulator;
+    const TemporaryFolder programFolder;
+    TryingEditor editor(simulator.program(), programFolder.file("examples"));
+    editor.tryIn(folder);
+    QCOMPARE(editor.messages.shown.size(), std::size_t{1});
+    QVERIFY(editor.messages.shown[0].text.find(programFolder.file("examples")) != std::string::npos);
+    QVERIFY(std::filesystem::is_empty(folder.path()));
+}
+
+void TryOutTest::withoutAFolderNothingHappens() {
+    const StandIn simulator;
+    TryingEditor editor(simulator.program());
+    editor.newProject("Line3");
+    editor.trigger("miToolsTry");
+    QCOMPARE(editor.captions, std::vector<std::string>{"Choose a folder for a copy of the example"});
+    QCOMPARE(editor.title(), QStringLiteral("Orvista Message Editor - [Line3*]"));
+    QVERIFY(simulator.starts().empty());
+}
+
+void TryOutTest::asksForTheOpenProjectAsOpenDoes() {
+    const StandIn simulator;
+    const TemporaryFolder folder;
+    TryingEditor editor(simulator.program());
+    editor.newProject("Line3");
+    editor.messages.answers.push_back(Answer::Yes);
+    editor.tryIn(folder);
+    QCOMPARE(editor.messages.asked,
+             std::vector<std::string>{"Do you want to save current project before open new one?"});
+    QVERIFY(std::filesystem::exists(editor.projectFolder.file("Line3.orx")));
+    QCOMPARE(editor.title(), QStringLiteral("Orvista Message Editor - [PUMPSTATION]"));
+}
+
+void TryOutTest::bothEntriesAreAlwaysEnabled() {
+    EditorFixture editor;
+    editor.start();
+    QVERIFY(editor.enabled("miToolsTry"));
+    QVERIFY(editor.enabled("miToolsPageHelp"));
+    editor.newProject("Line3");
+    QVERIFY(editor.enabled("miToolsTry"));
+    QVERIFY(editor.enabled("miToolsPageHelp"));
+}
+
+void TryOutTest::theHelpOpensAtTheShownPage() {
+    EditorFixture editor;
+    editor.startWithNewProject();
+    const std::string help = editor.programFolder.file("OR102.chm ");
+    std::vector<std::string> expected;
+    for (const auto& [key, page] :
+         {std::pair("C1", "system.html"), std::pair("C2", "modbus-setting.html"),
+          std::pair("C3", "variable-list.html"), std::pair("C4", "message-list.html"),
+          std::pair("C5", "tcp-tester.html")}) {
+        editor.showPage(key);
+        editor.trigger("miToolsPageHelp");
+        expected.push_back(help + page);
+        QCOMPARE(editor.help.openedPages, expected);
+        QVERIFY(std::filesystem::exists(std::string(ORVISTA_HELP) + "/" + page));
+    }
+}
+
+void TryOutTest::aNewcomerSeesHisFirstMessageMoveInSixClicks() {
+    const StandIn simulator;
+    const TemporaryFolder home;
+    const TemporaryFolder programFolder;
+    std::filesystem::create_directory(programFolder.file("examples"));
+    std::filesystem::copy(example, programFolder.file("examples/pumpstation"));
+    std::filesystem::copy(simulator.program(), programFolder.file("lx400d-simulator"));
+    qputenv("HOME", QByteArray::fromStdString(home.path()));
+
+    int clicks = 0;
+    const auto click = [&clicks](QWidget* widget, QPoint at = {5, 5}) {
+        ++clicks;
+        QTest::mouseClick(widget, Qt::LeftButton, {}, at);
+    };
+    EditorProgram editor(programFolder.path());
+    onModal(QStringLiteral("frmStartup"), [&](QWidget* dialog) {
+        ++clicks; // on the frame
+        dialog->close();
+    });
+    editor.window().show();
+    QTRY_VERIFY(allModalsServed());
+    onModal(QStringLiteral("frmSelDir"),
+            [&](QWidget* dialog) { click(dialog->findChild<QPushButton*>(QStringLiteral("btnOK"))); });
+    auto* const tools = editor.window().findChild<QMenu*>(QStringLiteral("mnuTools"));
+    QMenuBar* const bar = editor.window().menuBar();
+    click(bar, bar->actionGeometry(tools->menuAction()).center());
+    QTRY_VERIFY(tools->isVisible());
+    auto* const entry = editor.window().findChild<QAction*>(QStringLiteral("miToolsTry"));
+    click(tools, tools->actionGeometry(entry).center());
+    QTRY_VERIFY(allModalsServed());
+    QVERIFY(std::filesystem::exists(home.file("pumpstation/PUMPSTATION.orx")));
+
+    const auto* const moment = editor.window().findChild<QSlider*>(QStringLiteral("sldPreviewTime"));
+    const int before = moment->value();
+    click(editor.window().findChild<QWidget*>(QStringLiteral("btnPreviewPlay")));
+    QTRY_VERIFY(moment->value() != before);
+    QVERIFY2(clicks <= 6, qPrintable(QString::number(clicks)));
+    QTRY_COMPARE(simulator.starts().size(), 1);
+}
+
+QTEST_MAIN(TryOutTest)
+#include "TryOutTest.moc"
