@@ -16,6 +16,8 @@ namespace {
 
 /// So many bytes of scripts are read at once, which nobody notices; what is left is read in between.
 constexpr std::size_t bytesReadAtOnce = std::size_t{256} * 1024;
+/// In milliseconds.
+constexpr int restUnderDialogs = 300;
 
 enum Column { Name, Address, Reference, Pages, Picture, Text, Variables, Bitmaps, FindingsMark };
 
@@ -62,15 +64,16 @@ void MessagesPanel::read() {
 }
 
 void MessagesPanel::readOn() {
-    if (isModalDialogOpen())
-        return;
     const ItemSources& from = sources();
-    if (isVisible() && !from.messages.update(from.project, bytesReadAtOnce))
-        return;
+    if (!isVisible()) // what is left is read when the panel is shown again
+        return reading_.stop();
+    if (isModalDialogOpen())
+        return reading_.start(restUnderDialogs);
+    if (!from.messages.update(from.project, bytesReadAtOnce))
+        return reading_.start(0);
     reading_.stop();
-    if (!isVisible())
-        return;
     rows_ = messageRows(from.project, from.messages);
+    showMatches();
     fill();
 }
 
