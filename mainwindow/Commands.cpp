@@ -40,7 +40,12 @@ QAction* Commands::add(const CommandRow& row, bool restsUnderDialogs) {
         action->setToolTip(row.toolTip);
     // Elsewhere Qt would move some of them to other menus by their captions.
     action->setMenuRole(QAction::NoRole);
-    connect(action, &QAction::triggered, this, [this, name = row.name] { run(name); });
+    connect(action, &QAction::triggered, this, [this, action, name = row.name](bool checked) {
+        // Qt has checked it ahead of the command, which may have nothing to do now.
+        if (action->isCheckable())
+            action->setChecked(!checked);
+        run(name);
+    });
     observe(row.enabling, [action](bool enabled) { action->setEnabled(enabled); });
     commands_.push_back({row, action, restsUnderDialogs});
     return action;

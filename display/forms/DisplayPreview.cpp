@@ -34,6 +34,7 @@ DisplayPreview::DisplayPreview(const Project& project, DeviceTextEdit& box, Mess
       clock_(std::move(clock)),
       panel_(new PanelView(LedRaster({PreviewRow::usualColumns}))),
       row_(new PreviewRow),
+      savePicture_(new QAction(tr("Save Picture…"), panel_)),
       player_(Programme({PreviewRow::usualColumns}, {})),
       cursorPage_(*box.document()) {
     setObjectName(QStringLiteral("displayPreview"));
@@ -54,10 +55,10 @@ void DisplayPreview::buildLayout() {
     panel_->setContextMenuPolicy(Qt::ActionsContextMenu);
     panel_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
     panel_->setMinimumSize(1, 3 * fontMetrics().height());
-    auto* const save = new QAction(tr("Save Picture…"), panel_);
-    save->setObjectName(QStringLiteral("miPreviewSavePicture"));
-    connect(save, &QAction::triggered, this, &DisplayPreview::savePicture);
-    panel_->addAction(save);
+    savePicture_->setObjectName(QStringLiteral("miPreviewSavePicture"));
+    savePicture_->setEnabled(false);
+    connect(savePicture_, &QAction::triggered, this, &DisplayPreview::savePicture);
+    panel_->addAction(savePicture_);
 
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins({});
@@ -197,6 +198,7 @@ void DisplayPreview::readScript() {
     player_.show(std::move(programme));
     positions_ = ScriptPositions(*box_.document());
     row_->setEnabled(holdsMessage);
+    savePicture_->setEnabled(holdsMessage);
     if (player_.isPlaying() && holdsMessage)
         render();
     else

@@ -16,6 +16,8 @@
 #include <optional>
 #include <string>
 
+class QAction;
+
 namespace orvista {
 
 class DeviceTextEdit;
@@ -88,6 +90,7 @@ private:
     PreviewClock clock_;
     PanelView* panel_;
     PreviewRow* row_;
+    QAction* savePicture_;
 
     FieldFormats formats_;
     DisplayValues values_;

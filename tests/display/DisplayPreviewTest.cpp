@@ -258,7 +258,9 @@ void DisplayPreviewTest::isDarkAndDisabledWithoutAMessage() {
     QCOMPARE(desk.label("lblPreviewPage") + desk.label("lblPreviewFit"), QString());
     for (const char* name : {"btnPreviewPlay", "sldPreviewTime", "spnPreviewColumns"})
         QVERIFY2(!desk.find<QWidget>(name)->isEnabled(), name);
+    QVERIFY(!desk.find<QAction>("miPreviewSavePicture")->isEnabled());
     desk.box->setEnabled(true);
+    QVERIFY(desk.find<QAction>("miPreviewSavePicture")->isEnabled());
     QCOMPARE(desk.read(), "Level");
     QVERIFY(desk.find<QWidget>("btnPreviewPlay")->isEnabled());
 }

@@ -2,6 +2,7 @@
 #include "tests/support/ScriptedPeople.h"
 
 #include <QAction>
+#include <QDialog>
 #include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
@@ -22,17 +23,35 @@ struct Window {
             {{"mnuTry",
               "&Try",
               {{"miLook", "&Look", Qt::Key_F7, {}, EnablingRules::always, [this] { done << "look"; }},
-               {"miWork", "Work", {}, "Works on it", EnablingRules::projectWork, [this] {
-                    done << "work";
-                }}}}});
+               {"miWork",
+                "Work",
+                {},
+                "Works on it",
+                EnablingRules::projectWork,
+                [this] { done << "work"; }}}},
+             {.name = "mnuShow",
+              .caption = "&Show",
+              .commands = {{.name = "miLamp",
+                            .caption = "Lamp",
+                            .shortcut = {},
+                            .toolTip = {},
+                            .enabling = EnablingRules::always,
+                            .run = [this] { turnLamp(!isLit); },
+                            .isCheckable = true}},
+              .restUnderDialogs = true}});
         commands.observe(EnablingRules::projectWork, [this](bool enabled) { pages.setEnabled(enabled); });
     }
     bool enabled(const char* name) const { return commands.action(name).isEnabled(); }
+    void turnLamp(bool lit) {
+        isLit = lit;
+        commands.action("miLamp").setChecked(lit);
+    }
 
     QMainWindow window;
     QWidget pages;
     ScriptedMessages messages;
     QStringList done;
+    bool isLit = false;
     Commands commands{messages, window};
 };
 
@@ -45,6 +64,7 @@ private slots:
     void whatWorksOnTheProjectIsEnabledExactlyWhileThePagesAre();
     void anEntryRunsItsCommand();
     void aCommandRunsByItsNameAlsoWhileItsEntryIsDisabled();
+    void anEntryIsCheckedWhileWhatItTurnsOnIsOn();
     void thereIsNoCommandOfAnotherName();
 };
 
@@ -94,6 +114,22 @@ void CommandRowsTest::aCommandRunsByItsNameAlsoWhileItsEntryIsDisabled() {
     window.commands.follow(ProjectTransition::Reset);
     window.commands.run("miWork");
     QCOMPARE(window.done, QStringList{"work"});
+}
+
+void CommandRowsTest::anEntryIsCheckedWhileWhatItTurnsOnIsOn() {
+    Window window;
+    QAction& entry = window.commands.action("miLamp");
+    entry.trigger();
+    QVERIFY(window.isLit && entry.isChecked());
+    {
+        QDialog dialog;
+        dialog.setModal(true);
+        dialog.show();
+        entry.trigger();
+        QVERIFY(window.isLit && entry.isChecked());
+    }
+    entry.trigger();
+    QVERIFY(!window.isLit && !entry.isChecked());
 }
 
 void CommandRowsTest::thereIsNoCommandOfAnotherName() {
