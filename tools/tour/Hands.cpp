@@ -74,7 +74,9 @@ void Hands::clickNode(const QString& treeName, const QString& key) const {
         if (!isNode(**node, key))
             continue;
         tree.scrollToItem(*node);
-        QTest::mouseClick(tree.viewport(), Qt::LeftButton, {}, tree.visualItemRect(*node).center());
+        // Its name may be cut on a small screen.
+        const QRect shown = tree.visualItemRect(*node).intersected(tree.viewport()->rect());
+        QTest::mouseClick(tree.viewport(), Qt::LeftButton, {}, shown.center());
         return;
     }
     throw std::logic_error(treeName.toStdString() + " has no " + key.toStdString());
