@@ -9,13 +9,7 @@ namespace orvista::console {
 
 std::string sheetBytes(const std::string& path) {
     try {
-        FileSource source(path);
-        std::string bytes(maximumSheetBytes + 1, '\0');
-        std::size_t size = 0;
-        while (const std::size_t count = source.read(bytes.data() + size, bytes.size() - size))
-            size += count;
-        bytes.resize(size);
-        return bytes;
+        return orvista::sheetBytes(path);
     } catch (const std::system_error& failure) {
         throw CommandFailure(ExitStatus::Unusable, path + ": " + failure.code().message());
     }

@@ -53,5 +53,7 @@ std::string addressCsv(std::span<const AddressRow> rows, char separator = ',');
 
 /// One page to print, without anything from elsewhere.
 std::string addressHtml(std::span<const AddressRow> rows, const Project& project);
+/// What that page shows, without a style.
+std::string addressHtmlBody(std::span<const AddressRow> rows, const Project& project);
 
 } // namespace orvista

@@ -108,18 +108,28 @@ void appendBlock(std::string& html, std::span<const AddressRow> rows, std::strin
     html += "</tbody>\n</table>\n";
 }
 
+std::string titleOf(const Project& project) {
+    return "Addresses of " + escaped(project.ProjName);
+}
+
 } // namespace
 
 std::string addressHtml(std::span<const AddressRow> rows, const Project& project) {
-    const std::string title = "Addresses of " + escaped(project.ProjName);
-    std::string html(pageStart);
-    html.append(title).append(style).append("<h1>").append(title).append("</h1>\n<p>Device address: ");
+    return std::string(pageStart)
+        .append(titleOf(project))
+        .append(style)
+        .append(addressHtmlBody(rows, project))
+        .append("</body>\n</html>\n");
+}
+
+std::string addressHtmlBody(std::span<const AddressRow> rows, const Project& project) {
+    std::string html = "<h1>" + titleOf(project) + "</h1>\n<p>Device address: ";
     html.append(escaped(utf8FromWindows1252(project.IP))).append("</p>\n").append(explanations);
     appendBlock(html, rows, "float", "Float variables");
     appendBlock(html, rows, "boolean", "Boolean variables");
     appendBlock(html, rows, "emergency", "Emergency messages");
     appendBlock(html, rows, "regular", "Regular messages");
-    return html.append("</body>\n</html>\n");
+    return html;
 }
 
 } // namespace orvista

@@ -7,6 +7,7 @@
 #include "model/Windows1252.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 
 namespace orvista {
@@ -57,6 +58,27 @@ std::string_view foreignCharacter(std::string_view utf8) {
 }
 
 } // namespace
+
+std::string sheetBytes(const std::string& path) {
+    FileSource source(path);
+    std::string bytes(maximumSheetBytes + 1, '\0');
+    std::size_t size = 0;
+    while (const std::size_t count = source.read(bytes.data() + size, bytes.size() - size))
+        size += count;
+    bytes.resize(size);
+    return bytes;
+}
+
+std::optional<SheetSubject> sheetSubject(std::string_view bytes) {
+    constexpr std::array<std::string_view, 2> columns{"message", "name"};
+    SheetErrors others;
+    const SheetReader sheet(bytes, columns, others);
+    if (sheet.hasHead() && sheet.has(0))
+        return SheetSubject::Messages;
+    if (sheet.hasHead() && sheet.has(1))
+        return SheetSubject::Variables;
+    return std::nullopt;
+}
 
 std::string errorText(const SheetError& error) {
     std::string text;

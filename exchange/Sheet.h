@@ -84,6 +84,16 @@ private:
     bool failed_ = false;
 };
 
+/// The bytes of a file, up to one more than a sheet may have: the readers tell of longer ones.
+/// \param path UTF-8
+/// \throws OpenFailure, ReadFailure
+std::string sheetBytes(const std::string& path);
+
+/// What a sheet is about.
+enum class SheetSubject { Messages, Variables };
+/// By the columns of its head; nothing where they are those of neither.
+std::optional<SheetSubject> sheetSubject(std::string_view bytes);
+
 /// CR LF, LF and CR alone all become CR LF.
 std::string withWholeLineEnds(std::string_view text);
 /// Whether that changes the text.

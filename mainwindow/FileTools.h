@@ -1,33 +1,39 @@
 #pragma once
 
-#include "model/ProjectLifecycle.h"
+#include "mainwindow/SheetTools.h"
 
 #include <QObject>
 
-class QWidget;
-
 namespace orvista {
 
-class PanelDock;
 class ReloadOffer;
 
-/// What files do to the open project besides the File menu: they are dropped on the window, and change on the
-/// disk.
+/// What comes from files and goes to files besides the File menu: tables, files that are dropped on the
+/// window, and a project that changes on the disk.
 class FileTools final : public QObject {
     Q_OBJECT
 public:
     /// All must outlive the tools.
-    FileTools(DocMgrModule::ProjectLifecycle& lifecycle, PanelDock& dock, QWidget& window);
+    FileTools(DocMgrModule::ProjectLifecycle& lifecycle, ProjectChanges& changes, const Commands& commands,
+              PanelDock& dock, QWidget& window);
+
+    std::vector<CommandRow> toolsEntries() { return sheets_->rows(); }
 
     void follow(ProjectTransition transition);
     /// The user came back to the window.
     void windowActivated();
 
+signals:
+    /// Messages or variables came from a table in that folder (UTF-8).
+    void itemsCameFrom(const std::string& folder);
+
 private:
     bool takesFile(const QString& path) const;
-    void openFile(const QString& path);
+    void take(const QString& path);
 
     DocMgrModule::ProjectLifecycle& lifecycle_;
+    const Commands& commands_;
+    SheetTools* sheets_;
     ReloadOffer* reload_;
 };
 

@@ -152,13 +152,14 @@ void ProjectTools::followStates() {
     connect(&preview_, &DisplayPreview::shownChanged, &entry, &QAction::setChecked);
 }
 
-MenuRow ProjectTools::toolsMenu() {
+MenuRow ProjectTools::toolsMenu(std::vector<CommandRow> ofFiles) {
     MenuRow menu{.name = "mnuTools",
                  .caption = tr("&Tools"),
                  .commands = {{"miToolsCheck", tr("&Check Project"), Qt::Key_F8,
                                tr("List what will go wrong on the display"), EnablingRules::projectWork,
                                [this] { miToolsCheck_Click(); }}},
                  .restUnderDialogs = true};
+    std::ranges::move(ofFiles, std::back_inserter(menu.commands));
     std::ranges::move(comparison_->toolsEntries(), std::back_inserter(menu.commands));
     return menu;
 }

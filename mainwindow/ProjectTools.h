@@ -44,7 +44,8 @@ public:
 
     MenuRow editMenu();
     MenuRow viewMenu();
-    MenuRow toolsMenu();
+    /// \param ofFiles stand after the check
+    MenuRow toolsMenu(std::vector<CommandRow> ofFiles);
     /// Has the entries tell what is shown and what can be undone, once they are there.
     void followStates();
 

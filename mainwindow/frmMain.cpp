@@ -177,7 +177,7 @@ std::vector<MenuRow> frmMain::menuRows() {
 }
 
 MenuRow frmMain::toolsMenu() {
-    MenuRow menu = tools_->toolsMenu();
+    MenuRow menu = tools_->toolsMenu(files_->toolsEntries());
     menu.commands.push_back(recovery_->restoreCommand());
     menu.commands.push_back(tryOut_->entry());
     menu.commands.push_back({.name = "miToolsPageHelp",
@@ -197,7 +197,7 @@ void frmMain::buildCommands() {
     changes_ = new ProjectChanges(project_, lifecycle_, {messagePage_, variablePage_, modbusPage_}, this);
     tools_ = new ProjectTools(project_, *changes_, *commands_, {*messagePage_, *variablePage_, *modbusPage_},
                               {lifecycle_, seams_.chooser, [this] { return transfer_; }}, *this);
-    files_ = new FileTools(lifecycle_, tools_->dock(), *this);
+    files_ = new FileTools(lifecycle_, *changes_, *commands_, tools_->dock(), *this);
     buildRecovery();
     buildBitmapOffer();
     tryOut_ = new TryOut(lifecycle_, tools_->navigator(), tools_->dock(),
@@ -224,6 +224,7 @@ void frmMain::buildRecovery() {
 void frmMain::buildBitmapOffer() {
     bitmaps_ = new BitmapOffer(project_, tools_->dock(), this);
     connect(tools_, &ProjectTools::itemsCameFrom, bitmaps_, &BitmapOffer::offerFrom);
+    connect(files_, &FileTools::itemsCameFrom, bitmaps_, &BitmapOffer::offerFrom);
     connect(bitmaps_, &BitmapOffer::copied, this, [this] {
         messagePage_->followProject();
         tools_->projectChanged();

@@ -1,7 +1,7 @@
 #include "exchange/forms/ComparisonPanel.h"
 
+#include "exchange/forms/ShownTexts.h"
 #include "model/ItemPlace.h"
-#include "widgets/DeviceText.h"
 #include "widgets/FormParts.h"
 #include "widgets/RowsTable.h"
 
@@ -18,29 +18,8 @@ namespace orvista {
 
 namespace {
 
-/// What is shown of a text; two that differ only further on are shown from shortly before that place.
-constexpr std::size_t mostShown = 120;
-constexpr std::size_t shownBefore = 20;
-
 QString fromUtf8(std::string_view text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
-QString shortened(const std::string& text, std::size_t from) {
-    if (text.empty())
-        return {};
-    const std::string part = text.substr(std::min(from, text.size()), mostShown);
-    const bool goesOn = from + part.size() < text.size();
-    return (from > 0 ? QStringLiteral("…") : QString()) + shownLine(part) +
-           (goesOn ? QStringLiteral("…") : QString());
-}
-
-/// Where to begin showing two texts, so that what differs is seen.
-std::size_t shownFrom(const std::string& one, const std::string& other) {
-    const auto same = std::mismatch(one.begin(), one.end(), other.begin(), other.end()).first - one.begin();
-    const auto differs = static_cast<std::size_t>(same);
-    const bool isSeen = differs + shownBefore < mostShown || std::max(one.size(), other.size()) <= mostShown;
-    return isSeen ? 0 : differs - shownBefore;
 }
 
 QString bytesText(std::uint64_t count) {

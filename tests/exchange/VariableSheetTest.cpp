@@ -1,3 +1,4 @@
+#include "exchange/MessageSheet.h"
 #include "exchange/VariableSheet.h"
 #include "tests/exchange/ExampleProject.h"
 
@@ -106,6 +107,16 @@ TEST(VariableSheet, TellsOfEveryErrorAtOnce) {
             "row 8, on: \"\xCE\x93\" is not a character of the display",
             "row 9, name: RegVar1 stands in row 3 already"));
     EXPECT_THAT(errorsOf("default\n1\n"), ElementsAre("row 1, name: the column is missing"));
+}
+
+TEST(SheetSubject, IsToldByTheColumns) {
+    const Project project;
+    EXPECT_EQ(sheetSubject(variableSheet(project)), SheetSubject::Variables);
+    EXPECT_EQ(sheetSubject(messageSheet(project, MessageSheetForm::Scripts).csv), SheetSubject::Messages);
+    EXPECT_EQ(sheetSubject(messageSheet(project, MessageSheetForm::Pages).csv), SheetSubject::Messages);
+    EXPECT_EQ(sheetSubject("script;MESSAGE\r\n"), SheetSubject::Messages);
+    for (const char* other : {"", "default,width\n", "\xFF\xFEname", "\"name"})
+        EXPECT_EQ(sheetSubject(other), std::nullopt) << other;
 }
 
 } // namespace

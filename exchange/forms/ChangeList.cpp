@@ -1,0 +1,219 @@
+#include "exchange/forms/ChangeList.h"
+
+#include "exchange/LineMatching.h"
+#include "exchange/forms/ShownTexts.h"
+#include "widgets/DeviceTextEdit.h"
+#include "widgets/FormParts.h"
+#include "widgets/ScriptPositions.h"
+
+#include <QCheckBox>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QSignalBlocker>
+#include <QSplitter>
+#include <QTableWidget>
+#include <QTextDocument>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <optional>
+
+namespace orvista {
+
+namespace {
+
+enum Column { Item, Text, Old, New };
+
+/// Of the whole list when it is shown first, in the font's characters and lines.
+constexpr int listCharacters = 110;
+constexpr int tableLines = 12;
+constexpr int textLines = 9;
+
+/// Space ticks the selected rows, whichever cell is the current one.
+class TickedTable final : public QTableWidget {
+public:
+    using QTableWidget::QTableWidget;
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override {
+        if (event->key() != Qt::Key_Space)
+            return QTableWidget::keyPressEvent(event);
+        const QModelIndexList rows = selectionModel()->selectedRows();
+        const bool allTicked = std::all_of(rows.begin(), rows.end(), [this](const QModelIndex& row) {
+            return item(row.row(), Item)->checkState() == Qt::Checked;
+        });
+        for (const QModelIndex& row : rows)
+            item(row.row(), Item)->setCheckState(allTicked ? Qt::Unchecked : Qt::Checked);
+    }
+};
+
+/// The lines of a script as the box shows them.
+struct ShownLines {
+    explicit ShownLines(const DeviceTextEdit& box) : positions(*box.document()) {
+        const QString text = box.document()->toRawText();
+        for (std::size_t line = 1; line <= positions.lineCount(); ++line) {
+            const int start = positions.positionOf(line, 1);
+            texts.push_back(text.mid(start, positions.endOfLine(line) - start).toStdString());
+        }
+        views.assign(texts.begin(), texts.end());
+    }
+    ScriptPositions positions;
+    std::vector<std::string> texts;
+    std::vector<std::string_view> views;
+};
+
+void mark(DeviceTextEdit& box, const ShownLines& lines, const std::vector<bool>& same) {
+    QColor background = box.palette().color(QPalette::Highlight);
+    background.setAlphaF(0.25F);
+    QList<QTextEdit::ExtraSelection> selections;
+    for (std::size_t line = 1; line <= same.size(); ++line) {
+        if (same[line - 1])
+            continue;
+        QTextEdit::ExtraSelection selection;
+        selection.cursor = QTextCursor(box.document());
+        selection.cursor.setPosition(lines.positions.positionOf(line, 1));
+        selection.cursor.setPosition(lines.positions.endOfLine(line), QTextCursor::KeepAnchor);
+        selection.format.setBackground(background);
+        selections << selection;
+    }
+    box.setExtraSelections(selections);
+    if (!selections.isEmpty()) {
+        QTextCursor first = selections.front().cursor;
+        first.setPosition(first.selectionStart());
+        box.setTextCursor(first);
+        box.centerCursor();
+    }
+}
+
+void markDifferences(DeviceTextEdit& before, DeviceTextEdit& after) {
+    const ShownLines old(before);
+    const ShownLines now(after);
+    std::vector<bool> sameBefore(old.texts.size());
+    std::vector<bool> sameAfter(now.texts.size());
+    const auto matches = matchLines(old.views, now.views);
+    for (std::size_t line = 0; line < matches.size(); ++line) {
+        if (!matches[line])
+            continue;
+        sameAfter[line] = true;
+        sameBefore[*matches[line]] = true;
+    }
+    mark(before, old, sameBefore);
+    mark(after, now, sameAfter);
+}
+
+DeviceTextEdit* shownText(const QString& name) {
+    auto* const box = named<DeviceTextEdit>(name);
+    box->setReadOnly(true);
+    box->setMinimumHeight(textLines * box->fontMetrics().lineSpacing());
+    return box;
+}
+
+} // namespace
+
+ChangeList::ChangeList(std::vector<ShownChange> changes, QWidget* parent)
+    : QWidget(parent),
+      changes_(std::move(changes)),
+      chkAllChanges(named<QCheckBox>(QStringLiteral("chkAllChanges"), tr("&All changes"))),
+      tblChanges(named<TickedTable>(QStringLiteral("tblChanges"), static_cast<int>(changes_.size()), 4)),
+      txtOld(shownText(QStringLiteral("txtOld"))),
+      txtNew(shownText(QStringLiteral("txtNew"))) {
+    fillTable();
+    auto* const splitter = new QSplitter(Qt::Vertical);
+    splitter->setChildrenCollapsible(false);
+    splitter->addWidget(tblChanges);
+    splitter->addWidget(buildTexts());
+    splitter->setStretchFactor(0, 1);
+    auto* const layout = new QVBoxLayout(this);
+    layout->setContentsMargins({});
+    layout->addWidget(chkAllChanges);
+    layout->addWidget(splitter, 1);
+
+    connect(tblChanges, &QTableWidget::currentCellChanged, this, [this](int row) { showTexts(row); });
+    connect(tblChanges, &QTableWidget::itemChanged, this, &ChangeList::followTicks);
+    connect(chkAllChanges, &QCheckBox::clicked, this, &ChangeList::tickAll);
+    if (!changes_.empty())
+        tblChanges->setCurrentCell(0, Item);
+    followTicks();
+    setFocusProxy(tblChanges);
+}
+
+void ChangeList::fillTable() {
+    tblChanges->setAccessibleName(tr("Changes"));
+    tblChanges->setHorizontalHeaderLabels({tr("Item"), tr("Text"), tr("Old"), tr("New")});
+    for (int column = 0; column < tblChanges->columnCount(); ++column)
+        tblChanges->horizontalHeaderItem(column)->setTextAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    for (int row = 0; row < tblChanges->rowCount(); ++row) {
+        const ShownChange& change = changes_[static_cast<std::size_t>(row)];
+        const std::size_t from = shownFrom(change.before, change.after);
+        auto* const item = new QTableWidgetItem(QString::fromStdString(change.item));
+        item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable);
+        item->setCheckState(Qt::Checked);
+        tblChanges->setItem(row, Item, item);
+        tblChanges->setItem(row, Text, new QTableWidgetItem(change.text));
+        tblChanges->setItem(row, Old, new QTableWidgetItem(shortened(change.before, from)));
+        tblChanges->setItem(row, New, new QTableWidgetItem(shortened(change.after, from)));
+    }
+    tblChanges->setSelectionBehavior(QAbstractItemView::SelectRows);
+    tblChanges->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    tblChanges->setTabKeyNavigation(false);
+    tblChanges->setShowGrid(false);
+    tblChanges->setWordWrap(false);
+    tblChanges->verticalHeader()->hide();
+    tblChanges->horizontalHeader()->setHighlightSections(false);
+    tblChanges->resizeColumnsToContents();
+    for (const int column : {Old, New})
+        tblChanges->horizontalHeader()->setSectionResizeMode(column, QHeaderView::Stretch);
+    tblChanges->setMinimumHeight(tableLines * fontMetrics().lineSpacing() / 2);
+    widenTo(tblChanges, listCharacters);
+}
+
+QWidget* ChangeList::buildTexts() {
+    auto* const texts = new QWidget;
+    auto* const row = new QHBoxLayout(texts);
+    row->setContentsMargins({});
+    const auto add = [row](DeviceTextEdit* box, const QString& caption) {
+        auto* const column = new QVBoxLayout;
+        column->addWidget(labelFor(box, caption));
+        column->addWidget(box, 1);
+        row->addLayout(column, 1);
+    };
+    add(txtOld, tr("Old"));
+    add(txtNew, tr("New"));
+    return texts;
+}
+
+void ChangeList::showTexts(int row) {
+    if (row < 0)
+        return;
+    const ShownChange& change = changes_[static_cast<std::size_t>(row)];
+    txtOld->setBytes(change.before);
+    txtNew->setBytes(change.after);
+    markDifferences(*txtOld, *txtNew);
+}
+
+std::vector<bool> ChangeList::ticked() const {
+    std::vector<bool> rows;
+    for (int row = 0; row < tblChanges->rowCount(); ++row)
+        rows.push_back(tblChanges->item(row, Item)->checkState() == Qt::Checked);
+    return rows;
+}
+
+void ChangeList::tickAll(bool tick) {
+    {
+        const QSignalBlocker silent(tblChanges); // once for all
+        for (int row = 0; row < tblChanges->rowCount(); ++row)
+            tblChanges->item(row, Item)->setCheckState(tick ? Qt::Checked : Qt::Unchecked);
+    }
+    tblChanges->viewport()->update();
+    followTicks();
+}
+
+void ChangeList::followTicks() {
+    const std::vector<bool> rows = ticked();
+    chkAllChanges->setEnabled(!rows.empty());
+    chkAllChanges->setChecked(std::find(rows.begin(), rows.end(), false) == rows.end());
+    emit ticksChanged();
+}
+
+} // namespace orvista

@@ -1,0 +1,209 @@
+#include "mainwindow/SheetTools.h"
+
+#include "exchange/AddressList.h"
+#include "exchange/MessageSheet.h"
+#include "exchange/VariableSheet.h"
+#include "exchange/forms/AddressPdf.h"
+#include "exchange/forms/frmSheetErrors.h"
+#include "exchange/forms/frmSheetImport.h"
+#include "mainwindow/PanelDock.h"
+#include "mainwindow/ProjectChanges.h"
+#include "model/FileReplacing.h"
+#include "model/Text.h"
+#include "widgets/FileChoice.h"
+#include "widgets/PathText.h"
+
+#include <QFileInfo>
+
+#include <algorithm>
+#include <system_error>
+
+namespace orvista {
+
+namespace {
+
+enum MessageFilter { Scripts, Pages };
+
+/// Each item once, in the order of the changes.
+std::vector<std::string> itemsOf(const std::vector<SheetChange>& changes) {
+    std::vector<std::string> items;
+    for (const SheetChange& change : changes) {
+        if (std::find(items.begin(), items.end(), change.item) == items.end())
+            items.push_back(change.item);
+    }
+    return items;
+}
+
+QString fileName(const std::string& path) {
+    return QFileInfo(shownPath(path)).fileName();
+}
+
+/// The list in the form that the file's ending names; nothing for another ending.
+std::optional<std::string> addressListFor(const std::string& path, const Project& project) {
+    const auto rows = addressList(project);
+    const auto endsWith = [&path](std::string_view end) { return endsWithIgnoringCase(path, end); };
+    if (endsWith(".csv"))
+        return addressCsv(rows);
+    if (endsWith(".html") || endsWith(".htm"))
+        return addressHtml(rows, project);
+    if (endsWith(".pdf"))
+        return addressPdf(addressHtmlBody(rows, project),
+                          SheetTools::tr("Addresses of %1").arg(shownPath(project.ProjName)))
+            .toStdString();
+    return std::nullopt;
+}
+
+} // namespace
+
+SheetTools::SheetTools(const DocMgrModule::ProjectLifecycle& lifecycle, ProjectChanges& changes,
+                       PanelDock& dock, QWidget& window)
+    : QObject(&window),
+      lifecycle_(lifecycle),
+      project_(lifecycle.project()),
+      messages_(lifecycle.fileContext().messages),
+      changes_(changes),
+      dock_(dock),
+      window_(window) {}
+
+std::vector<CommandRow> SheetTools::rows() {
+    const auto row = [this](const char* name, const QString& caption, const QString& toolTip,
+                            void (SheetTools::*click)()) {
+        return CommandRow{.name = name,
+                          .caption = caption,
+                          .shortcut = {},
+                          .toolTip = toolTip,
+                          .enabling = EnablingRules::projectWork,
+                          .run = [this, click] { (this->*click)(); }};
+    };
+    std::vector<CommandRow> rows = {
+        row("miToolsExportAddresses", tr("Export &Address List…"),
+            tr("Write where every variable and message lies, for the PLC programmer: CSV, HTML or PDF"),
+            &SheetTools::miToolsExportAddresses_Click),
+        row("miToolsExportMessages", tr("Export &Messages…"), tr("Write all messages as a table"),
+            &SheetTools::miToolsExportMessages_Click),
+        row("miToolsImportMessages", tr("&Import Messages…"),
+            tr("Take messages from a table, after a look at old and new"),
+            &SheetTools::miToolsImportMessages_Click),
+        row("miToolsExportVariables", tr("&Export Variables…"), tr("Write all variables as a table"),
+            &SheetTools::miToolsExportVariables_Click),
+        row("miToolsImportVariables", tr("Import Variab&les…"),
+            tr("Take variables from a table, after a look at old and new"),
+            &SheetTools::miToolsImportVariables_Click)};
+    rows.front().beginsGroup = true;
+    return rows;
+}
+
+QString SheetTools::proposedName(const QString& subject) const {
+    return shownPath(project_.ProjName) + u' ' + subject;
+}
+
+void SheetTools::miToolsExportAddresses_Click() {
+    const auto chosen =
+        chooseFileToWrite({tr("Export Address List"),
+                           {tr("Table (*.csv)"), tr("Web page (*.html)"), tr("PDF to print (*.pdf)")},
+                           project_.ProjPath,
+                           proposedName(tr("addresses.csv"))},
+                          &window_);
+    if (!chosen)
+        return;
+    if (const auto bytes = addressListFor(chosen->path, project_))
+        write(chosen->path, *bytes);
+    else
+        messages_.show(MessageIcon::Exclamation, chosen->path + " does not end in .csv, .html or .pdf");
+}
+
+void SheetTools::miToolsExportMessages_Click() {
+    const auto chosen = chooseFileToWrite(
+        {tr("Export Messages"),
+         {tr("Scripts, a row for each message (*.csv)"), tr("Pages, a row for each page (*.csv)")},
+         project_.ProjPath,
+         proposedName(tr("messages.csv"))},
+        &window_);
+    if (!chosen)
+        return;
+    const MessageSheet sheet =
+        messageSheet(project_, chosen->filter == Pages ? MessageSheetForm::Pages : MessageSheetForm::Scripts);
+    write(chosen->path, sheet.csv);
+    QStringList mended;
+    for (const std::string& message : sheet.mendedLineEnds)
+        mended << QString::fromStdString(message);
+    if (!mended.isEmpty())
+        dock_.showNotice(tr("%1: a line end of one character is CR LF in the table").arg(mended.join(u' ')));
+}
+
+void SheetTools::miToolsExportVariables_Click() {
+    const auto chosen = chooseFileToWrite({tr("Export Variables"),
+                                           {tr("Variables (*.csv)")},
+                                           project_.ProjPath,
+                                           proposedName(tr("variables.csv"))},
+                                          &window_);
+    if (chosen)
+        write(chosen->path, variableSheet(project_));
+}
+
+void SheetTools::write(const std::string& path, const std::string& bytes) {
+    try {
+        replaceFile(path, bytes);
+    } catch (const std::system_error&) {
+        messages_.show(MessageIcon::Exclamation, "unable to save " + path);
+    }
+}
+
+void SheetTools::miToolsImportMessages_Click() {
+    chooseAndImport(SheetSubject::Messages);
+}
+
+void SheetTools::miToolsImportVariables_Click() {
+    chooseAndImport(SheetSubject::Variables);
+}
+
+void SheetTools::chooseAndImport(SheetSubject subject) {
+    const bool messages = subject == SheetSubject::Messages;
+    const auto chosen = chooseFileToRead({messages ? tr("Import Messages") : tr("Import Variables"),
+                                          {tr("Table (*.csv)"), tr("All files (*)")},
+                                          project_.ProjPath},
+                                         &window_);
+    if (chosen)
+        import(chosen->path, subject);
+}
+
+void SheetTools::importAny(const std::string& path) {
+    import(path, std::nullopt);
+}
+
+void SheetTools::import(const std::string& path, std::optional<SheetSubject> subject) {
+    std::string bytes;
+    try {
+        bytes = sheetBytes(path);
+    } catch (const std::system_error&) {
+        return messages_.show(MessageIcon::None, "Unable to open " + path);
+    }
+    // What is neither is read as messages, which tells what is wrong with it.
+    const bool variables =
+        subject.value_or(sheetSubject(bytes).value_or(SheetSubject::Messages)) == SheetSubject::Variables;
+    take(path, variables ? importVariables(bytes, project_) : importMessages(bytes, project_));
+}
+
+void SheetTools::take(const std::string& path, SheetImport sheet) {
+    if (!sheet.errors.none()) {
+        frmSheetErrors(fileName(path), sheet.errors, &window_).exec();
+        return;
+    }
+    // Before the user has chosen among many rows, not after.
+    if (!changes_.mayChange(itemsOf(sheet.changes)))
+        return;
+    frmSheetImport dialog(fileName(path), std::move(sheet.changes), &window_);
+    dialog.exec();
+    if (dialog.IsCanceled || dialog.chosen.empty())
+        return;
+    Project changed = project_;
+    applyChanges(changed, dialog.chosen);
+    std::vector<ItemState> wanted;
+    for (const std::string& item : itemsOf(dialog.chosen))
+        wanted.push_back(itemState(changed, item));
+    const auto parts = lifecycle_.environment().paths.split(lifecycle_.environment().paths.nativeForm(path));
+    if (changes_.change(tr("Import"), wanted) && parts)
+        emit itemsCameFrom(parts->folder);
+}
+
+} // namespace orvista

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "exchange/Sheet.h"
+#include "exchange/SheetChange.h"
+#include "mainwindow/Commands.h"
+#include "model/ProjectLifecycle.h"
+
+#include <QObject>
+
+#include <string>
+
+namespace orvista {
+
+class PanelDock;
+class ProjectChanges;
+
+/// The entries of the Tools menu that write the project's addresses, messages and variables as tables, and
+/// take such tables in.
+class SheetTools final : public QObject {
+    Q_OBJECT
+public:
+    /// All must outlive the entries.
+    SheetTools(const DocMgrModule::ProjectLifecycle& lifecycle, ProjectChanges& changes, PanelDock& dock,
+               QWidget& window);
+
+    std::vector<CommandRow> rows();
+    /// Shows what the table of messages or variables would change, and takes what the user chooses.
+    /// \param path UTF-8
+    void importAny(const std::string& path);
+
+signals:
+    /// Messages or variables came from a table in that folder (UTF-8).
+    void itemsCameFrom(const std::string& folder);
+
+private:
+    void miToolsExportAddresses_Click();
+    void miToolsExportMessages_Click();
+    void miToolsImportMessages_Click();
+    void miToolsExportVariables_Click();
+    void miToolsImportVariables_Click();
+
+    QString proposedName(const QString& subject) const;
+    void write(const std::string& path, const std::string& bytes);
+    void chooseAndImport(SheetSubject subject);
+    void import(const std::string& path, std::optional<SheetSubject> subject);
+    void take(const std::string& path, SheetImport sheet);
+
+    const DocMgrModule::ProjectLifecycle& lifecycle_;
+    const Project& project_;
+    Messages& messages_;
+    ProjectChanges& changes_;
+    PanelDock& dock_;
+    QWidget& window_;
+};
+
+} // namespace orvista

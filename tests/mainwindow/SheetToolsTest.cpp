@@ -1,0 +1,427 @@
+#include "exchange/AddressList.h"
+#include "exchange/MessageSheet.h"
+#include "exchange/VariableSheet.h"
+#include "mainwindow/ProjectChanges.h"
+#include "tests/support/EditorFixture.h"
+#include "tests/support/ModalDriver.h"
+
+#include <QCheckBox>
+#include <QDialog>
+#include <QDropEvent>
+#include <QFile>
+#include <QFileDialog>
+#include <QFontDatabase>
+#include <QLabel>
+#include <QMimeData>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTableView>
+#include <QTableWidget>
+#include <QUrl>
+#include <QWindow>
+
+using namespace orvista;
+using namespace orvista::testing;
+
+namespace {
+
+/// The editor with a project of some texts, beside tables.
+struct Desk : EditorFixture {
+    Desk() {
+        startWithNewProject();
+        project.STDMSG[2] = "CLEAR\r\nTEXT 0 0 SMALL RED BLACK Pump\r\nSTILL 500";
+        project.RegVar[5].defaultValue = "1.5";
+    }
+    std::string file(const char* name) const { return projectFolder.file(name); }
+    void store(const char* name, const std::string& bytes) const {
+        QFile table(QString::fromStdString(file(name)));
+        if (!table.open(QIODevice::WriteOnly) || table.write(QByteArray::fromStdString(bytes)) < 0)
+            throw std::logic_error("cannot write the table");
+    }
+    std::string stored(const char* name) const {
+        QFile table(QString::fromStdString(file(name)));
+        return table.open(QIODevice::ReadOnly) ? table.readAll().toStdString() : std::string();
+    }
+    /// Answers the file dialog of the entry with that name, under that filter.
+    void choose(const char* entry, const char* name, int filter = 0) {
+        onModal(QStringLiteral("comdlg"), [this, name, filter](QWidget* dialog) {
+            auto* const files = qobject_cast<QFileDialog*>(dialog);
+            proposed = files->selectedFiles().value(0);
+            files->selectNameFilter(files->nameFilters().at(filter));
+            emit files->filterSelected(files->nameFilters().at(filter));
+            files->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))
+                ->setText(QString::fromStdString(file(name)));
+            QMetaObject::invokeMethod(files, "accept");
+        });
+        trigger(entry);
+        QVERIFY(allModalsServed());
+    }
+    /// Imports a table through its entry, with the import dialog served by `act`.
+    void importTable(const char* entry, const std::string& csv, std::function<void(QDialog&)> act) {
+        store("table.csv", csv);
+        onModal(QStringLiteral("comdlg"), [this](QWidget* dialog) {
+            auto* const files = qobject_cast<QFileDialog*>(dialog);
+            files->selectFile(QString::fromStdString(file("table.csv")));
+            QMetaObject::invokeMethod(files, "accept");
+        });
+        onModal(QStringLiteral("frmSheetImport"),
+                [act](QWidget* dialog) { act(*qobject_cast<QDialog*>(dialog)); });
+        trigger(entry);
+        QVERIFY(allModalsServed());
+    }
+    void importMessages(const std::string& csv, std::function<void(QDialog&)> act) {
+        importTable("miToolsImportMessages", csv, std::move(act));
+    }
+    QString undo() const { return find<QAction>("miEditUndo")->text(); }
+    QString notice() const {
+        const auto* const label = window->findChild<QLabel*>(QStringLiteral("lblNotice"));
+        return label && label->isVisible() ? label->text() : QString();
+    }
+    QString proposed;
+};
+
+template <typename Widget>
+Widget* child(const QWidget& dialog, const char* name) {
+    return dialog.findChild<Widget*>(QString::fromLatin1(name));
+}
+
+void press(const QWidget& dialog, const char* button) {
+    QTest::mouseClick(child<QPushButton>(dialog, button), Qt::LeftButton);
+}
+
+const std::string twoMessages = "message,script\r\nSTDMSG1,STILL 1\r\nALTMSG2,STILL 2\r\n";
+
+} // namespace
+
+class SheetToolsTest : public QObject {
+    Q_OBJECT
+private slots:
+    void initTestCase();
+    void theAddressListIsWrittenInTheFormOfItsEnding();
+    void theAddressListAsPdfIsA4WithSeveralPages();
+    void anotherEndingIsRefused();
+    void aNameWithoutAnEndingGetsThatOfTheFilter();
+    void messagesAreWrittenAsScriptsOrPages();
+    void aMendedLineEndIsNamed();
+    void variablesAreWritten();
+    void aFileThatCannotBeWrittenIsTold();
+    void anImportShowsOldAndNew();
+    void anImportIsOneStepThatCanBeUndone();
+    void onlyTickedRowsAreTaken();
+    void cancelTakesNothing();
+    void theKeyboardAloneImports();
+    void allRowsAreTickedAtOnce();
+    void variablesAreImported();
+    void aTableThatChangesNothingSaysSo();
+    void errorsAreToldInWordsAndNothingIsChanged();
+    void anEditThatIsNotAppliedStopsTheImport();
+    void aTableThatIsNotThereIsTold();
+    void aDroppedTableIsImported();
+    void aDroppedTableWaitsForAProject();
+    void whatAnExportWroteChangesNothing();
+};
+
+void SheetToolsTest::initTestCase() {
+    QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+}
+
+void SheetToolsTest::theAddressListIsWrittenInTheFormOfItsEnding() {
+    Desk desk;
+    desk.choose("miToolsExportAddresses", "list.csv");
+    QVERIFY(desk.proposed.endsWith(QStringLiteral("Line3 addresses.csv")));
+    QCOMPARE(desk.stored("list.csv"), addressCsv(addressList(desk.project)));
+    desk.choose("miToolsExportAddresses", "list.HTML");
+    QCOMPARE(desk.stored("list.HTML"), addressHtml(addressList(desk.project), desk.project));
+    QVERIFY(desk.messages.shown.empty());
+}
+
+void SheetToolsTest::theAddressListAsPdfIsA4WithSeveralPages() {
+    Desk desk;
+    desk.choose("miToolsExportAddresses", "list.pdf", 2);
+    const std::string pdf = desk.stored("list.pdf");
+    QVERIFY(pdf.starts_with("%PDF-"));
+    QVERIFY(pdf.find("/MediaBox [0 0 842.") != std::string::npos);
+    const QByteArray bytes = QByteArray::fromStdString(pdf);
+    QVERIFY(bytes.count("/Type /Page\n") >= 4);
+}
+
+void SheetToolsTest::anotherEndingIsRefused() {
+    Desk desk;
+    desk.choose("miToolsExportAddresses", "list.txt");
+    QCOMPARE(desk.messages.shown.size(), std::size_t{1});
+    QCOMPARE(desk.messages.shown[0].text, desk.file("list.txt") + " does not end in .csv, .html or .pdf");
+    QVERIFY(!QFile::exists(QString::fromStdString(desk.file("list.txt"))));
+}
+
+void SheetToolsTest::aNameWithoutAnEndingGetsThatOfTheFilter() {
+    Desk desk;
+    desk.choose("miToolsExportAddresses", "list", 1);
+    QVERIFY(desk.stored("list.html").starts_with("<!DOCTYPE html>"));
+}
+
+void SheetToolsTest::messagesAreWrittenAsScriptsOrPages() {
+    Desk desk;
+    desk.choose("miToolsExportMessages", "scripts.csv", 0);
+    QCOMPARE(desk.stored("scripts.csv"), messageSheet(desk.project, MessageSheetForm::Scripts).csv);
+    desk.choose("miToolsExportMessages", "pages.csv", 1);
+    QCOMPARE(desk.stored("pages.csv"), messageSheet(desk.project, MessageSheetForm::Pages).csv);
+    QCOMPARE(desk.notice(), QString());
+}
+
+void SheetToolsTest::aMendedLineEndIsNamed() {
+    Desk desk;
+    desk.project.STDMSG[4] = "CLEAR\nSTILL 5";
+    desk.choose("miToolsExportMessages", "scripts.csv");
+    QCOMPARE(desk.notice(), QStringLiteral("STDMSG5: a line end of one character is CR LF in the table"));
+}
+
+void SheetToolsTest::variablesAreWritten() {
+    Desk desk;
+    desk.choose("miToolsExportVariables", "variables.csv");
+    QCOMPARE(desk.stored("variables.csv"), variableSheet(desk.project));
+}
+
+void SheetToolsTest::aFileThatCannotBeWrittenIsTold() {
+    Desk desk;
+    desk.choose("miToolsExportVariables", "missing/variables.csv");
+    // The dialog itself refuses a folder that is not there; a file in the way is the program's to tell.
+    onModal(QStringLiteral("comdlg"), [&desk](QWidget* dialog) {
+        auto* const files = qobject_cast<QFileDialog*>(dialog);
+        files->selectFile(QString::fromStdString(desk.file("taken.csv")));
+        QDir().mkdir(QString::fromStdString(desk.file("taken.csv")));
+        static_cast<QDialog*>(files)->done(QDialog::Accepted);
+    });
+    desk.trigger("miToolsExportVariables");
+    QVERIFY(!desk.messages.shown.empty());
+    QCOMPARE(desk.messages.shown.back().text, "unable to save " + desk.file("taken.csv"));
+}
+
+void SheetToolsTest::anImportShowsOldAndNew() {
+    Desk desk;
+    const std::string csv =
+        "message,script\r\nSTDMSG3,\"CLEAR\r\nTEXT 0 0 SMALL RED BLACK Fan\r\nSTILL 500\"\r\n";
+    desk.importMessages(csv, [](QDialog& dialog) {
+        QCOMPARE(child<QLabel>(dialog, "lblImport")->text(),
+                 QStringLiteral("What table.csv says otherwise than the project. Ticked rows are taken."));
+        const auto* const table = child<QTableWidget>(dialog, "tblChanges");
+        QCOMPARE(table->rowCount(), 1);
+        QCOMPARE(table->item(0, 0)->text(), QStringLiteral("STDMSG3"));
+        QCOMPARE(table->item(0, 0)->checkState(), Qt::Checked);
+        QCOMPARE(table->item(0, 1)->text(), QStringLiteral("script"));
+        QVERIFY(table->item(0, 2)->text().contains(QStringLiteral("Pump")));
+        QVERIFY(table->item(0, 3)->text().contains(QStringLiteral("Fan")));
+        const auto* const before = child<QPlainTextEdit>(dialog, "txtOld");
+        const auto* const after = child<QPlainTextEdit>(dialog, "txtNew");
+        QCOMPARE(before->toPlainText(), QStringLiteral("CLEAR\nTEXT 0 0 SMALL RED BLACK Pump\nSTILL 500"));
+        QCOMPARE(after->toPlainText(), QStringLiteral("CLEAR\nTEXT 0 0 SMALL RED BLACK Fan\nSTILL 500"));
+        QVERIFY(before->isReadOnly() && after->isReadOnly());
+        // The line that differs is marked on both sides.
+        QCOMPARE(before->extraSelections().size(), 1);
+        QCOMPARE(after->extraSelections().size(), 1);
+        QCOMPARE(after->extraSelections().front().cursor.selectedText(),
+                 QStringLiteral("TEXT 0 0 SMALL RED BLACK Fan"));
+        press(dialog, "btnCancel");
+    });
+}
+
+void SheetToolsTest::anImportIsOneStepThatCanBeUndone() {
+    Desk desk;
+    desk.trigger("miFileSave");
+    desk.showMessage("R1");
+    desk.importMessages(twoMessages, [&desk](QDialog& dialog) {
+        QCOMPARE(desk.project.STDMSG[0], std::string("CLEAR"));
+        press(dialog, "btnOK");
+    });
+    QCOMPARE(desk.project.STDMSG[0], std::string("STILL 1"));
+    QCOMPARE(desk.project.ALTMSG[1], std::string("STILL 2"));
+    QCOMPARE(desk.find<QPlainTextEdit>("txtMsg")->toPlainText(), QStringLiteral("STILL 1"));
+    QCOMPARE(desk.undo(), QStringLiteral("Undo Import"));
+    QVERIFY(desk.project.modified);
+    desk.trigger("miEditUndo");
+    QCOMPARE(desk.project.STDMSG[0], std::string("CLEAR"));
+    QCOMPARE(desk.project.ALTMSG[1], std::string("CLEAR"));
+}
+
+void SheetToolsTest::onlyTickedRowsAreTaken() {
+    Desk desk;
+    desk.importMessages(twoMessages, [](QDialog& dialog) {
+        auto* const table = child<QTableWidget>(dialog, "tblChanges");
+        table->item(0, 0)->setCheckState(Qt::Unchecked);
+        QVERIFY(!child<QCheckBox>(dialog, "chkAllChanges")->isChecked());
+        table->item(1, 0)->setCheckState(Qt::Unchecked);
+        QVERIFY(!child<QPushButton>(dialog, "btnOK")->isEnabled());
+        table->item(1, 0)->setCheckState(Qt::Checked);
+        press(dialog, "btnOK");
+    });
+    QCOMPARE(desk.project.STDMSG[0], std::string("CLEAR"));
+    QCOMPARE(desk.project.ALTMSG[1], std::string("STILL 2"));
+}
+
+void SheetToolsTest::cancelTakesNothing() {
+    Desk desk;
+    desk.trigger("miFileSave");
+    desk.importMessages(twoMessages, [](QDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
+    QCOMPARE(desk.project.STDMSG[0], std::string("CLEAR"));
+    QCOMPARE(desk.window->changes().steps().count(), 0);
+    QVERIFY(!desk.project.modified);
+}
+
+void SheetToolsTest::theKeyboardAloneImports() {
+    Desk desk;
+    desk.importMessages(twoMessages, [](QDialog& dialog) {
+        auto* const table = child<QTableWidget>(dialog, "tblChanges");
+        QCOMPARE(dialog.focusWidget(), table);
+        QTest::keyClick(table, Qt::Key_Down);
+        QTest::keyClick(table, Qt::Key_Space);
+        QCOMPARE(table->item(1, 0)->checkState(), Qt::Unchecked);
+        QTest::keyClick(table, Qt::Key_Space);
+        QTest::keyClick(table, Qt::Key_Up);
+        QTest::keyClick(table, Qt::Key_Space);
+        QCOMPARE(table->item(0, 0)->checkState(), Qt::Unchecked);
+        QTest::keyClick(table, Qt::Key_Return);
+    });
+    QCOMPARE(desk.project.STDMSG[0], std::string("CLEAR"));
+    QCOMPARE(desk.project.ALTMSG[1], std::string("STILL 2"));
+}
+
+void SheetToolsTest::allRowsAreTickedAtOnce() {
+    Desk desk;
+    desk.importMessages(twoMessages, [](QDialog& dialog) {
+        auto* const all = child<QCheckBox>(dialog, "chkAllChanges");
+        auto* const table = child<QTableWidget>(dialog, "tblChanges");
+        QVERIFY(all->isChecked());
+        all->setFocus();
+        QTest::keyClick(all, Qt::Key_Space);
+        QCOMPARE(table->item(0, 0)->checkState(), Qt::Unchecked);
+        QCOMPARE(table->item(1, 0)->checkState(), Qt::Unchecked);
+        QVERIFY(!child<QPushButton>(dialog, "btnOK")->isEnabled());
+        QTest::keyClick(all, Qt::Key_Space);
+        QCOMPARE(table->item(1, 0)->checkState(), Qt::Checked);
+        press(dialog, "btnOK");
+    });
+    QCOMPARE(desk.project.STDMSG[0], std::string("STILL 1"));
+}
+
+void SheetToolsTest::variablesAreImported() {
+    Desk desk;
+    desk.showVariable("F6");
+    desk.importTable("miToolsImportVariables",
+                     "name;width;precision;on\r\nRegVar6;5;1;\r\nCoilVar2;;;running\r\n",
+                     [](QDialog& dialog) {
+                         QCOMPARE(child<QTableWidget>(dialog, "tblChanges")->rowCount(), 3);
+                         press(dialog, "btnOK");
+                     });
+    QCOMPARE(desk.project.RegVar[5], (FloatVariable{"RegVar6", "1.5", "5", "1"}));
+    QCOMPARE(desk.project.CoilVar[1].onText, std::string("running"));
+    QCOMPARE(desk.text("txtVarWidth"), QStringLiteral("5"));
+    QCOMPARE(desk.window->changes().steps().count(), 1);
+    desk.trigger("miEditUndo");
+    QCOMPARE(desk.project.RegVar[5], (FloatVariable{"RegVar6", "1.5", "7", "3"}));
+}
+
+void SheetToolsTest::aTableThatChangesNothingSaysSo() {
+    Desk desk;
+    desk.importMessages("message,script\r\nSTDMSG1,CLEAR\r\n", [](QDialog& dialog) {
+        QCOMPARE(child<QLabel>(dialog, "lblImport")->text(),
+                 QStringLiteral("table.csv says what the project has already."));
+        QVERIFY(!child<QPushButton>(dialog, "btnOK")->isEnabled());
+        press(dialog, "btnCancel");
+    });
+    QCOMPARE(desk.window->changes().steps().count(), 0);
+}
+
+void SheetToolsTest::errorsAreToldInWordsAndNothingIsChanged() {
+    Desk desk;
+    desk.store("table.csv", "message,script\r\nSTDMSG1,STILL 1\r\nSTDMSG99,STILL 2\r\n");
+    onModal(QStringLiteral("comdlg"), [&desk](QWidget* dialog) {
+        auto* const files = qobject_cast<QFileDialog*>(dialog);
+        files->selectFile(QString::fromStdString(desk.file("table.csv")));
+        QMetaObject::invokeMethod(files, "accept");
+    });
+    onModal(QStringLiteral("frmSheetErrors"), [](QWidget* dialog) {
+        QCOMPARE(child<QLabel>(*dialog, "lblErrors")->text(),
+                 QStringLiteral("table.csv was not imported, and nothing was changed. The head is row 1:"));
+        const auto* const rows = child<QTableView>(*dialog, "tblErrors")->model();
+        QCOMPARE(rows->rowCount(), 1);
+        QCOMPARE(rows->index(0, 0).data().toString(), QStringLiteral("3"));
+        QCOMPARE(rows->index(0, 1).data().toString(), QStringLiteral("message"));
+        QVERIFY(rows->index(0, 2).data().toString().contains(QStringLiteral("STDMSG99")));
+        QTest::keyClick(dialog, Qt::Key_Return);
+    });
+    desk.trigger("miToolsImportMessages");
+    QVERIFY(allModalsServed());
+    QCOMPARE(desk.project.STDMSG[0], std::string("CLEAR"));
+    QCOMPARE(desk.window->changes().steps().count(), 0);
+}
+
+void SheetToolsTest::anEditThatIsNotAppliedStopsTheImport() {
+    Desk desk;
+    desk.store("table.csv", twoMessages);
+    desk.showMessage("E2");
+    QTest::keyClicks(desk.find<QPlainTextEdit>("txtMsg"), QStringLiteral("x"));
+    desk.choose("miToolsImportMessages", "table.csv");
+    QCOMPARE(desk.notice(), QStringLiteral("Apply or discard the edit of ALTMSG2 first"));
+    QCOMPARE(desk.project.STDMSG[0], std::string("CLEAR"));
+    QCOMPARE(desk.find<QPlainTextEdit>("txtMsg")->toPlainText(), QStringLiteral("xCLEAR"));
+}
+
+void SheetToolsTest::aTableThatIsNotThereIsTold() {
+    Desk desk;
+    onModal(QStringLiteral("comdlg"), [&desk](QWidget* dialog) {
+        auto* const files = qobject_cast<QFileDialog*>(dialog);
+        files->selectFile(QString::fromStdString(desk.file("table.csv")));
+        static_cast<QDialog*>(files)->done(QDialog::Accepted);
+    });
+    desk.store("table.csv", "x");
+    QDir().remove(QString::fromStdString(desk.file("table.csv")));
+    QDir().mkdir(QString::fromStdString(desk.file("table.csv")));
+    desk.trigger("miToolsImportMessages");
+    QCOMPARE(desk.messages.shown.size(), std::size_t{1});
+    QCOMPARE(desk.messages.shown[0].text, "Unable to open " + desk.file("table.csv"));
+}
+
+/// Drops that file on the window.
+bool drop(const Desk& desk, const char* name) {
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(QString::fromStdString(desk.file(name)))});
+    QDropEvent event(QPointF(200, 200), Qt::CopyAction, &data, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(desk.window->windowHandle(), &event);
+    const bool taken = event.isAccepted();
+    QCoreApplication::processEvents();
+    return taken;
+}
+
+void SheetToolsTest::aDroppedTableIsImported() {
+    Desk desk;
+    desk.store("table.CSV", twoMessages);
+    desk.store("variables.csv", "name,width\r\nRegVar1,5\r\n");
+    for (int i = 0; i < 2; ++i)
+        onModal(QStringLiteral("frmSheetImport"), [](QWidget* dialog) { press(*dialog, "btnOK"); });
+    QVERIFY(drop(desk, "table.CSV"));
+    QTRY_COMPARE(desk.project.STDMSG[0], std::string("STILL 1"));
+    QVERIFY(drop(desk, "variables.csv"));
+    QTRY_COMPARE(desk.project.RegVar[0].width, std::string("5"));
+    QVERIFY(allModalsServed());
+}
+
+void SheetToolsTest::aDroppedTableWaitsForAProject() {
+    Desk desk;
+    desk.store("table.csv", twoMessages);
+    desk.window->lifecycle().InitProject();
+    QVERIFY(!drop(desk, "table.csv"));
+}
+
+void SheetToolsTest::whatAnExportWroteChangesNothing() {
+    Desk desk;
+    for (const int form : {0, 1}) {
+        desk.choose("miToolsExportMessages", "again.csv", form);
+        desk.importMessages(desk.stored("again.csv"), [](QDialog& dialog) {
+            QVERIFY(!child<QPushButton>(dialog, "btnOK")->isEnabled());
+            press(dialog, "btnCancel");
+        });
+        QFile::remove(QString::fromStdString(desk.file("again.csv")));
+    }
+}
+
+QTEST_MAIN(SheetToolsTest)
+#include "SheetToolsTest.moc"
