@@ -1,5 +1,5 @@
-#include "exchange/MessageSheet.h"
 #include "exchange/VariableSheet.h"
+#include "exchange/MessageSheet.h"
 #include "tests/exchange/ExampleProject.h"
 
 #include <gmock/gmock.h>
