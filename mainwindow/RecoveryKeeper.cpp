@@ -50,8 +50,7 @@ void RecoveryKeeper::follow(ProjectTransition transition) {
     case ProjectTransition::Reset:
         return discard();
     case ProjectTransition::Saved:
-        discard();
-        return noteChange(); // what is not applied was not saved
+        return keep(); // what is not applied was not saved
     case ProjectTransition::Modified:
     case ProjectTransition::ProjectCommands:
     case ProjectTransition::Opened:
