@@ -45,9 +45,10 @@ Stage::Stage(const QString& folder) : folder_(QDir(folder).absolutePath()) {
     }
 }
 
-void Stage::startEditor(const QString& project, quint16 modbusPort) {
+void Stage::startEditor(const QString& project, quint16 modbusPort, const QString& recoveryFolder) {
     editor_.reset();
-    editor_ = std::make_unique<EditorProgram>(path(QStringLiteral("program")).toStdString(), modbusPort);
+    editor_ = std::make_unique<EditorProgram>(path(QStringLiteral("program")).toStdString(), modbusPort,
+                                              recoveryFolder);
     if (!project.isEmpty())
         editor_->window().openAtStart(project.toStdString());
     editor_->window().show();

@@ -19,8 +19,10 @@ public:
     explicit Stage(const QString& folder);
 
     /// Ends the running editor, if there is one, and starts it again, with an empty memory but for its files.
-    /// Script the start-up dialog before. With `project` (a path) it opens that one instead.
-    void startEditor(const QString& project = {}, quint16 modbusPort = ModbusClient::modbusPort);
+    /// Script the start-up dialog before. With `project` (a path) it opens that one instead; with a folder
+    /// for it, it keeps unsaved work there.
+    void startEditor(const QString& project = {}, quint16 modbusPort = ModbusClient::modbusPort,
+                     const QString& recoveryFolder = {});
     QWidget& window() { return editor_->window(); }
     Hands hands() { return Hands(window()); }
 

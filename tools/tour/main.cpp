@@ -2,6 +2,7 @@
 #include "tools/tour/DeviceTour.h"
 #include "tools/tour/EditingTour.h"
 #include "tools/tour/ProjectTour.h"
+#include "tools/tour/RecoveryTour.h"
 #include "tools/tour/TablesTour.h"
 
 #include <QApplication>
@@ -33,10 +34,12 @@ int main(int argc, char** argv) {
     EditingTour editing(stage, arguments.at(2));
     TablesTour tables(stage);
     DeviceTour device(stage);
+    RecoveryTour recovery(stage);
     // A box that nobody answers would hold a step for five minutes.
     qputenv("QTEST_FUNCTION_TIMEOUT", "60000");
     const QStringList quietly{arguments.first(), QStringLiteral("-silent")};
-    for (QObject* const part : std::initializer_list<QObject*>{&project, &editing, &tables, &device})
+    for (QObject* const part :
+         std::initializer_list<QObject*>{&project, &editing, &tables, &device, &recovery})
         if (QTest::qExec(part, quietly) != 0)
             return EXIT_FAILURE;
     return EXIT_SUCCESS;
