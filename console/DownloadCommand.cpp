@@ -127,6 +127,7 @@ ExitStatus downloadFromMany(const Options& options) {
     const auto displays = chosenDisplays(options.fleet, {{}, {}, false});
     if (options.fleet.list.empty())
         expectProjectName(options.output);
+    Interruption interruption(watchInput(options.fleet)); // or Ctrl+C would leave the folder
     const ScratchFolder scratch;
     std::vector<FleetTask> tasks;
     tasks.reserve(displays.size());
@@ -137,7 +138,7 @@ ExitStatus downloadFromMany(const Options& options) {
     }
     FleetOutput output(tasks.size(), options.fleet.json);
     FleetRun fleet(std::move(tasks), options.fleet.jobs, scratch.path(), output);
-    return output.finish(fleet.run(watchInput(options.fleet)));
+    return output.finish(fleet.run(interruption));
 }
 
 ExitStatus download(const Options& options) {

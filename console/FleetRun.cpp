@@ -27,8 +27,7 @@ FleetRun::FleetRun(std::vector<FleetTask> tasks, std::size_t jobs, std::string s
         results_.push_back({task.name, task.address, {}, 0});
 }
 
-std::vector<FleetResult> FleetRun::run(WatchInput input) {
-    Interruption interruption(input);
+std::vector<FleetResult> FleetRun::run(Interruption& interruption) {
     while (next_ < tasks_.size() || !processes_.empty()) {
         while (next_ < tasks_.size() && processes_.size() < jobs_ && !interruption.came())
             begin();

@@ -33,7 +33,7 @@ public:
     FleetRun(std::vector<FleetTask> tasks, std::size_t jobs, std::string scratch, FleetOutput& output);
 
     /// One result for each task, in their order.
-    std::vector<FleetResult> run(WatchInput input);
+    std::vector<FleetResult> run(Interruption& interruption);
 
 private:
     using Clock = std::chrono::steady_clock;

@@ -2,8 +2,9 @@
 
 #include "console/CommandFailure.h"
 #include "console/Output.h"
-#include "model/Files.h"
 #include "model/Numbers.h"
+
+#include <system_error>
 
 namespace orvista::console {
 

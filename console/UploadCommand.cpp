@@ -103,6 +103,7 @@ ExitStatus uploadToMany(const Options& options) {
         expectProjectName(options.project);
     else if (options.fleet.list.empty())
         throw CommandFailure(ExitStatus::Unusable, "there is no project to send");
+    Interruption interruption(watchInput(options.fleet)); // or Ctrl+C would leave the folder
     const ScratchFolder scratch;
     const Snapshots snapshots(displays, scratch.path(), options.check);
     std::vector<FleetTask> tasks;
@@ -111,7 +112,7 @@ ExitStatus uploadToMany(const Options& options) {
         tasks.push_back(taskOf(display, snapshots.of(display), options));
     FleetOutput output(tasks.size(), options.fleet.json);
     FleetRun fleet(std::move(tasks), options.fleet.jobs, scratch.path(), output);
-    const auto results = fleet.run(watchInput(options.fleet));
+    const auto results = fleet.run(interruption);
     const ExitStatus status = output.finish(results);
     if (!options.report.empty())
         writeFile(options.report, fleetReport(results));
@@ -131,11 +132,26 @@ bool areEqual(const std::string& folder, const std::string& fetched) {
     }
 }
 
+/// Holds every byte that was sent against what came back.
+std::string faultOfSent(const std::string& folder, const std::string& fetched) {
+    const auto allFiles = [](const std::string& of) {
+        std::vector<std::string> names(transferredDeviceFiles.begin(), transferredDeviceFiles.end());
+        std::ranges::copy(bitmapsOfFolder(of), std::back_inserter(names));
+        return filesIn(of, names);
+    };
+    for (const FileDifference& file : compareFiles(allFiles(folder), allFiles(fetched))) {
+        if (file.sizeBefore) // what only the display has was not sent
+            return file.name + (file.sizeAfter ? " came back with other bytes" : " did not come back");
+    }
+    return {};
+}
+
 ExitStatus uploadAsWorker(const Options& options) {
     const DisplayAddress display = transferAddress(options.fleet.displays.front());
     const std::string folder = PathRules::native().split(options.project).value().folder;
     UploadWishes wishes;
-    wishes.verify = options.verify;
+    if (options.verify)
+        wishes.faultOfSent = [&folder](const std::string& fetched) { return faultOfSent(folder, fetched); };
     if (options.skipEqual)
         wishes.isEqual = [&folder](const std::string& fetched) { return areEqual(folder, fetched); };
     StatePrinter states(options.fleet.displays.front());

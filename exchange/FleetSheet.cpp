@@ -1,5 +1,7 @@
 #include "exchange/FleetSheet.h"
 
+#include "model/Numbers.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -39,6 +41,15 @@ std::vector<FleetDisplay> readFleetSheet(std::string_view bytes, const FleetDefa
     if (rows.empty() && errors.none())
         errors.add(0, {}, "has no displays");
     return errors.none() ? std::move(fleet.displays) : std::vector<FleetDisplay>();
+}
+
+std::string fleetSheet(std::span<const FleetDisplay> displays) {
+    std::string csv(utf8Mark);
+    appendRecord(csv, std::vector<std::string>(fleetColumns.begin(), fleetColumns.end()));
+    for (const FleetDisplay& display : displays)
+        appendRecord(csv, std::vector<std::string>{display.name, display.address.host,
+                                                   decimalText(display.address.port), display.project});
+    return csv;
 }
 
 std::string fleetReport(std::span<const FleetResult> results) {

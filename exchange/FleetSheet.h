@@ -18,6 +18,9 @@ namespace orvista {
 std::vector<FleetDisplay> readFleetSheet(std::string_view bytes, const FleetDefaults& defaults,
                                          SheetErrors& errors);
 
+/// The list as it is read again: the same displays, with all their ports.
+std::string fleetSheet(std::span<const FleetDisplay> displays);
+
 /// The columns name, address, result, reason, files, seconds.
 std::string fleetReport(std::span<const FleetResult> results);
 

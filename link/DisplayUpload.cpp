@@ -1,14 +1,9 @@
 #include "link/DisplayUpload.h"
 
 #include "link/DisplayFiles.h"
-#include "link/TransferredFiles.h"
-#include "model/FolderLookup.h"
 #include "model/ScratchFolder.h"
 
-#include <algorithm>
-#include <array>
 #include <optional>
-#include <span>
 #include <utility>
 
 namespace orvista {
@@ -17,45 +12,6 @@ namespace {
 
 using DocTsfModule::SentFiles;
 using DocTsfModule::TransferControlMaker;
-
-bool haveSameBytes(const std::string& left, const std::string& right) {
-    constexpr std::size_t pieceSize = 32 * 1024;
-    std::array<char, pieceSize> leftPiece{};
-    std::array<char, pieceSize> rightPiece{};
-    FileSource leftFile(left);
-    FileSource rightFile(right);
-    const auto fill = [](FileSource& file, std::array<char, pieceSize>& piece) {
-        std::size_t size = 0;
-        while (const std::size_t count = file.read(piece.data() + size, piece.size() - size))
-            size += count;
-        return std::string_view(piece.data(), size);
-    };
-    for (;;) {
-        const std::string_view leftBytes = fill(leftFile, leftPiece);
-        if (leftBytes != fill(rightFile, rightPiece))
-            return false;
-        if (leftBytes.empty())
-            return true;
-    }
-}
-
-/// What is wrong with the files that came back; empty where all of them are as they were sent.
-std::string faultOfFetched(const std::string& sentFolder, const std::string& fetchedFolder,
-                           std::span<const std::string> names) {
-    const PathRules paths = PathRules::native();
-    const std::size_t deviceFileCount = transferredDeviceFiles.size();
-    for (std::size_t i = 0; i < names.size(); ++i) {
-        const std::string path = paths.join(fetchedFolder, names[i]);
-        try {
-            if (!haveSameBytes(paths.join(sentFolder, names[i]),
-                               i < deviceFileCount ? deviceFileOnDisk(paths, path) : path))
-                return names[i] + " came back with other bytes";
-        } catch (const std::system_error&) {
-            return names[i] + " did not come back";
-        }
-    }
-    return {};
-}
 
 class DisplayUpload {
 public:
@@ -87,25 +43,25 @@ public:
         const SentFiles sent = DocTsfModule::sendFolder(*control, folder_, paths, progress_);
         if (sent.failedPath)
             return stoppedUpload(sent.arrived, paths.split(*sent.failedPath)->name + " was not taken");
-        if (wishes.verify)
-            return verified(sent.arrived);
+        if (wishes.faultOfSent)
+            return verified(wishes, sent.arrived.size());
         return {FleetOutcome::Done, {}, sent.arrived.size()};
     }
 
 private:
-    TransferEnd verified(const std::vector<std::string>& names) {
+    TransferEnd verified(const UploadWishes& wishes, std::size_t files) {
         progress_.enter(UploadStage::Verifying);
         const ScratchFolder fetched;
         std::string fault;
         try {
             fetchDisplayFiles(display_, fetched.path(), progress_, makeControl_);
-            fault = faultOfFetched(folder_, fetched.path(), names);
+            fault = wishes.faultOfSent(fetched.path());
         } catch (const FetchFailure& failure) {
             fault = failure.what();
         }
         if (!fault.empty())
-            return {FleetOutcome::Failed, "sent, but not verified: " + fault, names.size()};
-        return {FleetOutcome::Done, {}, names.size()};
+            return {FleetOutcome::Failed, "sent, but not verified: " + fault, files};
+        return {FleetOutcome::Done, {}, files};
     }
 
     const DisplayAddress& display_;

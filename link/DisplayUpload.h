@@ -20,8 +20,9 @@ public:
 struct UploadWishes {
     /// Whether the display, whose files lie in this folder, has what is to be sent. Empty: it is not asked.
     std::function<bool(const std::string& fetchedFolder)> isEqual;
-    /// Fetches every file once more and compares it byte for byte with what was sent.
-    bool verify = false;
+    /// What is wrong with the files that were fetched once more into this folder after they were sent; empty
+    /// where nothing is. Empty function: they are not fetched.
+    std::function<std::string(const std::string& fetchedFolder)> faultOfSent;
 };
 
 /// Sends the device files and bitmaps of `folder` (UTF-8) with the steps of the editor's upload. A display

@@ -81,6 +81,7 @@ frmMain::frmMain(Project& project, ConfigModule::History& history,
       seams_(seams),
       lifecycle_(project, history, environment, seams.messages, seams.chooser, *this),
       commands_(new Commands(seams.messages, *this)),
+      several_(lifecycle_, *this),
       trvSystem(named<ItemTree>(QStringLiteral("trvSystem"))),
       tabDetails(named<QTabWidget>(QStringLiteral("tabDetails"))) {
     setObjectName(QStringLiteral("frmMain"));
@@ -178,6 +179,7 @@ std::vector<MenuRow> frmMain::menuRows() {
 
 MenuRow frmMain::toolsMenu() {
     MenuRow menu = tools_->toolsMenu(files_->toolsEntries());
+    menu.commands.push_back(several_.toolsEntry());
     menu.commands.push_back(recovery_->restoreCommand());
     menu.commands.push_back(tryOut_->entry());
     menu.commands.push_back({.name = "miToolsPageHelp",

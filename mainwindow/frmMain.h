@@ -3,6 +3,7 @@
 #include "display/forms/PreviewClock.h"
 #include "mainwindow/PageRow.h"
 #include "mainwindow/RecoverySettings.h"
+#include "mainwindow/SeveralDisplays.h"
 #include "mainwindow/TryOutSettings.h"
 #include "model/ProjectLifecycle.h"
 
@@ -129,6 +130,7 @@ private:
     ProjectChanges* changes_ = nullptr;
     ProjectTools* tools_ = nullptr;
     FileTools* files_ = nullptr;
+    SeveralDisplays several_;
     Recovery* recovery_ = nullptr;
     BitmapOffer* bitmaps_ = nullptr;
     TryOut* tryOut_ = nullptr;

@@ -407,6 +407,7 @@ class Interruption(FleetTest):
             process.send_signal(signal.SIGINT)
             out, error = process.communicate(timeout=30)
             self.wait_for_end_of(children)
+            self.assertEqual(list((self.folder / "tmp").iterdir()), [])
             # Before it watches for it, Ctrl+C ends it at once; then nothing has begun.
             if process.returncode == -signal.SIGINT:
                 self.assertEqual(out, b"")

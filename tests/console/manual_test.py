@@ -5,7 +5,10 @@ import os
 import re
 import shutil
 import subprocess
+import tempfile
 import textwrap
+import unittest
+from pathlib import Path
 
 from displays import Display
 from program import EXAMPLE, PROGRAM, PROJECT, SOURCE, ProgramTest, main
@@ -96,31 +99,46 @@ class Manual(ProgramTest):
                                 env=os.environ | {"PATH": path}, check=False, timeout=100)
         return result.returncode, result.stderr
 
-    def on_display(self, line, display):
-        """A command that talks to a display, made to talk to that one."""
-        speaks_modbus = line.startswith(("orvista read", "orvista switch", "orvista write"))
-        if not speaks_modbus and not line.startswith("orvista compare"):
-            return line
-        return re.sub(r"192\.168\.1\.\d+(:\d+)?", display.modbus if speaks_modbus else display.address, line)
-
-    def test_every_command_of_the_help_and_the_readme_runs(self):
-        held = self.folder / "held"
-        held.mkdir()
+    def display(self):
+        """A simulated display with the example's files."""
+        held = Path(tempfile.mkdtemp(dir=self.folder, prefix="held"))
         for path in EXAMPLE.iterdir():
             if path.suffix != ".orx":
                 shutil.copy(path, held)
         display = Display(held)
         self.addCleanup(display.close)
-        read = json.loads(self.expect(0, "read", display.modbus, "--project", PROJECT, "--json"))
+        return display
+
+    def on_displays(self, line, displays):
+        """A command that talks to displays, made to talk to these: by the last number of their addresses."""
+        speaks_modbus = line.startswith(("orvista read", "orvista switch", "orvista write"))
+        if not speaks_modbus and not line.startswith(("orvista compare", "orvista upload", "orvista download")):
+            return line
+
+        def address(match):
+            display = displays[match[1]]
+            return display.modbus if speaks_modbus else display.address
+        return re.sub(r"192\.168\.1\.(\d+)(?::\d+)?", address, line)
+
+    def write_list(self, displays, project=""):
+        rows = [f"line {number},127.0.0.1,{display.port},{project}" for number, display in displays.items()]
+        (self.folder / "displays.csv").write_text("\n".join(["name,address,port,project", *rows]))
+
+    def test_every_command_of_the_help_and_the_readme_runs(self):
+        displays = {"103": self.display(), "104": self.display()}
+        self.write_list(displays)
+        read = json.loads(self.expect(0, "read", displays["103"].modbus, "--project", PROJECT, "--json"))
         self.assertEqual((list(read), list(read["values"][0])), manual_fields("read"))
-        for name, pattern in (("docs/help/command-line.html", r"<pre>(.*?)</pre>"), ("README.md", r"^    (orvista .*?)$")):
+        pages = r"<pre>(.*?)</pre>"
+        for name, pattern, least in (("docs/help/command-line.html", pages, 7), ("docs/help/several-displays.html", pages, 5),
+                                     ("README.md", r"^    (orvista .*?)$", 10)):
             found = re.findall(pattern, (SOURCE / name).read_text("utf-8"), re.S | re.M)
-            lines = [self.on_display(line, display) for block in found for line in block.splitlines()]
-            self.assertGreater(len(lines), 6, name)
+            lines = [self.on_displays(line, displays) for block in found for line in block.splitlines()]
+            self.assertGreaterEqual(len(lines), least, name)
             for line in lines:
                 with self.subTest(name=name, line=line):
                     self.assertEqual(self.shell(line), (0, b""))
-            (self.folder / "LINE3.orx").unlink()
+            (self.folder / "LINE3.orx").unlink(missing_ok=True)
 
     def test_the_build_servers_step_checks_and_publishes(self):
         text = (SOURCE / "docs" / "fleet.md").read_text("utf-8")
@@ -132,6 +150,45 @@ class Manual(ProgramTest):
         self.assertEqual(self.shell(step), (1, b""))
         for name in ("PUMPSTATION-addresses.html", "PUMPSTATION-addresses.csv", "other/BAD-addresses.csv"):
             self.assertTrue((self.folder / name).is_file(), name)
+
+    def fleet_page(self, first):
+        """The indented block of docs/fleet.md that begins so."""
+        text = (SOURCE / "docs" / "fleet.md").read_text("utf-8")
+        return textwrap.dedent(re.search(r"^    " + re.escape(first) + r".*\n(?:(?:    .*)?\n)*", text, re.M)[0]).strip() + "\n"
+
+    def test_the_lines_for_cron_run(self):
+        displays = {"103": self.display(), "104": self.display()}
+        self.write_list(displays, PROJECT)
+        (self.folder / "log").mkdir()
+        text = (SOURCE / "docs" / "fleet.md").read_text("utf-8")
+        lines = re.findall(r"^    (?:[\d*]+ ){5}((?:cd|orvista) .*)$", text, re.M)
+        self.assertEqual(len(lines), 2)
+        for line in lines:
+            line = line.replace("/srv/plant", str(self.folder)).replace("/srv/backup", str(self.folder / "backup"))
+            line = line.replace("/var/log/orvista", str(self.folder / "log"))
+            self.assertNotIn("/srv", line)
+            self.assertEqual(self.shell(line), (0, b""), [path.read_text() for path in (self.folder / "log").iterdir()])
+        self.assertIn("2 equal", (self.folder / "log" / "upload.log").read_text())
+        self.assertTrue((self.folder / "backup" / "line 104" / "line 104.orx").is_file())
+        self.assertIn("line 103,", (self.folder / "log" / "displays.csv").read_text("utf-8"))
+
+    @unittest.skipUnless(shutil.which("ansible-playbook"), "Ansible is not installed")
+    def test_the_play_sends_and_then_changes_nothing(self):
+        displays = {"103": self.display(), "104": self.display()}
+        for number in (3, 4):
+            shutil.copy(self.folder / PROJECT, self.folder / f"LINE{number}.orx")
+        inventory = self.fleet_page("[displays]")
+        for number, display in displays.items():
+            inventory = inventory.replace(f"192.168.1.{number}", display.address)
+        (self.folder / "displays.ini").write_text(inventory)
+        (self.folder / "upload.yml").write_text(self.fleet_page("- hosts: displays"))
+        (self.folder / "pump.bmp").write_bytes((self.folder / "pump.bmp").read_bytes() + b" ")
+        script = "ansible-playbook -i displays.ini upload.yml"
+        for changed in (1, 0):
+            status, error = self.shell(f"HOME={self.folder} ANSIBLE_NOCOLOR=1 {script} >play.log 2>&1")
+            log = (self.folder / "play.log").read_text()
+            self.assertEqual((status, error), (0, b""), log)
+            self.assertEqual(log.count(f"changed={changed} "), 2, log)
 
 
 main()

@@ -18,6 +18,7 @@ public:
 private slots:
     void startsADevice();
     void uploadsTheProject();
+    void sendsToSeveralDisplays();
     void switchesARegularMessageOn();
     void writesACoilAndAFloat();
     void overridesItByAnEmergencyMessage();

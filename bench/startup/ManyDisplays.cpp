@@ -1,0 +1,40 @@
+#include "simulator/FtpService.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QSocketNotifier>
+
+#include <cstdio>
+#include <cstdlib>
+#include <deque>
+#include <unistd.h>
+
+/// many_displays COUNT FOLDER: the file service of so many simulated displays in one process, each with a
+/// folder of its own below FOLDER. Prints their ports, and ends when standard input ends.
+int main(int argc, char* argv[]) {
+    using namespace orvista;
+    const QCoreApplication application(argc, argv);
+    struct Display {
+        explicit Display(const QString& path) : folder(path.toStdString()) {}
+        DeviceFolder folder;
+        Faults faults;
+        FtpService service{folder, faults};
+    };
+    // Ports of a transfer are signed 16-bit numbers.
+    constexpr quint16 lowestPort = 12000;
+    constexpr quint16 highestPort = 32767;
+    std::deque<Display> displays;
+    quint16 port = lowestPort;
+    for (int i = 0; i < std::atoi(argv[1]); ++i) {
+        const QString folder = QDir(argv[2]).filePath(QString::number(i));
+        QDir().mkpath(folder);
+        Display& display = displays.emplace_back(folder);
+        while (!display.service.start(QHostAddress::LocalHost, port) && port < highestPort)
+            ++port;
+        std::printf("%d\n", port++);
+    }
+    std::fflush(stdout);
+    QSocketNotifier end(STDIN_FILENO, QSocketNotifier::Read);
+    QObject::connect(&end, &QSocketNotifier::activated, &application, &QCoreApplication::quit);
+    return QCoreApplication::exec();
+}

@@ -1,0 +1,48 @@
+#include "mainwindow/SeveralDisplays.h"
+
+#include "exchange/forms/frmSeveralDisplays.h"
+#include "mainwindow/Commands.h"
+#include "model/Files.h"
+
+#include <filesystem>
+#include <system_error>
+
+namespace orvista {
+
+namespace {
+
+#ifdef _WIN32
+constexpr std::string_view programName = "orvista.exe";
+#else
+constexpr std::string_view programName = "orvista";
+#endif
+
+} // namespace
+
+CommandRow SeveralDisplays::toolsEntry() {
+    return {.name = "miToolsSeveral",
+            .caption = QObject::tr("&Upload to Several Displays…"),
+            .shortcut = {},
+            .toolTip = QObject::tr("Send the project to the displays of a list, many at once"),
+            .enabling = EnablingRules::projectWork,
+            .run = [this] { miToolsSeveral_Click(); }};
+}
+
+void SeveralDisplays::miToolsSeveral_Click() {
+    const Project& project = lifecycle_.project();
+    if (project.modified && lifecycle_.SaveCommand() != DocMgrModule::SaveOutcome::Saved)
+        return;
+    const DocMgrModule::ProgramEnvironment& environment = lifecycle_.environment();
+    Messages& messages = lifecycle_.fileContext().messages;
+    std::string program = environment.paths.join(environment.programFolder, programName);
+    std::error_code unknown;
+    if (!std::filesystem::exists(systemPath(program), unknown))
+        return messages.show(MessageIcon::Exclamation, program + " is missing");
+    frmSeveralDisplays dialog(
+        {project, DocMgrModule::projectFilePath(environment.paths, project.ProjPath, project.ProjName),
+         std::move(program), messages},
+        &window_);
+    dialog.exec();
+}
+
+} // namespace orvista

@@ -1,0 +1,316 @@
+#include "tests/support/EditorFixture.h"
+#include "tests/support/FtpTestServer.h"
+#include "tests/support/ModalDriver.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QClipboard>
+#include <QFileDialog>
+#include <QLabel>
+#include <QPushButton>
+#include <QTableView>
+
+#include <filesystem>
+
+using namespace orvista;
+using namespace orvista::testing;
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr int patience = 30'000;
+
+/// The dialog while it is open.
+class Dialog {
+public:
+    explicit Dialog(QWidget* dialog) : dialog_(dialog) {}
+
+    template <typename Widget>
+    Widget* find(const char* name) const {
+        auto* const widget = dialog_->findChild<Widget*>(QString::fromLatin1(name));
+        if (!widget)
+            throw std::logic_error(std::string("no ") + name);
+        return widget;
+    }
+    QWidget* window() const { return dialog_; }
+    QPushButton* button(const char* name) const { return find<QPushButton>(name); }
+    void click(const char* name) const {
+        if (!button(name)->isEnabled())
+            throw std::logic_error(std::string(name) + " is disabled");
+        QTest::mouseClick(button(name), Qt::LeftButton);
+    }
+    void paste(const QString& list) const {
+        QApplication::clipboard()->setText(list);
+        click("btnPaste");
+    }
+    /// Cells of a row, a bar between; without the project's path.
+    QString row(int row) const {
+        const QAbstractItemModel& model = *find<QTableView>("tblDisplays")->model();
+        QStringList cells;
+        for (const int column : {0, 1, 3, 4, 5})
+            cells << model.index(row, column).data().toString();
+        return cells.join(u'|');
+    }
+    int rowCount() const { return find<QTableView>("tblDisplays")->model()->rowCount(); }
+    void waitForEnd() const { QTRY_VERIFY_WITH_TIMEOUT(!button("btnStop")->isEnabled(), patience); }
+    void startAndWait() const {
+        click("btnStart");
+        waitForEnd();
+    }
+    QString summary() const { return find<QLabel>("lblDisplays")->text(); }
+    /// Enabled buttons in the order of the row.
+    QStringList enabled() const {
+        QStringList names;
+        for (const char* name : {"btnLoad", "btnPaste", "btnStart", "btnStop", "btnAgain", "btnReport"})
+            if (button(name)->isEnabled())
+                names << QString::fromLatin1(name);
+        return names;
+    }
+
+private:
+    QWidget* dialog_;
+};
+
+/// The main window beside which orvista lies, with an unsaved project.
+struct Editor : EditorFixture {
+    Editor() {
+        fs::create_symlink(ORVISTA_PROGRAM, programFolder.file(programName));
+        startWithNewProject("Plant");
+        writeBytes(projectFolder.file("pump.bmp"), "BM");
+    }
+    static constexpr const char* programName = "orvista";
+
+    void open(const std::function<void(const Dialog&)>& act) {
+        onModal(QStringLiteral("frmSeveralDisplays"), [act](QWidget* window) {
+            act(Dialog(window));
+            window->close();
+        });
+        trigger("miToolsSeveral");
+        QVERIFY(allModalsServed());
+    }
+};
+
+QString row(const char* name, const FtpTestServer& server) {
+    return QStringLiteral("%1,127.0.0.1,%2,\n").arg(QString::fromLatin1(name)).arg(server.port());
+}
+
+const QString head = QStringLiteral("name,address,port,project\n");
+
+QString address(const FtpTestServer& server) {
+    return QStringLiteral("127.0.0.1:%1").arg(server.port());
+}
+
+/// Processes of orvista that this test has started, directly or through one of them.
+int transfers() {
+    int count = 0;
+    std::error_code gone;
+    const fs::path program = fs::canonical(ORVISTA_PROGRAM);
+    for (const auto& entry : fs::directory_iterator("/proc"))
+        count += fs::read_symlink(entry.path() / "exe", gone) == program ? 1 : 0;
+    return count;
+}
+
+} // namespace
+
+class SeveralDisplaysTest : public QObject {
+    Q_OBJECT
+private slots:
+    void cleanup() { QVERIFY(allModalsServed()); }
+    void savesFirstAndSendsWhatWasSaved();
+    void sendsToTheFailedOnesAgain();
+    void skipsEqualOnes();
+    void stopNamesWhatIsHalfDone();
+    void closingEndsTheTransfers();
+    void aListThatCannotBeUsedIsSaidAndChangesNothing();
+    void loadsAListAndSavesTheReport();
+    void worksByKeyboardAlone();
+    void tellsWhereOrvistaIsMissing();
+    void worksOnAProjectOnly();
+    void opensNothingWhereTheProjectCannotBeSaved();
+};
+
+void SeveralDisplaysTest::savesFirstAndSendsWhatWasSaved() {
+    Editor editor;
+    const FtpTestServer first;
+    const FtpTestServer second;
+    QCOMPARE(editor.title(), QStringLiteral("Orvista Message Editor - [Plant*]"));
+    editor.open([&](const Dialog& dialog) {
+        QCOMPARE(editor.title(), QStringLiteral("Orvista Message Editor - [Plant]"));
+        QCOMPARE(dialog.enabled(), (QStringList{"btnLoad", "btnPaste"}));
+        dialog.paste(head + row("first", first) + row("second", second));
+        QCOMPARE(dialog.rowCount(), 2);
+        QCOMPARE(dialog.row(0), "first|" + address(first) + "|||");
+        QCOMPARE(dialog.summary(), QStringLiteral("2 displays"));
+        QCOMPARE(dialog.enabled(), (QStringList{"btnLoad", "btnPaste", "btnStart"}));
+        dialog.click("btnStart");
+        QCOMPARE(dialog.enabled(), QStringList{"btnStop"});
+        QVERIFY(!dialog.find<QCheckBox>("chkSkipEqual")->isEnabled());
+        dialog.waitForEnd();
+        QCOMPARE(dialog.row(0), "first|" + address(first) + "|done|6 of 6|");
+        QCOMPARE(dialog.row(1), "second|" + address(second) + "|done|6 of 6|");
+        QCOMPARE(dialog.summary(), QStringLiteral("2 of 2 displays: 2 done"));
+        QCOMPARE(dialog.enabled(), (QStringList{"btnLoad", "btnPaste", "btnStart", "btnReport"}));
+    });
+    QVERIFY(editor.messages.shown.empty());
+    for (const char* name : {"modbus.adr", "ilmvar.def", "default.pls", "pump.bmp"})
+        QCOMPARE(second.bytes(name), fileBytes(editor.projectFolder.file(name)));
+}
+
+void SeveralDisplaysTest::sendsToTheFailedOnesAgain() {
+    Editor editor;
+    const FtpTestServer good;
+    const FtpTestServer full({"--fault", "full", "--files-served", "2"});
+    editor.open([&](const Dialog& dialog) {
+        dialog.paste(head + row("good", good) + row("full", full));
+        dialog.startAndWait();
+        QCOMPARE(dialog.row(1), "full|" + address(full) +
+                                    "|half|2 of 6|stdmsg.ilm was not taken; arrived: modbus.adr, ilmvar.def");
+        QCOMPARE(dialog.summary(), QStringLiteral("2 of 2 displays: 1 done, 1 half"));
+        const auto commands = good.commands().size();
+        dialog.click("btnAgain");
+        dialog.waitForEnd();
+        QCOMPARE(dialog.row(1), "full|" + address(full) + "|failed|0 of 6|modbus.adr was not taken");
+        QVERIFY(dialog.row(0).contains(QStringLiteral("|done|")));
+        QCOMPARE(good.commands().size(), commands);
+        QVERIFY(dialog.button("btnAgain")->isEnabled());
+    });
+}
+
+void SeveralDisplaysTest::skipsEqualOnes() {
+    Editor editor;
+    const FtpTestServer server;
+    editor.open([&](const Dialog& dialog) {
+        dialog.paste(head + row("pump", server));
+        dialog.startAndWait();
+        QTest::mouseClick(dialog.find<QCheckBox>("chkSkipEqual"), Qt::LeftButton, {},
+                          QPoint(8, dialog.find<QCheckBox>("chkSkipEqual")->height() / 2));
+        dialog.startAndWait();
+        QVERIFY2(dialog.row(0).contains(QStringLiteral("|equal|")), qPrintable(dialog.row(0)));
+        QVERIFY(!dialog.button("btnAgain")->isEnabled());
+    });
+}
+
+void SeveralDisplaysTest::stopNamesWhatIsHalfDone() {
+    Editor editor;
+    const FtpTestServer silent({"--fault", "silent-store", "--files-served", "2"});
+    editor.open([&](const Dialog& dialog) {
+        dialog.paste(head + row("silent", silent));
+        dialog.click("btnStart");
+        const QString waiting = "silent|" + address(silent) + "|sending stdmsg.ilm|2 of 6|";
+        QTRY_COMPARE_WITH_TIMEOUT(dialog.row(0), waiting, patience);
+        dialog.click("btnStop");
+        dialog.waitForEnd();
+        QTRY_VERIFY(dialog.button("btnStart")->isEnabled());
+        QCOMPARE(dialog.row(0),
+                 "silent|" + address(silent) +
+                     "|half|2 of 6|interrupted while stdmsg.ilm was sent; arrived: modbus.adr, "
+                     "ilmvar.def");
+    });
+    QCOMPARE(transfers(), 0);
+}
+
+void SeveralDisplaysTest::closingEndsTheTransfers() {
+    Editor editor;
+    const FtpTestServer silent({"--fault", "silent-store"});
+    editor.open([&](const Dialog& dialog) {
+        dialog.paste(head + row("silent", silent));
+        dialog.click("btnStart");
+        QTRY_VERIFY_WITH_TIMEOUT(dialog.row(0).contains(QStringLiteral("sending modbus.adr")), patience);
+        QCOMPARE(transfers(), 2);
+        QTest::keyClick(dialog.window(), Qt::Key_Escape);
+    });
+    QCOMPARE(transfers(), 0);
+}
+
+void SeveralDisplaysTest::aListThatCannotBeUsedIsSaidAndChangesNothing() {
+    Editor editor;
+    editor.open([&](const Dialog& dialog) {
+        dialog.paste(head + QStringLiteral("a,127.0.0.1,7001,\n"));
+        dialog.paste(head + QStringLiteral("b,127.0.0.1,7001,\nB,127.0.0.1,7002,\na/b,127.0.0.1,7003,\n"));
+        QCOMPARE(dialog.rowCount(), 1);
+        QCOMPARE(editor.messages.shown.size(), std::size_t{1});
+        QCOMPARE(editor.messages.shown[0].text,
+                 std::string("The clipboard\nrow 3, name: the same name stands in row 2 already\n"
+                             "row 4, name: a name holds none of / \\ : * ? \" < > | and no line end"));
+    });
+}
+
+void SeveralDisplaysTest::loadsAListAndSavesTheReport() {
+    Editor editor;
+    const FtpTestServer server;
+    const TemporaryFolder folder;
+    writeBytes(folder.file("list.csv"), (head + row("=pump", server)).toStdString());
+    editor.open([&](const Dialog& dialog) {
+        const auto choose = [&](const char* name) {
+            onModal(QStringLiteral("comdlg"), [&, name](QWidget* window) {
+                auto* const files = qobject_cast<QFileDialog*>(window);
+                files->selectFile(QString::fromStdString(folder.file(name)));
+                QMetaObject::invokeMethod(files, "accept");
+            });
+        };
+        choose("list.csv");
+        dialog.click("btnLoad");
+        QCOMPARE(dialog.rowCount(), 1);
+        dialog.startAndWait();
+        choose("report.csv");
+        dialog.click("btnReport");
+    });
+    const std::string report = fileBytes(folder.file("report.csv"));
+    const std::string expected = "\xEF\xBB\xBFname,address,result,reason,files,seconds\r\n'=pump," +
+                                 address(server).toStdString() + ",done,,6,";
+    QCOMPARE(report.substr(0, expected.size()), expected);
+}
+
+void SeveralDisplaysTest::worksByKeyboardAlone() {
+    Editor editor;
+    const FtpTestServer server;
+    editor.open([&](const Dialog& dialog) {
+        QApplication::clipboard()->setText(head + row("pump", server));
+        const auto alt = [&](Qt::Key key) { QTest::keyClick(dialog.window(), key, Qt::AltModifier); };
+        QTRY_VERIFY(dialog.window()->isActiveWindow());
+        // A button is shown pressed for a moment before it is.
+        alt(Qt::Key_P);
+        QTRY_COMPARE(dialog.rowCount(), 1);
+        QVERIFY(dialog.button("btnStart")->hasFocus());
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        QVERIFY(dialog.button("btnStop")->hasFocus());
+        dialog.waitForEnd();
+        QVERIFY(dialog.row(0).contains(QStringLiteral("|done|")));
+        QVERIFY(QApplication::focusWidget() != nullptr);
+        alt(Qt::Key_K);
+        QTRY_VERIFY(dialog.find<QCheckBox>("chkSkipEqual")->isChecked());
+        alt(Qt::Key_S);
+        QTRY_VERIFY_WITH_TIMEOUT(dialog.row(0).contains(QStringLiteral("|equal|")), patience);
+        dialog.waitForEnd();
+        QTest::keyClick(dialog.window(), Qt::Key_Escape);
+        QVERIFY(!dialog.window()->isVisible());
+    });
+}
+
+void SeveralDisplaysTest::tellsWhereOrvistaIsMissing() {
+    Editor editor;
+    fs::remove(editor.programFolder.file("orvista"));
+    editor.trigger("miToolsSeveral");
+    QCOMPARE(editor.messages.shown.size(), std::size_t{1});
+    QCOMPARE(editor.messages.shown[0].text, editor.programFolder.file("orvista") + " is missing");
+}
+
+void SeveralDisplaysTest::worksOnAProjectOnly() {
+    EditorFixture editor;
+    editor.start();
+    QVERIFY(!editor.enabled("miToolsSeveral"));
+    editor.newProject("Line3");
+    QVERIFY(editor.enabled("miToolsSeveral"));
+}
+
+void SeveralDisplaysTest::opensNothingWhereTheProjectCannotBeSaved() {
+    Editor editor;
+    fs::create_directory(editor.projectFolder.file("Plant.orx"));
+    editor.trigger("miToolsSeveral");
+    QCOMPARE(editor.messages.shown.size(), std::size_t{1});
+    QCOMPARE(editor.title(), QStringLiteral("Orvista Message Editor - [Plant*]"));
+}
+
+QTEST_MAIN(SeveralDisplaysTest)
+#include "SeveralDisplaysTest.moc"
