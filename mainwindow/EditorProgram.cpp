@@ -58,9 +58,14 @@ EditorProgram::EditorProgram(const std::string& programFolder, std::uint16_t mod
     : environment_{programFolder, PathRules::native()},
       history_(environment_.paths, environment_.programFolder),
       chooser_(history_, environment_, project_, messages_),
-      window_(
-          project_, history_, environment_,
-          {messages_, chooser_, helpOpener_, endProgram, PreviewClock::system(), {.folder = recoveryFolder}}),
+      window_(project_, history_, environment_,
+              {messages_,
+               chooser_,
+               helpOpener_,
+               endProgram,
+               PreviewClock::system(),
+               {.folder = recoveryFolder},
+               modbusPort}),
       testerClient_(project_, window_.testerPage(), messages_, modbusPort),
       transfer_(project_, window_.lifecycle(), chooser_, messages_, window_, &makeTransferControl) {
     window_.testerPage().useActions(testerClient_);

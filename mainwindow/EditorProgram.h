@@ -17,7 +17,7 @@ namespace orvista {
 class EditorProgram {
 public:
     /// \param programFolder UTF-8, without a trailing separator: where the history and the help file lie
-    /// \param modbusPort where the device takes test requests
+    /// \param modbusPort where the device takes test requests and is read
     /// \param recoveryFolder where copies of unsaved work are kept; empty for none
     explicit EditorProgram(const std::string& programFolder,
                            std::uint16_t modbusPort = ModbusClient::modbusPort,

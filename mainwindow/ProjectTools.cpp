@@ -8,6 +8,7 @@
 #include "mainwindow/ItemPanels.h"
 #include "mainwindow/MessageListPage.h"
 #include "mainwindow/ModbusSettingPage.h"
+#include "mainwindow/MonitorTools.h"
 #include "mainwindow/Navigator.h"
 #include "mainwindow/PanelDock.h"
 #include "mainwindow/ProjectChanges.h"
@@ -38,7 +39,8 @@ void append(std::vector<CommandRow>& commands, const std::vector<CommandRow>& mo
 } // namespace
 
 ProjectTools::ProjectTools(const Project& project, ProjectChanges& changes, Commands& commands,
-                           const Pages& pages, ComparisonTools::World world, QMainWindow& window)
+                           const Pages& pages, ComparisonTools::World world, std::uint16_t modbusPort,
+                           QMainWindow& window)
     : QObject(&window),
       project_(project),
       changes_(changes),
@@ -63,11 +65,14 @@ ProjectTools::ProjectTools(const Project& project, ProjectChanges& changes, Comm
         project_, changes, commands, *items_, [this] { return navigator_->notAppliedItems(); }, window);
     connect(itemEditing_, &ItemEditing::notice, dock_, &PanelDock::showNotice);
     connect(itemEditing_, &ItemEditing::pastedFrom, this, &ProjectTools::itemsCameFrom);
+    monitor_ = new MonitorTools(project_, pages.tester, preview_, *dock_, modbusPort, window);
     connectPages(pages);
     commands.observe(EnablingRules::projectWork, [this](bool enabled) {
         dock_->setPanelsEnabled(enabled);
-        if (!enabled)
-            comparison_->forget();
+        if (enabled)
+            return;
+        comparison_->forget();
+        monitor_->stop();
     });
     auto* const find = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_F), &window);
     connect(find, &QShortcut::activated, items_, [this] {
@@ -112,6 +117,7 @@ void ProjectTools::projectChanged() {
         findings_->checkSoon();
     items_->projectChanged();
     comparison_->projectChanged();
+    monitor_->projectChanged();
 }
 
 MenuRow ProjectTools::editMenu() {
@@ -139,6 +145,7 @@ MenuRow ProjectTools::viewMenu() {
          .run = [this] { preview_.setShown(preview_.isHidden()); },
          .isCheckable = true}};
     append(commands, items_->viewEntries());
+    append(commands, monitor_->viewEntries());
     return {
         .name = "mnuView", .caption = tr("&View"), .commands = std::move(commands), .restUnderDialogs = true};
 }

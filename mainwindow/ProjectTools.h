@@ -6,6 +6,7 @@
 #include <QObject>
 #include <QPointer>
 
+#include <cstdint>
 #include <string>
 
 class QMainWindow;
@@ -20,10 +21,12 @@ class ItemEditing;
 class ItemPanels;
 class MessageListPage;
 class ModbusSettingPage;
+class MonitorTools;
 class Navigator;
 class PanelDock;
 class ProjectChanges;
 struct Project;
+class TcpTesterPage;
 class UndoEntries;
 class VariableListPage;
 struct MenuRow;
@@ -37,10 +40,12 @@ public:
         MessageListPage& messages;
         VariableListPage& variables;
         ModbusSettingPage& addresses;
+        TcpTesterPage& tester;
     };
     /// \param changes the way in which whatever stands here changes the project
+    /// \param modbusPort where the display speaks Modbus
     ProjectTools(const Project& project, ProjectChanges& changes, Commands& commands, const Pages& pages,
-                 ComparisonTools::World world, QMainWindow& window);
+                 ComparisonTools::World world, std::uint16_t modbusPort, QMainWindow& window);
 
     MenuRow editMenu();
     MenuRow viewMenu();
@@ -77,6 +82,7 @@ private:
     ItemPanels* items_ = nullptr;
     ComparisonTools* comparison_ = nullptr;
     ItemEditing* itemEditing_ = nullptr;
+    MonitorTools* monitor_ = nullptr;
     QPointer<FindingsPanel> findings_; ///< null until it is opened
 };
 

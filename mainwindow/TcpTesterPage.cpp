@@ -174,6 +174,11 @@ void TcpTesterPage::fillVariableAddresses(const Project& project) {
     fill(*cbDIAddr, booleanVariables, project);
 }
 
+void TcpTesterPage::tickMessage(const ItemKind& kind, std::size_t index, bool on) {
+    QCheckBox* const box = &kind == &emergencyMessages ? chkEmergMsg.at(index) : chkRegMsg.at(index);
+    box->setChecked(on);
+}
+
 QPushButton* TcpTesterPage::pushButton(UpdateButton button) const {
     switch (button) {
     case UpdateButton::btnEmgMsgUpdate:
@@ -202,6 +207,11 @@ void TcpTesterPage::setEnabled(UpdateButton button, bool enabled) {
         if (window()->focusWidget() == focusHandedTo_)
             push->setFocus();
         pressed_ = nullptr;
+    }
+    // The last of the four.
+    if (button == UpdateButton::cmdUpdateCoil && isSending_ == enabled) {
+        isSending_ = !enabled;
+        emit sendingChanged(isSending_);
     }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "link/ModbusClient.h"
+#include "model/ItemKind.h"
 #include "model/People.h"
 #include "model/Project.h"
 
@@ -34,10 +35,18 @@ public:
     void showMessageAddresses(const QString& emergencyStart, const QString& regularStart);
     /// Fills the two address lists and selects the first entry of each.
     void fillVariableAddresses(const Project& project);
+    /// \param kind regularMessages or emergencyMessages
+    void tickMessage(const ItemKind& kind, std::size_t index, bool on);
+
+    /// True from the disabling of the Update buttons, before the connection, until they are enabled again.
+    bool isSending() const { return isSending_; }
 
     using QWidget::setEnabled;
     /// The four Update buttons are disabled while a request is under way.
     void setEnabled(UpdateButton button, bool enabled) override;
+
+signals:
+    void sendingChanged(bool isSending);
 
 private:
     /// The frame of one kind of messages: start address, numbered boxes, Update.
@@ -64,6 +73,7 @@ private:
     void cmdUpdateReg_Click();
 
     TesterActions* actions_ = nullptr;
+    bool isSending_ = false;
     const QWidget* pressed_ = nullptr;
     const QWidget* focusHandedTo_ = nullptr;
 

@@ -197,8 +197,9 @@ std::function<void()> frmMain::handler(void (frmMain::*click)()) {
 
 void frmMain::buildCommands() {
     changes_ = new ProjectChanges(project_, lifecycle_, {messagePage_, variablePage_, modbusPage_}, this);
-    tools_ = new ProjectTools(project_, *changes_, *commands_, {*messagePage_, *variablePage_, *modbusPage_},
-                              {lifecycle_, seams_.chooser, [this] { return transfer_; }}, *this);
+    tools_ = new ProjectTools(
+        project_, *changes_, *commands_, {*messagePage_, *variablePage_, *modbusPage_, *testerPage_},
+        {lifecycle_, seams_.chooser, [this] { return transfer_; }}, seams_.modbusPort, *this);
     files_ = new FileTools(lifecycle_, *changes_, *commands_, tools_->dock(), *this);
     buildRecovery();
     buildBitmapOffer();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "display/forms/PreviewClock.h"
+#include "link/ModbusClient.h"
 #include "mainwindow/PageRow.h"
 #include "mainwindow/RecoverySettings.h"
 #include "mainwindow/SeveralDisplays.h"
@@ -47,6 +48,8 @@ struct MainWindowSeams {
     std::function<void()> endProgram;
     PreviewClock previewClock = PreviewClock::system();
     RecoverySettings recovery = {};
+    /// Where the display monitor reads.
+    std::uint16_t modbusPort = ModbusClient::modbusPort;
     std::optional<TryOutSettings> tryOut = {}; ///< none: what lies beside the program
 };
 

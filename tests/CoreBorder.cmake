@@ -23,7 +23,7 @@ set(table
   "display/forms: model script display check widgets"
   "check/forms: model script display check widgets display/forms"
   "script/forms: model script display check widgets display/forms"
-  "link/forms: model script display link check widgets display/forms"
+  "link/forms: model script display link check exchange widgets display/forms"
   "exchange/forms: model script display link check exchange widgets"
   "dialogs: model script display check exchange widgets"
   "mainwindow: ${core} ${windows}"

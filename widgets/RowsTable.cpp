@@ -2,7 +2,10 @@
 
 #include <QAbstractItemDelegate>
 #include <QAbstractTableModel>
+#include <QApplication>
+#include <QBrush>
 #include <QClipboard>
+#include <QFont>
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -18,6 +21,20 @@ namespace {
 constexpr int sortRole = Qt::UserRole;
 /// Room for a column before the last one, unless the user makes more.
 constexpr int mostCharacters = 60;
+
+QFont boldFont() {
+    QFont font = QApplication::font("QTableView");
+    font.setBold(true);
+    return font;
+}
+
+/// Between the table's ground and a selected row's, so that texts stay readable in every palette.
+QBrush markedGround() {
+    QColor ground = QGuiApplication::palette().color(QPalette::Highlight);
+    constexpr int transparency = 80;
+    ground.setAlpha(transparency);
+    return ground;
+}
 
 QString oneLine(QString text) {
     for (QChar& character : text)
@@ -83,7 +100,9 @@ public:
             return cell.text;
         if (role == sortRole)
             return cell.sortKey.isValid() ? cell.sortKey : QVariant(cell.text);
-        if (role == Qt::ForegroundRole && cell.isFaint)
+        if (cell.isMarked && (role == Qt::FontRole || role == Qt::BackgroundRole))
+            return role == Qt::FontRole ? QVariant(boldFont()) : QVariant(markedGround());
+        if (role == Qt::ForegroundRole && cell.isFaint && !cell.isMarked)
             return QGuiApplication::palette().brush(QPalette::PlaceholderText);
         return {};
     }

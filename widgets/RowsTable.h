@@ -11,6 +11,7 @@ struct TableCell {
     QString text;
     QVariant sortKey = {}; ///< what the column is sorted by; the text where it is not given
     bool isFaint = false;  ///< written in grey
+    bool isMarked = false; ///< written bold, and on a ground of its own
     bool operator==(const TableCell&) const = default;
 };
 

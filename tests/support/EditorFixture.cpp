@@ -27,7 +27,7 @@ EditorFixture::~EditorFixture() = default;
 frmMain& EditorFixture::load() {
     window = std::make_unique<frmMain>(project, history, environment,
                                        MainWindowSeams{messages, chooser, help, [this] { ++programEnds; },
-                                                       PreviewClock::system(), recovery, tryOut});
+                                                       PreviewClock::system(), recovery, modbusPort, tryOut});
     return *window;
 }
 

@@ -87,7 +87,8 @@ public:
     RecordedHelp help;
     std::optional<TryOutSettings> tryOut;
     int programEnds = 0;
-    RecoverySettings recovery; ///< nothing is kept unless a folder is set before load()
+    std::uint16_t modbusPort = 1; ///< where the monitor reads; a test that has a display sets its port
+    RecoverySettings recovery;    ///< nothing is kept unless a folder is set before load()
     DocMgrModule::ProgramEnvironment environment;
     Project project;
     ConfigModule::History history;

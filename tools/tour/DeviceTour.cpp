@@ -123,6 +123,21 @@ void DeviceTour::overridesItByAnEmergencyMessage() {
                    "An emergency message goes before all others.");
 }
 
+void DeviceTour::watchesTheDisplay() {
+    const Hands hands = stage_.hands();
+    hands.find<QAction>("miViewMonitor").trigger();
+    hands.click("btnMonitorStart");
+    QTRY_VERIFY(hands.isEnabled("btnMonitorTake"));
+    stage_.show(
+        "monitor",
+        "The monitor reads which messages are on and every value, and draws what the display should show.");
+    hands.click("chkMonitorOnlyOn");
+    stage_.show("monitor-on", "Only what is on, with the values that are not 0.");
+    hands.click("btnMonitorTake");
+    hands.click("btnMonitorStop");
+    hands.click("btnClosePanels");
+}
+
 void DeviceTour::downloadsIntoANewProject() {
     const QString folder = stage_.projectFolder("from-device");
     stage_.inDialog("frmNewProject", [this, folder](const Hands& dialog) {

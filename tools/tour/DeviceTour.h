@@ -22,6 +22,7 @@ private slots:
     void switchesARegularMessageOn();
     void writesACoilAndAFloat();
     void overridesItByAnEmergencyMessage();
+    void watchesTheDisplay();
     void downloadsIntoANewProject();
     void showsTheDownloadedMessage();
 

@@ -1,0 +1,329 @@
+#include "link/forms/MonitorPanel.h"
+
+#include "display/FolderBitmaps.h"
+#include "display/RasterAt.h"
+#include "display/SettledPage.h"
+#include "model/Numbers.h"
+#include "model/Windows1252.h"
+#include "widgets/FormParts.h"
+#include "widgets/ModalDialogs.h"
+#include "widgets/PanelView.h"
+#include "widgets/SeenDelay.h"
+
+#include <QCheckBox>
+#include <QDoubleSpinBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QSplitter>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <utility>
+
+namespace orvista {
+
+namespace {
+
+constexpr double shortestInterval = 0.5;
+constexpr double longestInterval = 10;
+constexpr double usualInterval = 1;
+constexpr std::int64_t markMilliseconds = 3'000;
+/// Pages stand still here, so that this is soon enough for the next.
+constexpr int frameMilliseconds = 200;
+
+enum Column { Item, Address, State, Raw, Text, Changed, columnCount };
+
+QString timeText(const LocalTime& time) {
+    return QString::fromStdString(timeFieldText(time));
+}
+
+/// A coil that is on, or a float with a bit set.
+bool isSomethingOn(const DisplayItem& item) {
+    return std::ranges::any_of(item.words(), [](std::uint16_t word) { return word != 0; });
+}
+
+bool isSamePlace(const DisplayItem& item, const DisplayItem& other) {
+    return item.kind == other.kind && item.index == other.index && item.address == other.address;
+}
+
+MessageCoils coilsOf(const std::vector<DisplayItem>& items) {
+    MessageCoils coils;
+    for (const DisplayItem& item : items) {
+        if (item.kind == &regularMessages)
+            coils.regular[item.index] = item.isOn();
+        else if (item.kind == &emergencyMessages)
+            coils.emergency[item.index] = item.isOn();
+    }
+    return coils;
+}
+
+/// The page that is on at a time, as it stands when its entering effect is over.
+LedRaster standingPage(const Programme& programme, const DisplayValues& values, std::int64_t time) {
+    const Programme::Moment moment = programme.momentAt(time);
+    if (moment.step == nullptr)
+        return rasterAt(programme, values, time);
+    return settledPage(programme, static_cast<std::size_t>(moment.page - programme.pages().data()), values);
+}
+
+} // namespace
+
+MonitorPanel::MonitorPanel(const Project& project, int columns, PreviewClock clock, std::uint16_t port)
+    : project_(project),
+      columns_(columns),
+      clock_(std::move(clock)),
+      monitor_(new DisplayMonitor(project, port, this)),
+      btnMonitorStart(namedButton(QStringLiteral("btnMonitorStart"), tr("Start"))),
+      btnMonitorStop(namedButton(QStringLiteral("btnMonitorStop"), tr("Stop"))),
+      spnMonitorSeconds(named<QDoubleSpinBox>(QStringLiteral("spnMonitorSeconds"))),
+      chkMonitorOnlyOn(named<QCheckBox>(QStringLiteral("chkMonitorOnlyOn"), tr("Only what is on"))),
+      btnMonitorTake(namedButton(QStringLiteral("btnMonitorTake"), tr("Take into Tester"))),
+      lblMonitorState(named<QLabel>(QStringLiteral("lblMonitorState"))),
+      textsDelay_(new SeenDelay(*this, [this] { readProject(); })) {
+    auto* const layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, layout->spacing(), 0, 0);
+    layout->addLayout(buildControls());
+    layout->addWidget(lblMonitorState);
+    layout->addWidget(buildViews(columns), 1);
+    connect(btnMonitorStart, &QPushButton::clicked, this, &MonitorPanel::btnMonitorStart_Click);
+    connect(btnMonitorStop, &QPushButton::clicked, this, &MonitorPanel::btnMonitorStop_Click);
+    connect(btnMonitorTake, &QPushButton::clicked, this, &MonitorPanel::btnMonitorTake_Click);
+    connect(chkMonitorOnlyOn, &QCheckBox::toggled, this, &MonitorPanel::showOnly);
+    connect(spnMonitorSeconds, &QDoubleSpinBox::valueChanged, this, [this](double seconds) {
+        monitor_->setInterval(std::chrono::milliseconds(qRound(seconds * 1000)));
+    });
+    connect(monitor_, &DisplayMonitor::changed, this, &MonitorPanel::follow);
+    connect(&frames_, &QTimer::timeout, this, &MonitorPanel::showPanel);
+    frames_.setInterval(frameMilliseconds);
+    follow();
+}
+
+QBoxLayout* MonitorPanel::buildControls() {
+    btnMonitorStart->setToolTip(tr("Read the display at the address of the System page, again and again"));
+    btnMonitorStop->setToolTip(tr("Read no more"));
+    btnMonitorTake->setToolTip(tr("Tick the boxes of the TCP Tester page as the display has its messages, "
+                                  "so that Update switches no others off"));
+    chkMonitorOnlyOn->setToolTip(tr("Show only messages and variables that are on or not 0"));
+    spnMonitorSeconds->setRange(shortestInterval, longestInterval);
+    spnMonitorSeconds->setSingleStep(shortestInterval);
+    spnMonitorSeconds->setDecimals(1);
+    spnMonitorSeconds->setValue(usualInterval);
+    spnMonitorSeconds->setSuffix(tr(" s"));
+    spnMonitorSeconds->setToolTip(tr("How often the display is read, 0.5 to 10 seconds"));
+    lblMonitorState->setTextFormat(Qt::PlainText);
+    lblMonitorState->setWordWrap(true);
+    auto* const row = new QHBoxLayout;
+    row->addWidget(btnMonitorStart);
+    row->addWidget(btnMonitorStop);
+    row->addWidget(labelFor(spnMonitorSeconds, tr("Every")));
+    row->addWidget(spnMonitorSeconds);
+    row->addWidget(chkMonitorOnlyOn);
+    row->addStretch(1);
+    row->addWidget(btnMonitorTake);
+    return row;
+}
+
+QWidget* MonitorPanel::buildViews(int columns) {
+    tblMonitor = named<RowsTable>(
+        QStringLiteral("tblMonitor"),
+        QStringList{tr("Item"), tr("Address"), tr("State"), tr("Raw Words"), tr("Text"), tr("Last Change")});
+    tblMonitor->setAccessibleName(tr("What the display holds"));
+    tblMonitor->setRowHeight(fontMetrics().lineSpacing() + fontMetrics().lineSpacing() / 3);
+    monitorPanel = named<PanelView>(QStringLiteral("monitorPanel"), LedRaster({columns}));
+    monitorPanel->setAccessibleName(tr("The display as it should look"));
+    auto* const views = new QSplitter;
+    views->setChildrenCollapsible(false);
+    views->addWidget(tblMonitor);
+    views->addWidget(monitorPanel);
+    // The picture shrinks before the table has to.
+    constexpr int smallestPicture = 20;
+    monitorPanel->setMinimumWidth(smallestPicture * fontMetrics().averageCharWidth());
+    views->setStretchFactor(0, 3);
+    views->setStretchFactor(1, 2);
+    views->setSizes({300, 200});
+    return views;
+}
+
+void MonitorPanel::btnMonitorStart_Click() {
+    items_.clear();
+    changes_.clear();
+    monitor_->start();
+}
+
+void MonitorPanel::btnMonitorStop_Click() {
+    monitor_->stop();
+}
+
+void MonitorPanel::btnMonitorTake_Click() {
+    if (!items_.empty())
+        emit takeAsked(items_);
+}
+
+void MonitorPanel::setColumns(int columns) {
+    columns_ = columns;
+    beginProgramme();
+    showPanel();
+}
+
+void MonitorPanel::projectChanged() {
+    textsDelay_->start();
+}
+
+void MonitorPanel::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    follow();
+}
+
+void MonitorPanel::hideEvent(QHideEvent* event) {
+    QWidget::hideEvent(event);
+    frames_.stop();
+}
+
+void MonitorPanel::readProject() {
+    texts_.reset();
+    programme_.reset();
+    follow();
+}
+
+void MonitorPanel::follow() {
+    noteChanges();
+    showState();
+    if (!isVisible())
+        return;
+    showRows();
+    if (!programme_ || coilsOf(items_) != coils_)
+        beginProgramme();
+    showPanel();
+    if (monitor_->isRunning() && programme_->pageCount() > 0)
+        frames_.start();
+    else
+        frames_.stop();
+}
+
+void MonitorPanel::noteChanges() {
+    const auto& read = monitor_->items();
+    if (!read || *read == items_)
+        return;
+    readAt_ = clock_.localTime();
+    changes_.resize(read->size());
+    for (std::size_t row = 0; row < read->size(); ++row) {
+        if (row >= items_.size() || !isSamePlace((*read)[row], items_[row]))
+            changes_[row].reset();
+        else if ((*read)[row] != items_[row])
+            changes_[row] = {clock_.milliseconds(), readAt_};
+    }
+    items_ = *read;
+}
+
+void MonitorPanel::showState() {
+    const bool isRunning = monitor_->isRunning();
+    lblMonitorState->setText(stateText());
+    // The keyboard goes on at the other button. Without a project all of the panel is disabled besides.
+    QPushButton* const used = isRunning ? btnMonitorStart : btnMonitorStop;
+    QPushButton* const next = isRunning ? btnMonitorStop : btnMonitorStart;
+    next->setEnabled(true);
+    if (used->isEnabledTo(this))
+        disableUsed(used, next);
+    btnMonitorTake->setEnabled(!items_.empty());
+}
+
+QString MonitorPanel::stateText() const {
+    const QString address = QString::fromStdString(utf8FromWindows1252(project_.IP));
+    if (!monitor_->isRunning())
+        return tr("Off");
+    if (!monitor_->failure().isEmpty())
+        return tr("%1: %2. Tries again after %3.")
+            .arg(address, monitor_->failure(), QString::fromStdString(secondsText(monitor_->pause())));
+    if (items_.empty())
+        return tr("Asks %1").arg(address);
+    const std::string beyond = unreachableItems(items_);
+    if (beyond.empty())
+        return tr("Reads %1").arg(address);
+    return tr("Reads %1, but for items that the address map puts beyond 0 to 65535: %2")
+        .arg(address, QString::fromStdString(beyond));
+}
+
+bool MonitorPanel::isMarked(std::size_t row) const {
+    return changes_[row] && clock_.milliseconds() - changes_[row]->moment < markMilliseconds;
+}
+
+TableRow MonitorPanel::cells(std::size_t row) const {
+    const DisplayItem& item = items_[row];
+    TableRow cells(columnCount);
+    cells[Item] = {QString::fromStdString(item.name()), static_cast<int>(row)};
+    cells[Address] = {QString::number(item.address), static_cast<qlonglong>(item.address)};
+    if (!item.isAddressable) {
+        cells[State] = {tr("no address")};
+        return cells;
+    }
+    std::string text;
+    if (item.isFloat()) {
+        cells[State] = {QString::fromStdString(floatText(item.value())), item.value()};
+        text = texts_->floatVariable(item.index, item.value());
+    } else {
+        cells[State] = {item.isOn() ? QStringLiteral("ON") : QStringLiteral("OFF")};
+        text = item.isMessage() ? texts_->message(*item.kind, item.index)
+                                : texts_->booleanVariable(item.index, item.isOn());
+    }
+    cells[Raw] = {QString::fromStdString(wordsText(item))};
+    cells[Text] = {QString::fromStdString(text)};
+    if (changes_[row])
+        cells[Changed] = {timeText(changes_[row]->time)};
+    for (TableCell& cell : cells) {
+        cell.isFaint = !isSomethingOn(item);
+        cell.isMarked = isMarked(row);
+    }
+    return cells;
+}
+
+void MonitorPanel::showRows() {
+    if (!texts_ && !items_.empty())
+        texts_.emplace(project_);
+    std::vector<TableRow> rows;
+    for (std::size_t row = 0; row < items_.size(); ++row)
+        rows.push_back(cells(row));
+    tblMonitor->setRows(std::move(rows));
+    if (chkMonitorOnlyOn->isChecked())
+        showOnly();
+}
+
+void MonitorPanel::showOnly() {
+    std::vector<bool> shown;
+    if (chkMonitorOnlyOn->isChecked())
+        for (const DisplayItem& item : items_)
+            shown.push_back(isSomethingOn(item));
+    tblMonitor->setShownRows(std::move(shown));
+}
+
+void MonitorPanel::beginProgramme() {
+    coils_ = coilsOf(items_);
+    programmeStart_ = clock_.milliseconds();
+    programme_ =
+        deviceProgramme(project_, coils_, PlayList::inOrder(), FolderBitmaps(project_.ProjPath), {columns_});
+    QStringList on;
+    for (const DisplayItem& item : items_)
+        if (item.isMessage() && item.isOn())
+            on << QString::fromStdString(item.name());
+    monitorPanel->setAccessibleDescription(on.isEmpty() ? tr("Dark: no message is on")
+                                                        : tr("On: %1").arg(on.join(QStringLiteral(", "))));
+}
+
+DisplayValues MonitorPanel::values() const {
+    DisplayValues values;
+    values.clock = clock_.localTime();
+    for (const DisplayItem& item : items_) {
+        if (item.isFloat())
+            values.floats[item.index] = item.value();
+        else if (item.kind == &booleanVariables)
+            values.booleans[item.index] = item.isOn();
+    }
+    return values;
+}
+
+void MonitorPanel::showPanel() {
+    if (!isVisible() || !programme_ || isModalDialogOpen())
+        return;
+    monitorPanel->showRaster(standingPage(*programme_, values(), clock_.milliseconds() - programmeStart_));
+}
+
+} // namespace orvista

@@ -1,0 +1,99 @@
+#pragma once
+
+#include "display/Programme.h"
+#include "display/forms/PreviewClock.h"
+#include "exchange/ItemTexts.h"
+#include "link/forms/DisplayMonitor.h"
+#include "widgets/RowsTable.h"
+
+#include <QTimer>
+#include <QWidget>
+
+#include <optional>
+#include <vector>
+
+class QBoxLayout;
+class QCheckBox;
+class QDoubleSpinBox;
+class QLabel;
+class QPushButton;
+
+namespace orvista {
+
+class PanelView;
+class SeenDelay;
+
+/// The panel "Display Monitor": what the display holds for each item, read again and again, and beside it the
+/// LED panel as the display should show it.
+class MonitorPanel final : public QWidget {
+    Q_OBJECT
+public:
+    /// \param columns of the display, 1 to PanelSize::maximumColumns
+    /// \param port where the display speaks Modbus
+    MonitorPanel(const Project& project, int columns, PreviewClock clock, std::uint16_t port);
+
+    DisplayMonitor& monitor() { return *monitor_; }
+    void setColumns(int columns);
+    /// The project in memory is another, or may be.
+    void projectChanged();
+
+signals:
+    /// The tester's boxes are to be ticked as these items are on.
+    void takeAsked(const std::vector<orvista::DisplayItem>& items);
+
+protected:
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+
+private:
+    /// When an item was last seen to have changed.
+    struct Change {
+        std::int64_t moment = 0; ///< of the clock
+        LocalTime time;
+    };
+
+    QBoxLayout* buildControls();
+    QWidget* buildViews(int columns);
+
+    void btnMonitorStart_Click();
+    void btnMonitorStop_Click();
+    void btnMonitorTake_Click();
+
+    void follow();
+    void readProject();
+    void noteChanges();
+    void showState();
+    void showRows();
+    void showOnly();
+    void showPanel();
+    void beginProgramme();
+    bool isMarked(std::size_t row) const;
+    TableRow cells(std::size_t row) const;
+    DisplayValues values() const;
+    QString stateText() const;
+
+    const Project& project_;
+    int columns_;
+    PreviewClock clock_;
+    DisplayMonitor* monitor_;
+    std::optional<ItemTexts> texts_;
+    std::vector<DisplayItem> items_; ///< that the rows are about; none before the first reading
+    std::vector<std::optional<Change>> changes_;
+    LocalTime readAt_;
+    std::optional<Programme> programme_;
+    MessageCoils coils_;
+    std::int64_t programmeStart_ = 0;
+    QTimer frames_{this};
+
+    QPushButton* btnMonitorStart;
+    QPushButton* btnMonitorStop;
+    QDoubleSpinBox* spnMonitorSeconds;
+    QCheckBox* chkMonitorOnlyOn;
+    QPushButton* btnMonitorTake;
+    QLabel* lblMonitorState;
+    RowsTable* tblMonitor;
+    PanelView* monitorPanel;
+    SeenDelay* textsDelay_;
+};
+
+} // namespace orvista

@@ -1,0 +1,456 @@
+#include "display/FolderBitmaps.h"
+#include "display/SettledPage.h"
+#include "link/DisplayWrites.h"
+#include "link/SystemSocket.h"
+#include "link/forms/MonitorPanel.h"
+#include "link/forms/TesterClient.h"
+#include "mainwindow/TcpTesterPage.h"
+#include "tests/support/ChildProcess.h"
+#include "tests/support/EditorFixture.h"
+#include "tests/support/SimulatorProcess.h"
+#include "widgets/PanelView.h"
+
+#include <QAbstractButton>
+#include <QCheckBox>
+#include <QDoubleSpinBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QRegularExpression>
+#include <QTableView>
+#include <QTcpServer>
+#include <QTcpSocket>
+
+#include <optional>
+
+using namespace orvista;
+using namespace orvista::testing;
+
+namespace {
+
+/// The rows and the state line of a panel, wherever it stands.
+class Shown {
+public:
+    explicit Shown(const QWidget& root) : root_(root) {}
+
+    QString state() const { return find<QLabel>("lblMonitorState")->text(); }
+    int rowCount() const { return model().rowCount(); }
+    /// "322|ON|0001|Level": what the columns after the item's name say; empty while there is no such row.
+    QString row(const QString& item) const {
+        const int row = indexOf(item);
+        QStringList cells;
+        for (int column = 1; row >= 0 && column < model().columnCount() - 1; ++column)
+            cells << model().index(row, column).data().toString();
+        return cells.join(u'|');
+    }
+    QString changedAt(const QString& item) const {
+        return model().index(indexOf(item), model().columnCount() - 1).data().toString();
+    }
+    bool isMarked(const QString& item) const {
+        return model().index(indexOf(item), 0).data(Qt::FontRole).value<QFont>().bold();
+    }
+    template <typename Widget>
+    Widget* find(const char* name) const {
+        auto* const widget = root_.findChild<Widget*>(QLatin1String(name));
+        if (!widget)
+            throw std::logic_error(std::string("no ") + name);
+        return widget;
+    }
+
+private:
+    const QAbstractItemModel& model() const { return *find<QTableView>("tblMonitor")->model(); }
+    int indexOf(const QString& item) const {
+        for (int row = 0; row < model().rowCount(); ++row)
+            if (model().index(row, 0).data().toString() == item)
+                return row;
+        return -1;
+    }
+
+    const QWidget& root_;
+};
+
+/// The main window with a new project for the display at that port, the monitor's tab in front.
+struct MonitoringEditor : EditorFixture {
+    explicit MonitoringEditor(quint16 port) {
+        modbusPort = port;
+        startWithNewProject("Plant");
+        type("txtSystemIP", QStringLiteral("127.0.0.1"));
+        trigger("miViewMonitor");
+        find<QDoubleSpinBox>("spnMonitorSeconds")->setValue(0.5);
+    }
+    Shown shown() const { return Shown(*window); }
+    QString state() const { return shown().state(); }
+    QString row(const QString& item) const { return shown().row(item); }
+    bool isChecked(const char* box) const { return find<QCheckBox>(box)->isChecked(); }
+};
+
+DisplayAddress at(quint16 port) {
+    return {"127.0.0.1", port};
+}
+
+/// A display that takes connections and says nothing; it remembers what it saw, in order.
+class SilentDisplay : public QObject {
+public:
+    SilentDisplay() {
+        server_.listen(QHostAddress::LocalHost);
+        connect(&server_, &QTcpServer::newConnection, this, [this] {
+            while (QTcpSocket* const client = server_.nextPendingConnection()) {
+                for (const QTcpSocket* const earlier : clients)
+                    openAtNewConnection += hasEnded(*earlier) ? 0 : 1;
+                clients.push_back(client);
+                connect(client, &QTcpSocket::readyRead, this,
+                        [this, client] { received += client->readAll(); });
+            }
+        });
+    }
+    quint16 port() const { return server_.serverPort(); }
+
+    std::vector<QTcpSocket*> clients;
+    int openAtNewConnection = 0; ///< earlier connections that had not ended when another came
+    QByteArray received;
+
+private:
+    /// What the system knows, which may not have reached the event loop yet.
+    static bool hasEnded(const QTcpSocket& socket) {
+        const auto handle = static_cast<systemsocket::Handle>(socket.socketDescriptor());
+        char byte = 0;
+        return socket.state() != QAbstractSocket::ConnectedState || ::recv(handle, &byte, 1, MSG_PEEK) == 0;
+    }
+
+    QTcpServer server_;
+};
+
+} // namespace
+
+class DisplayMonitorTest : public QObject {
+    Q_OBJECT
+private slots:
+    void isOffUntilStart();
+    void showsWhatTheDisplayHolds();
+    void showsWhatAnIndependentServerHolds();
+    void marksWhatChangedForThreeSeconds();
+    void theFirstReadingIsNotAChange();
+    void showsOnlyWhatIsOn();
+    void drawsThePanelFromTheProjectAndTheValuesRead();
+    void namesItemsThatNoRequestReaches();
+    void faultsAreSaidInTheTab_data();
+    void faultsAreSaidInTheTab();
+    void triesAgainAfterLongerAndLongerPauses();
+    void comesBackWhenTheDisplayDoes();
+    void updateClosesTheConnectionFirst();
+    void readsAgainOnceTheButtonsAreEnabled();
+    void takesTheDisplaysMessagesIntoTheTester();
+    void stopsOnANewProjectAndOnOpening();
+    void stopsWhenTheWindowCloses();
+    void worksByKeyboardAlone();
+};
+
+void DisplayMonitorTest::isOffUntilStart() {
+    SilentDisplay display;
+    const MonitoringEditor editor(display.port());
+    QCOMPARE(editor.state(), QStringLiteral("Off"));
+    QCOMPARE(editor.shown().rowCount(), 0);
+    QVERIFY(!editor.find<QPushButton>("btnMonitorStop")->isEnabled());
+    QVERIFY(!editor.find<QPushButton>("btnMonitorTake")->isEnabled());
+    editor.click("btnMonitorStart");
+    QTRY_COMPARE(display.clients.size(), 1U);
+    QCOMPARE(editor.state(), QStringLiteral("Asks 127.0.0.1"));
+    editor.click("btnMonitorStop");
+    QCOMPARE(editor.state(), QStringLiteral("Off"));
+    QTRY_COMPARE(display.clients.front()->state(), QAbstractSocket::UnconnectedState);
+}
+
+void DisplayMonitorTest::showsWhatTheDisplayHolds() {
+    const SimulatorProcess display;
+    MonitoringEditor editor(display.modbusPort());
+    editor.project.STDMSG[2] = "CLEAR\r\nTEXT 0 0 RED BLACK \"Level\"\r\nACT STILL 2000";
+    editor.project.RegVar[0] = {"RegVar1", "0.0", "5", "2"};
+    writeToDisplay(at(display.modbusPort()), switchWrites(editor.project, {"STDMSG3", "ALTMSG20"}, {}));
+    writeToDisplay(at(display.modbusPort()),
+                   assignedWrites({"RegVar1=123.456", "CoilVar32=on"}, &editor.project));
+    editor.click("btnMonitorStart");
+    QTRY_COMPARE(editor.shown().rowCount(), 156);
+    QCOMPARE(editor.state(), QStringLiteral("Reads 127.0.0.1"));
+    QCOMPARE(editor.row(QStringLiteral("STDMSG3")), QStringLiteral("322|ON|0001|Level"));
+    QCOMPARE(editor.row(QStringLiteral("STDMSG4")), QStringLiteral("323|OFF|0000|"));
+    QCOMPARE(editor.row(QStringLiteral("ALTMSG20")), QStringLiteral("319|ON|0001|"));
+    QCOMPARE(editor.row(QStringLiteral("RegVar1")), QStringLiteral("100|123.456|E979 42F6|*****"));
+    QCOMPARE(editor.row(QStringLiteral("CoilVar32")), QStringLiteral("131|ON|0001|ON"));
+    QVERIFY(editor.messages.shown.empty());
+}
+
+void DisplayMonitorTest::showsWhatAnIndependentServerHolds() {
+#ifdef ORVISTA_MODBUS_SERVER
+    ChildProcess server({ORVISTA_PYTHON, ORVISTA_MODBUS_SERVER});
+    const auto port = static_cast<quint16>(std::stoi(server.readLine()));
+    const MonitoringEditor editor(port);
+    writeToDisplay(at(port), switchWrites(editor.project, {"STDMSG40", "ALTMSG1"}, {}));
+    writeToDisplay(at(port), assignedWrites({"RegVar64=-2.5"}, &editor.project));
+    editor.click("btnMonitorStart");
+    QTRY_COMPARE(editor.row(QStringLiteral("RegVar64")), QStringLiteral("226|-2.5|0000 C020|-2.500"));
+    QVERIFY(editor.row(QStringLiteral("STDMSG40")).startsWith(QStringLiteral("359|ON|")));
+    QVERIFY(editor.row(QStringLiteral("STDMSG39")).startsWith(QStringLiteral("358|OFF|")));
+    QVERIFY(editor.row(QStringLiteral("ALTMSG1")).startsWith(QStringLiteral("300|ON|")));
+#else
+    QSKIP("no independent server here");
+#endif
+}
+
+void DisplayMonitorTest::marksWhatChangedForThreeSeconds() {
+    const SimulatorProcess display;
+    Project project;
+    project.IP = "127.0.0.1";
+    std::int64_t now = 0;
+    MonitorPanel panel(project, 128,
+                       {[&now] { return now; }, [] { return LocalTime{2026, 1, 31, 14, 5, 9}; }},
+                       display.modbusPort());
+    panel.show();
+    const Shown shown(panel);
+    shown.find<QDoubleSpinBox>("spnMonitorSeconds")->setValue(0.5);
+    shown.find<QPushButton>("btnMonitorStart")->click();
+    QTRY_COMPARE(shown.rowCount(), 156);
+    writeToDisplay(at(display.modbusPort()), assignedWrites({"RegVar2=7"}, &project));
+    QTRY_VERIFY(shown.isMarked(QStringLiteral("RegVar2")));
+    QCOMPARE(shown.changedAt(QStringLiteral("RegVar2")), QStringLiteral("14:05:09"));
+    QVERIFY(!shown.isMarked(QStringLiteral("RegVar1")));
+    now = 2999;
+    writeToDisplay(at(display.modbusPort()), assignedWrites({"RegVar3=7"}, &project));
+    QTRY_VERIFY(shown.isMarked(QStringLiteral("RegVar3")));
+    QVERIFY(shown.isMarked(QStringLiteral("RegVar2")));
+    now = 3000;
+    QTRY_VERIFY(!shown.isMarked(QStringLiteral("RegVar2")));
+    QVERIFY(shown.isMarked(QStringLiteral("RegVar3")));
+    QCOMPARE(shown.changedAt(QStringLiteral("RegVar2")), QStringLiteral("14:05:09"));
+}
+
+void DisplayMonitorTest::theFirstReadingIsNotAChange() {
+    const SimulatorProcess display;
+    const MonitoringEditor editor(display.modbusPort());
+    writeToDisplay(at(display.modbusPort()), switchWrites(editor.project, {"STDMSG3"}, {}));
+    for (int run = 0; run < 2; ++run) {
+        editor.click("btnMonitorStart");
+        QTRY_VERIFY(editor.row(QStringLiteral("STDMSG3")).startsWith(QStringLiteral("322|ON|")));
+        QCOMPARE(editor.shown().changedAt(QStringLiteral("STDMSG3")), QString());
+        QVERIFY(!editor.shown().isMarked(QStringLiteral("STDMSG3")));
+        editor.click("btnMonitorStop");
+        // What was read last stays to be looked at.
+        QVERIFY(!editor.row(QStringLiteral("STDMSG3")).isEmpty());
+    }
+}
+
+void DisplayMonitorTest::showsOnlyWhatIsOn() {
+    const SimulatorProcess display;
+    const MonitoringEditor editor(display.modbusPort());
+    editor.click("btnMonitorStart");
+    QTRY_COMPARE(editor.shown().rowCount(), 156);
+    editor.click("chkMonitorOnlyOn");
+    QTRY_COMPARE(editor.shown().rowCount(), 0);
+    writeToDisplay(at(display.modbusPort()), switchWrites(editor.project, {"ALTMSG2"}, {}));
+    writeToDisplay(at(display.modbusPort()), assignedWrites({"RegVar5=1"}, &editor.project));
+    QTRY_COMPARE(editor.shown().rowCount(), 2);
+    QVERIFY(!editor.row(QStringLiteral("ALTMSG2")).isEmpty());
+    QVERIFY(!editor.row(QStringLiteral("RegVar5")).isEmpty());
+    editor.click("chkMonitorOnlyOn");
+    QCOMPARE(editor.shown().rowCount(), 156);
+}
+
+void DisplayMonitorTest::drawsThePanelFromTheProjectAndTheValuesRead() {
+    const SimulatorProcess display;
+    MonitoringEditor editor(display.modbusPort());
+    editor.project.STDMSG[2] =
+        "CLEAR\r\nTEXT 0 0 RED BLACK \"Level\"\r\nDISPVAR 40 0 GREEN BLACK RegVar1\r\nACT STILL 2000";
+    writeToDisplay(at(display.modbusPort()), switchWrites(editor.project, {"STDMSG3"}, {}));
+    writeToDisplay(at(display.modbusPort()), assignedWrites({"RegVar1=12.5"}, &editor.project));
+    const auto* const panel = editor.find<PanelView>("monitorPanel");
+    const LedRaster dark({128});
+    QCOMPARE(panel->shown(), dark);
+    editor.click("btnMonitorStart");
+    MessageCoils coils;
+    coils.regular.set(2);
+    const Programme programme = deviceProgramme(editor.project, coils, PlayList::inOrder(),
+                                                FolderBitmaps(editor.project.ProjPath), {128});
+    DisplayValues values;
+    values.floats[0] = 12.5F;
+    const LedRaster expected = settledPage(programme, 0, values);
+    QVERIFY(expected != dark);
+    QTRY_COMPARE(panel->shown(), expected);
+    QCOMPARE(panel->accessibleDescription(), QStringLiteral("On: STDMSG3"));
+    writeToDisplay(at(display.modbusPort()), switchWrites(editor.project, {}, {"STDMSG3"}));
+    QTRY_COMPARE(panel->shown(), dark);
+    QCOMPARE(panel->accessibleDescription(), QStringLiteral("Dark: no message is on"));
+}
+
+void DisplayMonitorTest::namesItemsThatNoRequestReaches() {
+    const SimulatorProcess display;
+    MonitoringEditor editor(display.modbusPort());
+    editor.project.DigitalInput = 65530;
+    editor.click("btnMonitorStart");
+    QTRY_COMPARE(editor.state(),
+                 QStringLiteral("Reads 127.0.0.1, but for items that the address map puts beyond "
+                                "0 to 65535: CoilVar7 to CoilVar32"));
+    QCOMPARE(editor.row(QStringLiteral("CoilVar6")), QStringLiteral("65535|OFF|0000|OFF"));
+    QCOMPARE(editor.row(QStringLiteral("CoilVar7")), QStringLiteral("65536|no address||"));
+}
+
+void DisplayMonitorTest::faultsAreSaidInTheTab_data() {
+    QTest::addColumn<QStringList>("options");
+    QTest::addColumn<QString>("reason");
+    const auto row = [](const char* name, const QStringList& options, const char* reason) {
+        QTest::newRow(name) << options << QString::fromLatin1(reason);
+    };
+    const QString fault = QStringLiteral("--fault");
+    row("refuse", {fault, "refuse"}, "refused");
+    row("close", {fault, "close"}, "(ended|closed|reset)");
+    row("reset", {fault, "reset"}, "(ended|closed|reset)");
+    row("no-answer", {fault, "no-answer"}, "reading coils 320 to 359: no answer within 3 s");
+    row("exception", {fault, "exception", "--exception", "2"},
+        "reading coils 320 to 359: exception 2, illegal data address");
+    row("garbage", {fault, "garbage"}, "reading coils 320 to 359: what the display answers is not Modbus");
+}
+
+void DisplayMonitorTest::faultsAreSaidInTheTab() {
+    QFETCH(const QStringList, options);
+    QFETCH(const QString, reason);
+    const SimulatorProcess display(options);
+    const MonitoringEditor editor(display.modbusPort());
+    editor.click("btnMonitorStart");
+    const QRegularExpression expected(
+        QStringLiteral("^127\\.0\\.0\\.1: .*%1.*\\. Tries again after \\d+ s\\.$").arg(reason));
+    QTRY_VERIFY2(expected.match(editor.state()).hasMatch(), qPrintable(editor.state()));
+    QVERIFY(editor.messages.shown.empty());
+    QVERIFY(editor.find<QPushButton>("btnMonitorStop")->isEnabled());
+}
+
+void DisplayMonitorTest::triesAgainAfterLongerAndLongerPauses() {
+    Project project;
+    DisplayMonitor monitor(project, 1);
+    project.IP = "127.0.0.1";
+    std::vector<std::int64_t> pauses;
+    connect(&monitor, &DisplayMonitor::changed, this, [&] {
+        if (!monitor.failure().isEmpty())
+            pauses.push_back(monitor.pause().count());
+    });
+    monitor.start();
+    QTRY_COMPARE_WITH_TIMEOUT(pauses, (std::vector<std::int64_t>{1000, 2000, 5000}), 8000);
+    monitor.stop();
+    QVERIFY(!monitor.isRunning());
+}
+
+void DisplayMonitorTest::comesBackWhenTheDisplayDoes() {
+    std::optional<SilentDisplay> before(std::in_place);
+    const quint16 port = before->port();
+    before.reset();
+    const MonitoringEditor editor(port);
+    editor.click("btnMonitorStart");
+    QTRY_VERIFY(editor.state().contains(QStringLiteral("refused")));
+    std::optional<SimulatorProcess> display;
+    display.emplace(QStringList{"--modbus-port", QString::number(port)});
+    QTRY_COMPARE(editor.state(), QStringLiteral("Reads 127.0.0.1"));
+    QCOMPARE(editor.shown().rowCount(), 156);
+}
+
+void DisplayMonitorTest::updateClosesTheConnectionFirst() {
+    SilentDisplay display;
+    MonitoringEditor editor(display.port());
+    TesterClient client(editor.project, editor.window->testerPage(), editor.messages, display.port());
+    editor.window->testerPage().useActions(client);
+    editor.click("btnMonitorStart");
+    QTRY_COMPARE(display.received.size(), 12);
+    editor.showPage("C5");
+    editor.click("btnRegMsgUpdate");
+    QTRY_COMPARE(display.clients.size(), 2U);
+    QCOMPARE(display.openAtNewConnection, 0);
+    // The request went out whole, and the monitor goes on after it.
+    QTRY_COMPARE(display.clients.size(), 3U);
+    QCOMPARE(display.openAtNewConnection, 0);
+    QTRY_COMPARE(display.received.size(), 12 + 18 + 12);
+    QVERIFY(editor.messages.shown.empty());
+}
+
+void DisplayMonitorTest::readsAgainOnceTheButtonsAreEnabled() {
+    SilentDisplay display;
+    const MonitoringEditor editor(display.port());
+    TcpTesterPage& tester = editor.window->testerPage();
+    const auto setButtons = [&tester](bool enabled) {
+        for (const UpdateButton button : {UpdateButton::btnEmgMsgUpdate, UpdateButton::btnRegMsgUpdate,
+                                          UpdateButton::cmdUpdateReg, UpdateButton::cmdUpdateCoil})
+            tester.setEnabled(button, enabled);
+    };
+    setButtons(false);
+    editor.click("btnMonitorStart");
+    QVERIFY(editor.window->findChild<MonitorPanel*>()->monitor().isRunning());
+    // Whoever connects now is heard before any connection that a queued event might bring.
+    QTcpSocket other;
+    other.connectToHost(QHostAddress::LocalHost, display.port());
+    QTRY_COMPARE(display.clients.size(), 1U);
+    setButtons(true);
+    QTRY_COMPARE(display.clients.size(), 2U);
+    QTRY_COMPARE(display.received.size(), 12);
+}
+
+void DisplayMonitorTest::takesTheDisplaysMessagesIntoTheTester() {
+    const SimulatorProcess display;
+    const MonitoringEditor editor(display.modbusPort());
+    writeToDisplay(at(display.modbusPort()),
+                   switchWrites(editor.project, {"STDMSG3", "STDMSG40", "ALTMSG1"}, {}));
+    editor.showPage("C5");
+    editor.click("chkRegMsg(0)");
+    editor.click("btnMonitorStart");
+    QTRY_VERIFY(editor.find<QPushButton>("btnMonitorTake")->isEnabled());
+    QVERIFY(editor.isChecked("chkRegMsg(0)"));
+    editor.click("btnMonitorTake");
+    QVERIFY(!editor.isChecked("chkRegMsg(0)"));
+    for (int box = 1; box < 40; ++box)
+        QCOMPARE(editor.isChecked(qPrintable(QStringLiteral("chkRegMsg(%1)").arg(box))),
+                 box == 2 || box == 39);
+    for (int box = 0; box < 20; ++box)
+        QCOMPARE(editor.isChecked(qPrintable(QStringLiteral("chkEmergMsg(%1)").arg(box))), box == 0);
+}
+
+void DisplayMonitorTest::stopsOnANewProjectAndOnOpening() {
+    const SimulatorProcess display;
+    MonitoringEditor editor(display.modbusPort());
+    editor.click("btnMonitorStart");
+    QTRY_COMPARE(editor.shown().rowCount(), 156);
+    editor.messages.answers.push_back(Answer::No);
+    editor.newProject("Other");
+    QCOMPARE(editor.state(), QStringLiteral("Off"));
+    editor.trigger("miFileSave");
+    editor.click("btnMonitorStart");
+    QVERIFY(editor.state() != QStringLiteral("Off"));
+    editor.openProject("Other");
+    QCOMPARE(editor.state(), QStringLiteral("Off"));
+}
+
+void DisplayMonitorTest::stopsWhenTheWindowCloses() {
+    SilentDisplay display;
+    MonitoringEditor editor(display.port());
+    editor.click("btnMonitorStart");
+    QTRY_COMPARE(display.clients.size(), 1U);
+    editor.messages.answers.push_back(Answer::No);
+    QVERIFY(editor.window->close());
+    QVERIFY(!editor.window->findChild<MonitorPanel*>()->monitor().isRunning());
+    QTRY_COMPARE(display.clients.front()->state(), QAbstractSocket::UnconnectedState);
+}
+
+void DisplayMonitorTest::worksByKeyboardAlone() {
+    SilentDisplay display;
+    const MonitoringEditor editor(display.port());
+    auto* const start = editor.find<QPushButton>("btnMonitorStart");
+    start->setFocus();
+    QTest::keyClick(start, Qt::Key_Return);
+    QTRY_COMPARE(display.clients.size(), 1U);
+    const auto focused = [&editor] { return editor.window->focusWidget()->objectName(); };
+    QCOMPARE(focused(), QStringLiteral("btnMonitorStop"));
+    for (const char* next : {"spnMonitorSeconds", "chkMonitorOnlyOn", "tblMonitor"}) {
+        QTest::keyClick(editor.window->focusWidget(), Qt::Key_Tab);
+        QCOMPARE(focused(), QString::fromLatin1(next));
+    }
+    auto* const stop = editor.find<QPushButton>("btnMonitorStop");
+    stop->setFocus();
+    QTest::keyClick(stop, Qt::Key_Return);
+    QCOMPARE(editor.state(), QStringLiteral("Off"));
+    QCOMPARE(focused(), QStringLiteral("btnMonitorStart"));
+}
+
+QTEST_MAIN(DisplayMonitorTest)
+#include "DisplayMonitorTest.moc"
