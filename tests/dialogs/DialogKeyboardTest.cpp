@@ -11,6 +11,7 @@
 #include "tests/support/ScriptedPeople.h"
 #include "tests/support/TemporaryFolder.h"
 
+#include <QApplication>
 #include <QDialog>
 #include <QLineEdit>
 #include <QPushButton>
@@ -31,6 +32,30 @@ void press(QDialog& dialog, Qt::Key key) {
     QTest::keyClick(dialog.focusWidget() ? dialog.focusWidget() : &dialog, key);
 }
 
+QString nameOf(const QWidget& control) {
+    return control.objectName() + u'/' + QString::fromLatin1(control.metaObject()->className());
+}
+
+QStringList namesOf(const QList<QWidget*>& controls) {
+    QStringList names;
+    for (const QWidget* const control : controls)
+        names << nameOf(*control);
+    return names;
+}
+
+/// The controls that Tab is to reach: of a group of options the chosen one, from which the arrows go on.
+QList<QWidget*> reachable(const QDialog& dialog) {
+    QList<QWidget*> controls;
+    for (QWidget* const control : dialog.findChildren<QWidget*>()) {
+        const auto* const option = qobject_cast<const QRadioButton*>(control);
+        const bool takesTab =
+            (control->focusPolicy() & Qt::TabFocus) != 0 && control->focusProxy() == nullptr;
+        if (takesTab && control->isEnabled() && control->isVisible() && (!option || option->isChecked()))
+            controls << control;
+    }
+    return controls;
+}
+
 /// Makes clicks do nothing but be listed.
 void onlyListClicks(QDialog& dialog, QStringList& clicks) {
     for (QPushButton* const button : dialog.findChildren<QPushButton*>()) {
@@ -43,10 +68,34 @@ void onlyListClicks(QDialog& dialog, QStringList& clicks) {
 
 } // namespace
 
-/// In every dialog Enter presses the button that has the focus, and the default one while none has.
-class EnterKeyTest : public QObject {
+/// Every dialog can be used without a mouse: Tab reaches each of its controls, Enter presses the button that
+/// has the focus, and the default one while none has, and Esc closes it.
+class DialogKeyboardTest : public QObject {
     Q_OBJECT
 private slots:
+    void tabReachesEachControl_data() { addDialogs(); }
+    void tabReachesEachControl() {
+        QFETCH(const Make, make);
+        const std::unique_ptr<QDialog> dialog = make();
+        show(*dialog);
+        QStringList missing = namesOf(reachable(*dialog));
+        for (qsizetype left = missing.size() + 1; left > 0; --left) {
+            missing.removeAll(nameOf(*QApplication::focusWidget()));
+            press(*dialog, Qt::Key_Tab);
+        }
+        QCOMPARE(missing, QStringList());
+    }
+
+    void escapeCloses_data() { addDialogs(); }
+    void escapeCloses() {
+        QFETCH(const Make, make);
+        const std::unique_ptr<QDialog> dialog = make();
+        show(*dialog);
+        press(*dialog, Qt::Key_Escape);
+        QVERIFY(!dialog->isVisible());
+        QCOMPARE(dialog->result(), int(QDialog::Rejected));
+    }
+
     void pressesTheFocusedButton_data() { addDialogs(); }
     void pressesTheFocusedButton() {
         QFETCH(const Make, make);
@@ -155,5 +204,5 @@ private:
     Project project_;
 };
 
-QTEST_MAIN(EnterKeyTest)
-#include "EnterKeyTest.moc"
+QTEST_MAIN(DialogKeyboardTest)
+#include "DialogKeyboardTest.moc"
