@@ -8,13 +8,13 @@
 #include "model/People.h"
 #include "model/Project.h"
 #include "model/ScratchFolder.h"
+#include "widgets/FileChoice.h"
 #include "widgets/FormParts.h"
 #include "widgets/PathText.h"
 
 #include <QApplication>
 #include <QCheckBox>
 #include <QClipboard>
-#include <QFileDialog>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
@@ -121,13 +121,11 @@ void frmSeveralDisplays::buildLayout() {
 }
 
 void frmSeveralDisplays::btnLoad_Click() {
-    QFileDialog comdlg(this, tr("Load List"), shownPath(work_.project.ProjPath),
-                       tr("Tables (*.csv);;All Files (*)"));
-    comdlg.setObjectName(QStringLiteral("comdlg"));
-    comdlg.setFileMode(QFileDialog::ExistingFile);
-    if (comdlg.exec() != QDialog::Accepted)
+    const auto file = chooseFileToRead(
+        {tr("Load List"), {tr("Table (*.csv)"), tr("All files (*)")}, work_.project.ProjPath}, this);
+    if (!file)
         return;
-    const std::string path = pathFromShown(comdlg.selectedFiles().constFirst());
+    const std::string& path = file->path;
     try {
         const auto parts = PathRules::native().split(PathRules::native().nativeForm(path));
         takeList(sheetBytes(path), parts ? parts->folder : std::string(), shownPath(path));
@@ -214,14 +212,11 @@ void frmSeveralDisplays::processEnded(const std::vector<FleetResult>& results, c
 }
 
 void frmSeveralDisplays::btnReport_Click() {
-    QFileDialog comdlg(this, tr("Save Report"), shownPath(work_.project.ProjPath), tr("Tables (*.csv)"));
-    comdlg.setObjectName(QStringLiteral("comdlg"));
-    comdlg.setAcceptMode(QFileDialog::AcceptSave);
-    comdlg.setFileMode(QFileDialog::AnyFile);
-    comdlg.setDefaultSuffix(QStringLiteral("csv"));
-    if (comdlg.exec() != QDialog::Accepted)
+    const auto file =
+        chooseFileToWrite({tr("Save Report"), {tr("Table (*.csv)")}, work_.project.ProjPath}, this);
+    if (!file)
         return;
-    const std::string path = pathFromShown(comdlg.selectedFiles().constFirst());
+    const std::string& path = file->path;
     try {
         replaceFile(path, fleetReport(rows_.results()));
     } catch (const std::system_error& failure) {
