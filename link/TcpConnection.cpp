@@ -95,7 +95,7 @@ TcpConnection::TcpConnection(const DisplayAddress& to, std::chrono::milliseconds
     [[maybe_unused]] const systemsocket::Library library{};
     const Addresses addresses = lookUp(to);
     const Clock::time_point deadline = Clock::now() + patience;
-    std::string failure = "no connection within " + secondsText(patience);
+    std::string failure = noConnectionText(patience);
     int untried = 0;
     for (const addrinfo* address = addresses.get(); address != nullptr; address = address->ai_next)
         ++untried;
@@ -140,6 +140,10 @@ std::optional<std::vector<std::uint8_t>> TcpConnection::receive(Clock::time_poin
             fail(systemsocket::lastError());
     }
     return std::nullopt;
+}
+
+std::string noConnectionText(std::chrono::milliseconds patience) {
+    return "no connection within " + secondsText(patience);
 }
 
 } // namespace orvista

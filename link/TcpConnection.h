@@ -8,6 +8,7 @@
 #include <memory>
 #include <optional>
 #include <span>
+#include <string>
 #include <vector>
 
 namespace orvista {
@@ -18,6 +19,9 @@ class ConnectionFailure : public DisplayFailure {
 public:
     using DisplayFailure::DisplayFailure;
 };
+
+/// "no connection within 3 s": what is said where nobody answers.
+std::string noConnectionText(std::chrono::milliseconds patience);
 
 /// A TCP connection for programs without an event loop: no call waits longer than it is told.
 class TcpConnection {

@@ -1,8 +1,8 @@
 #include "link/forms/DisplayReading.h"
 
 #include "link/ModbusAnswers.h"
+#include "link/TcpConnection.h"
 #include "link/forms/ResetWatch.h"
-#include "model/Numbers.h"
 
 #include <QNetworkProxy>
 #include <QTcpSocket>
@@ -94,7 +94,7 @@ void DisplayReading::timedOut() {
     if (isConnected_)
         fail(QString::fromUtf8(answerTimedOut(steps_[step_].request, received_.size()).what()));
     else
-        fail(tr("no connection within %1").arg(QString::fromStdString(secondsText(answerTimeout))));
+        fail(QString::fromStdString(noConnectionText(answerTimeout)));
 }
 
 void DisplayReading::fail(const QString& reason) {
