@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QClipboard>
+#include <QFile>
 #include <QFileDialog>
 #include <QLabel>
 #include <QPushButton>
@@ -101,13 +102,22 @@ QString address(const FtpTestServer& server) {
     return QStringLiteral("127.0.0.1:%1").arg(server.port());
 }
 
-/// Processes of orvista that this test has started, directly or through one of them.
+constexpr const char* markName = "ORVISTA_SEVERAL_DISPLAYS_TEST";
+
+/// Processes of orvista that this test has started, directly or through one of them: they inherit its mark,
+/// and other tests run the same program beside it.
 int transfers() {
     int count = 0;
     std::error_code gone;
     const fs::path program = fs::canonical(ORVISTA_PROGRAM);
-    for (const auto& entry : fs::directory_iterator("/proc"))
-        count += fs::read_symlink(entry.path() / "exe", gone) == program ? 1 : 0;
+    const QByteArray mark = QByteArray(markName) + '=' + qgetenv(markName);
+    for (const auto& entry : fs::directory_iterator("/proc")) {
+        if (fs::read_symlink(entry.path() / "exe", gone) != program)
+            continue;
+        QFile environment(QString::fromStdString((entry.path() / "environ").string()));
+        if (environment.open(QIODevice::ReadOnly) && environment.readAll().split('\0').contains(mark))
+            ++count;
+    }
     return count;
 }
 
@@ -116,6 +126,7 @@ int transfers() {
 class SeveralDisplaysTest : public QObject {
     Q_OBJECT
 private slots:
+    void initTestCase() { qputenv(markName, QByteArray::number(QCoreApplication::applicationPid())); }
     void cleanup() { QVERIFY(allModalsServed()); }
     void savesFirstAndSendsWhatWasSaved();
     void sendsToTheFailedOnesAgain();

@@ -17,8 +17,8 @@ public:
 
 private slots:
     void startsADevice();
-    void uploadsTheProject();
     void sendsToSeveralDisplays();
+    void uploadsTheProject();
     void switchesARegularMessageOn();
     void writesACoilAndAFloat();
     void overridesItByAnEmergencyMessage();
