@@ -2,6 +2,7 @@
 
 #include "console/CommandFailure.h"
 #include "console/FirstMessage.h"
+#include "console/Interruption.h"
 #include "console/Output.h"
 #include "link/DisplayFiles.h"
 #include "link/TransferControls.h"
@@ -14,19 +15,31 @@ namespace orvista::console {
 
 namespace {
 
-/// Shows a transfer where the command shows how far it is.
+/// Shows a transfer where the command shows how far it is, and ends it between two files when the user wants
+/// that: what was fetched then goes, too.
 class ShownTransfer final : public DocTsfModule::TransferProgress {
 public:
     explicit ShownTransfer(const std::string& display) : display_(display) {}
-    void showActivity(const std::string& text) override { progress_.show(text); }
+    void showActivity(const std::string& text) override {
+        endIfWanted();
+        progress_.show(text);
+    }
     void showFile(const std::string& name, std::size_t number, std::size_t count) override {
+        endIfWanted();
         progress_.show(display_ + ": " + name + ", " + decimalText(static_cast<std::int64_t>(number)) +
                        " of " + decimalText(static_cast<std::int64_t>(count)));
+    }
+
+    /// \throws CommandFailure
+    void endIfWanted() const {
+        if (interruption_.came())
+            throw CommandFailure(ExitStatus::Unusable, display_ + ": interrupted");
     }
 
 private:
     const std::string& display_;
     Progress progress_;
+    Interruption interruption_{WatchInput::No};
 };
 
 DisplayAddress addressOf(const std::string& argument, DisplayService service) {
@@ -54,6 +67,7 @@ void fetchDisplay(const DisplayAddress& display, const std::string& folder) {
     ShownTransfer progress(name);
     try {
         fetchDisplayFiles(display, folder, progress, makeTransferControl);
+        progress.endIfWanted();
     } catch (const FetchFailure& failure) {
         throw CommandFailure(ExitStatus::Unusable, name + ": " + failure.what());
     }

@@ -3,6 +3,8 @@
 import json
 import os
 import shutil
+import signal
+import subprocess
 import sys
 import tempfile
 from pathlib import Path
@@ -11,7 +13,7 @@ sys.path.insert(0, str(Path(__file__).parents[1] / "tour"))
 import device_files  # noqa: E402  the project's files, written apart from the program
 
 from displays import Display
-from program import PROJECT, ProgramTest, main
+from program import PROGRAM, PROJECT, ProgramTest, main
 
 
 class Compare(ProgramTest):
@@ -157,6 +159,19 @@ pump.bmp
         display = self.display()
         os.environ["TMPDIR"] = str(self.scratch / "gone")
         self.assertIn("No such file or directory", self.complaint(2, "compare", PROJECT, display.address))
+
+    def test_an_interrupted_fetch_leaves_nothing(self):
+        display = self.display()
+        for number in range(400):
+            (self.folder / "held" / f"{number}.bmp").write_bytes(b"BM")
+        program = subprocess.Popen([PROGRAM, "compare", PROJECT, display.address], cwd=self.folder, stdout=subprocess.PIPE,
+                                   stderr=subprocess.PIPE)
+        while not any(self.scratch.glob("*/*/*")):
+            self.assertIsNone(program.poll())
+        program.send_signal(signal.SIGINT)
+        output, complaint = program.communicate(timeout=60)
+        self.assertEqual((program.returncode, output), (2, b""))
+        self.assertEqual(complaint.decode(), f"orvista: {display.address}: interrupted\n")
 
     def test_device_files_beside_a_project_stay_as_they_are(self):
         (self.folder / "stdmsg.ilm").write_bytes(b"mine\r\n")
