@@ -2,6 +2,7 @@
 
 #include "exchange/LineMatching.h"
 #include "exchange/forms/ShownTexts.h"
+#include "widgets/DeviceText.h"
 #include "widgets/DeviceTextEdit.h"
 #include "widgets/FormParts.h"
 #include "widgets/ScriptPositions.h"
@@ -102,6 +103,11 @@ void markDifferences(DeviceTextEdit& before, DeviceTextEdit& after) {
     mark(after, now, sameAfter);
 }
 
+/// Line ends are shown by a mark that every font has.
+QString onOneLine(const std::string& text, std::size_t from) {
+    return shortened(text, from).replace(shownLine("\r\n"), QString(u' ') + QChar(0xB6) + u' ');
+}
+
 DeviceTextEdit* shownText(const QString& name) {
     auto* const box = named<DeviceTextEdit>(name);
     box->setReadOnly(true);
@@ -151,8 +157,8 @@ void ChangeList::fillTable() {
         item->setCheckState(Qt::Checked);
         tblChanges->setItem(row, Item, item);
         tblChanges->setItem(row, Text, new QTableWidgetItem(change.text));
-        tblChanges->setItem(row, Old, new QTableWidgetItem(shortened(change.before, from)));
-        tblChanges->setItem(row, New, new QTableWidgetItem(shortened(change.after, from)));
+        tblChanges->setItem(row, Old, new QTableWidgetItem(onOneLine(change.before, from)));
+        tblChanges->setItem(row, New, new QTableWidgetItem(onOneLine(change.after, from)));
     }
     tblChanges->setSelectionBehavior(QAbstractItemView::SelectRows);
     tblChanges->setEditTriggers(QAbstractItemView::NoEditTriggers);
@@ -160,6 +166,7 @@ void ChangeList::fillTable() {
     tblChanges->setShowGrid(false);
     tblChanges->setWordWrap(false);
     tblChanges->verticalHeader()->hide();
+    tblChanges->verticalHeader()->setDefaultSectionSize(fontMetrics().lineSpacing() * 3 / 2);
     tblChanges->horizontalHeader()->setHighlightSections(false);
     tblChanges->resizeColumnsToContents();
     for (const int column : {Old, New})

@@ -3,6 +3,7 @@
 #include "widgets/RowsTable.h"
 
 #include <QAction>
+#include <QFile>
 #include <QLabel>
 #include <QLineEdit>
 #include <QTest>
@@ -95,6 +96,33 @@ void TablesTour::takesItAllBack() {
     hands.click("btnClosePanels");
     hands.press(QStringLiteral("Ctrl+S"));
     QTRY_COMPARE(stage_.window().windowTitle(), "Orvista Message Editor - [STATION]");
+}
+
+void TablesTour::handsTablesOver() {
+    const Hands hands = stage_.hands();
+    const auto answerWith = [this](const QString& file) {
+        stage_.inDialog("comdlg", [this, file](const Hands& files) {
+            // Typed letter by letter, a whole path would open the list of completions over the buttons.
+            files.find<QLineEdit>("fileNameEdit").setText(stage_.path(file));
+            files.acceptFile();
+        });
+    };
+    answerWith("addresses.pdf");
+    hands.find<QAction>("miToolsExportAddresses").trigger();
+    QVERIFY(QFile::exists(stage_.path("addresses.pdf")));
+    QFile table(stage_.path("messages.csv"));
+    QVERIFY(table.open(QIODevice::WriteOnly));
+    table.write("message,script\r\nSTDMSG3,\"CLEAR\r\nSTILL 500\"\r\nSTDMSG9,STILL 700\r\n");
+    table.close();
+    answerWith("messages.csv");
+    stage_.inDialog("frmSheetImport", [this](const Hands& dialog) {
+        stage_.show(dialog.window(), "import",
+                    "A table is looked at, old and new, before anything is taken.");
+        dialog.click("btnCancel");
+    });
+    hands.find<QAction>("miToolsImportMessages").trigger();
+    QCOMPARE(hands.find<QAction>("miEditUndo").text(), "Undo");
+    QVERIFY(QFile::remove(stage_.path("messages.csv")) && QFile::remove(stage_.path("addresses.pdf")));
 }
 
 } // namespace orvista::tour

@@ -26,6 +26,7 @@ private slots:
     void replacesAText();
     void listsAllVariables();
     void takesItAllBack();
+    void handsTablesOver();
 
 private:
     Stage& stage_;
