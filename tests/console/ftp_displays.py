@@ -55,7 +55,7 @@ class Control(FTPHandler):
 
     def ftp_SIZE(self, path):
         if self.display.lies:
-            self.respond("213 7")
+            self.respond("213 7000000")
             return None
         return super().ftp_SIZE(path)
 
