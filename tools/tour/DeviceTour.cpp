@@ -6,8 +6,10 @@
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
+#include <QLabel>
 #include <QMessageBox>
 #include <QRandomGenerator>
+#include <QTableView>
 #include <QTcpServer>
 #include <QTest>
 
@@ -135,6 +137,43 @@ void DeviceTour::watchesTheDisplay() {
     stage_.show("monitor-on", "Only what is on, with the values that are not 0.");
     hands.click("btnMonitorTake");
     hands.click("btnMonitorStop");
+    hands.click("btnClosePanels");
+}
+
+void DeviceTour::verifiesTheUpload() {
+    const Hands hands = stage_.hands();
+    connectToDevice("verify", "Verify asks for the device as the upload does.");
+    hands.find<QAction>("miToolsVerify").trigger();
+    QVERIFY(testing::allModalsServed());
+    QVERIFY(hands.find<QLabel>("lblComparison").text().contains("holds every byte of the 6 files"));
+    stage_.show("verified", "Every byte that was sent is on the device.");
+}
+
+void DeviceTour::comparesWithTheDevice() {
+    const Hands hands = stage_.hands();
+    hands.clickNode("trvSystem", "C4");
+    hands.clickNode("trvMsg", "R3");
+    auto& box = hands.find<DeviceTextEdit>("txtMsg");
+    hands.type("txtMsg", "CLEAR");
+    for (const char* const line :
+         {"TEXT 0 0 RED BLACK \"Level           \"", "DISPVAR 48 0 ORANGE BLACK RegVar1"}) {
+        QTest::keyClick(&box, Qt::Key_Return);
+        QTest::keyClicks(&box, QString::fromLatin1(line));
+    }
+    hands.click("btnMsgApply");
+    connectToDevice("compare", "Compare asks for it, too.");
+    hands.find<QAction>("miToolsCompareDisplay").trigger();
+    QVERIFY(testing::allModalsServed());
+    auto& differences = hands.find<QTableView>("tblComparison");
+    QVERIFY(differences.model()->rowCount() > 1);
+    differences.selectRow(0);
+    stage_.show("comparison", "What the device holds otherwise, line beside line.");
+    differences.selectAll();
+    hands.click("btnTakeTheirs");
+    QVERIFY(hands.find<QLabel>("lblComparison").text().startsWith("No differences"));
+    stage_.show("taken-over", "Theirs is taken: the message is again as it was sent.");
+    hands.press(QStringLiteral("Ctrl+S"));
+    QTRY_COMPARE(stage_.window().windowTitle(), "Orvista Message Editor - [STATION]");
     hands.click("btnClosePanels");
 }
 

@@ -23,6 +23,8 @@ private slots:
     void writesACoilAndAFloat();
     void overridesItByAnEmergencyMessage();
     void watchesTheDisplay();
+    void verifiesTheUpload();
+    void comparesWithTheDevice();
     void downloadsIntoANewProject();
     void showsTheDownloadedMessage();
 
