@@ -91,8 +91,14 @@ TEST(FleetSheet, NeedsNameAndAddress) {
 }
 
 TEST(FleetSheet, IsReadAgainAsItWasWritten) {
-    const std::vector<FleetDisplay> displays{{"=a", {"10.0.0.1", 7001}, "/plant/a,b.orx"},
-                                             {"\u00D6l 'x'", {"fe80::5", 7000}, "/plant/\u0393.orx"}};
+    // One by one: of a braced list GCC 12 fears that it ends what was never made.
+    std::vector<FleetDisplay> displays(2);
+    displays[0].name = "=a";
+    displays[0].address = {"10.0.0.1", 7001};
+    displays[0].project = "/plant/a,b.orx";
+    displays[1].name = "\u00D6l 'x'";
+    displays[1].address = {"fe80::5", 7000};
+    displays[1].project = "/plant/\u0393.orx";
     const auto again = read(fleetSheet(displays), {"/elsewhere", {}});
     ASSERT_EQ(again.size(), 2U);
     for (std::size_t i = 0; i < again.size(); ++i) {
