@@ -87,7 +87,7 @@ public:
     }
 
 private:
-    [[no_unique_address]] const systemsocket::Library library_{};
+    [[no_unique_address, maybe_unused]] const systemsocket::Library library_{};
     systemsocket::Handle handle_;
 };
 
