@@ -66,27 +66,6 @@ void DeviceTour::uploadsTheProject() {
     QVERIFY(device_->waitForLine("The files are shown"));
 }
 
-void DeviceTour::sendsToSeveralDisplays() {
-    // It is looked for beside the editor, which plays in a folder of the tour.
-    const QDir ours(QString::fromStdString(programFolder()));
-    for (const QString& name : ours.entryList({"orvista", "orvista.exe"}, QDir::Files))
-        QVERIFY(QFile::copy(ours.filePath(name), stage_.path("program/" + name)));
-    // The second display is switched off.
-    QApplication::clipboard()->setText(
-        QStringLiteral("name,address,port\nHall,127.0.0.1,%1\nGate,127.0.0.1,1\n").arg(transferPort_));
-    stage_.inDialog("frmSeveralDisplays", [this](const Hands& dialog) {
-        dialog.click("btnPaste");
-        dialog.click("btnStart");
-        QTRY_VERIFY_WITH_TIMEOUT(dialog.isEnabled("btnAgain"), 30'000);
-        stage_.show(dialog.window(), "several-displays",
-                    "Many displays at once: one has everything, one is switched off.");
-        dialog.click("btnCancel");
-    });
-    stage_.hands().find<QAction>("miToolsSeveral").trigger();
-    QVERIFY(testing::allModalsServed());
-    QVERIFY(device_->waitForLine("The files are shown"));
-}
-
 void DeviceTour::showPanelAfter(const QString& request, const QString& name, const QString& line) {
     // The buttons are enabled again once the request is sent.
     QTRY_VERIFY(stage_.hands().isEnabled("btnRegMsgUpdate"));
@@ -202,6 +181,26 @@ void DeviceTour::showsTheDownloadedMessage() {
     hands.press(QStringLiteral("Ctrl+S"));
     QTRY_COMPARE(stage_.window().windowTitle(), "Orvista Message Editor - [FROMDEVICE]");
     stage_.keep(stage_.projectFolder("from-device"), "downloaded");
+}
+
+void DeviceTour::sendsToSeveralDisplays() {
+    // It is looked for beside the editor, which plays in a folder of the tour.
+    const QDir ours(QString::fromStdString(programFolder()));
+    for (const QString& name : ours.entryList({"orvista", "orvista.exe"}, QDir::Files))
+        QVERIFY(QFile::copy(ours.filePath(name), stage_.path("program/" + name)));
+    // The second display is switched off.
+    QApplication::clipboard()->setText(
+        QStringLiteral("name,address,port\nHall,127.0.0.1,%1\nGate,127.0.0.1,1\n").arg(transferPort_));
+    stage_.inDialog("frmSeveralDisplays", [this](const Hands& dialog) {
+        dialog.click("btnPaste");
+        dialog.click("btnStart");
+        QTRY_VERIFY_WITH_TIMEOUT(dialog.isEnabled("btnAgain"), 30'000);
+        stage_.show(dialog.window(), "several-displays",
+                    "Many displays at once: one has everything, one is switched off.");
+        dialog.click("btnCancel");
+    });
+    stage_.hands().find<QAction>("miToolsSeveral").trigger();
+    QVERIFY(testing::allModalsServed());
     device_.reset();
 }
 

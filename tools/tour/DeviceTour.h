@@ -17,7 +17,6 @@ public:
 
 private slots:
     void startsADevice();
-    void sendsToSeveralDisplays();
     void uploadsTheProject();
     void switchesARegularMessageOn();
     void writesACoilAndAFloat();
@@ -27,6 +26,7 @@ private slots:
     void comparesWithTheDevice();
     void downloadsIntoANewProject();
     void showsTheDownloadedMessage();
+    void sendsToSeveralDisplays();
 
 private:
     /// Fills in the connection dialog that the next command opens.
