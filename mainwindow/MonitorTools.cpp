@@ -2,6 +2,7 @@
 
 #include "display/forms/DisplayPreview.h"
 #include "link/forms/MonitorPanel.h"
+#include "mainwindow/Navigator.h"
 #include "mainwindow/PanelDock.h"
 #include "mainwindow/TcpTesterPage.h"
 
@@ -17,18 +18,27 @@ constexpr const char* monitorPanelName = "monitor";
 } // namespace
 
 MonitorTools::MonitorTools(const Project& project, TcpTesterPage& tester, DisplayPreview& preview,
-                           PanelDock& dock, std::uint16_t port, QMainWindow& window)
-    : QObject(&dock), project_(project), tester_(tester), preview_(preview), dock_(dock), port_(port) {
+                           Navigator& navigator, PanelDock& dock, std::uint16_t port, QMainWindow& window)
+    : QObject(&dock),
+      project_(project),
+      tester_(tester),
+      preview_(preview),
+      navigator_(navigator),
+      dock_(dock),
+      port_(port) {
     dock.addPanel({monitorPanelName, tr("Display Monitor"), [this] { return makePanel(); }});
     window.installEventFilter(this);
 }
 
 QWidget* MonitorTools::makePanel() {
-    panel_ = new MonitorPanel(project_, preview_.columns(), preview_.clock(), port_);
+    panel_ = new MonitorPanel(project_, preview_.columns(), preview_.clock(), port_,
+                              [this] { return navigator_.notAppliedItems(); });
     connect(&preview_, &DisplayPreview::columnsChanged, panel_,
             [this] { panel_->setColumns(preview_.columns()); });
     connect(&tester_, &TcpTesterPage::sendingChanged, this, &MonitorTools::followTester);
     connect(panel_, &MonitorPanel::takeAsked, this, &MonitorTools::takeIntoTester);
+    connect(panel_, &MonitorPanel::placeChosen, &navigator_, &Navigator::goTo);
+    connect(panel_, &MonitorPanel::rowLeft, &navigator_, &Navigator::forget);
     if (tester_.isSending())
         followTester(true);
     return panel_;
@@ -50,6 +60,11 @@ void MonitorTools::miViewMonitor_Click() {
 void MonitorTools::projectChanged() {
     if (panel_)
         panel_->projectChanged();
+}
+
+void MonitorTools::markNotApplied() {
+    if (panel_)
+        panel_->markNotApplied();
 }
 
 void MonitorTools::stop() {

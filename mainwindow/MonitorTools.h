@@ -17,6 +17,7 @@ namespace orvista {
 class DisplayPreview;
 struct DisplayItem;
 class MonitorPanel;
+class Navigator;
 class PanelDock;
 class TcpTesterPage;
 
@@ -28,13 +29,15 @@ public:
     /// Adds the panel to the dock.
     /// \param preview whose columns and clock it goes by
     /// \param port where the display speaks Modbus
-    MonitorTools(const Project& project, TcpTesterPage& tester, DisplayPreview& preview, PanelDock& dock,
-                 std::uint16_t port, QMainWindow& window);
+    MonitorTools(const Project& project, TcpTesterPage& tester, DisplayPreview& preview, Navigator& navigator,
+                 PanelDock& dock, std::uint16_t port, QMainWindow& window);
 
     std::vector<CommandRow> viewEntries();
 
     /// The project in memory is another, or may be.
     void projectChanged();
+    /// Marks the rows of items that are not applied.
+    void markNotApplied();
     /// Reads no more: there is no project, or the window is gone.
     void stop();
 
@@ -50,6 +53,7 @@ private:
     const Project& project_;
     TcpTesterPage& tester_;
     DisplayPreview& preview_;
+    Navigator& navigator_;
     PanelDock& dock_;
     std::uint16_t port_;
     QPointer<MonitorPanel> panel_; ///< null until it is opened

@@ -68,10 +68,12 @@ LedRaster standingPage(const Programme& programme, const DisplayValues& values, 
 
 } // namespace
 
-MonitorPanel::MonitorPanel(const Project& project, int columns, PreviewClock clock, std::uint16_t port)
+MonitorPanel::MonitorPanel(const Project& project, int columns, PreviewClock clock, std::uint16_t port,
+                           std::function<std::vector<std::string>()> notAppliedItems)
     : project_(project),
       columns_(columns),
       clock_(std::move(clock)),
+      notAppliedItems_(std::move(notAppliedItems)),
       monitor_(new DisplayMonitor(project, port, this)),
       btnMonitorStart(namedButton(QStringLiteral("btnMonitorStart"), tr("Start"))),
       btnMonitorStop(namedButton(QStringLiteral("btnMonitorStop"), tr("Stop"))),
@@ -93,8 +95,13 @@ MonitorPanel::MonitorPanel(const Project& project, int columns, PreviewClock clo
         monitor_->setInterval(std::chrono::milliseconds(qRound(seconds * 1000)));
     });
     connect(monitor_, &DisplayMonitor::changed, this, &MonitorPanel::follow);
+    connect(tblMonitor, &RowsTable::rowActivated, this,
+            [this](int row) { emit placeChosen({items_.at(static_cast<std::size_t>(row)).name()}); });
+    connect(tblMonitor, &RowsTable::rowLeft, this, &MonitorPanel::rowLeft);
     connect(&frames_, &QTimer::timeout, this, &MonitorPanel::showPanel);
     frames_.setInterval(frameMilliseconds);
+    endOfMarks_.setSingleShot(true);
+    connect(&endOfMarks_, &QTimer::timeout, this, &MonitorPanel::endMarks);
     follow();
 }
 
@@ -167,6 +174,11 @@ void MonitorPanel::setColumns(int columns) {
 
 void MonitorPanel::projectChanged() {
     textsDelay_->start();
+}
+
+void MonitorPanel::markNotApplied() {
+    if (isVisible())
+        showRows();
 }
 
 void MonitorPanel::showEvent(QShowEvent* event) {
@@ -276,13 +288,37 @@ TableRow MonitorPanel::cells(std::size_t row) const {
     return cells;
 }
 
+void MonitorPanel::awaitEndOfMarks() {
+    // Readings may be further apart than a mark lasts, or have ended.
+    std::int64_t first = markMilliseconds + 1;
+    for (std::size_t row = 0; row < changes_.size(); ++row)
+        if (isMarked(row))
+            first = std::min(first, changes_[row]->moment + markMilliseconds - clock_.milliseconds());
+    if (first <= markMilliseconds)
+        endOfMarks_.start(static_cast<int>(first));
+    else
+        endOfMarks_.stop();
+}
+
+void MonitorPanel::endMarks() {
+    if (isModalDialogOpen())
+        endOfMarks_.start(markMilliseconds);
+    else if (isVisible())
+        showRows();
+}
+
 void MonitorPanel::showRows() {
     if (!texts_ && !items_.empty())
         texts_.emplace(project_);
+    const std::vector<std::string> notApplied = notAppliedItems_();
     std::vector<TableRow> rows;
-    for (std::size_t row = 0; row < items_.size(); ++row)
+    for (std::size_t row = 0; row < items_.size(); ++row) {
         rows.push_back(cells(row));
+        if (std::ranges::find(notApplied, items_[row].name()) != notApplied.end())
+            rows.back()[Text].text += tr(" (not applied)");
+    }
     tblMonitor->setRows(std::move(rows));
+    awaitEndOfMarks();
     if (chkMonitorOnlyOn->isChecked())
         showOnly();
 }

@@ -4,12 +4,15 @@
 #include "display/forms/PreviewClock.h"
 #include "exchange/ItemTexts.h"
 #include "link/forms/DisplayMonitor.h"
+#include "model/ItemPlace.h"
 #include "widgets/RowsTable.h"
 
 #include <QTimer>
 #include <QWidget>
 
+#include <functional>
 #include <optional>
+#include <string>
 #include <vector>
 
 class QBoxLayout;
@@ -30,14 +33,22 @@ class MonitorPanel final : public QWidget {
 public:
     /// \param columns of the display, 1 to PanelSize::maximumColumns
     /// \param port where the display speaks Modbus
-    MonitorPanel(const Project& project, int columns, PreviewClock clock, std::uint16_t port);
+    /// \param notAppliedItems the names of the items that are shown with an edit that is not applied
+    MonitorPanel(const Project& project, int columns, PreviewClock clock, std::uint16_t port,
+                 std::function<std::vector<std::string>()> notAppliedItems);
 
     DisplayMonitor& monitor() { return *monitor_; }
     void setColumns(int columns);
     /// The project in memory is another, or may be.
     void projectChanged();
+    /// Marks the rows of items that are not applied.
+    void markNotApplied();
 
 signals:
+    /// A row was chosen by Enter or a double click.
+    void placeChosen(const orvista::ItemPlace& place);
+    /// The user left the chosen row.
+    void rowLeft();
     /// The tester's boxes are to be ticked as these items are on.
     void takeAsked(const std::vector<orvista::DisplayItem>& items);
 
@@ -68,6 +79,8 @@ private:
     void showPanel();
     void beginProgramme();
     bool isMarked(std::size_t row) const;
+    void awaitEndOfMarks();
+    void endMarks();
     TableRow cells(std::size_t row) const;
     DisplayValues values() const;
     QString stateText() const;
@@ -75,6 +88,7 @@ private:
     const Project& project_;
     int columns_;
     PreviewClock clock_;
+    std::function<std::vector<std::string>()> notAppliedItems_;
     DisplayMonitor* monitor_;
     std::optional<ItemTexts> texts_;
     std::vector<DisplayItem> items_; ///< that the rows are about; none before the first reading
@@ -84,6 +98,7 @@ private:
     MessageCoils coils_;
     std::int64_t programmeStart_ = 0;
     QTimer frames_{this};
+    QTimer endOfMarks_{this};
 
     QPushButton* btnMonitorStart;
     QPushButton* btnMonitorStop;

@@ -2,12 +2,16 @@
 #include "display/SettledPage.h"
 #include "link/DisplayWrites.h"
 #include "link/SystemSocket.h"
+#include "link/TransferControls.h"
+#include "link/forms/DeviceTransfer.h"
 #include "link/forms/MonitorPanel.h"
 #include "link/forms/TesterClient.h"
 #include "mainwindow/TcpTesterPage.h"
 #include "tests/support/ChildProcess.h"
 #include "tests/support/EditorFixture.h"
+#include "tests/support/ModalDriver.h"
 #include "tests/support/SimulatorProcess.h"
+#include "widgets/DeviceTextEdit.h"
 #include "widgets/PanelView.h"
 
 #include <QAbstractButton>
@@ -47,6 +51,12 @@ public:
     }
     bool isMarked(const QString& item) const {
         return model().index(indexOf(item), 0).data(Qt::FontRole).value<QFont>().bold();
+    }
+    /// Enter on the item's row.
+    void enter(const QString& item) const {
+        auto* const table = find<QTableView>("tblMonitor");
+        table->selectRow(indexOf(item));
+        QTest::keyClick(table, Qt::Key_Return);
     }
     template <typename Widget>
     Widget* find(const char* name) const {
@@ -128,6 +138,7 @@ private slots:
     void showsWhatTheDisplayHolds();
     void showsWhatAnIndependentServerHolds();
     void marksWhatChangedForThreeSeconds();
+    void aMarkEndsThoughNothingIsReadAnyMore();
     void theFirstReadingIsNotAChange();
     void showsOnlyWhatIsOn();
     void drawsThePanelFromTheProjectAndTheValuesRead();
@@ -139,7 +150,10 @@ private slots:
     void updateClosesTheConnectionFirst();
     void readsAgainOnceTheButtonsAreEnabled();
     void takesTheDisplaysMessagesIntoTheTester();
+    void aRowLeadsToItsItem();
+    void theRowOfAnItemThatIsNotAppliedSaysSo();
     void stopsOnANewProjectAndOnOpening();
+    void stopsOnADownload();
     void stopsWhenTheWindowCloses();
     void worksByKeyboardAlone();
 };
@@ -202,7 +216,7 @@ void DisplayMonitorTest::marksWhatChangedForThreeSeconds() {
     std::int64_t now = 0;
     MonitorPanel panel(project, 128,
                        {[&now] { return now; }, [] { return LocalTime{2026, 1, 31, 14, 5, 9}; }},
-                       display.modbusPort());
+                       display.modbusPort(), [] { return std::vector<std::string>(); });
     panel.show();
     const Shown shown(panel);
     shown.find<QDoubleSpinBox>("spnMonitorSeconds")->setValue(0.5);
@@ -220,6 +234,27 @@ void DisplayMonitorTest::marksWhatChangedForThreeSeconds() {
     QTRY_VERIFY(!shown.isMarked(QStringLiteral("RegVar2")));
     QVERIFY(shown.isMarked(QStringLiteral("RegVar3")));
     QCOMPARE(shown.changedAt(QStringLiteral("RegVar2")), QStringLiteral("14:05:09"));
+}
+
+void DisplayMonitorTest::aMarkEndsThoughNothingIsReadAnyMore() {
+    const SimulatorProcess display;
+    Project project;
+    project.IP = "127.0.0.1";
+    std::int64_t now = 0;
+    MonitorPanel panel(project, 128, {[&now] { return now; }, [] { return LocalTime(); }},
+                       display.modbusPort(), [] { return std::vector<std::string>(); });
+    panel.show();
+    const Shown shown(panel);
+    shown.find<QDoubleSpinBox>("spnMonitorSeconds")->setValue(0.5);
+    shown.find<QPushButton>("btnMonitorStart")->click();
+    QTRY_COMPARE(shown.rowCount(), 156);
+    writeToDisplay(at(display.modbusPort()), assignedWrites({"RegVar2=7"}, &project));
+    QTRY_VERIFY(shown.isMarked(QStringLiteral("RegVar2")));
+    now = 2990;
+    shown.find<QPushButton>("btnMonitorStop")->click();
+    QVERIFY(shown.isMarked(QStringLiteral("RegVar2")));
+    now = 3000;
+    QTRY_VERIFY(!shown.isMarked(QStringLiteral("RegVar2")));
 }
 
 void DisplayMonitorTest::theFirstReadingIsNotAChange() {
@@ -406,6 +441,37 @@ void DisplayMonitorTest::takesTheDisplaysMessagesIntoTheTester() {
         QCOMPARE(editor.isChecked(qPrintable(QStringLiteral("chkEmergMsg(%1)").arg(box))), box == 0);
 }
 
+void DisplayMonitorTest::aRowLeadsToItsItem() {
+    const SimulatorProcess display;
+    const MonitoringEditor editor(display.modbusPort());
+    editor.click("btnMonitorStart");
+    QTRY_COMPARE(editor.shown().rowCount(), 156);
+    editor.shown().enter(QStringLiteral("ALTMSG2"));
+    QCOMPARE(editor.text("txtMsgName"), QStringLiteral("ALTMSG2"));
+    QVERIFY(editor.find<DeviceTextEdit>("txtMsg")->isVisible());
+    editor.shown().enter(QStringLiteral("CoilVar32"));
+    QCOMPARE(editor.text("txtVarName"), QStringLiteral("CoilVar32"));
+    QVERIFY(editor.find<QWidget>("txtVarName")->isVisible());
+}
+
+void DisplayMonitorTest::theRowOfAnItemThatIsNotAppliedSaysSo() {
+    const SimulatorProcess display;
+    const MonitoringEditor editor(display.modbusPort());
+    editor.click("btnMonitorStart");
+    QTRY_COMPARE(editor.shown().rowCount(), 156);
+    editor.shown().enter(QStringLiteral("STDMSG3"));
+    QTest::keyClicks(editor.find<DeviceTextEdit>("txtMsg"), QStringLiteral("CLEAR"));
+    QCOMPARE(editor.row(QStringLiteral("STDMSG3")), QStringLiteral("322|OFF|0000| (not applied)"));
+    QCOMPARE(editor.row(QStringLiteral("STDMSG4")), QStringLiteral("323|OFF|0000|"));
+    // The first time only says what would be lost.
+    editor.shown().enter(QStringLiteral("STDMSG4"));
+    QCOMPARE(editor.text("txtMsgName"), QStringLiteral("STDMSG3"));
+    editor.click("btnMsgApply");
+    QCOMPARE(editor.row(QStringLiteral("STDMSG3")), QStringLiteral("322|OFF|0000|"));
+    editor.shown().enter(QStringLiteral("STDMSG4"));
+    QCOMPARE(editor.text("txtMsgName"), QStringLiteral("STDMSG4"));
+}
+
 void DisplayMonitorTest::stopsOnANewProjectAndOnOpening() {
     const SimulatorProcess display;
     MonitoringEditor editor(display.modbusPort());
@@ -419,6 +485,29 @@ void DisplayMonitorTest::stopsOnANewProjectAndOnOpening() {
     QVERIFY(editor.state() != QStringLiteral("Off"));
     editor.openProject("Other");
     QCOMPARE(editor.state(), QStringLiteral("Off"));
+}
+
+void DisplayMonitorTest::stopsOnADownload() {
+    const SimulatorProcess display;
+    MonitoringEditor editor(display.modbusPort());
+    DeviceTransfer transfer(editor.project, editor.window->lifecycle(), editor.chooser, editor.messages,
+                            *editor.window, &makeTransferControl);
+    editor.window->useTransfer(transfer);
+    editor.trigger("miFileSave");
+    editor.click("btnMonitorStart");
+    QTRY_COMPARE(editor.state(), QStringLiteral("Reads 127.0.0.1"));
+    // Without a project for the files nothing is downloaded.
+    editor.trigger("miLinkDownload");
+    QCOMPARE(editor.state(), QStringLiteral("Reads 127.0.0.1"));
+    // A cancelled connection goes on with what lies in the folder.
+    editor.chooser.newProjects.push_back(editor.projectNamed("Fetched"));
+    onModal(QStringLiteral("frmConnection"), [](QWidget* dialog) { dialog->close(); });
+    editor.trigger("miLinkDownload");
+    QVERIFY(allModalsServed());
+    QCOMPARE(editor.title(), QStringLiteral("Orvista Message Editor - [Fetched*]"));
+    QCOMPARE(editor.state(), QStringLiteral("Off"));
+    QVERIFY(!editor.window->findChild<MonitorPanel*>()->monitor().isRunning());
+    editor.window.reset();
 }
 
 void DisplayMonitorTest::stopsWhenTheWindowCloses() {
