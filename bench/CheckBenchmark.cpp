@@ -88,8 +88,10 @@ void checkSixtyMessages(benchmark::State& state, std::string (*script)(std::size
 
 /// Checks 16 times the text beside the text: the counter "ratio" is at most 17.6 where the cost is linear.
 void checkLongerMessages(benchmark::State& state, std::string (*script)(std::size_t)) {
-    const Project longer = projectOf(script(messageLength));
-    const Project shorter = projectOf(script(messageLength / 16));
+    constexpr std::size_t times = 16;
+    const std::string text = script(messageLength / times);
+    const Project shorter = projectOf(text);
+    const Project longer = projectOf(script(times * text.size())); // whole repetitions
     const StoredBitmaps noBitmaps;
     runBesideFloor(
         state, [&] { benchmark::DoNotOptimize(checkProject(longer, noBitmaps, 128)); },

@@ -19,23 +19,45 @@ namespace orvista {
 
 namespace {
 
+/// What becomes of a message with a reserved line.
+std::string reservedLineText(ReservedLine kind, std::string_view line, bool followsText) {
+    const std::string name = quoted(trimBlanks(line));
+    switch (kind) {
+    case ReservedLine::MessageStart:
+        return "When the project is opened again all of this message up to this line is gone, because " +
+               name + " begins a message in the project's files: change the line or delete it.";
+    case ReservedLine::MessageEnd:
+        return (followsText
+                    ? "When the project is opened again this message ends before this line and every later "
+                      "one moves down a number, because "
+                    : "The display skips this line, because ") +
+               name + " ends a message in the project's files: change the line or delete it.";
+    case ReservedLine::SectionHeader:
+        return "When the project is opened again this message is gone, and others may be gone with it, "
+               "because " +
+               name + " begins a section of the project's files: change the line or delete it.";
+    }
+    return {};
+}
+
 /// Finds lines that the files around a message take for their own.
 FindingList reservedLines(std::string_view item, std::string_view script, std::vector<std::size_t>& numbers) {
     FindingList found{std::string(item)};
     MemorySource source(script);
     LineReader lines(source);
     std::string_view line;
+    bool followsText = false; // an end right after a start is an ordinary line to the files' reader
     for (std::size_t number = 1; lines.next(line); ++number) {
         // What begins with a mark, which the reader leaves out, begins with nothing else.
         const bool isBehindMark = number == 1 && script.starts_with(utf8ByteOrderMark);
-        if (isBehindMark || !isReservedLine(line))
-            continue;
-        numbers.push_back(number);
-        found.add(codes::reservedLine, {number, line.find_first_not_of(' ') + 1}, [&] {
-            return "When the project is opened again this message is cut before this line, because the "
-                   "project's files use " +
-                   quoted(trimBlanks(line)) + " for their own order: change the line or delete it.";
-        });
+        const auto kind = isBehindMark ? std::nullopt : reservedLine(line);
+        if (kind) {
+            numbers.push_back(number);
+            found.add(codes::reservedLine, {number, line.find_first_not_of(' ') + 1},
+                      [&] { return reservedLineText(*kind, line, followsText); });
+        }
+        followsText =
+            kind != ReservedLine::MessageStart && (followsText || isBehindMark || !trimBlanks(line).empty());
     }
     return found;
 }
@@ -65,11 +87,11 @@ FindingList skippedLines(std::string_view item, const InterpretedScript& script,
     return found;
 }
 
-/// Asks for each bitmap of a page that has not been asked for.
+/// Asks for each bitmap of a page that has not been asked for. Other files never come to the display.
 void lookUpBitmaps(ScriptPage& page, const BitmapProvider& provider, BitmapsByName& bitmaps) {
     for (ScriptElement& element : page.elements) {
         auto* const image = std::get_if<ImageElement>(&element);
-        if (image == nullptr)
+        if (image == nullptr || !isBitmapName(image->name))
             continue;
         const auto [known, isNew] = bitmaps.try_emplace(lowerAscii(image->name));
         if (isNew)
@@ -87,16 +109,16 @@ CheckedMessage checkScript(std::string_view item, std::string_view script, Panel
     found.reserve(4);
     found.push_back(lostMessage(item, script));
     found.push_back(reservedLines(item, script, reserved));
-    InterpretedScript interpreted = interpretScript(script);
-    found.push_back(skippedLines(item, interpreted, reserved));
 
     CheckedMessage result;
-    result.variables = variablesShown(interpreted.pages);
-    FindingList& drawn = found.emplace_back(std::string(item));
-    for (ScriptPage& page : interpreted.pages) {
+    FindingList drawn{std::string(item)};
+    const InterpretedScript interpreted = interpretPageByPage(script, [&](ScriptPage& page) {
+        result.variables |= variablesShown(page);
         lookUpBitmaps(page, bitmaps, result.bitmaps);
         checkPage(page, panel, formats, result.bitmaps, drawn);
-    }
+    });
+    found.push_back(skippedLines(item, interpreted, reserved));
+    found.push_back(std::move(drawn));
     result.findings = FindingList::merged(std::move(found));
     return result;
 }

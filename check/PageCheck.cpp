@@ -63,19 +63,25 @@ public:
           coverings_(page, formats) {}
 
     void run() {
-        if (page_.elements.empty())
-            return;
-        const ScriptSource& first = sourceOf(page_.elements.front());
-        if (lastsNoTime())
-            found_.add(codes::neverSeen, {first.line, first.command}, [] {
-                return "Nothing of this page is seen, because it lasts 0 milliseconds: give it a time, such "
-                       "as ACT STILL 3000.";
-            });
+        checkDuration();
         for (std::size_t i = 0; i < page_.elements.size(); ++i)
             std::visit([&](const auto& element) { checkElement(i, element); }, page_.elements[i]);
     }
 
 private:
+    void checkDuration() {
+        const auto first = std::ranges::find_if(page_.elements, [this](const ScriptElement& element) {
+            const DotBox box = drawnBox(element, formats_);
+            return box.left < box.right;
+        });
+        if (first == page_.elements.end() || !lastsNoTime())
+            return;
+        found_.add(codes::neverSeen, {sourceOf(*first).line, sourceOf(*first).command}, [] {
+            return "Nothing of this page is seen, because it lasts 0 milliseconds: give it a time, such as "
+                   "ACT STILL 3000.";
+        });
+    }
+
     bool lastsNoTime() const {
         return std::ranges::all_of(page_.steps, [this](const ScriptStep& step) {
             return stepDuration(page_, step, panel_, formats_) == 0;

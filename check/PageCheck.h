@@ -15,7 +15,7 @@ namespace orvista {
 using BitmapsByName = std::map<std::string, FoundBitmap>;
 
 /// Adds what is wrong with what a page draws, by its elements: missing, cut, covered, unseen. All of its
-/// bitmaps must have been looked up.
+/// bitmaps must have been looked up, as far as their names are those of bitmaps.
 void checkPage(const ScriptPage& page, PanelSize panel, const FieldFormats& formats,
                const BitmapsByName& bitmaps, FindingList& found);
 

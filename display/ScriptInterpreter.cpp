@@ -32,7 +32,7 @@ public:
             remark(line, {{}, start, ScriptWords(line).word()}, *reason, std::nullopt);
     }
 
-    const std::vector<ScriptPage>& pages() const { return result_.pages; }
+    std::vector<ScriptPage>& pages() { return result_.pages; }
 
     InterpretedScript finish() {
         endPage();
@@ -117,6 +117,18 @@ InterpretedScript interpret(std::string_view script, GoesOn&& goesOn) {
 
 InterpretedScript interpretScript(std::string_view script) {
     return interpret(script, [](const auto&) { return true; });
+}
+
+InterpretedScript interpretPageByPage(std::string_view script, const std::function<void(ScriptPage&)>& take) {
+    const auto handOver = [&](std::vector<ScriptPage>& pages) {
+        for (ScriptPage& page : pages)
+            take(page);
+        pages.clear();
+        return true;
+    };
+    InterpretedScript read = interpret(script, handOver);
+    handOver(read.pages);
+    return read;
 }
 
 InterpretedScript interpretUntil(std::string_view script,

@@ -43,7 +43,11 @@ inline constexpr int defaultHold = 1000;
 /// blanks; numbers above the bounds count as the bound. A page ends at CLEAR and after a leaving effect.
 InterpretedScript interpretScript(std::string_view script);
 
-/// The same, but no further than the first page of which `isEnough` says so.
+/// The same, but each page is handed over as soon as it is over, and not kept: a long script costs no more
+/// memory than its longest page.
+InterpretedScript interpretPageByPage(std::string_view script, const std::function<void(ScriptPage&)>& take);
+
+/// The same as interpretScript(), but no further than the first page of which `isEnough` says so.
 InterpretedScript interpretUntil(std::string_view script,
                                  const std::function<bool(const ScriptPage&)>& isEnough);
 

@@ -21,6 +21,7 @@ struct VariableUse {
     }
 };
 
+VariableUse variablesShown(const ScriptPage& page);
 VariableUse variablesShown(const std::vector<ScriptPage>& pages);
 
 } // namespace orvista

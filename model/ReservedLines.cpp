@@ -5,10 +5,15 @@
 
 namespace orvista {
 
-bool isReservedLine(std::string_view line) {
+std::optional<ReservedLine> reservedLine(std::string_view line) {
     const std::string_view text = trimBlanks(line);
-    return startsWithIgnoringCase(text, messageStart) || startsWithIgnoringCase(text, messageEnd) ||
-           DocMgrModule::isSectionHeader(text);
+    if (startsWithIgnoringCase(text, messageStart))
+        return ReservedLine::MessageStart;
+    if (startsWithIgnoringCase(text, messageEnd))
+        return ReservedLine::MessageEnd;
+    if (DocMgrModule::isSectionHeader(text))
+        return ReservedLine::SectionHeader;
+    return std::nullopt;
 }
 
 } // namespace orvista

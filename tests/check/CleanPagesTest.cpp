@@ -1,10 +1,8 @@
 #include "check/ProjectCheck.h"
 #include "display/PageLayout.h"
-#include "model/DeviceFiles.h"
-#include "model/ProjectFile.h"
-#include "model/ProjectFileSections.h"
 #include "script/MessagePage.h"
 #include "script/WizardLists.h"
+#include "tests/check/Reopened.h"
 #include "tests/check/ScriptFindings.h"
 
 #include <gtest/gtest.h>
@@ -18,23 +16,6 @@ namespace orvista {
 namespace {
 
 constexpr int columns = 128;
-
-/// The project as it is after it was saved and opened again.
-Project reopened(const Project& project) {
-    MemorySink sink;
-    DocMgrModule::writeProjectFile(sink, project);
-    MemorySource source(sink.bytes());
-    std::vector<DocMgrModule::ProjectFileSection> sections;
-    DocMgrModule::takeApart(source, sections);
-    Project again;
-    for (const DeviceFile* file : deviceFiles)
-        if (const auto* section = DocMgrModule::lastSectionOf(*file, sections);
-            section != nullptr && file->readSection != nullptr) {
-            MemorySource lines(section->lines);
-            file->readSection(lines, again);
-        }
-    return again;
-}
 
 /// What applying a page of the wizard makes of a message.
 void addPage(std::string& message, const std::string& page) {

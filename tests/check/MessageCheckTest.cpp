@@ -1,9 +1,11 @@
+#include "tests/check/Reopened.h"
 #include "tests/check/ScriptFindings.h"
 
 #include "check/FitTexts.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -128,12 +130,54 @@ TEST_F(MessageCheck, ReservedLines) {
                    "1:4 unknown-command");
 }
 
+TEST_F(MessageCheck, ReservedLinesTellWhatOpeningTheProjectMakesOfThem) {
+    const auto opened = [&](const std::string& script) {
+        for (std::size_t i = 0; i < project.STDMSG.size(); ++i)
+            project.STDMSG[i] = "R" + std::to_string(i + 1);
+        project.STDMSG[11] = script;
+        const Project again = reopened(project);
+        return Found{again.STDMSG[10], again.STDMSG[11], again.STDMSG[12], again.STDMSG[13]};
+    };
+    const auto text = [&](const std::string& script) {
+        const Findings findings = checkMessage("STDMSG12", script, project, bitmaps, 128);
+        const auto reserved = std::ranges::find(findings.list, "reserved-line", &Finding::code);
+        return reserved == findings.list.end() ? std::string() : reserved->text;
+    };
+
+    EXPECT_EQ(opened("A\r\nEndMsg now\r\nB"), (Found{"R11\r\n", "A\r\n", "A\r\nB\r\n", "R13\r\n"}));
+    EXPECT_EQ(text("A\r\n EndMsg now\r\nB"),
+              "When the project is opened again this message ends before this line and every later one moves "
+              "down a number, because \"EndMsg now\" ends a message in the project's files: change the line "
+              "or delete it.");
+    EXPECT_EQ(opened(" \r\nENDMSG\r\nB"), (Found{"R11\r\n", "ENDMSG\r\nB\r\n", "R13\r\n", "R14\r\n"}));
+    EXPECT_EQ(text(" \r\nENDMSG\r\nB"),
+              "The display skips this line, because \"ENDMSG\" ends a message in the "
+              "project's files: change the line or delete it.");
+    EXPECT_EQ(opened("A\r\nDEFMSG X\r\nB"), (Found{"R11\r\n", "B\r\n", "R13\r\n", "R14\r\n"}));
+    EXPECT_EQ(text("A\r\nDEFMSG X\r\nB"),
+              "When the project is opened again all of this message up to this line is gone, because "
+              "\"DEFMSG X\" begins a message in the project's files: change the line or delete it.");
+    EXPECT_EQ(opened("A\r\n[ilmvar.DEF]\r\nB"), (Found{"R11\r\n", "CLEAR", "CLEAR", "CLEAR"}));
+    EXPECT_EQ(
+        text("A\r\n[ilmvar.DEF]\r\nB"),
+        "When the project is opened again this message is gone, and others may be gone with it, because "
+        "\"[ilmvar.DEF]\" begins a section of the project's files: change the line or delete it.");
+    // The first of two ends is a line of the message, the second ends it.
+    EXPECT_EQ(opened("ENDMSG\r\nENDMSG"), (Found{"R11\r\n", "ENDMSG\r\n", "ENDMSG\r\n", "R13\r\n"}));
+}
+
 TEST_F(MessageCheck, LostMessages) {
     for (const char* script : {" ", "\r\n", "\r\n   \r\n \n", "\r"})
         EXPECT_FINDING(script, "0:0 lost-message");
     EXPECT_CLEAN("");
     EXPECT_CLEAN("\r\nCLEAR");
     EXPECT_EQ(found("\t"), Found{"1:1 unknown-command"});
+    project.STDMSG[11] = " \r\n";
+    project.STDMSG[12] = "TIME";
+    EXPECT_EQ(reopened(project).STDMSG[11], "TIME\r\n");
+    EXPECT_EQ(sentence(" \r\n"),
+              "When the project is opened again this message is gone and every later one moves up a number, "
+              "because it holds nothing but blanks: write CLEAR.");
 }
 
 TEST_F(MessageCheck, CutTexts) {
@@ -288,6 +332,11 @@ TEST_F(MessageCheck, PagesThatAreNeverSeen) {
     EXPECT_CLEAN("TEXT 0 0 RED BLACK \"a\"\nACT STILL 1");
     EXPECT_CLEAN("TEXT 0 0 RED BLACK \"a\"");
     EXPECT_CLEAN("CLEAR\nACT STILL 0\nCLEAR\nACT STILL 10");
+    // The line is that of what draws first.
+    EXPECT_CLEAN("TEXT 0 0 RED BLACK \"\"\nACT STILL 0");
+    EXPECT_FINDING("TEXT 0 0 RED BLACK \"\"\nTIME 0 0 RED BLACK \nACT STILL 0", "2:1 never-seen");
+    for (const char* name : {"gone.bmp", "pump.png"})
+        EXPECT_FINDING(std::string("IMG 0 0 RED BLACK ") + name + "\nACT STILL 0", "1:19 missing-bitmap");
 }
 
 TEST_F(MessageCheck, FindingsStandInTheOrderOfLinesAndColumns) {

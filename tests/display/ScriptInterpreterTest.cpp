@@ -293,6 +293,25 @@ TEST(Script, WhatIsDrawnWithoutAHoldIsHeldForASecond) {
     EXPECT_TRUE(script.pages[1].steps.empty());
 }
 
+TEST(Script, PagesAreHandedOverOneByOneAndNotKept) {
+    const std::string text =
+        "NONSENSE\nTEXT 0 0 RED BLACK \"a\"\nOUT FADE 1\nCLEAR\nACT STILL\nACT STILL 7\nTIME 0 0 "
+        "RED BLACK ";
+    const InterpretedScript whole = interpretScript(text);
+    std::vector<ScriptPage> pages;
+    const InterpretedScript rest =
+        interpretPageByPage(text, [&](ScriptPage& page) { pages.push_back(std::move(page)); });
+    EXPECT_TRUE(rest.pages.empty());
+    EXPECT_EQ(rest.remarks, whole.remarks);
+    ASSERT_EQ(pages.size(), 2U);
+    ASSERT_EQ(whole.pages.size(), 2U);
+    for (std::size_t i = 0; i < pages.size(); ++i) {
+        EXPECT_EQ(pages[i].firstLine, whole.pages[i].firstLine);
+        EXPECT_EQ(sourceOf(pages[i].elements.at(0)), sourceOf(whole.pages[i].elements.at(0)));
+        EXPECT_EQ(pages[i].steps.size(), whole.pages[i].steps.size());
+    }
+}
+
 TEST(Script, EmptyScriptsHaveNoPages) {
     EXPECT_TRUE(interpretScript("").pages.empty());
     EXPECT_TRUE(interpretScript("\r\n  \r\n").pages.empty());
