@@ -107,11 +107,11 @@ void ItemEditing::sayNothing() {
 
 std::vector<std::string> ItemEditing::selectedItems() {
     sayNothing();
-    if (!panels_.shown())
-        panels_.miViewMessages_Click();
     std::vector<std::string> items;
     if (const ItemPanel* const panel = panels_.shown())
         items = panel->selectedItems();
+    else // what was selected before is shown, but nothing is done with rows that are out of sight
+        panels_.miViewMessages_Click();
     if (items.empty())
         say(tr("Select the rows first"));
     return items;

@@ -85,6 +85,7 @@ private slots:
     void aTextBoxKeepsItsKeys();
     void theMenuWorksOnTheRowsWhileTheScriptBoxHasTheFocus();
     void withoutRowsTheMenuSaysSo();
+    void rowsOutOfSightAreShownBeforeAnythingIsDone();
     void theContextMenuOffersTheFour();
     void nothingHappensUnderAModalDialog();
     void pastingIntoAnotherProjectWorks();
@@ -357,6 +358,27 @@ void ItemEditingTest::withoutRowsTheMenuSaysSo() {
     QVERIFY(editor.find<RowsTable>("tblMessages")->isVisible());
     QCOMPARE(editor.notice(), QStringLiteral("Select the rows first"));
     QVERIFY(QGuiApplication::clipboard()->text().isEmpty());
+}
+
+void ItemEditingTest::rowsOutOfSightAreShownBeforeAnythingIsDone() {
+    Plant editor;
+    RowsTable& table = *editor.messageTable();
+    select(table, 1);
+    control(table, Qt::Key_C);
+    select(table, 0);
+    // The panels are hidden, or another one is in front.
+    for (const char* cover : {"miViewPanels", "miToolsCheck"}) {
+        for (const char* command : {"miEditClear", "miEditCut", "miEditPaste"}) {
+            editor.trigger(cover);
+            QVERIFY(!table.isVisible());
+            editor.trigger(command);
+            QVERIFY(table.isVisible());
+            QCOMPARE(editor.notice(), QStringLiteral("Select the rows first"));
+            QCOMPARE(editor.project.STDMSG[0], pump);
+        }
+    }
+    editor.trigger("miEditClear");
+    QCOMPARE(editor.project.STDMSG[0], std::string("CLEAR"));
 }
 
 void ItemEditingTest::theContextMenuOffersTheFour() {
