@@ -10,7 +10,9 @@ namespace orvista {
 namespace {
 
 /// Of the line in the dock, and of its button.
-constexpr const char* offerName = "CopyBitmaps";
+QString offerName() {
+    return QStringLiteral("CopyBitmaps");
+}
 
 } // namespace
 
@@ -18,11 +20,22 @@ BitmapOffer::BitmapOffer(const Project& project, PanelDock& dock, QObject* paren
     : QObject(parent), project_(project), dock_(dock) {}
 
 void BitmapOffer::offerFrom(const std::string& folder) {
-    const std::size_t count = leftBehindBitmaps(project_, folder).size();
+    if (!dock_.offers(offerName()))
+        folders_.clear(); // the user did not want them
+    std::erase(folders_, folder);
+    folders_.push_back(folder);
+    offerLast();
+}
+
+void BitmapOffer::offerLast() {
+    std::size_t count = 0;
+    while (!folders_.empty() && (count = leftBehindBitmaps(project_, folders_.back()).size()) == 0)
+        folders_.pop_back();
     if (count == 0)
         return withdraw();
+    const std::string folder = folders_.back();
     const QString path = shownPath(folder);
-    dock_.offer({QString::fromLatin1(offerName),
+    dock_.offer({offerName(),
                  count == 1 ? tr("1 bitmap of the messages is only in %1").arg(path)
                             : tr("%1 bitmaps of the messages are only in %2").arg(count).arg(path),
                  count == 1 ? tr("Copy 1 Bitmap") : tr("Copy %1 Bitmaps").arg(count),
@@ -30,12 +43,15 @@ void BitmapOffer::offerFrom(const std::string& folder) {
 }
 
 void BitmapOffer::withdraw() {
-    dock_.withdraw(QString::fromLatin1(offerName));
+    folders_.clear();
+    dock_.withdraw(offerName());
 }
 
 void BitmapOffer::copyFrom(const std::string& folder) {
     // Looked up again: some may have been brought along by hand since.
     const auto failed = copyMissingFiles(leftBehindBitmaps(project_, folder), folder, project_.ProjPath);
+    std::erase(folders_, folder);
+    offerLast();
     emit copied();
     if (!failed.empty())
         dock_.showNotice(tr("%1 cannot be copied").arg(shownPath(failed.front())));

@@ -3,6 +3,7 @@
 #include <QObject>
 
 #include <string>
+#include <vector>
 
 namespace orvista {
 
@@ -17,7 +18,8 @@ public:
     BitmapOffer(const Project& project, PanelDock& dock, QObject* parent);
 
     /// The project's messages, or some of them, came from that folder (UTF-8). Where bitmaps stayed behind,
-    /// the dock shows a line with a button that copies them.
+    /// the dock shows a line with a button that copies them. An offer that stands comes again after it, while
+    /// bitmaps are missing.
     void offerFrom(const std::string& folder);
     /// There is another project.
     void withdraw();
@@ -27,10 +29,12 @@ signals:
     void copied();
 
 private:
+    void offerLast();
     void copyFrom(const std::string& folder);
 
     const Project& project_;
     PanelDock& dock_;
+    std::vector<std::string> folders_; ///< that may have missing bitmaps; the last one is offered
 };
 
 } // namespace orvista

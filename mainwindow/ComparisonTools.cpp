@@ -140,7 +140,8 @@ void ComparisonTools::forget() {
 }
 
 void ComparisonTools::takeOver(const std::vector<ItemState>& states) {
-    changes_.change(tr("Take Theirs"), states);
+    if (changes_.change(tr("Take Theirs"), states) && !theirFolder_.empty())
+        emit itemsCameFrom(theirFolder_);
 }
 
 void ComparisonTools::miToolsCompareDisplay_Click() {
@@ -150,9 +151,11 @@ void ComparisonTools::miToolsCompareDisplay_Click() {
         TransferCommands* const transfer = world_.transfer();
         const auto display = transfer ? transfer->fetch("Compare", fetched.path()) : std::nullopt;
         auto theirs = display ? fetchedProject(fetched.path(), context) : std::nullopt;
-        if (theirs)
-            openPanel().compareWith({QString::fromStdString(*display), std::move(*theirs),
-                                     compareFiles(bitmapsIn(project().ProjPath), bitmapsIn(fetched.path()))});
+        if (!theirs)
+            return;
+        openPanel().compareWith({QString::fromStdString(*display), std::move(*theirs),
+                                 compareFiles(bitmapsIn(project().ProjPath), bitmapsIn(fetched.path()))});
+        theirFolder_.clear();
     });
 }
 
@@ -164,10 +167,12 @@ void ComparisonTools::miToolsCompareProject_Click() {
     withFiles(context.messages, [&] {
         const std::string path =
             DocMgrModule::projectFilePath(context.paths, chosen->ProjPath, chosen->ProjName);
-        if (auto theirs = otherProject(path, context))
-            openPanel().compareWith(
-                {QString::fromStdString(path), std::move(*theirs),
-                 compareFiles(bitmapsIn(project().ProjPath), bitmapsIn(chosen->ProjPath))});
+        auto theirs = otherProject(path, context);
+        if (!theirs)
+            return;
+        openPanel().compareWith({QString::fromStdString(path), std::move(*theirs),
+                                 compareFiles(bitmapsIn(project().ProjPath), bitmapsIn(chosen->ProjPath))});
+        theirFolder_ = chosen->ProjPath;
     });
 }
 

@@ -8,6 +8,7 @@
 #include <QPointer>
 
 #include <functional>
+#include <string>
 #include <vector>
 
 namespace orvista {
@@ -41,6 +42,10 @@ public:
     /// There is no project any more.
     void forget();
 
+signals:
+    /// Items of another project were taken over, which lies in that folder (UTF-8).
+    void itemsCameFrom(const std::string& folder);
+
 private:
     void miToolsCompareDisplay_Click();
     void miToolsCompareProject_Click();
@@ -56,6 +61,7 @@ private:
     Navigator& navigator_;
     PanelDock& dock_;
     QPointer<ComparisonPanel> panel_; ///< null until it is opened
+    std::string theirFolder_;         ///< of the other project; empty where a display is the other side
 };
 
 } // namespace orvista

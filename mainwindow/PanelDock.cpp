@@ -135,6 +135,11 @@ void PanelDock::offer(const Offer& offer) {
     show();
 }
 
+bool PanelDock::offers(const QString& name) const {
+    const NoticeLine* const shown = line(name);
+    return shown && shown->saysSomething();
+}
+
 void PanelDock::withdraw(const QString& name) {
     if (NoticeLine* const shown = line(name))
         takeAway(*shown);

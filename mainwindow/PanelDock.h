@@ -53,6 +53,8 @@ public:
     };
     /// Opens the dock for it. The focus stays where it is.
     void offer(const Offer& offer);
+    /// True while the line of that name stands there.
+    bool offers(const QString& name) const;
     /// Takes the line away; nothing happens when there is none.
     void withdraw(const QString& name);
 

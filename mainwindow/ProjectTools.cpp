@@ -65,6 +65,7 @@ ProjectTools::ProjectTools(const Project& project, ProjectChanges& changes, Comm
         project_, changes, commands, *items_, [this] { return navigator_->notAppliedItems(); }, window);
     connect(itemEditing_, &ItemEditing::notice, dock_, &PanelDock::showNotice);
     connect(itemEditing_, &ItemEditing::pastedFrom, this, &ProjectTools::itemsCameFrom);
+    connect(comparison_, &ComparisonTools::itemsCameFrom, this, &ProjectTools::itemsCameFrom);
     monitor_ = new MonitorTools(project_, pages.tester, preview_, *navigator_, *dock_, modbusPort, window);
     connectPages(pages);
     commands.observe(EnablingRules::projectWork, [this](bool enabled) {

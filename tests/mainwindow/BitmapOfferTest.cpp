@@ -1,5 +1,7 @@
 #include "tests/support/EditorFixture.h"
+#include "tests/support/ModalDriver.h"
 
+#include <QFileDialog>
 #include <QLabel>
 #include <QPushButton>
 #include <QTableView>
@@ -23,6 +25,14 @@ struct Editor : EditorFixture {
         chooser.saveAsPaths.push_back(path);
         trigger("miFileSaveAs");
     }
+    /// A command of the menu Edit, with that row of the messages selected.
+    void messageCommand(int row, const char* command) const {
+        trigger("miViewMessages");
+        auto* const table = find<QTableView>("tblMessages");
+        table->setFocus();
+        table->selectRow(row);
+        trigger(command);
+    }
     bool isOffered() const {
         const auto* const line = window->findChild<QLabel*>("lblCopyBitmaps");
         return line && line->isVisible();
@@ -37,6 +47,7 @@ struct Editor : EditorFixture {
 class BitmapOfferTest : public QObject {
     Q_OBJECT
 private slots:
+    void initTestCase() { QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs); }
     void saveAsElsewhereOffersWhatStayedBehind();
     void oneBitmapIsOneBitmap();
     void copiesByKeyboardAlone();
@@ -47,6 +58,10 @@ private slots:
     void aFailedOrCancelledSaveAsOffersNothing();
     void theOfferGoesWithTheProject();
     void aPasteFromAnotherProjectOffersItsBitmaps();
+    void anImportOffersTheBitmapsBesideTheTable();
+    void messagesThatWereTakenOverOfferTheirBitmaps();
+    void anOfferStandsWhileItsBitmapsAreMissing();
+    void anOfferThatWasTakenAwayDoesNotComeAgain();
 };
 
 void BitmapOfferTest::saveAsElsewhereOffersWhatStayedBehind() {
@@ -138,22 +153,86 @@ void BitmapOfferTest::theOfferGoesWithTheProject() {
 
 void BitmapOfferTest::aPasteFromAnotherProjectOffersItsBitmaps() {
     Editor editor;
-    const auto firstMessage = [&editor](const char* command) {
-        editor.trigger("miViewMessages");
-        auto* const table = editor.find<QTableView>("tblMessages");
-        table->setFocus();
-        table->selectRow(0);
-        editor.trigger(command);
-    };
-    firstMessage("miEditCopy");
+    editor.messageCommand(0, "miEditCopy");
     editor.chooser.newProjects.push_back({editor.other.path(), "Other"});
     editor.trigger("miFileNew");
-    firstMessage("miEditPaste");
+    editor.messageCommand(0, "miEditPaste");
     QCOMPARE(editor.project.STDMSG[0], std::string("CLEAR\r\nIMG 0 0 RED BLACK pump.bmp"));
     QVERIFY(editor.isOffered());
     QCOMPARE(editor.find<QPushButton>("btnCopyBitmaps")->text(), QStringLiteral("Copy 1 Bitmap"));
     editor.click("btnCopyBitmaps");
     QCOMPARE(fileBytes(editor.other.file("pump.bmp")), std::string("old"));
+}
+
+void BitmapOfferTest::anImportOffersTheBitmapsBesideTheTable() {
+    Editor editor;
+    writeBytes(editor.other.file("tank.bmp"), "tank");
+    writeBytes(editor.other.file("unused.bmp"), "unused");
+    writeBytes(editor.other.file("messages.csv"), "message,script\r\nSTDMSG2,IMG 0 0 RED BLACK tank.bmp\r\n");
+    onModal("comdlg", [&editor](QWidget* dialog) {
+        qobject_cast<QFileDialog*>(dialog)->selectFile(
+            QString::fromStdString(editor.other.file("messages.csv")));
+        QMetaObject::invokeMethod(dialog, "accept");
+    });
+    onModal("frmSheetImport", [](QWidget* dialog) {
+        QTest::mouseClick(dialog->findChild<QPushButton*>("btnOK"), Qt::LeftButton);
+    });
+    editor.trigger("miToolsImportMessages");
+    QVERIFY(allModalsServed());
+    QVERIFY(editor.isOffered());
+    QCOMPARE(editor.find<QLabel>("lblCopyBitmaps")->text(),
+             "1 bitmap of the messages is only in " + QString::fromStdString(editor.other.path()));
+    editor.click("btnCopyBitmaps");
+    QCOMPARE(fileBytes(editor.projectFolder.file("tank.bmp")), std::string("tank"));
+    QCOMPARE(fileBytes(editor.projectFolder.file("unused.bmp")), std::string("old"));
+    QVERIFY(!editor.isOffered());
+}
+
+void BitmapOfferTest::messagesThatWereTakenOverOfferTheirBitmaps() {
+    Editor editor;
+    editor.chooser.newProjects.push_back({editor.other.path(), "New"});
+    editor.trigger("miFileNew");
+    editor.chooser.existingProjects.push_back({editor.projectFolder.path(), "Line3"});
+    editor.trigger("miToolsCompareProject");
+    QVERIFY(!editor.isOffered());
+    editor.find<QTableView>("tblComparison")->selectAll();
+    editor.click("btnTakeTheirs");
+    QVERIFY(editor.isOffered());
+    QCOMPARE(editor.find<QPushButton>("btnCopyBitmaps")->text(), QStringLiteral("Copy 2 Bitmaps"));
+    editor.click("btnCopyBitmaps");
+    QCOMPARE(fileBytes(editor.other.file("pump.bmp")), std::string("old"));
+}
+
+void BitmapOfferTest::anOfferStandsWhileItsBitmapsAreMissing() {
+    Editor editor;
+    editor.saveAs(editor.other.file("Copy.orx"));
+    // What comes from the project itself, or goes on to a third folder, leaves the first one to be asked.
+    editor.messageCommand(0, "miEditCopy");
+    editor.messageCommand(1, "miEditPaste");
+    QCOMPARE(editor.project.STDMSG[1], editor.project.STDMSG[0]);
+    QVERIFY(editor.isOffered());
+    const TemporaryFolder third;
+    editor.saveAs(third.file("Copy.orx"));
+    QVERIFY(editor.isOffered());
+    QCOMPARE(editor.find<QPushButton>("btnCopyBitmaps")->text(), QStringLiteral("Copy 2 Bitmaps"));
+    editor.click("btnCopyBitmaps");
+    QCOMPARE(fileBytes(third.file("pump.bmp")), std::string("old"));
+    QCOMPARE(fileBytes(third.file("alarm.bmp")), std::string("old"));
+    QVERIFY(!editor.isOffered());
+    // Nothing is missing any more.
+    editor.messageCommand(2, "miEditPaste");
+    QVERIFY(!editor.isOffered());
+}
+
+void BitmapOfferTest::anOfferThatWasTakenAwayDoesNotComeAgain() {
+    Editor editor;
+    editor.saveAs(editor.other.file("Copy.orx"));
+    editor.click("btnDismissCopyBitmaps");
+    QVERIFY(!editor.isOffered());
+    editor.messageCommand(0, "miEditCopy");
+    editor.messageCommand(1, "miEditPaste");
+    QCOMPARE(editor.project.STDMSG[1], editor.project.STDMSG[0]);
+    QVERIFY(!editor.isOffered());
 }
 
 QTEST_MAIN(BitmapOfferTest)
