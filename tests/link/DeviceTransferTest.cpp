@@ -1,6 +1,7 @@
 #include "link/forms/DeviceTransfer.h"
 
 #include "link/TransferControls.h"
+#include "mainwindow/ProjectChanges.h"
 #include "tests/support/EditorFixture.h"
 #include "tests/support/FtpTestServer.h"
 #include "tests/support/ModalDriver.h"
@@ -66,6 +67,7 @@ private slots:
     void aPortBeyondSixteenBitsEndsInTheOverflowBox();
     void closingTheConnectionDialogUploadsNothing();
     void aFailedDownloadLeavesTheProject();
+    void onlyADownloadThatSucceedsEmptiesTheUndoSteps();
     void theNextTransferStartsWithTheDefaultPort();
 };
 
@@ -154,6 +156,40 @@ void DeviceTransferTest::aFailedDownloadLeavesTheProject() {
     QCOMPARE(editor.messages.shown.size(), std::size_t{1});
     QCOMPARE(editor.messages.shown[0].text, std::string("Download Fail!"));
     QCOMPARE(editor.title(), QStringLiteral("Orvista Message Editor - [Plant]"));
+}
+
+void DeviceTransferTest::onlyADownloadThatSucceedsEmptiesTheUndoSteps() {
+    const FtpTestServer server;
+    const TemporaryFolder target;
+    TransferEditor editor;
+    const auto undo = [&editor] { return editor.find<QAction>("miEditUndo")->text(); };
+    const auto download = [&] {
+        editor.chooser.newProjects.push_back({target.path(), "Fetched"});
+        connectTo(server);
+        editor.trigger("miLinkDownload");
+    };
+    editor.window->changes().change(QStringLiteral("Paste"), {{"STDMSG3", "CLEAR\r\nSTILL 1"}});
+    editor.save();
+    download(); // nothing is there yet
+    QCOMPARE(editor.messages.shown.back().text, std::string("Download Fail!"));
+    QCOMPARE(undo(), QStringLiteral("Undo Paste"));
+
+    editor.window->changes().change(QStringLiteral("Clear"), {{"STDMSG3", "CLEAR"}});
+    connectTo(server);
+    editor.trigger("miLinkUpload"); // which saves first
+    QCOMPARE(editor.messages.shown.back().text, std::string("All files were successfully uploaded"));
+    QCOMPARE(undo(), QStringLiteral("Undo Clear"));
+    editor.trigger("miEditUndo");
+    QCOMPARE(editor.project.STDMSG[2], std::string("CLEAR\r\nSTILL 1"));
+    QVERIFY(editor.project.modified);
+
+    editor.messages.answers.push_back(Answer::No);
+    download();
+    QCOMPARE(editor.title(), QStringLiteral("Orvista Message Editor - [Fetched*]"));
+    QCOMPARE(undo(), QStringLiteral("Undo"));
+    QCOMPARE(editor.find<QAction>("miEditRedo")->text(), QStringLiteral("Redo"));
+    editor.trigger("miEditUndo");
+    QCOMPARE(editor.project.STDMSG[2], std::string("CLEAR\r\n"));
 }
 
 void DeviceTransferTest::theNextTransferStartsWithTheDefaultPort() {

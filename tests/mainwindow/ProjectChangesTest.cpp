@@ -1,8 +1,10 @@
 #include "mainwindow/ProjectChanges.h"
+#include "exchange/RecoveryFile.h"
 #include "mainwindow/PanelDock.h"
 #include "model/ItemPlace.h"
 #include "tests/support/EditorFixture.h"
 #include "tests/support/ModalDriver.h"
+#include "widgets/DeviceTextEdit.h"
 
 #include <QComboBox>
 #include <QDialog>
@@ -12,6 +14,10 @@
 #include <QPushButton>
 #include <QSpinBox>
 #include <QTabWidget>
+
+#include <array>
+#include <functional>
+#include <random>
 
 using namespace orvista;
 using namespace orvista::testing;
@@ -99,6 +105,7 @@ private slots:
     void twoHundredStepsAreKept();
     void theOldestGoWhereStepsKeepMoreThanTheirShare();
     void aNewStepDropsWhatWasTakenBack();
+    void everyStepLeadsBackToWhatWasThere();
     void keysAreTheBoxesWhereOneCanTypeIntoThem();
     void keysAreTheBoxesAlsoWithNothingToUndo();
     void keysAreTheProjectsEverywhereElse();
@@ -421,6 +428,65 @@ void ProjectChangesTest::aNewStepDropsWhatWasTakenBack() {
     QCOMPARE(editor.caption("miEditRedo"), QStringLiteral("Redo"));
     editor.trigger("miEditRedo");
     QCOMPARE(editor.project.STDMSG[2], std::string("CLEAR"));
+}
+
+/// Random work on the pages and beside them, and random ways back and forth through its steps.
+void ProjectChangesTest::everyStepLeadsBackToWhatWasThere() {
+    Changed editor;
+    std::mt19937 chance(20261121); // always the same work
+    const auto upTo = [&chance](unsigned count) { return chance() % count; };
+    const auto script = [&upTo] { return std::string(upTo(4), static_cast<char>('a' + upTo(3))) + "\r\n"; };
+    const auto contents = [&editor] { return recoveryBytes(editor.project, {}); };
+    const std::array<std::function<void()>, 5> works{
+        [&] { editor.apply(upTo(2) == 0 ? "R1" : "E2", QString(QLatin1Char('a')).repeated(1 + upTo(2))); },
+        [&] {
+            editor.showMessage("R1");
+            editor.script()->selectAll();
+            QTest::keyClick(editor.script(), Qt::Key_Delete); // stored as CLEAR
+            editor.script()->insertPlainText(QStringLiteral("b"));
+            editor.script()->clear();
+            editor.click("btnMsgApply");
+        },
+        [&] {
+            editor.door().change("Paste", {{"STDMSG1", script()}, {"ALTMSG2", script()}, {"STDMSG40", "x"}});
+        },
+        [&] {
+            editor.door().change("Import",
+                                 {{"CoilVar3", BooleanVariable{"", "0", script(), "OFF"}},
+                                  {"RegVar64", FloatVariable{"", "1.5", "7", "3"}},
+                                  {addressMapName, AddressMap{0, 1, static_cast<int>(upTo(3)), 3}}});
+        },
+        [&] {
+            editor.showPage("C2");
+            editor.click("btnRestoreDefault");
+        }};
+    std::vector<std::string> states{contents()};
+    std::size_t at = 0;
+    const auto step = [&](bool back) {
+        editor.trigger(back ? "miEditUndo" : "miEditRedo");
+        at = back ? std::max<std::size_t>(at, 1) - 1 : std::min(at + 1, states.size() - 1);
+        QVERIFY(!editor.applies());
+        const std::string* const shown = scriptNamed(editor.project, editor.text("txtMsgName").toStdString());
+        QVERIFY(!shown || editor.find<DeviceTextEdit>("txtMsg")->bytes() == *shown);
+    };
+    for (int turn = 0; turn < 300; ++turn) {
+        const unsigned choice = upTo(2 * works.size());
+        if (choice < works.size()) {
+            works.at(choice)();
+            if (contents() != states[at]) {
+                states.resize(++at);
+                states.push_back(contents());
+            }
+        } else {
+            step(choice % 2 == 0);
+        }
+        QVERIFY(contents() == states[at]);
+        QCOMPARE(editor.door().steps().index(), static_cast<int>(at));
+        QCOMPARE(editor.door().steps().count(), static_cast<int>(states.size() - 1));
+    }
+    while (at > 0)
+        step(true);
+    QVERIFY(contents() == states.front());
 }
 
 void ProjectChangesTest::keysAreTheBoxesWhereOneCanTypeIntoThem() {
