@@ -12,8 +12,7 @@ namespace {
 void addCount(std::string& text, std::size_t count, Severity severity) {
     if (count == 0)
         return;
-    text.append(text.empty() ? "" : ", ").append(decimalText(static_cast<std::int64_t>(count)));
-    text.append(" ").append(severityName(severity)).append(count == 1 ? "" : "s");
+    text.append(text.empty() ? "" : ", ").append(countedText(count, severityName(severity)));
 }
 
 } // namespace

@@ -9,7 +9,7 @@ std::string unfitText(std::size_t characters) {
         return {};
     if (characters == 1)
         return "1 character does not fit";
-    return decimalText(static_cast<std::int64_t>(characters)) + " characters do not fit";
+    return decimalText(characters) + " characters do not fit";
 }
 
 std::string placeText(std::string_view field, std::int64_t shown, std::int64_t place) {

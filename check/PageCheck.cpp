@@ -20,10 +20,6 @@ namespace orvista {
 
 namespace {
 
-std::string number(std::size_t value) {
-    return decimalText(static_cast<std::int64_t>(value));
-}
-
 std::string fieldName(const FieldElement& field) {
     switch (field.value) {
     case LiveValue::Float:
@@ -187,7 +183,7 @@ void PageCheck::checkElement(std::size_t index, const FieldElement& field) {
     const auto width = [&] { return decimalText(shownWidth(field, formats_)); };
     if (unseen.count > 0)
         found_.add(codes::fieldCut, contentOf(index), [&] {
-            return number(unseen.count) + " of the " + width() + " characters of " + fieldName(field) +
+            return decimalText(unseen.count) + " of the " + width() + " characters of " + fieldName(field) +
                    (unseen.count == 1 ? " does" : " do") + " not fit on " + panelName(panel_) +
                    " and cannot be read: move the field or make it narrower" + orLetPass(unseen);
         });

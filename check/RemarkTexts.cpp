@@ -87,8 +87,7 @@ std::string remarkText(const ScriptRemark& remark) {
         return "The display skips this line, because there is no variable " + quoted(remark.word) +
                ": write " + std::string(expected(ScriptArgument::Variable).possible) + ".";
     case RemarkReason::PageFull:
-        return "The display skips this line, because the page draws " +
-               decimalText(static_cast<std::int64_t>(maximumElementsOfAPage)) +
+        return "The display skips this line, because the page draws " + decimalText(maximumElementsOfAPage) +
                " things already: begin another page with CLEAR.";
     }
     return {};

@@ -55,7 +55,7 @@ void checkOne(const std::string& path, const Options& options, Report& report) {
             report.text += findingText(path, finding) + "\n";
     }
     if (findings.notListed() > 0)
-        complain(path + ": and " + decimalText(static_cast<std::int64_t>(findings.notListed())) + " more");
+        complain(path + ": and " + decimalText(findings.notListed()) + " more");
     report.errors += findings.errors;
     report.warnings += findings.warnings;
 }
@@ -65,8 +65,7 @@ ExitStatus checkAll(const Options& options) {
     Progress progress;
     for (std::size_t i = 0; i < options.projects.size(); ++i) {
         if (options.projects.size() > 1)
-            progress.show(decimalText(static_cast<std::int64_t>(i) + 1) + " of " +
-                          decimalText(static_cast<std::int64_t>(options.projects.size())) + ": " +
+            progress.show(decimalText(i + 1) + " of " + decimalText(options.projects.size()) + ": " +
                           options.projects[i]);
         try {
             checkOne(options.projects[i], options, report);

@@ -107,17 +107,14 @@ std::string itemText(const ItemDifference& difference) {
     return text + linesText(difference.lines);
 }
 
-std::string bytesText(std::uint64_t count) {
-    return decimalText(static_cast<std::int64_t>(count)) + (count == 1 ? " byte" : " bytes");
-}
-
 std::string bitmapText(const FileDifference& difference) {
-    const auto side = [](std::optional<std::uint64_t> size) { return size ? bytesText(*size) : "not there"; };
+    const auto side = [](std::optional<std::uint64_t> size) {
+        return size ? countedText(*size, "byte") : "not there";
+    };
     std::string text =
         difference.name + "\n- " + side(difference.sizeBefore) + "\n+ " + side(difference.sizeAfter);
     if (difference.firstOffset)
-        text += ", other ones from byte " +
-                decimalText(static_cast<std::int64_t>(*difference.firstOffset) + 1) + " on";
+        text += ", other ones from byte " + decimalText(*difference.firstOffset + 1) + " on";
     return text + "\n";
 }
 

@@ -26,8 +26,7 @@ public:
     }
     void showFile(const std::string& name, std::size_t number, std::size_t count) override {
         endIfWanted();
-        progress_.show(display_ + ": " + name + ", " + decimalText(static_cast<std::int64_t>(number)) +
-                       " of " + decimalText(static_cast<std::int64_t>(count)));
+        progress_.show(display_ + ": " + name + ", " + decimalText(number) + " of " + decimalText(count));
     }
 
     /// \throws CommandFailure

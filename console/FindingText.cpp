@@ -7,8 +7,7 @@ namespace orvista::console {
 std::string findingText(const std::string& project, const Finding& finding) {
     std::string text = project + ":" + finding.item;
     if (finding.line > 0)
-        text += ":" + decimalText(static_cast<std::int64_t>(finding.line)) + ":" +
-                decimalText(static_cast<std::int64_t>(finding.column));
+        text += ":" + decimalText(finding.line) + ":" + decimalText(finding.column);
     return text.append(": ")
         .append(severityName(finding.severity))
         .append(": ")

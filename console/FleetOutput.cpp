@@ -6,10 +6,6 @@ namespace orvista::console {
 
 namespace {
 
-std::string countText(std::size_t count) {
-    return decimalText(static_cast<std::int64_t>(count));
-}
-
 /// "pump1: done, 8 files, 0.41 s"
 std::string resultText(const FleetResult& result) {
     const TransferEnd& end = result.end;
@@ -17,7 +13,7 @@ std::string resultText(const FleetResult& result) {
     if (!end.reason.empty())
         text += ": " + end.reason;
     else if (end.files > 0)
-        text += ", " + countText(end.files) + " files, " + fleetResultCells(result).back() + " s";
+        text += ", " + decimalText(end.files) + " files, " + fleetResultCells(result).back() + " s";
     return text + "\n";
 }
 
@@ -52,7 +48,7 @@ void FleetOutput::show(const FleetResult& result, std::size_t of) {
 }
 
 void FleetOutput::showProgress() {
-    progress_.show(countText(tally_.ended()) + " of " + countText(count_) + ": " + tally_.text());
+    progress_.show(decimalText(tally_.ended()) + " of " + decimalText(count_) + ": " + tally_.text());
 }
 
 ExitStatus FleetOutput::finish(std::span<const FleetResult> results) {

@@ -81,10 +81,7 @@ void printChanges(const std::vector<SheetChange>& changes) {
 }
 
 std::string countText(std::size_t count, std::string_view done) {
-    const std::string number =
-        count == 0 ? "Nothing"
-                   : decimalText(static_cast<std::int64_t>(count)) + (count == 1 ? " text" : " texts");
-    return number + std::string(done);
+    return (count == 0 ? "Nothing" : countedText(count, "text")).append(done);
 }
 
 ExitStatus importSheet(const ImportOptions& options, Import import) {

@@ -20,7 +20,7 @@ void reportErrors(const std::string& path, const SheetErrors& errors) {
     for (const SheetError& error : errors.sorted())
         complain(path + (error.row > 0 ? ": " : " ") + errorText(error));
     if (errors.notListed() > 0)
-        complain(path + ": and " + decimalText(static_cast<std::int64_t>(errors.notListed())) + " more");
+        complain(path + ": and " + decimalText(errors.notListed()) + " more");
 }
 
 } // namespace orvista::console

@@ -68,8 +68,7 @@ private:
             const Project project = readProject(path);
             if (check && hasErrors(path, project))
                 status_ = std::max(status_, ExitStatus::Found);
-            const std::string folder =
-                PathRules::native().join(scratch, decimalText(static_cast<std::int64_t>(paths_.size())));
+            const std::string folder = PathRules::native().join(scratch, decimalText(paths_.size()));
             std::filesystem::create_directory(systemPath(folder));
             paths_[path] = writeSnapshot(project, folder);
         } catch (const CommandFailure& failure) {

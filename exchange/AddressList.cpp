@@ -37,13 +37,6 @@ constexpr std::array<Block, 4> blocks{{
     {"regular", regularMessages, coilTable, "bit", "", "5 15"},
 }};
 
-std::string hexadecimal(std::int64_t address) {
-    std::string digits = "0x0000";
-    for (auto digit = digits.rbegin(); address > 0; address /= 16)
-        *digit++ = "0123456789ABCDEF"[address % 16];
-    return digits;
-}
-
 /// The number under which many programs know a place: 0 for coils or 4 for registers, then the place counted
 /// from 1.
 std::string referenceNumber(char table, std::int64_t address) {
@@ -94,7 +87,7 @@ AddressRow placedRow(const Block& block, const Project& project, std::size_t ind
         row.note = "not addressable";
         return row;
     }
-    row.addressHex = hexadecimal(row.address);
+    row.addressHex = "0x" + hexWord(static_cast<std::uint16_t>(row.address));
     row.reference = referenceNumber(block.table == coilTable ? '0' : '4', row.address);
     return row;
 }
@@ -141,7 +134,7 @@ void noteSharedCoils(std::vector<AddressRow>& rows) {
 
 std::array<std::string, addressColumnCount> addressCells(const AddressRow& row) {
     return {std::string(row.kind),
-            decimalText(static_cast<std::int64_t>(row.number)),
+            decimalText(row.number),
             row.name,
             std::string(row.table),
             decimalText(row.address),

@@ -85,7 +85,7 @@ std::string firstLine() {
 }
 
 std::string counted(std::size_t count, std::string_view one, std::string_view several) {
-    return decimalText(static_cast<std::int64_t>(count)) + " " + std::string(count == 1 ? one : several);
+    return decimalText(count) + " " + std::string(count == 1 ? one : several);
 }
 
 /// Why an item cannot be put there; empty where it can.
@@ -151,9 +151,8 @@ std::string copiedText(const CopiedItems& copied, const Project& project, const 
         const std::vector<MessageRow> rows = messageRows(project, messages);
         for (const ItemState& item : copied.items) {
             const MessageRow& row = *std::ranges::find(rows, item.item, &MessageRow::name);
-            add({row.name, decimalText(row.address), row.reference,
-                 decimalText(static_cast<std::int64_t>(row.pages)), row.text, row.variables, row.bitmaps,
-                 utf8FromWindows1252(std::get<std::string>(item.value))});
+            add({row.name, decimalText(row.address), row.reference, decimalText(row.pages), row.text,
+                 row.variables, row.bitmaps, utf8FromWindows1252(std::get<std::string>(item.value))});
         }
         return text;
     }
@@ -175,8 +174,7 @@ Pasted pasteOnto(const CopiedItems& copied, const std::vector<std::string>& sele
     if (copied.items.size() > places.size() && !fillsSelection)
         return {{},
                 counted(copied.items.size(), "row was copied", "rows were copied") + "; there is room for " +
-                    decimalText(static_cast<std::int64_t>(places.size())) + " from " + places.front() +
-                    " on: nothing was pasted"};
+                    decimalText(places.size()) + " from " + places.front() + " on: nothing was pasted"};
     Pasted pasted;
     const std::size_t count = fillsSelection ? places.size() : copied.items.size();
     for (std::size_t i = 0; i < count; ++i) {

@@ -14,13 +14,13 @@ constexpr std::size_t longestNumber = 21;
 } // namespace
 
 void CountedTextWriter::add(std::string_view text) {
-    bytes_ += decimalText(static_cast<std::int64_t>(text.size()));
+    bytes_ += decimalText(text.size());
     bytes_ += ':';
     bytes_ += text;
 }
 
 void CountedTextWriter::add(std::size_t number) {
-    add(decimalText(static_cast<std::int64_t>(number)));
+    add(decimalText(number));
 }
 
 std::string_view CountedTextReader::text() {

@@ -22,10 +22,6 @@ namespace columns = pageColumns;
 /// More pages than any device shows in a day; a larger number is a slip.
 constexpr std::size_t maximumPageNumber = 1'000'000;
 
-std::string numberText(std::size_t number) {
-    return decimalText(static_cast<std::int64_t>(number));
-}
-
 std::string scriptCell(std::string_view script) {
     return withWholeLineEnds(utf8FromWindows1252(script));
 }
@@ -42,7 +38,7 @@ void appendPages(std::string& csv, const std::string& name, const std::string& s
     for (std::size_t page = 0; page < forms->size(); ++page) {
         std::vector<std::string> row = columns::cells((*forms)[page]);
         row[columns::Message] = name;
-        row[columns::Page] = numberText(page + 1);
+        row[columns::Page] = decimalText(page + 1);
         appendRecord(csv, row);
     }
 }
@@ -117,7 +113,7 @@ private:
                                                   " is not the number of a page, from 1");
         if (rows.scriptRow > 0)
             return sheet_.fail(columns::Page,
-                               name + " has its whole script in row " + numberText(rows.scriptRow));
+                               name + " has its whole script in row " + decimalText(rows.scriptRow));
         if (form)
             rows.pages.push_back({*page, sheet_.row(), *form});
     }
@@ -127,10 +123,10 @@ private:
             return sheet_.fail(columns::Script, "a row is a page or a whole script, not both");
         if (rows.scriptRow > 0)
             return sheet_.fail(columns::Message,
-                               name + " stands in row " + numberText(rows.scriptRow) + " already");
+                               name + " stands in row " + decimalText(rows.scriptRow) + " already");
         if (!rows.pages.empty())
             return sheet_.fail(columns::Script, name + " has a page in row " +
-                                                    numberText(rows.pages.front().row) + " already");
+                                                    decimalText(rows.pages.front().row) + " already");
         rows.scriptRow = sheet_.row();
         const auto script = deviceText(sheet_, columns::Script);
         rows.script = script ? withWholeLineEnds(*script) : "";
@@ -145,7 +141,7 @@ private:
              checkMessage(name, script, project_, StoredBitmaps(), PanelSize::maximumColumns).list)
             if (finding.code == "reserved-line" || finding.code == "lost-message")
                 sheet_.fail(columns::Script,
-                            (finding.line > 0 ? "line " + numberText(finding.line) + ": " : "") +
+                            (finding.line > 0 ? "line " + decimalText(finding.line) + ": " : "") +
                                 finding.text);
     }
 
@@ -182,9 +178,9 @@ private:
             if (!isTwice && pages[i].page == i + 1)
                 continue;
             result_.errors.add(pages[i].row, columns::names[columns::Page],
-                               isTwice ? "page " + numberText(pages[i].page) + " of " + name +
-                                             " stands in row " + numberText(pages[i - 1].row) + " already"
-                                       : "page " + numberText(i + 1) + " of " + name + " is missing");
+                               isTwice ? "page " + decimalText(pages[i].page) + " of " + name +
+                                             " stands in row " + decimalText(pages[i - 1].row) + " already"
+                                       : "page " + decimalText(i + 1) + " of " + name + " is missing");
             return false;
         }
         return true;

@@ -51,7 +51,7 @@ std::string contentText(const ScriptPage& page, const TextElement& text, const F
         const std::size_t space = next == shownWidths.end() ? shown : std::min(shown, next->first - column);
         const std::size_t width = std::max<std::size_t>(blanksFrom(text.text, column, space), 1);
         takeUpTo(column);
-        content.append("%").append(decimalText(static_cast<std::int64_t>(width))).append("v");
+        content.append("%").append(decimalText(width)).append("v");
         taken = column + width;
     }
     takeUpTo(std::max(taken, text.text.size()));

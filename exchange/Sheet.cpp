@@ -83,7 +83,7 @@ std::optional<SheetSubject> sheetSubject(std::string_view bytes) {
 std::string errorText(const SheetError& error) {
     std::string text;
     if (error.row > 0)
-        text.append("row ").append(decimalText(static_cast<std::int64_t>(error.row)));
+        text.append("row ").append(decimalText(error.row));
     if (!error.column.empty())
         text.append(text.empty() ? "" : ", ").append(error.column);
     return text.append(text.empty() ? "" : ": ").append(error.text);
@@ -182,8 +182,7 @@ bool SheetReader::takeCells() {
     for (std::size_t i = 0; i < record_.size(); ++i) {
         if (record_[i].empty() || (i < named_.size() && named_[i]))
             continue;
-        errors_.add(row(), {},
-                    "cell " + decimalText(static_cast<std::int64_t>(i) + 1) + " is under no column");
+        errors_.add(row(), {}, "cell " + decimalText(i + 1) + " is under no column");
         return false;
     }
     for (std::size_t column = 0; column < columns_.size(); ++column) {

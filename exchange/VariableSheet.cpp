@@ -69,8 +69,7 @@ private:
                                          "CoilVar1 to CoilVar32");
         const std::size_t position = asFloat ? *asFloat : floatVariableCount + *asBoolean;
         if (const auto first = rows_[position]; first > 0)
-            return sheet_.fail(Name, name + " stands in row " +
-                                         decimalText(static_cast<std::int64_t>(first)) + " already");
+            return sheet_.fail(Name, name + " stands in row " + decimalText(first) + " already");
         rows_[position] = sheet_.row();
         present_ = &changes_[position];
         if (asFloat)

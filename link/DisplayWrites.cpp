@@ -1,6 +1,7 @@
 #include "link/DisplayWrites.h"
 
 #include "link/ModbusConnection.h"
+#include "link/ModbusReader.h"
 #include "model/ItemKind.h"
 #include "model/Numbers.h"
 #include "model/Text.h"
@@ -40,10 +41,9 @@ std::vector<Item> messagesNamed(const std::vector<std::string>& names) {
     return messages;
 }
 
-/// \param places so many from the item's address on
 std::uint16_t addressOf(const Project& project, const Item& item) {
     const std::int64_t address = item.kind->address(project, item.index);
-    if (address < 0 || address + item.kind->addressesPerItem - 1 > lastModbusAddress)
+    if (!isAddressable(*item.kind, address))
         throw BadWrite(item.name() + " has no address that a request can hold: the address map puts it at " +
                        decimalText(address));
     return static_cast<std::uint16_t>(address);

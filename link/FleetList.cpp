@@ -94,7 +94,7 @@ private:
         const auto [there, isNew] = rows.emplace(std::move(key), row_);
         if (!isNew)
             refuse(column, "the same " + std::string(fleetColumns[column]) + " stands in row " +
-                               decimalText(static_cast<std::int64_t>(there->second)) + " already");
+                               decimalText(there->second) + " already");
     }
 
     void refuse(Column column, std::string text) {

@@ -12,10 +12,6 @@ namespace {
 
 constexpr std::array<std::string_view, 4> words{"done", "equal", "failed", "half"};
 
-std::string countText(std::size_t count) {
-    return decimalText(static_cast<std::int64_t>(count));
-}
-
 /// With two decimals, the same in every locale.
 std::string secondsText(double seconds) {
     const auto hundredths = static_cast<std::int64_t>(std::llround(seconds * 100));
@@ -59,7 +55,7 @@ FleetResultCells fleetResultCells(const FleetResult& result) {
             result.address,
             std::string(outcomeWord(result.end.outcome)),
             result.end.reason,
-            countText(result.end.files),
+            decimalText(result.end.files),
             secondsText(result.seconds)};
 }
 
@@ -85,7 +81,7 @@ std::string FleetTally::text() const {
     const auto append = [&text](std::size_t count, FleetOutcome outcome) {
         if (count > 0)
             text.append(text.empty() ? "" : ", ")
-                .append(countText(count))
+                .append(decimalText(count))
                 .append(" ")
                 .append(outcomeWord(outcome));
     };

@@ -21,10 +21,6 @@ std::size_t wordAt(Bytes bytes, std::size_t index) {
     return std::size_t{bytes[index]} << 8 | bytes[index + 1];
 }
 
-std::string number(std::size_t value) {
-    return decimalText(static_cast<std::int64_t>(value));
-}
-
 FunctionCode functionOf(const Frame& request) {
     return static_cast<FunctionCode>(request[frameHeaderSize]);
 }
@@ -56,7 +52,7 @@ std::string exceptionInWords(unsigned code) {
                                                                "",
                                                                "gateway path unavailable",
                                                                "gateway target device failed to respond"};
-    std::string words = "exception " + number(code);
+    std::string words = "exception " + decimalText(code);
     if (code < meanings.size() && !meanings[code].empty())
         words.append(", ").append(meanings[code]);
     return words;
@@ -74,13 +70,13 @@ void expectHeader(const Frame& request, Bytes received) {
 void expectAnswerTo(const Frame& request, Bytes answer) {
     constexpr std::size_t unit = frameHeaderSize - 1;
     if (answer[unit] != request[unit])
-        throw BadAnswer(request,
-                        "unit " + number(answer[unit]) + " answers instead of unit " + number(request[unit]));
+        throw BadAnswer(request, "unit " + decimalText(answer[unit]) + " answers instead of unit " +
+                                     decimalText(request[unit]));
     const std::uint8_t function = answer[frameHeaderSize];
     if (function == (request[frameHeaderSize] | exceptionBit) && answer.size() == frameHeaderSize + 2)
         throw BadAnswer(request, exceptionInWords(answer[frameHeaderSize + 1]));
     if (function != request[frameHeaderSize])
-        throw BadAnswer(request, "the display answers with function " + number(function));
+        throw BadAnswer(request, "the display answers with function " + decimalText(function));
 }
 
 Bytes dataRead(const Frame& request, Bytes answer) {
@@ -88,7 +84,7 @@ Bytes dataRead(const Frame& request, Bytes answer) {
     const std::size_t wanted =
         functionOf(request) == FunctionCode::ReadCoils ? (countOf(request) + 7) / 8 : 2 * countOf(request);
     if (answer.size() != beforeData + wanted || answer[beforeData - 1] != wanted)
-        throw BadAnswer(request, "the answer does not hold the " + number(wanted) + " bytes asked for");
+        throw BadAnswer(request, "the answer does not hold the " + decimalText(wanted) + " bytes asked for");
     return answer.subspan(beforeData);
 }
 
@@ -97,10 +93,6 @@ void expectConfirmation(const Frame& request, Bytes answer) {
     if (answer.size() != size ||
         !std::equal(answer.begin() + frameHeaderSize, answer.end(), request.begin() + frameHeaderSize))
         throw BadAnswer(request, "the display confirms something else");
-}
-
-std::string bytesSoFar(std::size_t received) {
-    return number(received) + (received == 1 ? " byte" : " bytes");
 }
 
 } // namespace
@@ -116,8 +108,8 @@ std::string requestInWords(const Frame& request) {
     std::string words = isReading(request) ? "reading " : "writing ";
     words += isAboutRegisters ? "register" : "coil";
     if (count == 1)
-        return words + " " + number(first);
-    return words + "s " + number(first) + " to " + number(first + count - 1);
+        return words + " " + decimalText(first);
+    return words + "s " + decimalText(first) + " to " + decimalText(first + count - 1);
 }
 
 std::optional<Bytes> answerData(const Frame& request, Bytes received) {
@@ -139,13 +131,15 @@ std::optional<Bytes> answerData(const Frame& request, Bytes received) {
 BadAnswer answerCutOff(const Frame& request, std::size_t received) {
     if (received == 0)
         return {request, "the display ended the connection without an answer"};
-    return {request, "the display ended the connection after " + bytesSoFar(received) + " of its answer"};
+    return {request,
+            "the display ended the connection after " + countedText(received, "byte") + " of its answer"};
 }
 
 BadAnswer answerTimedOut(const Frame& request, std::size_t received, std::chrono::milliseconds patience) {
     if (received == 0)
         return {request, "no answer within " + secondsText(patience)};
-    return {request, "only " + bytesSoFar(received) + " of an answer within " + secondsText(patience)};
+    return {request,
+            "only " + countedText(received, "byte") + " of an answer within " + secondsText(patience)};
 }
 
 bool coilOf(Bytes data, std::size_t index) {

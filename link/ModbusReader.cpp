@@ -1,10 +1,10 @@
 #include "link/ModbusReader.h"
 
 #include "link/ModbusAnswers.h"
+#include "model/Numbers.h"
 
 #include <algorithm>
 #include <bit>
-#include <charconv>
 #include <iterator>
 
 namespace orvista {
@@ -40,14 +40,16 @@ float DisplayItem::value() const {
     return std::bit_cast<float>(std::uint32_t{raw[1]} << 16 | raw[0]);
 }
 
+bool isAddressable(const ItemKind& kind, std::int64_t address) {
+    return address >= 0 && address + kind.addressesPerItem - 1 <= lastModbusAddress;
+}
+
 std::vector<DisplayItem> displayItems(const Project& project) {
     std::vector<DisplayItem> items;
     for (const ItemKind* const kind : itemOrder)
         for (std::size_t index = 0; index < kind->count; ++index) {
             const std::int64_t address = kind->address(project, index);
-            const bool isAddressable =
-                address >= 0 && address + kind->addressesPerItem - 1 <= lastModbusAddress;
-            items.push_back({kind, index, address, isAddressable});
+            items.push_back({kind, index, address, isAddressable(*kind, address)});
         }
     return items;
 }
@@ -94,18 +96,9 @@ std::string unreachableItems(const std::vector<DisplayItem>& items) {
 
 std::string wordsText(const DisplayItem& item) {
     std::string text;
-    for (const std::uint16_t word : item.words()) {
-        text += text.empty() ? "" : " ";
-        for (int shift = 12; shift >= 0; shift -= 4)
-            text += "0123456789ABCDEF"[word >> shift & 0xF];
-    }
+    for (const std::uint16_t word : item.words())
+        text += (text.empty() ? "" : " ") + hexWord(word);
     return text;
-}
-
-std::string floatText(float value) {
-    char text[32];
-    const auto end = std::to_chars(text, text + sizeof text, value);
-    return {text, end.ptr};
 }
 
 } // namespace orvista

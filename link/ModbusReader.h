@@ -14,12 +14,15 @@
 /// of every variable.
 namespace orvista {
 
+/// Whether an item lies wholly in 0 to 65535; else no request reaches it.
+bool isAddressable(const ItemKind& kind, std::int64_t address);
+
 /// One message or variable, and what the device holds for it.
 struct DisplayItem {
     const ItemKind* kind = nullptr;
     std::size_t index = 0; ///< from 0, within its kind
     std::int64_t address = 0;
-    /// False for one that does not lie wholly in 0 to 65535: no request reaches it, nothing is read.
+    /// Of its place; where it is false, nothing is read.
     bool isAddressable = false;
     /// A coil's 0 or 1 in the first; the two registers of a float, by address.
     std::array<std::uint16_t, 2> raw{};
@@ -60,8 +63,5 @@ std::string unreachableItems(const std::vector<DisplayItem>& items);
 
 /// The words that were read, in hexadecimal: "0000 3FC0".
 std::string wordsText(const DisplayItem& item);
-
-/// The shortest digits that read back to the same single-precision value; "inf", "nan".
-std::string floatText(float value);
 
 } // namespace orvista

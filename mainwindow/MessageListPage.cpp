@@ -146,7 +146,7 @@ void MessageListPage::noteDiscarded(bool differs) {
 void MessageListPage::trvMsg_NodeClick(QTreeWidgetItem* node) {
     noteDiscarded(isNotApplied());
     const std::string key = nodeKey(*node).toStdString();
-    const auto number = [](std::size_t index) { return decimalText(static_cast<std::int64_t>(index) + 1); };
+    const auto number = [](std::size_t index) { return decimalText(index + 1); };
     if (const auto regular = regularMessages.indexOfKey(key))
         showMessage(regularMessages.name(*regular), " " + number(*regular), project_.STDMSG.at(*regular));
     else if (const auto emergency = emergencyMessages.indexOfKey(key))

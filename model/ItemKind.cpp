@@ -10,7 +10,7 @@ namespace orvista {
 namespace {
 
 std::string numberText(std::size_t index) {
-    return decimalText(static_cast<std::int64_t>(index) + 1);
+    return decimalText(index + 1);
 }
 
 std::optional<std::size_t> indexOfNumber(std::string_view digits, std::size_t count) {

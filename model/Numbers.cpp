@@ -109,8 +109,15 @@ double roundHalfToEven(double value) {
     return std::fmod(below, 2.0) == 0.0 ? below : below + 1.0;
 }
 
-std::string decimalText(std::int64_t value) {
-    return std::to_string(value);
+std::string countedText(std::uint64_t count, std::string_view thing) {
+    return decimalText(count).append(" ").append(thing).append(count == 1 ? "" : "s");
+}
+
+std::string hexWord(std::uint16_t word) {
+    std::string text;
+    for (int shift = 12; shift >= 0; shift -= 4)
+        text += "0123456789ABCDEF"[word >> shift & 0xF];
+    return text;
 }
 
 std::string shortestDecimalText(double value) {
@@ -122,6 +129,12 @@ std::string shortestDecimalText(double value) {
     std::array<char, 400> digits{};
     const auto written =
         std::to_chars(digits.data(), digits.data() + digits.size(), value, std::chars_format::fixed);
+    return {digits.data(), written.ptr};
+}
+
+std::string floatText(float value) {
+    std::array<char, 32> digits{};
+    const auto written = std::to_chars(digits.data(), digits.data() + digits.size(), value);
     return {digits.data(), written.ptr};
 }
 

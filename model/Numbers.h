@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <cmath>
+#include <concepts>
 #include <cstdint>
 #include <limits>
 #include <stdexcept>
@@ -46,12 +47,26 @@ Integer toWhole(double value) {
 }
 
 /// Decimal digits without blanks, "-" before a negative value.
-std::string decimalText(std::int64_t value);
+template <std::integral Integer>
+std::string decimalText(Integer value) {
+    return std::to_string(value);
+}
+
+/// "1 row", "2 rows", "0 rows".
+/// \param thing one of them; more end in "s"
+std::string countedText(std::uint64_t count, std::string_view thing);
+
+/// Four hexadecimal digits, in capitals.
+std::string hexWord(std::uint16_t word);
 
 /// The shortest digits that read back to the same double, as plain decimal: never an exponent, a digit
 /// before the point, no trailing ".0" (100000, 0.5, 0.0000001), zeros where the digits end before the point
 /// (1e23 is 1 and 23 zeros). Negative zero gives "0".
 std::string shortestDecimalText(double value);
+
+/// The shortest digits that read back to the same single-precision value, with an exponent where that is
+/// shorter (1e+30); "inf", "nan".
+std::string floatText(float value);
 
 /// "3 s", "0.5 s"
 std::string secondsText(std::chrono::milliseconds time);

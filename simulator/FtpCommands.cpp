@@ -114,14 +114,13 @@ std::string longListLine(const ListedFile& file) {
     static constexpr std::array<std::string_view, 12> months{"Jan", "Feb", "Mar", "Apr", "May", "Jun",
                                                              "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
     const UtcTime time = utcTime(file.modified);
-    return "-rw-r--r-- 1 admin admin " + decimalText(static_cast<std::int64_t>(file.size)) + " " +
-           std::string(months[time.month - 1]) + " " + twoDigits(time.day) + " " + decimalText(time.year) +
-           " " + file.name + "\r\n";
+    return "-rw-r--r-- 1 admin admin " + decimalText(file.size) + " " + std::string(months[time.month - 1]) +
+           " " + twoDigits(time.day) + " " + decimalText(time.year) + " " + file.name + "\r\n";
 }
 
 std::string factListLine(const ListedFile& file) {
-    return "type=file;size=" + decimalText(static_cast<std::int64_t>(file.size)) +
-           ";modify=" + ftpTime(file.modified) + "; " + file.name + "\r\n";
+    return "type=file;size=" + decimalText(file.size) + ";modify=" + ftpTime(file.modified) + "; " +
+           file.name + "\r\n";
 }
 
 std::string ftpTime(std::int64_t seconds) {

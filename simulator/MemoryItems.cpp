@@ -1,8 +1,8 @@
 #include "simulator/MemoryItems.h"
 
 #include "model/ItemKind.h"
+#include "model/Numbers.h"
 
-#include <charconv>
 #include <initializer_list>
 #include <map>
 
@@ -32,23 +32,6 @@ std::string nameAt(const Names& names, std::int64_t address) {
     return found == names.end() ? std::string() : found->second;
 }
 
-std::string floatText(float value) {
-    char text[64];
-    const auto end = std::to_chars(text, text + sizeof text, value);
-    return {text, end.ptr};
-}
-
-std::string hexText(std::uint16_t value) {
-    char text[8];
-    const auto end = std::to_chars(text, text + sizeof text, value, 16);
-    std::string digits(text, end.ptr);
-    for (char& digit : digits) {
-        if (digit >= 'a')
-            digit = static_cast<char>(digit - 'a' + 'A');
-    }
-    return std::string(4 - digits.size(), '0') + digits;
-}
-
 void addCoils(std::vector<MemoryItem>& items, const Project& project, const DeviceMemory& memory) {
     const Names names = namesOf({booleanVariables, emergencyMessages, regularMessages}, project);
     for (std::size_t address = 0; address < DeviceMemory::size && items.size() < mostItems; ++address) {
@@ -67,7 +50,7 @@ void addRegisters(std::vector<MemoryItem>& items, const Project& project, const 
         if (memory.registers[address] == 0 && !(isFloat && memory.registers[address + 1] != 0))
             continue;
         const std::string value =
-            isFloat ? floatText(memory.floatAt(number)) : hexText(memory.registers[address]);
+            isFloat ? floatText(memory.floatAt(number)) : hexWord(memory.registers[address]);
         items.push_back({MemoryKind::Register, number, name, value});
         if (isFloat)
             ++address;

@@ -3,7 +3,6 @@
 #include "model/Numbers.h"
 
 #include <bit>
-#include <charconv>
 
 namespace orvista {
 
@@ -51,12 +50,6 @@ std::string_view functionName(std::uint8_t function) {
     }
 }
 
-std::string hexWord(std::uint16_t word) {
-    const char bytes[] = {static_cast<char>(word >> 8U), static_cast<char>(word & 0xFFU)};
-    const std::string spaced = hexBytes({bytes, 2});
-    return spaced.substr(0, 2) + spaced.substr(3);
-}
-
 bool isSingleWrite(std::uint8_t function) {
     return function == writeSingleCoil || function == writeSingleRegister;
 }
@@ -77,16 +70,13 @@ std::string coilsInWords(const ModbusRequest& request) {
     for (std::size_t index = 0; index < request.quantity; ++index) {
         if ((byteAt(request.data, index / 8) >> (index % 8) & 1U) == 0)
             continue;
-        on += (on.empty() ? "" : ", ") + decimalText(static_cast<std::int64_t>(index + 1));
+        on += (on.empty() ? "" : ", ") + decimalText(index + 1);
     }
     return on.empty() ? "all off" : on + " on";
 }
 
-std::string floatText(std::string_view lowWordFirst) {
-    const std::uint32_t bits = std::uint32_t{wordAt(lowWordFirst, 2)} << 16U | wordAt(lowWordFirst, 0);
-    char text[32];
-    const auto end = std::to_chars(text, text + sizeof text, std::bit_cast<float>(bits));
-    return {text, end.ptr};
+float floatIn(std::string_view lowWordFirst) {
+    return std::bit_cast<float>(std::uint32_t{wordAt(lowWordFirst, 2)} << 16U | wordAt(lowWordFirst, 0));
 }
 
 std::string registersInWords(const ModbusRequest& request) {
@@ -94,7 +84,7 @@ std::string registersInWords(const ModbusRequest& request) {
     for (std::size_t index = 0; index + 1 < request.data.size(); index += 2)
         words += (words.empty() ? "" : " ") + hexWord(wordAt(request.data, index));
     if (request.quantity == 2)
-        words += " (float " + floatText(request.data) + ")";
+        words += " (float " + floatText(floatIn(request.data)) + ")";
     return words;
 }
 

@@ -4,8 +4,6 @@
 
 #include <gmock/gmock.h>
 
-#include <cmath>
-
 namespace orvista {
 namespace {
 
@@ -112,13 +110,6 @@ TEST(ModbusReader, OneItemOutOfReachIsNamedAlone) {
     project.AnalogInput = std::numeric_limits<std::int32_t>::max();
     project.RegularMessage = std::numeric_limits<std::int32_t>::min();
     EXPECT_EQ(unreachableItems(displayItems(project)), "STDMSG1 to STDMSG40, RegVar1 to RegVar64");
-}
-
-TEST(ModbusReader, FloatsAreWrittenShort) {
-    EXPECT_EQ(floatText(1.1F), "1.1");
-    EXPECT_EQ(floatText(-0.0F), "-0");
-    EXPECT_EQ(floatText(NAN), "nan");
-    EXPECT_EQ(floatText(-INFINITY), "-inf");
 }
 
 } // namespace

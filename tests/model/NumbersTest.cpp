@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cfenv>
+#include <limits>
 #include <string>
 
 namespace orvista {
@@ -87,6 +88,27 @@ TEST(ShortestDecimal, NeverUsesAnExponent) {
     EXPECT_EQ(shortestDecimalText(1.7976931348623157e308), "17976931348623157" + std::string(292, '0'));
     EXPECT_EQ(leadingNumber(shortestDecimalText(5e-324)), 5e-324);
     EXPECT_EQ(leadingNumber(shortestDecimalText(-1.7976931348623157e308)), -1.7976931348623157e308);
+}
+
+TEST(CountedText, OneThingHasNoEndingS) {
+    EXPECT_EQ(countedText(0, "row"), "0 rows");
+    EXPECT_EQ(countedText(1, "row"), "1 row");
+    EXPECT_EQ(countedText(18446744073709551615U, "byte"), "18446744073709551615 bytes");
+}
+
+TEST(HexWord, HasFourCapitalDigits) {
+    EXPECT_EQ(hexWord(0), "0000");
+    EXPECT_EQ(hexWord(0x0FA0), "0FA0");
+    EXPECT_EQ(hexWord(0xFFFF), "FFFF");
+}
+
+TEST(FloatText, HasTheShortestDigitsThatReadBack) {
+    EXPECT_EQ(floatText(1.1F), "1.1");
+    EXPECT_EQ(floatText(-0.0F), "-0");
+    EXPECT_EQ(floatText(1e30F), "1e+30");
+    EXPECT_EQ(floatText(std::numeric_limits<float>::infinity()), "inf");
+    EXPECT_EQ(floatText(-std::numeric_limits<float>::infinity()), "-inf");
+    EXPECT_EQ(floatText(std::numeric_limits<float>::quiet_NaN()), "nan");
 }
 
 } // namespace
