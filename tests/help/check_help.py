@@ -1,5 +1,5 @@
 """check_help.py HELP SOURCE: reads the help as a whole. Every link leads somewhere, every picture is there and
-is shown, every page stands in the contents and the project, and every message of the program is explained."""
+is shown, every page stands in the contents and the project, and every message and menu entry of the program is explained."""
 
 import re
 import sys
@@ -112,6 +112,21 @@ def check_messages(page):
         fail("messages.html", f"only {count} messages were found in the source")
 
 
+def check_menus(page):
+    """Every menu and entry is a cell of the table of menus."""
+    entry = re.compile(r'(?:"mi[A-Z]\w*",\s*|\.caption = )(?:(?:QObject::)?tr\()?"([^"]+)"')
+    captions = {caption for path in sorted((SOURCE / "mainwindow").glob("*.cpp"))
+                for caption in entry.findall(path.read_text("utf-8"))}
+    cells = {cell.strip() for cell in page.text}
+    for caption in captions:
+        told = caption.replace("&", "").replace("\\u2026", "...").replace("\u2026", "...")
+        if told not in cells:
+            fail("main-window.html", f"has no entry {told!r}")
+    # Fewer means that the rows look different now and this check has to be told.
+    if len(captions) < 30:
+        fail("main-window.html", f"only {len(captions)} menu entries were found in the source")
+
+
 def main():
     pages = {path.name: Page(path) for path in sorted(HELP.glob("*.html"))}
     for name, page in pages.items():
@@ -127,6 +142,7 @@ def main():
     check_pictures(pages)
     check_project(pages)
     check_messages(pages["messages.html"])
+    check_menus(pages["main-window.html"])
     print(f"{len(pages)} pages")
     for failure in failures:
         print(failure, file=sys.stderr)
