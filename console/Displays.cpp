@@ -15,8 +15,8 @@ namespace orvista::console {
 
 namespace {
 
-/// Shows a transfer where the command shows how far it is, and ends it between two files when the user wants
-/// that: what was fetched then goes, too.
+/// Shows a transfer where the command shows how far it is, and ends it when the user wants that: what was
+/// fetched then goes, too.
 class ShownTransfer final : public DocTsfModule::TransferProgress {
 public:
     explicit ShownTransfer(const std::string& display) : display_(display) {}
@@ -29,9 +29,10 @@ public:
         progress_.show(display_ + ": " + name + ", " + decimalText(number) + " of " + decimalText(count));
     }
 
+    bool isToEnd() const override { return interruption_.came(); }
     /// \throws CommandFailure
     void endIfWanted() const {
-        if (interruption_.came())
+        if (isToEnd())
             throw CommandFailure(ExitStatus::Unusable, display_ + ": interrupted");
     }
 
@@ -68,6 +69,7 @@ void fetchDisplay(const DisplayAddress& display, const std::string& folder) {
         fetchDisplayFiles(display, folder, progress, makeTransferControl);
         progress.endIfWanted();
     } catch (const FetchFailure& failure) {
+        progress.endIfWanted();
         throw CommandFailure(ExitStatus::Unusable, name + ": " + failure.what());
     }
 }

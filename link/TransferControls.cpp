@@ -16,10 +16,12 @@ makeTransferControl([[maybe_unused]] DocTsfModule::TransferProgress& progress) {
         return control;
 #endif
 #ifdef ORVISTA_HAS_LIBCURL
-    return std::make_unique<FtpTransferControl>(
+    auto control = std::make_unique<FtpTransferControl>(
         [&progress](const std::string& name, std::size_t number, std::size_t count) {
             progress.showFile(name, number, count);
         });
+    control->endWhen([&progress] { return progress.isToEnd(); });
+    return control;
 #else
     return nullptr;
 #endif

@@ -43,10 +43,12 @@ std::size_t handToReceiver(char* bytes, std::size_t size, std::size_t count, voi
 
 } // namespace
 
-FtpLink::FtpLink(std::unique_ptr<const CurlLibrary> library, Server server, TransferWatch::Clock clock)
+FtpLink::FtpLink(std::unique_ptr<const CurlLibrary> library, Server server, TransferWatch::Clock clock,
+                 EndCondition isToEnd)
     : curl_(std::move(library)),
       server_(std::move(server)),
       clock_(std::move(clock)),
+      isToEnd_(std::move(isToEnd)),
       watch_(clock_(), server_.patience),
       url_(curl_->urlInit(), curl_->urlCleanup),
       multi_(curl_->multiInit(), curl_->multiCleanup),
@@ -90,6 +92,8 @@ bool FtpLink::fetch(const std::string& remoteName, std::int64_t sizeLimit, ByteS
     };
     prepare(remoteName);
     set(CURLOPT_MAXFILESIZE_LARGE, static_cast<curl_off_t>(sizeLimit));
+    set(CURLOPT_SOCKOPTFUNCTION, &FtpLink::noteDataConnection);
+    set(CURLOPT_SOCKOPTDATA, static_cast<void*>(this));
     set(CURLOPT_WRITEFUNCTION, &handToReceiver);
     set(CURLOPT_WRITEDATA, static_cast<const void*>(&receiver));
     return perform();
@@ -107,6 +111,16 @@ std::size_t FtpLink::noteAnswer(char*, std::size_t size, std::size_t count, void
     auto& self = *static_cast<FtpLink*>(link);
     self.watch_.noteAnswer(self.clock_());
     return size * count;
+}
+
+int FtpLink::noteDataConnection(void* link, curl_socket_t socket, curlsocktype) {
+    static_cast<FtpLink*>(link)->dataEnd_.noteOpened(socket);
+    return CURL_SOCKOPT_OK;
+}
+
+int FtpLink::closeConnection(void* link, curl_socket_t socket) {
+    static_cast<FtpLink*>(link)->dataEnd_.close(socket);
+    return 0;
 }
 
 /// The library would quietly connect and log in anew when the device hangs up between two files. A link that
@@ -136,6 +150,8 @@ void FtpLink::prepare(const std::string& remoteName) {
     // Files lie where the login lands; data comes from the machine that was asked and from no other.
     set(CURLOPT_FTP_FILEMETHOD, static_cast<long>(CURLFTPMETHOD_NOCWD));
     set(CURLOPT_FTP_SKIP_PASV_IP, 1L);
+    set(CURLOPT_CLOSESOCKETFUNCTION, &FtpLink::closeConnection);
+    set(CURLOPT_CLOSESOCKETDATA, static_cast<void*>(this));
     set(CURLOPT_PREREQFUNCTION, &FtpLink::acceptConnection);
     set(CURLOPT_PREREQDATA, static_cast<void*>(this));
 }
@@ -158,24 +174,39 @@ bool FtpLink::perform() {
     const bool done = runToItsEnd();
     // Closes the connection of a transfer that was given up, without a farewell nobody would answer.
     curl_->multiRemoveHandle(multi_.get(), handle_.get());
+    dataEnd_.forget();
     return done;
 }
 
 bool FtpLink::runToItsEnd() {
     for (int running = 1;;) {
-        if (curl_->multiPerform(multi_.get(), &running) != CURLM_OK)
+        if (curl_->multiPerform(multi_.get(), &running) != CURLM_OK || dataEnd_.hasMore())
             return false;
-        if (running == 0) {
-            int others = 0;
-            const CURLMsg* const end = curl_->multiInfoRead(multi_.get(), &others);
-            return end && end->data.result == CURLE_OK;
-        }
-        // Connecting and logging in have a limit of their own, and so has each answer.
-        if (open_ && watch_.isOver(clock_(), movedBytes()))
-            return false;
-        if (curl_->multiPoll(multi_.get(), nullptr, 0, pollMilliseconds, nullptr) != CURLM_OK)
+        if (running == 0)
+            break;
+        if (isGivenUp() || curl_->multiPoll(multi_.get(), nullptr, 0, pollMilliseconds, nullptr) != CURLM_OK)
             return false;
     }
+    int others = 0;
+    const CURLMsg* const end = curl_->multiInfoRead(multi_.get(), &others);
+    return end && end->data.result == CURLE_OK && seesEndOfData();
+}
+
+/// The device may say that all is sent before the last of it is here.
+bool FtpLink::seesEndOfData() {
+    while (dataEnd_.isAwaited()) {
+        if (isGivenUp())
+            return false;
+        dataEnd_.wait(pollMilliseconds);
+        if (dataEnd_.hasMore())
+            return false;
+    }
+    return true;
+}
+
+bool FtpLink::isGivenUp() {
+    // Connecting and logging in have a limit of their own, and so has each answer.
+    return (isToEnd_ && isToEnd_()) || (open_ && watch_.isOver(clock_(), movedBytes()));
 }
 
 std::int64_t FtpLink::movedBytes() const {

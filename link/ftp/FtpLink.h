@@ -1,6 +1,7 @@
 #pragma once
 
 #include "link/ftp/CurlLibrary.h"
+#include "link/ftp/DataEnd.h"
 #include "link/ftp/TransferWatch.h"
 #include "model/Files.h"
 
@@ -26,9 +27,12 @@ public:
     };
     /// Takes a piece of what arrives; false ends the transfer as failed.
     using Receiver = std::function<bool(std::string_view)>;
+    /// Asked again and again; true ends what the link does as failed.
+    using EndCondition = std::function<bool()>;
 
     /// Connects and logs in; isOpen tells whether that worked.
-    FtpLink(std::unique_ptr<const CurlLibrary> library, Server server, TransferWatch::Clock clock);
+    FtpLink(std::unique_ptr<const CurlLibrary> library, Server server, TransferWatch::Clock clock,
+            EndCondition isToEnd = {});
     ~FtpLink();
     FtpLink(const FtpLink&) = delete;
     FtpLink& operator=(const FtpLink&) = delete;
@@ -38,13 +42,16 @@ public:
     /// A command outside any transfer. A server may refuse it; that does not count as a failure.
     bool command(std::string_view line);
     bool store(const std::string& remoteName, ByteSource& source);
-    /// \param sizeLimit in bytes; a longer file is a failure
+    /// \param sizeLimit in bytes; a longer file is a failure, and so is one that is not as long as the device
+    ///                  said
     bool fetch(const std::string& remoteName, std::int64_t sizeLimit, ByteSink& sink);
     /// The bare names of the folder the login landed in.
     bool list(const Receiver& receiver);
 
 private:
     static std::size_t noteAnswer(char* line, std::size_t size, std::size_t count, void* link);
+    static int noteDataConnection(void* link, curl_socket_t socket, curlsocktype purpose);
+    static int closeConnection(void* link, curl_socket_t socket);
     static int acceptConnection(void* link, char* remoteAddress, char* localAddress, int remotePort,
                                 int localPort);
 
@@ -52,6 +59,8 @@ private:
     bool setUrl(const std::string& remoteName);
     bool perform();
     bool runToItsEnd();
+    bool seesEndOfData();
+    bool isGivenUp();
     std::int64_t movedBytes() const;
     template <typename Value>
     void set(CURLoption option, Value value) {
@@ -61,7 +70,9 @@ private:
     std::unique_ptr<const CurlLibrary> curl_;
     Server server_;
     TransferWatch::Clock clock_;
+    EndCondition isToEnd_;
     TransferWatch watch_;
+    DataEnd dataEnd_;
     int localPort_ = 0;
     bool usable_ = true;
     bool open_ = false;

@@ -77,8 +77,8 @@ std::int64_t FtpTransferControl::OpenLink() {
         return failure;
     auto link = std::make_unique<FtpLink>(
         std::move(library),
-        FtpLink::Server{address_, static_cast<std::uint16_t>(port_), ftpUser, ftpPassword, patience_},
-        clock_);
+        FtpLink::Server{address_, static_cast<std::uint16_t>(port_), ftpUser, ftpPassword, patience_}, clock_,
+        isToEnd_);
     if (!link->isOpen())
         return failure;
     link_ = std::move(link);

@@ -10,6 +10,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace orvista {
 
@@ -49,6 +50,9 @@ public:
     FtpTransferControl(const FtpTransferControl&) = delete;
     FtpTransferControl& operator=(const FtpTransferControl&) = delete;
 
+    /// Whatever the control does fails at once when this gets true. For the links opened from now on.
+    void endWhen(std::function<bool()> isToEnd) { isToEnd_ = std::move(isToEnd); }
+
     void RemoteAddress(const std::string& address) override;
     void RemotePort(std::int16_t port) override;
     std::int64_t OpenLink() override;
@@ -63,6 +67,7 @@ private:
     std::chrono::seconds patience_;
     PathRules paths_;
     TransferWatch::Clock clock_;
+    std::function<bool()> isToEnd_;
     std::string address_;
     std::int16_t port_ = 0;
     std::unique_ptr<FtpLink> link_;

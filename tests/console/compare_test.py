@@ -1,19 +1,31 @@
 """compare_test.py PROGRAM SOURCE: projects and simulated displays side by side."""
 
+import contextlib
 import json
 import os
+import random
 import shutil
 import signal
+import socket
 import subprocess
 import sys
 import tempfile
+import time
 from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).parents[1] / "tour"))
 import device_files  # noqa: E402  the project's files, written apart from the program
 
-from displays import Display
+from displays import PORTS, Display
 from program import PROGRAM, PROJECT, ProgramTest, main
+
+
+def listener():
+    """On a port that a transfer can take."""
+    for port in random.sample(PORTS, 100):
+        with contextlib.suppress(OSError):
+            return socket.create_server(("127.0.0.1", port))
+    raise RuntimeError("no free port")
 
 
 class Compare(ProgramTest):
@@ -164,14 +176,36 @@ pump.bmp
         display = self.display()
         for number in range(400):
             (self.folder / "held" / f"{number}.bmp").write_bytes(b"BM")
-        program = subprocess.Popen([PROGRAM, "compare", PROJECT, display.address], cwd=self.folder, stdout=subprocess.PIPE,
-                                   stderr=subprocess.PIPE)
+        program = self.start(display.address)
         while not any(self.scratch.glob("*/*/*")):
             self.assertIsNone(program.poll())
+        self.interrupt(program, display.address)
+
+    def test_an_interruption_waits_for_no_silent_display(self):
+        """Left alone, each of them is given ten seconds."""
+        display = self.display("--fail-file", "3", "--fail-how", "stall")
+        program = self.start(display.address)
+        while not any(self.scratch.glob("*/*/2")):
+            self.assertIsNone(program.poll())
+        self.interrupt(program, display.address)
+        with listener() as silent:
+            address = "127.0.0.1:%d" % silent.getsockname()[1]
+            program = self.start(address)
+            connection, _ = silent.accept()
+            with connection:
+                self.interrupt(program, address)
+
+    def start(self, display):
+        return subprocess.Popen([PROGRAM, "compare", PROJECT, display], cwd=self.folder, stdout=subprocess.PIPE,
+                                stderr=subprocess.PIPE)
+
+    def interrupt(self, program, display):
+        begun = time.monotonic()
         program.send_signal(signal.SIGINT)
         output, complaint = program.communicate(timeout=60)
         self.assertEqual((program.returncode, output), (2, b""))
-        self.assertEqual(complaint.decode(), f"orvista: {display.address}: interrupted\n")
+        self.assertEqual(complaint.decode(), f"orvista: {display}: interrupted\n")
+        self.assertLess(time.monotonic() - begun, 8)
 
     def test_device_files_beside_a_project_stay_as_they_are(self):
         (self.folder / "stdmsg.ilm").write_bytes(b"mine\r\n")

@@ -300,17 +300,18 @@ class Download(FleetTest):
         self.assertFalse((self.folder / "backup" / "pump 2").exists())
 
     def test_lies_and_names_lead_nowhere(self):
-        liar = self.displays.make(lies=True)
+        boaster, miser = self.displays.make(lies=7000000), self.displays.make(lies=5)
         names = b"".join(name.encode() + b"\r\n" for name in (*DEVICE_FILES, "pump.bmp"))
         climbing = self.displays.make(listing=names + b"../evil.bmp\r\n..\\evil.bmp\r\n/tmp/evil.bmp\r\n..bmp\r\n")
         good, = self.make(1)
-        for display in (liar, climbing, good):
+        for display in (boaster, miser, climbing, good):
             self.give(display)
         (self.folder / "displays" / "evil.bmp").write_bytes(b"BM evil")
         self.displays.serve()
-        rows = [f"{name},127.0.0.1,{display.port}," for name, display in (("liar", liar), ("climbing", climbing), ("good", good))]
+        rows = [f"{name},127.0.0.1,{display.port}," for name, display in
+                {"boaster": boaster, "miser": miser, "climbing": climbing, "good": good}.items()]
         results, _ = self.results(1, "download", "--list", self.write_list(rows), "-o", "backup")
-        self.assertEqual([result["result"] for result in results.values()], ["failed", "done", "done"])
+        self.assertEqual([result["result"] for result in results.values()], ["failed", "failed", "done", "done"])
         self.assertEqual(sorted(path.name for path in (self.folder / "backup").iterdir()), ["climbing", "good"])
         self.assertEqual(sorted(self.files_of("backup/climbing")), sorted(("climbing.orx", *DEVICE_FILES, "pump.bmp")))
 

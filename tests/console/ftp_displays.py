@@ -55,9 +55,15 @@ class Control(FTPHandler):
 
     def ftp_SIZE(self, path):
         if self.display.lies:
-            self.respond("213 7000000")
+            self.respond(f"213 {self.display.lies}")
             return None
         return super().ftp_SIZE(path)
+
+    def respond(self, resp, *arguments, **keywords):
+        # To a display that is done with its file once the system has taken the bytes, all is well.
+        if self.display.lies and resp.startswith("426 "):
+            resp = "226 Transfer complete."
+        super().respond(resp, *arguments, **keywords)
 
     def ftp_NLST(self, path):
         if self.display.listing is None:
@@ -74,7 +80,7 @@ class Display:
         self.commands = []
         self.hangs_up_at = faults.pop("hangs_up_at", 0)  # the number of the command, from 1
         self.drips = faults.pop("drips", False)
-        self.lies = faults.pop("lies", False)  # about sizes
+        self.lies = faults.pop("lies", None)  # the size it gives each file
         self.listing = faults.pop("listing", None)  # bytes instead of the true one
         self.spoils = faults.pop("spoils", None)  # the file that gets other bytes than were sent
         read_only = faults.pop("read_only", False)

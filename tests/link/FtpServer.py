@@ -51,7 +51,7 @@ def fall_silent():
 
 
 class CutFile:
-    """Ends after half of the file."""
+    """Ends after half of the file, or gives all of it and no end."""
 
     def __init__(self, file, channel):
         self.file = file
@@ -64,10 +64,12 @@ class CutFile:
         if self.given:
             if OPTIONS.fault == "hang-up-in-retrieve":
                 self.channel.close()
-            if OPTIONS.fault == "silent-in-retrieve":
+            if OPTIONS.fault in ("silent-in-retrieve", "silent-after-retrieve"):
                 fall_silent()
             return b""
         self.given = True
+        if OPTIONS.fault == "silent-after-retrieve":
+            return self.file.read()
         return self.file.read(max(1, min(size, os.path.getsize(self.name) // 2)))
 
     def close(self):
@@ -100,7 +102,8 @@ class Files(AbstractedFS):
         file = super().open(filename, mode)
         if mode == "rb" and OPTIONS.fault == "slow-retrieve":
             return SlowFile(file)
-        if mode == "rb" and OPTIONS.fault in ("hang-up-in-retrieve", "short-retrieve", "silent-in-retrieve"):
+        if mode == "rb" and OPTIONS.fault in ("hang-up-in-retrieve", "short-retrieve", "silent-in-retrieve",
+                                              "silent-after-retrieve"):
             return CutFile(file, self.cmd_channel)
         return file
 
@@ -130,6 +133,9 @@ class Data(DTPHandler):
     def close(self):
         if OPTIONS.fault == "broken-list" and self.cmd == "NLST":
             self._resp = ("426 Transfer aborted.", None)
+        if OPTIONS.fault == "open-after-retrieve" and self.cmd == "RETR":
+            self.cmd_channel.socket.send(b"226 Transfer complete.\r\n")
+            fall_silent()
         super().close()
 
 
@@ -185,10 +191,21 @@ class Control(FTPHandler):
         return super().ftp_RETR(file)
 
     def ftp_SIZE(self, path):
-        if OPTIONS.fault == "no-size":
+        if OPTIONS.fault in ("no-size", "small-announcement"):
             self.respond("502 Command not implemented.")
             return None
+        if OPTIONS.fault == "small-size" and path.endswith(".bmp"):
+            self.respond(f"213 {os.path.getsize(path) // 2}")
+            return None
         return super().ftp_SIZE(path)
+
+    def respond(self, resp, *arguments, **keywords):
+        if OPTIONS.fault == "small-announcement" and resp.startswith(("125 ", "150 ")):
+            resp = "150 Opening data connection (3 bytes)."
+        # To a server that is done with its file once the system has taken the bytes, all is well.
+        if OPTIONS.fault in ("small-announcement", "small-size") and resp.startswith("426 "):
+            resp = "226 Transfer complete."
+        super().respond(resp, *arguments, **keywords)
 
     def ftp_NLST(self, path):
         if OPTIONS.fault == "slow-list":

@@ -550,6 +550,45 @@ TEST_F(SilentServerTest, SilenceInTheMiddleOfAFileEndsADownload) {
     EXPECT_THAT(localNames(), IsEmpty());
 }
 
+TEST_F(SilentServerTest, SilenceInsteadOfAFilesEndEndsADownload) {
+    for (const char* fault : {"silent-after-retrieve", "open-after-retrieve"}) {
+        const FtpTestServer server({"--fault", fault});
+        server.putDeviceFiles();
+        ASSERT_EQ(open(server), 1);
+        const auto start = std::chrono::steady_clock::now();
+        EXPECT_LE(download(), 0) << fault;
+        EXPECT_LT(std::chrono::steady_clock::now() - start, limit) << fault;
+        EXPECT_THAT(localNames(), IsEmpty()) << fault;
+    }
+}
+
+TEST_F(FtpTransferControlTest, ATransferThatIsNoLongerWantedEndsAtOnce) {
+    for (const char* fault : {"silent-retrieve", "silent-in-retrieve", "open-after-retrieve"}) {
+        const FtpTestServer server({"--fault", fault});
+        server.putDeviceFiles();
+        FtpTransferControl patient({}, longPatience);
+        const auto start = std::chrono::steady_clock::now();
+        patient.endWhen([&server] {
+            const auto commands = server.commands();
+            return !commands.empty() && commands.back().starts_with("RETR");
+        });
+        ASSERT_EQ(open(patient, server.port()), 1);
+        EXPECT_LE(patient.DownloadFiles("", local.path()), 0) << fault;
+        patient.CloseLink();
+        EXPECT_LT(std::chrono::steady_clock::now() - start, longPatience / 4) << fault;
+        EXPECT_THAT(localNames(), IsEmpty()) << fault;
+    }
+}
+
+TEST_F(FtpTransferControlTest, ConnectingThatIsNoLongerWantedEndsAtOnce) {
+    const FtpTestServer server({"--fault", "no-greeting"});
+    FtpTransferControl patient({}, longPatience);
+    patient.endWhen([] { return true; });
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_LE(open(patient, server.port()), 0);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, longPatience / 4);
+}
+
 TEST_F(SilentServerTest, SilenceEndsADownload) {
     const FtpTestServer server({"--fault", "silent-retrieve", "--files-served", "2"});
     server.putDeviceFiles();
@@ -665,6 +704,22 @@ TEST_F(FtpTransferControlTest, ServerThatTellsNoSizes) {
     ASSERT_EQ(open(server), 1);
     EXPECT_EQ(download(), 1);
     EXPECT_EQ(localBytes("default.pls"), "remote default.pls");
+}
+
+TEST_F(FtpTransferControlTest, AFileThatGoesOnBeyondItsToldSizeFailsTheDownload) {
+    // Small ones wait in the sockets' buffers, all of them there when the told part has been read.
+    for (const char* fault : {"small-size", "small-announcement"}) {
+        for (const std::size_t size : {4u, 1000u, 100'000u, 8u << 20}) {
+            const FtpTestServer server({"--fault", fault});
+            server.putDeviceFiles();
+            for (const char* name : {"modbus.adr", "ilmvar.def", "stdmsg.ilm", "altmsg.ilm", "default.pls"})
+                server.put(name, "abc");
+            server.put("last.bmp", std::string(size, 'x'));
+            ASSERT_EQ(open(server), 1);
+            EXPECT_LE(download(), 0) << fault << " " << size;
+            EXPECT_THAT(localNames(), IsEmpty()) << fault << " " << size;
+        }
+    }
 }
 
 TEST_F(FtpTransferControlTest, ALeftoverOfAKilledDownloadIsRemovedByTheNext) {
