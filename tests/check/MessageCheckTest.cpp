@@ -76,6 +76,28 @@ TEST_F(MessageCheck, BadArguments) {
                                      "milliseconds the page stands still, such as 3000.");
 }
 
+TEST_F(MessageCheck, SaysWhatStandsInThePlaceOfEachArgument) {
+    const std::pair<const char*, const char*> scripts[] = {
+        {"TEXT a 0 RED BLACK \"t\"", "\"a\" is not a column: write how many dots it is from the left edge."},
+        {"TEXT 0 b RED BLACK \"t\"", "\"b\" is not a row: write how many dots it is from the top."},
+        {"TEXT 0 0 RED", "a background colour is missing: write RED, GREEN, ORANGE or BLACK."},
+        {"TEXT 0 0 RED BLACK t", "\"t\" is not a text between double quotes: write the text, with a double "
+                                 "quote before and after it."},
+        {"IMG 0 0 RED BLACK",
+         "the name of a bitmap is missing: write the name of a .bmp file of the project's folder."},
+        {"DISPVAR 0 0 RED BLACK Pump",
+         "\"Pump\" is not a variable: write RegVar1 to RegVar64 or CoilVar1 to CoilVar32."},
+        {"OUT JUMP", "\"JUMP\" is not an effect: write GO-LEFT, GO-RIGHT, GO-UP, GO-DOWN or FADE."},
+        {"ACT WAIT 1", "\"WAIT\" is not a special effect: write STILL or BLINK."},
+        {"IN GO-UP 0 50", "\"0\" is not a number of dots to move by: write a whole number from 1."},
+        {"IN GO-UP 1", "a speed is missing: write the milliseconds from one move to the next, such as 50."},
+        {"ACT BLINK x 75", "\"x\" is not a number of blinks: write a whole number, such as 4."},
+        {"ACT BLINK 4",
+         "a time is missing: write the milliseconds that the page is dark and lit again, such as 75."}};
+    for (const auto& [script, problem] : scripts)
+        EXPECT_EQ(sentence(script), std::string("The display skips this line, because ") + problem);
+}
+
 TEST_F(MessageCheck, VariablesOutOfRange) {
     for (const char* name : {"RegVar65", "RegVar0", "CoilVar33", "coilvar99999999999999999999"})
         EXPECT_FINDING(std::string("DISPVAR 0 0 RED BLACK ") + name, "1:23 variable-range");
@@ -93,6 +115,9 @@ TEST_F(MessageCheck, FullPages) {
     EXPECT_CLEAN(page);
     EXPECT_CLEAN(page + "CLEAR\nTEXT 0 0 RED BLACK \"a\"");
     EXPECT_FINDING(page + " TEXT 0 0 RED BLACK \"a\"", "257:2 page-full");
+    EXPECT_EQ(sentence(page + " TEXT 0 0 RED BLACK \"a\""),
+              "The display skips this line, because the page draws 256 things already: begin another page "
+              "with CLEAR.");
 }
 
 TEST_F(MessageCheck, MissingBitmaps) {

@@ -409,11 +409,10 @@ class Interruption(FleetTest):
             out, error = process.communicate(timeout=30)
             self.wait_for_end_of(children)
             self.assertEqual(list((self.folder / "tmp").iterdir()), [])
-            # Before it watches for it, Ctrl+C ends it at once; then nothing has begun.
-            if process.returncode == -signal.SIGINT:
-                self.assertEqual(out, b"")
+            # Before it watches for it, Ctrl+C ends it at once; then nothing has begun. So it does after the last line.
+            if process.returncode == -signal.SIGINT and not out:
                 continue
-            self.assertIn(process.returncode, (0, 1), error)
+            self.assertIn(process.returncode, (0, 1, -signal.SIGINT), error)
             self.assertEqual(len(json.loads(out.splitlines()[-1])["results"]), 4)
 
     def test_a_reader_that_leaves_does_not_stop_the_transfers(self):

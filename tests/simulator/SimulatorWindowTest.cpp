@@ -7,10 +7,12 @@
 #include "simulator/forms/LogView.h"
 #include "tests/simulator/DeviceFixture.h"
 
+#include <QInputDialog>
 #include <QLabel>
 #include <QScrollBar>
 #include <QTcpSocket>
 #include <QTest>
+#include <QTimer>
 #include <memory>
 
 namespace orvista {
@@ -177,6 +179,33 @@ private slots:
         trigger("faultFileHangUp");
         QCOMPARE(device_->faults().transfer, TransferFault::HangUp);
         setCoil(320, true);
+    }
+
+    void asksForTheNumbersOfFaults() {
+        const auto typeInto = [this](const char* action, int present, int number, int key) {
+            QTimer::singleShot(0, this, [=] {
+                auto* question = qobject_cast<QInputDialog*>(QApplication::activeModalWidget());
+                QVERIFY(question);
+                const int offered = question->intValue();
+                question->setIntValue(number);
+                QTest::keyClick(question, static_cast<Qt::Key>(key));
+                QCOMPARE(offered, present);
+            });
+            window_->findChild<QAction*>(action)->trigger();
+        };
+        typeInto("faultExceptionCode", 4, 2, Qt::Key_Return);
+        typeInto("faultDelay", 0, 250, Qt::Key_Return);
+        typeInto("faultFile", 0, 3, Qt::Key_Return);
+        const auto hasAnswers = [this] {
+            const Faults& faults = device_->faults();
+            return faults.exceptionCode == 2 && faults.answerDelay == 250 && faults.failingFile == 3;
+        };
+        QVERIFY(hasAnswers());
+        QVERIFY(window_->findChild<QAction*>("faultDelay")->text().contains("250 ms"));
+        typeInto("faultExceptionCode", 2, 11, Qt::Key_Escape);
+        typeInto("faultDelay", 250, 9, Qt::Key_Escape);
+        typeInto("faultFile", 3, 9, Qt::Key_Escape);
+        QVERIFY(hasAnswers());
     }
 
     void tellsItsPorts() {
