@@ -8,17 +8,6 @@ namespace orvista {
 
 namespace {
 
-enum Function : std::uint8_t {
-    readCoils = 0x01,
-    readDiscreteInputs = 0x02,
-    readHoldingRegisters = 0x03,
-    readInputRegisters = 0x04,
-    writeSingleCoil = 0x05,
-    writeSingleRegister = 0x06,
-    writeMultipleCoils = 0x0F,
-    writeMultipleRegisters = 0x10
-};
-
 std::uint8_t byteAt(std::string_view bytes, std::size_t index) {
     return static_cast<std::uint8_t>(bytes[index]);
 }
@@ -27,35 +16,36 @@ std::uint16_t wordAt(std::string_view bytes, std::size_t index) {
     return static_cast<std::uint16_t>(byteAt(bytes, index) << 8U | byteAt(bytes, index + 1));
 }
 
-std::string_view functionName(std::uint8_t function) {
+std::string_view functionName(ModbusFunction function) {
     switch (function) {
-    case readCoils:
+    case ModbusFunction::ReadCoils:
         return "Read Coils";
-    case readDiscreteInputs:
+    case ModbusFunction::ReadDiscreteInputs:
         return "Read Discrete Inputs";
-    case readHoldingRegisters:
+    case ModbusFunction::ReadHoldingRegisters:
         return "Read Holding Registers";
-    case readInputRegisters:
+    case ModbusFunction::ReadInputRegisters:
         return "Read Input Registers";
-    case writeSingleCoil:
+    case ModbusFunction::WriteSingleCoil:
         return "Write Single Coil";
-    case writeSingleRegister:
+    case ModbusFunction::WriteSingleRegister:
         return "Write Single Register";
-    case writeMultipleCoils:
+    case ModbusFunction::WriteMultipleCoils:
         return "Write Multiple Coils";
-    case writeMultipleRegisters:
+    case ModbusFunction::WriteMultipleRegisters:
         return "Write Multiple Registers";
     default:
         return {};
     }
 }
 
-bool isSingleWrite(std::uint8_t function) {
-    return function == writeSingleCoil || function == writeSingleRegister;
+bool isSingleWrite(ModbusFunction function) {
+    return function == ModbusFunction::WriteSingleCoil || function == ModbusFunction::WriteSingleRegister;
 }
 
-bool isMultipleWrite(std::uint8_t function) {
-    return function == writeMultipleCoils || function == writeMultipleRegisters;
+bool isMultipleWrite(ModbusFunction function) {
+    return function == ModbusFunction::WriteMultipleCoils ||
+           function == ModbusFunction::WriteMultipleRegisters;
 }
 
 std::string addressRange(const ModbusRequest& request) {
@@ -68,7 +58,7 @@ std::string addressRange(const ModbusRequest& request) {
 std::string coilsInWords(const ModbusRequest& request) {
     std::string on;
     for (std::size_t index = 0; index < request.quantity; ++index) {
-        if ((byteAt(request.data, index / 8) >> (index % 8) & 1U) == 0)
+        if (!request.coil(index))
             continue;
         on += (on.empty() ? "" : ", ") + decimalText(index + 1);
     }
@@ -81,8 +71,8 @@ float floatIn(std::string_view lowWordFirst) {
 
 std::string registersInWords(const ModbusRequest& request) {
     std::string words;
-    for (std::size_t index = 0; index + 1 < request.data.size(); index += 2)
-        words += (words.empty() ? "" : " ") + hexWord(wordAt(request.data, index));
+    for (std::size_t index = 0; index < request.quantity; ++index)
+        words += (words.empty() ? "" : " ") + hexWord(request.word(index));
     if (request.quantity == 2)
         words += " (float " + floatText(floatIn(request.data)) + ")";
     return words;
@@ -90,20 +80,32 @@ std::string registersInWords(const ModbusRequest& request) {
 
 std::string dataInWords(const ModbusRequest& request) {
     switch (request.function) {
-    case writeSingleCoil:
-        return wordAt(request.data, 0) != 0 ? ": on" : ": off";
-    case writeSingleRegister:
-        return ": " + hexWord(wordAt(request.data, 0));
-    case writeMultipleCoils:
+    case ModbusFunction::WriteSingleCoil:
+        return request.coil(0) ? ": on" : ": off";
+    case ModbusFunction::WriteSingleRegister:
+        return ": " + hexWord(request.word(0));
+    case ModbusFunction::WriteMultipleCoils:
         return ": " + coilsInWords(request);
-    case writeMultipleRegisters:
+    case ModbusFunction::WriteMultipleRegisters:
         return ": " + registersInWords(request);
     default:
         return {};
     }
 }
 
+ModbusFunction functionOf(std::string_view frame) {
+    return static_cast<ModbusFunction>(byteAt(frame, modbusHeaderSize));
+}
+
 } // namespace
+
+bool ModbusRequest::coil(std::size_t index) const {
+    return (byteAt(data, index / 8) >> index % 8 & 1U) != 0;
+}
+
+std::uint16_t ModbusRequest::word(std::size_t index) const {
+    return wordAt(data, 2 * index);
+}
 
 FrameStart firstModbusFrame(std::string_view received) {
     // The two protocol bytes are 0, and the length counts the unit and at least a function code.
@@ -122,20 +124,20 @@ FrameStart firstModbusFrame(std::string_view received) {
 }
 
 bool knowsModbusFunction(std::string_view frame) {
-    return frame.size() > modbusHeaderSize && !functionName(byteAt(frame, modbusHeaderSize)).empty();
+    return frame.size() > modbusHeaderSize && !functionName(functionOf(frame)).empty();
 }
 
 std::optional<ModbusRequest> parseModbusRequest(std::string_view frame) {
     if (frame.size() < modbusHeaderSize + 5 || !knowsModbusFunction(frame))
         return std::nullopt;
     ModbusRequest request;
-    request.function = byteAt(frame, modbusHeaderSize);
+    request.function = functionOf(frame);
     request.address = wordAt(frame, modbusHeaderSize + 1);
     const std::string_view body = frame.substr(modbusHeaderSize + 3);
     if (isSingleWrite(request.function)) {
         request.data = body;
-        const bool known =
-            request.function != writeSingleCoil || wordAt(body, 0) == 0xFF00 || wordAt(body, 0) == 0x0000;
+        const bool known = request.function != ModbusFunction::WriteSingleCoil || wordAt(body, 0) == 0xFF00 ||
+                           wordAt(body, 0) == 0x0000;
         return body.size() == 2 && known ? std::optional(request) : std::nullopt;
     }
     request.quantity = wordAt(body, 0);
@@ -144,8 +146,9 @@ std::optional<ModbusRequest> parseModbusRequest(std::string_view frame) {
     if (request.quantity == 0 || body.size() < 3 || body.size() != std::size_t{3} + byteAt(body, 2))
         return std::nullopt;
     request.data = body.substr(3);
-    const std::size_t needed =
-        request.function == writeMultipleCoils ? (request.quantity + 7U) / 8U : 2U * request.quantity;
+    const std::size_t needed = request.function == ModbusFunction::WriteMultipleCoils
+                                   ? (request.quantity + 7U) / 8U
+                                   : 2U * request.quantity;
     return request.data.size() == needed ? std::optional(request) : std::nullopt;
 }
 
@@ -164,10 +167,9 @@ std::optional<unsigned> modbusException(std::string_view answer) {
 std::string describeModbusRequest(std::string_view frame) {
     if (frame.size() <= modbusHeaderSize)
         return "Not a Modbus request";
-    const std::uint8_t function = byteAt(frame, modbusHeaderSize);
-    const std::string name(functionName(function));
+    const std::string name(functionName(functionOf(frame)));
     if (name.empty())
-        return "Function " + decimalText(function) + ", which is not known";
+        return "Function " + decimalText(byteAt(frame, modbusHeaderSize)) + ", which is not known";
     const std::optional<ModbusRequest> request = parseModbusRequest(frame);
     if (!request)
         return name + ", malformed";

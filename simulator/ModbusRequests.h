@@ -26,15 +26,31 @@ struct FrameStart {
 /// request has: nothing after it can be told apart any more.
 FrameStart firstModbusFrame(std::string_view received);
 
+/// The eight functions that read or write coils and registers.
+enum class ModbusFunction : std::uint8_t {
+    ReadCoils = 0x01,
+    ReadDiscreteInputs = 0x02,
+    ReadHoldingRegisters = 0x03,
+    ReadInputRegisters = 0x04,
+    WriteSingleCoil = 0x05,
+    WriteSingleRegister = 0x06,
+    WriteMultipleCoils = 0x0F,
+    WriteMultipleRegisters = 0x10
+};
+
 /// The fields of a request that this device knows. Values are as sent, not checked against the memory.
 struct ModbusRequest {
-    std::uint8_t function = 0;
+    ModbusFunction function = ModbusFunction::ReadCoils;
     std::uint16_t address = 0;
     std::uint16_t quantity = 1; ///< coils or registers, 1 for the single writes
     std::string_view data;      ///< what is to be written, without its byte count
+
+    /// What a writing sets at its address + `index`. \param index below `quantity`
+    bool coil(std::size_t index) const;
+    std::uint16_t word(std::size_t index) const;
 };
 
-/// True when the frame's function is one of the eight that read or write coils and registers.
+/// True when the frame's function is one of the eight.
 bool knowsModbusFunction(std::string_view frame);
 
 /// Nothing when the function is unknown or the lengths inside the frame do not agree.

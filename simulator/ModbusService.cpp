@@ -1,6 +1,7 @@
 #include "simulator/ModbusService.h"
 
 #include "simulator/ModbusRequests.h"
+#include "simulator/ModbusResponder.h"
 #include "simulator/Sockets.h"
 
 #include <QTimer>
@@ -9,7 +10,7 @@ namespace orvista {
 
 namespace {
 
-// libmodbus watches sockets through select(), and one device has few masters.
+// One device has few masters.
 constexpr int mostClients = 32;
 
 std::string_view view(const QByteArray& bytes) {
@@ -23,7 +24,7 @@ QByteArray garbageAnswer() {
 } // namespace
 
 ModbusService::ModbusService(DeviceMemory& memory, const Faults& faults, QObject* parent)
-    : QObject(parent), faults_(faults), responder_(memory) {
+    : QObject(parent), memory_(memory), faults_(faults) {
     connect(&server_, &QTcpServer::newConnection, this, &ModbusService::acceptConnections);
 }
 
@@ -139,10 +140,10 @@ void ModbusService::answer(const QPointer<QTcpSocket>& client, const QString& pe
         reply = garbageAnswer().toStdString();
         break;
     case ModbusFault::Exception:
-        reply = responder_.refuse(view(frame), faults_.exceptionCode);
+        reply = refuseModbusRequest(view(frame), faults_.exceptionCode);
         break;
     default:
-        reply = responder_.perform(view(frame));
+        reply = performModbusRequest(view(frame), memory_);
         performed = true;
     }
     if (const std::optional<unsigned> code = modbusException(reply))

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "simulator/DeviceMemory.h"
 #include "simulator/Faults.h"
-#include "simulator/ModbusResponder.h"
 #include "simulator/RequestRecord.h"
 
 #include <QHash>
@@ -45,8 +45,8 @@ private:
     void answer(const QPointer<QTcpSocket>& client, const QString& peer, const QByteArray& frame);
     void log(const QString& peer, const QByteArray& bytes, const QString& words);
 
+    DeviceMemory& memory_;
     const Faults& faults_;
-    ModbusResponder responder_;
     QHash<QTcpSocket*, QByteArray> received_; ///< outlives the server, whose clients take themselves out
     QTcpServer server_;
     std::unique_ptr<QTcpSocket> holder_; ///< keeps the port while connections are refused

@@ -18,11 +18,10 @@ std::string bytes(std::initializer_list<unsigned> values) {
 class ModbusResponderTest : public ::testing::Test {
 protected:
     std::string answer(std::initializer_list<unsigned> request) {
-        return hexBytes(responder.perform(bytes(request)));
+        return hexBytes(performModbusRequest(bytes(request), memory));
     }
 
     DeviceMemory memory;
-    ModbusResponder responder{memory};
 };
 
 TEST_F(ModbusResponderTest, WritesTwentyCoilsAndAnswersWithTheirRange) {
@@ -74,7 +73,7 @@ TEST_F(ModbusResponderTest, RefusesMalformedRequestsWithoutPerformingThem) {
 TEST_F(ModbusResponderTest, RefusesOnRequestWithoutPerforming) {
     const std::string request = bytes({1, 2, 0, 0, 0, 6, 0xFF, 5, 0, 0x64, 0xFF, 0});
     for (unsigned code = 1; code <= 11; ++code) {
-        const std::string reply = responder.refuse(request, code);
+        const std::string reply = refuseModbusRequest(request, code);
         ASSERT_EQ(reply.size(), 9U) << code;
         EXPECT_EQ(hexBytes(reply.substr(7, 1)), "85");
         EXPECT_EQ(static_cast<unsigned>(static_cast<unsigned char>(reply[8])), code);
@@ -89,7 +88,7 @@ TEST_F(ModbusResponderTest, SurvivesEveryFunctionWithEveryLengthAndNeverWaits) {
             std::string frame = bytes({1, 2, 0, 0, 0, static_cast<unsigned>(size - 6), 0xFF, function});
             while (frame.size() < size)
                 frame += static_cast<char>(random() & 0xFFU);
-            EXPECT_FALSE(responder.perform(frame).empty()) << function << " " << size;
+            EXPECT_FALSE(performModbusRequest(frame, memory).empty()) << function << " " << size;
         }
     }
 }
