@@ -25,6 +25,7 @@ constexpr const char* simulatorName = "lx400d-simulator";
 constexpr const char* firstMessage = "STDMSG1";
 
 constexpr const char* displayNotice = "TryDisplay";
+constexpr const char* transferNotice = "TryTransfer";
 
 } // namespace
 
@@ -87,6 +88,7 @@ void TryOut::openCopy(const std::string& folder) {
 
 void TryOut::startDisplay() {
     dock_.withdraw(displayNotice);
+    dock_.withdraw(transferNotice);
     display_.reset(); // of the last try: its ports are wanted
     copyFiles(settings_.example, held_.emplace().path());
     display_.emplace();
@@ -103,18 +105,18 @@ void TryOut::readOutput() {
 
 void TryOut::takeLine(const QString& line) {
     if (line.startsWith(QStringLiteral("Modbus/TCP not available")))
-        dock_.offer({.name = displayNotice,
-                     .text = tr("The test page cannot reach the simulated display. %1").arg(line),
-                     .button = {},
-                     .run = nullptr});
+        tell(displayNotice, tr("The test page cannot reach the simulated display. %1").arg(line));
+    if (line.startsWith(QStringLiteral("File transfer not available")))
+        tell(transferNotice, tr("Upload and Download cannot reach the simulated display. %1").arg(line));
 }
 
 void TryOut::tellNotStarted(QProcess::ProcessError error) {
     if (error == QProcess::FailedToStart)
-        dock_.offer({.name = displayNotice,
-                     .text = tr("The simulated display cannot be started: %1").arg(settings_.simulator),
-                     .button = {},
-                     .run = nullptr});
+        tell(displayNotice, tr("The simulated display cannot be started: %1").arg(settings_.simulator));
+}
+
+void TryOut::tell(const char* notice, const QString& text) {
+    dock_.offer({.name = QString::fromLatin1(notice), .text = text, .button = {}, .run = nullptr});
 }
 
 } // namespace orvista

@@ -34,6 +34,8 @@ private:
     void readOutput();
     void takeLine(const QString& line);
     void tellNotStarted(QProcess::ProcessError error);
+    /// In a line below the pages.
+    void tell(const char* notice, const QString& text);
 
     DocMgrModule::ProjectLifecycle& lifecycle_;
     Navigator& navigator_;

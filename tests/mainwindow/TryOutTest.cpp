@@ -1,15 +1,18 @@
-#include "display/forms/DisplayPreview.h"
+#include "link/forms/TesterClient.h"
 #include "mainwindow/EditorProgram.h"
+#include "mainwindow/TcpTesterPage.h"
 #include "tests/support/EditorFixture.h"
 #include "tests/support/ModalDriver.h"
 
+#include <QDoubleSpinBox>
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSlider>
-#include <QTabWidget>
+#include <QTableView>
+#include <QTcpServer>
 
 #include <csignal>
 #include <filesystem>
@@ -47,13 +50,15 @@ private:
 };
 
 struct TryingEditor : EditorFixture {
-    explicit TryingEditor(const std::string& simulator, const std::string& copied = example) {
+    explicit TryingEditor(const std::string& simulator, const std::string& copied = example,
+                          const QStringList& options = {}, quint16 port = 1) {
+        modbusPort = port;
         const auto chooseFolder = [this](const std::string& caption) {
             captions.push_back(caption);
             return folder;
         };
-        tryOut = TryOutSettings{
-            chooseFolder, copied, "PUMPSTATION", QString::fromStdString(simulator), {"--headless"}};
+        tryOut = TryOutSettings{chooseFolder, copied, "PUMPSTATION", QString::fromStdString(simulator),
+                                QStringList{"--headless"} + options};
         start();
     }
     void tryIn(const TemporaryFolder& chosen) {
@@ -65,8 +70,13 @@ struct TryingEditor : EditorFixture {
     std::vector<std::string> captions;
 };
 
-QString notice(const EditorFixture& editor) {
-    const auto* const line = editor.window->findChild<QLabel*>(QStringLiteral("lblTryDisplay"));
+/// For the simulated display itself.
+QStringList portOptions(quint16 modbus, quint16 transfer = 0) {
+    return {"--modbus-port", QString::number(modbus), "--transfer-port", QString::number(transfer)};
+}
+
+QString notice(const EditorFixture& editor, const char* name = "lblTryDisplay") {
+    const auto* const line = editor.window->findChild<QLabel*>(QLatin1String(name));
     return line && line->isVisible() ? line->text() : QString();
 }
 
@@ -80,6 +90,8 @@ private slots:
     void startsADisplayThatHoldsTheExample();
     void theDisplayGoesWithTheEditor();
     void tryingAgainTakesAnotherFolderAndAnotherDisplay();
+    void aMessageComesOnAtTheSimulatedDisplay();
+    void saysWhatTheSimulatedDisplaySaysOfTakenPorts();
     void saysWhatHelpsWherePort502IsRefused();
     void saysThatThereIsNoSimulator();
     void saysThatThereIsNoExample();
@@ -145,6 +157,53 @@ void TryOutTest::tryingAgainTakesAnotherFolderAndAnotherDisplay() {
     QCOMPARE(editor.project.ProjPath, folder.file("pumpstation 2"));
     QVERIFY(!simulator.runs(0));
     QVERIFY(simulator.runs(1));
+}
+
+void TryOutTest::aMessageComesOnAtTheSimulatedDisplay() {
+    QTcpServer modbus;
+    QVERIFY(modbus.listen(QHostAddress::LocalHost));
+    const quint16 port = modbus.serverPort();
+    modbus.close();
+    const TemporaryFolder folder;
+    TryingEditor editor(ORVISTA_SIMULATOR, example, portOptions(port), port);
+    TesterClient client(editor.project, editor.window->testerPage(), editor.messages, port);
+    editor.window->testerPage().useActions(client);
+    editor.tryIn(folder);
+    editor.trigger("miViewMonitor");
+    editor.find<QDoubleSpinBox>("spnMonitorSeconds")->setValue(0.5);
+    editor.click("btnMonitorStart");
+    const auto* const state = editor.find<QLabel>("lblMonitorState");
+    QTRY_COMPARE_WITH_TIMEOUT(state->text(), QStringLiteral("Reads 127.0.0.1"), 20'000);
+    const auto firstMessage = [&editor] {
+        const QAbstractItemModel& rows = *editor.find<QTableView>("tblMonitor")->model();
+        return rows.index(0, 0).data().toString() + u' ' + rows.index(0, 2).data().toString();
+    };
+    QCOMPARE(firstMessage(), QStringLiteral("STDMSG1 OFF"));
+    editor.showPage("C5");
+    editor.click("chkRegMsg(0)");
+    editor.click("btnRegMsgUpdate");
+    QTRY_COMPARE(firstMessage(), QStringLiteral("STDMSG1 ON"));
+    QVERIFY(notice(editor).isEmpty());
+    QVERIFY(editor.messages.shown.empty());
+}
+
+void TryOutTest::saysWhatTheSimulatedDisplaySaysOfTakenPorts() {
+    QTcpServer modbus;
+    QTcpServer transfer;
+    QVERIFY(modbus.listen(QHostAddress::LocalHost) && transfer.listen(QHostAddress::LocalHost));
+    const TemporaryFolder folder;
+    TryingEditor editor(ORVISTA_SIMULATOR, example, portOptions(modbus.serverPort(), transfer.serverPort()));
+    editor.tryIn(folder);
+    QTRY_VERIFY_WITH_TIMEOUT(
+        notice(editor).startsWith(
+            QStringLiteral("The test page cannot reach the simulated display. Modbus/TCP "
+                           "not available on 127.0.0.1:%1: ")
+                .arg(modbus.serverPort())),
+        20'000);
+    QTRY_VERIFY(notice(editor, "lblTryTransfer")
+                    .startsWith(QStringLiteral("Upload and Download cannot reach the simulated display. File "
+                                               "transfer not available on 127.0.0.1:%1: ")
+                                    .arg(transfer.serverPort())));
 }
 
 void TryOutTest::saysWhatHelpsWherePort502IsRefused() {
