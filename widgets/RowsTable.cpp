@@ -50,6 +50,18 @@ public:
     Model(QStringList heads, QObject* parent) : QAbstractTableModel(parent), heads_(std::move(heads)) {}
 
     const std::vector<TableRow>& rows() const { return rows_; }
+    /// The cells that may need another width in as many other rows.
+    QModelIndexList cellsThatLookOtherwiseIn(const std::vector<TableRow>& rows) const {
+        QModelIndexList cells;
+        for (std::size_t row = 0; row < rows.size(); ++row)
+            for (std::size_t column = 0; rows[row] != rows_[row] && column < rows[row].size(); ++column) {
+                const TableCell& before = rows_[row][column];
+                const TableCell& now = rows[row][column];
+                if (now.text != before.text || now.isMarked != before.isMarked)
+                    cells << index(static_cast<int>(row), static_cast<int>(column));
+            }
+        return cells;
+    }
     void setRows(std::vector<TableRow> rows) {
         ticks_.assign(rows.size(), true);
         if (rows.size() == rows_.size() && !rows.empty()) {
@@ -157,6 +169,10 @@ RowsTable::RowsTable(const QStringList& heads, QWidget* parent)
     // In the order of the rows until the user sorts them.
     horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
     setSortingEnabled(true);
+    const auto forgetWidths = [this] { contentWidths_.clear(); };
+    connect(shown_, &QAbstractItemModel::rowsInserted, this, forgetWidths);
+    connect(shown_, &QAbstractItemModel::rowsRemoved, this, forgetWidths);
+    connect(shown_, &QAbstractItemModel::modelReset, this, forgetWidths);
     fitColumns();
 }
 
@@ -168,8 +184,13 @@ void RowsTable::setRows(std::vector<TableRow> rows) {
     const int current = currentIndex().row();
     const bool selected = selectionModel()->hasSelection();
     const bool staysInPlace = rows.size() == rows_->rows().size();
+    const QModelIndexList changed = staysInPlace ? rows_->cellsThatLookOtherwiseIn(rows) : QModelIndexList();
+    const std::vector<int> before = widthsOf(changed);
     rows_->setRows(std::move(rows));
-    fitColumns();
+    if (contentWidths_.empty())
+        fitColumns();
+    else
+        fitColumnsTo(changed, before);
     fitRowsInView();
     if (staysInPlace)
         return;
@@ -290,6 +311,12 @@ void RowsTable::fitRowsInView() {
     fitRows(shown_->rowCount() - 1, -1, page);
 }
 
+void RowsTable::changeEvent(QEvent* event) {
+    QTableView::changeEvent(event);
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
+        contentWidths_.clear();
+}
+
 void RowsTable::updateGeometries() {
     fitRowsInView();
     QTableView::updateGeometries();
@@ -341,11 +368,44 @@ void RowsTable::currentChanged(const QModelIndex& current, const QModelIndex& pr
 }
 
 void RowsTable::fitColumns() {
+    contentWidths_.assign(static_cast<std::size_t>(shown_->columnCount()), 0);
+    for (int column = 0; column + 1 < shown_->columnCount(); ++column)
+        fitColumn(column);
+}
+
+void RowsTable::fitColumn(int column) {
+    setContentWidth(column, std::max(sizeHintForColumn(column), horizontalHeader()->sectionSizeHint(column)));
+}
+
+void RowsTable::setContentWidth(int column, int width) {
+    contentWidths_[static_cast<std::size_t>(column)] = width;
+    const bool isDrawn = itemDelegateForColumn(column); // and may not be cut
     const int widest = mostCharacters * fontMetrics().averageCharWidth();
+    setColumnWidth(column, isDrawn ? width : std::min(width, widest));
+}
+
+std::vector<int> RowsTable::widthsOf(const QModelIndexList& cells) const {
+    std::vector<int> widths(static_cast<std::size_t>(shown_->columnCount()));
+    QStyleOptionViewItem option;
+    initViewItemOption(&option);
+    for (const QModelIndex& cell : cells) {
+        const QModelIndex shown = shown_->mapFromSource(cell);
+        int& width = widths[static_cast<std::size_t>(cell.column())];
+        if (shown.isValid() && shown.column() + 1 < shown_->columnCount())
+            width = std::max(width, itemDelegateForIndex(shown)->sizeHint(option, shown).width());
+    }
+    return widths;
+}
+
+void RowsTable::fitColumnsTo(const QModelIndexList& changed, const std::vector<int>& before) {
+    const std::vector<int> now = widthsOf(changed);
     for (int column = 0; column + 1 < shown_->columnCount(); ++column) {
-        resizeColumnToContents(column);
-        if (columnWidth(column) > widest && !itemDelegateForColumn(column)) // what is drawn is not cut
-            setColumnWidth(column, widest);
+        const auto place = static_cast<std::size_t>(column);
+        const int width = contentWidths_[place];
+        if (now[place] > width)
+            setContentWidth(column, now[place]);
+        else if (itemDelegateForColumn(column) || (before[place] == width && now[place] < width))
+            fitColumn(column);
     }
 }
 

@@ -61,6 +61,7 @@ signals:
     void rowLeft();
 
 protected:
+    void changeEvent(QEvent* event) override;
     void updateGeometries() override;
     void verticalScrollbarValueChanged(int value) override;
     int sizeHintForRow(int row) const override;
@@ -76,6 +77,13 @@ private:
     void activate(const QModelIndex& index);
     void tickSelected();
     void fitColumns();
+    void fitColumn(int column);
+    void setContentWidth(int column, int width);
+    /// Fits the columns to the cells that changed; measuring all of them at each change would take too long.
+    /// \param before what these cells needed in each column until now
+    void fitColumnsTo(const QModelIndexList& changed, const std::vector<int>& before);
+    /// The widest of these source cells that are shown, in each column.
+    std::vector<int> widthsOf(const QModelIndexList& cells) const;
     /// Measures rows from `first` on, up or down, until they fill the room (pixels).
     void fitRows(int first, int step, int room);
     void fitRowsInView();
@@ -83,6 +91,8 @@ private:
     Model* rows_;
     Shown* shown_;
     bool rowsAreEqual_ = false; ///< in height
+    /// What heads and shown cells need in each column; empty while that is not known.
+    std::vector<int> contentWidths_;
 };
 
 } // namespace orvista

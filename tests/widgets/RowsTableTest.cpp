@@ -5,7 +5,10 @@
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QSignalSpy>
+#include <QStyledItemDelegate>
 #include <QTest>
+
+#include <random>
 
 using namespace orvista;
 
@@ -47,6 +50,22 @@ struct Table {
     RowsTable table{{"Name", "Number"}};
 };
 
+/// Counts how many cells are measured.
+class CountingDelegate final : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+        ++measured;
+        return QStyledItemDelegate::sizeHint(option, index);
+    }
+    mutable int measured = 0;
+};
+
+/// A hundred rows of four cells.
+std::vector<TableRow> manyRows() {
+    return {100, {{"0"}, {"0"}, {"0"}, {"0"}}};
+}
+
 } // namespace
 
 class RowsTableTest : public QObject {
@@ -67,6 +86,8 @@ private slots:
     void asManyRowsAsBeforeStaySelected();
     void selectedRowsComeAsTheyAreShown();
     void allOfAThousandRowsAreShownWhole();
+    void columnsFitWhateverChanged();
+    void aChangedCellIsMeasuredAlone();
 };
 
 void RowsTableTest::rowsStandAsTheyCameUntilAHeadIsClicked() {
@@ -241,6 +262,48 @@ void RowsTableTest::allOfAThousandRowsAreShownWhole() {
         rows.choose(0);
         QTRY_VERIFY(isWhole(0) && isWhole(1));
     }
+}
+
+void RowsTableTest::columnsFitWhateverChanged() {
+    const QStringList heads{"A", "B", "C", "D"};
+    RowsTable table(heads);
+    table.setRowHeight(20);
+    std::vector<TableRow> rows = manyRows();
+    table.setRows(rows);
+    std::mt19937 random(11);
+    const auto below = [&random](unsigned bound) { return static_cast<int>(random() % bound); };
+    for (int step = 0; step < 200; ++step) {
+        // Only few are wide, so that the widest of them often shrinks.
+        TableCell& cell = rows[static_cast<std::size_t>(below(5))][static_cast<std::size_t>(below(4))];
+        cell.text = QString(below(80), u'x');
+        cell.isMarked = below(2) == 1;
+        table.setFilter(below(10) == 0 ? QStringLiteral("xx") : QString());
+        if (step == 100)
+            table.setFont(QFont(table.font().family(), 20));
+        table.setRows(rows);
+        RowsTable fresh(heads);
+        fresh.setFont(table.font());
+        fresh.setRows(rows);
+        if (table.model()->rowCount() != fresh.model()->rowCount())
+            continue;
+        for (int column = 0; column < 3; ++column)
+            QCOMPARE(table.columnWidth(column), fresh.columnWidth(column));
+    }
+}
+
+void RowsTableTest::aChangedCellIsMeasuredAlone() {
+    RowsTable table({"A", "B", "C", "D"});
+    table.setRowHeight(20);
+    CountingDelegate delegate;
+    table.setItemDelegate(&delegate);
+    std::vector<TableRow> rows = manyRows();
+    rows[7][1].text = QStringLiteral("wide enough");
+    table.setRows(rows);
+    QVERIFY(delegate.measured >= 300);
+    delegate.measured = 0;
+    rows[50][1].text = QStringLiteral("12");
+    table.setRows(rows);
+    QCOMPARE(delegate.measured, 2); // before and after
 }
 
 QTEST_MAIN(RowsTableTest)
