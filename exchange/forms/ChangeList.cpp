@@ -141,7 +141,11 @@ ChangeList::ChangeList(std::vector<ShownChange> changes, QWidget* parent)
     if (!changes_.empty())
         tblChanges->setCurrentCell(0, Item);
     followTicks();
-    setFocusProxy(tblChanges);
+}
+
+void ChangeList::enter() {
+    // As a focus proxy the table would be all that Tab reaches: it leads past what stands before it.
+    tblChanges->setFocus();
 }
 
 void ChangeList::fillTable() {

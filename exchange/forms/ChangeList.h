@@ -27,6 +27,8 @@ class ChangeList final : public QWidget {
 public:
     explicit ChangeList(std::vector<ShownChange> changes, QWidget* parent = nullptr);
 
+    /// Puts the focus on the rows.
+    void enter();
     /// Of each change, in their order, whether it is chosen.
     std::vector<bool> ticked() const;
 

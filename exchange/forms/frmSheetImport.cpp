@@ -54,7 +54,7 @@ frmSheetImport::frmSheetImport(const QString& file, std::vector<SheetChange> cha
     if (changes_.empty())
         buttons.btnCancel->setFocus();
     else
-        list_->focusProxy()->setFocus();
+        list_->enter();
 }
 
 void frmSheetImport::accept() {

@@ -6,7 +6,12 @@
 #include "dialogs/frmSelDir.h"
 #include "dialogs/frmSelFile.h"
 #include "dialogs/frmStartup.h"
+#include "exchange/forms/frmReplace.h"
+#include "exchange/forms/frmSeveralDisplays.h"
+#include "exchange/forms/frmSheetErrors.h"
+#include "exchange/forms/frmSheetImport.h"
 #include "link/forms/frmConnection.h"
+#include "mainwindow/frmRestore.h"
 #include "script/forms/frmMessageEdit.h"
 #include "tests/support/ScriptedPeople.h"
 #include "tests/support/TemporaryFolder.h"
@@ -56,15 +61,28 @@ QList<QWidget*> reachable(const QDialog& dialog) {
     return controls;
 }
 
-/// Makes clicks do nothing but be listed.
-void onlyListClicks(QDialog& dialog, QStringList& clicks) {
-    for (QPushButton* const button : dialog.findChildren<QPushButton*>()) {
-        QObject::disconnect(button, &QAbstractButton::clicked, nullptr, nullptr);
-        button->setEnabled(true);
-        QObject::connect(button, &QAbstractButton::clicked, &dialog,
-                         [button, &clicks] { clicks += button->objectName(); });
-    }
+void show(QDialog& dialog) {
+    dialog.show();
+    dialog.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&dialog));
 }
+
+/// A dialog on the screen, all of whose buttons are enabled and do nothing but be listed when clicked.
+struct Desk {
+    explicit Desk(const Make& make) : dialog(make()) {
+        for (QPushButton* const button : dialog->findChildren<QPushButton*>()) {
+            QObject::disconnect(button, &QAbstractButton::clicked, nullptr, nullptr);
+            button->setEnabled(true);
+            QObject::connect(button, &QAbstractButton::clicked, dialog.get(),
+                             [this, button] { clicks += button->objectName(); });
+        }
+        show(*dialog);
+    }
+    QPushButton& button(const QString& name) const { return *dialog->findChild<QPushButton*>(name); }
+
+    std::unique_ptr<QDialog> dialog;
+    QStringList clicks;
+};
 
 } // namespace
 
@@ -83,7 +101,7 @@ private slots:
             missing.removeAll(nameOf(*QApplication::focusWidget()));
             press(*dialog, Qt::Key_Tab);
         }
-        QCOMPARE(missing, QStringList());
+        QCOMPARE(missing.join(u' '), QString());
     }
 
     void escapeCloses_data() { addDialogs(); }
@@ -100,37 +118,30 @@ private slots:
     void pressesTheFocusedButton() {
         QFETCH(const Make, make);
         QFETCH(const QStringList, buttons);
-        const std::unique_ptr<QDialog> dialog = make();
-        QStringList clicks;
-        onlyListClicks(*dialog, clicks);
-        show(*dialog);
+        Desk desk(make);
         for (const QString& name : buttons) {
             for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space}) {
-                clicks.clear();
-                dialog->findChild<QPushButton*>(name)->setFocus();
-                press(*dialog, key);
-                QCOMPARE(clicks, QStringList(name));
+                desk.clicks.clear();
+                desk.button(name).setFocus();
+                press(*desk.dialog, key);
+                QCOMPARE(desk.clicks, QStringList(name));
             }
         }
-        QCOMPARE(dialog->findChildren<QPushButton*>().size(), buttons.size());
+        QCOMPARE(desk.dialog->findChildren<QPushButton*>().size(), buttons.size());
     }
 
     void pressesTheDefaultWhileNoButtonHasTheFocus_data() { addDialogs(); }
     void pressesTheDefaultWhileNoButtonHasTheFocus() {
         QFETCH(const Make, make);
         QFETCH(const QStringList, buttons);
-        const std::unique_ptr<QDialog> dialog = make();
-        QStringList clicks;
-        onlyListClicks(*dialog, clicks);
-        show(*dialog);
+        Desk desk(make);
         // Whatever had the focus before, leaving the buttons makes OK the default again.
         for (const QString& name : buttons) {
-            auto* const button = dialog->findChild<QPushButton*>(name);
-            button->setFocus();
-            button->clearFocus();
-            clicks.clear();
-            QTest::keyClick(dialog.get(), Qt::Key_Return);
-            QCOMPARE(clicks, QStringList(buttons.front()));
+            desk.button(name).setFocus();
+            desk.button(name).clearFocus();
+            desk.clicks.clear();
+            QTest::keyClick(desk.dialog.get(), Qt::Key_Return);
+            QCOMPARE(desk.clicks, QStringList(buttons.front()));
         }
     }
 
@@ -165,12 +176,6 @@ private slots:
     }
 
 private:
-    static void show(QDialog& dialog) {
-        dialog.show();
-        dialog.activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(&dialog));
-    }
-
     std::unique_ptr<QDialog> newProject() { return std::make_unique<frmNewProject>(environment_, messages_); }
 
     /// The dialogs with their push buttons, the default one first.
@@ -195,6 +200,34 @@ private:
         add("connection", okCancel, [] { return std::make_unique<frmConnection>("192.168.1.20"); });
         add("start-up", {"btnStartupOK"}, [] { return std::make_unique<frmStartup>(true); });
         add("About box", {"cmdOK"}, [] { return std::make_unique<frmLic>(); });
+        addNewerDialogs(add);
+    }
+
+    template <typename Add>
+    void addNewerDialogs(Add&& add) {
+        const QStringList okCancel{"btnOK", "btnCancel"};
+        add("replace", {"btnOK", "btnCancel", "btnReplaceTickAll", "btnReplaceTickNone"},
+            [this] { return std::make_unique<frmReplace>(project_, std::vector<std::string>()); });
+        add("restore", okCancel, [] {
+            const frmRestore::Row row{QDateTime::currentDateTime(), "Line3", "1 message"};
+            return std::make_unique<frmRestore>(std::vector{row});
+        });
+        add("nothing to restore", okCancel,
+            [] { return std::make_unique<frmRestore>(std::vector<frmRestore::Row>()); });
+        add("import", okCancel, [] {
+            const SheetChange change{"STDMSG1", "script", "CLEAR", "CLEAR\r\nACT STILL 1"};
+            return std::make_unique<frmSheetImport>("messages.csv", std::vector{change});
+        });
+        add("errors of an import", {"btnClose"}, [] {
+            SheetErrors errors;
+            errors.add(2, "script", "is wrong");
+            return std::make_unique<frmSheetErrors>("messages.csv", errors);
+        });
+        add("several displays",
+            {"btnLoad", "btnPaste", "btnStart", "btnStop", "btnAgain", "btnReport", "btnCancel"}, [this] {
+                return std::make_unique<frmSeveralDisplays>(
+                    frmSeveralDisplays::Work{project_, "Line3.orx", "orvista", messages_});
+            });
     }
 
     TemporaryFolder folder_;
