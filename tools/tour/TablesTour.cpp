@@ -1,11 +1,13 @@
 #include "tools/tour/TablesTour.h"
 
+#include "widgets/DeviceTextEdit.h"
 #include "widgets/RowsTable.h"
 
 #include <QAction>
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QTest>
 
 namespace orvista::tour {
@@ -123,6 +125,36 @@ void TablesTour::handsTablesOver() {
     hands.find<QAction>("miToolsImportMessages").trigger();
     QCOMPARE(hands.find<QAction>("miEditUndo").text(), "Undo");
     QVERIFY(QFile::remove(stage_.path("messages.csv")) && QFile::remove(stage_.path("addresses.pdf")));
+}
+
+void TablesTour::takesAnApplyBackByKey() {
+    const Hands hands = stage_.hands();
+    hands.clickNode("trvSystem", "C4");
+    hands.clickNode("trvMsg", "R4");
+    auto& box = hands.find<DeviceTextEdit>("txtMsg");
+    const QString before = box.toPlainText();
+    hands.type("txtMsg", "TEXT 0 0 RED BLACK \"Pump 4\"");
+    hands.click("btnMsgApply");
+    auto& tree = hands.find<QWidget>("trvMsg");
+    hands.window().activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&hands.window()));
+    tree.setFocus(); // in the box the keys would be the box's own
+    QTest::keyClick(&tree, Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(box.toPlainText(), before);
+    auto& menu = hands.find<QMenu>("mnuEdit");
+    menu.popup(stage_.window().mapToGlobal(QPoint(0, 0)));
+    QTRY_VERIFY(menu.isVisible());
+    stage_.show(menu, "undo-menu", "The menu Edit tells what can be made again.");
+    menu.hide();
+    QTest::keyClick(&tree, Qt::Key_Y, Qt::ControlModifier);
+    QVERIFY(box.toPlainText().contains("Pump 4"));
+    QCOMPARE(hands.find<QAction>("miEditUndo").text(), "Undo Apply STDMSG4");
+    stage_.show("redone", "Ctrl+Z took the applied script back, Ctrl+Y made it again.");
+    QTest::keyClick(&tree, Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(hands.find<QAction>("miEditRedo").text(), "Redo Apply STDMSG4");
+    stage_.show("undone", "Taken back once more: box and preview show the message as it was.");
+    hands.press(QStringLiteral("Ctrl+S"));
+    QTRY_COMPARE(stage_.window().windowTitle(), "Orvista Message Editor - [STATION]");
 }
 
 } // namespace orvista::tour

@@ -13,7 +13,7 @@ class RowsTable;
 namespace orvista::tour {
 
 /// The open project at a glance: a message is found, copied and taken back, a text replaced in all messages.
-/// What is changed is undone and saved.
+/// What is changed is undone, from the menu and by key, and saved.
 class TablesTour final : public QObject {
     Q_OBJECT
 public:
@@ -27,6 +27,7 @@ private slots:
     void listsAllVariables();
     void takesItAllBack();
     void handsTablesOver();
+    void takesAnApplyBackByKey();
 
 private:
     Stage& stage_;

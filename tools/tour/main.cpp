@@ -1,6 +1,7 @@
 #include "tests/support/ExpectedLocale.h"
 #include "tools/tour/DeviceTour.h"
 #include "tools/tour/EditingTour.h"
+#include "tools/tour/FilesTour.h"
 #include "tools/tour/ProjectTour.h"
 #include "tools/tour/RecoveryTour.h"
 #include "tools/tour/TablesTour.h"
@@ -35,11 +36,12 @@ int main(int argc, char** argv) {
     TablesTour tables(stage);
     DeviceTour device(stage);
     RecoveryTour recovery(stage);
+    FilesTour files(stage);
     // A box that nobody answers would hold a step for five minutes.
     qputenv("QTEST_FUNCTION_TIMEOUT", "60000");
     const QStringList quietly{arguments.first(), QStringLiteral("-silent")};
     for (QObject* const part :
-         std::initializer_list<QObject*>{&project, &editing, &tables, &device, &recovery})
+         std::initializer_list<QObject*>{&project, &editing, &tables, &device, &recovery, &files})
         if (QTest::qExec(part, quietly) != 0)
             return EXIT_FAILURE;
     return EXIT_SUCCESS;
