@@ -14,7 +14,7 @@ namespace orvista::tour {
 
 namespace {
 
-const char* const otherScript = "TEXT 0 0 RED BLACK \"Changed elsewhere\"";
+const char* const otherScript = "TEXT 0 0 RED BLACK \"Changed again\"";
 
 /// Gives the first message of the file another script, as a second editor would.
 void changeFile(const QString& path) {
