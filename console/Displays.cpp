@@ -11,6 +11,8 @@
 #include "model/ProjectFile.h"
 #include "model/Text.h"
 
+#include <system_error>
+
 namespace orvista::console {
 
 namespace {
@@ -60,6 +62,23 @@ DisplayAddress modbusAddress(const std::string& argument) {
     if (endsWithIgnoringCase(argument, DocMgrModule::projectExtension))
         throw CommandFailure(ExitStatus::Unusable, argument + " is a project; the display comes first");
     return addressOf(argument, modbusTcp);
+}
+
+void addModbusDisplay(CLI::App& command, std::string& display) {
+    command.add_option("DISPLAY", display, "The display: NAME, NAME:PORT or [IPv6]:PORT; port 502")
+        ->required();
+}
+
+CLI::Option* addProjectOnDisplay(CLI::App& command, std::string& project, const std::string& description) {
+    return command.add_option("--project", project, description)->type_name("PROJECT");
+}
+
+ScratchFolder scratchFolder() {
+    try {
+        return ScratchFolder();
+    } catch (const std::system_error& failure) {
+        throw CommandFailure(ExitStatus::Unusable, failure.what());
+    }
 }
 
 void fetchDisplay(const DisplayAddress& display, const std::string& folder) {

@@ -2,6 +2,9 @@
 
 #include "link/DisplayAddress.h"
 #include "model/Project.h"
+#include "model/ScratchFolder.h"
+
+#include <CLI/App.hpp>
 
 #include <string>
 
@@ -13,7 +16,13 @@ DisplayAddress transferAddress(const std::string& argument);
 
 /// The argument DISPLAY of the commands that speak Modbus. \throws CommandFailure
 DisplayAddress modbusAddress(const std::string& argument);
-inline constexpr const char* modbusDisplayHelp = "The display: NAME, NAME:PORT or [IPv6]:PORT; port 502";
+void addModbusDisplay(CLI::App& command, std::string& display);
+/// --project for what is on that display; commands may require it.
+CLI::Option* addProjectOnDisplay(CLI::App& command, std::string& project,
+                                 const std::string& description = "The project that is on the display, .orx");
+
+/// A folder for what is sent or fetched meanwhile. \throws CommandFailure
+ScratchFolder scratchFolder();
 
 /// Fetches the files of a display into a folder that is there already, and shows how far it is.
 /// \throws CommandFailure

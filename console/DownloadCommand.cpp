@@ -13,7 +13,6 @@
 #include "model/Files.h"
 #include "model/FolderLookup.h"
 #include "model/ProjectFile.h"
-#include "model/ScratchFolder.h"
 #include "model/Windows1252.h"
 
 #include <filesystem>
@@ -124,11 +123,11 @@ std::string targetOf(const FleetDisplay& display, const Options& options) {
 }
 
 ExitStatus downloadFromMany(const Options& options) {
-    const auto displays = chosenDisplays(options.fleet, {{}, {}, false});
+    const auto displays = chosenDisplays(options.fleet, {.needsProjects = false});
     if (options.fleet.list.empty())
         expectProjectName(options.output);
     Interruption interruption(watchInput(options.fleet)); // or Ctrl+C would leave the folder
-    const ScratchFolder scratch;
+    const ScratchFolder scratch = scratchFolder();
     std::vector<FleetTask> tasks;
     tasks.reserve(displays.size());
     for (const FleetDisplay& display : displays) {

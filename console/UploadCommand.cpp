@@ -17,7 +17,6 @@
 #include "model/Files.h"
 #include "model/Numbers.h"
 #include "model/ProjectFile.h"
-#include "model/ScratchFolder.h"
 #include "model/Text.h"
 
 #include <filesystem>
@@ -97,13 +96,13 @@ FleetTask taskOf(const FleetDisplay& display, const std::string& project, const 
 }
 
 ExitStatus uploadToMany(const Options& options) {
-    const auto displays = chosenDisplays(options.fleet, {{}, options.project});
+    const auto displays = chosenDisplays(options.fleet, {.project = options.project});
     if (!options.project.empty())
         expectProjectName(options.project);
     else if (options.fleet.list.empty())
         throw CommandFailure(ExitStatus::Unusable, "there is no project to send");
     Interruption interruption(watchInput(options.fleet)); // or Ctrl+C would leave the folder
-    const ScratchFolder scratch;
+    const ScratchFolder scratch = scratchFolder();
     const Snapshots snapshots(displays, scratch.path(), options.check);
     std::vector<FleetTask> tasks;
     tasks.reserve(displays.size());

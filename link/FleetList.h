@@ -43,8 +43,8 @@ struct Fleet {
 
 /// What the rows themselves do not say.
 struct FleetDefaults {
-    std::string folder;        ///< the list's; projects are relative to it
-    std::string project;       ///< path for rows without one; empty where there is none
+    std::string folder = {};   ///< the list's; projects are relative to it
+    std::string project = {};  ///< path for rows without one; empty where there is none
     bool needsProjects = true; ///< refuses rows without a project
 };
 

@@ -11,16 +11,21 @@ namespace orvista {
 namespace fs = std::filesystem;
 
 ScratchFolder::ScratchFolder() {
-    const fs::path top = fs::temp_directory_path();
+    std::error_code error;
+    const fs::path top = fs::temp_directory_path(error);
+    if (error)
+        throw std::system_error(error, "the folder for temporary files");
     std::random_device random;
     constexpr int attempts = 100;
     for (int attempt = 0; attempt < attempts; ++attempt) {
         const fs::path folder = top / ("orvista-" + std::to_string(random()));
-        if (!fs::create_directory(folder))
-            continue;
-        fs::permissions(folder, fs::perms::owner_all);
-        path_ = utf8Path(folder);
-        return;
+        if (fs::create_directory(folder, error)) {
+            fs::permissions(folder, fs::perms::owner_all, error);
+            path_ = utf8Path(folder);
+            return;
+        }
+        if (error)
+            throw std::system_error(error, utf8Path(top));
     }
     throw std::system_error(std::make_error_code(std::errc::file_exists), utf8Path(top));
 }

@@ -8,7 +8,7 @@ namespace orvista {
 /// object, with everything in it.
 class ScratchFolder {
 public:
-    /// \throws std::system_error where none can be made
+    /// \throws std::system_error where none can be made; `what()` names the folder that it was to be in
     ScratchFolder();
     ~ScratchFolder();
     ScratchFolder(const ScratchFolder&) = delete;

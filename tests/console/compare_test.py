@@ -167,10 +167,13 @@ pump.bmp
         (self.folder / "held" / "modbus.adr").write_bytes(b"AnalogInput    99999999999\r\n")
         self.assertIn(display.address + ": ", self.complaint(2, "compare", PROJECT, display.address))
 
-    def test_what_cannot_be_fetched_for_want_of_room_is_status_2(self):
+    def test_without_a_folder_for_temporary_files_nothing_is_begun(self):
         display = self.display()
         os.environ["TMPDIR"] = str(self.scratch / "gone")
-        self.assertIn("No such file or directory", self.complaint(2, "compare", PROJECT, display.address))
+        line = "orvista: the folder for temporary files: No such file or directory"
+        self.assertEqual(self.complaint(2, "compare", PROJECT, display.address), line)
+        self.assertEqual(self.complaint(2, "upload", PROJECT, "--to", display.address), line)
+        self.assertEqual(self.complaint(2, "download", "--from", display.address, "-o", "new.orx"), line)
 
     def test_an_interrupted_fetch_leaves_nothing(self):
         display = self.display()
