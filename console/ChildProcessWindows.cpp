@@ -74,6 +74,7 @@ ChildProcess::ChildProcess(const std::vector<std::string>& arguments, std::span<
     std::wstring line = L"orvista";
     for (const std::string& argument : arguments)
         line += L" " + quoted(wide(argument));
+    // Into this program's own, which the child inherits; it makes no other use of them any more.
     for (const auto& [name, value] : environment)
         SetEnvironmentVariableW(wide(name).c_str(), wide(value).c_str());
 

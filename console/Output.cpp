@@ -30,6 +30,14 @@ bool hasReaderLeft(int error) {
 #endif
 }
 
+bool isTerminal(std::FILE* stream) {
+#ifdef _WIN32
+    return _isatty(_fileno(stream)) != 0;
+#else
+    return isatty(fileno(stream)) != 0;
+#endif
+}
+
 void failUnlessReaderLeft() {
     const int error = errno;
     std::clearerr(stdout);
@@ -80,15 +88,9 @@ void complain(std::string_view text) {
     std::fprintf(stderr, "orvista: %.*s\n", static_cast<int>(text.size()), text.data());
 }
 
-Progress::Progress()
-#ifdef _WIN32
-    : hasTerminal_(_isatty(_fileno(stderr)) != 0){}
-#else
-    : hasTerminal_(isatty(STDERR_FILENO) != 0) {
-}
-#endif
+Progress::Progress() : hasTerminal_(isTerminal(stderr)) {}
 
-      void Progress::show(const std::string& text) {
+void Progress::show(const std::string& text) {
     if (!hasTerminal_)
         return;
     clear();

@@ -74,16 +74,9 @@ std::string itemLine(const DisplayItem& item, const ItemTexts& texts) {
     std::string line = padded(item.name(), 11) + padded(decimalText(item.address), 7);
     if (!item.isAddressable)
         return line + "no address\n";
-    std::string text;
-    if (item.isFloat()) {
-        line += padded(floatText(item.value()), 14) + padded(wordsText(item), 11);
-        text = texts.floatVariable(item.index, item.value());
-    } else {
-        line += padded(item.isOn() ? "ON" : "OFF", 25);
-        text = item.isMessage() ? texts.message(*item.kind, item.index)
-                                : texts.booleanVariable(item.index, item.isOn());
-    }
-    const std::size_t end = line.append(text).find_last_not_of(' ');
+    line += item.isFloat() ? padded(valueText(item), 14) + padded(wordsText(item), 11)
+                           : padded(valueText(item), 25);
+    const std::size_t end = line.append(texts.of(item)).find_last_not_of(' ');
     return line.substr(0, end + 1) + "\n";
 }
 
@@ -171,10 +164,8 @@ ExitStatus read(const Options& options) {
 void addRead(CLI::App& program, Run& run) {
     const auto options = std::make_shared<Options>();
     CLI::App* command = program.add_subcommand("read", "Ask a display what is on, and for every value");
-    command->add_option("DISPLAY", options->display, modbusDisplayHelp)->required();
-    command->add_option("--project", options->project, "The project that is on the display, .orx")
-        ->type_name("PROJECT")
-        ->required();
+    addModbusDisplay(*command, options->display);
+    addProjectOnDisplay(*command, options->project)->required();
     command->add_option("--watch", options->watch, "Ask again every so many seconds, and tell what changes")
         ->type_name("SECONDS")
         ->check(CLI::Range(shortestWatch, longestWatch));

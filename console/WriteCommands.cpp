@@ -71,10 +71,8 @@ CLI::Option* addMessageList(CLI::App& command, const char* name, std::vector<std
 void addSwitch(CLI::App& program, Run& run) {
     const auto options = std::make_shared<SwitchOptions>();
     CLI::App* command = program.add_subcommand("switch", "Switch messages of a display on and off");
-    command->add_option("DISPLAY", options->display, modbusDisplayHelp)->required();
-    command->add_option("--project", options->project, "The project that is on the display, .orx")
-        ->type_name("PROJECT")
-        ->required();
+    addModbusDisplay(*command, options->display);
+    addProjectOnDisplay(*command, options->project)->required();
     addMessageList(*command, "--on", options->on, "Messages to switch on");
     addMessageList(*command, "--off", options->off, "Messages to switch off");
     command->add_flag("--only", options->only, "Switch all others off");
@@ -93,13 +91,12 @@ void addSwitch(CLI::App& program, Run& run) {
 void addWrite(CLI::App& program, Run& run) {
     const auto options = std::make_shared<WriteOptions>();
     CLI::App* command = program.add_subcommand("write", "Write variables of a display");
-    command->add_option("DISPLAY", options->display, modbusDisplayHelp)->required();
+    addModbusDisplay(*command, options->display);
     command
         ->add_option("VALUE", options->assignments,
                      "RegVar3=12.5, CoilVar2=on, 200=1.5 (a float from register 200 on) or 200=on (a coil)")
         ->required();
-    command->add_option("--project", options->project, "The project that is on the display, .orx; for names")
-        ->type_name("PROJECT");
+    addProjectOnDisplay(*command, options->project, "The project that is on the display, .orx; for names");
     command->footer(
         "Examples:\n"
         "  orvista write 192.168.1.103 --project PUMPSTATION.orx RegVar3=12.5 CoilVar2=on\n"

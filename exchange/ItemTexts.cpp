@@ -29,4 +29,10 @@ std::string ItemTexts::booleanVariable(std::size_t index, bool on) const {
     return utf8FromWindows1252(on ? texts.on : texts.off);
 }
 
+std::string ItemTexts::of(const DisplayItem& item) const {
+    if (item.isFloat())
+        return floatVariable(item.index, item.value());
+    return item.isMessage() ? message(*item.kind, item.index) : booleanVariable(item.index, item.isOn());
+}
+
 } // namespace orvista

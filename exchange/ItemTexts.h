@@ -1,6 +1,7 @@
 #pragma once
 
 #include "display/FieldFormats.h"
+#include "link/ModbusReader.h"
 #include "model/ItemKind.h"
 #include "model/Project.h"
 
@@ -22,6 +23,8 @@ public:
     std::string floatVariable(std::size_t index, float value) const;
     /// The text for that state.
     std::string booleanVariable(std::size_t index, bool on) const;
+    /// One of the three, by what the display holds for the item.
+    std::string of(const DisplayItem& item) const;
 
 private:
     FieldFormats formats_;

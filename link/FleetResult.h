@@ -33,7 +33,7 @@ struct TransferEnd {
     std::size_t files = 0; ///< that arrived
 };
 
-/// An end for which every file, or none, is accounted for.
+/// A transfer that failed before any file had arrived.
 TransferEnd failedTransfer(std::string reason);
 /// An upload that stopped on its way: half where a file arrived, else failed.
 /// \param arrived names of the files that the display has

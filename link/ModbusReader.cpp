@@ -94,6 +94,12 @@ std::string unreachableItems(const std::vector<DisplayItem>& items) {
     return text;
 }
 
+std::string valueText(const DisplayItem& item) {
+    if (item.isFloat())
+        return floatText(item.value());
+    return item.isOn() ? "ON" : "OFF";
+}
+
 std::string wordsText(const DisplayItem& item) {
     std::string text;
     for (const std::uint16_t word : item.words())

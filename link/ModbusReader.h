@@ -61,6 +61,9 @@ void takeAnswer(const ReadStep& step, std::span<const std::uint8_t> data, std::v
 /// "STDMSG31 to STDMSG40, RegVar64": the items that no request reaches; empty where there are none.
 std::string unreachableItems(const std::vector<DisplayItem>& items);
 
+/// "ON", "OFF" or a float's digits. \param item that is addressable
+std::string valueText(const DisplayItem& item);
+
 /// The words that were read, in hexadecimal: "0000 3FC0".
 std::string wordsText(const DisplayItem& item);
 

@@ -268,17 +268,11 @@ TableRow MonitorPanel::cells(std::size_t row) const {
         cells[State] = {tr("no address")};
         return cells;
     }
-    std::string text;
-    if (item.isFloat()) {
-        cells[State] = {QString::fromStdString(floatText(item.value())), item.value()};
-        text = texts_->floatVariable(item.index, item.value());
-    } else {
-        cells[State] = {item.isOn() ? QStringLiteral("ON") : QStringLiteral("OFF")};
-        text = item.isMessage() ? texts_->message(*item.kind, item.index)
-                                : texts_->booleanVariable(item.index, item.isOn());
-    }
+    cells[State] = {QString::fromStdString(valueText(item))};
+    if (item.isFloat())
+        cells[State].sortKey = item.value();
     cells[Raw] = {QString::fromStdString(wordsText(item))};
-    cells[Text] = {QString::fromStdString(text)};
+    cells[Text] = {QString::fromStdString(texts_->of(item))};
     if (changes_[row])
         cells[Changed] = {timeText(changes_[row]->time)};
     for (TableCell& cell : cells) {
