@@ -14,7 +14,7 @@ from pathlib import Path
 sys.path.insert(0, str(Path(__file__).parents[1] / "tour"))
 import device_files  # noqa: E402  the project's files, written apart from the program
 
-from program import GOLDEN, PROGRAM, PROJECT, ProgramTest, as_ordinary_user, main
+from program import COMMANDS, GOLDEN, PROGRAM, PROJECT, ProgramTest, as_ordinary_user, main
 
 
 def golden(name):
@@ -31,8 +31,7 @@ def no_file_grows():
 
 class Usage(ProgramTest):
     def test_help_has_examples_everywhere(self):
-        for command in ([], ["check"], ["compare"], ["show"], ["addresses"], ["new"], ["read"], ["switch"], ["write"], ["messages"], ["messages", "export"], ["messages", "import"],
-                        ["variables"], ["variables", "export"], ["variables", "import"], ["upload"], ["download"]):
+        for command in ([], ["messages"], ["variables"], *COMMANDS):
             text = self.expect(0, *command, "--help").decode()
             self.assertIn("Usage: orvista" + "".join(" " + word for word in command), text)
             self.assertIn("Examples:\n  orvista " + " ".join(command), text)

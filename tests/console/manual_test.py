@@ -11,12 +11,10 @@ import unittest
 from pathlib import Path
 
 from displays import Display
-from program import EXAMPLE, PROGRAM, PROJECT, SOURCE, ProgramTest, main
+from program import COMMANDS, EXAMPLE, PROGRAM, PROJECT, SOURCE, ProgramTest, main
 
 PAGE = (SOURCE / "packaging" / "linux" / "man" / "orvista.1").read_text("ascii")
 COMPLETION = SOURCE / "packaging" / "linux" / "completion" / "orvista"
-COMMANDS = (["check"], ["compare"], ["show"], ["addresses"], ["messages", "export"], ["messages", "import"], ["variables", "export"],
-            ["variables", "import"], ["new"], ["upload"], ["download"], ["read"], ["switch"], ["write"])
 
 
 def manual_fields(command):

@@ -42,6 +42,7 @@ class Scripted:
     def __init__(self, answer):
         self.answer = answer
         self.requests = []
+        self.over = False
 
     def __enter__(self):
         self.listener = socket.create_server(("127.0.0.1", 0))
@@ -51,13 +52,11 @@ class Scripted:
         return self
 
     def __exit__(self, *_):
-        # The connection that wakes the server up.
         self.over = True
+        # The connection that wakes the server up.
         socket.create_connection(self.listener.getsockname()).close()
         self.thread.join()
         self.listener.close()
-
-    over = False
 
     def serve(self):
         while True:

@@ -13,6 +13,8 @@ SOURCE = Path(sys.argv.pop(1))
 GOLDEN = SOURCE / "tests" / "exchange" / "golden"
 EXAMPLE = SOURCE / "examples" / "pumpstation"
 PROJECT = "PUMPSTATION.orx"
+COMMANDS = (["check"], ["compare"], ["show"], ["addresses"], ["messages", "export"], ["messages", "import"],
+            ["variables", "export"], ["variables", "import"], ["new"], ["upload"], ["download"], ["read"], ["switch"], ["write"])
 
 
 class ProgramTest(unittest.TestCase):
