@@ -22,14 +22,23 @@ struct Block {
     std::string_view name;
     std::int64_t first;
     std::int64_t last;
-
-    std::int64_t length() const { return last - first + 1; }
+    /// Where it may begin, so that all of it has an address.
+    std::int64_t lowestStart;
+    std::int64_t highestStart;
 };
 
 Block blockOf(const ItemKind& kind, std::string_view name, const Project& project) {
     const std::int64_t first = kind.address(project, 0);
     const auto length = static_cast<std::int64_t>(kind.count) * kind.addressesPerItem;
-    return {kind, name, first, first + length - 1};
+    return {kind, name, first, first + length - 1, 0, lastModbusAddress - length + 1};
+}
+
+/// The regular messages always come a fixed way after the emergency messages, so that each of the two blocks
+/// leaves room for the other.
+void keepTogether(Block& emergency, Block& regular) {
+    const std::int64_t way = regularStartAfter(0);
+    regular.lowestStart = way;
+    emergency.highestStart = regular.highestStart - way;
 }
 
 std::string range(std::int64_t first, std::int64_t last) {
@@ -46,8 +55,8 @@ void checkRange(const Block& block, FindingList& found) {
     found.add(codes::addressRange, {}, [&] {
         return capitalised(block.name) + " lie at " + range(block.first, block.last) +
                ", but addresses go from 0 to 65535, so that not all of them can be reached: choose a start "
-               "from 0 to " +
-               decimalText(lastModbusAddress - block.length() + 1) + ".";
+               "from " +
+               decimalText(block.lowestStart) + " to " + decimalText(block.highestStart) + ".";
     });
 }
 
@@ -79,9 +88,10 @@ void checkRegularStart(const Project& project, FindingList& found) {
 
 Findings checkAddressMap(const Project& project) {
     const Block floats = blockOf(floatVariables, "float variables", project);
-    const std::array coils = {blockOf(booleanVariables, "Boolean variables", project),
-                              blockOf(emergencyMessages, "emergency messages", project),
-                              blockOf(regularMessages, "regular messages", project)};
+    std::array coils = {blockOf(booleanVariables, "Boolean variables", project),
+                        blockOf(emergencyMessages, "emergency messages", project),
+                        blockOf(regularMessages, "regular messages", project)};
+    keepTogether(coils[1], coils[2]);
     FindingList found("address map");
     checkRange(floats, found);
     for (const Block& block : coils)

@@ -1,5 +1,6 @@
 #include "display/forms/ScriptUnderlines.h"
 
+#include "check/Codes.h"
 #include "check/ProjectCheck.h"
 #include "widgets/DeviceTextEdit.h"
 #include "widgets/ModalDialogs.h"
@@ -9,6 +10,7 @@
 #include <QTextBlock>
 #include <QToolTip>
 
+#include <algorithm>
 #include <utility>
 
 namespace orvista {
@@ -19,19 +21,38 @@ namespace {
 constexpr QColor errorColour(225, 45, 45);
 constexpr QColor warningColour(225, 130, 0);
 
-/// From the character concerned to the end of its word; a text that is cut, to the end of its line. What is
-/// missing after the line is shown at the line's last character.
+/// Behind the last character of a line, not before `first`, that is as asked for.
+template <typename IsWanted>
+int behindLast(const QTextDocument& document, int first, int endOfLine, IsWanted&& isWanted) {
+    int end = endOfLine;
+    while (end > first + 1 && !isWanted(document.characterAt(end - 1)))
+        --end;
+    return end;
+}
+
+/// Behind what is wrong: a cut text goes on to its quote, the name of a bitmap may hold blanks, everything
+/// else is a word.
+int endOf(const Finding& finding, int first, int endOfLine, const QTextDocument& document) {
+    if (finding.code == codes::textCut.name)
+        return std::max(first + 1,
+                        behindLast(document, first, endOfLine, [](QChar last) { return last == u'"'; }) - 1);
+    for (const codes::Code& ofName : {codes::missingBitmap, codes::unreadableBitmap, codes::bitmapCut})
+        if (finding.code == ofName.name)
+            return behindLast(document, first, endOfLine, [](QChar last) { return last != u' '; });
+    int end = first + 1;
+    while (end < endOfLine && document.characterAt(end) != u' ')
+        ++end;
+    return end;
+}
+
+/// From the character concerned on. What is missing after the line is shown at the line's last character.
 std::pair<int, int> rangeOf(const Finding& finding, const ScriptPositions& positions,
                             const QTextDocument& document) {
     int first = positions.positionOf(finding.line, finding.column);
     const int endOfLine = positions.endOfLine(finding.line);
     if (first == endOfLine && first > positions.positionOf(finding.line, 1))
         --first;
-    int end = first;
-    const bool isCut = finding.code == "text-cut";
-    while (end < endOfLine && (isCut || end == first || document.characterAt(end) != u' '))
-        ++end;
-    return {first, end};
+    return {first, first < endOfLine ? endOf(finding, first, endOfLine, document) : first};
 }
 
 QTextEdit::ExtraSelection selectionOf(const Finding& finding, std::pair<int, int> range,
@@ -114,9 +135,12 @@ void ScriptUnderlines::underline(const Findings& findings) {
 bool ScriptUnderlines::tell(const QHelpEvent& event) const {
     const int position = box_.cursorForPosition(event.pos()).position();
     QStringList sentences;
-    for (const QTextEdit::ExtraSelection& selection : box_.extraSelections())
-        if (selection.cursor.selectionStart() <= position && position <= selection.cursor.selectionEnd())
+    for (const QTextEdit::ExtraSelection& selection : box_.extraSelections()) {
+        const QTextCursor& word = selection.cursor;
+        // A word that was deleted is empty until the text is looked at again.
+        if (word.hasSelection() && word.selectionStart() <= position && position <= word.selectionEnd())
             sentences << selection.format.toolTip().toHtmlEscaped();
+    }
     if (sentences.isEmpty())
         return false;
     // As markup, since plain tool-tips are not broken into lines.

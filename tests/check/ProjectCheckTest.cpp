@@ -71,7 +71,16 @@ TEST_F(CheckedProject, BlocksLieWithinTheAddresses) {
     setStarts(100, 100, 65516);
     EXPECT_EQ(sentence(),
               "Regular messages lie at 65536 to 65575, but addresses go from 0 to 65535, so that not all "
-              "of them can be reached: choose a start from 0 to 65496.");
+              "of them can be reached: choose a start from 20 to 65496.");
+    // As high as this the emergency messages leave no room for the regular ones, which follow them.
+    setStarts(100, 100, 65517);
+    const Findings both = checkProject(project, bitmaps, 128);
+    ASSERT_EQ(both.list.size(), 2U);
+    EXPECT_EQ(both.list[0].text,
+              "Emergency messages lie at 65517 to 65536, but addresses go from 0 to 65535, so that not all "
+              "of them can be reached: choose a start from 0 to 65476.");
+    setStarts(100, 100, 65476);
+    EXPECT_EQ(found(), Found{});
 }
 
 TEST_F(CheckedProject, StartsAtTheEndsOfTheirRangeAreNoTrouble) {

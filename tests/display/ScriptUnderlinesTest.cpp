@@ -1,6 +1,7 @@
 #include "display/forms/ScriptUnderlines.h"
 
 #include "tests/support/TemporaryFolder.h"
+#include "widgets/DeviceText.h"
 #include "widgets/DeviceTextEdit.h"
 
 #include <QHelpEvent>
@@ -12,6 +13,14 @@ using namespace orvista::testing;
 
 namespace {
 
+/// All bytes from 0x80 on.
+QByteArray upperHalf() {
+    QByteArray bytes;
+    for (int byte = 0x80; byte <= 0xFF; ++byte)
+        bytes += static_cast<char>(byte);
+    return bytes;
+}
+
 struct Desk {
     Desk()
         : underlines(box, project, {[] { return std::string("STDMSG1"); }, [this] { return columns; }},
@@ -22,6 +31,14 @@ struct Desk {
         box.setBytes(script);
         box.show();
         QVERIFY(QTest::qWaitForWindowExposed(&box));
+    }
+    /// The mouse rests at a position of the text: whether that is answered.
+    bool askAt(int position) {
+        QTextCursor within(box.document());
+        within.setPosition(position);
+        const QPoint at = box.cursorRect(within).center();
+        QHelpEvent help(QEvent::ToolTip, at, box.viewport()->mapToGlobal(at));
+        return QApplication::sendEvent(box.viewport(), &help);
     }
     QStringList underlined() const {
         QStringList texts;
@@ -59,6 +76,36 @@ void ScriptUnderlinesTest::underlinesWhatIsFound_data() {
     QTest::newRow("missing bitmap") << QByteArray("CLEAR\r\nIMG 0 0 RED BLACK gone.bmp\r\nACT STILL 1000")
                                     << QStringList{"gone.bmp"};
     QTest::newRow("reserved line") << QByteArray("CLEAR\r\nENDMSG") << QStringList{"ENDMSG"};
+    QTest::newRow("name with blanks") << QByteArray("IMG 0 0 RED BLACK my other  pump.bmp  \r\nACT STILL 1")
+                                      << QStringList{"my other  pump.bmp"};
+    QTest::newRow("cut text") << QByteArray("TEXT 0 0 RED BLACK \"Emergency stop pump 1\" x")
+                              << QStringList{"ump 1"};
+    QTest::newRow("cut last character")
+        << QByteArray("TEXT 0 0 RED BLACK \"Emergency stop pu\"") << QStringList{"u"};
+    QTest::newRow("cut field") << QByteArray("CLEAR\r\nDISPVAR 248 0 RED BLACK RegVar1")
+                               << QStringList{"RegVar1"};
+    QTest::newRow("cut clock") << QByteArray("CLEAR\r\n  TIMES 248 5 RED BLACK ") << QStringList{"TIMES"};
+    QTest::newRow("same colours") << QByteArray("TEXT 0 0 RED  RED \"a\"\r\nACT STILL 1")
+                                  << QStringList{"RED"};
+    QTest::newRow("missing word") << QByteArray("CLEAR\r\nACT STILL") << QStringList{"L"};
+    QTest::newRow("nothing after the line") << QByteArray("CLEAR\r\nACT STILL  ") << QStringList{" "};
+    QTest::newRow("tab in a word") << QByteArray("\t\r\nTEXT\t0 0 RED BLACK \"a\"")
+                                   << QStringList{"\t", "TEXT\t0"};
+    QTest::newRow("tabs in a text") << QByteArray("TEXT 0 0 RED BLACK \"\t\tEmergency stop p\"")
+                                    << QStringList{"p"};
+    QTest::newRow("line feeds alone")
+        << QByteArray("CLEAR\nTXET a\nACT STIL 1") << QStringList{"TXET", "STIL"};
+    QTest::newRow("carriage returns alone")
+        << QByteArray("CLEAR\rTXET a\r\rACT STIL 1") << QStringList{"TXET", "STIL"};
+    QTest::newRow("mixed line ends") << QByteArray("CLEAR\r\r\nTXET a\n\r\nACT STIL 1\r\n")
+                                     << QStringList{"TXET", "STIL"};
+    QTest::newRow("mark at the start") << QByteArray("\xEF\xBB\xBFTXET a") << QStringList{"TXET"};
+    QTest::newRow("upper half of the bytes")
+        << upperHalf() + " x\r\nACT " + upperHalf()
+        << QStringList{shownLine(upperHalf().toStdString()), shownLine(upperHalf().toStdString())};
+    const QByteArray blanks(12'000, ' ');
+    QTest::newRow("far to the right")
+        << "TEXT" + blanks + "0 0 RED" + blanks + "PINK \"a\"\r\nTXET a" << QStringList{"PINK", "TXET"};
 }
 
 void ScriptUnderlinesTest::underlinesWhatIsFound() {
@@ -79,7 +126,7 @@ void ScriptUnderlinesTest::followsTheText() {
     QTRY_COMPARE(desk.underlined(), QStringList{"TXET"});
     desk.columns = 32;
     desk.box.setBytes("CLEAR\r\nTEXT 0 0 RED BLACK \"Pumps\"\r\nACT STILL 1000");
-    QTRY_VERIFY(desk.underlined().size() == 1 && desk.underlined()[0].startsWith(u's'));
+    QTRY_COMPARE(desk.underlined(), QStringList{"s"});
     desk.columns = 128;
     desk.underlines.checkSoon();
     QTRY_COMPARE(desk.underlined(), QStringList());
@@ -93,16 +140,17 @@ void ScriptUnderlinesTest::tellsWhatInTheToolTip() {
     Desk desk;
     desk.show("TXET <b>");
     QTRY_COMPARE(desk.underlined(), QStringList{"TXET"});
-    QTextCursor within(desk.box.document());
-    within.setPosition(2);
-    const QPoint at = desk.box.cursorRect(within).center();
-    QHelpEvent help(QEvent::ToolTip, at, desk.box.viewport()->mapToGlobal(at));
-    QVERIFY(QApplication::sendEvent(desk.box.viewport(), &help));
+    QVERIFY(desk.askAt(2));
     QTRY_VERIFY(QToolTip::isVisible());
     QVERIFY(!QToolTip::text().isEmpty());
     QCOMPARE(QToolTip::text(),
              "<p>" + desk.box.extraSelections()[0].format.toolTip().toHtmlEscaped() + "</p>");
     QToolTip::hideText();
+    QTRY_VERIFY(!QToolTip::isVisible());
+    // What was said of a text that is gone is not said of the next one.
+    desk.box.setBytes("CLEAR");
+    desk.askAt(0);
+    QVERIFY(!QToolTip::isVisible());
 }
 
 void ScriptUnderlinesTest::firesNothingAndChangesNothing() {

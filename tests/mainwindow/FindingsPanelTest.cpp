@@ -62,6 +62,7 @@ private slots:
     void nothingIsCheckedUnderAModalDialogOrWhileThePanelIsHidden();
     void rowsOfAnItemThatIsNotAppliedSaySo();
     void aRowLeadsToItsLine();
+    void aRowIsReachedByTheKeyboardAlone();
     void anEditThatWouldBeLostIsDiscardedByTheSecondEnterOnly();
     void anotherRowAsksAgain();
     void withoutAProjectThePanelIsEmptyAndDisabled();
@@ -178,6 +179,28 @@ void FindingsPanelTest::aRowLeadsToItsLine() {
     QCOMPARE(editor.find<QTabWidget>("tabDetails")->currentIndex(), 3);
     QCOMPARE(editor.text("txtMsgName"), QStringLiteral("STDMSG12"));
     QCOMPARE(editor.find<QPlainTextEdit>("txtMsg")->textCursor().selectedText(), QStringLiteral("NONSENSE"));
+}
+
+void FindingsPanelTest::aRowIsReachedByTheKeyboardAlone() {
+    Checked editor;
+    editor.project.STDMSG[20] = "CLEAR\r\nACT STILL 1\r\nNONSENSE too";
+    editor.showMessage("R3");
+    auto* const box = editor.find<QPlainTextEdit>("txtMsg");
+    box->setFocus();
+    const auto press = [](Qt::Key key) { QTest::keyClick(QApplication::focusWidget(), key); };
+    press(Qt::Key_F8);
+    constexpr int mostTabs = 30;
+    for (int i = 0; i < mostTabs && !editor.table()->hasFocus(); ++i)
+        press(Qt::Key_Tab);
+    QVERIFY(editor.table()->hasFocus());
+    press(Qt::Key_Down);
+    press(Qt::Key_Down);
+    press(Qt::Key_Enter);
+    QCOMPARE(editor.text("txtMsgName"), QStringLiteral("STDMSG21"));
+    QCOMPARE(box->textCursor().selectedText(), QStringLiteral("NONSENSE too"));
+    QVERIFY(box->hasFocus());
+    press(Qt::Key_Backspace);
+    QCOMPARE(box->toPlainText(), QStringLiteral("CLEAR\nACT STILL 1\n"));
 }
 
 void FindingsPanelTest::anEditThatWouldBeLostIsDiscardedByTheSecondEnterOnly() {
