@@ -80,7 +80,7 @@ void interpretAll(const Project& project) {
 
 void checkSixtyMessages(benchmark::State& state, std::string (*script)(std::size_t)) {
     const Project project = projectOf(script(messageLength));
-    const StoredBitmaps noBitmaps;
+    const NoBitmaps noBitmaps;
     runBesideFloor(
         state, [&] { benchmark::DoNotOptimize(checkProject(project, noBitmaps, 128)); },
         [&] { interpretAll(project); });
@@ -92,7 +92,7 @@ void checkLongerMessages(benchmark::State& state, std::string (*script)(std::siz
     const std::string text = script(messageLength / times);
     const Project shorter = projectOf(text);
     const Project longer = projectOf(script(times * text.size())); // whole repetitions
-    const StoredBitmaps noBitmaps;
+    const NoBitmaps noBitmaps;
     runBesideFloor(
         state, [&] { benchmark::DoNotOptimize(checkProject(longer, noBitmaps, 128)); },
         [&] { benchmark::DoNotOptimize(checkProject(shorter, noBitmaps, 128)); });
@@ -112,7 +112,7 @@ CHECK_BENCHMARKS(rubbish);
 /// One message of 60 has changed.
 void checkAgain(benchmark::State& state) {
     Project project = projectOf(pages(messageLength));
-    const StoredBitmaps noBitmaps;
+    const NoBitmaps noBitmaps;
     ProjectCheck check;
     check.check(project, noBitmaps, 128);
     runBesideFloor(

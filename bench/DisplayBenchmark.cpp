@@ -12,7 +12,7 @@ namespace {
 constexpr double framesASecond = 50.0;
 
 void drawFrames(benchmark::State& state, const std::string& script) {
-    const StoredBitmaps noBitmaps;
+    const NoBitmaps noBitmaps;
     Programme programme({128}, fieldFormats(Project()));
     programme.add("STDMSG1", script, noBitmaps);
     const DisplayValues values;

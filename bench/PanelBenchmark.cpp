@@ -37,7 +37,7 @@ Programme scrollingText(PanelSize panel) {
                   "CLEAR\r\nTEXT 0 0 GREEN BLACK \"" + text +
                       "\"\r\nDISPVAR 48 0 ORANGE BLACK RegVar1\r\n"
                       "IN GO-LEFT 1 50\r\nACT STILL 3000\r\nOUT GO-UP 1 50",
-                  StoredBitmaps());
+                  NoBitmaps());
     return programme;
 }
 

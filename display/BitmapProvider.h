@@ -2,10 +2,8 @@
 
 #include "display/LedImage.h"
 
-#include <map>
 #include <memory>
 #include <optional>
-#include <string>
 #include <string_view>
 
 namespace orvista {
@@ -27,16 +25,10 @@ public:
     virtual FoundBitmap bitmap(std::string_view name) const = 0;
 };
 
-/// Bitmaps in memory.
-class StoredBitmaps final : public BitmapProvider {
+/// For scripts whose bitmaps are not at hand.
+class NoBitmaps final : public BitmapProvider {
 public:
-    /// Replaces a bitmap of the same name.
-    void store(std::string_view name, std::string_view bytes);
-    void clear() { files_.clear(); }
-    FoundBitmap bitmap(std::string_view name) const override;
-
-private:
-    std::map<std::string, FoundBitmap> files_;
+    FoundBitmap bitmap(std::string_view /*name*/) const override { return {}; }
 };
 
 } // namespace orvista

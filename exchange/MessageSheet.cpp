@@ -138,7 +138,7 @@ private:
     /// A project file cannot hold such a script: opening it again would move or cut messages.
     void reportWhatNoFileKeeps(const std::string& name, const std::string& script) {
         for (const Finding& finding :
-             checkMessage(name, script, project_, StoredBitmaps(), PanelSize::maximumColumns).list)
+             checkMessage(name, script, project_, NoBitmaps(), PanelSize::maximumColumns).list)
             if (finding.code == "reserved-line" || finding.code == "lost-message")
                 sheet_.fail(columns::Script,
                             (finding.line > 0 ? "line " + decimalText(finding.line) + ": " : "") +

@@ -4,6 +4,7 @@
 #include "script/WizardLists.h"
 #include "tests/check/Reopened.h"
 #include "tests/check/ScriptFindings.h"
+#include "tests/support/StoredBitmaps.h"
 
 #include <gtest/gtest.h>
 
@@ -142,7 +143,7 @@ TEST(CleanPages, APageInAReopenedEmptyMessageFollowsAnEmptyPage) {
     addPage(project.STDMSG[0], "CLEAR\r\nTEXT 0 0 RED BLACK \"a\"\r\nACT STILL 1000");
     project = reopened(project);
     EXPECT_EQ(project.STDMSG[0], "CLEAR\r\nCLEAR\r\nTEXT 0 0 RED BLACK \"a\"\r\nACT STILL 1000\r\n");
-    EXPECT_EQ(checkProject(project, StoredBitmaps(), columns), Findings{});
+    EXPECT_EQ(checkProject(project, NoBitmaps(), columns), Findings{});
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "tests/check/Reopened.h"
 #include "tests/check/ScriptFindings.h"
+#include "tests/support/StoredBitmaps.h"
 
 #include "check/FitTexts.h"
 

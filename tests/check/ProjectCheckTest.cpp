@@ -1,5 +1,6 @@
 #include "check/FindingCounts.h"
 #include "tests/check/ScriptFindings.h"
+#include "tests/support/StoredBitmaps.h"
 
 #include <gtest/gtest.h>
 

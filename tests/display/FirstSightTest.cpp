@@ -14,13 +14,13 @@ constexpr PanelSize panel{32};
 
 std::string seenFirst(const std::string& script) {
     const Project project;
-    return ledText(firstSight(script, panel, fieldFormats(project), defaultValues(project), StoredBitmaps()));
+    return ledText(firstSight(script, panel, fieldFormats(project), defaultValues(project), NoBitmaps()));
 }
 
 std::string settled(const std::string& script, std::size_t page = 0) {
     const Project project;
     Programme programme(panel, fieldFormats(project));
-    programme.add("STDMSG1", script, StoredBitmaps());
+    programme.add("STDMSG1", script, NoBitmaps());
     return ledText(settledPage(programme, page, defaultValues(project)));
 }
 

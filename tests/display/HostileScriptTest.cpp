@@ -18,7 +18,7 @@ public:
     mutable int calls = 0;
 };
 
-const StoredBitmaps noBitmaps;
+const NoBitmaps noBitmaps;
 
 Programme programme(const std::string& script, PanelSize panel = {128}) {
     Programme result(panel, fieldFormats(Project()));

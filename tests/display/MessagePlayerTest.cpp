@@ -30,7 +30,7 @@ const std::string threePages = "CLEAR\r\n"
                                "ACT STILL 50\r\n"
                                "CLEAR";
 
-Programme programmeOf(const std::string& script, const BitmapProvider& bitmaps = StoredBitmaps()) {
+Programme programmeOf(const std::string& script, const BitmapProvider& bitmaps = NoBitmaps()) {
     Programme programme(panel, fieldFormats(Project()));
     programme.add("STDMSG1", script, bitmaps);
     return programme;

@@ -14,7 +14,7 @@ namespace orvista {
 namespace {
 
 constexpr PanelSize panel{24};
-const StoredBitmaps noBitmaps;
+const NoBitmaps noBitmaps;
 
 std::size_t litDots(const LedRaster& raster) {
     return raster.leds().size() - static_cast<std::size_t>(std::ranges::count(raster.leds(), Led::Off));

@@ -1,6 +1,7 @@
 #include "display/RasterAt.h"
 
 #include "tests/support/BitmapFile.h"
+#include "tests/support/StoredBitmaps.h"
 
 #include <gtest/gtest.h>
 

@@ -2,6 +2,7 @@
 #include "script/MessagePage.h"
 
 #include "tests/support/BitmapFile.h"
+#include "tests/support/StoredBitmaps.h"
 
 #include <gtest/gtest.h>
 
@@ -60,11 +61,11 @@ TEST(WizardPages, PutFieldsIntoTheBlanksOfTheText) {
     ASSERT_NE(page.find("RegVar1\r\n"), std::string::npos) << page;
 
     Programme shown({128}, fieldFormats(Project()));
-    shown.add("STDMSG1", page, {StoredBitmaps()});
+    shown.add("STDMSG1", page, NoBitmaps());
     DisplayValues values;
     values.floats[0] = 21.5F;
     Programme expected({128}, fieldFormats(Project()));
-    expected.add("STDMSG1", "TEXT 0 0 RED BLACK \"Temp: 21.500C\"", {StoredBitmaps()});
+    expected.add("STDMSG1", "TEXT 0 0 RED BLACK \"Temp: 21.500C\"", NoBitmaps());
     EXPECT_EQ(ledText(rasterAt(shown, values, 0)), ledText(rasterAt(expected, values, 0)));
 }
 

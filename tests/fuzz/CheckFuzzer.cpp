@@ -1,4 +1,5 @@
 #include "tests/fuzz/ReaderRun.h"
+#include "tests/support/StoredBitmaps.h"
 
 #include "check/ProjectCheck.h"
 #include "display/PageFit.h"

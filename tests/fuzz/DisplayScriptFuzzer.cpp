@@ -1,4 +1,5 @@
 #include "tests/fuzz/ReaderRun.h"
+#include "tests/support/StoredBitmaps.h"
 
 #include "display/RasterAt.h"
 
