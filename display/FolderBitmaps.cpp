@@ -72,18 +72,16 @@ FoundBitmap FolderBitmaps::bitmap(std::string_view name) const {
 }
 
 const FoundBitmap& FolderBitmaps::read(const std::string& name, const fs::path& path) const {
-    std::error_code error;
-    const std::uintmax_t size = fs::file_size(path, error);
-    const Time changed = fs::last_write_time(path, error);
+    const std::optional<FileStamp> stamp = fileStamp(path);
     File& file = files_[name];
-    if (file.isSettled && file.size == size && file.changed == changed)
+    if (file.isSettled && file.stamp == stamp)
         return file.content;
-    const bool isSettled = !error && isSettledAfter(changed);
-    FoundBitmap content = readFile(path, size);
+    const bool isSettled = stamp && isSettledAfter(stamp->changed);
+    FoundBitmap content =
+        stamp ? readFile(path, stamp->size) : FoundBitmap{nullptr, BitmapError::NotReadable};
     if (!isSame(content, file.content))
         file.content = std::move(content);
-    file.size = size;
-    file.changed = changed;
+    file.stamp = stamp;
     file.isSettled = isSettled;
     return file.content;
 }

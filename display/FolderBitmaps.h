@@ -1,9 +1,9 @@
 #pragma once
 
 #include "display/BitmapProvider.h"
+#include "model/FileStamp.h"
 
 #include <chrono>
-#include <cstdint>
 #include <filesystem>
 #include <map>
 #include <optional>
@@ -29,8 +29,7 @@ private:
 
     /// A file as it was when it was read.
     struct File {
-        std::uintmax_t size = 0;
-        Time changed;
+        std::optional<FileStamp> stamp;
         /// Whether a later change is sure to show in the time: clocks of file systems are coarse.
         bool isSettled = false;
         FoundBitmap content;

@@ -2,6 +2,7 @@
 
 #include "mainwindow/Guard.h"
 #include "mainwindow/PanelDock.h"
+#include "model/Files.h"
 #include "model/FolderLookup.h"
 #include "widgets/ModalDialogs.h"
 #include "widgets/PathText.h"
@@ -25,7 +26,7 @@ std::string ReloadOffer::path() const {
 }
 
 std::optional<FileStamp> ReloadOffer::onDisk() const {
-    return fileStamp(projectFileOnDisk(lifecycle_.environment().paths, path()));
+    return fileStamp(systemPath(projectFileOnDisk(lifecycle_.environment().paths, path())));
 }
 
 void ReloadOffer::follow(ProjectTransition transition) {

@@ -3,7 +3,6 @@
 #include <cstdint>
 #include <filesystem>
 #include <optional>
-#include <string>
 
 namespace orvista {
 
@@ -15,7 +14,6 @@ struct FileStamp {
 };
 
 /// Nothing when there is no file, or it cannot be asked.
-/// \param path UTF-8
-std::optional<FileStamp> fileStamp(const std::string& path);
+std::optional<FileStamp> fileStamp(const std::filesystem::path& file);
 
 } // namespace orvista
