@@ -53,7 +53,9 @@ std::optional<char32_t> takeCodePoint(std::string_view& utf8) {
     return codePoint;
 }
 
-constexpr unsigned char lowerOf(unsigned char byte) {
+} // namespace
+
+unsigned char lowerWindows1252(unsigned char byte) {
     const bool isAscii = byte >= 'A' && byte <= 'Z';
     const bool isAccented =
         byte >= 0xC0 && byte <= 0xDE && byte != 0xD7; // between them, the multiplication sign
@@ -62,19 +64,6 @@ constexpr unsigned char lowerOf(unsigned char byte) {
     if (byte == 0x8A || byte == 0x8C || byte == 0x8E) // S and Z with caron, and OE
         return static_cast<unsigned char>(byte + 0x10);
     return byte == 0x9F ? 0xFF : byte; // Y with diaeresis
-}
-
-constexpr std::array<unsigned char, 256> lowerLetters = [] {
-    std::array<unsigned char, 256> letters{};
-    for (std::size_t byte = 0; byte < letters.size(); ++byte)
-        letters[byte] = lowerOf(static_cast<unsigned char>(byte));
-    return letters;
-}();
-
-} // namespace
-
-unsigned char lowerWindows1252(unsigned char byte) {
-    return lowerLetters[byte];
 }
 
 char32_t windows1252CodePoint(unsigned char byte) {
