@@ -103,10 +103,7 @@ std::string refusalOf(const ItemState& item, const std::string& place) {
 } // namespace
 
 CopiedItems copiedItems(const Project& project, const std::vector<std::string>& names) {
-    CopiedItems copied{project.ProjPath, {}};
-    for (const std::string& name : names)
-        copied.items.push_back(itemState(project, name));
-    return copied;
+    return {project.ProjPath, itemStates(project, names)};
 }
 
 std::string copiedBytes(const CopiedItems& copied) {
@@ -187,11 +184,7 @@ Pasted pasteOnto(const CopiedItems& copied, const std::vector<std::string>& sele
 }
 
 std::vector<ItemState> clearedItems(const std::vector<std::string>& names) {
-    const Project project;
-    std::vector<ItemState> items;
-    for (const std::string& name : names)
-        items.push_back(itemState(project, name));
-    return items;
+    return itemStates(Project(), names);
 }
 
 } // namespace orvista

@@ -98,7 +98,7 @@ void takeAddress(Project& project, const Project& from, std::string_view field) 
         if (address.name == field)
             project.*address.start = from.*address.start;
     }
-    // What reading the display's files makes of it.
+    // No file of the display names this start: it follows the emergency messages, as for whoever reads them.
     if (field == emergencyAddressField.name)
         project.RegularMessage = from.RegularMessage;
 }
@@ -133,10 +133,7 @@ std::vector<ItemState> takenOver(const Project& before, const Project& after,
         else if (isNew)
             takeLines(merged, after, row.item, takenLines(rows, row.item));
     }
-    std::vector<ItemState> states;
-    for (const std::string& item : items)
-        states.push_back(itemState(merged, item));
-    return states;
+    return itemStates(merged, items);
 }
 
 } // namespace orvista

@@ -3,6 +3,8 @@
 #include "exchange/ProjectMessages.h"
 #include "model/ItemKind.h"
 
+#include <algorithm>
+
 namespace orvista {
 
 namespace {
@@ -26,6 +28,15 @@ void changeBoolean(BooleanVariable& variable, const SheetChange& change) {
 }
 
 } // namespace
+
+std::vector<std::string> changedItems(const std::vector<SheetChange>& changes) {
+    std::vector<std::string> items;
+    for (const SheetChange& change : changes) {
+        if (std::ranges::find(items, change.item) == items.end())
+            items.push_back(change.item);
+    }
+    return items;
+}
 
 void applyChanges(Project& project, const std::vector<SheetChange>& changes) {
     for (const SheetChange& change : changes) {

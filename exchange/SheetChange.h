@@ -25,6 +25,9 @@ struct SheetImport {
     SheetErrors errors;
 };
 
+/// The items that change, each once, in the order of the changes.
+std::vector<std::string> changedItems(const std::vector<SheetChange>& changes);
+
 void applyChanges(Project& project, const std::vector<SheetChange>& changes);
 
 } // namespace orvista

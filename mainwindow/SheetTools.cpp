@@ -15,7 +15,6 @@
 
 #include <QFileInfo>
 
-#include <algorithm>
 #include <system_error>
 
 namespace orvista {
@@ -23,16 +22,6 @@ namespace orvista {
 namespace {
 
 enum MessageFilter { Scripts, Pages };
-
-/// Each item once, in the order of the changes.
-std::vector<std::string> itemsOf(const std::vector<SheetChange>& changes) {
-    std::vector<std::string> items;
-    for (const SheetChange& change : changes) {
-        if (std::find(items.begin(), items.end(), change.item) == items.end())
-            items.push_back(change.item);
-    }
-    return items;
-}
 
 QString fileName(const std::string& path) {
     return QFileInfo(shownPath(path)).fileName();
@@ -190,7 +179,7 @@ void SheetTools::take(const std::string& path, SheetImport sheet) {
         return;
     }
     // Before the user has chosen among many rows, not after.
-    if (!changes_.mayChange(itemsOf(sheet.changes)))
+    if (!changes_.mayChange(changedItems(sheet.changes)))
         return;
     frmSheetImport dialog(fileName(path), std::move(sheet.changes), &window_);
     dialog.exec();
@@ -198,11 +187,8 @@ void SheetTools::take(const std::string& path, SheetImport sheet) {
         return;
     Project changed = project_;
     applyChanges(changed, dialog.chosen);
-    std::vector<ItemState> wanted;
-    for (const std::string& item : itemsOf(dialog.chosen))
-        wanted.push_back(itemState(changed, item));
     const auto parts = lifecycle_.environment().paths.split(lifecycle_.environment().paths.nativeForm(path));
-    if (changes_.change(tr("Import"), wanted) && parts)
+    if (changes_.change(tr("Import"), itemStates(changed, changedItems(dialog.chosen))) && parts)
         emit itemsCameFrom(parts->folder);
 }
 

@@ -34,6 +34,13 @@ ItemState itemState(const Project& project, std::string_view item) {
     throw std::out_of_range("no item " + std::string(item));
 }
 
+std::vector<ItemState> itemStates(const Project& project, const std::vector<std::string>& items) {
+    std::vector<ItemState> states;
+    for (const std::string& item : items)
+        states.push_back(itemState(project, item));
+    return states;
+}
+
 void setItem(Project& project, const ItemState& state) {
     if (std::string* const script = scriptNamed(project, state.item)) {
         *script = std::get<std::string>(state.value);

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 #include <variant>
+#include <vector>
 
 /// The single items of a project as values: what is compared, copied, undone.
 namespace orvista {
@@ -31,6 +32,9 @@ struct ItemState {
 /// What the item of that name holds now. Names are taken in any ASCII case; the state has the item's own.
 /// \throws std::out_of_range when there is no item of that name
 ItemState itemState(const Project& project, std::string_view item);
+
+/// The same of several items.
+std::vector<ItemState> itemStates(const Project& project, const std::vector<std::string>& items);
 
 /// Gives one item its value and changes nothing else. A variable keeps the name of its place, whatever the
 /// value's name is.
