@@ -26,13 +26,9 @@ std::vector<FleetDisplay> readFleetSheet(std::string_view bytes, const FleetDefa
     SheetReader sheet(bytes, fleetColumns, errors);
     if (!sheet.hasHead())
         return {};
-    bool isWhole = true;
-    for (const Column column : {Name, Address}) {
-        isWhole = isWhole && sheet.has(column);
-        if (!sheet.has(column))
-            errors.add(1, fleetColumns[column], "the column is missing");
-    }
-    if (!isWhole)
+    const bool hasName = sheet.needs(Name);
+    const bool hasAddress = sheet.needs(Address);
+    if (!hasName || !hasAddress)
         return {};
     const std::vector<FleetRow> rows = rowsOf(sheet);
     Fleet fleet = fleetOf(rows, defaults);

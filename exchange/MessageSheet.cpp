@@ -77,15 +77,10 @@ private:
     bool hasItsColumns() {
         if (!sheet_.hasHead())
             return false;
-        const auto missing = [this](std::size_t column) {
-            if (!sheet_.has(column))
-                result_.errors.add(1, columns::names[column], "the column is missing");
-            return !sheet_.has(column);
-        };
         bool hasPages = false;
         for (std::size_t column = columns::Page; column < columns::Script; ++column)
             hasPages = hasPages || sheet_.has(column);
-        return !missing(columns::Message) && !missing(hasPages ? columns::Page : columns::Script);
+        return sheet_.needs(columns::Message) && sheet_.needs(hasPages ? columns::Page : columns::Script);
     }
 
     void takeRow() {

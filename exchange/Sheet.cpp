@@ -152,6 +152,12 @@ void SheetReader::readHead() {
     }
 }
 
+bool SheetReader::needs(std::size_t column) {
+    if (!has(column))
+        errors_.add(1, columns_[column], "the column is missing");
+    return has(column);
+}
+
 bool SheetReader::next() {
     while (!failed_ && reader_.next(record_)) {
         const bool hasText = std::ranges::any_of(record_, [](const auto& cell) { return !cell.empty(); });

@@ -60,6 +60,8 @@ public:
     bool hasHead() const { return !failed_; }
     /// Whether the head names the column of that index.
     bool has(std::size_t column) const { return places_[column].has_value(); }
+    /// The same; where it does not, that is added to the errors.
+    bool needs(std::size_t column);
     /// UTF-8, its guard taken off; empty where the column is missing.
     const std::string& cell(std::size_t column) const { return cells_[column]; }
     /// Adds an error about a cell of the row read last.

@@ -47,10 +47,9 @@ public:
         : project_(project), sheet_(bytes, columnNames, result_.errors) {}
 
     SheetImport run() {
-        if (sheet_.hasHead() && !sheet_.has(Name))
-            result_.errors.add(1, columnNames[Name], "the column is missing");
-        while (sheet_.has(Name) && sheet_.next())
-            takeRow();
+        if (sheet_.hasHead() && sheet_.needs(Name))
+            while (sheet_.next())
+                takeRow();
         for (auto& changes : changes_)
             std::ranges::move(changes, std::back_inserter(result_.changes));
         if (!result_.errors.none())
