@@ -1,5 +1,6 @@
 #include "exchange/LeftBehindBitmaps.h"
 
+#include "display/BitmapNames.h"
 #include "display/ScriptInterpreter.h"
 #include "exchange/ProjectMessages.h"
 #include "model/BitmapFiles.h"
@@ -10,7 +11,6 @@
 #include <filesystem>
 #include <set>
 #include <system_error>
-#include <variant>
 
 namespace orvista {
 
@@ -22,10 +22,8 @@ namespace fs = std::filesystem;
 std::set<std::string> namedBitmaps(const Project& project) {
     std::set<std::string> names;
     for (std::size_t message = 0; message < messageCount; ++message)
-        for (const ScriptPage& page : interpretScript(messageScript(project, message)).pages)
-            for (const ScriptElement& element : page.elements)
-                if (const auto* const image = std::get_if<ImageElement>(&element))
-                    names.insert(lowerAscii(utf8FromWindows1252(image->name)));
+        for (const std::string& name : bitmapNames(interpretScript(messageScript(project, message)).pages))
+            names.insert(lowerAscii(utf8FromWindows1252(name)));
     return names;
 }
 

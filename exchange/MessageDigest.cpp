@@ -1,13 +1,11 @@
 #include "exchange/MessageDigest.h"
 
+#include "display/BitmapNames.h"
 #include "display/ScriptInterpreter.h"
 #include "exchange/PageContent.h"
-#include "model/Text.h"
 #include "model/Windows1252.h"
 
-#include <algorithm>
-#include <set>
-#include <variant>
+#include <utility>
 
 namespace orvista {
 
@@ -16,15 +14,12 @@ MessageDigest messageDigest(std::string_view script, const FieldFormats& formats
     MessageDigest digest;
     digest.text = utf8FromWindows1252(firstText(interpreted, formats));
     digest.variables = variablesShown(interpreted.pages);
-    std::set<std::string> bitmaps;
     for (const ScriptPage& page : interpreted.pages) {
         digest.pages += page.elements.empty() && page.steps.empty() ? 0 : 1;
         digest.drawsSomething = digest.drawsSomething || !page.elements.empty();
-        for (const ScriptElement& element : page.elements)
-            if (const auto* image = std::get_if<ImageElement>(&element))
-                if (bitmaps.insert(lowerAscii(image->name)).second)
-                    digest.bitmaps.push_back(utf8FromWindows1252(image->name));
     }
+    for (const std::string& name : bitmapNames(interpreted.pages))
+        digest.bitmaps.push_back(utf8FromWindows1252(name));
     return digest;
 }
 
