@@ -1,24 +1,13 @@
 #include "exchange/UnsavedDifferences.h"
 
 #include "exchange/ProjectComparison.h"
+#include "model/NoMessages.h"
 #include "model/ProjectFile.h"
 
 namespace orvista {
 
-namespace {
-
-/// A project file that cannot be read is an answer, too.
-class UnheardMessages final : public Messages {
-public:
-    void show(MessageIcon /*icon*/, const std::string& /*text*/) override {}
-    bool askYesNo(const std::string& /*text*/) override { return false; }
-    Answer askYesNoCancel(const std::string& /*text*/) override { return Answer::Cancel; }
-};
-
-} // namespace
-
 UnsavedDifferences unsavedDifferences(const UnsavedWork& work, const PathRules& paths) {
-    UnheardMessages messages;
+    NoMessages messages; // a project file that cannot be read is an answer, too
     Project saved;
     UnsavedDifferences differences;
     differences.isSaved = DocMgrModule::readProjectWithoutWriting(

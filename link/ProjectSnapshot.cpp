@@ -1,6 +1,7 @@
 #include "link/ProjectSnapshot.h"
 
 #include "link/TransferredFiles.h"
+#include "model/NoMessages.h"
 #include "model/ProjectFile.h"
 
 #include <filesystem>
@@ -8,25 +9,13 @@
 
 namespace orvista {
 
-namespace {
-
-/// A writer tells of a failure by a text; which file it was is known without it.
-class NoMessages final : public Messages {
-public:
-    void show(MessageIcon, const std::string&) override {}
-    bool askYesNo(const std::string&) override { return false; }
-    Answer askYesNoCancel(const std::string&) override { return Answer::Cancel; }
-};
-
-} // namespace
-
 std::string writeSnapshot(const Project& project, const std::string& folder) {
     const PathRules paths = PathRules::native();
     std::string projectFile = DocMgrModule::projectFilePath(paths, folder, project.ProjName);
     FileSink sink(projectFile);
     DocMgrModule::writeProjectFile(sink, project);
     sink.close();
-    NoMessages messages;
+    NoMessages messages; // which file it was is known without them
     for (const DeviceFile* file : deviceFiles) {
         const std::string path = paths.join(folder, file->name);
         if (!file->Write(path, project, {paths, messages}))
