@@ -49,9 +49,7 @@ public:
         }
     }
 
-    ComparedProject compared() const {
-        return {project_, filesIn(project_.ProjPath, bitmapsOfFolder(project_.ProjPath))};
-    }
+    ComparedProject compared() const { return {project_, bitmapsIn(project_.ProjPath)}; }
 
 private:
     std::optional<ScratchFolder> fetched_; ///< of a display

@@ -122,9 +122,7 @@ bool areEqual(const std::string& folder, const std::string& fetched) {
     try {
         const Project sent = readFetchedProject(folder, folder);
         const Project there = readFetchedProject(fetched, fetched);
-        return compareProjects({sent, filesIn(folder, bitmapsOfFolder(folder))},
-                               {there, filesIn(fetched, bitmapsOfFolder(fetched))})
-            .none();
+        return compareProjects({sent, bitmapsIn(folder)}, {there, bitmapsIn(fetched)}).none();
     } catch (const CommandFailure&) { // what cannot be read is to be replaced
         return false;
     }

@@ -1,5 +1,6 @@
 #include "exchange/FileComparison.h"
 
+#include "model/BitmapFiles.h"
 #include "model/Files.h"
 #include "model/PathRules.h"
 #include "model/Text.h"
@@ -104,6 +105,10 @@ std::vector<NamedFile> filesIn(const std::string& folder, const std::vector<std:
     for (const std::string& name : names)
         files.push_back({name, paths.join(folder, name)});
     return files;
+}
+
+std::vector<NamedFile> bitmapsIn(const std::string& folder) {
+    return filesIn(folder, bitmapsOfFolder(folder));
 }
 
 std::vector<FileDifference> compareFiles(const std::vector<NamedFile>& before,

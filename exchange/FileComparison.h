@@ -16,6 +16,9 @@ struct NamedFile {
 /// \param folder UTF-8
 std::vector<NamedFile> filesIn(const std::string& folder, const std::vector<std::string>& names);
 
+/// The folder's bitmaps, as bitmapsOfFolder() finds them.
+std::vector<NamedFile> bitmapsIn(const std::string& folder);
+
 struct FileDifference {
     std::string name;                         ///< as the first side spells it, where it has the file
     std::optional<std::uint64_t> sizeBefore;  ///< in bytes; nothing where the first side has no such file

@@ -38,10 +38,6 @@ private:
     bool any_ = false;
 };
 
-std::vector<NamedFile> bitmapsIn(const std::string& folder) {
-    return filesIn(folder, bitmapsOfFolder(folder));
-}
-
 std::optional<Project> fetchedProject(const std::string& folder, const DocMgrModule::FileContext& context) {
     HeardMessages messages(context.messages);
     Project project;
