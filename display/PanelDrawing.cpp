@@ -56,9 +56,10 @@ Sprite glowSprite(int cell, Led led) {
     const Pixel lens = lightOf(led).lens;
     return sprite(2 * static_cast<int>(std::ceil(reach)) + cell % 2, [reach, lens](double distance) {
         // Fades quickly near the light and slowly far from it.
-        const double share = distance / reach;
-        const double cover = share < 0.4 ? 0.47 - 0.7 * share : std::max(0.0, 0.19 - (share - 0.4) * 0.316);
-        return Sprite::Dot{lens, cover};
+        const double share = std::min(distance / reach, 1.0);
+        return Sprite::Dot{lens, share < glowBend
+                                     ? std::lerp(glowCover, glowCoverAtBend, share / glowBend)
+                                     : std::lerp(glowCoverAtBend, 0.0, (share - glowBend) / (1 - glowBend))};
     });
 }
 
@@ -68,8 +69,9 @@ Sprite lightSprite(int cell, Led led) {
     return sprite(cell + 2, [radius, light](double distance) {
         const double share = std::min(distance / radius, 1.0);
         const Pixel edge = mixed(light.lens, {}, 0.13);
-        const Pixel colour = share < 0.55 ? mixed(light.core, light.lens, share / 0.55)
-                                          : mixed(light.lens, edge, (share - 0.55) / 0.45);
+        const Pixel colour = share < coreShare
+                                 ? mixed(light.core, light.lens, share / coreShare)
+                                 : mixed(light.lens, edge, (share - coreShare) / (1 - coreShare));
         return Sprite::Dot{colour, discCover(distance, radius)};
     });
 }
@@ -95,7 +97,7 @@ void fill(PixelImage& picture, int margin, Pixel colour) {
 } // namespace
 
 PixelImage drawPanel(const LedRaster& raster, int cell) {
-    const int rim = cell + cell / 2;
+    const int rim = rimOf(cell);
     PixelImage picture(raster.columns() * cell + 2 * rim, raster.rows() * cell + 2 * rim);
     fill(picture, 0, rimColour);
     fill(picture, std::max(1, rim / 3), boardColour);

@@ -17,6 +17,19 @@ inline constexpr double lightRadius = lensRadius + 0.04;
 /// A light's glow reaches this many cells from its centre.
 inline constexpr double glowReach = 1.25;
 
+/// How much of what it falls on a glow covers: beside its light, at the bend of its fading, which comes at
+/// that share of its reach, and nothing at its end.
+inline constexpr double glowCover = 0.47;
+inline constexpr double glowBend = 0.4;
+inline constexpr double glowCoverAtBend = 0.19;
+/// A light fades from its core's colour to that of its lens within this share of its radius.
+inline constexpr double coreShare = 0.55;
+
+/// Width of the board's rim around the lenses, in pixels, for lenses in squares of that side.
+constexpr int rimOf(int cell) {
+    return cell + cell / 2;
+}
+
 struct Light {
     Pixel core;
     Pixel lens;

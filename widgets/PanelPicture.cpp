@@ -38,8 +38,8 @@ Light lightOf(Led led) {
     return {colourOf(light.core), colourOf(light.lens)};
 }
 
-QColor withAlpha(QColor colour, int alpha) {
-    colour.setAlpha(alpha);
+QColor covering(double cover, QColor colour) {
+    colour.setAlpha(qRound(cover * 255));
     return colour;
 }
 
@@ -58,7 +58,7 @@ QSize PanelPicture::roomFor(PanelSize panel, int cell) {
 PanelPicture::PanelPicture(PanelSize panel, int cell)
     : panel_(panel),
       cell_(std::max(1, cell)),
-      rim_(cell_ + cell_ / 2),
+      rim_(panelLook::rimOf(cell_)),
       lens_(lensImage()),
       board_(boardImage(lens_)) {
     for (const Led led : {Led::Red, Led::Green, Led::Orange})
@@ -107,14 +107,14 @@ QImage PanelPicture::glowImage(Led led) const {
     const QPointF centre(side / 2.0, side / 2.0);
     const auto [core, lens] = lightOf(led);
     QRadialGradient halo(centre, glowReach * cell_);
-    halo.setColorAt(0, withAlpha(lens, 120));
-    halo.setColorAt(0.4, withAlpha(lens, 48));
-    halo.setColorAt(1, withAlpha(lens, 0));
+    halo.setColorAt(0, covering(panelLook::glowCover, lens));
+    halo.setColorAt(panelLook::glowBend, covering(panelLook::glowCoverAtBend, lens));
+    halo.setColorAt(1, covering(0, lens));
     painter.setBrush(halo);
     painter.drawEllipse(centre, glowReach * cell_, glowReach * cell_);
     QRadialGradient light(centre, lightRadius * cell_);
     light.setColorAt(0, core);
-    light.setColorAt(0.55, lens);
+    light.setColorAt(panelLook::coreShare, lens);
     light.setColorAt(1, lens.darker(115));
     painter.setBrush(light);
     painter.drawEllipse(centre, lightRadius * cell_, lightRadius * cell_);
