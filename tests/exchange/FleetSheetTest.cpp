@@ -1,4 +1,5 @@
 #include "exchange/FleetSheet.h"
+#include "tests/exchange/ImportErrors.h"
 
 #include <gmock/gmock.h>
 
@@ -15,17 +16,13 @@ const std::string head = "name,address,port,project\n";
 std::vector<std::string> errorsOf(const std::string& bytes, const FleetDefaults& defaults = {"", "P.orx"}) {
     SheetErrors errors;
     EXPECT_THAT(readFleetSheet(bytes, defaults, errors), IsEmpty());
-    std::vector<std::string> texts;
-    for (const SheetError& error : errors.sorted())
-        texts.push_back(errorText(error));
-    return texts;
+    return testing::errorTexts(errors);
 }
 
 std::vector<FleetDisplay> read(const std::string& bytes, const FleetDefaults& defaults = {"", "P.orx"}) {
     SheetErrors errors;
     auto displays = readFleetSheet(bytes, defaults, errors);
-    for (const SheetError& error : errors.sorted())
-        ADD_FAILURE() << errorText(error);
+    EXPECT_THAT(testing::errorTexts(errors), IsEmpty());
     return displays;
 }
 

@@ -2,6 +2,7 @@
 #include "exchange/PageForms.h"
 #include "exchange/ProjectMessages.h"
 #include "tests/exchange/ExampleProject.h"
+#include "tests/exchange/ImportErrors.h"
 #include "tests/exchange/RandomForms.h"
 
 #include <gmock/gmock.h>
@@ -14,18 +15,12 @@ using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
 std::vector<std::string> errorsOf(const std::string& csv, const Project& project = {}) {
-    const SheetImport import = importMessages(csv, project);
-    EXPECT_TRUE(import.errors.none() || import.changes.empty());
-    std::vector<std::string> texts;
-    for (const SheetError& error : import.errors.sorted())
-        texts.push_back(errorText(error));
-    return texts;
+    return testing::errorTexts(importMessages(csv, project));
 }
 
 Project imported(const std::string& csv, Project project = {}) {
     const SheetImport import = importMessages(csv, project);
-    for (const SheetError& error : import.errors.sorted())
-        ADD_FAILURE() << errorText(error);
+    EXPECT_THAT(testing::errorTexts(import), IsEmpty());
     applyChanges(project, import.changes);
     return project;
 }

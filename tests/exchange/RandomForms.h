@@ -1,9 +1,8 @@
 #pragma once
 
-#include "script/MessagePage.h"
+#include "tests/support/RandomChoices.h"
 
 #include <algorithm>
-#include <random>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,26 +11,12 @@ namespace orvista::testing {
 
 /// Forms as a user could leave the message wizard, and the cells that a sheet has for them, written from the
 /// wizard's captions.
-class RandomForms {
+class RandomForms : public RandomChoices {
 public:
-    explicit RandomForms(unsigned seed) : random_(seed) {}
-
-    std::size_t below(std::size_t bound) { return random_() % bound; }
+    using RandomChoices::RandomChoices;
 
     MessageForm next() {
-        MessageForm form;
-        form.bitmap = below(5) == 0;
-        form.cbFgClr = below(4);
-        form.cbBgClr = below(4);
-        form.cbFont = below(2);
-        for (FieldChoice& field : form.fields)
-            field = {below(98), below(4), below(4)};
-        form.cbInEffect = below(6);
-        form.cbIFSpeed = below(3);
-        form.cbSpEffect = below(2);
-        form.cbDelay = below(10);
-        form.cbOutEffect = below(6);
-        form.cbOFSpeed = below(3);
+        MessageForm form = choices(5);
         form.txtText = text();
         form.txtPath = "C:\\plant\\pump " + std::to_string(below(9)) + ".bmp";
         return form;
@@ -83,8 +68,6 @@ private:
         }
         return made;
     }
-
-    std::mt19937 random_;
 };
 
 /// What saving a script and opening it again leaves of it.

@@ -1,6 +1,7 @@
 #include "exchange/VariableSheet.h"
 #include "exchange/MessageSheet.h"
 #include "tests/exchange/ExampleProject.h"
+#include "tests/exchange/ImportErrors.h"
 
 #include <gmock/gmock.h>
 
@@ -12,12 +13,7 @@ using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
 std::vector<std::string> errorsOf(const std::string& csv, const Project& project = {}) {
-    const SheetImport import = importVariables(csv, project);
-    EXPECT_TRUE(import.errors.none() || import.changes.empty());
-    std::vector<std::string> texts;
-    for (const SheetError& error : import.errors.sorted())
-        texts.push_back(errorText(error));
-    return texts;
+    return testing::errorTexts(importVariables(csv, project));
 }
 
 std::vector<SheetChange> changesOf(const std::string& csv, const Project& project = {}) {

@@ -1,8 +1,8 @@
 #include "tests/script/PageParser.h"
+#include "tests/support/RandomChoices.h"
 
 #include <gtest/gtest.h>
 
-#include <random>
 #include <string>
 #include <vector>
 
@@ -15,25 +15,13 @@ struct Case {
     testing::ReadPage said;
 };
 
-class RandomForms {
+class RandomForms : private testing::RandomChoices {
 public:
-    explicit RandomForms(unsigned seed) : random_(seed) {}
+    using RandomChoices::RandomChoices;
 
     Case next() {
         Case made;
-        MessageForm& form = made.form;
-        form.bitmap = below(4) == 0;
-        form.cbFgClr = below(4);
-        form.cbBgClr = below(4);
-        form.cbFont = below(2);
-        for (FieldChoice& field : form.fields)
-            field = {below(98), below(4), below(4)};
-        form.cbInEffect = below(6);
-        form.cbIFSpeed = below(3);
-        form.cbSpEffect = below(2);
-        form.cbDelay = below(10);
-        form.cbOutEffect = below(6);
-        form.cbOFSpeed = below(3);
+        MessageForm& form = made.form = choices(4);
         const std::string shownText = addText(form.txtText, made.said.columns);
         const std::string name = literal(1 + below(12));
         form.txtPath = "/plant/" + name;
@@ -42,8 +30,6 @@ public:
     }
 
 private:
-    std::size_t below(std::size_t bound) { return random_() % bound; }
-
     /// Characters that begin no placeholder and, being ASCII, are the same in a path and in a script.
     std::string literal(std::size_t length) {
         static constexpr std::string_view characters = "ab vV059\"\\.-IN";
@@ -91,8 +77,6 @@ private:
         if (said.cbSpEffect == 1)
             said.cbDelay = fresh.cbDelay;
     }
-
-    std::mt19937 random_;
 };
 
 TEST(PageProperty, APageReadAgainGivesTheChoicesBack) {
