@@ -51,10 +51,12 @@ VIAddVersionKey LegalCopyright "${COPYRIGHT}"
 !macro WaitUntilNothingRuns
   ${Do}
     StrCpy $0 ""
-    ${ForEach} $1 1 2 + 1
+    ${ForEach} $1 1 3 + 1
       StrCpy $2 "orvista-editor.exe"
       ${If} $1 = 2
         StrCpy $2 "lx400d-simulator.exe"
+      ${ElseIf} $1 = 3
+        StrCpy $2 "orvista.exe"
       ${EndIf}
       ${If} ${FileExists} "$INSTDIR\$2"
         ClearErrors
@@ -172,7 +174,7 @@ Section "Open .orx projects by a double click" association
 SectionEnd
 
 !insertmacro MUI_FUNCTION_DESCRIPTION_BEGIN
-  !insertmacro MUI_DESCRIPTION_TEXT ${editor} "The editor, the simulated display, the help and an example."
+  !insertmacro MUI_DESCRIPTION_TEXT ${editor} "The editor, the simulated display, the command line, the help and an example."
   !insertmacro MUI_DESCRIPTION_TEXT ${association} "Projects open in the editor."
 !insertmacro MUI_FUNCTION_DESCRIPTION_END
 
