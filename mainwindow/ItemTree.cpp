@@ -10,7 +10,7 @@ namespace orvista {
 namespace {
 
 /// Of a node, in average characters: "Emergency Message".
-constexpr int longestName = 19;
+constexpr int longestName = 18;
 
 } // namespace
 

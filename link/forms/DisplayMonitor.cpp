@@ -17,6 +17,13 @@ DisplayMonitor::DisplayMonitor(const Project& project, std::uint16_t port, QObje
     connect(reading_, &DisplayReading::failed, this, &DisplayMonitor::fail);
 }
 
+void DisplayMonitor::setInterval(Milliseconds interval) {
+    interval_ = interval;
+    // After a failure it is the pause that counts.
+    if (failure_.isEmpty() && next_.isActive() && next_.remainingTimeAsDuration() > interval)
+        next_.start(interval);
+}
+
 void DisplayMonitor::start() {
     if (isRunning_)
         return;

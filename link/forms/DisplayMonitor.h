@@ -25,8 +25,8 @@ public:
     explicit DisplayMonitor(const Project& project, std::uint16_t port = ModbusClient::modbusPort,
                             QObject* parent = nullptr);
 
-    /// From beginning to beginning of two readings; from the next one on.
-    void setInterval(Milliseconds interval) { interval_ = interval; }
+    /// From beginning to beginning of two readings.
+    void setInterval(Milliseconds interval);
     void start();
     void stop();
     bool isRunning() const { return isRunning_; }

@@ -9,6 +9,7 @@
 #include "mainwindow/TcpTesterPage.h"
 #include "tests/support/ChildProcess.h"
 #include "tests/support/EditorFixture.h"
+#include "tests/support/FreeTransferPort.h"
 #include "tests/support/ModalDriver.h"
 #include "tests/support/SimulatorProcess.h"
 #include "widgets/DeviceTextEdit.h"
@@ -18,11 +19,15 @@
 #include <QCheckBox>
 #include <QDoubleSpinBox>
 #include <QLabel>
+#include <QMenu>
+#include <QMenuBar>
 #include <QPushButton>
 #include <QRegularExpression>
+#include <QSignalSpy>
 #include <QTableView>
 #include <QTcpServer>
 #include <QTcpSocket>
+#include <QToolBar>
 
 #include <optional>
 
@@ -76,6 +81,43 @@ private:
     }
 
     const QWidget& root_;
+};
+
+/// The mouse of somebody whose clicks are counted.
+class CountedMouse {
+public:
+    explicit CountedMouse(const EditorFixture& editor) : editor_(editor) {}
+
+    int clicks = 0;
+
+    void click(QWidget* widget, QPoint at = {5, 5}) {
+        ++clicks;
+        QTest::mouseClick(widget, Qt::LeftButton, {}, at);
+    }
+    void click(const char* button) { click(editor_.find<QWidget>(button)); }
+    void doubleClick(QWidget* widget, QPoint at) {
+        clicks += 2;
+        QTest::mouseDClick(widget, Qt::LeftButton, {}, at);
+    }
+    void choose(const char* menu, const char* entry) {
+        auto* const opened = editor_.find<QMenu>(menu);
+        QMenuBar* const bar = editor_.window->menuBar();
+        click(bar, bar->actionGeometry(opened->menuAction()).center());
+        QTRY_VERIFY(opened->isVisible());
+        click(opened, opened->actionGeometry(editor_.find<QAction>(entry)).center());
+    }
+    /// The connection dialog that comes next.
+    void connectTo(quint16 port) {
+        onModal(QStringLiteral("frmConnection"), [this, port](QWidget* dialog) {
+            auto* const box = dialog->findChild<QLineEdit*>(QStringLiteral("txtPort"));
+            box->selectAll();
+            QTest::keyClicks(box, QString::number(port));
+            click(dialog->findChild<QPushButton*>(QStringLiteral("btnOK")));
+        });
+    }
+
+private:
+    const EditorFixture& editor_;
 };
 
 /// The main window with a new project for the display at that port, the monitor's tab in front.
@@ -146,7 +188,11 @@ private slots:
     void faultsAreSaidInTheTab_data();
     void faultsAreSaidInTheTab();
     void triesAgainAfterLongerAndLongerPauses();
+    void neverPausesForMoreThanTenSeconds();
+    void readsEverySecondUnlessToldOtherwise();
+    void aShorterIntervalCountsAtOnce();
     void comesBackWhenTheDisplayDoes();
+    void whatWasReadStaysWhenTheDisplayGoesAway();
     void updateClosesTheConnectionFirst();
     void readsAgainOnceTheButtonsAreEnabled();
     void takesTheDisplaysMessagesIntoTheTester();
@@ -156,6 +202,7 @@ private slots:
     void stopsOnADownload();
     void stopsWhenTheWindowCloses();
     void worksByKeyboardAlone();
+    void aTechnicianMendsAWrongMessageInTwelveClicks();
 };
 
 void DisplayMonitorTest::isOffUntilStart() {
@@ -370,6 +417,48 @@ void DisplayMonitorTest::triesAgainAfterLongerAndLongerPauses() {
     QVERIFY(!monitor.isRunning());
 }
 
+void DisplayMonitorTest::neverPausesForMoreThanTenSeconds() {
+    Project project;
+    DisplayMonitor monitor(project, 1);
+    project.IP = "127.0.0.1";
+    std::vector<std::int64_t> pauses;
+    connect(&monitor, &DisplayMonitor::changed, this, [&] {
+        if (monitor.failure().isEmpty())
+            return;
+        pauses.push_back(monitor.pause().count());
+        monitor.release(); // reads at once
+    });
+    monitor.start();
+    QTRY_VERIFY(pauses.size() >= 6);
+    monitor.stop();
+    pauses.resize(6);
+    QCOMPARE(pauses, (std::vector<std::int64_t>{1000, 2000, 5000, 10000, 10000, 10000}));
+}
+
+void DisplayMonitorTest::readsEverySecondUnlessToldOtherwise() {
+    const Project project;
+    const MonitorPanel panel(project, 128, PreviewClock::system(), 1,
+                             [] { return std::vector<std::string>(); });
+    const auto* const seconds = Shown(panel).find<QDoubleSpinBox>("spnMonitorSeconds");
+    QCOMPARE(seconds->value(), 1.0);
+    QCOMPARE(seconds->minimum(), 0.5);
+    QCOMPARE(seconds->maximum(), 10.0);
+}
+
+void DisplayMonitorTest::aShorterIntervalCountsAtOnce() {
+    const SimulatorProcess display;
+    Project project;
+    project.IP = "127.0.0.1";
+    DisplayMonitor monitor(project, display.modbusPort());
+    monitor.setInterval(std::chrono::hours(1));
+    QSignalSpy changes(&monitor, &DisplayMonitor::changed);
+    monitor.start();
+    QTRY_VERIFY(monitor.items().has_value());
+    changes.clear();
+    monitor.setInterval(std::chrono::milliseconds(10));
+    QTRY_VERIFY(!changes.empty());
+}
+
 void DisplayMonitorTest::comesBackWhenTheDisplayDoes() {
     std::optional<SilentDisplay> before(std::in_place);
     const quint16 port = before->port();
@@ -381,6 +470,20 @@ void DisplayMonitorTest::comesBackWhenTheDisplayDoes() {
     display.emplace(QStringList{"--modbus-port", QString::number(port)});
     QTRY_COMPARE(editor.state(), QStringLiteral("Reads 127.0.0.1"));
     QCOMPARE(editor.shown().rowCount(), 156);
+}
+
+void DisplayMonitorTest::whatWasReadStaysWhenTheDisplayGoesAway() {
+    std::optional<SimulatorProcess> display(std::in_place);
+    const MonitoringEditor editor(display->modbusPort());
+    writeToDisplay(at(display->modbusPort()), switchWrites(editor.project, {"STDMSG3"}, {}));
+    editor.click("btnMonitorStart");
+    QTRY_COMPARE(editor.state(), QStringLiteral("Reads 127.0.0.1"));
+    display.reset();
+    QTRY_VERIFY(editor.state().contains(QStringLiteral("Tries again after")));
+    QCOMPARE(editor.shown().rowCount(), 156);
+    QCOMPARE(editor.row(QStringLiteral("STDMSG3")), QStringLiteral("322|ON|0001|"));
+    QVERIFY(editor.find<QPushButton>("btnMonitorStop")->isEnabled());
+    QVERIFY(editor.messages.shown.empty());
 }
 
 void DisplayMonitorTest::updateClosesTheConnectionFirst() {
@@ -539,6 +642,49 @@ void DisplayMonitorTest::worksByKeyboardAlone() {
     QTest::keyClick(stop, Qt::Key_Return);
     QCOMPARE(editor.state(), QStringLiteral("Off"));
     QCOMPARE(focused(), QStringLiteral("btnMonitorStart"));
+}
+
+void DisplayMonitorTest::aTechnicianMendsAWrongMessageInTwelveClicks() {
+    const SimulatorProcess display({"--transfer-port", QString::number(freeTransferPort())});
+    EditorFixture editor;
+    editor.modbusPort = display.modbusPort();
+    editor.startWithNewProject("Plant");
+    editor.type("txtSystemIP", QStringLiteral("127.0.0.1"));
+    editor.project.STDMSG[2] = "CLEAR\r\nTEXT 0 0 RED BLACK \"Lewel\"\r\nACT STILL 2000";
+    editor.trigger("miFileSave");
+    DeviceTransfer transfer(editor.project, editor.window->lifecycle(), editor.chooser, editor.messages,
+                            *editor.window, &makeTransferControl);
+    editor.window->useTransfer(transfer);
+    writeToDisplay(at(display.modbusPort()), switchWrites(editor.project, {"STDMSG3"}, {}));
+    const Shown shown(*editor.window);
+    CountedMouse mouse(editor);
+
+    // Found: it is on, and its text is wrong.
+    mouse.choose("mnuView", "miViewMonitor");
+    mouse.click("btnMonitorStart");
+    QTRY_COMPARE(shown.row(QStringLiteral("STDMSG3")), QStringLiteral("322|ON|0001|Lewel"));
+    auto* const rows = editor.find<QTableView>("tblMonitor");
+    mouse.doubleClick(rows->viewport(), rows->visualRect(rows->model()->index(2, 0)).center());
+    // Changed.
+    QCOMPARE(editor.text("txtMsgName"), QStringLiteral("STDMSG3"));
+    auto* const script = editor.find<DeviceTextEdit>("txtMsg");
+    QCOMPARE(editor.window->focusWidget(), script);
+    QTest::keyClick(script, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClicks(script, QStringLiteral("TEXT 0 0 RED BLACK \"Level\""));
+    mouse.click("btnMsgApply");
+    // Sent, and verified.
+    mouse.connectTo(display.transferPort());
+    auto* const bar = editor.window->findChild<QToolBar*>();
+    mouse.click(bar->widgetForAction(editor.find<QAction>("UPLOAD")));
+    QCOMPARE(editor.messages.shown.size(), std::size_t{1});
+    QCOMPARE(editor.messages.shown[0].text, std::string("All files were successfully uploaded"));
+    ++mouse.clicks; // its box
+    mouse.connectTo(display.transferPort());
+    mouse.choose("mnuTools", "miToolsVerify");
+    QVERIFY(allModalsServed());
+    QVERIFY(editor.find<QLabel>("lblComparison")->text().contains(QStringLiteral("holds every byte")));
+    QVERIFY2(mouse.clicks <= 12, qPrintable(QString::number(mouse.clicks)));
+    editor.window.reset();
 }
 
 QTEST_MAIN(DisplayMonitorTest)

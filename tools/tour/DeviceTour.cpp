@@ -1,5 +1,6 @@
 #include "tools/tour/DeviceTour.h"
 
+#include "tests/support/FreeTransferPort.h"
 #include "tests/support/ModalDriver.h"
 #include "widgets/DeviceTextEdit.h"
 
@@ -8,23 +9,12 @@
 #include <QClipboard>
 #include <QLabel>
 #include <QMessageBox>
-#include <QRandomGenerator>
 #include <QTableView>
-#include <QTcpServer>
 #include <QTest>
 
 namespace orvista::tour {
 
 namespace {
-
-/// A port that nobody listens on and that the connection dialog can hold: it takes no more than 32767. Tours
-/// that run at the same time look in different places.
-int freeTransferPort() {
-    for (int port = QRandomGenerator::global()->bounded(12000, 32000); port < 32768; ++port)
-        if (QTcpServer server; server.listen(QHostAddress::LocalHost, static_cast<quint16>(port)))
-            return port;
-    throw std::runtime_error("no free port");
-}
 
 /// Milliseconds after the start of what the panel shows: the message has entered and stands still, and the
 /// blinking bitmap is lit.
@@ -35,7 +25,7 @@ constexpr const char* momentOfPictures = "8500";
 void DeviceTour::startsADevice() {
     const QString folder = stage_.path(QStringLiteral("device"));
     QVERIFY(QDir(folder).removeRecursively() && QDir().mkpath(folder));
-    transferPort_ = freeTransferPort();
+    transferPort_ = testing::freeTransferPort();
     device_ = std::make_unique<testing::SimulatorProcess>(
         QStringList{"--root", folder, "--transfer-port", QString::number(transferPort_), "--snapshot",
                     panelFile(), "--at", momentOfPictures});
