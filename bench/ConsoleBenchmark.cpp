@@ -1,12 +1,8 @@
+#include "bench/ProgramRun.h"
 #include "exchange/MessageSheet.h"
 #include "exchange/ProjectMessages.h"
 
 #include <benchmark/benchmark.h>
-#include <fcntl.h>
-#include <spawn.h>
-#include <sys/resource.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <stdexcept>
 #include <string>
@@ -18,24 +14,9 @@ namespace {
 
 const std::string example = ORVISTA_EXAMPLES "/pumpstation/";
 
-/// Processor time of a program from its start to its end, in milliseconds. What it prints is thrown away.
-double processorTime(std::vector<std::string> command) {
-    std::vector<char*> arguments;
-    for (std::string& word : command)
-        arguments.push_back(word.data());
-    arguments.push_back(nullptr);
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
-    pid_t process = 0;
-    int status = 0;
-    rusage usage{};
-    const bool isRun =
-        posix_spawn(&process, arguments[0], &actions, nullptr, arguments.data(), environ) == 0 &&
-        wait4(process, &status, 0, &usage) == process && status == 0;
-    posix_spawn_file_actions_destroy(&actions);
-    if (!isRun)
-        throw std::runtime_error(command[0] + " failed");
+/// Processor time of a program from its start to its end, in milliseconds.
+double processorTime(const std::vector<std::string>& command) {
+    const rusage usage = finishProgram(startProgram(command));
     const auto milliseconds = [](const timeval& time) {
         return static_cast<double>(time.tv_sec) * 1000 + static_cast<double>(time.tv_usec) / 1000;
     };
