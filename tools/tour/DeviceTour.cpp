@@ -122,13 +122,8 @@ void DeviceTour::comparesWithTheDevice() {
     const Hands hands = stage_.hands();
     hands.clickNode("trvSystem", "C4");
     hands.clickNode("trvMsg", "R3");
-    auto& box = hands.find<DeviceTextEdit>("txtMsg");
-    hands.type("txtMsg", "CLEAR");
-    for (const char* const line :
-         {"TEXT 0 0 RED BLACK \"Level           \"", "DISPVAR 48 0 ORANGE BLACK RegVar1"}) {
-        QTest::keyClick(&box, Qt::Key_Return);
-        QTest::keyClicks(&box, QString::fromLatin1(line));
-    }
+    hands.typeLines(
+        "txtMsg", {"CLEAR", "TEXT 0 0 RED BLACK \"Level           \"", "DISPVAR 48 0 ORANGE BLACK RegVar1"});
     hands.click("btnMsgApply");
     connectToDevice("compare", "Compare asks for it, too.");
     hands.find<QAction>("miToolsCompareDisplay").trigger();
@@ -174,7 +169,8 @@ void DeviceTour::showsTheDownloadedMessage() {
 }
 
 void DeviceTour::sendsToSeveralDisplays() {
-    // It is looked for beside the editor, which plays in a folder of the tour; on Windows with its library.
+    // The editor looks for orvista beside itself, and plays in a folder of the tour. On Windows orvista needs
+    // its library there, too.
     const QDir ours(QString::fromStdString(programFolder()));
     for (const QString& name : ours.entryList({"orvista", "orvista.exe", "libcurl.dll"}, QDir::Files))
         QVERIFY(QFile::copy(ours.filePath(name), stage_.path("program/" + name)));

@@ -118,17 +118,13 @@ void EditingTour::composesAPageWithABitmap() {
 void EditingTour::checksTheProject() {
     const Hands hands = stage_.hands();
     hands.clickNode("trvMsg", "R5");
-    auto& box = hands.find<DeviceTextEdit>("txtMsg");
-    hands.type("txtMsg", faultyScript.front());
-    for (const QString& line : faultyScript.sliced(1)) {
-        QTest::keyClick(&box, Qt::Key_Return);
-        QTest::keyClicks(&box, line);
-    }
+    hands.typeLines("txtMsg", faultyScript);
     hands.click("btnMsgApply");
     hands.press(QStringLiteral("F8"));
     const auto& summary = hands.find<QLabel>("lblFindings");
     QCOMPARE(summary.text(), "2 errors, 3 warnings");
     auto& findings = hands.find<QTableView>("tblFindings");
+    const auto& box = hands.find<DeviceTextEdit>("txtMsg");
     // The dock takes its room little by little, and has not enough for all rows on a small screen.
     int height = 0;
     const auto isSettled = [&] {

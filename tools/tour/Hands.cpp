@@ -50,6 +50,15 @@ void Hands::type(const QString& boxName, const QString& text) const {
     QTest::keyClicks(&box, text);
 }
 
+void Hands::typeLines(const QString& boxName, const QStringList& lines) const {
+    type(boxName, lines.front());
+    auto& box = usable(boxName);
+    for (const QString& line : lines.sliced(1)) {
+        QTest::keyClick(&box, Qt::Key_Return);
+        QTest::keyClicks(&box, line);
+    }
+}
+
 void Hands::acceptFile() const {
     const auto* const box = window_.findChild<QDialogButtonBox*>();
     for (QAbstractButton* const button : box->buttons())

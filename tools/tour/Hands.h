@@ -2,6 +2,7 @@
 
 #include <QKeySequence>
 #include <QString>
+#include <QStringList>
 #include <QWidget>
 
 #include <stdexcept>
@@ -28,6 +29,8 @@ public:
     void clickTool(const QString& key) const;
     /// Replaces the text of a box by typing.
     void type(const QString& boxName, const QString& text) const;
+    /// The same with lines, each on a line of its own.
+    void typeLines(const QString& boxName, const QStringList& lines) const;
     /// Clicks Save or Open in a file dialog, whose buttons have no names.
     void acceptFile() const;
     /// Picks an item of a drop-down list by the arrow keys.

@@ -6,7 +6,6 @@
 
 #include <QAction>
 #include <QLabel>
-#include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
 #include <QTest>
@@ -76,11 +75,7 @@ void RecoveryTour::restoresTheUnsavedWork() {
 }
 
 void RecoveryTour::bringsTheBitmapAlong() {
-    stage_.inDialog("comdlg", [this](const Hands& dialog) {
-        // As pasted: the list that opens under a typed path takes the click.
-        dialog.find<QLineEdit>("fileNameEdit").setText(stage_.projectFolder("moved") + "/MOVED");
-        dialog.acceptFile();
-    });
+    stage_.answerWithFile(stage_.projectFolder("moved") + "/MOVED");
     const Hands hands = stage_.hands();
     hands.press(QStringLiteral("Ctrl+Shift+S"));
     QTRY_COMPARE(stage_.window().windowTitle(), "Orvista Message Editor - [MOVED]");

@@ -2,6 +2,7 @@
 
 #include "tests/support/ModalDriver.h"
 
+#include <QLineEdit>
 #include <QPainter>
 #include <QPixmap>
 #include <QPointer>
@@ -81,6 +82,13 @@ void Stage::inDialog(const QString& name, std::function<void(const Hands&)> act)
         } catch (const std::exception& failure) {
             QTest::qFail(failure.what(), __FILE__, __LINE__);
         }
+    });
+}
+
+void Stage::answerWithFile(const QString& path) {
+    inDialog(QStringLiteral("comdlg"), [path](const Hands& dialog) {
+        dialog.find<QLineEdit>(QStringLiteral("fileNameEdit")).setText(path);
+        dialog.acceptFile();
     });
 }
 

@@ -34,6 +34,10 @@ public:
     /// Plays `act` in the modal window of that name once it opens. A failure in it fails the step.
     void inDialog(const QString& name, std::function<void(const Hands&)> act);
 
+    /// Gives the next file dialog a path. As if pasted: the list that opens under a typed one takes the
+    /// click.
+    void answerWithFile(const QString& path);
+
     /// A folder for a project, made new.
     QString projectFolder(const QString& name) const;
     /// Copies the plain files of `folder` as they stand now to files/`name`.

@@ -102,21 +102,14 @@ void TablesTour::takesItAllBack() {
 
 void TablesTour::handsTablesOver() {
     const Hands hands = stage_.hands();
-    const auto answerWith = [this](const QString& file) {
-        stage_.inDialog("comdlg", [this, file](const Hands& files) {
-            // Typed letter by letter, a whole path would open the list of completions over the buttons.
-            files.find<QLineEdit>("fileNameEdit").setText(stage_.path(file));
-            files.acceptFile();
-        });
-    };
-    answerWith("addresses.pdf");
+    stage_.answerWithFile(stage_.path("addresses.pdf"));
     hands.find<QAction>("miToolsExportAddresses").trigger();
     QVERIFY(QFile::exists(stage_.path("addresses.pdf")));
     QFile table(stage_.path("messages.csv"));
     QVERIFY(table.open(QIODevice::WriteOnly));
     table.write("message,script\r\nSTDMSG3,\"CLEAR\r\nSTILL 500\"\r\nSTDMSG9,STILL 700\r\n");
     table.close();
-    answerWith("messages.csv");
+    stage_.answerWithFile(stage_.path("messages.csv"));
     stage_.inDialog("frmSheetImport", [this](const Hands& dialog) {
         stage_.show(dialog.window(), "import",
                     "A table is looked at, old and new, before anything is taken.");

@@ -4,12 +4,6 @@
 
 #include <QObject>
 
-class QString;
-
-namespace orvista {
-class RowsTable;
-}
-
 namespace orvista::tour {
 
 /// The open project at a glance: a message is found, copied and taken back, a text replaced in all messages.

@@ -37,8 +37,10 @@ int main(int argc, char** argv) {
     DeviceTour device(stage);
     RecoveryTour recovery(stage);
     FilesTour files(stage);
-    // A box that nobody answers would hold a step for five minutes.
+    // A box that nobody answers would hold a step for five minutes, and the debugger that then prints every
+    // thread for minutes more.
     qputenv("QTEST_FUNCTION_TIMEOUT", "60000");
+    qputenv("QTEST_DISABLE_STACK_DUMP", "1");
     const QStringList quietly{arguments.first(), QStringLiteral("-silent")};
     for (QObject* const part :
          std::initializer_list<QObject*>{&project, &editing, &tables, &device, &recovery, &files})
