@@ -1,8 +1,5 @@
 #include "widgets/NotAppliedLabel.h"
 
-#include <QPainter>
-#include <QStyle>
-
 namespace orvista {
 
 namespace {
@@ -12,9 +9,8 @@ constexpr int leastCharacters = 11;
 
 } // namespace
 
-NotAppliedLabel::NotAppliedLabel(QWidget* parent) : QLabel(parent) {
+NotAppliedLabel::NotAppliedLabel(QWidget* parent) : ElidedLabel(parent) {
     setObjectName(QStringLiteral("lblNotApplied"));
-    setTextFormat(Qt::PlainText);
     setToolTip(sentence());
     QSizePolicy policy = sizePolicy();
     policy.setRetainSizeWhenHidden(true);
@@ -40,13 +36,6 @@ QSize NotAppliedLabel::sizeHint() const {
 
 QSize NotAppliedLabel::minimumSizeHint() const {
     return {leastCharacters * fontMetrics().averageCharWidth(), sizeHint().height()};
-}
-
-void NotAppliedLabel::paintEvent(QPaintEvent* /*event*/) {
-    QPainter painter(this);
-    style()->drawItemText(&painter, contentsRect(), Qt::AlignLeft | Qt::AlignVCenter, palette(), isEnabled(),
-                          fontMetrics().elidedText(text(), Qt::ElideRight, contentsRect().width()),
-                          foregroundRole());
 }
 
 } // namespace orvista

@@ -1,13 +1,13 @@
 #pragma once
 
-#include <QLabel>
+#include "widgets/ElidedLabel.h"
 
 namespace orvista {
 
 /// The label `lblNotApplied` beside an Apply button: tells that what the page shows is not in the project. It
 /// keeps its room while there is nothing to tell, so that the first key of an edit moves nothing on the page;
 /// where the page is narrow, its text is cut and the whole of it is the tool-tip.
-class NotAppliedLabel final : public QLabel {
+class NotAppliedLabel final : public ElidedLabel {
     Q_OBJECT
 public:
     explicit NotAppliedLabel(QWidget* parent = nullptr);
@@ -17,9 +17,6 @@ public:
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
-
-protected:
-    void paintEvent(QPaintEvent* event) override;
 
 private:
     static QString sentence();

@@ -2,6 +2,7 @@
 
 #include "check/FitTexts.h"
 #include "display/forms/ShapeButton.h"
+#include "widgets/ElidedLabel.h"
 #include "widgets/FormParts.h"
 
 #include <QHBoxLayout>
@@ -44,7 +45,7 @@ PreviewRow::PreviewRow(QWidget* parent)
           signButton(QStringLiteral("btnPreviewForward"), ShapeButton::Shape::Forward, tr("Next page"))),
       sldPreviewTime(named<QSlider>(QStringLiteral("sldPreviewTime"), Qt::Horizontal)),
       spnPreviewColumns(named<QSpinBox>(QStringLiteral("spnPreviewColumns"))),
-      lblPreviewFit(named<QLabel>(QStringLiteral("lblPreviewFit"))) {
+      lblPreviewFit(named<ElidedLabel>(QStringLiteral("lblPreviewFit"))) {
     sldPreviewTime->setAccessibleName(tr("Time within the message, in milliseconds"));
     sldPreviewTime->setToolTip(tr("Time within the message"));
     sldPreviewTime->setFocusPolicy(Qt::TabFocus);
@@ -90,6 +91,7 @@ void PreviewRow::show(const State& state) {
     lblPreviewPage->setText(state.pageCount == 0 ? QString()
                                                  : tr("%1 of %2").arg(state.page + 1).arg(state.pageCount));
     lblPreviewFit->setText(QString::fromStdString(unfitText(state.unfitCharacters)));
+    lblPreviewFit->setToolTip(lblPreviewFit->text());
     showTime(state);
 }
 

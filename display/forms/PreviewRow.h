@@ -11,6 +11,7 @@ class QSpinBox;
 
 namespace orvista {
 
+class ElidedLabel;
 class ShapeButton;
 
 /// The controls under a preview: play, pages, time, columns, and what does not fit.
@@ -54,7 +55,7 @@ private:
     ShapeButton* btnPreviewForward;
     QSlider* sldPreviewTime;
     QSpinBox* spnPreviewColumns;
-    QLabel* lblPreviewFit;
+    ElidedLabel* lblPreviewFit;
 };
 
 } // namespace orvista

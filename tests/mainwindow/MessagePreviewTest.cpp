@@ -36,6 +36,7 @@ private slots:
     void showsTheBitmapsOfTheFolderThatTheProjectIsSavedIn();
     void leavesTheBoxSixLinesInTheSmallestWindow();
     void leavesTheButtonsWholeAboveThePanels();
+    void whatDoesNotFitIsSaidWithoutMovingThePage();
     void theWizardPreviewsForTheSameColumns();
     void underlinesChangeNothingOfThePage();
 };
@@ -163,6 +164,23 @@ void MessagePreviewTest::leavesTheButtonsWholeAboveThePanels() {
         const auto* const button = editor.find<QPushButton>(name);
         QVERIFY2(button->isVisible() && button->visibleRegion() == button->rect(), name);
     }
+}
+
+void MessagePreviewTest::whatDoesNotFitIsSaidWithoutMovingThePage() {
+    EditorFixture editor;
+    editor.startWithNewProject();
+    editor.showMessage("R7");
+    const auto* const fit = editor.find<QLabel>("lblPreviewFit");
+    // Where the row asked for more room, the page would take it from the tree beside it.
+    const auto leastWidth = [fit] { return fit->parentWidget()->minimumSizeHint().width(); };
+    const int before = leastWidth();
+    editor.find<DeviceTextEdit>("txtMsg")->setPlainText("TEXT 0 0 RED BLACK \"Emergency stop pump\"");
+    QCOMPARE(fit->text(), "3 characters do not fit");
+    QCOMPARE(fit->toolTip(), fit->text());
+    QCOMPARE(leastWidth(), before);
+    // There is room for all of it in a wide window.
+    editor.window->resize(1200, editor.window->height());
+    QTRY_VERIFY(fit->width() >= fit->fontMetrics().horizontalAdvance(fit->text()));
 }
 
 void MessagePreviewTest::theWizardPreviewsForTheSameColumns() {
