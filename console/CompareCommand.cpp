@@ -6,6 +6,7 @@
 #include "console/Projects.h"
 #include "exchange/ProjectComparison.h"
 #include "link/TransferredFiles.h"
+#include "model/FileNames.h"
 #include "model/Numbers.h"
 #include "model/ProjectFile.h"
 #include "model/ScratchFolder.h"
@@ -109,8 +110,8 @@ std::string bitmapText(const FileDifference& difference) {
     const auto side = [](std::optional<std::uint64_t> size) {
         return size ? countedText(*size, "byte") : "not there";
     };
-    std::string text =
-        difference.name + "\n- " + side(difference.sizeBefore) + "\n+ " + side(difference.sizeAfter);
+    std::string text = withoutControlCharacters(difference.name) + "\n- " + side(difference.sizeBefore) +
+                       "\n+ " + side(difference.sizeAfter);
     if (difference.firstOffset)
         text += ", other ones from byte " + decimalText(*difference.firstOffset + 1) + " on";
     return text + "\n";
@@ -119,7 +120,8 @@ std::string bitmapText(const FileDifference& difference) {
 void printText(const Options& options, const ProjectDifferences& differences) {
     if (differences.none())
         return print("No differences\n");
-    print("--- " + options.before + "\n+++ " + options.after + "\n");
+    print("--- " + withoutControlCharacters(options.before) + "\n+++ " +
+          withoutControlCharacters(options.after) + "\n");
     for (const ItemDifference& item : differences.items)
         print(itemText(item));
     for (const FileDifference& bitmap : differences.bitmaps)

@@ -122,22 +122,33 @@ std::string targetOf(const FleetDisplay& display, const Options& options) {
     return DocMgrModule::projectFilePath(paths, paths.join(options.output, display.name), display.name);
 }
 
+/// Each with a folder of its own under `scratch`.
+std::vector<FleetTask> tasksOf(const std::vector<FleetDisplay>& displays, const Options& options,
+                               const std::string& scratch) {
+    std::vector<FleetTask> tasks;
+    tasks.reserve(displays.size());
+    for (const FleetDisplay& display : displays) {
+        const std::string folder = PathRules::native().join(scratch, std::to_string(tasks.size()));
+        fs::create_directory(systemPath(folder));
+        tasks.push_back(taskOf(display, targetOf(display, options), folder));
+    }
+    return tasks;
+}
+
 ExitStatus downloadFromMany(const Options& options) {
     const auto displays = chosenDisplays(options.fleet, {.needsProjects = false});
     if (options.fleet.list.empty())
         expectProjectName(options.output);
+    else if (options.output.empty()) // such as an unset variable of a script; "/" would be written to
+        throw CommandFailure(ExitStatus::Unusable, "an empty text is not a folder to write to");
     Interruption interruption(watchInput(options.fleet)); // or Ctrl+C would leave the folder
     const ScratchFolder scratch = scratchFolder();
-    std::vector<FleetTask> tasks;
-    tasks.reserve(displays.size());
-    for (const FleetDisplay& display : displays) {
-        const std::string folder = PathRules::native().join(scratch.path(), std::to_string(tasks.size()));
-        fs::create_directory(systemPath(folder));
-        tasks.push_back(taskOf(display, targetOf(display, options), folder));
-    }
+    std::vector<FleetTask> tasks = tasksOf(displays, options, scratch.path());
     FleetOutput output(tasks.size(), options.fleet.json);
     FleetRun fleet(std::move(tasks), options.fleet.jobs, scratch.path(), output);
-    return output.finish(fleet.run(interruption));
+    const ExitStatus status = output.finish(fleet.run(interruption));
+    output.expectWritten();
+    return status;
 }
 
 ExitStatus download(const Options& options) {
@@ -151,7 +162,9 @@ ExitStatus download(const Options& options) {
 void addDownload(CLI::App& program, Run& run) {
     const auto options = std::make_shared<Options>();
     CLI::App* command = program.add_subcommand("download", "Fetch projects from displays, many at once");
-    command->add_option("--from", options->fleet.displays, "A display: NAME, NAME:PORT or [IPv6]:PORT")
+    command
+        ->add_option("--from", options->fleet.displays,
+                     "A display: NAME, NAME:PORT or [IPv6]:PORT; port 7000")
         ->type_name("DISPLAY")
         ->expected(1);
     addFleetOptions(*command, options->fleet);

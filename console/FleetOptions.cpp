@@ -6,6 +6,7 @@
 #include "console/Sheets.h"
 #include "exchange/FleetSheet.h"
 #include "model/PathRules.h"
+#include "model/ProjectFile.h"
 #include "model/Text.h"
 
 #include <map>
@@ -32,6 +33,8 @@ std::vector<FleetDisplay> namedDisplays(const FleetOptions& options, const Fleet
     std::vector<FleetDisplay> displays;
     std::map<std::string, std::string> texts;
     for (const std::string& text : options.displays) {
+        if (endsWithIgnoringCase(text, DocMgrModule::projectExtension))
+            throw CommandFailure(ExitStatus::Unusable, text + " is a project, not a display");
         displays.push_back({text, transferAddress(text), defaults.project});
         const auto [there, isNew] = texts.emplace(lowerAscii(displays.back().address.text()), text);
         if (!isNew)

@@ -1,6 +1,9 @@
 #include "console/FleetOutput.h"
 
+#include "model/FileNames.h"
 #include "model/Numbers.h"
+
+#include <utility>
 
 namespace orvista::console {
 
@@ -14,16 +17,14 @@ std::string resultText(const FleetResult& result) {
         text += ": " + end.reason;
     else if (end.files > 0)
         text += ", " + decimalText(end.files) + " files, " + fleetResultCells(result).back() + " s";
-    return text + "\n";
+    return withoutControlCharacters(std::move(text)) + "\n";
 }
 
 } // namespace
 
 void FleetOutput::show(const DisplayState& state) {
-    if (json_) {
-        print(stateLine(state));
-        finishOutput();
-    }
+    if (json_)
+        write(stateLine(state));
     showProgress();
 }
 
@@ -32,7 +33,7 @@ void FleetOutput::show(const FleetResult& result, std::size_t of) {
     progress_.clear();
     if (json_) {
         const TransferEnd& end = result.end;
-        print(stateLine({result.name,
+        write(stateLine({result.name,
                          result.address,
                          std::string(outcomeWord(end.outcome)),
                          {},
@@ -41,10 +42,24 @@ void FleetOutput::show(const FleetResult& result, std::size_t of) {
                          end.reason,
                          result.seconds}));
     } else {
-        print(resultText(result));
+        write(resultText(result));
     }
-    finishOutput();
     showProgress();
+}
+
+void FleetOutput::expectWritten() const {
+    if (failure_)
+        throw CommandFailure(*failure_);
+}
+
+void FleetOutput::write(const std::string& text) {
+    if (failure_)
+        return;
+    try {
+        printNow(text);
+    } catch (const CommandFailure& failure) {
+        failure_ = failure;
+    }
 }
 
 void FleetOutput::showProgress() {
@@ -54,9 +69,9 @@ void FleetOutput::showProgress() {
 ExitStatus FleetOutput::finish(std::span<const FleetResult> results) {
     progress_.clear();
     if (json_)
-        print(resultsLine(results));
+        write(resultsLine(results));
     else if (count_ > 1)
-        print(tally_.text() + "\n");
+        write(tally_.text() + "\n");
     return tally_.isWell() ? ExitStatus::Well : ExitStatus::Found;
 }
 

@@ -5,11 +5,14 @@
 #include "console/Output.h"
 #include "link/FleetResult.h"
 
+#include <optional>
 #include <span>
+#include <string>
 
 namespace orvista::console {
 
 /// Tells what becomes of the displays: a line for each that is over, or with --json one for each change.
+/// Where the lines go to a full disk the transfers go on all the same.
 class FleetOutput {
 public:
     /// \param count of displays
@@ -20,13 +23,17 @@ public:
     void show(const FleetResult& result, std::size_t of);
     /// The last lines. \returns the status to end with
     ExitStatus finish(std::span<const FleetResult> results);
+    /// \throws CommandFailure where a line could not be written
+    void expectWritten() const;
 
 private:
+    void write(const std::string& text);
     void showProgress();
 
     std::size_t count_;
     bool json_;
     FleetTally tally_;
+    std::optional<CommandFailure> failure_;
     Progress progress_;
 };
 

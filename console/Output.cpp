@@ -1,6 +1,7 @@
 #include "console/Output.h"
 
 #include "console/CommandFailure.h"
+#include "model/FileNames.h"
 #include "model/FileReplacing.h"
 
 #include <cerrno>
@@ -14,6 +15,8 @@
 #include <windows.h>
 #else
 #include <csignal>
+#include <fcntl.h>
+#include <poll.h>
 #include <unistd.h>
 #endif
 
@@ -38,6 +41,27 @@ bool isTerminal(std::FILE* stream) {
 #endif
 }
 
+#ifdef _WIN32
+/// Only writing tells.
+bool isReaderGone() {
+    return false;
+}
+#else
+bool isReaderGone() {
+    pollfd output{STDOUT_FILENO, 0, 0};
+    return poll(&output, 1, 0) > 0 && (output.revents & (POLLERR | POLLHUP)) != 0;
+}
+
+/// What is opened next would get the number of a standard stream that is closed, and our texts with it. In
+/// the wrong direction, so that using the stream still fails.
+void holdClosedStreams() {
+    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        if (fcntl(stream, F_GETFD) < 0)
+            static_cast<void>(open("/dev/null", stream == STDIN_FILENO ? O_WRONLY : O_RDONLY));
+    }
+}
+#endif
+
 void failUnlessReaderLeft() {
     const int error = errno;
     std::clearerr(stdout);
@@ -53,6 +77,7 @@ StandardStreams::StandardStreams() {
     formerCodePage_ = GetConsoleOutputCP();
     SetConsoleOutputCP(CP_UTF8);
 #else
+    holdClosedStreams();
     std::signal(SIGPIPE, SIG_IGN);
     std::signal(SIGXFSZ, SIG_IGN); // a file that may not grow is a failure like a full disk
 #endif
@@ -76,6 +101,8 @@ void finishOutput() {
 }
 
 bool printNow(std::string_view text) {
+    if (text.empty())
+        return !isReaderGone();
     // What does not fit into the buffer may fail before the rest of it is written.
     const bool isTaken = std::fwrite(text.data(), 1, text.size(), stdout) == text.size();
     if (isTaken && std::fflush(stdout) == 0)
@@ -85,7 +112,7 @@ bool printNow(std::string_view text) {
 }
 
 void complain(std::string_view text) {
-    std::fprintf(stderr, "orvista: %.*s\n", static_cast<int>(text.size()), text.data());
+    std::fprintf(stderr, "orvista: %s\n", withoutControlCharacters(std::string(text)).c_str());
 }
 
 Progress::Progress() : hasTerminal_(isTerminal(stderr)) {}

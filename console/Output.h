@@ -25,11 +25,11 @@ void print(std::string_view text);
 /// Writes what print() has kept back.
 /// \throws CommandFailure
 void finishOutput();
-/// Writes at once. False when the reader has left: there is nobody to go on for.
+/// Writes at once. False when the reader has left, also for no text: there is nobody to go on for.
 /// \throws CommandFailure
 bool printNow(std::string_view text);
 
-/// A line to standard error, "orvista: " in front.
+/// A line to standard error, "orvista: " in front; whatever the text holds, it is one line.
 void complain(std::string_view text);
 
 /// Shows on standard error how far a command is, where that is a terminal. What it showed goes with it.

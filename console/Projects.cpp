@@ -42,6 +42,9 @@ void saveProject(const std::string& path, const Project& project) {
 void expectProjectName(const std::string& path) {
     if (!endsWithIgnoringCase(path, DocMgrModule::projectExtension))
         throw CommandFailure(ExitStatus::Unusable, path + " does not end in .orx");
+    const auto parts = PathRules::native().split(path);
+    if ((parts ? parts->name : path).size() == DocMgrModule::projectExtension.size())
+        throw CommandFailure(ExitStatus::Unusable, path + " has no name before .orx");
 }
 
 } // namespace orvista::console

@@ -15,7 +15,7 @@ Project readProject(const std::string& path);
 /// \throws CommandFailure
 void saveProject(const std::string& path, const Project& project);
 
-/// \throws CommandFailure unless the path ends in ".orx"
+/// \throws CommandFailure unless the path ends in a name and ".orx"
 void expectProjectName(const std::string& path);
 
 } // namespace orvista::console

@@ -144,6 +144,8 @@ ExitStatus watch(const DisplayAddress& display, const Options& options, std::vec
 }
 
 ExitStatus read(const Options& options) {
+    if (options.watch && std::isnan(*options.watch)) // which is in no range and outside of none
+        throw CommandFailure(ExitStatus::Unusable, "--watch takes a number of seconds");
     const DisplayAddress display = modbusAddress(options.display);
     const Project project = readProject(options.project);
     const ItemTexts texts(project);

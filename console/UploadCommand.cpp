@@ -114,6 +114,7 @@ ExitStatus uploadToMany(const Options& options) {
     const ExitStatus status = output.finish(results);
     if (!options.report.empty())
         writeFile(options.report, fleetReport(results));
+    output.expectWritten();
     return status;
 }
 
@@ -179,7 +180,8 @@ void addUpload(CLI::App& program, Run& run) {
     const auto options = std::make_shared<Options>();
     CLI::App* command = program.add_subcommand("upload", "Send projects to displays, many at once");
     command->add_option("PROJECT", options->project, "A project file, .orx");
-    command->add_option("--to", options->fleet.displays, "Displays: NAME, NAME:PORT or [IPv6]:PORT")
+    command
+        ->add_option("--to", options->fleet.displays, "Displays: NAME, NAME:PORT or [IPv6]:PORT; port 7000")
         ->type_name("DISPLAY");
     addFleetOptions(*command, options->fleet);
     command->add_flag("--check", options->check, "Send nothing where the check finds an error");

@@ -1,10 +1,12 @@
 #include "link/DisplayAddress.h"
 
+#include "model/FileNames.h"
 #include "model/Numbers.h"
 #include "model/Text.h"
 
 #include <algorithm>
 #include <charconv>
+#include <utility>
 
 namespace orvista {
 
@@ -46,12 +48,10 @@ bool isBracketedHost(std::string_view host) {
            (!hasZone || isHostName(host.substr(address.size() + 1)));
 }
 
-/// A sentence about the text, which may hold anything: control characters would break its line.
+/// A sentence about the text, which may hold anything.
 [[noreturn]] void fail(std::string_view text, std::string_view reason) {
     std::string sentence(text.empty() ? std::string_view("an empty text") : text);
-    std::ranges::replace_if(
-        sentence, [](char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7F'; }, '?');
-    throw BadDisplayAddress(sentence.append(" ").append(reason));
+    throw BadDisplayAddress(withoutControlCharacters(std::move(sentence)).append(" ").append(reason));
 }
 
 /// Host and port as they stand in the text; the port with its colon, or empty.

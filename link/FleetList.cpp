@@ -3,6 +3,7 @@
 #include "model/FileNames.h"
 #include "model/Files.h"
 #include "model/Numbers.h"
+#include "model/ProjectFile.h"
 #include "model/Text.h"
 
 #include <algorithm>
@@ -83,6 +84,9 @@ private:
 
     std::string projectOf(const FleetRow& row) {
         const std::string project(trimBlanks(row.project));
+        if (defaults_.needsProjects && !project.empty() &&
+            !endsWithIgnoringCase(project, DocMgrModule::projectExtension))
+            refuse(ProjectFile, "the project does not end in .orx");
         if (!project.empty())
             return utf8Path(systemPath(defaults_.folder) / systemPath(project));
         if (defaults_.needsProjects && defaults_.project.empty())

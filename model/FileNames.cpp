@@ -4,9 +4,16 @@
 
 #include <algorithm>
 #include <array>
-#include <string>
 
 namespace orvista {
+
+namespace {
+
+bool isControlCharacter(char c) {
+    return static_cast<unsigned char>(c) < ' ' || c == '\x7F';
+}
+
+} // namespace
 
 bool isReservedOnWindows(std::string_view name) {
     const std::string stem = upperAscii(trimBlanks(name.substr(0, name.find('.'))));
@@ -24,8 +31,12 @@ bool isReservedOnWindows(std::string_view name) {
 }
 
 bool holdsControlCharacter(std::string_view text) {
-    return std::ranges::any_of(text,
-                               [](char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7F'; });
+    return std::ranges::any_of(text, isControlCharacter);
+}
+
+std::string withoutControlCharacters(std::string text) {
+    std::ranges::replace_if(text, isControlCharacter, '?');
+    return text;
 }
 
 } // namespace orvista

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <string_view>
 
 /// Names of files and folders that are to hold on every platform. Texts are UTF-8.
@@ -15,5 +16,7 @@ bool isReservedOnWindows(std::string_view name);
 
 /// C0 controls and DEL.
 bool holdsControlCharacter(std::string_view text);
+/// With a "?" for each of them: names and what is said of them stay on one line and leave terminals alone.
+std::string withoutControlCharacters(std::string text);
 
 } // namespace orvista

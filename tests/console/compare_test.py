@@ -210,6 +210,17 @@ pump.bmp
         self.assertEqual(complaint.decode(), f"orvista: {display}: interrupted\n")
         self.assertLess(time.monotonic() - begun, 8)
 
+    def test_names_with_control_characters_leave_the_lines_as_they_are(self):
+        (self.folder / "other").mkdir()
+        shutil.copy(self.folder / PROJECT, self.folder / "other" / "a\nb.orx")
+        for name in ("alarm.bmp", "pump.bmp", "x\x1b\n.bmp"):
+            shutil.copy(self.folder / "pump.bmp", self.folder / "other" / name)
+        size = (self.folder / "pump.bmp").stat().st_size
+        text = self.expect(1, "compare", PROJECT, "other/a\nb.orx").decode()
+        self.assertTrue(text.startswith(f"--- {PROJECT}\n+++ other/a?b.orx\nalarm.bmp\n"), text)
+        self.assertTrue(text.endswith(f"x??.bmp\n- not there\n+ {size} bytes\n"), text)
+        self.assertEqual(self.complaint(2, "compare", "no\nfile.orx", PROJECT), "orvista: Unable to open no?file.orx")
+
     def test_device_files_beside_a_project_stay_as_they_are(self):
         (self.folder / "stdmsg.ilm").write_bytes(b"mine\r\n")
         (self.folder / "default.pls").unlink()

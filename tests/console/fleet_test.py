@@ -166,6 +166,48 @@ class Upload(FleetTest):
         self.assertEqual(display.commands, [])
         self.outcome(0, "upload", "plant/BAD.orx", "--to", display.address)
 
+    def test_a_full_disk_for_the_output_stops_no_transfer(self):
+        displays = self.make(3)
+        self.displays.serve()
+        for how in ([], ["--json"]):
+            for display in displays:
+                for path in display.root.iterdir():
+                    path.unlink()
+            (self.folder / "results.csv").unlink(missing_ok=True)
+            with open("/dev/full", "wb") as full:
+                self.assertEqual(self.complaint(1, "upload", "plant/LINE3.orx", "--report", "results.csv", *how, "--to",
+                                                *(display.address for display in displays), stdout=full),
+                                 "orvista: standard output: No space left on device")
+            for display in displays:
+                self.assertEqual(display.files(), self.sent())
+            self.assertEqual((self.folder / "results.csv").read_text("utf-8-sig").count(",done,"), 3)
+
+    def test_closed_streams_get_into_no_file(self):
+        display, = self.make(1)
+        self.displays.serve()
+        for closed in ((1,), (0, 1), (0, 1, 2)):
+            def close(streams=closed):
+                for stream in streams:
+                    os.close(stream)
+            for command in (["upload", "plant/LINE3.orx", "--to", display.address, "--report", "results.csv"],
+                            ["download", "--from", display.address, "-o", "fetched/LINE3.orx"]):
+                result = self.run_program(*command, preexec=close)
+                self.assertEqual((result.returncode, result.stdout), (1, b""), (closed, command))
+                self.assertEqual(result.stderr, b"" if 2 in closed else b"orvista: standard output: Bad file descriptor\n")
+            self.assertEqual(display.files(), self.sent())
+            self.assertIn(",done,", (self.folder / "results.csv").read_text("utf-8-sig"))
+            self.assertNotIn(b"done", b"".join(path.read_bytes() for path in (self.folder / "fetched").iterdir()))
+            for name in ("modbus.adr", "ilmvar.def", "default.pls", "A.bmp", "b.bmp"):
+                self.assertEqual((self.folder / "fetched" / name).read_bytes(), self.sent()[name])
+
+    def test_what_is_said_of_a_file_stays_on_its_line(self):
+        display, = self.make(1)
+        self.displays.serve()
+        (self.folder / "plant" / "z\n\x1b[2J.bmp").write_bytes(b"BM")
+        out, _ = self.outcome(1, "upload", "plant/LINE3.orx", "--to", display.address)
+        self.assertIn("half: z??[2J.bmp was not taken; arrived: ", out)
+        self.assertEqual(out.count("\n"), 1)
+
     def test_a_project_that_cannot_be_read_is_status_2_and_nothing_is_sent(self):
         display, other = self.make(2)
         self.displays.serve()
@@ -218,6 +260,9 @@ class Lists(FleetTest):
                 out, error = self.outcome(2, *command, "--list", self.write_list([good, *rows]))
                 self.assertIn("list.csv: " + told, error)
                 self.assertEqual((out, display.commands), ("", []))
+        for project in ("plant/LINE3", "README.md", ".orx.bak"):
+            self.assertIn("list.csv: row 3, project: the project does not end in .orx",
+                          self.outcome(2, "upload", "--list", self.write_list([good, f"other,127.0.0.2,,{project}"]))[1])
         out, error = self.outcome(2, "upload", "--list", self.write_list(["a,127.0.0.2,,"]))
         self.assertIn("row 2, project: there is no project for this display", error)
         for text, told in (("", "is empty"), ("name,address\n", "has no displays"), ("name\na\n", "address: the column is missing"),
@@ -235,7 +280,11 @@ class Lists(FleetTest):
                           ["upload", "plant/LINE3.orx", "--to", NOBODY, "--jobs", "61"],
                           ["upload", "plant/LINE3.orx", "--list", "missing.csv"], ["download"], ["download", "--from", NOBODY],
                           ["download", "--from", NOBODY, "-o", "x"], ["download", "--from", NOBODY, NOBODY, "-o", "x.orx"],
-                          ["download", "--list", "list.csv", "--from", NOBODY, "-o", "x"]):
+                          ["download", "--list", "list.csv", "--from", NOBODY, "-o", "x"],
+                          ["download", "--list", self.write_list([f"a,{NOBODY},,"]), "-o", ""],
+                          ["download", "--from", NOBODY, "-o", ".orx"], ["download", "--from", NOBODY, "-o", "plant/.ORX"],
+                          ["download", "--from", "plant/LINE3.orx", "-o", "x.orx"],
+                          ["upload", "plant/LINE3.orx", "--to", "other.orx"]):
             out, error = self.outcome(2, *arguments)
             self.assertEqual(out, "", arguments)
             self.assertEqual(len(error.splitlines()), 1, error)

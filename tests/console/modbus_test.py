@@ -193,6 +193,22 @@ class Reading(ProgramTest):
         process.communicate(timeout=30)
         self.assertEqual(process.returncode, -signal.SIGINT)
 
+    def test_watch_ends_with_its_reader_though_nothing_changes(self):
+        with Server() as server:
+            process = subprocess.Popen([PROGRAM, "read", server.display, "--project", PROJECT, "--watch", "0.5"],
+                                       cwd=self.folder, stdout=subprocess.PIPE, stderr=subprocess.PIPE)
+            self.assertEqual(process.stdout.readline(), b"No message is on\n")
+            process.stdout.close()
+            self.assertEqual(process.wait(timeout=30), 0)
+            self.assertEqual(process.stderr.read(), b"")
+            process.stderr.close()
+
+    def test_seconds_to_watch_are_a_number_in_range(self):
+        with Scripted(right_answer) as display:
+            for seconds in ("0", "0.49", "3601", "-1", "nan", "inf", "x", ""):
+                self.assertIn("--watch", self.complaint(2, "read", display.display, "--project", PROJECT, "--watch", seconds))
+        self.assertEqual(display.requests, [])
+
     def test_watch_as_json_is_an_object_a_line_and_ends_with_its_reader(self):
         with Server() as server:
             process = subprocess.Popen([PROGRAM, "read", server.display, "--project", PROJECT, "--watch", "0.5", "--json"],

@@ -47,6 +47,12 @@ TEST(FleetSheet, TakesNumericAddressesOfBothKinds) {
     EXPECT_EQ(displays[2].address, (DisplayAddress{"fe80::7", 7003}));
 }
 
+TEST(FleetSheet, RefusesProjectsThatAreNone) {
+    EXPECT_THAT(errorsOf(head + "a,10.0.0.1,,A.ORX\nb,10.0.0.2,,B.orx.bak\nc,10.0.0.3,,C\n"),
+                ElementsAre("row 3, project: the project does not end in .orx",
+                            "row 4, project: the project does not end in .orx"));
+}
+
 TEST(FleetSheet, RefusesNamesThatAreNoFolders) {
     const std::string characters = "a name holds none of / \\ : * ? \" < > | and no line end";
     for (const char* name : {"a/b", "a\\b", "a:b", "a*", "a?", "<a", "a>", "a|b", "a\x01"})
