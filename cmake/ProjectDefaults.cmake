@@ -14,10 +14,10 @@ if(ORVISTA_SANITIZERS)
   add_link_options(-fsanitize=${ORVISTA_SANITIZERS})
 endif()
 
-# Test code is mostly the frameworks' templates: optimising it under the sanitizers doubles the build's time
-# and gains nothing.
+# The tests and the command line are mostly their libraries' templates: optimising those under the sanitizers doubles the
+# build's time and gains nothing.
 if(ORVISTA_SANITIZERS)
-  set(ORVISTA_TEST_OPTIONS -O0)
+  set(ORVISTA_TEMPLATE_OPTIONS -O0)
 endif()
 
 if(WIN32)

@@ -16,7 +16,7 @@ public:
     StandardStreams& operator=(const StandardStreams&) = delete;
 
 private:
-    unsigned formerCodePage_ = 0;
+    [[maybe_unused]] unsigned formerCodePage_ = 0; ///< a console's, on Windows
 };
 
 /// To standard output. That a reader has left early is not a failure: the rest is for nobody.

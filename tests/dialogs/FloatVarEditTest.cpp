@@ -73,8 +73,8 @@ private slots:
     }
 
     void refusesOtherIndexes() {
-        QVERIFY_EXCEPTION_THROWN(dialog_->InitContent(-1), std::out_of_range);
-        QVERIFY_EXCEPTION_THROWN(dialog_->InitContent(64), std::out_of_range);
+        QVERIFY_THROWS_EXCEPTION(std::out_of_range, dialog_->InitContent(-1));
+        QVERIFY_THROWS_EXCEPTION(std::out_of_range, dialog_->InitContent(64));
         QVERIFY(text("txtVarName").isEmpty());
     }
 

@@ -290,10 +290,10 @@ void TesterClientTest::theClientGoesWithARequestUnderWay() {
 void TesterClientTest::anOverflowSendsNothingAndLeavesTheButtons() {
     Device device;
     Tester tester(device.serverPort());
-    QVERIFY_EXCEPTION_THROWN(tester.client->updateCoil("65536", true), Overflow);
-    QVERIFY_EXCEPTION_THROWN(tester.client->updateRegister("100", "1e39"), Overflow);
-    QVERIFY_EXCEPTION_THROWN(tester.client->updateEmergencyMessages("-1", {}), Overflow);
-    QVERIFY_EXCEPTION_THROWN(tester.client->updateRegularMessages("1e9", {}), Overflow);
+    QVERIFY_THROWS_EXCEPTION(Overflow, tester.client->updateCoil("65536", true));
+    QVERIFY_THROWS_EXCEPTION(Overflow, tester.client->updateRegister("100", "1e39"));
+    QVERIFY_THROWS_EXCEPTION(Overflow, tester.client->updateEmergencyMessages("-1", {}));
+    QVERIFY_THROWS_EXCEPTION(Overflow, tester.client->updateRegularMessages("1e9", {}));
     QVERIFY(tester.buttons.allEnabled());
     tester.client->updateCoil("7", true);
     QTRY_COMPARE(device.requests.size(), std::size_t{1});

@@ -134,8 +134,8 @@ void CommandRowsTest::anEntryIsCheckedWhileWhatItTurnsOnIsOn() {
 
 void CommandRowsTest::thereIsNoCommandOfAnotherName() {
     Window window;
-    QVERIFY_EXCEPTION_THROWN(window.commands.action("mnuTry"), std::out_of_range);
-    QVERIFY_EXCEPTION_THROWN(window.commands.run(""), std::out_of_range);
+    QVERIFY_THROWS_EXCEPTION(std::out_of_range, window.commands.action("mnuTry"));
+    QVERIFY_THROWS_EXCEPTION(std::out_of_range, window.commands.run(""));
 }
 
 QTEST_MAIN(CommandRowsTest)
