@@ -6,6 +6,7 @@
 #include <QUndoCommand>
 
 #include <algorithm>
+#include <memory>
 #include <utility>
 
 namespace orvista {
@@ -39,28 +40,31 @@ std::size_t bytesOf(const std::vector<ItemChange>& changes) {
 
 class ProjectChanges::Step final : public QUndoCommand {
 public:
+    using Changes = std::shared_ptr<const std::vector<ItemChange>>;
+
     /// Of changes that were made already.
-    Step(ProjectChanges& door, const QString& name, std::vector<ItemChange> changes)
-        : QUndoCommand(name), changes(std::move(changes)), door_(door) {}
+    Step(ProjectChanges& door, const QString& name, Changes changes)
+        : QUndoCommand(name), changes_(std::move(changes)), door_(door) {}
 
     void undo() override {
-        for (const ItemChange& change : changes)
+        for (const ItemChange& change : *changes_)
             change.revert(door_.project_);
-        door_.show(changes);
+        door_.show(*changes_);
     }
     void redo() override {
         // The stack does so once when it gets the step.
         if (!std::exchange(isUndoable_, true))
             return;
-        for (const ItemChange& change : changes)
+        for (const ItemChange& change : *changes_)
             change.apply(door_.project_);
-        door_.show(changes);
+        door_.show(*changes_);
     }
 
-    /// Taken away where the step is made anew.
-    mutable std::vector<ItemChange> changes;
+    /// A step that is made anew shares them.
+    const Changes& changes() const { return changes_; }
 
 private:
+    Changes changes_;
     ProjectChanges& door_;
     bool isUndoable_ = false;
 };
@@ -124,7 +128,7 @@ void ProjectChanges::redo() {
 }
 
 bool ProjectChanges::mayRun(int step) {
-    return step >= 0 && step < stack_.count() && mayChange(itemsOf(this->step(step).changes));
+    return step >= 0 && step < stack_.count() && mayChange(itemsOf(*this->step(step).changes()));
 }
 
 void ProjectChanges::forget() {
@@ -138,21 +142,21 @@ void ProjectChanges::settle() {
 }
 
 void ProjectChanges::push(const QString& step, std::vector<ItemChange> changes) {
-    stack_.push(new Step(*this, step, std::move(changes)));
+    stack_.push(new Step(*this, step, std::make_shared<const std::vector<ItemChange>>(std::move(changes))));
     forgetOldest();
 }
 
 void ProjectChanges::forgetOldest() {
     std::size_t bytes = 0;
     int oldest = stack_.count();
-    while (oldest > 0 && bytes + bytesOf(step(oldest - 1).changes) <= maximumBytes)
-        bytes += bytesOf(step(--oldest).changes);
+    while (oldest > 0 && bytes + bytesOf(*step(oldest - 1).changes()) <= maximumBytes)
+        bytes += bytesOf(*step(--oldest).changes());
     if (oldest == 0)
         return;
     // The stack itself drops steps by their number only: what stays goes through it once more.
     std::vector<Step*> kept;
     for (int index = oldest; index < stack_.count(); ++index)
-        kept.push_back(new Step(*this, step(index).text(), std::move(step(index).changes)));
+        kept.push_back(new Step(*this, step(index).text(), step(index).changes()));
     stack_.clear();
     for (Step* const step : kept)
         stack_.push(step);
