@@ -337,10 +337,10 @@ void RowsTable::keyPressEvent(QKeyEvent* event) {
     if (event->matches(QKeySequence::Copy)) {
         if (selectionModel()->hasSelection())
             QGuiApplication::clipboard()->setText(copiedText());
-    } else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-        activateCurrent();
-    } else if (event->key() == Qt::Key_Space && rows_->isTickable) {
+    } else if (rows_->isTickable && event->key() == Qt::Key_Space) {
         tickSelected();
+    } else if (!rows_->isTickable && (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)) {
+        activateCurrent();
     } else {
         QTableView::keyPressEvent(event);
     }

@@ -33,7 +33,7 @@ public:
     /// Shows only these of the rows that setRows() got, besides the filter; the next ones are all shown.
     void setShownRows(std::vector<bool> shown);
     /// Gives each row a box in its first cell, which a click or Space ticks and unticks: all selected rows at
-    /// once. Rows are ticked when they come.
+    /// once. Rows are ticked when they come. They lead nowhere: Enter presses the dialog's default button.
     void makeTickable();
     /// By the rows that setRows() got.
     const std::vector<bool>& ticks() const;

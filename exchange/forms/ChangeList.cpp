@@ -5,15 +5,14 @@
 #include "widgets/DeviceText.h"
 #include "widgets/DeviceTextEdit.h"
 #include "widgets/FormParts.h"
+#include "widgets/RowsTable.h"
 #include "widgets/ScriptPositions.h"
 
 #include <QCheckBox>
 #include <QHeaderView>
-#include <QKeyEvent>
+#include <QItemSelectionModel>
 #include <QLabel>
-#include <QSignalBlocker>
 #include <QSplitter>
-#include <QTableWidget>
 #include <QTextDocument>
 #include <QVBoxLayout>
 
@@ -24,30 +23,10 @@ namespace orvista {
 
 namespace {
 
-enum Column { Item, Text, Old, New };
-
 /// Of the whole list when it is shown first, in the font's characters and lines.
 constexpr int listCharacters = 110;
 constexpr int tableLines = 12;
 constexpr int textLines = 9;
-
-/// Space ticks the selected rows, whichever cell is the current one.
-class TickedTable final : public QTableWidget {
-public:
-    using QTableWidget::QTableWidget;
-
-protected:
-    void keyPressEvent(QKeyEvent* event) override {
-        if (event->key() != Qt::Key_Space)
-            return QTableWidget::keyPressEvent(event);
-        const QModelIndexList rows = selectionModel()->selectedRows();
-        const bool allTicked = std::all_of(rows.begin(), rows.end(), [this](const QModelIndex& row) {
-            return item(row.row(), Item)->checkState() == Qt::Checked;
-        });
-        for (const QModelIndex& row : rows)
-            item(row.row(), Item)->setCheckState(allTicked ? Qt::Unchecked : Qt::Checked);
-    }
-};
 
 /// The lines of a script as the box shows them.
 struct ShownLines {
@@ -121,7 +100,8 @@ ChangeList::ChangeList(std::vector<ShownChange> changes, QWidget* parent)
     : QWidget(parent),
       changes_(std::move(changes)),
       chkAllChanges(named<QCheckBox>(QStringLiteral("chkAllChanges"), tr("&All changes"))),
-      tblChanges(named<TickedTable>(QStringLiteral("tblChanges"), static_cast<int>(changes_.size()), 4)),
+      tblChanges(named<RowsTable>(QStringLiteral("tblChanges"),
+                                  QStringList{tr("Item"), tr("Text"), tr("Old"), tr("New")})),
       txtOld(shownText(QStringLiteral("txtOld"))),
       txtNew(shownText(QStringLiteral("txtNew"))) {
     fillTable();
@@ -135,11 +115,12 @@ ChangeList::ChangeList(std::vector<ShownChange> changes, QWidget* parent)
     layout->addWidget(chkAllChanges);
     layout->addWidget(splitter, 1);
 
-    connect(tblChanges, &QTableWidget::currentCellChanged, this, [this](int row) { showTexts(row); });
-    connect(tblChanges, &QTableWidget::itemChanged, this, &ChangeList::followTicks);
-    connect(chkAllChanges, &QCheckBox::clicked, this, &ChangeList::tickAll);
-    if (!changes_.empty())
-        tblChanges->setCurrentCell(0, Item);
+    connect(tblChanges->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            [this](const QModelIndex& current) { showTexts(tblChanges->rowOf(current)); });
+    connect(tblChanges, &RowsTable::ticksChanged, this, &ChangeList::followTicks);
+    connect(chkAllChanges, &QCheckBox::clicked, this,
+            [this](bool tick) { tblChanges->setTicks(std::vector<bool>(changes_.size(), tick)); });
+    tblChanges->selectRow(0);
     followTicks();
 }
 
@@ -149,32 +130,21 @@ void ChangeList::enter() {
 }
 
 void ChangeList::fillTable() {
-    tblChanges->setAccessibleName(tr("Changes"));
-    tblChanges->setHorizontalHeaderLabels({tr("Item"), tr("Text"), tr("Old"), tr("New")});
-    for (int column = 0; column < tblChanges->columnCount(); ++column)
-        tblChanges->horizontalHeaderItem(column)->setTextAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-    for (int row = 0; row < tblChanges->rowCount(); ++row) {
-        const ShownChange& change = changes_[static_cast<std::size_t>(row)];
+    std::vector<TableRow> rows;
+    for (const ShownChange& change : changes_) {
         const std::size_t from = shownFrom(change.before, change.after);
-        auto* const item = new QTableWidgetItem(QString::fromStdString(change.item));
-        item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable);
-        item->setCheckState(Qt::Checked);
-        tblChanges->setItem(row, Item, item);
-        tblChanges->setItem(row, Text, new QTableWidgetItem(change.text));
-        tblChanges->setItem(row, Old, new QTableWidgetItem(onOneLine(change.before, from)));
-        tblChanges->setItem(row, New, new QTableWidgetItem(onOneLine(change.after, from)));
+        rows.push_back({{QString::fromStdString(change.item), static_cast<int>(rows.size())},
+                        {change.text},
+                        {onOneLine(change.before, from)},
+                        {onOneLine(change.after, from)}});
     }
-    tblChanges->setSelectionBehavior(QAbstractItemView::SelectRows);
-    tblChanges->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    tblChanges->setTabKeyNavigation(false);
-    tblChanges->setShowGrid(false);
+    tblChanges->setAccessibleName(tr("Changes"));
+    tblChanges->makeTickable();
+    tblChanges->setRows(std::move(rows));
     tblChanges->setWordWrap(false);
-    tblChanges->verticalHeader()->hide();
-    tblChanges->verticalHeader()->setDefaultSectionSize(fontMetrics().lineSpacing() * 3 / 2);
-    tblChanges->horizontalHeader()->setHighlightSections(false);
-    tblChanges->resizeColumnsToContents();
-    for (const int column : {Old, New})
-        tblChanges->horizontalHeader()->setSectionResizeMode(column, QHeaderView::Stretch);
+    tblChanges->setRowHeight(fontMetrics().lineSpacing() * 3 / 2);
+    constexpr int old = 2; // as wide as the new one, the last
+    tblChanges->horizontalHeader()->setSectionResizeMode(old, QHeaderView::Stretch);
     tblChanges->setMinimumHeight(tableLines * fontMetrics().lineSpacing() / 2);
     widenTo(tblChanges, listCharacters);
 }
@@ -204,20 +174,7 @@ void ChangeList::showTexts(int row) {
 }
 
 std::vector<bool> ChangeList::ticked() const {
-    std::vector<bool> rows;
-    for (int row = 0; row < tblChanges->rowCount(); ++row)
-        rows.push_back(tblChanges->item(row, Item)->checkState() == Qt::Checked);
-    return rows;
-}
-
-void ChangeList::tickAll(bool tick) {
-    {
-        const QSignalBlocker silent(tblChanges); // once for all
-        for (int row = 0; row < tblChanges->rowCount(); ++row)
-            tblChanges->item(row, Item)->setCheckState(tick ? Qt::Checked : Qt::Unchecked);
-    }
-    tblChanges->viewport()->update();
-    followTicks();
+    return tblChanges->ticks();
 }
 
 void ChangeList::followTicks() {

@@ -6,11 +6,11 @@
 #include <vector>
 
 class QCheckBox;
-class QTableWidget;
 
 namespace orvista {
 
 class DeviceTextEdit;
+class RowsTable;
 
 /// One text of an item, old and new, in device bytes.
 struct ShownChange {
@@ -39,12 +39,11 @@ private:
     void fillTable();
     QWidget* buildTexts();
     void showTexts(int row);
-    void tickAll(bool tick);
     void followTicks();
 
     std::vector<ShownChange> changes_;
     QCheckBox* chkAllChanges;
-    QTableWidget* tblChanges;
+    RowsTable* tblChanges;
     DeviceTextEdit* txtOld;
     DeviceTextEdit* txtNew;
 };

@@ -4,9 +4,11 @@
 #include "mainwindow/ProjectChanges.h"
 #include "tests/support/EditorFixture.h"
 #include "tests/support/ModalDriver.h"
+#include "widgets/RowsTable.h"
 
 #include <QCheckBox>
 #include <QDialog>
+#include <QDir>
 #include <QDropEvent>
 #include <QFile>
 #include <QFileDialog>
@@ -16,7 +18,6 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTableView>
-#include <QTableWidget>
 #include <QUrl>
 #include <QWindow>
 
@@ -56,14 +57,27 @@ struct Desk : EditorFixture {
         trigger(entry);
         QVERIFY(allModalsServed());
     }
-    /// Imports a table through its entry, with the import dialog served by `act`.
-    void importTable(const char* entry, const std::string& csv, std::function<void(QDialog&)> act) {
-        store("table.csv", csv);
+    /// Answers the next file dialog with "table.csv".
+    void chooseTable() const {
         onModal(QStringLiteral("comdlg"), [this](QWidget* dialog) {
             auto* const files = qobject_cast<QFileDialog*>(dialog);
             files->selectFile(QString::fromStdString(file("table.csv")));
             QMetaObject::invokeMethod(files, "accept");
         });
+    }
+    /// Answers it with a folder of that name, which the dialog itself would not take.
+    void chooseFolder(const char* name) const {
+        QVERIFY(QDir().mkdir(QString::fromStdString(file(name))));
+        onModal(QStringLiteral("comdlg"), [this, name](QWidget* dialog) {
+            auto* const files = qobject_cast<QFileDialog*>(dialog);
+            files->selectFile(QString::fromStdString(file(name)));
+            static_cast<QDialog*>(files)->done(QDialog::Accepted);
+        });
+    }
+    /// Imports a table through its entry, with the import dialog served by `act`.
+    void importTable(const char* entry, const std::string& csv, std::function<void(QDialog&)> act) {
+        store("table.csv", csv);
+        chooseTable();
         onModal(QStringLiteral("frmSheetImport"),
                 [act](QWidget* dialog) { act(*qobject_cast<QDialog*>(dialog)); });
         trigger(entry);
@@ -73,10 +87,6 @@ struct Desk : EditorFixture {
         importTable("miToolsImportMessages", csv, std::move(act));
     }
     QString undo() const { return find<QAction>("miEditUndo")->text(); }
-    QString notice() const {
-        const auto* const label = window->findChild<QLabel*>(QStringLiteral("lblNotice"));
-        return label && label->isVisible() ? label->text() : QString();
-    }
     QString proposed;
 };
 
@@ -184,16 +194,11 @@ void SheetToolsTest::variablesAreWritten() {
 void SheetToolsTest::aFileThatCannotBeWrittenIsTold() {
     Desk desk;
     desk.choose("miToolsExportVariables", "missing/variables.csv");
-    // The dialog itself refuses a folder that is not there; a file in the way is the program's to tell.
-    onModal(QStringLiteral("comdlg"), [&desk](QWidget* dialog) {
-        auto* const files = qobject_cast<QFileDialog*>(dialog);
-        files->selectFile(QString::fromStdString(desk.file("taken.csv")));
-        QDir().mkdir(QString::fromStdString(desk.file("taken.csv")));
-        static_cast<QDialog*>(files)->done(QDialog::Accepted);
-    });
+    desk.chooseFolder("taken.csv");
     desk.trigger("miToolsExportVariables");
-    QVERIFY(!desk.messages.shown.empty());
-    QCOMPARE(desk.messages.shown.back().text, "unable to save " + desk.file("taken.csv"));
+    QCOMPARE(desk.messages.shown.size(), std::size_t{2});
+    QCOMPARE(desk.messages.shown[0].text, "unable to save " + desk.file("missing/variables.csv"));
+    QCOMPARE(desk.messages.shown[1].text, "unable to save " + desk.file("taken.csv"));
 }
 
 void SheetToolsTest::anImportShowsOldAndNew() {
@@ -203,13 +208,13 @@ void SheetToolsTest::anImportShowsOldAndNew() {
     desk.importMessages(csv, [](QDialog& dialog) {
         QCOMPARE(child<QLabel>(dialog, "lblImport")->text(),
                  QStringLiteral("What table.csv says otherwise than the project. Ticked rows are taken."));
-        const auto* const table = child<QTableWidget>(dialog, "tblChanges");
-        QCOMPARE(table->rowCount(), 1);
-        QCOMPARE(table->item(0, 0)->text(), QStringLiteral("STDMSG3"));
-        QCOMPARE(table->item(0, 0)->checkState(), Qt::Checked);
-        QCOMPARE(table->item(0, 1)->text(), QStringLiteral("script"));
-        QVERIFY(table->item(0, 2)->text().contains(QStringLiteral("Pump")));
-        QVERIFY(table->item(0, 3)->text().contains(QStringLiteral("Fan")));
+        const auto* const table = child<RowsTable>(dialog, "tblChanges");
+        const auto cell = [table](int column) { return table->model()->index(0, column).data().toString(); };
+        QCOMPARE(table->ticks(), std::vector<bool>{true});
+        QCOMPARE(cell(0), QStringLiteral("STDMSG3"));
+        QCOMPARE(cell(1), QStringLiteral("script"));
+        QVERIFY(cell(2).contains(QStringLiteral("Pump")));
+        QVERIFY(cell(3).contains(QStringLiteral("Fan")));
         const auto* const before = child<QPlainTextEdit>(dialog, "txtOld");
         const auto* const after = child<QPlainTextEdit>(dialog, "txtNew");
         QCOMPARE(before->toPlainText(), QStringLiteral("CLEAR\nTEXT 0 0 SMALL RED BLACK Pump\nSTILL 500"));
@@ -245,12 +250,12 @@ void SheetToolsTest::anImportIsOneStepThatCanBeUndone() {
 void SheetToolsTest::onlyTickedRowsAreTaken() {
     Desk desk;
     desk.importMessages(twoMessages, [](QDialog& dialog) {
-        auto* const table = child<QTableWidget>(dialog, "tblChanges");
-        table->item(0, 0)->setCheckState(Qt::Unchecked);
+        auto* const table = child<RowsTable>(dialog, "tblChanges");
+        table->setTicks({false, true});
         QVERIFY(!child<QCheckBox>(dialog, "chkAllChanges")->isChecked());
-        table->item(1, 0)->setCheckState(Qt::Unchecked);
+        table->setTicks({false, false});
         QVERIFY(!child<QPushButton>(dialog, "btnOK")->isEnabled());
-        table->item(1, 0)->setCheckState(Qt::Checked);
+        table->setTicks({false, true});
         press(dialog, "btnOK");
     });
     QCOMPARE(desk.project.STDMSG[0], std::string("CLEAR"));
@@ -269,15 +274,16 @@ void SheetToolsTest::cancelTakesNothing() {
 void SheetToolsTest::theKeyboardAloneImports() {
     Desk desk;
     desk.importMessages(twoMessages, [](QDialog& dialog) {
-        auto* const table = child<QTableWidget>(dialog, "tblChanges");
+        auto* const table = child<RowsTable>(dialog, "tblChanges");
         QCOMPARE(dialog.focusWidget(), table);
         QTest::keyClick(table, Qt::Key_Down);
+        QCOMPARE(child<QPlainTextEdit>(dialog, "txtNew")->toPlainText(), QStringLiteral("STILL 2"));
         QTest::keyClick(table, Qt::Key_Space);
-        QCOMPARE(table->item(1, 0)->checkState(), Qt::Unchecked);
+        QCOMPARE(table->ticks(), (std::vector<bool>{true, false}));
         QTest::keyClick(table, Qt::Key_Space);
         QTest::keyClick(table, Qt::Key_Up);
         QTest::keyClick(table, Qt::Key_Space);
-        QCOMPARE(table->item(0, 0)->checkState(), Qt::Unchecked);
+        QCOMPARE(table->ticks(), (std::vector<bool>{false, true}));
         QTest::keyClick(table, Qt::Key_Return);
     });
     QCOMPARE(desk.project.STDMSG[0], std::string("CLEAR"));
@@ -288,15 +294,14 @@ void SheetToolsTest::allRowsAreTickedAtOnce() {
     Desk desk;
     desk.importMessages(twoMessages, [](QDialog& dialog) {
         auto* const all = child<QCheckBox>(dialog, "chkAllChanges");
-        auto* const table = child<QTableWidget>(dialog, "tblChanges");
+        const auto* const table = child<RowsTable>(dialog, "tblChanges");
         QVERIFY(all->isChecked());
         all->setFocus();
         QTest::keyClick(all, Qt::Key_Space);
-        QCOMPARE(table->item(0, 0)->checkState(), Qt::Unchecked);
-        QCOMPARE(table->item(1, 0)->checkState(), Qt::Unchecked);
+        QCOMPARE(table->ticks(), (std::vector<bool>{false, false}));
         QVERIFY(!child<QPushButton>(dialog, "btnOK")->isEnabled());
         QTest::keyClick(all, Qt::Key_Space);
-        QCOMPARE(table->item(1, 0)->checkState(), Qt::Checked);
+        QCOMPARE(table->ticks(), (std::vector<bool>{true, true}));
         press(dialog, "btnOK");
     });
     QCOMPARE(desk.project.STDMSG[0], std::string("STILL 1"));
@@ -308,7 +313,7 @@ void SheetToolsTest::variablesAreImported() {
     desk.importTable("miToolsImportVariables",
                      "name;width;precision;on\r\nRegVar6;5;1;\r\nCoilVar2;;;running\r\n",
                      [](QDialog& dialog) {
-                         QCOMPARE(child<QTableWidget>(dialog, "tblChanges")->rowCount(), 3);
+                         QCOMPARE(child<RowsTable>(dialog, "tblChanges")->ticks().size(), std::size_t{3});
                          press(dialog, "btnOK");
                      });
     QCOMPARE(desk.project.RegVar[5], (FloatVariable{"RegVar6", "1.5", "5", "1"}));
@@ -333,11 +338,7 @@ void SheetToolsTest::aTableThatChangesNothingSaysSo() {
 void SheetToolsTest::errorsAreToldInWordsAndNothingIsChanged() {
     Desk desk;
     desk.store("table.csv", "message,script\r\nSTDMSG1,STILL 1\r\nSTDMSG99,STILL 2\r\n");
-    onModal(QStringLiteral("comdlg"), [&desk](QWidget* dialog) {
-        auto* const files = qobject_cast<QFileDialog*>(dialog);
-        files->selectFile(QString::fromStdString(desk.file("table.csv")));
-        QMetaObject::invokeMethod(files, "accept");
-    });
+    desk.chooseTable();
     onModal(QStringLiteral("frmSheetErrors"), [](QWidget* dialog) {
         QCOMPARE(child<QLabel>(*dialog, "lblErrors")->text(),
                  QStringLiteral("table.csv was not imported, and nothing was changed. The head is row 1:"));
@@ -367,14 +368,7 @@ void SheetToolsTest::anEditThatIsNotAppliedStopsTheImport() {
 
 void SheetToolsTest::aTableThatIsNotThereIsTold() {
     Desk desk;
-    onModal(QStringLiteral("comdlg"), [&desk](QWidget* dialog) {
-        auto* const files = qobject_cast<QFileDialog*>(dialog);
-        files->selectFile(QString::fromStdString(desk.file("table.csv")));
-        static_cast<QDialog*>(files)->done(QDialog::Accepted);
-    });
-    desk.store("table.csv", "x");
-    QDir().remove(QString::fromStdString(desk.file("table.csv")));
-    QDir().mkdir(QString::fromStdString(desk.file("table.csv")));
+    desk.chooseFolder("table.csv");
     desk.trigger("miToolsImportMessages");
     QCOMPARE(desk.messages.shown.size(), std::size_t{1});
     QCOMPARE(desk.messages.shown[0].text, "Unable to open " + desk.file("table.csv"));

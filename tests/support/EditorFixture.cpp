@@ -87,6 +87,11 @@ QString EditorFixture::notAppliedMark() const {
     return label->isVisible() ? label->text() : QString();
 }
 
+QString EditorFixture::notice() const {
+    const auto* const label = window->findChild<QLabel*>(QStringLiteral("lblNotice"));
+    return label && label->isVisible() ? label->text() : QString();
+}
+
 void EditorFixture::type(const char* boxName, const QString& text) const {
     auto* const box = find<QLineEdit>(boxName);
     require(box->isEnabled() && !box->isReadOnly() && box->isVisible(),

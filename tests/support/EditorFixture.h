@@ -68,6 +68,8 @@ public:
     QString label(const char* boxName) const;
     /// What stands beside the Apply button of the shown page; empty when nothing is to be seen there.
     QString notAppliedMark() const;
+    /// What stands in the line below the panels; empty when nothing is to be seen there.
+    QString notice() const;
     /// Replaces a box's text by typing.
     void type(const char* boxName, const QString& text) const;
 

@@ -202,6 +202,9 @@ void RowsTableTest::rowsAreTickedByClickAndSpace() {
     QTest::mouseClick(rows.table.viewport(), Qt::LeftButton, {}, {cell.x() + 10, cell.center().y()});
     QCOMPARE(rows.table.ticks(), (std::vector<bool>{true, false, false}));
     QCOMPARE(changes.size(), 2);
+    QSignalSpy activated(&rows.table, &RowsTable::rowActivated);
+    QTest::keyClick(&rows.table, Qt::Key_Return);
+    QVERIFY(activated.empty());
     rows.table.setTicks({false, true, true});
     QCOMPARE(rows.table.model()->index(0, 0).data(Qt::CheckStateRole).toInt(), int(Qt::Unchecked));
     rows.table.setRows({{{"one"}, {"1"}}});
