@@ -2,6 +2,7 @@
 
 #include "check/FindingCounts.h"
 #include "widgets/FormParts.h"
+#include "widgets/NotAppliedMark.h"
 #include "widgets/RowsTable.h"
 #include "widgets/SeenDelay.h"
 
@@ -11,17 +12,7 @@
 #include <QLineEdit>
 #include <QVBoxLayout>
 
-#include <algorithm>
-
 namespace orvista {
-
-namespace {
-
-QString shown(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
-} // namespace
 
 FindingsPanel::FindingsPanel(const Project& project, FolderCheck& check, int columns,
                              std::function<std::vector<std::string>()> notAppliedItems)
@@ -87,20 +78,20 @@ void FindingsPanel::markNotApplied() {
     const std::vector<std::string> notApplied = notAppliedItems_();
     std::vector<TableRow> rows;
     for (const Finding& finding : findings_.list) {
-        const bool marked = std::find(notApplied.begin(), notApplied.end(), finding.item) != notApplied.end();
-        rows.push_back({{shown(severityName(finding.severity)), static_cast<int>(finding.severity)},
-                        // The check names the items in their order.
-                        {shown(finding.item), static_cast<int>(rows.size())},
-                        {finding.line == 0 ? QString() : QString::number(finding.line),
-                         static_cast<qulonglong>(finding.line)},
-                        {shown(finding.code)},
-                        {shown(finding.text) + (marked ? tr(" (not applied)") : QString())}});
+        rows.push_back(
+            {{QString::fromUtf8(severityName(finding.severity)), static_cast<int>(finding.severity)},
+             // The check names the items in their order.
+             {QString::fromUtf8(finding.item), static_cast<int>(rows.size())},
+             {finding.line == 0 ? QString() : QString::number(finding.line),
+              static_cast<qulonglong>(finding.line)},
+             {QString::fromUtf8(finding.code)},
+             {QString::fromUtf8(finding.text) + notAppliedMark(notApplied, finding.item)}});
     }
     tblFindings->setRows(std::move(rows));
 }
 
 void FindingsPanel::showSummary() {
-    QString summary = shown(countsText(countsOf(findings_)));
+    QString summary = QString::fromUtf8(countsText(countsOf(findings_)));
     if (findings_.notListed() > 0)
         summary += tr(", %1 of them not listed").arg(findings_.notListed());
     lblFindings->setText(summary.isEmpty() ? tr("No findings") : summary);

@@ -3,6 +3,7 @@
 #include "exchange/forms/ShownTexts.h"
 #include "model/ItemPlace.h"
 #include "widgets/FormParts.h"
+#include "widgets/NotAppliedMark.h"
 #include "widgets/RowsTable.h"
 
 #include <QHBoxLayout>
@@ -12,15 +13,9 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include <algorithm>
-
 namespace orvista {
 
 namespace {
-
-QString fromUtf8(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
 
 QString bytesText(std::uint64_t count) {
     return ComparisonPanel::tr("%L1 bytes").arg(count);
@@ -42,7 +37,7 @@ TableRow differenceRow(const DifferenceRow& row, int position, const QString& ma
     const QString line = row.lineBefore > 0 ? QString::number(row.lineBefore) : QString();
     const std::size_t from = shownFrom(row.before, row.after);
     return {{QString::fromStdString(row.item), position},
-            {row.isLine() ? line : fromUtf8(row.field), position},
+            {row.isLine() ? line : QString::fromUtf8(row.field), position},
             {shortened(row.before, from)},
             {shortened(row.after, from) + mark}};
 }
@@ -139,11 +134,9 @@ QString ComparisonPanel::summary() const {
 void ComparisonPanel::markNotApplied() {
     const std::vector<std::string> notApplied = notAppliedItems_();
     std::vector<TableRow> rows;
-    for (const DifferenceRow& row : rows_) {
-        const bool marked = std::ranges::find(notApplied, row.item) != notApplied.end();
+    for (const DifferenceRow& row : rows_)
         rows.push_back(
-            differenceRow(row, static_cast<int>(rows.size()), marked ? tr(" (not applied)") : QString()));
-    }
+            differenceRow(row, static_cast<int>(rows.size()), notAppliedMark(notApplied, row.item)));
     for (const FileDifference& file : files_)
         rows.push_back(fileRow(file, static_cast<int>(rows.size())));
     tblComparison->setRows(std::move(rows));

@@ -119,7 +119,7 @@ std::vector<TableRow> FleetRows::table() const {
     for (const Row& row : rows_) {
         const auto& end = row.result;
         const QString word =
-            end ? QString::fromUtf8(outcomeWord(end->end.outcome).data()) : stateText(row.state, row.isBegun);
+            end ? QString::fromUtf8(outcomeWord(end->end.outcome)) : stateText(row.state, row.isBegun);
         const QString reason = end ? QString::fromStdString(end->end.reason) : QString();
         table.push_back({{QString::fromStdString(row.display.name)},
                          {QString::fromStdString(displayArgument(row.display.address))},

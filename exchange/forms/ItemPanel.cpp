@@ -1,12 +1,11 @@
 #include "exchange/forms/ItemPanel.h"
 
 #include "widgets/ModalDialogs.h"
+#include "widgets/NotAppliedMark.h"
 #include "widgets/SeenDelay.h"
 
 #include <QLineEdit>
 #include <QVBoxLayout>
-
-#include <algorithm>
 
 namespace orvista {
 
@@ -17,7 +16,7 @@ constexpr qsizetype longestCell = 200;
 } // namespace
 
 QString cellText(const std::string& utf8) {
-    QString text = QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+    QString text = QString::fromStdString(utf8);
     if (text.size() > longestCell)
         text = text.left(longestCell) + u'\u2026';
     return text;
@@ -76,8 +75,7 @@ void ItemPanel::fill() {
     std::vector<TableRow> rows;
     for (std::size_t row = 0; row < count(); ++row) {
         rows.push_back(cells(row));
-        if (std::find(notApplied.begin(), notApplied.end(), item(row)) != notApplied.end())
-            rows.back().back().text += tr(" (not applied)");
+        rows.back().back().text += notAppliedMark(notApplied, item(row));
     }
     table_->setRows(std::move(rows));
 }

@@ -66,7 +66,7 @@ protected:
     virtual void readMore() {}
     virtual std::size_t count() const = 0;
     virtual const std::string& item(std::size_t row) const = 0;
-    /// The last of them may get " (not applied)" behind it.
+    /// The last of them may get the notAppliedMark() after it.
     virtual TableRow cells(std::size_t row) const = 0;
 
 private:
@@ -79,7 +79,7 @@ private:
     SeenDelay* moment_;
 };
 
-/// A text for a cell: on one line, and cut where it is very long.
+/// A text for a cell, cut where it is very long.
 QString cellText(const std::string& utf8);
 
 } // namespace orvista

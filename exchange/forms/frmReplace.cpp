@@ -4,6 +4,7 @@
 #include "widgets/DeviceLineEdit.h"
 #include "widgets/DeviceText.h"
 #include "widgets/FormParts.h"
+#include "widgets/NotAppliedMark.h"
 #include "widgets/RowsTable.h"
 
 #include <QCheckBox>
@@ -90,17 +91,16 @@ void frmReplace::buildLayout() {
 void frmReplace::find() {
     hits_ = findToReplace(project_, txtReplaceFind->bytes(), txtReplaceWith->bytes(),
                           chkReplaceCase->isChecked() ? Case::Matters : Case::Folded);
-    const std::vector<bool> free = tickable();
     std::vector<TableRow> rows;
     for (const ReplaceHit& hit : hits_.list) {
-        const QString mark = free[rows.size()] ? QString() : tr(" (not applied)");
-        rows.push_back({{QString::fromStdString(messageName(hit.message)), static_cast<int>(rows.size())},
+        const std::string message = messageName(hit.message);
+        rows.push_back({{QString::fromStdString(message), static_cast<int>(rows.size())},
                         {QString::number(hit.line), static_cast<qulonglong>(hit.line)},
                         {shownLine(hit.before)},
-                        {shownLine(hit.after) + mark}});
+                        {shownLine(hit.after) + notAppliedMark(notApplied_, message)}});
     }
     tblReplace->setRows(std::move(rows));
-    tblReplace->setTicks(free);
+    tblReplace->setTicks(tickable());
     showCount();
 }
 

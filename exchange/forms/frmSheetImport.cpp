@@ -17,9 +17,7 @@ namespace {
 std::vector<ShownChange> shown(const std::vector<SheetChange>& changes) {
     std::vector<ShownChange> rows;
     for (const SheetChange& change : changes)
-        rows.push_back({change.item,
-                        QString::fromLatin1(change.column.data(), static_cast<int>(change.column.size())),
-                        change.before, change.after});
+        rows.push_back({change.item, QString::fromUtf8(change.column), change.before, change.after});
     return rows;
 }
 
