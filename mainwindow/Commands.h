@@ -20,8 +20,8 @@ namespace orvista {
 struct CommandRow {
     const char* name; ///< of its menu entry
     QString caption;
-    QKeySequence shortcut;
-    QString toolTip;
+    QKeySequence shortcut = {};
+    QString toolTip = {};
     EnablingRule enabling;
     std::function<void()> run;
     bool isCheckable = false; ///< whoever shows what it turns on and off also checks its action

@@ -39,7 +39,6 @@ DiscardedScriptsMenu::DiscardedScriptsMenu(MessageListPage& page, Navigator& nav
 CommandRow DiscardedScriptsMenu::entry() {
     return {.name = entryName,
             .caption = tr("Re&store Discarded Script"),
-            .shortcut = {},
             .toolTip = tr("Bring a script back that was edited, not applied, and thrown away"),
             .enabling = EnablingRules::projectWork,
             .run = [] {}};

@@ -3,6 +3,7 @@
 #include "exchange/forms/ItemPanel.h"
 #include "exchange/forms/frmReplace.h"
 #include "mainwindow/ItemPanels.h"
+#include "mainwindow/Navigator.h"
 #include "mainwindow/ProjectChanges.h"
 #include "widgets/RowsTable.h"
 
@@ -26,21 +27,16 @@ constexpr std::array keys{Keys{"miEditCut", QKeySequence::Cut}, Keys{"miEditCopy
                           Keys{"miEditPaste", QKeySequence::Paste},
                           Keys{"miEditClear", QKeySequence::Delete}};
 
-QString shownText(const std::string& utf8) {
-    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
-}
-
 } // namespace
 
 ItemEditing::ItemEditing(const Project& project, ProjectChanges& changes, Commands& commands,
-                         ItemPanels& panels, std::function<std::vector<std::string>()> notAppliedItems,
-                         QWidget& window)
+                         ItemPanels& panels, const Navigator& navigator, QWidget& window)
     : QObject(&window),
       project_(project),
       changes_(changes),
       commands_(commands),
       panels_(panels),
-      notAppliedItems_(std::move(notAppliedItems)),
+      navigator_(navigator),
       window_(window) {
     connect(&panels, &ItemPanels::made, this, &ItemEditing::addTo);
 }
@@ -48,26 +44,22 @@ ItemEditing::ItemEditing(const Project& project, ProjectChanges& changes, Comman
 std::vector<CommandRow> ItemEditing::entries() {
     return {{.name = "miEditCut",
              .caption = tr("Cu&t"),
-             .shortcut = {},
              .toolTip = tr("Copy the selected rows of Messages or Variables, then clear them"),
              .enabling = EnablingRules::projectWork,
              .run = [this] { miEditCut_Click(); },
              .beginsGroup = true},
             {.name = "miEditCopy",
              .caption = tr("&Copy"),
-             .shortcut = {},
              .toolTip = tr("Copy the selected rows of Messages or Variables"),
              .enabling = EnablingRules::projectWork,
              .run = [this] { miEditCopy_Click(); }},
             {.name = "miEditPaste",
              .caption = tr("&Paste"),
-             .shortcut = {},
              .toolTip = tr("Put what was copied onto the selected row and those below it"),
              .enabling = EnablingRules::projectWork,
              .run = [this] { miEditPaste_Click(); }},
             {.name = "miEditClear",
              .caption = tr("Cl&ear"),
-             .shortcut = {},
              .toolTip = tr("Make the selected rows what they are in a new project"),
              .enabling = EnablingRules::projectWork,
              .run = [this] { miEditClear_Click(); }},
@@ -121,7 +113,7 @@ void ItemEditing::copy(const std::vector<std::string>& items) {
     const CopiedItems copied = copiedItems(project_, items);
     auto* const data = new QMimeData;
     data->setData(QString::fromLatin1(copiedItemsType), QByteArray::fromStdString(copiedBytes(copied)));
-    data->setText(shownText(copiedText(copied, project_, panels_.digests())));
+    data->setText(QString::fromStdString(copiedText(copied, project_, panels_.digests())));
     QGuiApplication::clipboard()->setMimeData(data);
 }
 
@@ -145,7 +137,7 @@ void ItemEditing::miEditClear_Click() {
 
 void ItemEditing::miEditReplace_Click() {
     sayNothing();
-    frmReplace dialog(project_, notAppliedItems_(), &window_);
+    frmReplace dialog(project_, navigator_.notAppliedItems(), &window_);
     dialog.exec();
     if (!dialog.IsCanceled)
         changes_.change(tr("Replace"), dialog.Replaced);
@@ -173,7 +165,7 @@ void ItemEditing::miEditPaste_Click() {
         return;
     const Pasted pasted = pasteOnto(*copied, selected, panels_.shown()->itemsFromSelected());
     if (!pasted.refusal.empty())
-        return say(shownText(pasted.refusal));
+        return say(QString::fromStdString(pasted.refusal));
     if (changes_.change(tr("Paste"), pasted.items))
         emit pastedFrom(copied->folder);
 }

@@ -5,7 +5,6 @@
 
 #include <QObject>
 
-#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -14,17 +13,17 @@ namespace orvista {
 
 class ItemPanel;
 class ItemPanels;
+class Navigator;
 class ProjectChanges;
 
 /// Cut, Copy, Paste and Clear on the rows that are selected in a panel of items. Their keys are those of the
-/// tables; anywhere else, in text boxes above all, they mean what they always do. Replace works on
-/// all messages.
+/// tables; anywhere else, in text boxes above all, they mean what they always do. Replace works on all
+/// messages.
 class ItemEditing final : public QObject {
     Q_OBJECT
 public:
-    /// \param notAppliedItems the names of the items that are shown with an edit that is not applied
     ItemEditing(const Project& project, ProjectChanges& changes, Commands& commands, ItemPanels& panels,
-                std::function<std::vector<std::string>()> notAppliedItems, QWidget& window);
+                const Navigator& navigator, QWidget& window);
 
     std::vector<CommandRow> entries();
     /// Gives the entries their keys, once they are there.
@@ -54,7 +53,7 @@ private:
     ProjectChanges& changes_;
     Commands& commands_;
     ItemPanels& panels_;
-    std::function<std::vector<std::string>()> notAppliedItems_;
+    const Navigator& navigator_;
     QWidget& window_;
     bool said_ = false;
 };

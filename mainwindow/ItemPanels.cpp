@@ -54,13 +54,11 @@ QWidget* ItemPanels::makeVariables() {
 std::vector<CommandRow> ItemPanels::viewEntries() {
     return {{.name = "miViewMessages",
              .caption = tr("&Messages"),
-             .shortcut = {},
              .toolTip = tr("All messages at a glance; Ctrl+F looks for one"),
              .enabling = EnablingRules::always,
              .run = [this] { miViewMessages_Click(); }},
             {.name = "miViewVariables",
              .caption = tr("&Variables"),
-             .shortcut = {},
              .toolTip = tr("All variables at a glance"),
              .enabling = EnablingRules::always,
              .run = [this] { miViewVariables_Click(); }}};

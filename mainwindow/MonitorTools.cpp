@@ -47,7 +47,6 @@ QWidget* MonitorTools::makePanel() {
 std::vector<CommandRow> MonitorTools::viewEntries() {
     return {{.name = "miViewMonitor",
              .caption = tr("Display &Monitor"),
-             .shortcut = {},
              .toolTip = tr("What the display shows and holds now"),
              .enabling = EnablingRules::always,
              .run = [this] { miViewMonitor_Click(); }}};

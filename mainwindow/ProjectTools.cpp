@@ -61,8 +61,7 @@ ProjectTools::ProjectTools(const Project& project, ProjectChanges& changes, Comm
     addPanels();
     items_ = new ItemPanels(project_, check_, preview_, *navigator_, *dock_);
     comparison_ = new ComparisonTools(std::move(world), changes, *navigator_, *dock_, this);
-    itemEditing_ = new ItemEditing(
-        project_, changes, commands, *items_, [this] { return navigator_->notAppliedItems(); }, window);
+    itemEditing_ = new ItemEditing(project_, changes, commands, *items_, *navigator_, window);
     connect(itemEditing_, &ItemEditing::notice, dock_, &PanelDock::showNotice);
     connect(itemEditing_, &ItemEditing::pastedFrom, this, &ProjectTools::itemsCameFrom);
     connect(comparison_, &ComparisonTools::itemsCameFrom, this, &ProjectTools::itemsCameFrom);
@@ -141,7 +140,6 @@ MenuRow ProjectTools::viewMenu() {
          true},
         {.name = "miViewPreview",
          .caption = tr("Display Preview"),
-         .shortcut = {},
          .toolTip = tr("The message as the display shows it, under its script"),
          .enabling = EnablingRules::always,
          .run = [this] { preview_.setShown(preview_.isHidden()); },

@@ -66,7 +66,6 @@ void Recovery::tellOnce(bool dockShown) {
 CommandRow Recovery::restoreCommand() {
     return {.name = "miToolsRestore",
             .caption = tr("&Restore Unsaved Work…"),
-            .shortcut = {},
             .toolTip = tr("Open work that was not saved when the program ended"),
             .enabling = EnablingRules::always,
             .run = [this] { miToolsRestore_Click(); },

@@ -2,6 +2,7 @@
 
 #include "exchange/forms/frmSeveralDisplays.h"
 #include "mainwindow/Commands.h"
+#include "mainwindow/ProgramBeside.h"
 #include "model/Files.h"
 
 #include <filesystem>
@@ -9,20 +10,9 @@
 
 namespace orvista {
 
-namespace {
-
-#ifdef _WIN32
-constexpr std::string_view programName = "orvista.exe";
-#else
-constexpr std::string_view programName = "orvista";
-#endif
-
-} // namespace
-
 CommandRow SeveralDisplays::toolsEntry() {
     return {.name = "miToolsSeveral",
             .caption = QObject::tr("&Upload to Several Displays…"),
-            .shortcut = {},
             .toolTip = QObject::tr("Send the project to the displays of a list, many at once"),
             .enabling = EnablingRules::projectWork,
             .run = [this] { miToolsSeveral_Click(); }};
@@ -34,7 +24,7 @@ void SeveralDisplays::miToolsSeveral_Click() {
         return;
     const DocMgrModule::ProgramEnvironment& environment = lifecycle_.environment();
     Messages& messages = lifecycle_.fileContext().messages;
-    std::string program = environment.paths.join(environment.programFolder, programName);
+    std::string program = programBeside(environment, "orvista");
     std::error_code unknown;
     if (!std::filesystem::exists(systemPath(program), unknown))
         return messages.show(MessageIcon::Exclamation, program + " is missing");

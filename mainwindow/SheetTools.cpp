@@ -59,7 +59,6 @@ std::vector<CommandRow> SheetTools::rows() {
                             void (SheetTools::*click)()) {
         return CommandRow{.name = name,
                           .caption = caption,
-                          .shortcut = {},
                           .toolTip = toolTip,
                           .enabling = EnablingRules::projectWork,
                           .run = [this, click] { (this->*click)(); }};

@@ -4,6 +4,7 @@
 #include "mainwindow/Commands.h"
 #include "mainwindow/Navigator.h"
 #include "mainwindow/PanelDock.h"
+#include "mainwindow/ProgramBeside.h"
 #include "model/FolderCopy.h"
 #include "model/ItemPlace.h"
 #include "widgets/PathText.h"
@@ -14,12 +15,6 @@
 namespace orvista {
 
 namespace {
-
-#ifdef _WIN32
-constexpr const char* simulatorName = "lx400d-simulator.exe";
-#else
-constexpr const char* simulatorName = "lx400d-simulator";
-#endif
 
 /// The message that a newcomer sees first: it moves.
 constexpr const char* firstMessage = "STDMSG1";
@@ -40,7 +35,7 @@ TryOutSettings TryOutSettings::usual(const DocMgrModule::ProgramEnvironment& env
             },
             .example = paths.join(paths.join(folder, "examples"), "pumpstation"),
             .project = "PUMPSTATION",
-            .simulator = shownPath(paths.join(folder, simulatorName)),
+            .simulator = shownPath(programBeside(environment, "lx400d-simulator")),
             .options = {}};
 }
 
@@ -60,7 +55,6 @@ TryOut::~TryOut() {
 CommandRow TryOut::entry() {
     return {.name = "miToolsTry",
             .caption = tr("&Try without a Display…"),
-            .shortcut = {},
             .toolTip = tr("Open a copy of the example and start a simulated display"),
             .enabling = EnablingRules::always,
             .run = [this] { miToolsTry_Click(); }};

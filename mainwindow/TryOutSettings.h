@@ -17,7 +17,7 @@ struct ProgramEnvironment;
 
 /// What a newcomer tries the program with.
 struct TryOutSettings {
-    /// Asks for a folder that is there, UTF-8; nothing when the user cancelled. \param caption of the dialog
+    /// Asks for a folder that is there, UTF-8, under that caption; nothing when the user cancelled.
     std::function<std::optional<std::string>(const std::string& caption)> chooseFolder;
     std::string example; ///< folder of a project, UTF-8
     std::string project; ///< the name of its project, without extension

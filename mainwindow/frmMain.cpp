@@ -184,7 +184,6 @@ MenuRow frmMain::toolsMenu() {
     menu.commands.push_back(tryOut_->entry());
     menu.commands.push_back({.name = "miToolsPageHelp",
                              .caption = tr("&Help on This Page"),
-                             .shortcut = {},
                              .toolTip = tr("Open the help where it tells of the shown page"),
                              .enabling = EnablingRules::always,
                              .run = handler(&frmMain::miToolsPageHelp_Click)});
