@@ -115,7 +115,7 @@ void BitmapOfferTest::whatCannotBeCopiedIsSaid() {
     editor.saveAs(editor.other.file("Copy.orx"));
     std::filesystem::create_directory(systemPath(editor.other.file("pump.bmp"))); // in the way
     editor.click("btnCopyBitmaps");
-    QCOMPARE(editor.find<QLabel>("lblNotice")->text(), QStringLiteral("pump.bmp cannot be copied"));
+    QCOMPARE(editor.notice(), QStringLiteral("pump.bmp cannot be copied"));
     QVERIFY(editor.has("alarm.bmp"));
 }
 

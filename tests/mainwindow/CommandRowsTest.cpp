@@ -33,8 +33,6 @@ struct Window {
               .caption = "&Show",
               .commands = {{.name = "miLamp",
                             .caption = "Lamp",
-                            .shortcut = {},
-                            .toolTip = {},
                             .enabling = EnablingRules::always,
                             .run = [this] { turnLamp(!isLit); },
                             .isCheckable = true}},

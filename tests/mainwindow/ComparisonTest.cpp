@@ -235,8 +235,7 @@ void ComparisonTest::takesNothingWhereAnEditIsNotApplied() {
     editor.click("btnTakeTheirs");
     QCOMPARE(editor.project.DigitalInput, 100);
     QCOMPARE(editor.project.STDMSG[2], std::string("CLEAR"));
-    QCOMPARE(editor.find<QLabel>("lblNotice")->text(),
-             QStringLiteral("Apply or discard the edit of STDMSG3 first"));
+    QCOMPARE(editor.notice(), QStringLiteral("Apply or discard the edit of STDMSG3 first"));
 }
 
 void ComparisonTest::followsTheProject() {

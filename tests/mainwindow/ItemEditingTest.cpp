@@ -4,7 +4,6 @@
 #include <QClipboard>
 #include <QContextMenuEvent>
 #include <QDialog>
-#include <QLabel>
 #include <QMenu>
 #include <QMimeData>
 #include <QPlainTextEdit>
@@ -36,10 +35,6 @@ struct Plant : EditorFixture {
     }
     RowsTable* messageTable() const { return open("miViewMessages", "tblMessages"); }
     RowsTable* variableTable() const { return open("miViewVariables", "tblVariables"); }
-    QString notice() const {
-        const auto* const line = find<QLabel>("lblNotice");
-        return line->isVisible() ? line->text() : QString();
-    }
     QString undoName() const { return find<QAction>("miEditUndo")->text(); }
 };
 

@@ -3,7 +3,6 @@
 #include "widgets/RowsTable.h"
 
 #include <QDialog>
-#include <QLabel>
 #include <QPlainTextEdit>
 #include <QSpinBox>
 #include <QTabWidget>
@@ -42,7 +41,6 @@ struct Plant : EditorFixture {
         return texts;
     }
     QString message(int row) const { return cells(*messageTable(), row).join(u'|'); }
-    QString notice() const { return find<QLabel>("lblNotice")->text(); }
     QImage pictureOf(int row) const {
         const QModelIndex cell = messageTable()->model()->index(row, 4);
         QCoreApplication::processEvents(); // a table that was just opened has no size yet

@@ -3,7 +3,6 @@
 #include "tests/support/EditorFixture.h"
 
 #include <QDialog>
-#include <QLabel>
 #include <QPlainTextEdit>
 #include <QTabWidget>
 #include <QTreeWidget>
@@ -26,7 +25,6 @@ struct Guided : EditorFixture {
     int page() const { return find<QTabWidget>("tabDetails")->currentIndex(); }
     QString node(const char* tree) const { return find<QTreeWidget>(tree)->currentItem()->text(0); }
     QPlainTextEdit* script() const { return find<QPlainTextEdit>("txtMsg"); }
-    QString notice() const { return find<QLabel>("lblNotice")->text(); }
     /// Shows that message and types into its script without applying it.
     void editMessage(const char* key) {
         showMessage(key);

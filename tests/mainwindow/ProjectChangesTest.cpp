@@ -8,7 +8,6 @@
 
 #include <QComboBox>
 #include <QDialog>
-#include <QLabel>
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -33,10 +32,6 @@ struct Changed : EditorFixture {
     QPlainTextEdit* script() const { return find<QPlainTextEdit>("txtMsg"); }
     bool applies() const { return find<QPushButton>("btnMsgApply")->isEnabled(); }
     QString caption(const char* entry) const { return find<QAction>(entry)->text(); }
-    QString notice() const {
-        const auto* const label = window->findChild<QLabel*>(QStringLiteral("lblNotice"));
-        return label && label->isVisible() ? label->text() : QString();
-    }
     /// Types into that message's script at its start, without Apply.
     void typeInto(const char* key, const QString& text) const {
         showMessage(key);
