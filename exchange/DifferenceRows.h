@@ -29,7 +29,8 @@ struct DifferenceRow {
 std::vector<DifferenceRow> differenceRows(std::span<const ItemDifference> differences);
 
 /// What the first project's items hold once these rows are as in the second: the items that change, each
-/// once. \param rows of the two projects as they are now
+/// once.
+/// \param rows of the two projects as they are now
 std::vector<ItemState> takenOver(const Project& before, const Project& after,
                                  std::span<const DifferenceRow> rows);
 

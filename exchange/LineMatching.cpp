@@ -8,9 +8,8 @@ namespace orvista {
 
 namespace {
 
-/// The greedy search for the shortest way from one to the other, by
-/// the number d of lines removed and added. A place is x lines into the first text and y into the second; x -
-/// y is its diagonal.
+/// The greedy search for the shortest way from one text to the other, by the number d of lines removed and
+/// added. A place is x lines into the first text and y into the second; x - y is its diagonal.
 class ShortestWay {
 public:
     /// \param before, after lines as numbers, equal for equal lines

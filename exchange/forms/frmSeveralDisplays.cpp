@@ -64,6 +64,7 @@ frmSeveralDisplays::frmSeveralDisplays(Work work, QWidget* parent)
             refresh_.start();
     });
     connect(&process_, &FleetProcess::ended, this, &frmSeveralDisplays::processEnded);
+    showRows();
     enableButtons();
 }
 
@@ -84,7 +85,6 @@ void frmSeveralDisplays::buildLayout() {
     using Form = frmSeveralDisplays;
     tblDisplays->setMinimumHeight(tableLines * fontMetrics().lineSpacing());
     widenTo(tblDisplays, tableCharacters);
-    tblDisplays->setAccessibleName(tr("Displays"));
     chkSkipEqual->setToolTip(tr("Send nothing to displays that have the project already"));
     btnLoad = button("btnLoad", tr("&Load List…"),
                      tr("A table with the columns name, address, port, project"), &Form::btnLoad_Click);
@@ -99,7 +99,7 @@ void frmSeveralDisplays::buildLayout() {
     btnReport =
         button("btnReport", tr("Save &Report…"), tr("Write the results as a table"), &Form::btnReport_Click);
     btnCancel = button("btnCancel", tr("Close"), tr("Ends what is still running"), &Form::reject);
-    lblDisplays = labelFor(tblDisplays, tr("Load or paste a list of displays."));
+    lblDisplays = labelFor(tblDisplays, {});
     lblDisplays->setObjectName(QStringLiteral("lblDisplays"));
     tblDisplays->setAccessibleName(tr("Displays"));
 
