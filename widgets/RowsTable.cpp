@@ -1,16 +1,12 @@
 #include "widgets/RowsTable.h"
 
+#include "widgets/RowsTableModels.h"
+
 #include <QAbstractItemDelegate>
-#include <QAbstractTableModel>
-#include <QApplication>
-#include <QBrush>
 #include <QClipboard>
-#include <QFont>
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
-#include <QPalette>
-#include <QSortFilterProxyModel>
 
 #include <algorithm>
 
@@ -18,23 +14,8 @@ namespace orvista {
 
 namespace {
 
-constexpr int sortRole = Qt::UserRole;
 /// Room for a column before the last one, unless the user makes more.
 constexpr int mostCharacters = 60;
-
-QFont boldFont() {
-    QFont font = QApplication::font("QTableView");
-    font.setBold(true);
-    return font;
-}
-
-/// Between the table's ground and a selected row's, so that texts stay readable in every palette.
-QBrush markedGround() {
-    QColor ground = QGuiApplication::palette().color(QPalette::Highlight);
-    constexpr int transparency = 80;
-    ground.setAlpha(transparency);
-    return ground;
-}
 
 QString oneLine(QString text) {
     for (QChar& character : text)
@@ -45,115 +26,8 @@ QString oneLine(QString text) {
 
 } // namespace
 
-class RowsTable::Model final : public QAbstractTableModel {
-public:
-    Model(QStringList heads, QObject* parent) : QAbstractTableModel(parent), heads_(std::move(heads)) {}
-
-    const std::vector<TableRow>& rows() const { return rows_; }
-    /// The cells that may need another width in as many other rows.
-    QModelIndexList cellsThatLookOtherwiseIn(const std::vector<TableRow>& rows) const {
-        QModelIndexList cells;
-        for (std::size_t row = 0; row < rows.size(); ++row)
-            for (std::size_t column = 0; rows[row] != rows_[row] && column < rows[row].size(); ++column) {
-                const TableCell& before = rows_[row][column];
-                const TableCell& now = rows[row][column];
-                if (now.text != before.text || now.isMarked != before.isMarked)
-                    cells << index(static_cast<int>(row), static_cast<int>(column));
-            }
-        return cells;
-    }
-    void setRows(std::vector<TableRow> rows) {
-        ticks_.assign(rows.size(), true);
-        if (rows.size() == rows_.size() && !rows.empty()) {
-            rows_ = std::move(rows);
-            emit dataChanged(index(0, 0), index(rowCount({}) - 1, columnCount({}) - 1));
-            return;
-        }
-        beginResetModel();
-        rows_ = std::move(rows);
-        endResetModel();
-    }
-
-    int rowCount(const QModelIndex& parent) const override {
-        return parent.isValid() ? 0 : static_cast<int>(rows_.size());
-    }
-    int columnCount(const QModelIndex& parent) const override {
-        return parent.isValid() ? 0 : static_cast<int>(heads_.size());
-    }
-    QVariant headerData(int section, Qt::Orientation orientation, int role) const override {
-        if (orientation == Qt::Horizontal && role == Qt::TextAlignmentRole)
-            return QVariant::fromValue(Qt::AlignLeft | Qt::AlignVCenter);
-        return orientation == Qt::Horizontal && role == Qt::DisplayRole ? heads_.value(section) : QVariant();
-    }
-    Qt::ItemFlags flags(const QModelIndex& index) const override {
-        const Qt::ItemFlags flags = QAbstractTableModel::flags(index);
-        return isTickable && index.column() == 0 ? flags | Qt::ItemIsUserCheckable : flags;
-    }
-    bool setData(const QModelIndex& index, const QVariant& value, int role) override {
-        if (!isTickable || index.column() != 0 || role != Qt::CheckStateRole)
-            return false;
-        ticks_[static_cast<std::size_t>(index.row())] = value.toInt() == Qt::Checked;
-        emit dataChanged(index, index, {role});
-        return true;
-    }
-    const std::vector<bool>& ticks() const { return ticks_; }
-    void setTicks(std::vector<bool> ticks) {
-        ticks.resize(rows_.size());
-        ticks_ = std::move(ticks);
-        if (!rows_.empty())
-            emit dataChanged(index(0, 0), index(rowCount({}) - 1, 0), {Qt::CheckStateRole});
-    }
-    QVariant data(const QModelIndex& index, int role) const override {
-        if (role == Qt::CheckStateRole && isTickable && index.column() == 0)
-            return ticks_[static_cast<std::size_t>(index.row())] ? Qt::Checked : Qt::Unchecked;
-        const TableCell& cell =
-            rows_.at(static_cast<std::size_t>(index.row())).at(static_cast<std::size_t>(index.column()));
-        if (role == Qt::DisplayRole || role == Qt::ToolTipRole)
-            return cell.text;
-        if (role == sortRole)
-            return cell.sortKey.isValid() ? cell.sortKey : QVariant(cell.text);
-        if (cell.isMarked && (role == Qt::FontRole || role == Qt::BackgroundRole))
-            return role == Qt::FontRole ? QVariant(boldFont()) : QVariant(markedGround());
-        if (role == Qt::ForegroundRole && cell.isFaint && !cell.isMarked)
-            return QGuiApplication::palette().brush(QPalette::PlaceholderText);
-        return {};
-    }
-
-    bool isTickable = false;
-
-private:
-    QStringList heads_;
-    std::vector<TableRow> rows_;
-    std::vector<bool> ticks_; ///< by row
-};
-
-class RowsTable::Shown final : public QSortFilterProxyModel {
-public:
-    using QSortFilterProxyModel::QSortFilterProxyModel;
-
-    void setShownRows(std::vector<bool> shown) {
-        shown_ = std::move(shown);
-        invalidateFilter();
-    }
-
-protected:
-    bool filterAcceptsRow(int row, const QModelIndex& parent) const override {
-        const auto place = static_cast<std::size_t>(row);
-        return (place >= shown_.size() || shown_[place]) &&
-               QSortFilterProxyModel::filterAcceptsRow(row, parent);
-    }
-
-private:
-    std::vector<bool> shown_; ///< by source row
-};
-
 RowsTable::RowsTable(const QStringList& heads, QWidget* parent)
-    : QTableView(parent), rows_(new Model(heads, this)), shown_(new Shown(this)) {
-    shown_->setSourceModel(rows_);
-    shown_->setSortRole(sortRole);
-    shown_->setSortCaseSensitivity(Qt::CaseInsensitive);
-    shown_->setFilterKeyColumn(-1);
-    shown_->setFilterCaseSensitivity(Qt::CaseInsensitive);
+    : QTableView(parent), rows_(new Model(heads, this)), shown_(new Shown(*rows_, this)) {
     setModel(shown_);
     setSelectionBehavior(SelectRows);
     setSelectionMode(ExtendedSelection);
@@ -217,7 +91,7 @@ void RowsTable::setRowHeight(int pixels) {
 }
 
 void RowsTable::makeTickable() {
-    rows_->isTickable = true;
+    rows_->makeTickable();
     connect(rows_, &QAbstractItemModel::dataChanged, this,
             [this](const QModelIndex&, const QModelIndex&, const QList<int>& roles) {
                 if (roles.contains(Qt::CheckStateRole))
@@ -337,9 +211,9 @@ void RowsTable::keyPressEvent(QKeyEvent* event) {
     if (event->matches(QKeySequence::Copy)) {
         if (selectionModel()->hasSelection())
             QGuiApplication::clipboard()->setText(copiedText());
-    } else if (rows_->isTickable && event->key() == Qt::Key_Space) {
+    } else if (rows_->isTickable() && event->key() == Qt::Key_Space) {
         tickSelected();
-    } else if (!rows_->isTickable && (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)) {
+    } else if (!rows_->isTickable() && (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)) {
         activateCurrent();
     } else {
         QTableView::keyPressEvent(event);

@@ -1,0 +1,122 @@
+#include "widgets/RowsTableModels.h"
+
+#include <QApplication>
+#include <QBrush>
+#include <QFont>
+#include <QPalette>
+
+#include <utility>
+
+namespace orvista {
+
+namespace {
+
+QFont boldFont() {
+    QFont font = QApplication::font("QTableView");
+    font.setBold(true);
+    return font;
+}
+
+/// Between the table's ground and a selected row's, so that texts stay readable in every palette.
+QBrush markedGround() {
+    QColor ground = QGuiApplication::palette().color(QPalette::Highlight);
+    constexpr int transparency = 80;
+    ground.setAlpha(transparency);
+    return ground;
+}
+
+} // namespace
+
+void RowsTable::Model::setRows(std::vector<TableRow> rows) {
+    ticks_.assign(rows.size(), true);
+    if (rows.size() == rows_.size() && !rows.empty()) {
+        rows_ = std::move(rows);
+        emit dataChanged(index(0, 0), index(rowCount({}) - 1, columnCount({}) - 1));
+        return;
+    }
+    beginResetModel();
+    rows_ = std::move(rows);
+    endResetModel();
+}
+
+QModelIndexList RowsTable::Model::cellsThatLookOtherwiseIn(const std::vector<TableRow>& rows) const {
+    QModelIndexList cells;
+    for (std::size_t row = 0; row < rows.size(); ++row)
+        for (std::size_t column = 0; rows[row] != rows_[row] && column < rows[row].size(); ++column) {
+            const TableCell& before = rows_[row][column];
+            const TableCell& now = rows[row][column];
+            if (now.text != before.text || now.isMarked != before.isMarked)
+                cells << index(static_cast<int>(row), static_cast<int>(column));
+        }
+    return cells;
+}
+
+void RowsTable::Model::setTicks(std::vector<bool> ticks) {
+    ticks.resize(rows_.size());
+    ticks_ = std::move(ticks);
+    if (!rows_.empty())
+        emit dataChanged(index(0, 0), index(rowCount({}) - 1, 0), {Qt::CheckStateRole});
+}
+
+int RowsTable::Model::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(rows_.size());
+}
+
+int RowsTable::Model::columnCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(heads_.size());
+}
+
+QVariant RowsTable::Model::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (orientation == Qt::Horizontal && role == Qt::TextAlignmentRole)
+        return QVariant::fromValue(Qt::AlignLeft | Qt::AlignVCenter);
+    return orientation == Qt::Horizontal && role == Qt::DisplayRole ? heads_.value(section) : QVariant();
+}
+
+Qt::ItemFlags RowsTable::Model::flags(const QModelIndex& index) const {
+    const Qt::ItemFlags flags = QAbstractTableModel::flags(index);
+    return isTickable_ && index.column() == 0 ? flags | Qt::ItemIsUserCheckable : flags;
+}
+
+QVariant RowsTable::Model::data(const QModelIndex& index, int role) const {
+    if (role == Qt::CheckStateRole && isTickable_ && index.column() == 0)
+        return ticks_[static_cast<std::size_t>(index.row())] ? Qt::Checked : Qt::Unchecked;
+    const TableCell& cell =
+        rows_.at(static_cast<std::size_t>(index.row())).at(static_cast<std::size_t>(index.column()));
+    if (role == Qt::DisplayRole || role == Qt::ToolTipRole)
+        return cell.text;
+    if (role == sortRole)
+        return cell.sortKey.isValid() ? cell.sortKey : QVariant(cell.text);
+    if (cell.isMarked && (role == Qt::FontRole || role == Qt::BackgroundRole))
+        return role == Qt::FontRole ? QVariant(boldFont()) : QVariant(markedGround());
+    if (role == Qt::ForegroundRole && cell.isFaint && !cell.isMarked)
+        return QGuiApplication::palette().brush(QPalette::PlaceholderText);
+    return {};
+}
+
+bool RowsTable::Model::setData(const QModelIndex& index, const QVariant& value, int role) {
+    if (!isTickable_ || index.column() != 0 || role != Qt::CheckStateRole)
+        return false;
+    ticks_[static_cast<std::size_t>(index.row())] = value.toInt() == Qt::Checked;
+    emit dataChanged(index, index, {role});
+    return true;
+}
+
+RowsTable::Shown::Shown(Model& rows, QObject* parent) : QSortFilterProxyModel(parent) {
+    setSourceModel(&rows);
+    setSortRole(Model::sortRole);
+    setSortCaseSensitivity(Qt::CaseInsensitive);
+    setFilterKeyColumn(-1); // all
+    setFilterCaseSensitivity(Qt::CaseInsensitive);
+}
+
+void RowsTable::Shown::setShownRows(std::vector<bool> shown) {
+    shown_ = std::move(shown);
+    invalidateFilter();
+}
+
+bool RowsTable::Shown::filterAcceptsRow(int row, const QModelIndex& parent) const {
+    const auto place = static_cast<std::size_t>(row);
+    return (place >= shown_.size() || shown_[place]) && QSortFilterProxyModel::filterAcceptsRow(row, parent);
+}
+
+} // namespace orvista

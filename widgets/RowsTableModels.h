@@ -1,0 +1,57 @@
+#pragma once
+
+#include "widgets/RowsTable.h"
+
+#include <QAbstractTableModel>
+#include <QSortFilterProxyModel>
+
+namespace orvista {
+
+/// The rows that a table got, and their ticks.
+class RowsTable::Model final : public QAbstractTableModel {
+public:
+    /// What a column is sorted by.
+    static constexpr int sortRole = Qt::UserRole;
+
+    Model(QStringList heads, QObject* parent) : QAbstractTableModel(parent), heads_(std::move(heads)) {}
+
+    const std::vector<TableRow>& rows() const { return rows_; }
+    /// As many rows as before keep their places.
+    void setRows(std::vector<TableRow> rows);
+    /// The cells that may need another width in as many other rows.
+    QModelIndexList cellsThatLookOtherwiseIn(const std::vector<TableRow>& rows) const;
+
+    void makeTickable() { isTickable_ = true; }
+    bool isTickable() const { return isTickable_; }
+    const std::vector<bool>& ticks() const { return ticks_; }
+    void setTicks(std::vector<bool> ticks);
+
+    int rowCount(const QModelIndex& parent) const override;
+    int columnCount(const QModelIndex& parent) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+    Qt::ItemFlags flags(const QModelIndex& index) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    bool setData(const QModelIndex& index, const QVariant& value, int role) override;
+
+private:
+    QStringList heads_;
+    std::vector<TableRow> rows_;
+    bool isTickable_ = false;
+    std::vector<bool> ticks_; ///< by row
+};
+
+/// Those of the rows that are shown, as they are sorted.
+class RowsTable::Shown final : public QSortFilterProxyModel {
+public:
+    Shown(Model& rows, QObject* parent);
+
+    void setShownRows(std::vector<bool> shown);
+
+protected:
+    bool filterAcceptsRow(int row, const QModelIndex& parent) const override;
+
+private:
+    std::vector<bool> shown_; ///< by source row
+};
+
+} // namespace orvista
