@@ -52,20 +52,20 @@ CursorPage::CursorPage(QTextDocument& document, QObject* parent) : QObject(paren
     connect(&document, &QTextDocument::contentsChange, this, &CursorPage::noteEdit);
 }
 
-void CursorPage::follow(const QTextCursor& cursor) {
+void CursorPage::follow(const QTextCursor& cursor, int pageStart) {
     const auto [first, last] = pageAround(cursor.block());
     begin_ = QTextCursor(first);
     begin_.setKeepPositionOnInsert(true);
     end_ = QTextCursor(&document_);
     end_.setPosition(endOf(last));
-    isAlone_ = true;
+    isAlone_ = begin_.position() <= pageStart && pageStart <= end_.position();
 }
 
 void CursorPage::noteEdit(int position, int /*removed*/, int added) {
     isAlone_ = isAlone_ && begin_.position() <= position && position + added <= end_.position();
 }
 
-std::optional<std::string> CursorPage::script(const QTextCursor& cursor) const {
+std::optional<CursorPage::Script> CursorPage::script(const QTextCursor& cursor) const {
     if (!isAlone_)
         return std::nullopt;
     const auto [first, last] = pageAround(cursor.block());
@@ -76,7 +76,8 @@ std::optional<std::string> CursorPage::script(const QTextCursor& cursor) const {
         block = block.next();
         shown += u'\n' + block.text();
     }
-    return scriptBytes(shown);
+    return Script{scriptBytes(shown),
+                  static_cast<std::size_t>(cursor.blockNumber() - first.blockNumber()) + 1};
 }
 
 } // namespace orvista

@@ -3,6 +3,7 @@
 #include <QObject>
 #include <QTextCursor>
 
+#include <cstddef>
 #include <optional>
 #include <string>
 
@@ -19,10 +20,17 @@ public:
     explicit CursorPage(QTextDocument& document, QObject* parent = nullptr);
 
     /// The script was read as a whole: from now on the page at the cursor is followed.
-    void follow(const QTextCursor& cursor);
+    /// \param pageStart where the page begins that is shown for the cursor's line; -1 for none. Lines between
+    ///     two pages show one that lies elsewhere, and are not followed.
+    void follow(const QTextCursor& cursor, int pageStart);
+
+    struct Script {
+        std::string bytes;
+        std::size_t cursorLine = 0; ///< within them, from 1
+    };
     /// The script of the followed page alone. Nothing when the cursor has left it, something else was edited,
     /// or the edit moved the page's ends.
-    std::optional<std::string> script(const QTextCursor& cursor) const;
+    std::optional<Script> script(const QTextCursor& cursor) const;
 
 private:
     void noteEdit(int position, int removed, int added);

@@ -175,10 +175,12 @@ bool DisplayPreview::readCursorPage() {
     if (!script)
         return false;
     Programme programme({columns()}, formats_);
-    programme.add({}, *script, MarkedBitmaps(*bitmaps_));
-    if (programme.pageCount() != 1)
+    programme.add({}, script->bytes, MarkedBitmaps(*bitmaps_));
+    // Lines before the page go with the one before it, which this does not know.
+    if (programme.pageCount() != 1 || programme.pages().front().firstLine > script->cursorLine)
         return false;
     pageAlone_ = std::move(programme);
+    shownRevision_ = box_.document()->revision();
     render();
     return true;
 }
@@ -197,6 +199,7 @@ void DisplayPreview::readScript() {
         programme.add({}, box_.bytes(), MarkedBitmaps(*bitmaps_));
     player_.show(std::move(programme));
     positions_ = ScriptPositions(*box_.document());
+    shownRevision_ = box_.document()->revision();
     row_->setEnabled(holdsMessage);
     savePicture_->setEnabled(holdsMessage);
     if (player_.isPlaying() && holdsMessage)
@@ -207,15 +210,20 @@ void DisplayPreview::readScript() {
 
 void DisplayPreview::standOnCursor() {
     frames_.stop();
-    if (isLong())
-        cursorPage_.follow(box_.textCursor());
     const std::size_t line = positions_.lineAt(box_.textCursor().position());
     player_.standOn(pageOfLine(player_.programme(), line));
+    if (isLong()) {
+        const ScriptPage* const page = shownPage();
+        cursorPage_.follow(box_.textCursor(), page ? positions_.positionOf(page->firstLine, 1) : -1);
+    }
     render();
 }
 
 void DisplayPreview::takeCursor() {
-    if (!isVisible() || quiet_.isActive() || player_.isPlaying())
+    // The cursor moves before its edit is told of: in the text as it was read, its line may be of another
+    // page.
+    const bool isEdited = box_.document()->revision() != shownRevision_;
+    if (!isVisible() || quiet_.isActive() || player_.isPlaying() || isEdited)
         return;
     if (pageAlone_)
         readLongScript();

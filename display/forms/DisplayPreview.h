@@ -100,6 +100,7 @@ private:
     CursorPage cursorPage_;
     std::optional<Programme> pageAlone_; ///< the edited page of a long script, newer than the player's
     ScriptPositions positions_;
+    int shownRevision_ = 0; ///< of the document
     QTimer frames_{this};
     QTimer quiet_{this};
 };

@@ -9,6 +9,7 @@
 #include "tests/support/TemporaryFolder.h"
 #include "widgets/DeviceTextEdit.h"
 #include "widgets/PanelView.h"
+#include "widgets/ScriptPositions.h"
 
 #include <QAction>
 #include <QDialog>
@@ -18,8 +19,13 @@
 #include <QSpinBox>
 #include <QTest>
 #include <QTextBlock>
+#include <QTimer>
 #include <QVBoxLayout>
 
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <functional>
 #include <memory>
 
 using namespace orvista;
@@ -110,9 +116,12 @@ private slots:
     void countsWhatDoesNotFit();
     void showsDefaultsAndTheClock();
     void marksAMissingBitmap();
+    void marksABitmapThatCannotBeShown_data();
+    void marksABitmapThatCannotBeShown();
     void showsTheBitmapsOfTheProjectFolder();
     void doesNothingWhileHidden();
     void showsLongScriptsWhenTheKeysAreQuiet();
+    void showsLongScriptsAsItShowsShortOnes();
     void leavesTheTextAloneAndTheFocusInTheBox();
     void savesThePicture();
     void tellsWhenThePictureCannotBeSaved();
@@ -324,6 +333,47 @@ void DisplayPreviewTest::marksAMissingBitmap() {
     QCOMPARE(desk.read(), "gone.bmp");
 }
 
+void DisplayPreviewTest::marksABitmapThatCannotBeShown_data() {
+    using Spoil = std::function<void(const std::filesystem::path&)>;
+    QTest::addColumn<Spoil>("spoil");
+    QTest::newRow("removed") << Spoil([](const auto& file) { std::filesystem::remove(file); });
+    QTest::newRow("cut") << Spoil([](const auto& file) { std::filesystem::resize_file(file, 60); });
+    QTest::newRow("empty") << Spoil([](const auto& file) { std::filesystem::resize_file(file, 0); });
+    QTest::newRow("64 MB") << Spoil([](const auto& file) { std::filesystem::resize_file(file, 64 << 20); });
+    QTest::newRow("a folder") << Spoil([](const auto& file) {
+        std::filesystem::remove(file);
+        std::filesystem::create_directory(file);
+    });
+    QTest::newRow("zero wide") << Spoil([](const auto& file) {
+        std::fstream bytes(file, std::ios::in | std::ios::out | std::ios::binary);
+        bytes.seekp(18);
+        bytes.write("\0\0\0\0", 4);
+    });
+}
+
+void DisplayPreviewTest::marksABitmapThatCannotBeShown() {
+    QFETCH(const std::function<void(const std::filesystem::path&)>, spoil);
+    const TemporaryFolder folder;
+    const std::string file = folder.file("alarm.bmp");
+    QImage picture(16, 8, QImage::Format_RGB32);
+    picture.fill(Qt::red);
+    QVERIFY(picture.save(QString::fromStdString(file), "BMP"));
+    Desk desk;
+    desk.project.ProjPath = folder.path();
+    desk.show("CLEAR\r\nIMG 0 0 RED BLACK alarm.bmp\r\nACT STILL 1000");
+    LedRaster whole({128});
+    whole.fill(0, 0, 16, 8, Led::Red);
+    QCOMPARE(desk.shown(), whole);
+    spoil(systemPath(file));
+    QTest::keyClick(desk.box, Qt::Key_Return);
+    const LedImage frame = crossedFrame("alarm.bmp");
+    LedRaster marked({128});
+    for (int y = 0; y < frame.height; ++y)
+        for (int x = 0; x < frame.width; ++x)
+            marked.set(x, y, frame.leds[static_cast<std::size_t>(y * frame.width + x)]);
+    QCOMPARE(desk.shown(), marked);
+}
+
 void DisplayPreviewTest::showsTheBitmapsOfTheProjectFolder() {
     const TemporaryFolder folder;
     QImage picture(4, 2, QImage::Format_RGB32);
@@ -365,6 +415,51 @@ void DisplayPreviewTest::showsLongScriptsWhenTheKeysAreQuiet() {
     QTest::keyClick(desk.box, 's');
     QCOMPARE(desk.read(), "Level");
     QTRY_COMPARE(desk.read(), "Levels");
+}
+
+void DisplayPreviewTest::showsLongScriptsAsItShowsShortOnes() {
+    Desk desk;
+    const auto page = [](const std::string& text) {
+        return "CLEAR\r\nTEXT 0 0 RED BLACK \"" + text +
+               "\"\r\nACT STILL 100\r\nTEXTS 64 5 GREEN BLACK \"more\"\r\nOUT FADE 50\r\n";
+    };
+    std::string script;
+    for (int i = 0; i < 8; ++i)
+        script += page("page " + std::to_string(i));
+    desk.show(script + page(std::string(DisplayPreview::longScript, 'x')) + page("last"));
+    const auto timers = desk.preview->findChildren<QTimer*>();
+    const auto isQuiet = [&] {
+        return std::none_of(timers.begin(), timers.end(),
+                            [](const QTimer* timer) { return timer->isActive(); });
+    };
+    struct Edit {
+        int line; ///< from 1; after the last one the last
+        const char* typed;
+        int taken; ///< characters before the cursor, which stands at the end of the line
+    };
+    // Within a page; a page parted by either command; pages joined; lines between pages; after the last one.
+    for (const Edit edit : {Edit{12, "x", 2}, Edit{13, "\rCLEAR", 0}, Edit{14, "\rTIME 0 0 RED BLACK ", 0},
+                            Edit{11, "", 5}, Edit{11, "x", 0}, Edit{27, "\rOUT FADE 9", 0}, Edit{28, "", 10},
+                            Edit{1, "", 5}, Edit{1000, "\r\rTIME 0 0 RED BLACK ", 0}}) {
+        desk.goToLine(std::min(edit.line, desk.box->blockCount()));
+        desk.box->moveCursor(QTextCursor::EndOfLine);
+        for (int i = 0; i < edit.taken; ++i)
+            QTest::keyClick(desk.box, Qt::Key_Backspace);
+        for (const char* key = edit.typed; *key != '\0'; ++key)
+            *key == '\r' ? QTest::keyClick(desk.box, Qt::Key_Return) : QTest::keyClick(desk.box, *key);
+        QTRY_VERIFY(isQuiet());
+
+        Programme programme({128}, fieldFormats(desk.project));
+        programme.add({}, desk.box->bytes(), NoBitmaps());
+        const int cursor = desk.box->textCursor().position();
+        const std::size_t shown =
+            pageOfLine(programme, ScriptPositions(*desk.box->document()).lineAt(cursor));
+        DisplayValues values = defaultValues(desk.project);
+        values.clock = {2026, 11, 21, 8, 5, 9};
+        QCOMPARE(desk.label("lblPreviewPage"),
+                 QStringLiteral("%1 of %2").arg(shown + 1).arg(programme.pageCount()));
+        QCOMPARE(desk.shown(), settledPage(programme, shown, values));
+    }
 }
 
 void DisplayPreviewTest::leavesTheTextAloneAndTheFocusInTheBox() {
