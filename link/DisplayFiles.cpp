@@ -8,13 +8,22 @@ DocTsfModule::DeviceConnection connectionOf(const DisplayAddress& display) {
     return {display.host, decimalText(display.port)};
 }
 
+std::unique_ptr<TransferControl> connectedControl(const DisplayAddress& display,
+                                                  DocTsfModule::TransferProgress& progress,
+                                                  const DocTsfModule::TransferControlMaker& makeControl) {
+    auto control = makeControl(progress);
+    if (!control)
+        throw FetchFailure(false, "transfers need the library libcurl, which is missing");
+    if (!DocTsfModule::connect(*control, connectionOf(display)))
+        throw FetchFailure(false, "cannot be connected to");
+    return control;
+}
+
 void fetchDisplayFiles(const DisplayAddress& display, const std::string& folder,
                        DocTsfModule::TransferProgress& progress,
                        const DocTsfModule::TransferControlMaker& makeControl) {
     progress.showActivity("Connecting to " + display.host);
-    const auto control = makeControl(progress);
-    if (!control || !DocTsfModule::connect(*control, connectionOf(display)))
-        throw FetchFailure(false, connectFault);
+    const auto control = connectedControl(display, progress, makeControl);
     progress.showActivity("Downloading files");
     const bool fetched = transferSucceeded(control->DownloadFiles({}, folder));
     control->CloseLink();

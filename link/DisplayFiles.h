@@ -3,6 +3,7 @@
 #include "link/DisplayAddress.h"
 #include "link/TransferSteps.h"
 
+#include <memory>
 #include <stdexcept>
 #include <string>
 
@@ -20,10 +21,14 @@ private:
     bool connected_;
 };
 
-inline constexpr const char* connectFault = "cannot be connected to";
-
 /// The texts that a transfer's steps take.
 DocTsfModule::DeviceConnection connectionOf(const DisplayAddress& display);
+
+/// A control with an open link to the display.
+/// \throws FetchFailure
+std::unique_ptr<TransferControl> connectedControl(const DisplayAddress& display,
+                                                  DocTsfModule::TransferProgress& progress,
+                                                  const DocTsfModule::TransferControlMaker& makeControl);
 
 /// Fetches the five device files and the bitmaps of `display` into `folder` (UTF-8, there already), as the
 /// editor's download does: all of them or none, no name leads out of the folder, what stands there already is

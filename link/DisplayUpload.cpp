@@ -35,9 +35,12 @@ public:
 
     TransferEnd send(const UploadWishes& wishes) {
         progress_.enter(UploadStage::Connecting);
-        const auto control = makeControl_(progress_);
-        if (!control || !DocTsfModule::connect(*control, connectionOf(display_)))
-            return failedTransfer(connectFault);
+        std::unique_ptr<TransferControl> control;
+        try {
+            control = connectedControl(display_, progress_, makeControl_);
+        } catch (const FetchFailure& failure) {
+            return failedTransfer(failure.what());
+        }
         progress_.enter(UploadStage::Sending);
         const PathRules paths = PathRules::native();
         const SentFiles sent = DocTsfModule::sendFolder(*control, folder_, paths, progress_);

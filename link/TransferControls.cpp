@@ -4,6 +4,7 @@
 #include "link/dispatch/DispatchTransferControl.h"
 #endif
 #ifdef ORVISTA_HAS_LIBCURL
+#include "link/ftp/CurlLibrary.h"
 #include "link/ftp/FtpTransferControl.h"
 #endif
 
@@ -16,6 +17,8 @@ makeTransferControl([[maybe_unused]] DocTsfModule::TransferProgress& progress) {
         return control;
 #endif
 #ifdef ORVISTA_HAS_LIBCURL
+    if (!CurlLibrary::open())
+        return nullptr;
     auto control = std::make_unique<FtpTransferControl>(
         [&progress](const std::string& name, std::size_t number, std::size_t count) {
             progress.showFile(name, number, count);

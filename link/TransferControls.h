@@ -7,8 +7,8 @@
 namespace orvista {
 
 /// The control of one transfer: on Windows the maker's where it is registered, else the one that speaks FTP.
-/// Null in a build that has neither. `progress` shows the files of a download and must outlive the control's
-/// calls.
+/// Null where libcurl is missing, which the latter needs. `progress` shows the files of a download and must
+/// outlive the control's calls.
 std::unique_ptr<TransferControl> makeTransferControl(DocTsfModule::TransferProgress& progress);
 
 } // namespace orvista

@@ -31,13 +31,6 @@ public:
     virtual bool isToEnd() const { return false; }
 };
 
-/// For a transfer that nobody watches.
-class UnwatchedTransfer final : public TransferProgress {
-public:
-    void showActivity(const std::string&) override {}
-    void showFile(const std::string&, std::size_t, std::size_t) override {}
-};
-
 /// Makes the control of one transfer; null where there is none, which counts as a failed connection. The
 /// progress is shown for as long as the control works.
 using TransferControlMaker = std::function<std::unique_ptr<TransferControl>(TransferProgress&)>;

@@ -11,7 +11,9 @@ import subprocess
 import sys
 import tempfile
 import time
+import unittest
 from pathlib import Path
+from unittest import mock
 
 sys.path.insert(0, str(Path(__file__).parents[1] / "tour"))
 import device_files  # noqa: E402  the project's files, written apart from the program
@@ -220,6 +222,19 @@ pump.bmp
         self.assertTrue(text.startswith(f"--- {PROJECT}\n+++ other/a?b.orx\nalarm.bmp\n"), text)
         self.assertTrue(text.endswith(f"x??.bmp\n- not there\n+ {size} bytes\n"), text)
         self.assertEqual(self.complaint(2, "compare", "no\nfile.orx", PROJECT), "orvista: Unable to open no?file.orx")
+
+    @unittest.skipUnless(sys.platform == "linux", "finds its libraries by another way")
+    def test_a_missing_library_is_named(self):
+        display = self.display()
+        broken = self.folder / "libraries"
+        broken.mkdir()
+        (broken / "libcurl.so.4").touch()
+        reason = f"{display.address}: transfers need the library libcurl, which is missing"
+        with mock.patch.dict(os.environ, LD_LIBRARY_PATH=str(broken)):
+            self.assertEqual(self.complaint(2, "compare", PROJECT, display.address), "orvista: " + reason)
+            result = self.run_program("upload", PROJECT, "--to", display.address)
+        self.assertEqual((result.returncode, result.stdout.decode()),
+                         (1, reason.replace(": ", ": failed: ", 1) + "\n"))
 
     def test_device_files_beside_a_project_stay_as_they_are(self):
         (self.folder / "stdmsg.ilm").write_bytes(b"mine\r\n")

@@ -13,9 +13,15 @@ namespace {
 using testing::fileBytes;
 using testing::FtpTestServer;
 
+class UnwatchedTransfer final : public DocTsfModule::TransferProgress {
+public:
+    void showActivity(const std::string&) override {}
+    void showFile(const std::string&, std::size_t, std::size_t) override {}
+};
+
 /// Fetches from the port into a folder; the failure's words, or nothing.
 std::string fetched(std::uint16_t port, const std::string& folder, bool& connected) {
-    DocTsfModule::UnwatchedTransfer progress;
+    UnwatchedTransfer progress;
     connected = true;
     try {
         fetchDisplayFiles({"127.0.0.1", port}, folder, progress, makeTransferControl);
@@ -57,6 +63,17 @@ TEST_F(DisplayFilesTest, TellsThatNobodyListens) {
     constexpr std::uint16_t portOfNobody = 1;
     EXPECT_EQ(fetched(portOfNobody, folder.path(), connected), "cannot be connected to");
     EXPECT_FALSE(connected);
+}
+
+TEST_F(DisplayFilesTest, TellsThatNoControlCanBeMade) {
+    UnwatchedTransfer progress;
+    try {
+        fetchDisplayFiles({"127.0.0.1", port()}, folder.path(), progress, [](auto&) { return nullptr; });
+        FAIL() << "nothing was told";
+    } catch (const FetchFailure& failure) {
+        EXPECT_STREQ(failure.what(), "transfers need the library libcurl, which is missing");
+        EXPECT_FALSE(failure.connected());
+    }
 }
 
 TEST(ScratchFolderTest, IsForTheUserAloneAndGoesWithAllThatIsInIt) {
