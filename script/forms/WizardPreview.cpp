@@ -8,6 +8,7 @@
 #include "display/forms/MarkedBitmaps.h"
 #include "script/WizardLists.h"
 #include "widgets/DeviceText.h"
+#include "widgets/ElidedLabel.h"
 #include "widgets/FormParts.h"
 #include "widgets/PanelView.h"
 
@@ -25,14 +26,13 @@ WizardPreview::WizardPreview(const Project& project, int columns, const LocalTim
       values_(defaultValues(project)),
       bitmaps_(project.ProjPath),
       wizardPreview(named<PanelView>(QStringLiteral("wizardPreview"), LedRaster({columns}))),
-      lblWizardFit(named<QLabel>(QStringLiteral("lblWizardFit"))) {
+      lblWizardFit(named<ElidedLabel>(QStringLiteral("lblWizardFit"))) {
     values_.clock = now;
     wizardPreview->setAccessibleName(tr("Preview of the page"));
     wizardPreview->setMinimumWidth(1);
     // Forms around it keep their smallest heights only where no widget's height follows its width.
     wizardPreview->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     wizardPreview->setFixedHeight(5 * fontMetrics().height());
-    lblWizardFit->setTextFormat(Qt::PlainText);
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins({});
     layout->addWidget(wizardPreview, 1);
