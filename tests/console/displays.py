@@ -23,8 +23,8 @@ class Display:
                 [SIMULATOR, "--headless", "--modbus-port", "0", "--transfer-port", str(self.port), "--root", folder, *options],
                 stdout=subprocess.PIPE, stderr=subprocess.DEVNULL,
                 env=os.environ | {"QT_QPA_PLATFORM": "offscreen", "TMPDIR": FOLDER})
-            announced = list(self.lines_until(b"File transfer on"))
-            if announced and b"File transfer on" in announced[-1]:
+            announced = list(self.lines_until(b"Files in"))
+            if any(b"File transfer on" in line for line in announced):
                 break
             self.close()
         else:
