@@ -102,6 +102,7 @@ std::uint64_t sizeOf(const NamedFile& file) {
 std::vector<NamedFile> filesIn(const std::string& folder, const std::vector<std::string>& names) {
     const PathRules paths = PathRules::native();
     std::vector<NamedFile> files;
+    files.reserve(names.size());
     for (const std::string& name : names)
         files.push_back({name, paths.join(folder, name)});
     return files;
@@ -128,6 +129,7 @@ std::vector<FileDifference> compareFiles(const std::vector<NamedFile>& before,
             differences[key] = {file->name, std::nullopt, sizeOf(*file), std::nullopt};
     }
     std::vector<FileDifference> list;
+    list.reserve(differences.size());
     for (auto& [key, difference] : differences)
         list.push_back(std::move(difference));
     return list;

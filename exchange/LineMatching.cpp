@@ -46,7 +46,8 @@ private:
 
     /// How far the ways with d changes got on that diagonal, from -d to d.
     int at(int d, int diagonal) const {
-        return reached_[static_cast<std::size_t>(d)][static_cast<std::size_t>(diagonal + d)];
+        const int place = diagonal + d;
+        return reached_[static_cast<std::size_t>(d)][static_cast<std::size_t>(place)];
     }
 
     /// Whether the last change of the farthest way was a line added, and not one removed.
@@ -59,7 +60,8 @@ private:
             reached_.emplace_back(2 * static_cast<std::size_t>(d) + 1, 0);
             for (int diagonal = -d; diagonal <= d; diagonal += 2) {
                 const int x = farthest(d, diagonal);
-                reached_.back()[static_cast<std::size_t>(diagonal + d)] = x;
+                const int place = diagonal + d;
+                reached_.back()[static_cast<std::size_t>(place)] = x;
                 if (x >= width() && x - diagonal >= height())
                     return true;
                 if (work_ > mostWork)

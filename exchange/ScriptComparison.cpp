@@ -29,6 +29,7 @@ std::vector<Line> linesOf(std::string_view script) {
 
 std::vector<std::string_view> textsOf(const std::vector<Line>& lines) {
     std::vector<std::string_view> texts;
+    texts.reserve(lines.size());
     for (const Line& line : lines)
         texts.push_back(line.text);
     return texts;

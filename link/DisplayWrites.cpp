@@ -151,6 +151,7 @@ std::vector<DisplayWrite> onlyWrites(const Project& project, const std::vector<s
 std::vector<DisplayWrite> assignedWrites(const std::vector<std::string>& assignments,
                                          const Project* project) {
     std::vector<DisplayWrite> writes;
+    writes.reserve(assignments.size());
     for (const std::string& assignment : assignments)
         writes.push_back(assignedWrite(assignment, project));
     return writes;

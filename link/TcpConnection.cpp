@@ -131,7 +131,7 @@ void TcpConnection::send(std::span<const std::uint8_t> bytes, Clock::time_point 
 }
 
 std::optional<std::vector<std::uint8_t>> TcpConnection::receive(Clock::time_point deadline) {
-    std::array<char, 512> buffer;
+    std::array<char, 512> buffer{};
     while (socket_->wait(Wanted::Reading, deadline)) {
         const auto size = ::recv(socket_->handle(), buffer.data(), buffer.size(), 0);
         if (size >= 0)

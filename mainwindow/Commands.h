@@ -61,8 +61,8 @@ public:
 private:
     struct Command {
         CommandRow row;
-        QAction* action;
-        bool restsUnderDialogs;
+        QAction* action = nullptr;
+        bool restsUnderDialogs = false;
     };
     struct Observer {
         EnablingRule rule;

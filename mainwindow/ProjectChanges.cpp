@@ -24,6 +24,7 @@ QString stepOfPage(const std::string& item) {
 
 std::vector<std::string> itemsOf(const std::vector<ItemChange>& changes) {
     std::vector<std::string> items;
+    items.reserve(changes.size());
     for (const ItemChange& change : changes)
         items.push_back(change.item());
     return items;

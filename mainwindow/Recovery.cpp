@@ -83,6 +83,7 @@ void Recovery::miToolsRestore_Click() {
 
 std::vector<frmRestore::Row> Recovery::rowsOf(const std::vector<RecoveryFolder::Copy>& copies) const {
     std::vector<frmRestore::Row> rows;
+    rows.reserve(copies.size());
     for (const RecoveryFolder::Copy& copy : copies)
         rows.push_back(rowOf(copy));
     return rows;

@@ -27,6 +27,7 @@ frmRestore::frmRestore(const std::vector<Row>& rows, QWidget* parent)
     buildLayout(rows.empty() ? tr("There is no unsaved work.")
                              : tr("Work that was neither saved nor given up when the program ended:"));
     std::vector<TableRow> shown;
+    shown.reserve(rows.size());
     for (const Row& row : rows)
         shown.push_back({{QLocale().toString(row.date, QLocale::ShortFormat), row.date},
                          {row.project},

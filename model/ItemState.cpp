@@ -36,6 +36,7 @@ ItemState itemState(const Project& project, std::string_view item) {
 
 std::vector<ItemState> itemStates(const Project& project, const std::vector<std::string>& items) {
     std::vector<ItemState> states;
+    states.reserve(items.size());
     for (const std::string& item : items)
         states.push_back(itemState(project, item));
     return states;

@@ -82,6 +82,7 @@ void ItemPanel::fill() {
 
 std::vector<std::string> ItemPanel::names(const std::vector<int>& rows) const {
     std::vector<std::string> items;
+    items.reserve(rows.size());
     for (const int row : rows)
         items.push_back(item(static_cast<std::size_t>(row)));
     return items;

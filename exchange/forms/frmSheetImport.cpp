@@ -16,6 +16,7 @@ namespace {
 
 std::vector<ShownChange> shown(const std::vector<SheetChange>& changes) {
     std::vector<ShownChange> rows;
+    rows.reserve(changes.size());
     for (const SheetChange& change : changes)
         rows.push_back({change.item, QString::fromUtf8(change.column), change.before, change.after});
     return rows;

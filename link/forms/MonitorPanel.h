@@ -106,8 +106,8 @@ private:
     QCheckBox* chkMonitorOnlyOn;
     QPushButton* btnMonitorTake;
     QLabel* lblMonitorState;
-    RowsTable* tblMonitor;
-    PanelView* monitorPanel;
+    RowsTable* tblMonitor = nullptr;
+    PanelView* monitorPanel = nullptr;
     SeenDelay* textsDelay_;
 };
 
