@@ -4,11 +4,11 @@
 #include "script/WizardLists.h"
 #include "tests/check/Reopened.h"
 #include "tests/check/ScriptFindings.h"
+#include "tests/support/RandomChoices.h"
 #include "tests/support/StoredBitmaps.h"
 
 #include <gtest/gtest.h>
 
-#include <random>
 #include <string>
 
 /// Whatever page the message wizard composes, there is nothing to find in it as long as its text fits, its
@@ -23,11 +23,9 @@ void addPage(std::string& message, const std::string& page) {
     message = message == clearScript ? page : message + "\r\n" + page;
 }
 
-class Generator {
+class Generator : public testing::RandomChoices {
 public:
-    explicit Generator(unsigned seed) : random_(seed) {}
-
-    std::size_t below(std::size_t end) { return random_() % end; }
+    using RandomChoices::RandomChoices;
 
     Project project() {
         Project project;
@@ -51,12 +49,7 @@ public:
         form.cbBgClr = (form.cbFgClr + 1 + below(3)) % 4;
         form.cbFont = below(2);
         compose(form, formats);
-        form.cbInEffect = below(6);
-        form.cbIFSpeed = below(3);
-        form.cbSpEffect = below(2);
-        form.cbDelay = below(10);
-        form.cbOutEffect = below(6);
-        form.cbOFSpeed = below(3);
+        chooseEffects(form);
         return form;
     }
 

@@ -83,6 +83,33 @@ private:
     const QWidget& root_;
 };
 
+DisplayAddress at(quint16 port) {
+    return {"127.0.0.1", port};
+}
+
+/// A panel that reads a display at the shortest interval, and whose time is set by hand.
+struct Watched {
+    Watched() {
+        project.IP = "127.0.0.1";
+        panel.show();
+        shown.find<QDoubleSpinBox>("spnMonitorSeconds")->setValue(0.5);
+        shown.find<QPushButton>("btnMonitorStart")->click();
+    }
+    void write(const char* assignment) {
+        writeToDisplay(at(display.modbusPort()), assignedWrites({assignment}, &project));
+    }
+
+    const SimulatorProcess display;
+    Project project;
+    std::int64_t now = 0; ///< ms
+    MonitorPanel panel{project,
+                       128,
+                       {[this] { return now; }, [] { return LocalTime{2026, 1, 31, 14, 5, 9}; }},
+                       display.modbusPort(),
+                       [] { return std::vector<std::string>(); }};
+    const Shown shown{panel};
+};
+
 /// The mouse of somebody whose clicks are counted.
 class CountedMouse {
 public:
@@ -134,10 +161,6 @@ struct MonitoringEditor : EditorFixture {
     QString row(const QString& item) const { return shown().row(item); }
     bool isChecked(const char* box) const { return find<QCheckBox>(box)->isChecked(); }
 };
-
-DisplayAddress at(quint16 port) {
-    return {"127.0.0.1", port};
-}
 
 /// A display that takes connections and says nothing; it remembers what it saw, in order.
 class SilentDisplay : public QObject {
@@ -257,51 +280,32 @@ void DisplayMonitorTest::showsWhatAnIndependentServerHolds() {
 }
 
 void DisplayMonitorTest::marksWhatChangedForThreeSeconds() {
-    const SimulatorProcess display;
-    Project project;
-    project.IP = "127.0.0.1";
-    std::int64_t now = 0;
-    MonitorPanel panel(project, 128,
-                       {[&now] { return now; }, [] { return LocalTime{2026, 1, 31, 14, 5, 9}; }},
-                       display.modbusPort(), [] { return std::vector<std::string>(); });
-    panel.show();
-    const Shown shown(panel);
-    shown.find<QDoubleSpinBox>("spnMonitorSeconds")->setValue(0.5);
-    shown.find<QPushButton>("btnMonitorStart")->click();
-    QTRY_COMPARE(shown.rowCount(), 156);
-    writeToDisplay(at(display.modbusPort()), assignedWrites({"RegVar2=7"}, &project));
-    QTRY_VERIFY(shown.isMarked(QStringLiteral("RegVar2")));
-    QCOMPARE(shown.changedAt(QStringLiteral("RegVar2")), QStringLiteral("14:05:09"));
-    QVERIFY(!shown.isMarked(QStringLiteral("RegVar1")));
-    now = 2999;
-    writeToDisplay(at(display.modbusPort()), assignedWrites({"RegVar3=7"}, &project));
-    QTRY_VERIFY(shown.isMarked(QStringLiteral("RegVar3")));
-    QVERIFY(shown.isMarked(QStringLiteral("RegVar2")));
-    now = 3000;
-    QTRY_VERIFY(!shown.isMarked(QStringLiteral("RegVar2")));
-    QVERIFY(shown.isMarked(QStringLiteral("RegVar3")));
-    QCOMPARE(shown.changedAt(QStringLiteral("RegVar2")), QStringLiteral("14:05:09"));
+    Watched watched;
+    QTRY_COMPARE(watched.shown.rowCount(), 156);
+    watched.write("RegVar2=7");
+    QTRY_VERIFY(watched.shown.isMarked(QStringLiteral("RegVar2")));
+    QCOMPARE(watched.shown.changedAt(QStringLiteral("RegVar2")), QStringLiteral("14:05:09"));
+    QVERIFY(!watched.shown.isMarked(QStringLiteral("RegVar1")));
+    watched.now = 2999;
+    watched.write("RegVar3=7");
+    QTRY_VERIFY(watched.shown.isMarked(QStringLiteral("RegVar3")));
+    QVERIFY(watched.shown.isMarked(QStringLiteral("RegVar2")));
+    watched.now = 3000;
+    QTRY_VERIFY(!watched.shown.isMarked(QStringLiteral("RegVar2")));
+    QVERIFY(watched.shown.isMarked(QStringLiteral("RegVar3")));
+    QCOMPARE(watched.shown.changedAt(QStringLiteral("RegVar2")), QStringLiteral("14:05:09"));
 }
 
 void DisplayMonitorTest::aMarkEndsThoughNothingIsReadAnyMore() {
-    const SimulatorProcess display;
-    Project project;
-    project.IP = "127.0.0.1";
-    std::int64_t now = 0;
-    MonitorPanel panel(project, 128, {[&now] { return now; }, [] { return LocalTime(); }},
-                       display.modbusPort(), [] { return std::vector<std::string>(); });
-    panel.show();
-    const Shown shown(panel);
-    shown.find<QDoubleSpinBox>("spnMonitorSeconds")->setValue(0.5);
-    shown.find<QPushButton>("btnMonitorStart")->click();
-    QTRY_COMPARE(shown.rowCount(), 156);
-    writeToDisplay(at(display.modbusPort()), assignedWrites({"RegVar2=7"}, &project));
-    QTRY_VERIFY(shown.isMarked(QStringLiteral("RegVar2")));
-    now = 2990;
-    shown.find<QPushButton>("btnMonitorStop")->click();
-    QVERIFY(shown.isMarked(QStringLiteral("RegVar2")));
-    now = 3000;
-    QTRY_VERIFY(!shown.isMarked(QStringLiteral("RegVar2")));
+    Watched watched;
+    QTRY_COMPARE(watched.shown.rowCount(), 156);
+    watched.write("RegVar2=7");
+    QTRY_VERIFY(watched.shown.isMarked(QStringLiteral("RegVar2")));
+    watched.now = 2990;
+    watched.shown.find<QPushButton>("btnMonitorStop")->click();
+    QVERIFY(watched.shown.isMarked(QStringLiteral("RegVar2")));
+    watched.now = 3000;
+    QTRY_VERIFY(!watched.shown.isMarked(QStringLiteral("RegVar2")));
 }
 
 void DisplayMonitorTest::theFirstReadingIsNotAChange() {

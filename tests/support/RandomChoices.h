@@ -23,13 +23,18 @@ public:
         form.cbFont = below(2);
         for (FieldChoice& field : form.fields)
             field = {below(98), below(4), below(4)};
+        chooseEffects(form);
+        return form;
+    }
+
+    /// How the page comes, stays and goes.
+    void chooseEffects(MessageForm& form) {
         form.cbInEffect = below(6);
         form.cbIFSpeed = below(3);
         form.cbSpEffect = below(2);
         form.cbDelay = below(10);
         form.cbOutEffect = below(6);
         form.cbOFSpeed = below(3);
-        return form;
     }
 
 private:
