@@ -1,6 +1,6 @@
 #include "bench/Pair.h"
 #include "check/ProjectCheck.h"
-#include "display/ScriptInterpreter.h"
+#include "script/ScriptInterpreter.h"
 
 #include <benchmark/benchmark.h>
 

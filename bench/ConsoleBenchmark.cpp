@@ -1,6 +1,6 @@
 #include "bench/ProgramRun.h"
-#include "exchange/MessageSheet.h"
-#include "exchange/ProjectMessages.h"
+#include "items/ProjectMessages.h"
+#include "sheets/MessageSheet.h"
 
 #include <benchmark/benchmark.h>
 

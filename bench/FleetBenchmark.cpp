@@ -1,8 +1,8 @@
 #include "bench/Pair.h"
 #include "bench/PlainFtp.h"
 #include "bench/ProgramRun.h"
-#include "exchange/FleetSheet.h"
 #include "link/TransferredFiles.h"
+#include "sheets/FleetSheet.h"
 #include "tests/support/ChildProcess.h"
 #include "tests/support/TemporaryFolder.h"
 

@@ -1,5 +1,5 @@
 #include "bench/Pair.h"
-#include "exchange/ProjectMessages.h"
+#include "items/ProjectMessages.h"
 #include "mainwindow/ProjectChanges.h"
 #include "tests/support/EditorFixture.h"
 

@@ -2,7 +2,7 @@
 
 #include "display/FieldFormats.h"
 #include "display/PageLayout.h"
-#include "display/ScriptPage.h"
+#include "script/ScriptPage.h"
 
 #include <cstddef>
 #include <optional>

@@ -4,11 +4,11 @@
 #include "check/PageCheck.h"
 #include "check/Quoted.h"
 #include "check/RemarkTexts.h"
-#include "display/ScriptInterpreter.h"
 #include "model/BitmapName.h"
 #include "model/Files.h"
 #include "model/ReservedLines.h"
 #include "model/Text.h"
+#include "script/ScriptInterpreter.h"
 
 #include <algorithm>
 #include <utility>

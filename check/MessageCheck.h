@@ -5,7 +5,7 @@
 #include "display/BitmapProvider.h"
 #include "display/FieldFormats.h"
 #include "display/LedRaster.h"
-#include "display/VariableUse.h"
+#include "script/VariableUse.h"
 
 #include <string>
 #include <string_view>

@@ -4,12 +4,12 @@
 #include "check/FitTexts.h"
 #include "check/Quoted.h"
 #include "display/PageFit.h"
-#include "display/ScriptCommands.h"
 #include "display/StepTiming.h"
 #include "model/BitmapName.h"
 #include "model/ItemKind.h"
 #include "model/Numbers.h"
 #include "model/Text.h"
+#include "script/ScriptCommands.h"
 
 #include <algorithm>
 #include <string>

@@ -4,7 +4,7 @@
 #include "display/BitmapProvider.h"
 #include "display/FieldFormats.h"
 #include "display/LedRaster.h"
-#include "display/ScriptPage.h"
+#include "script/ScriptPage.h"
 
 #include <map>
 #include <string>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "check/Codes.h"
-#include "display/ScriptInterpreter.h"
+#include "script/ScriptInterpreter.h"
 
 #include <string>
 

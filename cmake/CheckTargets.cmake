@@ -1,6 +1,6 @@
 # Targets that look at the sources without building them; the configured build must have been built once, so
 # that generated headers exist.
-set(source_folders model script link display check exchange console widgets dialogs mainwindow simulator tools tests bench)
+set(source_folders model script link display check items compare sheets console widgets dialogs mainwindow simulator tools tests bench)
 
 find_program(ORVISTA_CLANG_FORMAT NAMES clang-format-14 clang-format)
 if(ORVISTA_CLANG_FORMAT)

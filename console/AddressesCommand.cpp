@@ -2,8 +2,9 @@
 
 #include "console/Output.h"
 #include "console/Projects.h"
-#include "exchange/AddressList.h"
+#include "items/AddressList.h"
 #include "model/Text.h"
+#include "sheets/AddressSheet.h"
 
 #include <nlohmann/json.hpp>
 

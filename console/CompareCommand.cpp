@@ -1,10 +1,10 @@
 #include "console/Commands.h"
 
 #include "check/Quoted.h"
+#include "compare/ProjectComparison.h"
 #include "console/Displays.h"
 #include "console/Output.h"
 #include "console/Projects.h"
-#include "exchange/ProjectComparison.h"
 #include "link/TransferredFiles.h"
 #include "model/FileNames.h"
 #include "model/Numbers.h"

@@ -4,10 +4,10 @@
 #include "console/Displays.h"
 #include "console/Output.h"
 #include "console/Sheets.h"
-#include "exchange/FleetSheet.h"
 #include "model/PathRules.h"
 #include "model/ProjectFile.h"
 #include "model/Text.h"
+#include "sheets/FleetSheet.h"
 
 #include <map>
 

@@ -2,11 +2,11 @@
 
 #include "console/Output.h"
 #include "console/Projects.h"
-#include "exchange/Sheet.h"
 #include "model/Files.h"
 #include "model/FolderLookup.h"
 #include "model/ProjectFile.h"
 #include "model/Text.h"
+#include "sheets/Sheet.h"
 
 #include <filesystem>
 #include <memory>

@@ -3,7 +3,7 @@
 #include "console/Displays.h"
 #include "console/Output.h"
 #include "console/Projects.h"
-#include "exchange/ItemTexts.h"
+#include "items/ItemTexts.h"
 #include "link/ModbusConnection.h"
 #include "link/ModbusReader.h"
 #include "model/Numbers.h"

@@ -3,13 +3,13 @@
 #include "console/Output.h"
 #include "console/Projects.h"
 #include "console/Sheets.h"
-#include "exchange/MessageSheet.h"
-#include "exchange/VariableSheet.h"
 #include "model/Files.h"
 #include "model/Numbers.h"
 #include "model/ProjectFile.h"
 #include "model/Text.h"
 #include "model/Windows1252.h"
+#include "sheets/MessageSheet.h"
+#include "sheets/VariableSheet.h"
 
 #include <memory>
 

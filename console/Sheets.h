@@ -1,6 +1,6 @@
 #pragma once
 
-#include "exchange/Sheet.h"
+#include "sheets/Sheet.h"
 
 #include <string>
 

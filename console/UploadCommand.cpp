@@ -1,6 +1,7 @@
 #include "console/Commands.h"
 
 #include "check/ProjectCheck.h"
+#include "compare/ProjectComparison.h"
 #include "console/Displays.h"
 #include "console/FindingText.h"
 #include "console/FleetOptions.h"
@@ -9,8 +10,6 @@
 #include "console/Projects.h"
 #include "console/Worker.h"
 #include "display/FolderBitmaps.h"
-#include "exchange/FleetSheet.h"
-#include "exchange/ProjectComparison.h"
 #include "link/ProjectSnapshot.h"
 #include "link/TransferControls.h"
 #include "link/TransferredFiles.h"
@@ -18,6 +17,7 @@
 #include "model/Numbers.h"
 #include "model/ProjectFile.h"
 #include "model/Text.h"
+#include "sheets/FleetSheet.h"
 
 #include <filesystem>
 #include <map>

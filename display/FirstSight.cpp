@@ -1,9 +1,9 @@
 #include "display/FirstSight.h"
 
 #include "display/RasterAt.h"
-#include "display/ScriptInterpreter.h"
 #include "display/SettledPage.h"
 #include "display/StepTiming.h"
+#include "script/ScriptInterpreter.h"
 
 #include <algorithm>
 

@@ -1,12 +1,11 @@
 #pragma once
 
+#include "script/Styles.h"
+
 #include <array>
 #include <cstdint>
 
 namespace orvista {
-
-/// The device's two fonts, one cell per character: no kerning, no proportional widths.
-enum class LedFont { Small5x7, Large8x15 };
 
 /// A character's picture: one byte a row from the top, the highest bit leftmost.
 struct Glyph {

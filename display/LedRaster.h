@@ -1,15 +1,13 @@
 #pragma once
 
-#include <cstdint>
+#include "script/Styles.h"
+
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace orvista {
-
-/// One dot of the panel: a red and a green diode behind the same lens; both together look orange. The values
-/// are the diodes as bits.
-enum class Led : std::uint8_t { Off = 0, Red = 1, Green = 2, Orange = 3 };
 
 /// Size of a panel in dots.
 struct PanelSize {

@@ -1,5 +1,6 @@
 #include "display/PageFit.h"
 
+#include "display/LedFont.h"
 #include "display/StepTiming.h"
 
 #include <algorithm>

@@ -1,5 +1,8 @@
 #include "display/PageLayout.h"
 
+#include "display/LedFont.h"
+#include "display/LedImage.h"
+
 #include <algorithm>
 #include <variant>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "display/FieldFormats.h"
-#include "display/ScriptPage.h"
+#include "script/ScriptPage.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -1,5 +1,7 @@
 #include "display/PagePainter.h"
 
+#include "display/LedFont.h"
+#include "display/LedImage.h"
 #include "display/PageText.h"
 
 #include <algorithm>

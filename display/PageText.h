@@ -2,7 +2,7 @@
 
 #include "display/DisplayValues.h"
 #include "display/FieldFormats.h"
-#include "display/ScriptPage.h"
+#include "script/ScriptPage.h"
 
 #include <string>
 

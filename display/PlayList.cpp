@@ -1,9 +1,9 @@
 #include "display/PlayList.h"
 
-#include "display/ScriptInterpreter.h"
 #include "model/Files.h"
 #include "model/ItemKind.h"
 #include "model/Text.h"
+#include "script/ScriptInterpreter.h"
 
 #include <numeric>
 #include <optional>

@@ -4,7 +4,7 @@
 #include "display/FieldFormats.h"
 #include "display/LedRaster.h"
 #include "display/PlayList.h"
-#include "display/ScriptInterpreter.h"
+#include "script/ScriptInterpreter.h"
 
 #include <cstdint>
 #include <map>

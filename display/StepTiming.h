@@ -3,7 +3,7 @@
 #include "display/FieldFormats.h"
 #include "display/LedRaster.h"
 #include "display/PageLayout.h"
-#include "display/ScriptPage.h"
+#include "script/ScriptPage.h"
 
 #include <cstdint>
 

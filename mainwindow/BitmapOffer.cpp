@@ -1,6 +1,6 @@
 #include "mainwindow/BitmapOffer.h"
 
-#include "exchange/LeftBehindBitmaps.h"
+#include "compare/LeftBehindBitmaps.h"
 #include "mainwindow/PanelDock.h"
 #include "model/Project.h"
 #include "widgets/PathText.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "exchange/forms/ComparisonPanel.h"
+#include "compare/forms/ComparisonPanel.h"
 #include "mainwindow/Commands.h"
 #include "model/ProjectLifecycle.h"
 

@@ -1,10 +1,11 @@
 #include "mainwindow/ItemEditing.h"
 
-#include "exchange/forms/ItemPanel.h"
-#include "exchange/forms/frmReplace.h"
+#include "items/forms/ItemPanel.h"
+#include "items/forms/frmReplace.h"
 #include "mainwindow/ItemPanels.h"
 #include "mainwindow/Navigator.h"
 #include "mainwindow/ProjectChanges.h"
+#include "sheets/CopiedTable.h"
 #include "widgets/RowsTable.h"
 
 #include <QAction>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "exchange/CopiedItems.h"
+#include "items/CopiedItems.h"
 #include "mainwindow/Commands.h"
 
 #include <QObject>

@@ -1,8 +1,8 @@
 #include "mainwindow/ItemPanels.h"
 
 #include "display/forms/DisplayPreview.h"
-#include "exchange/forms/MessagesPanel.h"
-#include "exchange/forms/VariablesPanel.h"
+#include "items/forms/MessagesPanel.h"
+#include "items/forms/VariablesPanel.h"
 #include "mainwindow/Navigator.h"
 #include "mainwindow/PanelDock.h"
 

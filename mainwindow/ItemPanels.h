@@ -1,7 +1,7 @@
 #pragma once
 
-#include "exchange/MessageDigest.h"
-#include "exchange/forms/ItemPanel.h"
+#include "items/MessageDigest.h"
+#include "items/forms/ItemPanel.h"
 #include "mainwindow/Commands.h"
 
 #include <QObject>

@@ -1,6 +1,6 @@
 #include "mainwindow/Recovery.h"
 
-#include "exchange/UnsavedDifferences.h"
+#include "compare/UnsavedDifferences.h"
 #include "mainwindow/Commands.h"
 #include "mainwindow/ItemPage.h"
 #include "mainwindow/Navigator.h"

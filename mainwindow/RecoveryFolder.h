@@ -1,6 +1,6 @@
 #pragma once
 
-#include "exchange/RecoveryFile.h"
+#include "items/RecoveryFile.h"
 
 #include <QDateTime>
 #include <QLockFile>

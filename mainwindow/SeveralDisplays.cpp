@@ -1,6 +1,6 @@
 #include "mainwindow/SeveralDisplays.h"
 
-#include "exchange/forms/frmSeveralDisplays.h"
+#include "link/forms/frmSeveralDisplays.h"
 #include "mainwindow/Commands.h"
 #include "mainwindow/ProgramBeside.h"
 #include "model/Files.h"

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "exchange/Sheet.h"
-#include "exchange/SheetChange.h"
 #include "mainwindow/Commands.h"
 #include "model/ProjectLifecycle.h"
+#include "sheets/Sheet.h"
+#include "sheets/SheetChange.h"
 
 #include <QObject>
 

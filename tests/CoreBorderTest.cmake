@@ -33,7 +33,8 @@ fails(model/Text.cpp [[#include "link/ModbusFrames.h"]] "model may not know link
 fails(model/Text.h [[#include "script/MessagePage.h"]] "model may not know script")
 fails(script/MessagePage.h [[#include "display/Programme.h"]] "script may not know display")
 fails(display/LedFont.h [[#include "widgets/LedPanel.h"]] "display may not know widgets")
-fails(check/Findings.h [[#include "exchange/Csv.h"]] "check may not know exchange")
+fails(check/Findings.h [[#include "sheets/Csv.h"]] "check may not know sheets")
+fails(items/CopiedItems.h [[#include "sheets/Csv.h"]] "items may not know sheets")
 fails(link/ModbusClient.h [[#include "link/ftp/FtpLink.h"]] "link may not know link/ftp")
 fails(link/ftp/FtpLink.cpp [[#include "link/dispatch/Com.h"]] "link/ftp may not know link/dispatch")
 fails(link/ftp/curl/Handle.h [[#include "link/forms/frmConnection.h"]] "link/ftp may not know link/forms")
@@ -82,3 +83,16 @@ execute_process(COMMAND ${CMAKE_COMMAND} -DSOURCE=${FOLDER} -P ${CMAKE_CURRENT_L
 if(result EQUAL 0)
   message(SEND_ERROR "a tree without sources passes")
 endif()
+
+# An arrow that nobody uses.
+file(WRITE ${FOLDER}/script/Words.h "#include \"model/Text.h\"\n")
+execute_process(COMMAND ${CMAKE_COMMAND} -DSOURCE=${FOLDER} -DWHOLE=ON -P ${CMAKE_CURRENT_LIST_DIR}/CoreBorder.cmake
+  ERROR_VARIABLE said)
+string(REGEX REPLACE "[ \n]+" " " said "${said}")
+if(NOT said MATCHES "display: no include uses its arrow to script")
+  message(SEND_ERROR "an arrow that nobody uses passes: ${said}")
+endif()
+if(said MATCHES "script: no include uses its arrow to model")
+  message(SEND_ERROR "an arrow that is used counts as unused: ${said}")
+endif()
+file(REMOVE_RECURSE ${FOLDER})

@@ -1,6 +1,6 @@
 #include "display/forms/CursorPage.h"
 
-#include "display/ScriptInterpreter.h"
+#include "script/ScriptInterpreter.h"
 #include "widgets/DeviceText.h"
 
 #include <QTextBlock>

@@ -2,7 +2,7 @@
 
 #include "display/Programme.h"
 #include "display/forms/PreviewClock.h"
-#include "exchange/ItemTexts.h"
+#include "items/ItemTexts.h"
 #include "link/forms/DisplayMonitor.h"
 #include "model/ItemPlace.h"
 #include "widgets/RowsTable.h"

@@ -10,7 +10,7 @@ from pathlib import Path
 
 PROGRAM = sys.argv.pop(1)
 SOURCE = Path(sys.argv.pop(1))
-GOLDEN = SOURCE / "tests" / "exchange" / "golden"
+GOLDEN = SOURCE / "tests" / "sheets" / "golden"
 EXAMPLE = SOURCE / "examples" / "pumpstation"
 PROJECT = "PUMPSTATION.orx"
 COMMANDS = (["check"], ["compare"], ["show"], ["addresses"], ["messages", "export"], ["messages", "import"],

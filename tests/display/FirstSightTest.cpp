@@ -1,7 +1,7 @@
 #include "display/FirstSight.h"
 
-#include "display/ScriptInterpreter.h"
 #include "display/SettledPage.h"
+#include "script/ScriptInterpreter.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include "display/PageFit.h"
 
 #include "display/RasterAt.h"
-#include "display/ScriptCommands.h"
+#include "script/ScriptCommands.h"
 
 #include <gtest/gtest.h>
 

@@ -3,7 +3,7 @@
 
 #include "check/ProjectCheck.h"
 #include "display/PageFit.h"
-#include "display/ScriptInterpreter.h"
+#include "script/ScriptInterpreter.h"
 
 #include <algorithm>
 #include <functional>

@@ -1,6 +1,6 @@
 #include "tests/fuzz/ReaderRun.h"
 
-#include "exchange/CopiedItems.h"
+#include "items/CopiedItems.h"
 
 /// Any bytes are on the clipboard: what was read is written and read again as the same, and its items fit
 /// into a project.

@@ -1,6 +1,6 @@
 #include "tests/fuzz/ReaderRun.h"
 
-#include "exchange/Csv.h"
+#include "sheets/Csv.h"
 
 namespace {
 

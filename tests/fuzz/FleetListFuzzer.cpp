@@ -1,6 +1,6 @@
 #include "tests/fuzz/ReaderRun.h"
 
-#include "exchange/FleetSheet.h"
+#include "sheets/FleetSheet.h"
 
 /// Any bytes are a list of displays: it is refused, or gives displays that come back as they are, whose names
 /// are folders of their own and whose addresses differ.

@@ -1,6 +1,6 @@
 #include "tests/fuzz/ReaderRun.h"
 
-#include "exchange/RecoveryFile.h"
+#include "items/RecoveryFile.h"
 
 namespace {
 

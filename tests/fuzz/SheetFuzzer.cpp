@@ -1,7 +1,7 @@
 #include "tests/fuzz/ReaderRun.h"
 
-#include "exchange/MessageSheet.h"
-#include "exchange/VariableSheet.h"
+#include "sheets/MessageSheet.h"
+#include "sheets/VariableSheet.h"
 
 namespace {
 

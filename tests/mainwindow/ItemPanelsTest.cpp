@@ -1,4 +1,4 @@
-#include "exchange/forms/MessagesPanel.h"
+#include "items/forms/MessagesPanel.h"
 #include "tests/support/EditorFixture.h"
 #include "widgets/RowsTable.h"
 

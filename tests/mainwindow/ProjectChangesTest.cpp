@@ -1,5 +1,5 @@
 #include "mainwindow/ProjectChanges.h"
-#include "exchange/RecoveryFile.h"
+#include "items/RecoveryFile.h"
 #include "mainwindow/PanelDock.h"
 #include "model/ItemPlace.h"
 #include "tests/support/EditorFixture.h"

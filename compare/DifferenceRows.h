@@ -1,0 +1,37 @@
+#pragma once
+
+#include "compare/ProjectComparison.h"
+#include "model/ItemState.h"
+
+#include <cstddef>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// Differences one by one, so that each can be looked at and taken over by itself.
+namespace orvista {
+
+/// A setting that differs, or a line of a script with the one in its place. Texts are device bytes.
+struct DifferenceRow {
+    std::string item;           ///< as in ItemDifference
+    std::string_view field;     ///< as in FieldDifference; empty for a line
+    std::size_t lineBefore = 0; ///< of the script, from 1; 0 where the first side has no such line
+    std::size_t lineAfter = 0;  ///< the same of the second side
+    std::string before;         ///< empty where that side has no such line
+    std::string after;
+    bool operator==(const DifferenceRow&) const = default;
+
+    bool isLine() const { return field.empty(); }
+};
+
+/// All of them, in the order of the items, fields and lines.
+std::vector<DifferenceRow> differenceRows(std::span<const ItemDifference> differences);
+
+/// What the first project's items hold once these rows are as in the second: the items that change, each
+/// once.
+/// \param rows of the two projects as they are now
+std::vector<ItemState> takenOver(const Project& before, const Project& after,
+                                 std::span<const DifferenceRow> rows);
+
+} // namespace orvista

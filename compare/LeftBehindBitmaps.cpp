@@ -1,0 +1,65 @@
+#include "compare/LeftBehindBitmaps.h"
+
+#include "items/ProjectMessages.h"
+#include "model/BitmapFiles.h"
+#include "model/Files.h"
+#include "model/Text.h"
+#include "model/Windows1252.h"
+#include "script/BitmapNames.h"
+#include "script/ScriptInterpreter.h"
+
+#include <filesystem>
+#include <set>
+#include <system_error>
+
+namespace orvista {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// Lower case, UTF-8: the display knows bitmaps in any ASCII case.
+std::set<std::string> namedBitmaps(const Project& project) {
+    std::set<std::string> names;
+    for (std::size_t message = 0; message < messageCount; ++message)
+        for (const std::string& name : bitmapNames(interpretScript(messageScript(project, message)).pages))
+            names.insert(lowerAscii(utf8FromWindows1252(name)));
+    return names;
+}
+
+bool copyMissingFile(const fs::path& from, const fs::path& to) {
+    std::error_code error;
+    const bool wasThere = fs::exists(fs::symlink_status(to, error));
+    if (!wasThere && fs::copy_file(from, to, fs::copy_options::none, error))
+        return true;
+    // The copy itself leaves what is there alone, too; half a file of our own is taken away.
+    std::error_code ignored;
+    if (!wasThere && error != std::errc::file_exists)
+        fs::remove(to, ignored);
+    return false;
+}
+
+} // namespace
+
+std::vector<std::string> leftBehindBitmaps(const Project& project, const std::string& otherFolder) {
+    std::vector<std::string> found = bitmapsOfFolder(otherFolder);
+    if (found.empty())
+        return found;
+    std::set<std::string> wanted = namedBitmaps(project);
+    for (const std::string& name : bitmapsOfFolder(project.ProjPath))
+        wanted.erase(lowerAscii(name));
+    // Of names that differ in case only one is copied: the display would know only one.
+    std::erase_if(found, [&wanted](const std::string& name) { return wanted.erase(lowerAscii(name)) == 0; });
+    return found;
+}
+
+std::vector<std::string> copyMissingFiles(const std::vector<std::string>& names, const std::string& from,
+                                          const std::string& to) {
+    std::vector<std::string> failed;
+    for (const std::string& name : names)
+        if (!copyMissingFile(systemPath(from) / systemPath(name), systemPath(to) / systemPath(name)))
+            failed.push_back(name);
+    return failed;
+}
+
+} // namespace orvista

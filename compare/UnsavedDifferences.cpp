@@ -1,0 +1,27 @@
+#include "compare/UnsavedDifferences.h"
+
+#include "compare/ProjectComparison.h"
+#include "model/NoMessages.h"
+#include "model/ProjectFile.h"
+
+namespace orvista {
+
+UnsavedDifferences unsavedDifferences(const UnsavedWork& work, const PathRules& paths) {
+    NoMessages messages; // a project file that cannot be read is an answer, too
+    Project saved;
+    UnsavedDifferences differences;
+    differences.isSaved = DocMgrModule::readProjectWithoutWriting(
+        DocMgrModule::projectFilePath(paths, work.project.ProjPath, work.project.ProjName), saved,
+        {paths, messages});
+    if (!differences.isSaved)
+        saved = Project();
+    if (saved.IP != work.project.IP)
+        differences.items.emplace_back(systemPageName);
+    for (const ItemDifference& item : compareItems(saved, work.project))
+        differences.items.push_back(item.item);
+    for (const NotAppliedTexts& item : work.notApplied)
+        differences.notApplied.push_back(item.item);
+    return differences;
+}
+
+} // namespace orvista

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "items/TextSearch.h"
+#include "model/ItemState.h"
+#include "model/Project.h"
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// Replacing a text in the scripts of all messages, place by place.
+namespace orvista {
+
+/// One place where the text stands. Texts are device bytes.
+struct ReplaceHit {
+    std::size_t message = 0; ///< by position
+    std::size_t at = 0;      ///< of the script's bytes
+    std::size_t line = 0;    ///< of the script, from 1
+    std::string before;      ///< the line, or what is around the place in a long one
+    std::string after;       ///< the same with this one place replaced
+    bool operator==(const ReplaceHit&) const = default;
+};
+
+/// More places are not looked for.
+inline constexpr std::size_t maximumReplaceHits = 1000;
+
+struct ReplaceHits {
+    std::vector<ReplaceHit> list; ///< by message and place; none overlap
+    bool isComplete = true;       ///< false where there are more
+};
+
+ReplaceHits findToReplace(const Project& project, const std::string& wanted, std::string_view replacement,
+                          Case letters);
+
+/// What the messages hold once these places are replaced; a message of which nothing is left becomes "CLEAR".
+/// \param hits some of those that were found, in their order, in the same project with the same texts
+std::vector<ItemState> replacedScripts(const Project& project, const std::vector<ReplaceHit>& hits,
+                                       std::size_t length, std::string_view replacement);
+
+} // namespace orvista

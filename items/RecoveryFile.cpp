@@ -1,0 +1,122 @@
+#include "items/RecoveryFile.h"
+
+#include "items/CountedTexts.h"
+#include "model/Numbers.h"
+
+#include <array>
+#include <charconv>
+#include <cstdint>
+
+namespace orvista {
+
+namespace {
+
+constexpr std::string_view firstLine = "orvista-recovery 1\n";
+constexpr std::size_t checksumDigits = 16;
+
+constexpr std::array addresses{&Project::AnalogInput, &Project::DigitalInput, &Project::AlertMessage,
+                               &Project::RegularMessage};
+
+/// Calls `visit` with every text that stands before the addresses.
+template <typename Projects, typename Visit>
+void visitSettings(Projects& project, Visit&& visit) {
+    visit(project.ProjPath);
+    visit(project.ProjName);
+    visit(project.SerialPort);
+    visit(project.IP);
+}
+
+/// The same for those after them.
+template <typename Projects, typename Visit>
+void visitItems(Projects& project, Visit&& visit) {
+    for (auto& variable : project.RegVar) {
+        visit(variable.defaultValue);
+        visit(variable.width);
+        visit(variable.precision);
+    }
+    for (auto& variable : project.CoilVar) {
+        visit(variable.defaultValue);
+        visit(variable.onText);
+        visit(variable.offText);
+    }
+    for (auto& script : project.STDMSG)
+        visit(script);
+    for (auto& script : project.ALTMSG)
+        visit(script);
+}
+
+std::uint64_t checksum(std::string_view bytes) {
+    // The offset basis and the prime of FNV-1a for 64 bits.
+    std::uint64_t sum = 0xcbf29ce484222325;
+    for (const char byte : bytes) {
+        sum ^= static_cast<unsigned char>(byte);
+        sum *= 0x100000001b3;
+    }
+    return sum;
+}
+
+std::string checksumText(std::string_view bytes) {
+    std::array<char, checksumDigits> digits{};
+    const auto written = std::to_chars(digits.data(), digits.data() + digits.size(), checksum(bytes), 16);
+    const std::string text(digits.data(), written.ptr);
+    return std::string(checksumDigits - text.size(), '0') + text;
+}
+
+/// What stands in front of these texts.
+std::string headOf(std::string_view texts) {
+    std::string head(firstLine);
+    head += checksumText(texts);
+    head += '\n';
+    return head;
+}
+
+void readNotApplied(CountedTextReader& reader, std::vector<NotAppliedTexts>& items) {
+    for (std::size_t left = reader.number(maximumNotAppliedItems); left > 0 && !reader.hasFailed(); --left) {
+        NotAppliedTexts& item = items.emplace_back();
+        item.item = reader.text();
+        for (std::size_t texts = reader.number(maximumNotAppliedTexts); texts > 0; --texts)
+            item.texts.emplace_back(reader.text());
+    }
+}
+
+} // namespace
+
+std::string recoveryFrame(std::string_view texts) {
+    std::string bytes = headOf(texts);
+    bytes += texts;
+    return bytes;
+}
+
+std::string recoveryBytes(const Project& project, const std::vector<NotAppliedTexts>& notApplied) {
+    CountedTextWriter writer;
+    const auto add = [&writer](const std::string& text) { writer.add(text); };
+    visitSettings(project, add);
+    for (const auto address : addresses)
+        writer.add(decimalText(project.*address));
+    visitItems(project, add);
+    writer.add(notApplied.size());
+    for (const NotAppliedTexts& item : notApplied) {
+        writer.add(item.item);
+        writer.add(item.texts.size());
+        for (const std::string& text : item.texts)
+            writer.add(text);
+    }
+    return recoveryFrame(writer.bytes());
+}
+
+std::optional<UnsavedWork> readRecovery(std::string_view bytes) {
+    constexpr std::size_t head = firstLine.size() + checksumDigits + 1;
+    if (bytes.size() < head || bytes.substr(0, head) != headOf(bytes.substr(head)))
+        return std::nullopt;
+    CountedTextReader reader(bytes.substr(head));
+    UnsavedWork work;
+    const auto take = [&reader](std::string& text) { text = reader.text(); };
+    visitSettings(work.project, take);
+    for (const auto address : addresses)
+        work.project.*address = reader.number<std::int32_t>();
+    visitItems(work.project, take);
+    readNotApplied(reader, work.notApplied);
+    return reader.isDone() ? std::optional(std::move(work)) : std::nullopt;
+}
+
+} // namespace orvista

@@ -1,0 +1,100 @@
+#include "items/forms/ItemPanel.h"
+
+#include "widgets/ModalDialogs.h"
+#include "widgets/NotAppliedMark.h"
+#include "widgets/SeenDelay.h"
+
+#include <QLineEdit>
+#include <QVBoxLayout>
+
+namespace orvista {
+
+namespace {
+
+constexpr qsizetype longestCell = 200;
+
+} // namespace
+
+QString cellText(const std::string& utf8) {
+    QString text = QString::fromStdString(utf8);
+    if (text.size() > longestCell)
+        text = text.left(longestCell) + u'\u2026';
+    return text;
+}
+
+ItemPanel::ItemPanel(ItemSources sources, QLineEdit* filter, RowsTable* table)
+    : sources_(std::move(sources)), filter_(filter), table_(table), moment_(new SeenDelay(*this, [this] {
+          readNow();
+          readMore();
+      })) {
+    filter_->setPlaceholderText(tr("Filter"));
+    filter_->setClearButtonEnabled(true);
+    auto* const layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, layout->spacing(), 0, 0);
+    layout->addWidget(filter_);
+    layout->addWidget(table_, 1);
+    // From the word to the rows that have it.
+    connect(filter_, &QLineEdit::returnPressed, table_, [this] {
+        table_->setFocus(Qt::OtherFocusReason);
+        if (!table_->selectionModel()->hasSelection())
+            table_->selectRow(0);
+    });
+    connect(table_, &RowsTable::rowActivated, this,
+            [this](int row) { emit placeChosen({item(static_cast<std::size_t>(row))}); });
+    connect(table_, &RowsTable::rowLeft, this, &ItemPanel::rowLeft);
+}
+
+void ItemPanel::follow() {
+    moment_->start();
+    if (isVisible() && !isModalDialogOpen())
+        readNow();
+}
+
+void ItemPanel::readNow() {
+    read();
+    fill();
+}
+
+void ItemPanel::markNotApplied() {
+    if (isVisible())
+        fill();
+}
+
+void ItemPanel::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    readNow();
+}
+
+void ItemPanel::enterFilter() {
+    filter_->setFocus(Qt::ShortcutFocusReason);
+    filter_->selectAll();
+}
+
+void ItemPanel::fill() {
+    const std::vector<std::string> notApplied = sources_.notAppliedItems();
+    std::vector<TableRow> rows;
+    for (std::size_t row = 0; row < count(); ++row) {
+        rows.push_back(cells(row));
+        rows.back().back().text += notAppliedMark(notApplied, item(row));
+    }
+    table_->setRows(std::move(rows));
+}
+
+std::vector<std::string> ItemPanel::names(const std::vector<int>& rows) const {
+    std::vector<std::string> items;
+    items.reserve(rows.size());
+    for (const int row : rows)
+        items.push_back(item(static_cast<std::size_t>(row)));
+    return items;
+}
+
+std::vector<std::string> ItemPanel::selectedItems() const {
+    return names(table_->selectedRows());
+}
+
+std::vector<std::string> ItemPanel::itemsFromSelected() const {
+    const std::vector<int> selected = table_->selectedRows();
+    return selected.empty() ? std::vector<std::string>() : names(table_->rowsFrom(selected.front()));
+}
+
+} // namespace orvista

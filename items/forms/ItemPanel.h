@@ -1,0 +1,85 @@
+#pragma once
+
+#include "check/FolderCheck.h"
+#include "items/MessageDigest.h"
+#include "model/ItemPlace.h"
+#include "widgets/RowsTable.h"
+
+#include <QWidget>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+class QLineEdit;
+
+namespace orvista {
+
+class SeenDelay;
+
+/// What the panels of items are about.
+struct ItemSources {
+    const Project& project;
+    MessageDigests& messages; ///< shared, so that each message is read once
+    FolderCheck& check;       ///< the same
+    /// The names of the items that are shown with an edit that is not applied.
+    std::function<std::vector<std::string>()> notAppliedItems;
+};
+
+/// A panel with a row for each item of a kind, in a fixed order. While it is on the screen it follows the
+/// project's changes; otherwise it does nothing.
+class ItemPanel : public QWidget {
+    Q_OBJECT
+public:
+    /// The project in memory is another, or may be.
+    void follow();
+    /// Marks the rows of items that are not applied.
+    void markNotApplied();
+    /// Puts the cursor into the filter's box.
+    void enterFilter();
+
+    /// The names of the selected items, in the order in which they are shown.
+    std::vector<std::string> selectedItems() const;
+    /// The first of them and all that are shown below it.
+    std::vector<std::string> itemsFromSelected() const;
+    RowsTable& table() { return *table_; }
+
+signals:
+    /// A row was chosen by Enter or a double click.
+    void placeChosen(const orvista::ItemPlace& place);
+    /// The user left the chosen row.
+    void rowLeft();
+
+protected:
+    /// Takes the two widgets, which have their names already, into its layout.
+    ItemPanel(ItemSources sources, QLineEdit* filter, RowsTable* table);
+
+    const ItemSources& sources() const { return sources_; }
+    QLineEdit& filter() { return *filter_; }
+    /// Brings the rows to the screen that item() and cells() tell of.
+    void fill();
+    void showEvent(QShowEvent* event) override;
+
+    /// Reads the project anew.
+    virtual void read() = 0;
+    /// What takes longer, a moment after read().
+    virtual void readMore() {}
+    virtual std::size_t count() const = 0;
+    virtual const std::string& item(std::size_t row) const = 0;
+    /// The last of them may get the notAppliedMark() after it.
+    virtual TableRow cells(std::size_t row) const = 0;
+
+private:
+    void readNow();
+    std::vector<std::string> names(const std::vector<int>& rows) const;
+
+    ItemSources sources_;
+    QLineEdit* filter_;
+    RowsTable* table_;
+    SeenDelay* moment_;
+};
+
+/// A text for a cell, cut where it is very long.
+QString cellText(const std::string& utf8);
+
+} // namespace orvista

@@ -1,0 +1,118 @@
+#include "items/forms/MessagesPanel.h"
+
+#include "items/forms/StillPictures.h"
+#include "widgets/DeviceText.h"
+#include "widgets/FormParts.h"
+#include "widgets/ModalDialogs.h"
+
+#include <QHeaderView>
+#include <QLineEdit>
+
+#include <tuple>
+
+namespace orvista {
+
+namespace {
+
+/// So many bytes of scripts are read at once, which nobody notices; what is left is read in between.
+constexpr std::size_t bytesReadAtOnce = std::size_t{256} * 1024;
+/// In milliseconds.
+constexpr int restUnderDialogs = 300;
+
+enum Column { Name, Address, Reference, Pages, Picture, Text, Variables, Bitmaps, FindingsMark };
+
+} // namespace
+
+MessagesPanel::MessagesPanel(ItemSources given, int columns, std::function<LocalTime()> localTime)
+    : ItemPanel(
+          std::move(given), named<QLineEdit>(QStringLiteral("txtMessagesFilter")),
+          named<RowsTable>(QStringLiteral("tblMessages"),
+                           QStringList{tr("Name"), tr("Address"), tr("Reference"), tr("Pages"), tr("Display"),
+                                       tr("Text"), tr("Variables"), tr("Bitmaps"), tr("Findings")})),
+      columns_(columns),
+      pictures_(new StillPictures(table(), sources().project, sources().check, std::move(localTime))) {
+    filter().setPlaceholderText(tr("Filter (Ctrl+F)"));
+    filter().setAccessibleName(tr("Filter the messages"));
+    filter().setToolTip(tr("Show only messages with this in their name or script"));
+    table().setAccessibleName(tr("Messages"));
+    table().setItemDelegateForColumn(Picture, pictures_);
+    takePictureSize();
+    connect(&filter(), &QLineEdit::textChanged, this, &MessagesPanel::showMatches);
+    connect(&reading_, &QTimer::timeout, this, &MessagesPanel::readOn);
+}
+
+void MessagesPanel::setColumns(int columns) {
+    columns_ = columns;
+    takePictureSize();
+    follow();
+}
+
+void MessagesPanel::takePictureSize() {
+    pictures_->setPanel({columns_});
+    table().setRowHeight(pictures_->rowHeight());
+    table().setColumnWidth(Picture, pictures_->width());
+}
+
+void MessagesPanel::read() {
+    const ItemSources& from = sources();
+    const bool isComplete = from.messages.update(from.project, bytesReadAtOnce);
+    rows_ = messageRows(from.project, from.messages);
+    pictures_->forget();
+    if (!isComplete)
+        reading_.start(0);
+    showMatches();
+}
+
+void MessagesPanel::readOn() {
+    const ItemSources& from = sources();
+    if (!isVisible()) // what is left is read when the panel is shown again
+        return reading_.stop();
+    if (isModalDialogOpen())
+        return reading_.start(restUnderDialogs);
+    if (!from.messages.update(from.project, bytesReadAtOnce))
+        return reading_.start(0);
+    reading_.stop();
+    rows_ = messageRows(from.project, from.messages);
+    showMatches();
+    fill();
+}
+
+void MessagesPanel::readMore() {
+    findings_ = countsByItem(sources().check.check(sources().project, columns_));
+    fill();
+}
+
+void MessagesPanel::showMatches() {
+    const auto wanted = deviceBytes(filter().text());
+    std::vector<bool> shown;
+    if (wanted && !wanted->empty()) {
+        const TextSearch search(*wanted, Case::Folded);
+        for (std::size_t row = 0; row < rows_.size(); ++row)
+            shown.push_back(messageHas(search, rows_[row], messageScript(sources().project, row)));
+    } else if (!wanted) {
+        shown.assign(rows_.size(), false); // no script holds such a character
+    }
+    table().setShownRows(std::move(shown));
+}
+
+TableRow MessagesPanel::cells(std::size_t row) const {
+    const MessageRow& message = rows_.at(row);
+    const auto found = findings_.find(message.name);
+    const FindingCounts counts = found == findings_.end() ? FindingCounts() : found->second;
+    TableRow cells(FindingsMark + 1);
+    cells[Name] = {cellText(message.name), static_cast<int>(row)};
+    cells[Address] = {QString::number(message.address), static_cast<qlonglong>(message.address)};
+    cells[Reference] = {cellText(message.reference)};
+    if (message.isRead)
+        cells[Pages] = {QString::number(message.pages), static_cast<qulonglong>(message.pages)};
+    cells[Text] = {cellText(message.text)};
+    cells[Variables] = {cellText(message.variables)};
+    cells[Bitmaps] = {cellText(message.bitmaps)};
+    cells[FindingsMark] = {cellText(countsText(counts)),
+                           static_cast<qulonglong>(counts.errors * maximumFindings + counts.warnings)};
+    for (TableCell& cell : cells)
+        cell.isFaint = message.isRead && !message.drawsSomething;
+    return cells;
+}
+
+} // namespace orvista

@@ -1,0 +1,79 @@
+#include "items/forms/StillPictures.h"
+
+#include "check/FolderCheck.h"
+#include "display/FirstSight.h"
+#include "items/ProjectMessages.h"
+#include "widgets/RowsTable.h"
+
+#include <QPainter>
+
+namespace orvista {
+
+namespace {
+
+/// A picture is about as wide as this many characters; one of a wide display has a pixel for each dot.
+constexpr int charactersWide = 30;
+/// Around a picture, in pixels.
+constexpr int margin = 3;
+
+} // namespace
+
+StillPictures::StillPictures(RowsTable& table, const Project& project, FolderCheck& folder,
+                             std::function<LocalTime()> localTime)
+    : QStyledItemDelegate(&table),
+      table_(table),
+      project_(project),
+      folder_(folder),
+      localTime_(std::move(localTime)) {}
+
+void StillPictures::setPanel(PanelSize panel) {
+    const double ratio = table_.devicePixelRatioF();
+    const int room = static_cast<int>(charactersWide * table_.fontMetrics().averageCharWidth() * ratio);
+    panel_.emplace(panel, PanelPicture::cellFor(panel, {room, room}));
+    forget();
+}
+
+void StillPictures::forget() {
+    formats_.reset();
+    pictures_.clear();
+}
+
+int StillPictures::width() const {
+    return static_cast<int>(panel_->size().width() / table_.devicePixelRatioF()) + 2 * margin;
+}
+
+int StillPictures::rowHeight() const {
+    const int picture = static_cast<int>(panel_->size().height() / table_.devicePixelRatioF());
+    return std::max(picture, table_.fontMetrics().lineSpacing()) + 2 * margin;
+}
+
+QSize StillPictures::sizeHint(const QStyleOptionViewItem& /*option*/, const QModelIndex& /*index*/) const {
+    return {width(), rowHeight()};
+}
+
+const QPixmap& StillPictures::picture(int row) const {
+    if (!formats_) {
+        formats_ = fieldFormats(project_);
+        values_ = defaultValues(project_);
+        values_.clock = localTime_();
+    }
+    QPixmap& kept = pictures_[row];
+    if (kept.isNull()) {
+        const std::string& script = messageScript(project_, static_cast<std::size_t>(row));
+        kept = QPixmap::fromImage(panel_->image(
+            firstSight(script, panel_->panel(), *formats_, values_, folder_.bitmaps(project_))));
+        kept.setDevicePixelRatio(table_.devicePixelRatioF());
+    }
+    return kept;
+}
+
+void StillPictures::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                          const QModelIndex& index) const {
+    QStyledItemDelegate::paint(painter, option, index); // what shows the selection
+    const QPixmap& shown = picture(table_.rowOf(index));
+    const QSizeF size = shown.deviceIndependentSize();
+    const double y = option.rect.y() + (option.rect.height() - size.height()) / 2;
+    painter->drawPixmap(QPointF(option.rect.x() + margin, y), shown);
+}
+
+} // namespace orvista

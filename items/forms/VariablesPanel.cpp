@@ -1,0 +1,36 @@
+#include "items/forms/VariablesPanel.h"
+
+#include "widgets/FormParts.h"
+
+#include <QLineEdit>
+
+namespace orvista {
+
+VariablesPanel::VariablesPanel(ItemSources sources)
+    : ItemPanel(std::move(sources), named<QLineEdit>(QStringLiteral("txtVariablesFilter")),
+                named<RowsTable>(QStringLiteral("tblVariables"),
+                                 QStringList{tr("Name"), tr("Address"), tr("Reference"), tr("Default"),
+                                             tr("Format"), tr("Used by")})) {
+    filter().setAccessibleName(tr("Filter the variables"));
+    filter().setToolTip(tr("Show only variables with this text in their row"));
+    table().setAccessibleName(tr("Variables"));
+    connect(&filter(), &QLineEdit::textChanged, &table(), &RowsTable::setFilter);
+}
+
+void VariablesPanel::read() {
+    const ItemSources& from = sources();
+    from.messages.update(from.project);
+    rows_ = variableRows(from.project, from.messages);
+}
+
+TableRow VariablesPanel::cells(std::size_t row) const {
+    const VariableRow& variable = rows_.at(row);
+    return {{cellText(variable.name), static_cast<int>(row)},
+            {QString::number(variable.address), static_cast<qlonglong>(variable.address)},
+            {cellText(variable.reference)},
+            {cellText(variable.defaultValue)},
+            {cellText(variable.format)},
+            {cellText(variable.usedBy)}};
+}
+
+} // namespace orvista

@@ -1,0 +1,158 @@
+#include "items/forms/frmReplace.h"
+
+#include "items/ProjectMessages.h"
+#include "widgets/DeviceLineEdit.h"
+#include "widgets/DeviceText.h"
+#include "widgets/FormParts.h"
+#include "widgets/NotAppliedMark.h"
+#include "widgets/RowsTable.h"
+
+#include <QCheckBox>
+#include <QFormLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace orvista {
+
+namespace {
+
+constexpr int tableCharacters = 110;
+constexpr int tableLines = 14;
+
+} // namespace
+
+frmReplace::frmReplace(const Project& project, std::vector<std::string> notApplied, QWidget* parent)
+    : QDialog(parent),
+      project_(project),
+      notApplied_(std::move(notApplied)),
+      txtReplaceFind(named<DeviceLineEdit>(QStringLiteral("txtReplaceFind"))),
+      txtReplaceWith(named<DeviceLineEdit>(QStringLiteral("txtReplaceWith"))),
+      chkReplaceCase(named<QCheckBox>(QStringLiteral("chkReplaceCase"), tr("&Match case"))),
+      tblReplace(named<RowsTable>(QStringLiteral("tblReplace"),
+                                  QStringList{tr("Message"), tr("Line"), tr("Old"), tr("New")})),
+      lblReplace(named<QLabel>(QStringLiteral("lblReplace"))),
+      btnReplaceTickAll(namedButton(QStringLiteral("btnReplaceTickAll"), tr("Tick &All"))),
+      btnReplaceTickNone(namedButton(QStringLiteral("btnReplaceTickNone"), tr("Tick &None"))) {
+    setObjectName(QStringLiteral("frmReplace"));
+    setWindowTitle(tr("Replace in Messages"));
+    buildLayout();
+    for (DeviceLineEdit* const box : {txtReplaceFind, txtReplaceWith})
+        connect(box, &QLineEdit::textChanged, this, &frmReplace::find);
+    connect(chkReplaceCase, &QCheckBox::toggled, this, &frmReplace::find);
+    connect(tblReplace, &RowsTable::ticksChanged, this, &frmReplace::showCount);
+    connect(btnReplaceTickAll, &QPushButton::clicked, this, [this] { tblReplace->setTicks(tickable()); });
+    connect(btnReplaceTickNone, &QPushButton::clicked, this, [this] { tblReplace->setTicks({}); });
+    find();
+}
+
+void frmReplace::buildLayout() {
+    txtReplaceFind->explain(tr("Text to look for in the scripts of all messages"));
+    txtReplaceWith->explain(tr("What stands there afterwards"));
+    chkReplaceCase->setToolTip(tr("Tell capital letters from small ones"));
+    tblReplace->setAccessibleName(tr("Places"));
+    tblReplace->makeTickable();
+    tblReplace->setWordWrap(false);
+    tblReplace->setRowHeight(tblReplace->fontMetrics().lineSpacing() * 3 / 2);
+    tblReplace->setMinimumHeight(tableLines * fontMetrics().lineSpacing());
+    widenTo(tblReplace, tableCharacters);
+    btnReplaceTickAll->setToolTip(tr("Replace all places but those of messages that are not applied"));
+    btnReplaceTickNone->setToolTip(tr("Choose the places one by one"));
+    auto* const boxes = new QFormLayout;
+    auto* const find = labelFor(txtReplaceFind, tr("Find:"));
+    auto* const with = labelFor(txtReplaceWith, tr("Replace with:"));
+    boxes->addRow(find, txtReplaceFind);
+    boxes->addRow(with, txtReplaceWith);
+    boxes->addRow(nullptr, chkReplaceCase);
+    const OkCancelRow buttons(this);
+    btnOK = buttons.btnOK;
+    btnOK->setText(tr("&Replace"));
+    btnOK->setToolTip(tr("Replace the ticked places in one step, which Undo takes back"));
+    buttons.layout->insertWidget(0, btnReplaceTickAll);
+    buttons.layout->insertWidget(1, btnReplaceTickNone);
+    connect(btnOK, &QPushButton::clicked, this, &frmReplace::btnOK_Click);
+    connect(buttons.btnCancel, &QPushButton::clicked, this, &frmReplace::reject);
+
+    auto* const layout = new QVBoxLayout(this);
+    layout->addLayout(boxes);
+    layout->addWidget(tblReplace, 1);
+    layout->addWidget(lblReplace);
+    layout->addLayout(buttons.layout);
+    setTabOrder(tblReplace, btnReplaceTickAll);
+    setTabOrder(btnReplaceTickAll, btnReplaceTickNone);
+    setTabOrder(btnReplaceTickNone, btnOK);
+    setTabOrder(btnOK, buttons.btnCancel);
+    txtReplaceFind->setFocus();
+}
+
+void frmReplace::find() {
+    hits_ = findToReplace(project_, txtReplaceFind->bytes(), txtReplaceWith->bytes(),
+                          chkReplaceCase->isChecked() ? Case::Matters : Case::Folded);
+    std::vector<TableRow> rows;
+    for (const ReplaceHit& hit : hits_.list) {
+        const std::string message = messageName(hit.message);
+        rows.push_back({{QString::fromStdString(message), static_cast<int>(rows.size())},
+                        {QString::number(hit.line), static_cast<qulonglong>(hit.line)},
+                        {shownLine(hit.before)},
+                        {shownLine(hit.after) + notAppliedMark(notApplied_, message)}});
+    }
+    tblReplace->setRows(std::move(rows));
+    tblReplace->setTicks(tickable());
+    showCount();
+}
+
+std::vector<bool> frmReplace::tickable() const {
+    std::vector<bool> free;
+    for (const ReplaceHit& hit : hits_.list)
+        free.push_back(std::ranges::find(notApplied_, messageName(hit.message)) == notApplied_.end());
+    return free;
+}
+
+std::vector<ReplaceHit> frmReplace::tickedHits() const {
+    std::vector<ReplaceHit> ticked;
+    for (std::size_t row = 0; row < hits_.list.size(); ++row)
+        if (tblReplace->ticks().at(row))
+            ticked.push_back(hits_.list[row]);
+    return ticked;
+}
+
+void frmReplace::showCount() {
+    const auto& ticks = tblReplace->ticks();
+    const auto ticked = std::count(ticks.begin(), ticks.end(), true);
+    const std::size_t found = hits_.list.size();
+    if (found == 0)
+        lblReplace->setText(txtReplaceFind->text().isEmpty() ? QString() : tr("Not found"));
+    else if (!hits_.isComplete)
+        lblReplace->setText(tr("The first %1 places, %2 ticked").arg(found).arg(ticked));
+    else if (found == 1)
+        lblReplace->setText(tr("1 place, %1 ticked").arg(ticked));
+    else
+        lblReplace->setText(tr("%1 places, %2 ticked").arg(found).arg(ticked));
+    btnOK->setEnabled(ticked > 0);
+}
+
+void frmReplace::keyPressEvent(QKeyEvent* event) {
+    const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    // Enter after the word to look for is not the wish to replace it by nothing.
+    if (isEnter && focusWidget() == txtReplaceFind)
+        txtReplaceWith->setFocus(Qt::TabFocusReason);
+    else
+        QDialog::keyPressEvent(event);
+}
+
+void frmReplace::btnOK_Click() {
+    Replaced =
+        replacedScripts(project_, tickedHits(), txtReplaceFind->bytes().size(), txtReplaceWith->bytes());
+    IsCanceled = false;
+    accept();
+}
+
+void frmReplace::reject() {
+    IsCanceled = true;
+    QDialog::reject();
+}
+
+} // namespace orvista

@@ -1,0 +1,91 @@
+#include "link/forms/FleetProcess.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <utility>
+
+namespace orvista {
+
+namespace {
+
+/// A program that has nothing more to wait for ends at once; this is for a machine that is very busy.
+constexpr int patienceMilliseconds = 10'000;
+
+QString text(const QJsonObject& object, const char* field) {
+    return object.value(QLatin1String(field)).toString();
+}
+
+int number(const QJsonObject& object, const char* field) {
+    return object.value(QLatin1String(field)).toInt();
+}
+
+} // namespace
+
+FleetProcess::FleetProcess(QObject* parent) : QObject(parent) {
+    connect(&process_, &QProcess::readyReadStandardOutput, this, &FleetProcess::takeLines);
+    connect(&process_, &QProcess::finished, this, &FleetProcess::end);
+    connect(&process_, &QProcess::errorOccurred, this, [this](QProcess::ProcessError error) {
+        if (error == QProcess::FailedToStart) // nothing will finish
+            end();
+    });
+}
+
+FleetProcess::~FleetProcess() {
+    process_.disconnect(this);
+    stopNow();
+}
+
+void FleetProcess::start(const QString& program, const QStringList& arguments) {
+    results_.clear();
+    isStarted_ = true;
+    process_.start(program, arguments);
+}
+
+void FleetProcess::stop() {
+    process_.closeWriteChannel();
+}
+
+void FleetProcess::stopNow() {
+    stop();
+    if (!isRunning() || process_.waitForFinished(patienceMilliseconds))
+        return;
+    process_.kill();
+    process_.waitForFinished(patienceMilliseconds);
+}
+
+void FleetProcess::takeLines() {
+    while (process_.canReadLine()) {
+        const QJsonObject object = QJsonDocument::fromJson(process_.readLine()).object();
+        if (object.contains(QLatin1String("results")))
+            takeResults(object);
+        else
+            emit changed({text(object, "name").toStdString(), text(object, "state"), text(object, "file"),
+                          number(object, "files"), number(object, "of"), text(object, "reason")});
+    }
+}
+
+void FleetProcess::takeResults(const QJsonObject& document) {
+    for (const QJsonValue value : document.value(QLatin1String("results")).toArray()) {
+        const QJsonObject result = value.toObject();
+        const auto outcome = outcomeOfWord(text(result, "result").toStdString());
+        results_.push_back({text(result, "name").toStdString(),
+                            text(result, "address").toStdString(),
+                            {outcome.value_or(FleetOutcome::Failed), text(result, "reason").toStdString(),
+                             static_cast<std::size_t>(number(result, "files"))},
+                            result.value(QLatin1String("seconds")).toDouble()});
+    }
+}
+
+void FleetProcess::end() {
+    if (!std::exchange(isStarted_, false))
+        return;
+    takeLines();
+    QString complaint = QString::fromUtf8(process_.readAllStandardError()).trimmed();
+    if (complaint.isEmpty() && results_.empty())
+        complaint = process_.errorString();
+    emit ended(results_, complaint);
+}
+
+} // namespace orvista

@@ -1,0 +1,248 @@
+#include "link/forms/frmSeveralDisplays.h"
+
+#include "link/ProjectSnapshot.h"
+#include "model/FileReplacing.h"
+#include "model/Files.h"
+#include "model/PathRules.h"
+#include "model/People.h"
+#include "model/Project.h"
+#include "model/ScratchFolder.h"
+#include "sheets/FleetSheet.h"
+#include "widgets/FileChoice.h"
+#include "widgets/FormParts.h"
+#include "widgets/PathText.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QClipboard>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include <filesystem>
+#include <optional>
+#include <system_error>
+
+namespace orvista {
+
+namespace {
+
+constexpr int tableCharacters = 130;
+constexpr int tableLines = 16;
+/// Many displays tell of a file every few milliseconds; nobody reads faster than this.
+constexpr int refreshMilliseconds = 100;
+/// So many errors of a list fit into a box.
+constexpr std::size_t mostErrorsShown = 10;
+
+QString errorsText(const SheetErrors& errors, const QString& source) {
+    QStringList lines{source};
+    const auto sorted = errors.sorted();
+    for (std::size_t i = 0; i < std::min(sorted.size(), mostErrorsShown); ++i)
+        lines << QString::fromStdString(errorText(sorted[i]));
+    if (errors.count() > mostErrorsShown)
+        lines << QObject::tr("and %1 more").arg(errors.count() - mostErrorsShown);
+    return lines.join(u'\n');
+}
+
+} // namespace
+
+frmSeveralDisplays::frmSeveralDisplays(Work work, QWidget* parent)
+    : QDialog(parent),
+      work_(std::move(work)),
+      tblDisplays(named<RowsTable>(QStringLiteral("tblDisplays"), FleetRows::heads())),
+      chkSkipEqual(named<QCheckBox>(QStringLiteral("chkSkipEqual"), tr("S&kip Equal"))) {
+    setObjectName(QStringLiteral("frmSeveralDisplays"));
+    setWindowTitle(tr("Upload to Several Displays"));
+    buildLayout();
+    refresh_.setSingleShot(true);
+    refresh_.setInterval(refreshMilliseconds);
+    connect(&refresh_, &QTimer::timeout, this, &frmSeveralDisplays::showRows);
+    connect(&process_, &FleetProcess::changed, this, [this](const FleetProcess::State& state) {
+        rows_.note(state);
+        if (!refresh_.isActive())
+            refresh_.start();
+    });
+    connect(&process_, &FleetProcess::ended, this, &frmSeveralDisplays::processEnded);
+    showRows();
+    enableButtons();
+}
+
+frmSeveralDisplays::~frmSeveralDisplays() {
+    process_.disconnect(this);
+    process_.stopNow();
+}
+
+QPushButton* frmSeveralDisplays::button(const char* name, const QString& caption, const QString& toolTip,
+                                        void (frmSeveralDisplays::*click)()) {
+    QPushButton* const made = namedButton(QString::fromLatin1(name), caption, this);
+    made->setToolTip(toolTip);
+    connect(made, &QPushButton::clicked, this, click);
+    return made;
+}
+
+void frmSeveralDisplays::buildLayout() {
+    using Form = frmSeveralDisplays;
+    tblDisplays->setMinimumHeight(tableLines * fontMetrics().lineSpacing());
+    widenTo(tblDisplays, tableCharacters);
+    chkSkipEqual->setToolTip(tr("Send nothing to displays that have the project already"));
+    btnLoad = button("btnLoad", tr("&Load List…"),
+                     tr("A table with the columns name, address, port, project"), &Form::btnLoad_Click);
+    btnPaste = button("btnPaste", tr("&Paste List"), tr("The same from the clipboard, with its head line"),
+                      &Form::btnPaste_Click);
+    btnStart =
+        button("btnStart", tr("&Start"), tr("Send to all displays of the list"), &Form::btnStart_Click);
+    btnStop = button("btnStop", tr("S&top"), tr("End all transfers; the table tells what is half done"),
+                     &Form::btnStop_Click);
+    btnAgain = button("btnAgain", tr("&Failed Ones Again"), tr("Send to those that failed or are half done"),
+                      &Form::btnAgain_Click);
+    btnReport =
+        button("btnReport", tr("Save &Report…"), tr("Write the results as a table"), &Form::btnReport_Click);
+    btnCancel = button("btnCancel", tr("Close"), tr("Ends what is still running"), &Form::reject);
+    lblDisplays = labelFor(tblDisplays, {});
+    lblDisplays->setObjectName(QStringLiteral("lblDisplays"));
+    tblDisplays->setAccessibleName(tr("Displays"));
+
+    auto* const above = new QHBoxLayout;
+    above->addWidget(btnLoad);
+    above->addWidget(btnPaste);
+    above->addWidget(lblDisplays, 1);
+    auto* const below = new QHBoxLayout;
+    for (QWidget* const widget : {static_cast<QWidget*>(chkSkipEqual), static_cast<QWidget*>(btnStart),
+                                  static_cast<QWidget*>(btnStop), static_cast<QWidget*>(btnAgain)})
+        below->addWidget(widget);
+    below->addStretch(1);
+    below->addWidget(btnReport);
+    below->addWidget(btnCancel);
+    auto* const layout = new QVBoxLayout(this);
+    layout->addLayout(above);
+    layout->addWidget(tblDisplays, 1);
+    layout->addLayout(below);
+}
+
+void frmSeveralDisplays::btnLoad_Click() {
+    const auto file = chooseFileToRead(
+        {tr("Load List"), {tr("Table (*.csv)"), tr("All files (*)")}, work_.project.ProjPath}, this);
+    if (!file)
+        return;
+    const std::string& path = file->path;
+    try {
+        const auto parts = PathRules::native().split(PathRules::native().nativeForm(path));
+        takeList(sheetBytes(path), parts ? parts->folder : std::string(), shownPath(path));
+    } catch (const std::system_error& failure) {
+        work_.messages.show(MessageIcon::Exclamation, path + ": " + failure.code().message());
+    }
+}
+
+void frmSeveralDisplays::btnPaste_Click() {
+    takeList(QApplication::clipboard()->text().toStdString(), work_.project.ProjPath, tr("The clipboard"));
+}
+
+void frmSeveralDisplays::takeList(const std::string& bytes, const std::string& folder,
+                                  const QString& source) {
+    SheetErrors errors;
+    auto displays = readFleetSheet(bytes, {folder, work_.projectFile, true}, errors);
+    if (!errors.none())
+        return work_.messages.show(MessageIcon::Exclamation, errorsText(errors, source).toStdString());
+    rows_ = FleetRows(std::move(displays));
+    showRows();
+    enableButtons();
+    btnStart->setFocus();
+}
+
+void frmSeveralDisplays::btnStart_Click() {
+    start(rows_.displays());
+}
+
+void frmSeveralDisplays::btnAgain_Click() {
+    start(rows_.failed());
+}
+
+void frmSeveralDisplays::btnStop_Click() {
+    process_.stop();
+    disableUsed(btnStop, tblDisplays);
+}
+
+void frmSeveralDisplays::start(const std::vector<FleetDisplay>& displays) {
+    try {
+        scratch_ = std::make_unique<ScratchFolder>();
+        QStringList arguments{QStringLiteral("upload"), QStringLiteral("--list"),
+                              shownPath(writeList(displays)), QStringLiteral("--json"),
+                              QStringLiteral("--until-input-ends")};
+        if (chkSkipEqual->isChecked())
+            arguments << QStringLiteral("--skip-equal");
+        rows_.begin(displays);
+        process_.start(shownPath(work_.program), arguments);
+    } catch (const std::system_error& failure) {
+        work_.messages.show(MessageIcon::Exclamation, failure.what());
+    }
+    showRows();
+    enableButtons();
+    if (process_.isRunning())
+        btnStop->setFocus();
+}
+
+std::string frmSeveralDisplays::writeList(const std::vector<FleetDisplay>& displays) {
+    const PathRules paths = PathRules::native();
+    const std::string folder = paths.join(scratch_->path(), "project");
+    std::filesystem::create_directory(systemPath(folder));
+    const std::string copy = writeSnapshot(work_.project, folder);
+    std::vector<FleetDisplay> sent = displays;
+    for (FleetDisplay& display : sent) {
+        if (display.project == work_.projectFile)
+            display.project = copy;
+    }
+    std::string list = paths.join(scratch_->path(), "displays.csv");
+    FileSink sink(list);
+    sink.write(fleetSheet(sent));
+    sink.close();
+    return list;
+}
+
+void frmSeveralDisplays::processEnded(const std::vector<FleetResult>& results, const QString& complaint) {
+    rows_.finish(results, complaint);
+    scratch_.reset();
+    showRows();
+    if (results.empty())
+        work_.messages.show(MessageIcon::Exclamation, complaint.toStdString());
+    const bool wasAtStop = btnStop->hasFocus();
+    enableButtons();
+    if (wasAtStop)
+        (btnAgain->isEnabled() ? btnAgain : btnCancel)->setFocus();
+}
+
+void frmSeveralDisplays::btnReport_Click() {
+    const auto file =
+        chooseFileToWrite({tr("Save Report"), {tr("Table (*.csv)")}, work_.project.ProjPath}, this);
+    if (!file)
+        return;
+    const std::string& path = file->path;
+    try {
+        replaceFile(path, fleetReport(rows_.results()));
+    } catch (const std::system_error& failure) {
+        work_.messages.show(MessageIcon::Exclamation, path + ": " + failure.code().message());
+    }
+}
+
+void frmSeveralDisplays::reject() {
+    process_.stopNow();
+    QDialog::reject();
+}
+
+void frmSeveralDisplays::showRows() {
+    tblDisplays->setRows(rows_.table());
+    lblDisplays->setText(rows_.isEmpty() ? tr("Load or paste a list of displays.") : rows_.summary());
+}
+
+void frmSeveralDisplays::enableButtons() {
+    const bool runs = process_.isRunning();
+    for (QWidget* const widget : {static_cast<QWidget*>(btnLoad), static_cast<QWidget*>(btnPaste),
+                                  static_cast<QWidget*>(chkSkipEqual)})
+        widget->setEnabled(!runs);
+    btnStart->setEnabled(!runs && !rows_.isEmpty());
+    btnStop->setEnabled(runs);
+    btnAgain->setEnabled(!runs && !rows_.failed().empty());
+    btnReport->setEnabled(!runs && !rows_.results().empty());
+}
+
+} // namespace orvista

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "script/ScriptPage.h"
+
+#include <string>
+#include <vector>
+
+namespace orvista {
+
+/// The bitmaps that pages name, as written (Windows-1252), each once whatever its ASCII case.
+std::vector<std::string> bitmapNames(const std::vector<ScriptPage>& pages);
+
+} // namespace orvista

@@ -1,0 +1,201 @@
+#include "script/ScriptCommands.h"
+
+#include "model/ItemKind.h"
+#include "model/Text.h"
+
+#include <string>
+#include <utility>
+
+namespace orvista {
+
+namespace {
+
+constexpr std::pair<std::string_view, Effect> effects[] = {{"GO-LEFT", Effect::Left},
+                                                           {"GO-RIGHT", Effect::Right},
+                                                           {"GO-UP", Effect::Up},
+                                                           {"GO-DOWN", Effect::Down},
+                                                           {"FADE", Effect::Fade}};
+
+using Element = std::optional<ScriptElement>;
+using Step = std::optional<ScriptStep>;
+
+/// The variable's name with any number.
+bool namesVariable(std::string_view word, const ItemKind& kind) {
+    return startsWithIgnoringCase(word, kind.word) &&
+           GenenalModule::IsAllDigits(word.substr(kind.word.size()));
+}
+
+class Command {
+public:
+    Command(std::size_t line, ScriptWords& words) : words_(words) {
+        source_.line = line;
+        source_.command = words.column();
+        name_ = words.word();
+    }
+
+    ScriptCommand perform();
+
+private:
+    ScriptCommand drawn();
+    Element text(LedFont font);
+    Element image();
+    ScriptCommand variable(LedFont font);
+    Element clock(LedFont font, LiveValue value);
+    /// x y fg bg, as every drawing command has them.
+    std::optional<Placement> placement();
+
+    Step effect(StepKind kind);
+    Step act();
+
+    template <typename Part>
+    static ScriptCommand orBadArgument(std::optional<Part> part) {
+        return part ? ScriptCommand(std::move(*part)) : RemarkReason::BadArgument;
+    }
+
+    ScriptWords& words_;
+    ScriptSource source_;
+    std::string_view name_;
+};
+
+ScriptCommand Command::perform() {
+    if (equalsIgnoringCase(name_, clearScript))
+        return ClearPage{};
+    if (equalsIgnoringCase(name_, "IN"))
+        return orBadArgument(effect(StepKind::Enter));
+    if (equalsIgnoringCase(name_, "OUT"))
+        return orBadArgument(effect(StepKind::Leave));
+    if (equalsIgnoringCase(name_, "ACT"))
+        return orBadArgument(act());
+    return drawn();
+}
+
+ScriptCommand Command::drawn() {
+    std::string_view command = name_;
+    if (equalsIgnoringCase(command, "IMG"))
+        return orBadArgument(image());
+    LedFont font = LedFont::Large8x15;
+    // The small font's commands are the large one's with an S after them.
+    if (endsWithIgnoringCase(command, "S")) {
+        font = LedFont::Small5x7;
+        command.remove_suffix(1);
+    }
+    if (equalsIgnoringCase(command, "TEXT"))
+        return orBadArgument(text(font));
+    if (equalsIgnoringCase(command, "DISPVAR"))
+        return variable(font);
+    if (equalsIgnoringCase(command, "TIME"))
+        return orBadArgument(clock(font, LiveValue::Time));
+    if (equalsIgnoringCase(command, "DATE"))
+        return orBadArgument(clock(font, LiveValue::Date));
+    return RemarkReason::UnknownCommand;
+}
+
+std::optional<Placement> Command::placement() {
+    const auto x = words_.coordinate(ScriptArgument::X);
+    const auto y = words_.coordinate(ScriptArgument::Y);
+    const auto foreground = words_.colour(ScriptArgument::Foreground);
+    source_.background = words_.column();
+    const auto background = words_.colour(ScriptArgument::Background);
+    source_.content = words_.column();
+    if (!x || !y || !foreground || !background)
+        return std::nullopt;
+    return Placement{*x, *y, *foreground, *background};
+}
+
+Element Command::text(LedFont font) {
+    const auto placement = this->placement();
+    const auto text = words_.quoted();
+    if (!placement || !text)
+        return std::nullopt;
+    ++source_.content; // after the quote
+    return TextElement{*placement, font, std::string(*text), source_};
+}
+
+Element Command::image() {
+    const auto placement = this->placement();
+    const std::string_view name = words_.rest();
+    if (name.empty())
+        words_.refuse(ScriptArgument::FileName, words_.column(), name);
+    if (!placement || name.empty())
+        return std::nullopt;
+    return ImageElement{*placement, std::string(name), nullptr, source_};
+}
+
+ScriptCommand Command::variable(LedFont font) {
+    const auto placement = this->placement();
+    const std::string_view word = words_.word();
+    const auto floatIndex = floatVariables.indexOfName(word);
+    const auto booleanIndex = booleanVariables.indexOfName(word);
+    const bool isOutOfRange = !floatIndex && !booleanIndex &&
+                              (namesVariable(word, floatVariables) || namesVariable(word, booleanVariables));
+    if (!floatIndex && !booleanIndex)
+        words_.refuse(ScriptArgument::Variable, source_.content, word);
+    if (placement && isOutOfRange)
+        return RemarkReason::VariableRange;
+    if (words_.wrong())
+        return RemarkReason::BadArgument;
+    if (floatIndex)
+        return FieldElement{*placement, font, LiveValue::Float, *floatIndex, source_};
+    return FieldElement{*placement, font, LiveValue::Boolean, *booleanIndex, source_};
+}
+
+Element Command::clock(LedFont font, LiveValue value) {
+    const auto placement = this->placement();
+    if (!placement)
+        return std::nullopt;
+    source_.content = source_.command;
+    return FieldElement{*placement, font, value, 0, source_};
+}
+
+Step Command::effect(StepKind kind) {
+    const std::size_t start = words_.column();
+    const std::string_view word = words_.word();
+    for (const auto& [name, effect] : effects) {
+        if (!equalsIgnoringCase(word, name))
+            continue;
+        const std::size_t pixelsStart = words_.column();
+        const auto pixels =
+            effect == Effect::Fade ? 1 : words_.number(ScriptArgument::Pixels, maximumCoordinate);
+        // A step of no dots would never arrive.
+        if (pixels == 0)
+            words_.refuse(ScriptArgument::Pixels, pixelsStart, "0");
+        const auto speed = words_.number(ScriptArgument::Speed, maximumStepMilliseconds);
+        if (words_.wrong())
+            return std::nullopt;
+        return ScriptStep{.kind = kind, .effect = effect, .pixels = *pixels, .milliseconds = *speed};
+    }
+    words_.refuse(ScriptArgument::Effect, start, word);
+    return std::nullopt;
+}
+
+Step Command::act() {
+    const std::size_t start = words_.column();
+    const std::string_view word = words_.word();
+    if (equalsIgnoringCase(word, "STILL")) {
+        if (const auto hold = words_.number(ScriptArgument::Hold, maximumHold))
+            return ScriptStep{.kind = StepKind::Still, .milliseconds = *hold};
+    } else if (equalsIgnoringCase(word, "BLINK")) {
+        const auto count = words_.number(ScriptArgument::BlinkCount, maximumBlinks);
+        const auto half = words_.number(ScriptArgument::BlinkTime, maximumStepMilliseconds);
+        if (count && half)
+            return ScriptStep{.kind = StepKind::Blink, .milliseconds = *half, .count = *count};
+    } else {
+        words_.refuse(ScriptArgument::Act, start, word);
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+std::string_view effectName(Effect effect) {
+    for (const auto& [name, named] : effects)
+        if (named == effect)
+            return name;
+    return {};
+}
+
+ScriptCommand scriptCommand(std::size_t line, ScriptWords& words) {
+    return Command(line, words).perform();
+}
+
+} // namespace orvista

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "script/ScriptPage.h"
+#include "script/ScriptWords.h"
+
+#include <optional>
+#include <string_view>
+#include <variant>
+
+/// One line of a script, as a value.
+namespace orvista {
+
+/// Why a line does nothing.
+enum class RemarkReason {
+    UnknownCommand,
+    BadArgument,   ///< a word is missing, or is not what it should be
+    VariableRange, ///< a variable of a number that there is not
+    PageFull       ///< the page has maximumElementsOfAPage already
+};
+
+struct ClearPage {};
+
+/// What a line does; the reason when that is nothing. `words` then knows which word was wrong.
+using ScriptCommand = std::variant<ClearPage, ScriptElement, ScriptStep, RemarkReason>;
+
+/// As scripts write it: "GO-LEFT".
+std::string_view effectName(Effect effect);
+
+/// \param line its number, from 1
+/// \param words of a line that is not blank, none of them taken yet
+ScriptCommand scriptCommand(std::size_t line, ScriptWords& words);
+
+} // namespace orvista

@@ -1,0 +1,89 @@
+#pragma once
+
+#include "script/Styles.h"
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <variant>
+#include <vector>
+
+/// What a message script says, as values.
+namespace orvista {
+
+struct LedImage;
+
+/// Where on the panel something is drawn, in dots from the top left, and in which colours. Text fills the
+/// whole of its cells with the background colour.
+struct Placement {
+    int x = 0;
+    int y = 0;
+    Led foreground = Led::Off;
+    Led background = Led::Off;
+    bool operator==(const Placement&) const = default;
+};
+
+/// Where in the script an element stands. Lines and columns count from 1, columns in bytes.
+struct ScriptSource {
+    std::size_t line = 0;
+    std::size_t command = 0;    ///< column of the command's word
+    std::size_t background = 0; ///< of the background colour
+    std::size_t content = 0; ///< of the text's first character, the file name or the variable; of the command
+                             ///< for time and date
+    bool operator==(const ScriptSource&) const = default;
+};
+
+struct TextElement {
+    Placement placement;
+    LedFont font = LedFont::Large8x15;
+    std::string text; ///< Windows-1252
+    ScriptSource source;
+};
+
+struct ImageElement {
+    Placement placement;
+    std::string name;
+    std::shared_ptr<const LedImage> image; ///< looked up when a programme is made; none draws nothing
+    ScriptSource source;
+};
+
+enum class LiveValue { Float, Boolean, Time, Date };
+
+struct FieldElement {
+    Placement placement;
+    LedFont font = LedFont::Large8x15;
+    LiveValue value = LiveValue::Float;
+    std::size_t index = 0; ///< of the variable, from 0
+    ScriptSource source;
+};
+
+using ScriptElement = std::variant<TextElement, ImageElement, FieldElement>;
+
+inline const ScriptSource& sourceOf(const ScriptElement& element) {
+    return std::visit([](const auto& drawn) -> const ScriptSource& { return drawn.source; }, element);
+}
+
+inline const Placement& placementOf(const ScriptElement& element) {
+    return std::visit([](const auto& drawn) -> const Placement& { return drawn.placement; }, element);
+}
+
+enum class StepKind { Enter, Still, Blink, Leave };
+
+/// One stretch of time of a page.
+struct ScriptStep {
+    StepKind kind = StepKind::Still;
+    Effect effect = Effect::Fade; ///< Enter and Leave
+    int pixels = 1;               ///< dots moved at once
+    int milliseconds = 0;         ///< of one move or fade level; of the whole for Still; of half a blink
+    int count = 0;                ///< blinks
+    std::size_t elementCount = 0; ///< how many of the page's elements had been drawn by then
+};
+
+/// What is drawn between two clearings of the panel, and when it is seen.
+struct ScriptPage {
+    std::size_t firstLine = 0; ///< of the script, from 1
+    std::vector<ScriptElement> elements;
+    std::vector<ScriptStep> steps;
+};
+
+} // namespace orvista

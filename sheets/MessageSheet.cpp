@@ -1,0 +1,215 @@
+#include "sheets/MessageSheet.h"
+
+#include "check/ProjectCheck.h"
+#include "items/ProjectMessages.h"
+#include "model/Files.h"
+#include "model/Numbers.h"
+#include "model/Text.h"
+#include "model/Windows1252.h"
+#include "sheets/PageColumns.h"
+#include "sheets/PageForms.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace orvista {
+
+namespace {
+
+namespace columns = pageColumns;
+
+/// More pages than any device shows in a day; a larger number is a slip.
+constexpr std::size_t maximumPageNumber = 1'000'000;
+
+std::string scriptCell(std::string_view script) {
+    return withWholeLineEnds(utf8FromWindows1252(script));
+}
+
+void appendPages(std::string& csv, const std::string& name, const std::string& script,
+                 const FieldFormats& formats) {
+    const auto forms = pageForms(script, formats);
+    if (!forms) {
+        std::vector<std::string> row(columns::Count);
+        row[columns::Message] = name;
+        row[columns::Script] = scriptCell(script);
+        return appendRecord(csv, row);
+    }
+    for (std::size_t page = 0; page < forms->size(); ++page) {
+        std::vector<std::string> row = columns::cells((*forms)[page]);
+        row[columns::Message] = name;
+        row[columns::Page] = decimalText(page + 1);
+        appendRecord(csv, row);
+    }
+}
+
+/// A row that is kept until all rows of its message are there.
+struct PageRow {
+    std::size_t page;
+    std::size_t row;
+    MessageForm form;
+};
+
+struct MessageRows {
+    std::vector<PageRow> pages;
+    std::string script;        ///< device bytes
+    std::size_t scriptRow = 0; ///< 0: none
+    bool hasErrors = false;
+};
+
+class MessageImport {
+public:
+    MessageImport(std::string_view bytes, const Project& project)
+        : project_(project), sheet_(bytes, columns::names, result_.errors) {}
+
+    SheetImport run() {
+        if (hasItsColumns())
+            while (sheet_.next())
+                takeRow();
+        for (std::size_t position = 0; position < messageCount; ++position)
+            finish(position);
+        if (!result_.errors.none())
+            result_.changes.clear();
+        return std::move(result_);
+    }
+
+private:
+    bool hasItsColumns() {
+        if (!sheet_.hasHead())
+            return false;
+        bool hasPages = false;
+        for (std::size_t column = columns::Page; column < columns::Script; ++column)
+            hasPages = hasPages || sheet_.has(column);
+        return sheet_.needs(columns::Message) && sheet_.needs(hasPages ? columns::Page : columns::Script);
+    }
+
+    void takeRow() {
+        const std::string name(trimBlanks(sheet_.cell(columns::Message)));
+        const auto position = messagePosition(name);
+        if (!position)
+            return sheet_.fail(columns::Message, quotedForMessage(name) +
+                                                     " is not a message; there are STDMSG1 to "
+                                                     "STDMSG40 and ALTMSG1 to ALTMSG20");
+        const std::size_t errorsBefore = result_.errors.count();
+        const bool isPage = sheet_.has(columns::Page) && sheet_.cell(columns::Script).empty();
+        if (isPage)
+            takePage(messageName(*position), rows_[*position]);
+        else
+            takeScript(messageName(*position), rows_[*position]);
+        if (result_.errors.count() > errorsBefore)
+            rows_[*position].hasErrors = true;
+    }
+
+    void takePage(const std::string& name, MessageRows& rows) {
+        const auto page = wholeNumber(sheet_.cell(columns::Page), 1, maximumPageNumber);
+        const auto form = columns::form(sheet_);
+        if (!page)
+            return sheet_.fail(columns::Page, quotedForMessage(sheet_.cell(columns::Page)) +
+                                                  " is not the number of a page, from 1");
+        if (rows.scriptRow > 0)
+            return sheet_.fail(columns::Page,
+                               name + " has its whole script in row " + decimalText(rows.scriptRow));
+        if (form)
+            rows.pages.push_back({*page, sheet_.row(), *form});
+    }
+
+    void takeScript(const std::string& name, MessageRows& rows) {
+        if (columns::describesPage(sheet_))
+            return sheet_.fail(columns::Script, "a row is a page or a whole script, not both");
+        if (rows.scriptRow > 0)
+            return sheet_.fail(columns::Message,
+                               name + " stands in row " + decimalText(rows.scriptRow) + " already");
+        if (!rows.pages.empty())
+            return sheet_.fail(columns::Script, name + " has a page in row " +
+                                                    decimalText(rows.pages.front().row) + " already");
+        rows.scriptRow = sheet_.row();
+        const auto script = deviceText(sheet_, columns::Script);
+        rows.script = script ? withWholeLineEnds(*script) : "";
+        if (rows.script.empty())
+            rows.script = clearScript;
+        reportWhatNoFileKeeps(name, rows.script);
+    }
+
+    /// A project file cannot hold such a script: opening it again would move or cut messages.
+    void reportWhatNoFileKeeps(const std::string& name, const std::string& script) {
+        for (const Finding& finding :
+             checkMessage(name, script, project_, NoBitmaps(), PanelSize::maximumColumns).list)
+            if (finding.code == "reserved-line" || finding.code == "lost-message")
+                sheet_.fail(columns::Script,
+                            (finding.line > 0 ? "line " + decimalText(finding.line) + ": " : "") +
+                                finding.text);
+    }
+
+    void finish(std::size_t position) {
+        MessageRows& rows = rows_[position];
+        const std::string& before = messageScript(project_, position);
+        if (rows.hasErrors || (rows.pages.empty() && rows.scriptRow == 0))
+            return;
+        if (rows.scriptRow > 0) {
+            const bool bothEmpty = before.empty() && rows.script == clearScript;
+            if (before != rows.script && !bothEmpty)
+                result_.changes.push_back({messageName(position), "script", before, rows.script});
+            return;
+        }
+        if (!arePagesInOrder(messageName(position), rows.pages))
+            return;
+        std::vector<MessageForm> forms;
+        for (PageRow& page : rows.pages)
+            forms.push_back(std::move(page.form));
+        std::string built = builtScript(forms);
+        if (saySame(built, before))
+            return;
+        // The empty message has no line end.
+        if (saySame(built, clearScript))
+            built = clearScript;
+        result_.changes.push_back({messageName(position), "script", before, std::move(built)});
+    }
+
+    /// Sorts the pages.
+    bool arePagesInOrder(const std::string& name, std::vector<PageRow>& pages) {
+        std::ranges::stable_sort(pages, {}, &PageRow::page);
+        for (std::size_t i = 0; i < pages.size(); ++i) {
+            const bool isTwice = i > 0 && pages[i].page == pages[i - 1].page;
+            if (!isTwice && pages[i].page == i + 1)
+                continue;
+            result_.errors.add(pages[i].row, columns::names[columns::Page],
+                               isTwice ? "page " + decimalText(pages[i].page) + " of " + name +
+                                             " stands in row " + decimalText(pages[i - 1].row) + " already"
+                                       : "page " + decimalText(i + 1) + " of " + name + " is missing");
+            return false;
+        }
+        return true;
+    }
+
+    const Project& project_;
+    SheetImport result_;
+    SheetReader sheet_;
+    std::array<MessageRows, messageCount> rows_;
+};
+
+} // namespace
+
+MessageSheet messageSheet(const Project& project, MessageSheetForm form) {
+    MessageSheet sheet{std::string(utf8Mark), {}};
+    const std::vector<std::string> pageHead(columns::names.begin(), columns::names.end());
+    const std::vector<std::string> scriptHead{pageHead[columns::Message], pageHead[columns::Script]};
+    appendRecord(sheet.csv, form == MessageSheetForm::Pages ? pageHead : scriptHead);
+    const FieldFormats formats = fieldFormats(project);
+    for (std::size_t position = 0; position < messageCount; ++position) {
+        const std::string& script = messageScript(project, position);
+        const std::string name = messageName(position);
+        if (hasLoneLineEnd(script))
+            sheet.mendedLineEnds.push_back(name);
+        if (form == MessageSheetForm::Pages)
+            appendPages(sheet.csv, name, script, formats);
+        else
+            appendRecord(sheet.csv, std::vector{name, scriptCell(script)});
+    }
+    return sheet;
+}
+
+SheetImport importMessages(std::string_view bytes, const Project& project) {
+    return MessageImport(bytes, project).run();
+}
+
+} // namespace orvista

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "sheets/SheetChange.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// The 60 messages as a table. In the scripts form a row is a message; in the pages form it is a page, with
+/// what is chosen in the message wizard, or the whole script of a message that the wizard could not have
+/// written.
+namespace orvista {
+
+enum class MessageSheetForm { Scripts, Pages };
+
+struct MessageSheet {
+    std::string csv; ///< UTF-8 with its mark
+    /// Messages with a CR or LF alone, which the sheet has as a whole line end.
+    std::vector<std::string> mendedLineEnds;
+};
+
+MessageSheet messageSheet(const Project& project, MessageSheetForm form);
+
+/// What a sheet of either form changes in the project.
+SheetImport importMessages(std::string_view bytes, const Project& project);
+
+} // namespace orvista

@@ -1,0 +1,264 @@
+#include "sheets/Sheet.h"
+
+#include "model/Files.h"
+#include "model/Numbers.h"
+#include "model/Text.h"
+#include "model/Utf8.h"
+#include "model/Windows1252.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+
+namespace orvista {
+
+namespace {
+
+constexpr std::size_t longestQuotation = 40;
+
+std::string_view withoutMark(std::string_view bytes) {
+    if (bytes.starts_with(utf8Mark))
+        bytes.remove_prefix(utf8Mark.size());
+    return bytes;
+}
+
+/// Blanks and tabs: what spreadsheets and people leave around a word.
+std::string_view trimmed(std::string_view text) {
+    constexpr std::string_view blanks = " \t";
+    const auto first = text.find_first_not_of(blanks);
+    if (first == std::string_view::npos)
+        return {};
+    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
+}
+
+std::string faultText(CsvFault fault) {
+    switch (fault) {
+    case CsvFault::OpenQuote:
+        return "a quote is opened and never closed";
+    case CsvFault::TextAfterQuote:
+        return "text follows a closing quote; a quote within a quoted cell is written twice";
+    case CsvFault::TooManyCells:
+        return "there are more than " + decimalText(maximumCells) + " cells";
+    case CsvFault::None:
+        break;
+    }
+    return {};
+}
+
+/// The first character of a UTF-8 text that the device does not have; empty when it has all of them.
+std::string_view foreignCharacter(std::string_view utf8) {
+    while (!utf8.empty()) {
+        const std::string_view character =
+            utf8.substr(0, std::max<std::size_t>(utf8CharacterLength(utf8), 1));
+        if (!windows1252FromUtf8(character))
+            return character;
+        utf8.remove_prefix(character.size());
+    }
+    return {};
+}
+
+} // namespace
+
+std::string sheetBytes(const std::string& path) {
+    FileSource source(path);
+    std::string bytes(maximumSheetBytes + 1, '\0');
+    std::size_t size = 0;
+    while (const std::size_t count = source.read(bytes.data() + size, bytes.size() - size))
+        size += count;
+    bytes.resize(size);
+    return bytes;
+}
+
+std::optional<SheetSubject> sheetSubject(std::string_view bytes) {
+    constexpr std::array<std::string_view, 2> columns{"message", "name"};
+    SheetErrors others;
+    const SheetReader sheet(bytes, columns, others);
+    if (sheet.hasHead() && sheet.has(0))
+        return SheetSubject::Messages;
+    if (sheet.hasHead() && sheet.has(1))
+        return SheetSubject::Variables;
+    return std::nullopt;
+}
+
+std::string errorText(const SheetError& error) {
+    std::string text;
+    if (error.row > 0)
+        text.append("row ").append(decimalText(error.row));
+    if (!error.column.empty())
+        text.append(text.empty() ? "" : ", ").append(error.column);
+    return text.append(text.empty() ? "" : ": ").append(error.text);
+}
+
+void SheetErrors::add(std::size_t row, std::string_view column, std::string text) {
+    if (errors_.size() < maximumSheetErrors)
+        errors_.push_back({row, std::string(column), std::move(text)});
+    else
+        ++beyond_;
+}
+
+std::vector<SheetError> SheetErrors::sorted() const {
+    std::vector<SheetError> errors = errors_;
+    std::ranges::stable_sort(errors, {}, &SheetError::row);
+    return errors;
+}
+
+SheetReader::SheetReader(std::string_view bytes, std::span<const std::string_view> columns,
+                         SheetErrors& errors)
+    : columns_(columns),
+      errors_(errors),
+      isUtf8_(isUtf8(bytes)),
+      reader_(withoutMark(bytes), separatorOf(withoutMark(bytes))),
+      places_(columns.size()),
+      cells_(columns.size()) {
+    failed_ = !isReadable(bytes);
+    if (!failed_)
+        readHead();
+}
+
+bool SheetReader::isReadable(std::string_view bytes) {
+    const auto fail = [this](std::string text) {
+        errors_.add(0, {}, std::move(text));
+        return false;
+    };
+    if (bytes.size() > maximumSheetBytes)
+        return fail("is longer than 10 MB");
+    if (bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF"))
+        return fail("is UTF-16; save it as \"CSV UTF-8\"");
+    if (bytes.starts_with(utf8Mark) && !isUtf8_)
+        return fail("begins as UTF-8 and is not");
+    return true;
+}
+
+void SheetReader::readHead() {
+    if (!reader_.next(record_)) {
+        errors_.add(0, {}, "is empty");
+        failed_ = true;
+        return;
+    }
+    failed_ = reportFault();
+    for (std::size_t i = 0; i < record_.size(); ++i) {
+        const std::string name = text(trimmed(record_[i]));
+        named_.push_back(!name.empty());
+        if (name.empty()) // a spreadsheet's empty column
+            continue;
+        const auto known = std::ranges::find_if(
+            columns_, [&name](std::string_view column) { return equalsIgnoringCase(column, name); });
+        if (known == columns_.end())
+            errors_.add(1, {}, quotedForMessage(name) + " is not a column of this sheet");
+        else if (auto& place = places_[static_cast<std::size_t>(known - columns_.begin())]; place)
+            errors_.add(1, *known, "the column is there twice");
+        else
+            place = i;
+    }
+}
+
+bool SheetReader::needs(std::size_t column) {
+    if (!has(column))
+        errors_.add(1, columns_[column], "the column is missing");
+    return has(column);
+}
+
+bool SheetReader::next() {
+    while (!failed_ && reader_.next(record_)) {
+        const bool hasText = std::ranges::any_of(record_, [](const auto& cell) { return !cell.empty(); });
+        if (!reportFault() && hasText && takeCells())
+            return true;
+    }
+    return false;
+}
+
+/// True when the record just read cannot be used.
+bool SheetReader::reportFault() {
+    if (reader_.fault() == CsvFault::None)
+        return false;
+    errors_.add(reader_.row(), faultColumn(), faultText(reader_.fault()));
+    return true;
+}
+
+/// Empty where the cell is under no column.
+std::string_view SheetReader::faultColumn() const {
+    if (reader_.fault() == CsvFault::TooManyCells)
+        return {};
+    const auto place = std::ranges::find(places_, std::optional(reader_.faultCell()));
+    return place == places_.end() ? std::string_view()
+                                  : columns_[static_cast<std::size_t>(place - places_.begin())];
+}
+
+bool SheetReader::takeCells() {
+    for (std::size_t i = 0; i < record_.size(); ++i) {
+        if (record_[i].empty() || (i < named_.size() && named_[i]))
+            continue;
+        errors_.add(row(), {}, "cell " + decimalText(i + 1) + " is under no column");
+        return false;
+    }
+    for (std::size_t column = 0; column < columns_.size(); ++column) {
+        const auto place = places_[column];
+        cells_[column] = place && *place < record_.size() ? text(withoutGuard(record_[*place])) : "";
+    }
+    return true;
+}
+
+std::string SheetReader::text(std::string_view cell) const {
+    return isUtf8_ ? std::string(cell) : utf8FromWindows1252(cell);
+}
+
+void SheetReader::fail(std::size_t column, std::string text) {
+    errors_.add(row(), columns_[column], std::move(text));
+}
+
+bool hasLoneLineEnd(std::string_view text) {
+    for (auto end = text.find_first_of(lineEnd); end != std::string_view::npos;
+         end = text.find_first_of(lineEnd, end)) {
+        if (!text.substr(end).starts_with(lineEnd))
+            return true;
+        end += lineEnd.size();
+    }
+    return false;
+}
+
+std::string withWholeLineEnds(std::string_view text) {
+    std::string whole;
+    whole.reserve(text.size());
+    while (!text.empty()) {
+        const auto end = std::min(text.find_first_of(lineEnd), text.size());
+        whole.append(text, 0, end);
+        text.remove_prefix(end);
+        if (text.empty())
+            break;
+        whole.append(lineEnd);
+        text.remove_prefix(text.starts_with(lineEnd) ? lineEnd.size() : 1);
+    }
+    return whole;
+}
+
+std::string quotedForMessage(std::string_view utf8) {
+    std::string quoted = "\"";
+    for (std::size_t count = 0; !utf8.empty(); ++count) {
+        if (count == longestQuotation)
+            return quoted.append("...\"");
+        const std::string_view character =
+            utf8.substr(0, std::max<std::size_t>(utf8CharacterLength(utf8), 1));
+        quoted.append(static_cast<unsigned char>(character.front()) < ' ' ? " " : character);
+        utf8.remove_prefix(character.size());
+    }
+    return quoted.append("\"");
+}
+
+std::optional<std::string> deviceText(SheetReader& sheet, std::size_t column) {
+    auto bytes = windows1252FromUtf8(sheet.cell(column));
+    if (!bytes)
+        sheet.fail(column, quotedForMessage(foreignCharacter(sheet.cell(column))) +
+                               " is not a character of the display");
+    return bytes;
+}
+
+std::optional<std::size_t> wholeNumber(std::string_view text, std::size_t lowest, std::size_t highest) {
+    text = trimmed(text);
+    std::size_t number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (error != std::errc{} || end != text.data() + text.size() || number < lowest || number > highest)
+        return std::nullopt;
+    return number;
+}
+
+} // namespace orvista

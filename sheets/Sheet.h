@@ -1,0 +1,114 @@
+#pragma once
+
+#include "sheets/Csv.h"
+
+#include <cstddef>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// Reading tables that people have edited: columns by the names of the head line, all errors at once.
+namespace orvista {
+
+/// Longer files are not read.
+inline constexpr std::size_t maximumSheetBytes = std::size_t{10} << 20;
+/// So many errors are kept; the rest is counted.
+inline constexpr std::size_t maximumSheetErrors = 1000;
+
+/// What is wrong with a cell.
+struct SheetError {
+    std::size_t row;    ///< record, the head is 1; 0 where it is about the file as a whole
+    std::string column; ///< name of the column; empty where it is about the row
+    std::string text;   ///< UTF-8
+    bool operator==(const SheetError&) const = default;
+};
+
+/// "row 3, foreground: ..."; errors are told in this form.
+std::string errorText(const SheetError& error);
+
+class SheetErrors {
+public:
+    void add(std::size_t row, std::string_view column, std::string text);
+    bool none() const { return errors_.empty(); }
+    /// Of all, also of those beyond maximumSheetErrors.
+    std::size_t count() const { return errors_.size() + beyond_; }
+    /// By row; errors of a row in the order in which they were found.
+    std::vector<SheetError> sorted() const;
+    /// How many there are beyond maximumSheetErrors.
+    std::size_t notListed() const { return beyond_; }
+
+private:
+    std::vector<SheetError> errors_;
+    std::size_t beyond_ = 0;
+};
+
+/// The rows of a sheet, its cells by column. Rows without any text are passed over.
+class SheetReader {
+public:
+    /// Reads the head line. What is wrong with the file or its head is added to `errors`; without hasHead()
+    /// there are no rows. Bytes are UTF-8 with or without its mark, else Windows-1252.
+    /// \param columns names of the columns known; they may come in any order and may be missing
+    SheetReader(std::string_view bytes, std::span<const std::string_view> columns, SheetErrors& errors);
+
+    /// False at the end. A row that cannot be told into cells is added to the errors and passed over.
+    bool next();
+    /// Of the row read last; the head is 1.
+    std::size_t row() const { return reader_.row(); }
+    /// Whether there is a head line that can be told into columns.
+    bool hasHead() const { return !failed_; }
+    /// Whether the head names the column of that index.
+    bool has(std::size_t column) const { return places_[column].has_value(); }
+    /// The same; where it does not, that is added to the errors.
+    bool needs(std::size_t column);
+    /// UTF-8, its guard taken off; empty where the column is missing.
+    const std::string& cell(std::size_t column) const { return cells_[column]; }
+    /// Adds an error about a cell of the row read last.
+    void fail(std::size_t column, std::string text);
+
+private:
+    bool isReadable(std::string_view bytes);
+    void readHead();
+    std::string text(std::string_view cell) const;
+    bool reportFault();
+    std::string_view faultColumn() const;
+    bool takeCells();
+
+    std::span<const std::string_view> columns_;
+    SheetErrors& errors_;
+    bool isUtf8_ = true;
+    CsvReader reader_;
+    std::vector<std::optional<std::size_t>> places_; ///< of each known column in the file
+    std::vector<std::string> record_;
+    std::vector<std::string> cells_;
+    std::vector<bool> named_; ///< of each cell of the head, whether it names a column
+    bool failed_ = false;
+};
+
+/// The bytes of a file, up to one more than a sheet may have: the readers tell of longer ones.
+/// \param path UTF-8
+/// \throws OpenFailure, ReadFailure
+std::string sheetBytes(const std::string& path);
+
+/// What a sheet is about.
+enum class SheetSubject { Messages, Variables };
+/// By the columns of its head; nothing where they are those of neither.
+std::optional<SheetSubject> sheetSubject(std::string_view bytes);
+
+/// CR LF, LF and CR alone all become CR LF.
+std::string withWholeLineEnds(std::string_view text);
+/// Whether that changes the text.
+bool hasLoneLineEnd(std::string_view text);
+
+/// The text in quotes as a message shows it: cut where it is long, on one line.
+std::string quotedForMessage(std::string_view utf8);
+
+/// A cell in device bytes. Where it holds a character that the device does not have, the error names it and
+/// there is nothing.
+std::optional<std::string> deviceText(SheetReader& sheet, std::size_t column);
+
+/// Digits that are a number from `lowest` to `highest`, blanks around them apart.
+std::optional<std::size_t> wholeNumber(std::string_view text, std::size_t lowest, std::size_t highest);
+
+} // namespace orvista

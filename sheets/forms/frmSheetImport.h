@@ -1,0 +1,29 @@
+#pragma once
+
+#include "sheets/SheetChange.h"
+
+#include <QDialog>
+
+namespace orvista {
+
+class ChangeList;
+
+/// Shows what a table would change, old and new, to be taken or left row by row. The caller reads the public
+/// values after the dialog has been hidden.
+class frmSheetImport final : public QDialog {
+    Q_OBJECT
+public:
+    /// \param file name of the table, for people
+    frmSheetImport(const QString& file, std::vector<SheetChange> changes, QWidget* parent = nullptr);
+
+    bool IsCanceled = true;          ///< true unless OK was pressed
+    std::vector<SheetChange> chosen; ///< those that were ticked
+
+    void accept() override;
+
+private:
+    std::vector<SheetChange> changes_;
+    ChangeList* list_;
+};
+
+} // namespace orvista

@@ -1,0 +1,93 @@
+#include "items/MessageReplace.h"
+
+#include <gmock/gmock.h>
+
+#include <string>
+#include <vector>
+
+namespace orvista {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+std::vector<ReplaceHit> found(const Project& project, const std::string& wanted, const std::string& with,
+                              Case letters = Case::Folded) {
+    return findToReplace(project, wanted, with, letters).list;
+}
+
+Project plant() {
+    Project project;
+    project.STDMSG[2] =
+        "CLEAR\r\nTEXT 0 0 RED BLACK \"Pump pump\"\nACT STILL 1000\rTEXT 0 0 RED BLACK \"pump\"";
+    project.ALTMSG[0] = "PUMP";
+    return project;
+}
+
+TEST(FindToReplace, TellsEachPlaceWithItsLineOldAndNew) {
+    EXPECT_THAT(
+        found(plant(), "pump", "Valve"),
+        ElementsAre(
+            ReplaceHit{2, 27, 2, "TEXT 0 0 RED BLACK \"Pump pump\"", "TEXT 0 0 RED BLACK \"Valve pump\""},
+            ReplaceHit{2, 32, 2, "TEXT 0 0 RED BLACK \"Pump pump\"", "TEXT 0 0 RED BLACK \"Pump Valve\""},
+            ReplaceHit{2, 73, 4, "TEXT 0 0 RED BLACK \"pump\"", "TEXT 0 0 RED BLACK \"Valve\""},
+            ReplaceHit{40, 0, 1, "PUMP", "Valve"}));
+}
+
+TEST(FindToReplace, MindsTheCaseWhenAskedTo) {
+    EXPECT_EQ(found(plant(), "pump", "", Case::Matters).size(), 2U);
+    EXPECT_EQ(found(plant(), "PUMP", "", Case::Matters).size(), 1U);
+}
+
+TEST(FindToReplace, FindsPlacesThatDoNotOverlap) {
+    Project project;
+    project.STDMSG[0] = "aaaaa";
+    const auto hits = found(project, "aa", "a");
+    ASSERT_EQ(hits.size(), 2U);
+    EXPECT_EQ(hits[1].at, 2U);
+}
+
+TEST(FindToReplace, FindsNothingWithoutAText) {
+    EXPECT_THAT(found(plant(), "", "x"), IsEmpty());
+    EXPECT_THAT(found(plant(), "valve", "x"), IsEmpty());
+}
+
+TEST(FindToReplace, CutsLongLinesAroundThePlace) {
+    Project project;
+    project.STDMSG[0] = "x\r\n" + std::string(100, 'a') + "HIT" + std::string(100, 'b');
+    const auto hits = found(project, "HIT", "y");
+    ASSERT_EQ(hits.size(), 1U);
+    EXPECT_EQ(hits[0].before, "\x85" + std::string(60, 'a') + "HIT" + std::string(60, 'b') + "\x85");
+    EXPECT_EQ(hits[0].after, "\x85" + std::string(60, 'a') + "y" + std::string(60, 'b') + "\x85");
+}
+
+TEST(FindToReplace, StopsAtAThousandPlaces) {
+    Project project;
+    project.STDMSG[0] = std::string(1000, 'x');
+    EXPECT_TRUE(findToReplace(project, "x", "", Case::Matters).isComplete);
+    project.ALTMSG[19] = "x";
+    const ReplaceHits hits = findToReplace(project, "x", "", Case::Matters);
+    EXPECT_FALSE(hits.isComplete);
+    EXPECT_EQ(hits.list.size(), 1000U);
+}
+
+TEST(ReplacedScripts, HoldTheNewTextAtTheChosenPlacesOnly) {
+    const Project project = plant();
+    auto hits = found(project, "pump", "Valve");
+    hits.erase(hits.begin() + 1);
+    EXPECT_THAT(
+        replacedScripts(project, hits, 4, "Valve"),
+        ElementsAre(ItemState{"STDMSG3", "CLEAR\r\nTEXT 0 0 RED BLACK \"Valve pump\"\nACT STILL 1000\r"
+                                         "TEXT 0 0 RED BLACK \"Valve\""},
+                    ItemState{"ALTMSG1", "Valve"}));
+    EXPECT_THAT(replacedScripts(project, {}, 4, "Valve"), IsEmpty());
+}
+
+TEST(ReplacedScripts, OfWhichNothingIsLeftAreClear) {
+    const Project project = plant();
+    auto hits = found(project, "pump", "");
+    EXPECT_EQ(replacedScripts(project, {hits.back()}, 4, "").at(0), (ItemState{"ALTMSG1", "CLEAR"}));
+}
+
+} // namespace
+} // namespace orvista

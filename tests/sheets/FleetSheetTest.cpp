@@ -1,0 +1,145 @@
+#include "sheets/FleetSheet.h"
+#include "tests/sheets/ImportErrors.h"
+
+#include <gmock/gmock.h>
+
+namespace orvista {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::StartsWith;
+
+const std::string head = "name,address,port,project\n";
+
+/// What is told of a list that cannot be used.
+std::vector<std::string> errorsOf(const std::string& bytes, const FleetDefaults& defaults = {"", "P.orx"}) {
+    SheetErrors errors;
+    EXPECT_THAT(readFleetSheet(bytes, defaults, errors), IsEmpty());
+    return testing::errorTexts(errors);
+}
+
+std::vector<FleetDisplay> read(const std::string& bytes, const FleetDefaults& defaults = {"", "P.orx"}) {
+    SheetErrors errors;
+    auto displays = readFleetSheet(bytes, defaults, errors);
+    EXPECT_THAT(testing::errorTexts(errors), IsEmpty());
+    return displays;
+}
+
+TEST(FleetSheet, TakesPortAndProjectFromTheRowOrTheDefaults) {
+    const auto displays = read(head + " a ,10.0.0.1,,\nb,10.0.0.2,7001,sub/B.orx\nc,10.0.0.3:7002,,/C.orx\n",
+                               {"/plant/lists/", "/plant/P.orx"});
+    ASSERT_EQ(displays.size(), 3U);
+    EXPECT_EQ(displays[0].name, "a");
+    EXPECT_EQ(displays[0].address, (DisplayAddress{"10.0.0.1", 7000}));
+    EXPECT_EQ(displays[0].project, "/plant/P.orx");
+    EXPECT_EQ(displays[1].address, (DisplayAddress{"10.0.0.2", 7001}));
+    EXPECT_EQ(displays[1].project, "/plant/lists/sub/B.orx");
+    EXPECT_EQ(displays[2].address, (DisplayAddress{"10.0.0.3", 7002}));
+    EXPECT_EQ(displays[2].project, "/C.orx");
+}
+
+TEST(FleetSheet, TakesNumericAddressesOfBothKinds) {
+    const auto displays = read(head + "a,fe80::5,7001,\nb,[fe80::6],,\nc,[fe80::7]:7003,,\n");
+    ASSERT_EQ(displays.size(), 3U);
+    EXPECT_EQ(displays[0].address, (DisplayAddress{"fe80::5", 7001}));
+    EXPECT_EQ(displays[1].address, (DisplayAddress{"fe80::6", 7000}));
+    EXPECT_EQ(displays[2].address, (DisplayAddress{"fe80::7", 7003}));
+}
+
+TEST(FleetSheet, RefusesProjectsThatAreNone) {
+    EXPECT_THAT(errorsOf(head + "a,10.0.0.1,,A.ORX\nb,10.0.0.2,,B.orx.bak\nc,10.0.0.3,,C\n"),
+                ElementsAre("row 3, project: the project does not end in .orx",
+                            "row 4, project: the project does not end in .orx"));
+}
+
+TEST(FleetSheet, RefusesNamesThatAreNoFolders) {
+    const std::string characters = "a name holds none of / \\ : * ? \" < > | and no line end";
+    for (const char* name : {"a/b", "a\\b", "a:b", "a*", "a?", "<a", "a>", "a|b", "a\x01"})
+        EXPECT_THAT(errorsOf(head + name + ",10.0.0.1,,\n"), ElementsAre("row 2, name: " + characters))
+            << name;
+    for (const char* name : {"..", "a..b", ".", "a."})
+        EXPECT_THAT(errorsOf(head + name + ",10.0.0.1,,\n"),
+                    ElementsAre("row 2, name: a name holds no \"..\" and does not end with a point"));
+    for (const char* name : {"con", "NUL.x", "Com9", "lpt\u00B2", "CONIN$", "aux .y"})
+        EXPECT_THAT(errorsOf(head + name + ",10.0.0.1,,\n"),
+                    ElementsAre("row 2, name: the name is reserved on Windows"));
+    EXPECT_EQ(read(head + "com10,10.0.0.1,,\ncomet,10.0.0.2,,\ncom0,10.0.0.3,,\n").size(), 3U);
+    EXPECT_THAT(errorsOf(head + std::string(101, 'a') + ",10.0.0.1,,\n"),
+                ElementsAre("row 2, name: the name is longer than 100 bytes"));
+}
+
+TEST(FleetSheet, NamesBothRowsOfWhatIsThereTwice) {
+    EXPECT_THAT(errorsOf(head + "a,HOST,,\n\nA,host2,,\nb,host,7000,\n"),
+                ElementsAre("row 4, name: the same name stands in row 2 already",
+                            "row 5, address: the same address stands in row 2 already"));
+}
+
+TEST(FleetSheet, TellsOfAddressesPortsAndProjects) {
+    EXPECT_THAT(errorsOf(head + "a,,,\nb,x y,,\nc,10.0.0.1,0,\nd,10.0.0.2:7001,7002,\n"),
+                ElementsAre(StartsWith("row 2, address: an empty text is not"),
+                            StartsWith("row 3, address: x y is not"),
+                            StartsWith("row 4, port: 0 is not a port"),
+                            "row 5, port: the address names another port"));
+    EXPECT_THAT(errorsOf(head + "a,10.0.0.1,,\n", {}),
+                ElementsAre("row 2, project: there is no project for this display"));
+    EXPECT_EQ(read(head + "a,10.0.0.1,,\n", {{}, {}, false}).size(), 1U);
+}
+
+TEST(FleetSheet, NeedsNameAndAddress) {
+    EXPECT_THAT(errorsOf("port\n7000\n"),
+                ElementsAre("row 1, name: the column is missing", "row 1, address: the column is missing"));
+    EXPECT_THAT(errorsOf("name,address\n"), ElementsAre("has no displays"));
+    EXPECT_THAT(errorsOf(""), ElementsAre("is empty"));
+}
+
+TEST(FleetSheet, IsReadAgainAsItWasWritten) {
+    // One by one: of a braced list GCC 12 fears that it ends what was never made.
+    std::vector<FleetDisplay> displays(2);
+    displays[0].name = "=a";
+    displays[0].address = {"10.0.0.1", 7001};
+    displays[0].project = "/plant/a,b.orx";
+    displays[1].name = "\u00D6l 'x'";
+    displays[1].address = {"fe80::5", 7000};
+    displays[1].project = "/plant/\u0393.orx";
+    const auto again = read(fleetSheet(displays), {"/elsewhere", {}});
+    ASSERT_EQ(again.size(), 2U);
+    for (std::size_t i = 0; i < again.size(); ++i) {
+        EXPECT_EQ(again[i].name, displays[i].name);
+        EXPECT_EQ(again[i].address, displays[i].address);
+        EXPECT_EQ(again[i].project, displays[i].project);
+    }
+}
+
+TEST(FleetReport, HasARowForEachDisplay) {
+    const std::vector<std::string> arrived{"modbus.adr", "ilmvar.def"};
+    const std::vector<FleetResult> results{
+        {"a", displayArgument({"10.0.0.1", 7000}), {FleetOutcome::Done, {}, 7}, 0.4149},
+        {"b", displayArgument({"10.0.0.2", 7001}), {FleetOutcome::Equal, {}, 0}, 12.0},
+        {"c", displayArgument({"fe80::5", 7000}), stoppedUpload(arrived, "stdmsg.ilm was not taken"), 1.006},
+        {"d", displayArgument({"fe80::5", 7001}), stoppedUpload({}, "modbus.adr was not taken"), 0}};
+    EXPECT_EQ(fleetReport(results),
+              "\xEF\xBB\xBFname,address,result,reason,files,seconds\r\n"
+              "a,10.0.0.1,done,,7,0.41\r\n"
+              "b,10.0.0.2:7001,equal,,0,12.00\r\n"
+              "c,[fe80::5],half,\"stdmsg.ilm was not taken; arrived: modbus.adr, ilmvar.def\",2,1.01\r\n"
+              "d,[fe80::5]:7001,failed,modbus.adr was not taken,0,0.00\r\n");
+}
+
+TEST(FleetTally, LeavesOutWhatThereIsNoneOf) {
+    FleetTally tally;
+    EXPECT_EQ(tally.text(), "nothing to do");
+    EXPECT_TRUE(tally.isWell());
+    tally.add(FleetOutcome::Done);
+    tally.add(FleetOutcome::Equal);
+    EXPECT_TRUE(tally.isWell());
+    tally.add(FleetOutcome::Half);
+    tally.add(FleetOutcome::Failed);
+    tally.add(FleetOutcome::Failed);
+    EXPECT_FALSE(tally.isWell());
+    EXPECT_EQ(tally.text(), "1 done, 1 equal, 1 half, 2 failed");
+    EXPECT_EQ(tally.ended(), 5U);
+}
+
+} // namespace
+} // namespace orvista
