@@ -200,6 +200,8 @@ def pixels(path):
             packed += body
         at += 12 + size
     rows = zlib.decompress(packed)
+    if len(packed) > len(zlib.compress(rows, 9)):
+        raise ValueError("larger than it need be")
     stride = 1 + 3 * width
     if len(rows) != stride * height or any(rows[y * stride] for y in range(height)):
         raise ValueError("rows of another form")
@@ -243,6 +245,12 @@ class Show(ProgramTest):
                                  **{x + 12: "O" for x in self.bar}})
         columns, found = self.lit("STDMSG1", "--columns", "40", "--scale", "5", scale=5)
         self.assertEqual((columns, len(found)), (40, 15))
+
+    def test_the_same_picture_is_the_same_file(self):
+        for name in ("one.png", "other.png"):
+            self.expect(0, "show", PROJECT, "STDMSG3", "-o", name)
+        self.assertEqual((self.folder / "one.png").read_bytes(), (self.folder / "other.png").read_bytes())
+        pixels(self.folder / "one.png")
 
     def test_without_a_moment_the_page_has_come_in(self):
         self.assertEqual(set(self.lit("STDMSG2")[1]), set(self.bar))
