@@ -75,7 +75,7 @@ void writeVariables(ByteSink& sink, const Project& project, BooleanBlockGap gap)
 
 bool leadsElsewhere(const std::filesystem::path& file, const std::string& projectFile) {
     std::error_code error;
-    return std::filesystem::is_symlink(std::filesystem::symlink_status(file, error)) ||
+    return kindOf(file) == std::filesystem::file_type::symlink ||
            (!projectFile.empty() && std::filesystem::equivalent(file, systemPath(projectFile), error));
 }
 

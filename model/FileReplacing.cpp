@@ -12,17 +12,26 @@ namespace {
 
 namespace fs = std::filesystem;
 
+struct Target {
+    fs::path path;
+    fs::file_type kind;
+};
+
 /// The file that a link leads to, also where there is none yet.
-fs::path behindLinks(fs::path path) {
+/// \throws OpenFailure
+Target behindLinks(fs::path path) {
     constexpr int mostLinks = 40; // as the system's own limit
-    for (int i = 0; i < mostLinks; ++i) {
+    for (int i = 0; i <= mostLinks; ++i) {
+        const fs::file_type kind = kindOf(path);
+        if (kind != fs::file_type::symlink)
+            return {path, kind};
         std::error_code error;
         const fs::path target = fs::read_symlink(path, error);
         if (error)
-            return path;
+            throw OpenFailure(error);
         path = path.parent_path() / target; // a target that is absolute stands alone
     }
-    return path;
+    throw OpenFailure(std::make_error_code(std::errc::too_many_symbolic_link_levels));
 }
 
 void writeAndSync(SystemFile& file, std::string_view bytes) {
@@ -149,19 +158,21 @@ void replaceRegularFile(const fs::path& path, std::string_view bytes, bool isThe
 } // namespace
 
 void replaceFile(const std::string& path, std::string_view bytes) {
-    const fs::path file = behindLinks(systemPath(path));
-    std::error_code error;
-    switch (fs::symlink_status(file, error).type()) {
+    const auto [file, kind] = behindLinks(systemPath(path));
+    switch (kind) {
     case fs::file_type::not_found:
         return replaceRegularFile(file, bytes, false);
     case fs::file_type::regular:
         // Replacing needs no right to the file itself; what is write-protected must stay so.
         SystemFile(file, SystemFile::Mode::Existing).close();
         return replaceRegularFile(file, bytes, true);
-    case fs::file_type::fifo:
-        throw OpenFailure(std::make_error_code(std::errc::not_supported));
-    default:
+    case fs::file_type::character:
+    case fs::file_type::block:
         return writeDevice(file, bytes);
+    case fs::file_type::directory:
+        throw OpenFailure(std::make_error_code(std::errc::is_a_directory));
+    default:
+        throw OpenFailure(std::make_error_code(std::errc::not_supported));
     }
 }
 

@@ -10,7 +10,8 @@ namespace orvista {
 /// file is there or the new one. Its permissions stay, and through a link the file it leads to is replaced.
 /// A file that may be written in a folder that may not is written in place; when that fails, its old bytes
 /// are put back.
-/// \throws OpenFailure where nothing can be written, also where the file itself is write-protected;
+/// \throws OpenFailure where nothing can be written, also where the file itself is write-protected or the
+///         system does not say what is there;
 ///         WriteFailure when it fails later
 void replaceFile(const std::string& path, std::string_view bytes);
 

@@ -128,6 +128,17 @@ void SystemFile::close() {
         throw WriteFailure(systemError());
 }
 
+fs::file_type kindOf(const fs::path& path) {
+    std::error_code error;
+    fs::file_type kind{};
+    do
+        kind = fs::symlink_status(path, error).type();
+    while (kind == fs::file_type::none && error == std::errc::interrupted);
+    if (kind == fs::file_type::none)
+        throw OpenFailure(error);
+    return kind;
+}
+
 #ifdef _WIN32
 
 void SystemFile::takePermissionsOf(const fs::path&) {}

@@ -35,6 +35,9 @@ private:
     int file_ = -1;
 };
 
+/// What a name stands for, be it a link; `not_found` where there is none.
+/// \throws OpenFailure where the system does not say
+std::filesystem::file_type kindOf(const std::filesystem::path& path);
 /// Puts one file in the place of another, in one step.
 /// \throws WriteFailure
 void renameOver(const std::filesystem::path& from, const std::filesystem::path& to);

@@ -5,7 +5,7 @@
 
 #include <unistd.h>
 
-/// save_for_faults FOLDER WORD: saves a project with this word in its messages as FOLDER/Plant.orx. Prints
+/// save_for_faults FOLDER WORDS: saves a project with these words in its messages as FOLDER/Plant.orx. Prints
 /// the outcome and every message on a line. Calls that fail by themselves show where the save begins and
 /// ends.
 int main(int argc, char** argv) {

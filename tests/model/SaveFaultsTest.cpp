@@ -14,7 +14,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-/// The linker leads the save's system calls through here, where each of them can fail, or end the program.
+/// The save's system calls come through here, where each of them can fail, or end the program: the linker
+/// leads the program's own here, and what the C++ library asks of files finds the names of these first.
 namespace {
 
 constexpr int killed = -1;
@@ -49,7 +50,6 @@ int __real_rename(const char* from, const char* to);
 int __real_ftruncate(int file, off_t size);
 int __real_fchmod(int file, mode_t mode);
 int __real_fchown(int file, uid_t owner, gid_t group);
-int __real_stat(const char* path, struct stat* status);
 
 int __wrap_open(const char* path, int flags, ...) {
     va_list rest;
@@ -88,8 +88,14 @@ int __wrap_fchmod(int file, mode_t mode) {
 int __wrap_fchown(int file, uid_t owner, gid_t group) {
     return failsNow() ? -1 : __real_fchown(file, owner, group);
 }
-int __wrap_stat(const char* path, struct stat* status) {
-    return failsNow() ? -1 : __real_stat(path, status);
+int stat(const char* path, struct stat* status) noexcept {
+    return failsNow() ? -1 : fstatat(AT_FDCWD, path, status, 0);
+}
+int lstat(const char* path, struct stat* status) noexcept {
+    return failsNow() ? -1 : fstatat(AT_FDCWD, path, status, AT_SYMLINK_NOFOLLOW);
+}
+ssize_t readlink(const char* path, char* target, size_t size) noexcept {
+    return failsNow() ? -1 : readlinkat(AT_FDCWD, path, target, size);
 }
 }
 // NOLINTEND(bugprone-reserved-identifier,cert-dcl50-cpp,cert-dcl51-cpp,readability-identifier-naming)
@@ -112,13 +118,21 @@ Project projectWith(const std::string& text, std::int32_t start) {
 /// A saved project, and a save of another one over it in which one system call fails.
 class FaultySave {
 public:
-    explicit FaultySave(bool isNew = false) {
+    enum class Becomes { Longer, Shorter };
+    enum class Old { None, File, Link };
+    explicit FaultySave(Becomes size = Becomes::Shorter, Old old = Old::File)
+        : before(projectWith(size == Becomes::Longer ? "a" : "many words that go", 1000)),
+          after(projectWith(size == Becomes::Longer ? "many words that come" : "b", 2000)) {
         EXPECT_EQ(SaveProject(folder.path(), "Plant", after, context), SaveOutcome::Saved);
         newFiles = files();
         for (const auto& [name, bytes] : newFiles)
             fs::remove(folder.file(name));
-        if (!isNew) {
+        if (old != Old::None) {
             EXPECT_EQ(SaveProject(folder.path(), "Plant", before, context), SaveOutcome::Saved);
+        }
+        if (old == Old::Link) {
+            fs::rename(folder.file("Plant.orx"), elsewhere.file("real"));
+            fs::create_symlink(elsewhere.file("real"), folder.file("Plant.orx"));
         }
         oldFiles = files();
     }
@@ -177,18 +191,34 @@ public:
     }
 
     TemporaryFolder folder;
+    TemporaryFolder elsewhere; ///< where a link leads to
     PathRules rules = PathRules::native();
     ScriptedMessages messages;
     FileContext context{rules, messages};
-    Project before = projectWith("before", 1000);
-    Project after = projectWith("and after", 2000);
+    Project before;
+    Project after;
     Files oldFiles;
     Files newFiles;
     SaveOutcome outcome = SaveOutcome::Saved;
 };
 
-/// A save makes about forty of them.
+/// A save makes about seventy of them.
 constexpr int mostCalls = 200;
+
+using Becomes = FaultySave::Becomes;
+using Old = FaultySave::Old;
+
+/// Lets each call that has to do with the project file fail in turn. Returns how many there are.
+int failEachCallForTheProjectFile(int error, Old old, Becomes size, bool newFilesForbidden) {
+    int at = 0;
+    for (bool failed = true; failed && at < mostCalls; ++at) {
+        FaultySave save(size, old);
+        failed = save.run(at, error, newFilesForbidden) && save.outcome != SaveOutcome::DeviceFileFailed;
+        SCOPED_TRACE(at);
+        save.expectOldOrNewAndTheRightMessage(error);
+    }
+    return at;
+}
 
 class SaveFaults : public ::testing::TestWithParam<int> {};
 
@@ -202,14 +232,14 @@ TEST_P(SaveFaults, LeaveTheOldProjectOrTheNewOneAtEveryCall) {
         save.expectOldOrNewAndTheRightMessage(error);
         ASSERT_LT(at, mostCalls);
     }
-    EXPECT_GT(at, 30);
+    EXPECT_GT(at, 50);
 }
 
 TEST_P(SaveFaults, LeaveNoHalfProjectWhereThereWasNone) {
     const int error = GetParam();
     int at = 0;
     for (bool failed = true; failed; ++at) {
-        FaultySave save(true);
+        FaultySave save(Becomes::Shorter, Old::None);
         failed = save.run(at, error);
         SCOPED_TRACE(at);
         save.expectOldOrNewAndTheRightMessage(error);
@@ -218,20 +248,20 @@ TEST_P(SaveFaults, LeaveNoHalfProjectWhereThereWasNone) {
 }
 
 TEST_P(SaveFaults, PutTheOldProjectBackThatIsWrittenInPlace) {
-    const int error = GetParam();
-    int at = 0;
-    for (bool failed = true; failed; ++at) {
-        FaultySave save;
-        failed = save.run(at, error, true);
-        SCOPED_TRACE(at);
-        save.expectOldOrNewAndTheRightMessage(error);
-        ASSERT_LT(at, mostCalls);
+    for (const Becomes size : {Becomes::Longer, Becomes::Shorter}) {
+        EXPECT_GT(failEachCallForTheProjectFile(GetParam(), Old::File, size, true), 10);
     }
 }
 
 INSTANTIATE_TEST_SUITE_P(Errors, SaveFaults, ::testing::Values(ENOSPC, EIO, EINTR), [](const auto& test) {
     return test.param == ENOSPC ? "FullDisk" : test.param == EIO ? "DamagedDisk" : "Signal";
 });
+
+TEST(LinkedProject, IsLeftOrReplacedWhereTheLinkLeadsAtEveryCallThatFails) {
+    for (const Becomes size : {Becomes::Longer, Becomes::Shorter}) {
+        EXPECT_GT(failEachCallForTheProjectFile(EIO, Old::Link, size, false), 10);
+    }
+}
 
 TEST(InterruptedSave, IsDoneAllTheSame) {
     bool failed = true;
