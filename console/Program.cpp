@@ -47,7 +47,7 @@ ExitStatus answer(const CLI::App& program, const CLI::ParseError& error) {
 
 ExitStatus runCommand(std::vector<std::string> arguments) {
     CLI::App program("Prepares message displays of the series Ulvo LX-400D without a window.", "orvista");
-    program.set_version_flag("--version", "orvista " ORVISTA_VERSION, "Print the version and end");
+    program.set_version_flag("--version", "orvista " ORVISTA_RELEASE, "Print the version and end");
     program.require_subcommand(1);
     for (const char* const word : {"REQUIRED", "TEXT"}) // help needs no words for what is usual
         program.get_formatter()->label(word, "");

@@ -89,7 +89,7 @@ std::string programFolder() {
 
 EditorStart readCommandLine(int argumentCount, char** arguments) {
     QCoreApplication::setApplicationName(QStringLiteral("orvista-editor"));
-    QCoreApplication::setApplicationVersion(QStringLiteral(ORVISTA_VERSION));
+    QCoreApplication::setApplicationVersion(QStringLiteral(ORVISTA_RELEASE));
     QCommandLineParser commandLine;
     commandLine.setApplicationDescription(QStringLiteral("Prepares an Ulvo LX-400D message display."));
     commandLine.addHelpOption();

@@ -76,7 +76,7 @@ int run(const Options& options) {
 
 int main(int argc, char* argv[]) {
     QCoreApplication::setApplicationName("lx400d-simulator");
-    QCoreApplication::setApplicationVersion(ORVISTA_VERSION);
+    QCoreApplication::setApplicationVersion(ORVISTA_RELEASE);
     try {
         Options options = optionsBeforeStart(argc, argv);
         if (options.headless)

@@ -12,7 +12,7 @@ function(orvista_windows_program target description)
   # "03" counts as 3
   math(EXPR major "${PROJECT_VERSION_MAJOR}")
   math(EXPR minor "${PROJECT_VERSION_MINOR}")
-  set(ORVISTA_VERSION_NUMBERS "${major},${minor},0,0")
+  set(ORVISTA_VERSION_NUMBERS "${major},${minor},${ORVISTA_RELEASE_NUMBER},0")
   set(resources ${CMAKE_CURRENT_BINARY_DIR}/${target}.rc)
   configure_file(${folder}/windows/program.rc.in ${resources} @ONLY)
   set_source_files_properties(${resources} PROPERTIES OBJECT_DEPENDS "${ORVISTA_ICON};${ORVISTA_MANIFEST}")

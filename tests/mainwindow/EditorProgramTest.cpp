@@ -190,9 +190,9 @@ void EditorProgramTest::answersWithoutADisplay_data() {
     QTest::newRow("--help") << QStringList{"--help"} << 0 << usage << "^$";
     QTest::newRow("-h behind an option of Qt's")
         << QStringList{"-style", "fusion", "-h"} << 0 << usage << "^$";
-    QTest::newRow("--version") << QStringList{"--version"} << 0 << "^orvista-editor 1.03\\s$"
+    QTest::newRow("--version") << QStringList{"--version"} << 0 << "^orvista-editor 1.03-2\\s$"
                                << "^$";
-    QTest::newRow("-v") << QStringList{"-v"} << 0 << "^orvista-editor 1.03\\s$"
+    QTest::newRow("-v") << QStringList{"-v"} << 0 << "^orvista-editor 1.03-2\\s$"
                         << "^$";
     QTest::newRow("a wrong option") << QStringList{"--bogus"} << 1 << "^$"
                                     << "Unknown option 'bogus'";

@@ -93,7 +93,7 @@ private slots:
         QTest::addColumn<int>("exitCode");
         QTest::addColumn<QString>("answer");
         QTest::newRow("--help") << "--help" << 0 << "--transfer-port <port>";
-        QTest::newRow("--version") << "--version" << 0 << "lx400d-simulator 1.03";
+        QTest::newRow("--version") << "--version" << 0 << "lx400d-simulator 1.03-2";
         QTest::newRow("a wrong option") << "--bogus" << 2 << "lx400d-simulator: Unknown option 'bogus'";
         QTest::newRow("a wrong number") << "--columns=0" << 2 << "--columns takes a number from 1 to 4096";
     }
