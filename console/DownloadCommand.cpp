@@ -6,14 +6,11 @@
 #include "console/Output.h"
 #include "console/Projects.h"
 #include "console/Worker.h"
-#include "link/DisplayFiles.h"
-#include "link/TransferControls.h"
 #include "link/TransferredFiles.h"
 #include "link/ftp/DownloadStaging.h"
 #include "model/Files.h"
 #include "model/FolderLookup.h"
 #include "model/ProjectFile.h"
-#include "model/Windows1252.h"
 
 #include <filesystem>
 #include <memory>
@@ -28,32 +25,6 @@ struct Options {
     FleetOptions fleet;
     std::string output;
 };
-
-/// Fetches into the folder of `path`, there already, and saves the project there.
-std::size_t fetchProject(const DisplayAddress& display, const std::string& path, StatePrinter& states) {
-    const std::string folder = PathRules::native().split(path).value().folder;
-    states.enter(UploadStage::Connecting);
-    fetchDisplayFiles(display, folder, states, makeTransferControl);
-    Project project = readFetchedProject(folder, display.host);
-    project.IP = windows1252FromUtf8(display.host).value_or(std::string());
-    saveProject(path, project);
-    return transferredDeviceFiles.size() + bitmapsOfFolder(folder).size();
-}
-
-ExitStatus downloadAsWorker(const Options& options) {
-    const std::string& text = options.fleet.displays.front();
-    StatePrinter states(text);
-    TransferEnd end;
-    try {
-        end.files = fetchProject(transferAddress(text), options.output, states);
-        end.outcome = FleetOutcome::Done;
-    } catch (const FetchFailure& failure) {
-        end = failedTransfer(failure.what());
-    } catch (const CommandFailure& failure) {
-        end = failedTransfer(failure.what());
-    }
-    return states.finish(end);
-}
 
 /// A folder that is made where it is missing, and goes again unless it is kept.
 class TargetFolder {
@@ -96,14 +67,14 @@ void bringOver(const std::string& from, const std::string& to) {
     staging.complete();
 }
 
-/// The command as a user would give it for this display alone, but into a folder under `scratch`.
+/// The display's worker fetches into a folder under `scratch`.
 FleetTask taskOf(const FleetDisplay& display, const std::string& target, const std::string& scratch) {
     const PathRules paths = PathRules::native();
     const std::string fetched =
         paths.join(scratch, paths.split(target).value_or(SplitPath{".", target}).name);
     return {display.name,
             displayArgument(display.address),
-            {"download", "--from", displayArgument(display.address), "-o", fetched, "--json"},
+            {std::string(downloadWorker), displayArgument(display.address), fetched},
             [fetched, target](TransferEnd end) {
                 try {
                     bringOver(fetched, target);
@@ -154,7 +125,7 @@ ExitStatus downloadFromMany(const Options& options) {
 ExitStatus download(const Options& options) {
     if (options.fleet.displays.empty() == options.fleet.list.empty())
         throw CommandFailure(ExitStatus::Unusable, "download takes either --from or --list");
-    return isWorker() ? downloadAsWorker(options) : downloadFromMany(options);
+    return downloadFromMany(options);
 }
 
 } // namespace

@@ -56,8 +56,8 @@ void addFleetOptions(CLI::App& command, FleetOptions& options) {
         ->capture_default_str();
     command.add_flag("--json", options.json,
                      "JSON instead of text: a line for each change, the results last");
-    command.add_flag("--until-input-ends", options.untilInputEnds,
-                     "Ends as with Ctrl+C when standard input ends");
+    // For programs that start this one, not for people: help leaves it out.
+    command.add_flag("--until-input-ends", options.untilInputEnds)->group("");
 }
 
 WatchInput watchInput(const FleetOptions& options) {

@@ -19,7 +19,7 @@ namespace orvista::console {
 struct FleetTask {
     std::string name;
     std::string address;
-    std::vector<std::string> arguments; ///< of the process that works on it
+    std::vector<std::string> arguments; ///< of the worker, from its command on
     /// What is left to do here when the process is well done; may fail it. Empty for nothing.
     std::function<TransferEnd(TransferEnd)> complete = {};
 };

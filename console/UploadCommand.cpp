@@ -1,7 +1,6 @@
 #include "console/Commands.h"
 
 #include "check/ProjectCheck.h"
-#include "compare/ProjectComparison.h"
 #include "console/Displays.h"
 #include "console/FindingText.h"
 #include "console/FleetOptions.h"
@@ -11,8 +10,6 @@
 #include "console/Worker.h"
 #include "display/FolderBitmaps.h"
 #include "link/ProjectSnapshot.h"
-#include "link/TransferControls.h"
-#include "link/TransferredFiles.h"
 #include "model/Files.h"
 #include "model/Numbers.h"
 #include "model/ProjectFile.h"
@@ -83,11 +80,10 @@ private:
     ExitStatus status_ = ExitStatus::Well;
 };
 
-/// The command as a user would give it for this display alone.
 FleetTask taskOf(const FleetDisplay& display, const std::string& project, const Options& options) {
     FleetTask task{display.name,
                    displayArgument(display.address),
-                   {"upload", project, "--to", displayArgument(display.address), "--json"}};
+                   {std::string(uploadWorker), displayArgument(display.address), project}};
     if (options.skipEqual)
         task.arguments.emplace_back("--skip-equal");
     if (options.verify)
@@ -118,43 +114,6 @@ ExitStatus uploadToMany(const Options& options) {
     return status;
 }
 
-/// Whether the files of both folders are the same project for the display.
-bool areEqual(const std::string& folder, const std::string& fetched) {
-    try {
-        const Project sent = readFetchedProject(folder, folder);
-        const Project there = readFetchedProject(fetched, fetched);
-        return compareProjects({sent, bitmapsIn(folder)}, {there, bitmapsIn(fetched)}).none();
-    } catch (const CommandFailure&) { // what cannot be read is to be replaced
-        return false;
-    }
-}
-
-/// Holds every byte that was sent against what came back.
-std::string faultOfSent(const std::string& folder, const std::string& fetched) {
-    const auto allFiles = [](const std::string& of) {
-        std::vector<std::string> names(transferredDeviceFiles.begin(), transferredDeviceFiles.end());
-        std::ranges::copy(bitmapsOfFolder(of), std::back_inserter(names));
-        return filesIn(of, names);
-    };
-    for (const FileDifference& file : compareFiles(allFiles(folder), allFiles(fetched))) {
-        if (file.sizeBefore) // what only the display has was not sent
-            return file.name + (file.sizeAfter ? " came back with other bytes" : " did not come back");
-    }
-    return {};
-}
-
-ExitStatus uploadAsWorker(const Options& options) {
-    const DisplayAddress display = transferAddress(options.fleet.displays.front());
-    const std::string folder = PathRules::native().split(options.project).value().folder;
-    UploadWishes wishes;
-    if (options.verify)
-        wishes.faultOfSent = [&folder](const std::string& fetched) { return faultOfSent(folder, fetched); };
-    if (options.skipEqual)
-        wishes.isEqual = [&folder](const std::string& fetched) { return areEqual(folder, fetched); };
-    StatePrinter states(options.fleet.displays.front());
-    return states.finish(uploadToDisplay(display, folder, wishes, states, makeTransferControl));
-}
-
 /// A project among the displays is the project: "--to" takes whatever follows it.
 void takeProjectFromDisplays(Options& options) {
     auto& displays = options.fleet.displays;
@@ -171,7 +130,7 @@ ExitStatus upload(Options options) {
     takeProjectFromDisplays(options);
     if (options.fleet.displays.empty() == options.fleet.list.empty())
         throw CommandFailure(ExitStatus::Unusable, "upload takes either --to or --list");
-    return isWorker() ? uploadAsWorker(options) : uploadToMany(options);
+    return uploadToMany(options);
 }
 
 } // namespace

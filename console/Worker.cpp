@@ -3,13 +3,10 @@
 #include "console/Output.h"
 
 #include <array>
-#include <cstdlib>
 
 namespace orvista::console {
 
 namespace {
-
-constexpr const char* workerVariable = "ORVISTA_WORKER";
 
 std::string_view word(UploadStage stage) {
     switch (stage) {
@@ -27,15 +24,11 @@ std::string_view word(UploadStage stage) {
 
 } // namespace
 
-bool isWorker() {
-    return std::getenv(workerVariable) != nullptr;
-}
-
 std::vector<ChildProcess::Setting> workerEnvironment(const std::string& scratch) {
 #ifdef _WIN32
-    return {{workerVariable, "1"}, {"TMP", scratch}, {"TEMP", scratch}};
+    return {{"TMP", scratch}, {"TEMP", scratch}};
 #else
-    return {{workerVariable, "1"}, {"TMPDIR", scratch}};
+    return {{"TMPDIR", scratch}};
 #endif
 }
 

@@ -6,14 +6,18 @@
 #include "link/DisplayUpload.h"
 
 #include <string>
+#include <string_view>
 #include <vector>
 
-/// The process that works on one display, started by the first with the command that a user would give for
-/// that display alone. What it is to send lies in a folder that is its own already.
+/// The process that works on one display, started by the first with a command that help does not show. What
+/// it is to send lies in a folder that is its own already.
 namespace orvista::console {
 
-bool isWorker();
-/// What tells a worker that it is one, and keeps what it writes meanwhile in a folder that the first removes.
+/// The commands: DISPLAY and PROJECT follow, and for an upload --skip-equal and --verify as users give them.
+inline constexpr std::string_view uploadWorker = "upload-worker";
+inline constexpr std::string_view downloadWorker = "download-worker";
+
+/// Keeps what a worker writes meanwhile in a folder that the first process removes.
 /// \param scratch UTF-8
 std::vector<ChildProcess::Setting> workerEnvironment(const std::string& scratch);
 

@@ -84,6 +84,22 @@ class Upload(FleetTest):
                                   "SITE UPLOAD END"])
         self.assertEqual({path: path.read_bytes() for path in (self.folder / "plant").iterdir()}, before)
 
+    def test_no_variable_of_the_environment_makes_a_worker_of_it(self):
+        display, = self.make(1)
+        self.displays.serve()
+        name = self.write_list([f"a,127.0.0.1,{display.port},plant/LINE3.orx"])
+        os.environ["ORVISTA_WORKER"] = "1"
+        self.addCleanup(os.environ.pop, "ORVISTA_WORKER")
+        self.assertIn("a: done, 7 files", self.outcome(0, "upload", "--list", name)[0])
+        self.assertIn("a: done, 7 files", self.outcome(0, "download", "--list", name, "-o", "fetched")[0])
+        self.assertEqual(display.files(), self.sent())
+
+    def test_workers_are_not_for_people(self):
+        self.assertNotIn("worker", self.outcome(0, "--help")[0])
+        for arguments in (["upload-worker"], ["upload-worker", "127.0.0.1"], ["download-worker"],
+                          ["download-worker", "127.0.0.1"], ["upload-worker", "127.0.0.1", "plant/LINE3.orx", "--list", "a.csv"]):
+            self.assertTrue(self.complaint(2, *arguments))
+
     def test_one_that_is_dead_or_refuses_holds_up_none(self):
         good = self.make(4)
         refusing = self.displays.make(read_only=True)

@@ -1,0 +1,58 @@
+#include "console/Commands.h"
+
+#include "console/Displays.h"
+#include "console/Projects.h"
+#include "console/Worker.h"
+#include "link/DisplayFiles.h"
+#include "link/TransferControls.h"
+#include "link/TransferredFiles.h"
+#include "model/Windows1252.h"
+
+#include <memory>
+
+namespace orvista::console {
+
+namespace {
+
+struct Options {
+    std::string display;
+    std::string path;
+};
+
+/// Fetches into the folder of `path`, there already, and saves the project there.
+std::size_t fetchProject(const DisplayAddress& display, const std::string& path, StatePrinter& states) {
+    const std::string folder = PathRules::native().split(path).value().folder;
+    states.enter(UploadStage::Connecting);
+    fetchDisplayFiles(display, folder, states, makeTransferControl);
+    Project project = readFetchedProject(folder, display.host);
+    project.IP = windows1252FromUtf8(display.host).value_or(std::string());
+    saveProject(path, project);
+    return transferredDeviceFiles.size() + bitmapsOfFolder(folder).size();
+}
+
+ExitStatus download(const Options& options) {
+    StatePrinter states(options.display);
+    TransferEnd end;
+    try {
+        end.files = fetchProject(transferAddress(options.display), options.path, states);
+        end.outcome = FleetOutcome::Done;
+    } catch (const FetchFailure& failure) {
+        end = failedTransfer(failure.what());
+    } catch (const CommandFailure& failure) {
+        end = failedTransfer(failure.what());
+    }
+    return states.finish(end);
+}
+
+} // namespace
+
+void addDownloadWorker(CLI::App& program, Run& run) {
+    const auto options = std::make_shared<Options>();
+    CLI::App* command = program.add_subcommand(std::string(downloadWorker))->group("");
+    command->add_option("DISPLAY", options->display)->required();
+    command->add_option("PROJECT", options->path, "The project file to write; its folder is there already")
+        ->required();
+    command->callback([options, &run] { run = [options] { return download(*options); }; });
+}
+
+} // namespace orvista::console
