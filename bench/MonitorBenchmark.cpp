@@ -25,7 +25,7 @@ struct Monitored {
             project.STDMSG[i] = "CLEAR\r\nTEXT 0 0 GREEN BLACK \"Level        m\"\r\n"
                                 "DISPVAR 48 0 ORANGE BLACK RegVar1\r\nIN GO-LEFT 1 50\r\nACT STILL 3000\r\n";
         panel.emplace(project, 128, PreviewClock::system(), display.modbusPort(),
-                      [] { return std::vector<std::string>(); });
+                      [] { return std::vector<Item>(); });
         panel->resize(1000, 300);
         panel->show();
         if (!QTest::qWaitForWindowExposed(&*panel))

@@ -92,7 +92,7 @@ Findings checkAddressMap(const Project& project) {
                         blockOf(emergencyMessages, "emergency messages", project),
                         blockOf(regularMessages, "regular messages", project)};
     keepTogether(coils[1], coils[2]);
-    FindingList found("address map");
+    FindingList found{Item()};
     checkRange(floats, found);
     for (const Block& block : coils)
         checkRange(block, found);

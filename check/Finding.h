@@ -1,5 +1,7 @@
 #pragma once
 
+#include "model/Place.h"
+
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -13,10 +15,7 @@ std::string_view severityName(Severity severity);
 
 /// One thing that is wrong, or worth a look, in a project.
 struct Finding {
-    std::string item;       ///< "address map", "RegVar3", "CoilVar3", "STDMSG12", "ALTMSG2"
-    std::size_t line = 0;   ///< of the stored script, from 1; 0 when it is about no line
-    std::size_t column = 0; ///< the byte of the line at which the word or character concerned begins, from
-                            ///< 1; after the line's end for a word that is missing; 0 without a line
+    Place place;
     Severity severity = Severity::Error;
     std::string_view code; ///< "text-cut"; lives as long as the program
     std::string text;      ///< a sentence: what will happen on the display, and what to do

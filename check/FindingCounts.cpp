@@ -21,10 +21,10 @@ FindingCounts countsOf(const Findings& findings) {
     return {findings.errors, findings.warnings, findings.notes};
 }
 
-std::map<std::string, FindingCounts, std::less<>> countsByItem(const Findings& findings) {
-    std::map<std::string, FindingCounts, std::less<>> counts;
+std::map<Item, FindingCounts> countsByItem(const Findings& findings) {
+    std::map<Item, FindingCounts> counts;
     for (const Finding& finding : findings.list) {
-        FindingCounts& ofItem = counts[finding.item];
+        FindingCounts& ofItem = counts[finding.place.item];
         switch (finding.severity) {
         case Severity::Error:
             ++ofItem.errors;

@@ -18,7 +18,7 @@ struct FindingCounts {
 
 FindingCounts countsOf(const Findings& findings);
 /// By item, as far as the findings are listed.
-std::map<std::string, FindingCounts, std::less<>> countsByItem(const Findings& findings);
+std::map<Item, FindingCounts> countsByItem(const Findings& findings);
 
 /// "1 error, 2 warnings"; empty for none.
 std::string countsText(const FindingCounts& counts);

@@ -36,7 +36,9 @@ Findings FindingList::merged(std::vector<FindingList> lists) {
         addCounts(all, list.findings_);
         std::ranges::move(list.findings_.list, std::back_inserter(all.list));
     }
-    const auto place = [](const Finding& finding) { return std::tuple(finding.line, finding.column); };
+    const auto place = [](const Finding& finding) {
+        return std::tuple(finding.place.line, finding.place.column);
+    };
     // Mostly one list alone holds findings, in order.
     if (!std::ranges::is_sorted(all.list, {}, place))
         std::ranges::stable_sort(all.list, {}, place);

@@ -14,22 +14,24 @@ namespace orvista {
 /// maximumFindings are counted, but their sentences never written.
 class FindingList {
 public:
-    /// Where a finding is; see Finding.
-    struct Place {
+    /// Where in the item a finding is; see Place.
+    struct Where {
         std::size_t line = 0;
         std::size_t column = 0;
+        std::size_t length = 0;
     };
 
-    explicit FindingList(std::string item) : item_(std::move(item)) {}
+    explicit FindingList(Item item) : item_(item) {}
 
     /// \param sentence makes the finding's text (UTF-8)
     template <typename Sentence>
-    void add(const codes::Code& code, Place place, Sentence&& sentence) {
+    void add(const codes::Code& code, Where where, Sentence&& sentence) {
         count(code.severity, 1);
         // What stands on one line is put into order later.
         const auto& list = findings_.list;
-        if (list.size() < maximumFindings || list.back().line == place.line)
-            findings_.list.push_back({item_, place.line, place.column, code.severity, code.name, sentence()});
+        if (list.size() < maximumFindings || list.back().place.line == where.line)
+            findings_.list.push_back(
+                {{item_, where.line, where.column, where.length}, code.severity, code.name, sentence()});
     }
     /// Findings that are known by their number alone.
     void count(Severity severity, std::size_t number);
@@ -39,7 +41,7 @@ public:
     Findings sorted() &&;
 
 private:
-    std::string item_;
+    Item item_;
     Findings findings_;
 };
 

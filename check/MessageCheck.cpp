@@ -41,8 +41,8 @@ std::string reservedLineText(ReservedLine kind, std::string_view line, bool foll
 }
 
 /// Finds lines that the files around a message take for their own.
-FindingList reservedLines(std::string_view item, std::string_view script, std::vector<std::size_t>& numbers) {
-    FindingList found{std::string(item)};
+FindingList reservedLines(Item item, std::string_view script, std::vector<std::size_t>& numbers) {
+    FindingList found(item);
     MemorySource source(script);
     LineReader lines(source);
     std::string_view line;
@@ -62,8 +62,8 @@ FindingList reservedLines(std::string_view item, std::string_view script, std::v
     return found;
 }
 
-FindingList lostMessage(std::string_view item, std::string_view script) {
-    FindingList found{std::string(item)};
+FindingList lostMessage(Item item, std::string_view script) {
+    FindingList found(item);
     if (!script.empty() && script.find_first_not_of(" \r\n") == std::string_view::npos)
         found.add(codes::lostMessage, {}, [] {
             return "When the project is opened again this message is gone and every later one moves up a "
@@ -73,9 +73,9 @@ FindingList lostMessage(std::string_view item, std::string_view script) {
 }
 
 /// \param reserved numbers of the lines that are found for another reason
-FindingList skippedLines(std::string_view item, const InterpretedScript& script,
+FindingList skippedLines(Item item, const InterpretedScript& script,
                          const std::vector<std::size_t>& reserved) {
-    FindingList found{std::string(item)};
+    FindingList found(item);
     for (const ScriptRemark& remark : script.remarks)
         if (!std::ranges::binary_search(reserved, remark.line))
             found.add(codeOf(remark.reason), {remark.line, remark.column},
@@ -102,8 +102,8 @@ void lookUpBitmaps(ScriptPage& page, const BitmapProvider& provider, BitmapsByNa
 
 } // namespace
 
-CheckedMessage checkScript(std::string_view item, std::string_view script, PanelSize panel,
-                           const FieldFormats& formats, const BitmapProvider& bitmaps) {
+CheckedMessage checkScript(Item item, std::string_view script, PanelSize panel, const FieldFormats& formats,
+                           const BitmapProvider& bitmaps) {
     std::vector<std::size_t> reserved;
     std::vector<FindingList> found;
     found.reserve(4);
@@ -111,7 +111,7 @@ CheckedMessage checkScript(std::string_view item, std::string_view script, Panel
     found.push_back(reservedLines(item, script, reserved));
 
     CheckedMessage result;
-    FindingList drawn{std::string(item)};
+    FindingList drawn(item);
     const InterpretedScript interpreted = interpretPageByPage(script, [&](ScriptPage& page) {
         result.variables |= variablesShown(page);
         lookUpBitmaps(page, bitmaps, result.bitmaps);

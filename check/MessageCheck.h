@@ -19,7 +19,7 @@ struct CheckedMessage {
     BitmapsByName bitmaps; ///< that it names
 };
 
-CheckedMessage checkScript(std::string_view item, std::string_view script, PanelSize panel,
-                           const FieldFormats& formats, const BitmapProvider& bitmaps);
+CheckedMessage checkScript(Item item, std::string_view script, PanelSize panel, const FieldFormats& formats,
+                           const BitmapProvider& bitmaps);
 
 } // namespace orvista

@@ -6,7 +6,7 @@
 #include "display/PageFit.h"
 #include "display/StepTiming.h"
 #include "model/BitmapName.h"
-#include "model/ItemKind.h"
+#include "model/Item.h"
 #include "model/Numbers.h"
 #include "model/Text.h"
 #include "script/ScriptCommands.h"
@@ -23,9 +23,9 @@ namespace {
 std::string fieldName(const FieldElement& field) {
     switch (field.value) {
     case LiveValue::Float:
-        return floatVariables.name(field.index);
+        return nameOf({Kind::Float, field.index});
     case LiveValue::Boolean:
-        return booleanVariables.name(field.index);
+        return nameOf({Kind::Boolean, field.index});
     case LiveValue::Time:
         return "TIME";
     case LiveValue::Date:
@@ -84,7 +84,7 @@ private:
         });
     }
 
-    FindingList::Place contentOf(std::size_t element, std::size_t offset = 0) const {
+    FindingList::Where contentOf(std::size_t element, std::size_t offset = 0) const {
         const ScriptSource& source = sourceOf(page_.elements[element]);
         return {source.line, source.content + offset};
     }

@@ -6,7 +6,7 @@
 #include "check/VariableCheck.h"
 #include "display/FieldFormats.h"
 #include "display/LedRaster.h"
-#include "model/ItemKind.h"
+#include "model/Item.h"
 
 #include <algorithm>
 #include <array>
@@ -54,10 +54,10 @@ bool isSame(const FoundBitmap& one, const FoundBitmap& other) {
     return one.image == other.image && one.error == other.error;
 }
 
-Findings notInUse(const std::string& variable) {
+Findings notInUse(Item variable) {
     FindingList found(variable);
     found.add(codes::notInUse, {}, [&] {
-        return "No message shows " + variable +
+        return "No message shows " + nameOf(variable) +
                ", though its settings were changed: show it with DISPVAR, or "
                "leave it.";
     });
@@ -80,9 +80,8 @@ struct ProjectCheck::State {
     template <typename Content, typename Check>
     void update(std::optional<CheckedItem<Content>>& item, const Content& content, Check&& check);
     template <std::size_t count>
-    void update(Messages<count>& messages, const ItemKind& kind,
-                const std::array<std::string, count>& scripts, const BitmapProvider& bitmaps,
-                const VariableUse& changed);
+    void update(Messages<count>& messages, Kind kind, const std::array<std::string, count>& scripts,
+                const BitmapProvider& bitmaps, const VariableUse& changed);
     static bool isCurrent(const Message& message, const std::string& script, const BitmapProvider& bitmaps,
                           const VariableUse& changed);
 
@@ -118,14 +117,14 @@ bool ProjectCheck::State::isCurrent(const Message& message, const std::string& s
 }
 
 template <std::size_t count>
-void ProjectCheck::State::update(Messages<count>& messages, const ItemKind& kind,
+void ProjectCheck::State::update(Messages<count>& messages, Kind kind,
                                  const std::array<std::string, count>& scripts, const BitmapProvider& bitmaps,
                                  const VariableUse& changed) {
     for (std::size_t i = 0; i < count; ++i) {
         if (messages[i] && isCurrent(*messages[i], scripts[i], bitmaps, changed))
             continue;
         messages[i] = Message{looksAgain ? scripts[i] : std::string(),
-                              checkScript(kind.name(i), scripts[i], *panel, formats, bitmaps)};
+                              checkScript({kind, i}, scripts[i], *panel, formats, bitmaps)};
         ++itemsLookedAt;
     }
 }
@@ -143,13 +142,15 @@ void ProjectCheck::State::update(const Project& project, const BitmapProvider& b
 
     update(addresses, addressMap(project), [&] { return checkAddressMap(project); });
     for (std::size_t i = 0; i < floats.size(); ++i)
-        update(floats[i], project.RegVar[i],
-               [&] { return checkVariable(floatVariables.name(i), project.RegVar[i]); });
+        update(floats[i], project.RegVar[i], [&] {
+            return checkVariable({Kind::Float, i}, project.RegVar[i]);
+        });
     for (std::size_t i = 0; i < booleans.size(); ++i)
-        update(booleans[i], project.CoilVar[i],
-               [&] { return checkVariable(booleanVariables.name(i), project.CoilVar[i]); });
-    update(regular, regularMessages, project.STDMSG, bitmaps, changed);
-    update(emergency, emergencyMessages, project.ALTMSG, bitmaps, changed);
+        update(booleans[i], project.CoilVar[i], [&] {
+            return checkVariable({Kind::Boolean, i}, project.CoilVar[i]);
+        });
+    update(regular, Kind::Regular, project.STDMSG, bitmaps, changed);
+    update(emergency, Kind::Emergency, project.ALTMSG, bitmaps, changed);
 }
 
 VariableUse ProjectCheck::State::variablesShown() const {
@@ -166,15 +167,15 @@ Findings ProjectCheck::State::collected(Notes notes) const {
     const VariableUse shown = variablesShown();
     Findings findings = addresses->findings;
     const auto appendVariables = [&](const auto& items, const auto& ofDefaults, const auto& isShown,
-                                     const ItemKind& kind) {
+                                     Kind kind) {
         for (std::size_t i = 0; i < items.size(); ++i) {
             append(findings, items[i]->findings);
             if (notes == Notes::Included && !isShown[i] && items[i]->content != ofDefaults[i])
-                append(findings, notInUse(kind.name(i)));
+                append(findings, notInUse({kind, i}));
         }
     };
-    appendVariables(floats, defaults.RegVar, shown.floats, floatVariables);
-    appendVariables(booleans, defaults.CoilVar, shown.booleans, booleanVariables);
+    appendVariables(floats, defaults.RegVar, shown.floats, Kind::Float);
+    appendVariables(booleans, defaults.CoilVar, shown.booleans, Kind::Boolean);
     for (const auto& message : regular)
         append(findings, message->checked.findings);
     for (const auto& message : emergency)
@@ -203,7 +204,7 @@ Findings checkProject(const Project& project, const BitmapProvider& bitmaps, int
     return once.check(project, bitmaps, columns, notes);
 }
 
-Findings checkMessage(std::string_view item, std::string_view script, const Project& project,
+Findings checkMessage(Item item, std::string_view script, const Project& project,
                       const BitmapProvider& bitmaps, int columns) {
     return checkScript(item, script, panelOf(columns), fieldFormats(project), bitmaps).findings;
 }

@@ -21,8 +21,8 @@ enum class Notes { LeftOut, Included };
 Findings checkProject(const Project& project, const BitmapProvider& bitmaps, int columns,
                       Notes notes = Notes::LeftOut);
 
-/// What is found in one script, as if it were the message of that name ("STDMSG12").
-Findings checkMessage(std::string_view item, std::string_view script, const Project& project,
+/// What is found in one script, as if it were that message.
+Findings checkMessage(Item item, std::string_view script, const Project& project,
                       const BitmapProvider& bitmaps, int columns);
 
 /// A check that is made again and again: only the items that have changed since the last time, and the

@@ -73,14 +73,14 @@ void checkFloatFormat(const FloatVariable& variable, FindingList& found) {
 
 } // namespace
 
-Findings checkVariable(const std::string& item, const FloatVariable& variable) {
+Findings checkVariable(Item item, const FloatVariable& variable) {
     FindingList found(item);
     checkFloatDefault(variable, found);
     checkFloatFormat(variable, found);
     return std::move(found).sorted();
 }
 
-Findings checkVariable(const std::string& item, const BooleanVariable& variable) {
+Findings checkVariable(Item item, const BooleanVariable& variable) {
     FindingList found(item);
     const std::string_view text = trimBlanks(variable.defaultValue);
     if (!isOneOf(booleanDefaultChoices, text))

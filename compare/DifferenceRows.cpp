@@ -2,7 +2,6 @@
 
 #include "items/ProjectMessages.h"
 #include "model/Files.h"
-#include "model/ItemPlace.h"
 #include "sheets/SheetChange.h"
 
 #include <algorithm>

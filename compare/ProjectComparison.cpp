@@ -2,7 +2,7 @@
 
 #include "items/ProjectMessages.h"
 #include "model/ItemKind.h"
-#include "model/ItemPlace.h"
+#include "model/ItemState.h"
 #include "model/Numbers.h"
 
 namespace orvista {

@@ -35,9 +35,9 @@ struct Report {
 
 nlohmann::ordered_json findingObject(const std::string& project, const Finding& finding) {
     return {{"project", project},
-            {"item", finding.item},
-            {"line", finding.line},
-            {"column", finding.column},
+            {"item", nameOf(finding.place.item)},
+            {"line", finding.place.line},
+            {"column", finding.place.column},
             {"severity", severityName(finding.severity)},
             {"code", finding.code},
             {"text", finding.text}};

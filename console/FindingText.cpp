@@ -5,9 +5,9 @@
 namespace orvista::console {
 
 std::string findingText(const std::string& project, const Finding& finding) {
-    std::string text = project + ":" + finding.item;
-    if (finding.line > 0)
-        text += ":" + decimalText(finding.line) + ":" + decimalText(finding.column);
+    std::string text = project + ":" + nameOf(finding.place.item);
+    if (finding.place.line > 0)
+        text += ":" + decimalText(finding.place.line) + ":" + decimalText(finding.place.column);
     return text.append(": ")
         .append(severityName(finding.severity))
         .append(": ")

@@ -8,7 +8,7 @@
 #include "display/PngFile.h"
 #include "display/Programme.h"
 #include "display/RasterAt.h"
-#include "model/ItemKind.h"
+#include "model/Item.h"
 #include "model/Text.h"
 
 #include <ctime>
@@ -34,14 +34,13 @@ struct Options {
 MessageCoils coilsOf(const std::vector<std::string>& items) {
     MessageCoils coils;
     for (const std::string& item : items) {
-        if (const auto regular = regularMessages.indexOfName(item))
-            coils.regular.set(*regular);
-        else if (const auto emergency = emergencyMessages.indexOfName(item))
-            coils.emergency.set(*emergency);
+        const auto message = messageNamed(item);
+        if (!message)
+            throw CommandFailure(ExitStatus::Unusable, notAMessage(item));
+        if (message->kind == Kind::Regular)
+            coils.regular.set(message->index);
         else
-            throw CommandFailure(ExitStatus::Unusable,
-                                 item + " is not a message; there are STDMSG1 to STDMSG40 and "
-                                        "ALTMSG1 to ALTMSG20");
+            coils.emergency.set(message->index);
     }
     return coils;
 }

@@ -4,7 +4,7 @@
 
 namespace orvista {
 
-void DiscardedScripts::add(const std::string& item, const std::string& script, const QDateTime& time) {
+void DiscardedScripts::add(Item item, const std::string& script, const QDateTime& time) {
     const auto same = std::find_if(entries_.begin(), entries_.end(), [&](const Entry& entry) {
         return entry.item == item && entry.script == script;
     });

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "model/Item.h"
+
 #include <QDateTime>
 
 #include <cstddef>
@@ -16,13 +18,13 @@ public:
     static constexpr std::size_t maximumBytes = std::size_t{16} << 20;
 
     struct Entry {
-        std::string item; ///< "STDMSG3"
+        Item item;
         std::string script;
         QDateTime time;
     };
 
     /// A script of the item that is there already moves to the front.
-    void add(const std::string& item, const std::string& script, const QDateTime& time);
+    void add(Item item, const std::string& script, const QDateTime& time);
     /// Newest first.
     const std::deque<Entry>& entries() const { return entries_; }
 

@@ -30,10 +30,9 @@ DiscardedScriptsMenu::DiscardedScriptsMenu(MessageListPage& page, Navigator& nav
     setObjectName(QStringLiteral("mnuEditRestoreScript"));
     setToolTipsVisible(true);
     connect(this, &QMenu::aboutToShow, this, &DiscardedScriptsMenu::fill);
-    connect(&page, &MessageListPage::discarded, this,
-            [this](const std::string& item, const std::string& script) {
-                scripts_.add(item, script, QDateTime::currentDateTime());
-            });
+    connect(&page, &MessageListPage::discarded, this, [this](Item item, const std::string& script) {
+        scripts_.add(item, script, QDateTime::currentDateTime());
+    });
 }
 
 CommandRow DiscardedScriptsMenu::entry() {
@@ -53,7 +52,7 @@ void DiscardedScriptsMenu::fill() {
     for (const DiscardedScripts::Entry& entry : scripts_.entries()) {
         const QString time = QLocale().toString(entry.time.time(), QLocale::ShortFormat);
         QAction* const action =
-            addAction(QStringLiteral("%1, %2").arg(QString::fromStdString(entry.item), time));
+            addAction(QStringLiteral("%1, %2").arg(QString::fromStdString(nameOf(entry.item)), time));
         action->setToolTip(beginningOf(entry.script));
         // By value: the list changes while a script is restored.
         connect(action, &QAction::triggered, this, [this, entry] { restore(entry); });

@@ -1,8 +1,9 @@
 #pragma once
 
-#include <QString>
+#include "model/Item.h"
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -12,8 +13,8 @@ namespace orvista {
 class ItemPage {
 public:
     virtual ~ItemPage() = default;
-    /// The name of the shown item, such as "STDMSG3"; empty when none is shown.
-    virtual std::string shownItem() const = 0;
+    /// Nothing when none is shown.
+    virtual std::optional<Item> shownItem() const = 0;
     /// True when the page shows something of the item that is not in the project. Found by comparing, so that
     /// it can differ from whether Apply is enabled.
     virtual bool isNotApplied() const = 0;
@@ -22,8 +23,8 @@ public:
     /// Puts texts of the same item back into these boxes, as if they had been edited, and enables Apply.
     /// Another number of texts changes nothing.
     virtual void putBack(const std::vector<std::string>& texts) = 0;
-    /// Shows another item as a click on the node of that key does: what is not applied is lost.
-    virtual void showItem(const QString& key) = 0;
+    /// Shows another item as a click on its node does: what is not applied is lost.
+    virtual void showItem(Item item) = 0;
     /// Shows what the project holds now of the shown item: it was changed from outside the page. Apply is
     /// disabled as after a click on its node.
     virtual void showAnew() = 0;

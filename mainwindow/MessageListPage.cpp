@@ -140,7 +140,7 @@ std::string* MessageListPage::storedScript() const {
 
 void MessageListPage::noteDiscarded(bool differs) {
     if (differs && !txtMsg->document()->isEmpty())
-        emit discarded(shownItem(), txtMsg->bytes());
+        emit discarded(*shownItem(), txtMsg->bytes());
 }
 
 void MessageListPage::trvMsg_NodeClick(QTreeWidgetItem* node) {
@@ -235,8 +235,8 @@ void MessageListPage::compare() {
         emit notAppliedChanged();
 }
 
-std::string MessageListPage::shownItem() const {
-    return txtMsgName->bytes();
+std::optional<Item> MessageListPage::shownItem() const {
+    return messageNamed(txtMsgName->bytes());
 }
 
 bool MessageListPage::isNotApplied() const {
@@ -255,8 +255,8 @@ void MessageListPage::putBack(const std::vector<std::string>& texts) {
     btnMsgApply->setEnabled(true); // also after an emptied box
 }
 
-void MessageListPage::showItem(const QString& key) {
-    trvMsg->click(key);
+void MessageListPage::showItem(Item item) {
+    trvMsg->click(QString::fromStdString(keyOf(item)));
 }
 
 void MessageListPage::enter(std::size_t line) {
@@ -281,7 +281,7 @@ void MessageListPage::btnMsgApply_Click() {
         txtMsg->setBytes(clearScript);
     ItemState before;
     if (script)
-        before = {shownItem(), std::exchange(*script, txtMsg->bytes())};
+        before = {nameOf(*shownItem()), std::exchange(*script, txtMsg->bytes())};
     disableUsed(btnMsgApply, txtMsg);
     compare();
     modifiedMark_.SetModified(true);

@@ -34,13 +34,13 @@ public:
     /// The project was changed, or saved under another name. Keeps unapplied edits.
     void followProject();
 
-    std::string shownItem() const override;
+    std::optional<Item> shownItem() const override;
     /// True while the box's bytes differ from the stored script, also where Apply is disabled because the box
     /// was emptied.
     bool isNotApplied() const override;
     std::vector<std::string> editedTexts() const override;
     void putBack(const std::vector<std::string>& texts) override;
-    void showItem(const QString& key) override;
+    void showItem(Item item) override;
     void showAnew() override { refresh(); }
     void enter(std::size_t line) override;
     /// Writes a script over the one in the box, as typing it does.
@@ -56,7 +56,7 @@ signals:
     /// Apply has stored the shown script; the message held this before.
     void stored(const ItemState& before);
     /// An edited script of that message was thrown away.
-    void discarded(const std::string& item, const std::string& script);
+    void discarded(orvista::Item item, const std::string& script);
     /// The script in the box is another.
     void edited();
 

@@ -2,7 +2,7 @@
 
 #include "mainwindow/Guard.h"
 #include "mainwindow/TcpTesterPage.h"
-#include "model/ItemPlace.h"
+#include "model/ItemState.h"
 #include "model/Numbers.h"
 #include "model/Text.h"
 #include "widgets/FormParts.h"
@@ -145,8 +145,8 @@ void ModbusSettingPage::compare() {
         emit notAppliedChanged();
 }
 
-std::string ModbusSettingPage::shownItem() const {
-    return addressMapName;
+std::optional<Item> ModbusSettingPage::shownItem() const {
+    return Item();
 }
 
 bool ModbusSettingPage::isNotApplied() const {
@@ -171,7 +171,7 @@ void ModbusSettingPage::putBack(const std::vector<std::string>& texts) {
         blocks[i]->next->setText(QString::fromStdString(texts[i]));
 }
 
-void ModbusSettingPage::showItem(const QString& /*key*/) {}
+void ModbusSettingPage::showItem(Item /*item*/) {}
 
 void ModbusSettingPage::enter(std::size_t /*line*/) {
     emergency_.next->setFocus(Qt::OtherFocusReason);

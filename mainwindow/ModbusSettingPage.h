@@ -32,14 +32,14 @@ public:
     void fillTestPage();
 
     /// The address map is always the one.
-    std::string shownItem() const override;
+    std::optional<Item> shownItem() const override;
     /// True while one of the new boxes is not empty.
     bool isNotApplied() const override;
     /// Of the new boxes: emergency, regular, float, Boolean.
     std::vector<std::string> editedTexts() const override;
     /// Enables Apply where typing the texts does: half a number more would store a zero.
     void putBack(const std::vector<std::string>& texts) override;
-    void showItem(const QString& key) override;
+    void showItem(Item item) override;
     /// Leaves the new boxes and Apply alone, as Restore Default leaves Apply.
     void showAnew() override;
     void enter(std::size_t line) override;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "model/ItemPlace.h"
+#include "model/Place.h"
 
 #include <QObject>
 
@@ -13,7 +13,6 @@ namespace orvista {
 
 class Commands;
 class ItemPage;
-struct ItemKind;
 
 /// Goes to an item of the project, as users would: its page by the Option menu's entry, its node by a click,
 /// then the line.
@@ -22,7 +21,7 @@ class Navigator final : public QObject {
 public:
     /// How the items of a kind are reached.
     struct Way {
-        const ItemKind* kind; ///< null for the address map
+        Kind kind;
         const char* pageEntry;
         ItemPage* page;
     };
@@ -33,20 +32,20 @@ public:
     /// Where an edit that is not applied would be lost, the first call only says so; the next one goes, when
     /// it is about the same place and forget() was not called in between. Does nothing while there is no
     /// project or a modal dialog is open.
-    void goTo(const ItemPlace& place);
+    void goTo(const Place& place);
     /// The user did something else: a place that was asked for is not waiting any more.
     void forget();
 
-    /// The names of the items that are shown with an edit that is not applied.
-    std::vector<std::string> notAppliedItems() const;
+    /// The items that are shown with an edit that is not applied.
+    std::vector<Item> notAppliedItems() const;
 
 private:
-    bool waitsFor(const ItemPlace& place, const ItemPage& page);
+    bool waitsFor(const Place& place, const ItemPage& page);
 
     Commands& commands_;
     std::vector<Way> ways_;
     std::function<void(const QString&)> showNotice_;
-    std::optional<ItemPlace> waiting_;
+    std::optional<Place> waiting_;
 };
 
 } // namespace orvista

@@ -1,7 +1,6 @@
 #include "mainwindow/ProjectChanges.h"
 
 #include "mainwindow/ItemPage.h"
-#include "model/ItemPlace.h"
 
 #include <QUndoCommand>
 
@@ -15,6 +14,12 @@ namespace {
 
 QString shownName(const std::string& item) {
     return item == addressMapName ? ProjectChanges::tr("the address map") : QString::fromStdString(item);
+}
+
+/// Empty where the page shows none.
+std::string shownName(const ItemPage& page) {
+    const auto item = page.shownItem();
+    return item ? nameOf(*item) : std::string();
 }
 
 QString stepOfPage(const std::string& item) {
@@ -101,7 +106,7 @@ std::vector<ItemChange> ProjectChanges::changesTo(const std::vector<ItemState>& 
 
 bool ProjectChanges::mayChange(std::span<const std::string> items) {
     for (const ItemPage* page : pages_) {
-        const std::string shown = page->shownItem();
+        const std::string shown = shownName(*page);
         if (std::find(items.begin(), items.end(), shown) == items.end() || !page->isNotApplied())
             continue;
         refused_ = true;
@@ -170,7 +175,7 @@ const ProjectChanges::Step& ProjectChanges::step(int index) const {
 void ProjectChanges::show(const std::vector<ItemChange>& changes) {
     const std::vector<std::string> items = itemsOf(changes);
     for (ItemPage* const page : pages_) {
-        if (std::find(items.begin(), items.end(), page->shownItem()) != items.end())
+        if (std::find(items.begin(), items.end(), shownName(*page)) != items.end())
             page->showAnew();
     }
     modifiedMark_.SetModified(true);

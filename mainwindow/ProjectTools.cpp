@@ -14,7 +14,6 @@
 #include "mainwindow/ProjectChanges.h"
 #include "mainwindow/UndoEntries.h"
 #include "mainwindow/VariableListPage.h"
-#include "model/ItemKind.h"
 #include "widgets/ModalDialogs.h"
 
 #include <QAction>
@@ -49,11 +48,11 @@ ProjectTools::ProjectTools(const Project& project, ProjectChanges& changes, Comm
       dock_(new PanelDock(window)),
       navigator_(new Navigator(
           commands,
-          {{&regularMessages, "miOptionMsgLst", &pages.messages},
-           {&emergencyMessages, "miOptionMsgLst", &pages.messages},
-           {&floatVariables, "miVarLst", &pages.variables},
-           {&booleanVariables, "miVarLst", &pages.variables},
-           {nullptr, "miOptionModbusSetting", &pages.addresses}},
+          {{Kind::Regular, "miOptionMsgLst", &pages.messages},
+           {Kind::Emergency, "miOptionMsgLst", &pages.messages},
+           {Kind::Float, "miVarLst", &pages.variables},
+           {Kind::Boolean, "miVarLst", &pages.variables},
+           {Kind::AddressMap, "miOptionModbusSetting", &pages.addresses}},
           [this](const QString& text) { dock_->showNotice(text); }, this)),
       undo_(new UndoEntries(changes, commands, window)),
       discarded_(new DiscardedScriptsMenu(pages.messages, *navigator_, window)) {

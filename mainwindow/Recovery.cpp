@@ -107,9 +107,12 @@ void Recovery::open(const QString& path) {
     const std::vector<NotAppliedTexts> notApplied = claimed->work.notApplied;
     keeper_->folder().adopt(std::move(*claimed));
     for (const NotAppliedTexts& item : notApplied) {
-        around_.navigator.goTo({item.item});
+        const auto place = itemNamed(item.item);
+        if (!place)
+            continue;
+        around_.navigator.goTo({*place});
         for (ItemPage* const page : pages_)
-            if (page->shownItem() == item.item)
+            if (page->shownItem() == place)
                 page->putBack(item.texts);
     }
 }

@@ -6,7 +6,7 @@
 #include "mainwindow/PanelDock.h"
 #include "mainwindow/ProgramBeside.h"
 #include "model/FolderCopy.h"
-#include "model/ItemPlace.h"
+#include "model/Place.h"
 #include "widgets/PathText.h"
 
 #include <system_error>
@@ -17,7 +17,7 @@ namespace orvista {
 namespace {
 
 /// The message that a newcomer sees first: it moves.
-constexpr const char* firstMessage = "STDMSG1";
+constexpr Item firstMessage(Kind::Regular, 0);
 
 constexpr const char* displayNotice = "TryDisplay";
 constexpr const char* transferNotice = "TryTransfer";

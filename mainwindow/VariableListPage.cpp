@@ -218,8 +218,8 @@ void VariableListPage::compare() {
         emit notAppliedChanged();
 }
 
-std::string VariableListPage::shownItem() const {
-    return txtVarName->bytes();
+std::optional<Item> VariableListPage::shownItem() const {
+    return variableNamed(txtVarName->bytes());
 }
 
 bool VariableListPage::isNotApplied() const {
@@ -238,8 +238,8 @@ bool VariableListPage::isNotApplied() const {
     return false;
 }
 
-void VariableListPage::showItem(const QString& key) {
-    trvVar->click(key);
+void VariableListPage::showItem(Item item) {
+    trvVar->click(QString::fromStdString(keyOf(item)));
 }
 
 void VariableListPage::enter(std::size_t /*line*/) {
@@ -255,13 +255,13 @@ void VariableListPage::btnVarApply_Click() {
     ItemState before;
     if (type == booleanType) {
         BooleanVariable& variable = project_.CoilVar.at(shownIndex(booleanVariables));
-        before = {shownItem(), variable};
+        before = {nameOf(*shownItem()), variable};
         variable.defaultValue = txtVarDefValue->bytes();
         variable.onText = txtVarOnStr->bytes();
         variable.offText = txtVarOffStr->bytes();
     } else if (type == floatType) {
         FloatVariable& variable = project_.RegVar.at(shownIndex(floatVariables));
-        before = {shownItem(), variable};
+        before = {nameOf(*shownItem()), variable};
         variable.defaultValue = txtVarDefValue->bytes();
         variable.width = txtVarWidth->bytes();
         variable.precision = txtVarPrec->bytes();

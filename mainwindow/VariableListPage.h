@@ -28,12 +28,12 @@ public:
     /// The shown variable's settings from the model; name, address and type stay. Discards unapplied edits.
     void refresh();
 
-    std::string shownItem() const override;
+    std::optional<Item> shownItem() const override;
     /// True while a field differs from the variable's record.
     bool isNotApplied() const override;
     std::vector<std::string> editedTexts() const override;
     void putBack(const std::vector<std::string>& texts) override;
-    void showItem(const QString& key) override;
+    void showItem(Item item) override;
     void showAnew() override { refresh(); }
     void enter(std::size_t line) override;
 

@@ -1,7 +1,6 @@
 #include "model/ItemState.h"
 
 #include "model/ItemKind.h"
-#include "model/ItemPlace.h"
 
 #include <stdexcept>
 #include <utility>

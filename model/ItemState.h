@@ -10,6 +10,9 @@
 /// The single items of a project as values: what is compared, copied, undone.
 namespace orvista {
 
+/// How the address map is named where items are.
+inline constexpr const char* addressMapName = "address map";
+
 /// The start addresses of the four blocks.
 struct AddressMap {
     std::int32_t AnalogInput = 0;

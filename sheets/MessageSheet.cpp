@@ -87,9 +87,7 @@ private:
         const std::string name(trimBlanks(sheet_.cell(columns::Message)));
         const auto position = messagePosition(name);
         if (!position)
-            return sheet_.fail(columns::Message, quotedForMessage(name) +
-                                                     " is not a message; there are STDMSG1 to "
-                                                     "STDMSG40 and ALTMSG1 to ALTMSG20");
+            return sheet_.fail(columns::Message, notAMessage(quotedForMessage(name)));
         const std::size_t errorsBefore = result_.errors.count();
         const bool isPage = sheet_.has(columns::Page) && sheet_.cell(columns::Script).empty();
         if (isPage)
@@ -133,10 +131,10 @@ private:
     /// A project file cannot hold such a script: opening it again would move or cut messages.
     void reportWhatNoFileKeeps(const std::string& name, const std::string& script) {
         for (const Finding& finding :
-             checkMessage(name, script, project_, NoBitmaps(), PanelSize::maximumColumns).list)
+             checkMessage(*messageNamed(name), script, project_, NoBitmaps(), PanelSize::maximumColumns).list)
             if (finding.code == "reserved-line" || finding.code == "lost-message")
                 sheet_.fail(columns::Script,
-                            (finding.line > 0 ? "line " + decimalText(finding.line) + ": " : "") +
+                            (finding.place.line > 0 ? "line " + decimalText(finding.place.line) + ": " : "") +
                                 finding.text);
     }
 

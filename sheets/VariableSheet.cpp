@@ -1,7 +1,7 @@
 #include "sheets/VariableSheet.h"
 
 #include "model/Files.h"
-#include "model/ItemKind.h"
+#include "model/Item.h"
 #include "model/Numbers.h"
 #include "model/Text.h"
 #include "model/Windows1252.h"
@@ -63,9 +63,7 @@ private:
         const auto asFloat = floatVariables.indexOfName(name);
         const auto asBoolean = booleanVariables.indexOfName(name);
         if (!asFloat && !asBoolean)
-            return sheet_.fail(Name, quotedForMessage(name) +
-                                         " is not a variable; there are RegVar1 to RegVar64 and "
-                                         "CoilVar1 to CoilVar32");
+            return sheet_.fail(Name, notAVariable(quotedForMessage(name)));
         const std::size_t position = asFloat ? *asFloat : floatVariableCount + *asBoolean;
         if (const auto first = rows_[position]; first > 0)
             return sheet_.fail(Name, name + " stands in row " + decimalText(first) + " already");

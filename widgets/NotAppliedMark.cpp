@@ -6,7 +6,7 @@
 
 namespace orvista {
 
-QString notAppliedMark(const std::vector<std::string>& notAppliedItems, const std::string& item) {
+QString notAppliedMark(const std::vector<Item>& notAppliedItems, Item item) {
     if (std::ranges::find(notAppliedItems, item) == notAppliedItems.end())
         return {};
     return QCoreApplication::translate("NotAppliedMark", " (not applied)");

@@ -15,7 +15,7 @@
 namespace orvista {
 
 FindingsPanel::FindingsPanel(const Project& project, FolderCheck& check, int columns,
-                             std::function<std::vector<std::string>()> notAppliedItems)
+                             std::function<std::vector<Item>()> notAppliedItems)
     : project_(project),
       check_(check),
       notAppliedItems_(std::move(notAppliedItems)),
@@ -75,17 +75,17 @@ void FindingsPanel::checkSoon() {
 }
 
 void FindingsPanel::markNotApplied() {
-    const std::vector<std::string> notApplied = notAppliedItems_();
+    const std::vector<Item> notApplied = notAppliedItems_();
     std::vector<TableRow> rows;
     for (const Finding& finding : findings_.list) {
         rows.push_back(
             {{QString::fromUtf8(severityName(finding.severity)), static_cast<int>(finding.severity)},
              // The check names the items in their order.
-             {QString::fromUtf8(finding.item), static_cast<int>(rows.size())},
-             {finding.line == 0 ? QString() : QString::number(finding.line),
-              static_cast<qulonglong>(finding.line)},
+             {QString::fromStdString(nameOf(finding.place.item)), static_cast<int>(rows.size())},
+             {finding.place.line == 0 ? QString() : QString::number(finding.place.line),
+              static_cast<qulonglong>(finding.place.line)},
              {QString::fromUtf8(finding.code)},
-             {QString::fromUtf8(finding.text) + notAppliedMark(notApplied, finding.item)}});
+             {QString::fromUtf8(finding.text) + notAppliedMark(notApplied, finding.place.item)}});
     }
     tblFindings->setRows(std::move(rows));
 }
@@ -99,8 +99,8 @@ void FindingsPanel::showSummary() {
 }
 
 void FindingsPanel::leadToFinding(int row) {
-    const Finding& finding = findings_.list.at(static_cast<std::size_t>(row));
-    emit placeChosen({finding.item, finding.line});
+    const Place& place = findings_.list.at(static_cast<std::size_t>(row)).place;
+    emit placeChosen({place.item, place.line});
 }
 
 } // namespace orvista

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "check/FolderCheck.h"
-#include "model/ItemPlace.h"
+#include "model/Place.h"
 
 #include <QWidget>
 
@@ -25,9 +25,9 @@ class FindingsPanel final : public QWidget {
 public:
     /// \param check may be shared with others
     /// \param columns of the display, 1 to PanelSize::maximumColumns
-    /// \param notAppliedItems the names of the items that are shown with an edit that is not applied
+    /// \param notAppliedItems the items that are shown with an edit that is not applied
     FindingsPanel(const Project& project, FolderCheck& check, int columns,
-                  std::function<std::vector<std::string>()> notAppliedItems);
+                  std::function<std::vector<Item>()> notAppliedItems);
 
     /// Checks again for a display of another width, in the range above.
     void setColumns(int columns);
@@ -40,7 +40,7 @@ public:
 
 signals:
     /// A row was chosen by Enter or a double click.
-    void placeChosen(const orvista::ItemPlace& place);
+    void placeChosen(const orvista::Place& place);
     /// The user left the chosen row.
     void rowLeft();
 
@@ -51,7 +51,7 @@ private:
 
     const Project& project_;
     FolderCheck& check_;
-    std::function<std::vector<std::string>()> notAppliedItems_;
+    std::function<std::vector<Item>()> notAppliedItems_;
     int columns_;
     Findings findings_;
     SeenDelay* delay_;

@@ -1,7 +1,6 @@
 #include "compare/forms/ComparisonPanel.h"
 
 #include "items/forms/ShownTexts.h"
-#include "model/ItemPlace.h"
 #include "widgets/FormParts.h"
 #include "widgets/NotAppliedMark.h"
 #include "widgets/RowsTable.h"
@@ -44,8 +43,7 @@ TableRow differenceRow(const DifferenceRow& row, int position, const QString& ma
 
 } // namespace
 
-ComparisonPanel::ComparisonPanel(const Project& project,
-                                 std::function<std::vector<std::string>()> notAppliedItems)
+ComparisonPanel::ComparisonPanel(const Project& project, std::function<std::vector<Item>()> notAppliedItems)
     : project_(project),
       notAppliedItems_(std::move(notAppliedItems)),
       lblComparison(named<QLabel>(QStringLiteral("lblComparison"))),
@@ -132,11 +130,11 @@ QString ComparisonPanel::summary() const {
 }
 
 void ComparisonPanel::markNotApplied() {
-    const std::vector<std::string> notApplied = notAppliedItems_();
+    const std::vector<Item> notApplied = notAppliedItems_();
     std::vector<TableRow> rows;
     for (const DifferenceRow& row : rows_)
-        rows.push_back(
-            differenceRow(row, static_cast<int>(rows.size()), notAppliedMark(notApplied, row.item)));
+        rows.push_back(differenceRow(row, static_cast<int>(rows.size()),
+                                     notAppliedMark(notApplied, *itemNamed(row.item))));
     for (const FileDifference& file : files_)
         rows.push_back(fileRow(file, static_cast<int>(rows.size())));
     tblComparison->setRows(std::move(rows));
@@ -167,7 +165,7 @@ void ComparisonPanel::btnTakeTheirs_Click() {
 void ComparisonPanel::leadToRow(int row) {
     const auto index = static_cast<std::size_t>(row);
     if (index < rows_.size())
-        emit placeChosen({rows_[index].item, rows_[index].lineBefore});
+        emit placeChosen({*itemNamed(rows_[index].item), rows_[index].lineBefore});
 }
 
 } // namespace orvista

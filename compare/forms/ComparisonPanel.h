@@ -1,6 +1,7 @@
 #pragma once
 
 #include "compare/DifferenceRows.h"
+#include "model/Place.h"
 
 #include <QWidget>
 
@@ -16,7 +17,6 @@ class QPushButton;
 namespace orvista {
 
 class RowsTable;
-struct ItemPlace;
 
 /// The panel "Comparison": what differs between the project in memory and another one, or what a display
 /// holds. While it is on the screen it follows the project's changes.
@@ -36,8 +36,8 @@ public:
         std::vector<FileDifference> differences; ///< from what is sent to what the display holds
     };
 
-    /// \param notAppliedItems the names of the items that are shown with an edit that is not applied
-    ComparisonPanel(const Project& project, std::function<std::vector<std::string>()> notAppliedItems);
+    /// \param notAppliedItems the items that are shown with an edit that is not applied
+    ComparisonPanel(const Project& project, std::function<std::vector<Item>()> notAppliedItems);
 
     void compareWith(Theirs theirs);
     void showVerified(const Verified& verified);
@@ -51,7 +51,7 @@ public:
 
 signals:
     /// A row was chosen by Enter or a double click.
-    void placeChosen(const orvista::ItemPlace& place);
+    void placeChosen(const orvista::Place& place);
     /// The user left the chosen row.
     void rowLeft();
     /// These items are to hold what the other side has.
@@ -70,7 +70,7 @@ private:
     QString summary() const;
 
     const Project& project_;
-    std::function<std::vector<std::string>()> notAppliedItems_;
+    std::function<std::vector<Item>()> notAppliedItems_;
     std::optional<Theirs> theirs_;
     std::vector<DifferenceRow> rows_;   ///< what can be taken over; the files follow them
     std::vector<FileDifference> files_; ///< bitmaps, or what was verified

@@ -48,9 +48,9 @@ int endOf(const Finding& finding, int first, int endOfLine, const QTextDocument&
 /// From the character concerned on. What is missing after the line is shown at the line's last character.
 std::pair<int, int> rangeOf(const Finding& finding, const ScriptPositions& positions,
                             const QTextDocument& document) {
-    int first = positions.positionOf(finding.line, finding.column);
-    const int endOfLine = positions.endOfLine(finding.line);
-    if (first == endOfLine && first > positions.positionOf(finding.line, 1))
+    int first = positions.positionOf(finding.place.line, finding.place.column);
+    const int endOfLine = positions.endOfLine(finding.place.line);
+    if (first == endOfLine && first > positions.positionOf(finding.place.line, 1))
         --first;
     return {first, first < endOfLine ? endOf(finding, first, endOfLine, document) : first};
 }
@@ -115,7 +115,10 @@ void ScriptUnderlines::check() {
         bitmapFolder_ = project_.ProjPath;
         bitmaps_.emplace(bitmapFolder_);
     }
-    underline(checkMessage(subject_.message(), box_.bytes(), project_, *bitmaps_, subject_.columns()));
+    const auto message = subject_.message();
+    if (!message)
+        return box_.setExtraSelections({});
+    underline(checkMessage(*message, box_.bytes(), project_, *bitmaps_, subject_.columns()));
 }
 
 void ScriptUnderlines::underline(const Findings& findings) {
@@ -123,7 +126,7 @@ void ScriptUnderlines::underline(const Findings& findings) {
     const QTextCursor cursor(box_.document());
     QList<QTextEdit::ExtraSelection> selections;
     for (const Finding& finding : findings.list) {
-        if (finding.line == 0)
+        if (finding.place.line == 0)
             continue;
         const auto range = rangeOf(finding, positions, *box_.document());
         if (range.first < range.second)

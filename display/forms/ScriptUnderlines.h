@@ -27,7 +27,7 @@ public:
 
     /// What the box shows, and on how wide a panel.
     struct Subject {
-        std::function<std::string()> message; ///< "STDMSG12"
+        std::function<std::optional<Item>()> message; ///< nothing where none is shown
         std::function<int()> columns;
     };
 

@@ -40,7 +40,7 @@ ItemPanel::ItemPanel(ItemSources sources, QLineEdit* filter, RowsTable* table)
             table_->selectRow(0);
     });
     connect(table_, &RowsTable::rowActivated, this,
-            [this](int row) { emit placeChosen({item(static_cast<std::size_t>(row))}); });
+            [this](int row) { emit placeChosen({*itemNamed(item(static_cast<std::size_t>(row)))}); });
     connect(table_, &RowsTable::rowLeft, this, &ItemPanel::rowLeft);
 }
 
@@ -71,11 +71,11 @@ void ItemPanel::enterFilter() {
 }
 
 void ItemPanel::fill() {
-    const std::vector<std::string> notApplied = sources_.notAppliedItems();
+    const std::vector<Item> notApplied = sources_.notAppliedItems();
     std::vector<TableRow> rows;
     for (std::size_t row = 0; row < count(); ++row) {
         rows.push_back(cells(row));
-        rows.back().back().text += notAppliedMark(notApplied, item(row));
+        rows.back().back().text += notAppliedMark(notApplied, *itemNamed(item(row)));
     }
     table_->setRows(std::move(rows));
 }

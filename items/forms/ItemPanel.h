@@ -2,7 +2,7 @@
 
 #include "check/FolderCheck.h"
 #include "items/MessageDigest.h"
-#include "model/ItemPlace.h"
+#include "model/Place.h"
 #include "widgets/RowsTable.h"
 
 #include <QWidget>
@@ -22,8 +22,8 @@ struct ItemSources {
     const Project& project;
     MessageDigests& messages; ///< shared, so that each message is read once
     FolderCheck& check;       ///< the same
-    /// The names of the items that are shown with an edit that is not applied.
-    std::function<std::vector<std::string>()> notAppliedItems;
+    /// The items that are shown with an edit that is not applied.
+    std::function<std::vector<Item>()> notAppliedItems;
 };
 
 /// A panel with a row for each item of a kind, in a fixed order. While it is on the screen it follows the
@@ -46,7 +46,7 @@ public:
 
 signals:
     /// A row was chosen by Enter or a double click.
-    void placeChosen(const orvista::ItemPlace& place);
+    void placeChosen(const orvista::Place& place);
     /// The user left the chosen row.
     void rowLeft();
 

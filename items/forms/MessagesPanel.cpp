@@ -97,7 +97,7 @@ void MessagesPanel::showMatches() {
 
 TableRow MessagesPanel::cells(std::size_t row) const {
     const MessageRow& message = rows_.at(row);
-    const auto found = findings_.find(message.name);
+    const auto found = findings_.find(*messageNamed(message.name));
     const FindingCounts counts = found == findings_.end() ? FindingCounts() : found->second;
     TableRow cells(FindingsMark + 1);
     cells[Name] = {cellText(message.name), static_cast<int>(row)};

@@ -38,7 +38,7 @@ private:
 
     int columns_;
     std::vector<MessageRow> rows_;
-    std::map<std::string, FindingCounts, std::less<>> findings_;
+    std::map<Item, FindingCounts> findings_;
     StillPictures* pictures_;
     QTimer reading_{this};
 };

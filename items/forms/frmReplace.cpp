@@ -25,7 +25,7 @@ constexpr int tableLines = 14;
 
 } // namespace
 
-frmReplace::frmReplace(const Project& project, std::vector<std::string> notApplied, QWidget* parent)
+frmReplace::frmReplace(const Project& project, std::vector<Item> notApplied, QWidget* parent)
     : QDialog(parent),
       project_(project),
       notApplied_(std::move(notApplied)),
@@ -97,7 +97,7 @@ void frmReplace::find() {
         rows.push_back({{QString::fromStdString(message), static_cast<int>(rows.size())},
                         {QString::number(hit.line), static_cast<qulonglong>(hit.line)},
                         {shownLine(hit.before)},
-                        {shownLine(hit.after) + notAppliedMark(notApplied_, message)}});
+                        {shownLine(hit.after) + notAppliedMark(notApplied_, *itemNamed(message))}});
     }
     tblReplace->setRows(std::move(rows));
     tblReplace->setTicks(tickable());
@@ -107,7 +107,8 @@ void frmReplace::find() {
 std::vector<bool> frmReplace::tickable() const {
     std::vector<bool> free;
     for (const ReplaceHit& hit : hits_.list)
-        free.push_back(std::ranges::find(notApplied_, messageName(hit.message)) == notApplied_.end());
+        free.push_back(std::ranges::find(notApplied_, *itemNamed(messageName(hit.message))) ==
+                       notApplied_.end());
     return free;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "items/MessageReplace.h"
+#include "model/Item.h"
 
 #include <QDialog>
 
@@ -23,7 +24,7 @@ class frmReplace final : public QDialog {
 public:
     /// \param notApplied the messages that are shown with an edit that is not applied; their places are not
     ///     ticked
-    frmReplace(const Project& project, std::vector<std::string> notApplied, QWidget* parent = nullptr);
+    frmReplace(const Project& project, std::vector<Item> notApplied, QWidget* parent = nullptr);
 
     bool IsCanceled = true;          ///< true unless something is to be replaced
     std::vector<ItemState> Replaced; ///< what the messages are to hold
@@ -42,7 +43,7 @@ private:
     void btnOK_Click();
 
     const Project& project_;
-    std::vector<std::string> notApplied_;
+    std::vector<Item> notApplied_;
     ReplaceHits hits_;
 
     DeviceLineEdit* txtReplaceFind;

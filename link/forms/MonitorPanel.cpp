@@ -32,7 +32,7 @@ constexpr std::int64_t markMilliseconds = 3'000;
 /// Pages stand still here, so that this is soon enough for the next.
 constexpr int frameMilliseconds = 200;
 
-enum Column { Item, Address, State, Raw, Text, Changed, columnCount };
+enum Column { Name, Address, State, Raw, Text, Changed, columnCount };
 
 QString timeText(const LocalTime& time) {
     return QString::fromStdString(timeFieldText(time));
@@ -69,7 +69,7 @@ LedRaster standingPage(const Programme& programme, const DisplayValues& values, 
 } // namespace
 
 MonitorPanel::MonitorPanel(const Project& project, int columns, PreviewClock clock, std::uint16_t port,
-                           std::function<std::vector<std::string>()> notAppliedItems)
+                           std::function<std::vector<Item>()> notAppliedItems)
     : project_(project),
       columns_(columns),
       clock_(std::move(clock)),
@@ -95,8 +95,9 @@ MonitorPanel::MonitorPanel(const Project& project, int columns, PreviewClock clo
         monitor_->setInterval(std::chrono::milliseconds(qRound(seconds * 1000)));
     });
     connect(monitor_, &DisplayMonitor::changed, this, &MonitorPanel::follow);
-    connect(tblMonitor, &RowsTable::rowActivated, this,
-            [this](int row) { emit placeChosen({items_.at(static_cast<std::size_t>(row)).name()}); });
+    connect(tblMonitor, &RowsTable::rowActivated, this, [this](int row) {
+        emit placeChosen({*itemNamed(items_.at(static_cast<std::size_t>(row)).name())});
+    });
     connect(tblMonitor, &RowsTable::rowLeft, this, &MonitorPanel::rowLeft);
     connect(&frames_, &QTimer::timeout, this, &MonitorPanel::showPanel);
     frames_.setInterval(frameMilliseconds);
@@ -262,7 +263,7 @@ bool MonitorPanel::isMarked(std::size_t row) const {
 TableRow MonitorPanel::cells(std::size_t row) const {
     const DisplayItem& item = items_[row];
     TableRow cells(columnCount);
-    cells[Item] = {QString::fromStdString(item.name()), static_cast<int>(row)};
+    cells[Name] = {QString::fromStdString(item.name()), static_cast<int>(row)};
     cells[Address] = {QString::number(item.address), static_cast<qlonglong>(item.address)};
     if (!item.isAddressable) {
         cells[State] = {tr("no address")};
@@ -304,11 +305,11 @@ void MonitorPanel::endMarks() {
 void MonitorPanel::showRows() {
     if (!texts_ && !items_.empty())
         texts_.emplace(project_);
-    const std::vector<std::string> notApplied = notAppliedItems_();
+    const std::vector<Item> notApplied = notAppliedItems_();
     std::vector<TableRow> rows;
     for (std::size_t row = 0; row < items_.size(); ++row) {
         rows.push_back(cells(row));
-        if (std::ranges::find(notApplied, items_[row].name()) != notApplied.end())
+        if (std::ranges::find(notApplied, *itemNamed(items_[row].name())) != notApplied.end())
             rows.back()[Text].text += tr(" (not applied)");
     }
     tblMonitor->setRows(std::move(rows));

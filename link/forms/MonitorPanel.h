@@ -4,7 +4,7 @@
 #include "display/forms/PreviewClock.h"
 #include "items/ItemTexts.h"
 #include "link/forms/DisplayMonitor.h"
-#include "model/ItemPlace.h"
+#include "model/Place.h"
 #include "widgets/RowsTable.h"
 
 #include <QTimer>
@@ -33,9 +33,9 @@ class MonitorPanel final : public QWidget {
 public:
     /// \param columns of the display, 1 to PanelSize::maximumColumns
     /// \param port where the display speaks Modbus
-    /// \param notAppliedItems the names of the items that are shown with an edit that is not applied
+    /// \param notAppliedItems the items that are shown with an edit that is not applied
     MonitorPanel(const Project& project, int columns, PreviewClock clock, std::uint16_t port,
-                 std::function<std::vector<std::string>()> notAppliedItems);
+                 std::function<std::vector<Item>()> notAppliedItems);
 
     DisplayMonitor& monitor() { return *monitor_; }
     void setColumns(int columns);
@@ -46,7 +46,7 @@ public:
 
 signals:
     /// A row was chosen by Enter or a double click.
-    void placeChosen(const orvista::ItemPlace& place);
+    void placeChosen(const orvista::Place& place);
     /// The user left the chosen row.
     void rowLeft();
     /// The tester's boxes are to be ticked as these items are on.
@@ -88,7 +88,7 @@ private:
     const Project& project_;
     int columns_;
     PreviewClock clock_;
-    std::function<std::vector<std::string>()> notAppliedItems_;
+    std::function<std::vector<Item>()> notAppliedItems_;
     DisplayMonitor* monitor_;
     std::optional<ItemTexts> texts_;
     std::vector<DisplayItem> items_; ///< that the rows are about; none before the first reading

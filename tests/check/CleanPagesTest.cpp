@@ -123,11 +123,9 @@ TEST(CleanPages, TenThousandPagesOfTheWizardHaveNothingToFind) {
         project = reopened(project);
         const Findings findings = checkProject(project, bitmaps, columns);
         ASSERT_TRUE(findings.list.empty())
-            << "seed " << seed << ", " << findings.list[0].item << ":" << findings.list[0].line << " "
-            << findings.list[0].text << "\n"
-            << (findings.list[0].item.starts_with("STD")
-                    ? project.STDMSG[std::stoul(findings.list[0].item.substr(6)) - 1]
-                    : "");
+            << "seed " << seed << ", " << nameOf(findings.list[0].place.item) << ":"
+            << findings.list[0].place.line << " " << findings.list[0].text << "\n"
+            << (isMessage(findings.list[0].place.item) ? scriptOf(project, findings.list[0].place.item) : "");
     }
 }
 

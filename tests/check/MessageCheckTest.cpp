@@ -1,5 +1,6 @@
 #include "tests/check/Reopened.h"
 #include "tests/check/ScriptFindings.h"
+#include "tests/support/NamedItem.h"
 #include "tests/support/StoredBitmaps.h"
 
 #include "check/FitTexts.h"
@@ -28,10 +29,10 @@ protected:
     }
 
     Found found(const std::string& script, int columns = 128) const {
-        return placesAndCodes(checkMessage("STDMSG12", script, project, bitmaps, columns));
+        return placesAndCodes(checkMessage(named("STDMSG12"), script, project, bitmaps, columns));
     }
     std::string sentence(const std::string& script) const {
-        const Findings findings = checkMessage("STDMSG12", script, project, bitmaps, 128);
+        const Findings findings = checkMessage(named("STDMSG12"), script, project, bitmaps, 128);
         EXPECT_EQ(findings.list.size(), 1U) << script;
         return findings.list.empty() ? std::string() : findings.list[0].text;
     }
@@ -165,7 +166,7 @@ TEST_F(MessageCheck, ReservedLinesTellWhatOpeningTheProjectMakesOfThem) {
         return Found{again.STDMSG[10], again.STDMSG[11], again.STDMSG[12], again.STDMSG[13]};
     };
     const auto text = [&](const std::string& script) {
-        const Findings findings = checkMessage("STDMSG12", script, project, bitmaps, 128);
+        const Findings findings = checkMessage(named("STDMSG12"), script, project, bitmaps, 128);
         const auto reserved = std::ranges::find(findings.list, "reserved-line", &Finding::code);
         return reserved == findings.list.end() ? std::string() : reserved->text;
     };
@@ -376,18 +377,18 @@ TEST_F(MessageCheck, FindingsBeyondTheListAreCounted) {
     std::string script;
     for (int i = 0; i < 1500; ++i)
         script += "x\nIMG 0 0 RED BLACK gone.bmp\nENDMSG\nTEXT 0 0 RED RED \"a\"\nCLEAR\n";
-    const Findings findings = checkMessage("ALTMSG1", script, project, bitmaps, 128);
+    const Findings findings = checkMessage(named("ALTMSG1"), script, project, bitmaps, 128);
     EXPECT_EQ(findings.list.size(), maximumFindings);
     EXPECT_EQ(findings.errors, 4500U);
     EXPECT_EQ(findings.warnings, 1500U);
     EXPECT_EQ(findings.notListed(), 5000U);
-    EXPECT_EQ(findings.list[999].line, 1249U);
+    EXPECT_EQ(findings.list[999].place.line, 1249U);
     EXPECT_EQ(findings.list[999].code, "invisible");
-    EXPECT_EQ(findings.list[999].item, "ALTMSG1");
+    EXPECT_EQ(findings.list[999].place.item, named("ALTMSG1"));
 }
 
 TEST_F(MessageCheck, RefusesPanelsThatThereAreNot) {
-    EXPECT_THROW(checkMessage("STDMSG1", "", project, bitmaps, 0), std::invalid_argument);
+    EXPECT_THROW(checkMessage(named("STDMSG1"), "", project, bitmaps, 0), std::invalid_argument);
     EXPECT_THROW(checkProject(project, bitmaps, 5000), std::invalid_argument);
 }
 

@@ -1,5 +1,6 @@
 #include "check/FindingCounts.h"
 #include "tests/check/ScriptFindings.h"
+#include "tests/support/NamedItem.h"
 #include "tests/support/StoredBitmaps.h"
 
 #include <gtest/gtest.h>
@@ -41,9 +42,9 @@ TEST_F(CheckedProject, FindingsAreCountedByItem) {
     const Findings findings = checkProject(project, bitmaps, 128, Notes::Included);
     const auto counts = countsByItem(findings);
     EXPECT_EQ(counts.size(), 3U);
-    EXPECT_EQ(countsText(counts.at("STDMSG3")), "2 errors, 1 warning");
-    EXPECT_EQ(countsText(counts.at("ALTMSG1")), "1 error");
-    EXPECT_EQ(countsText(counts.at("RegVar6")), "1 note");
+    EXPECT_EQ(countsText(counts.at(named("STDMSG3"))), "2 errors, 1 warning");
+    EXPECT_EQ(countsText(counts.at(named("ALTMSG1"))), "1 error");
+    EXPECT_EQ(countsText(counts.at(named("RegVar6"))), "1 note");
     EXPECT_EQ(countsText(countsOf(findings)), "3 errors, 1 warning, 1 note");
     EXPECT_EQ(countsText({0, 2, 0}), "2 warnings");
     EXPECT_EQ(countsText({}), "");
@@ -212,7 +213,7 @@ TEST_F(CheckedProject, FindingsBeyondTheListAreCounted) {
     EXPECT_EQ(findings.list.size(), maximumFindings);
     EXPECT_EQ(findings.errors, 1200U);
     EXPECT_EQ(findings.notListed(), 200U);
-    EXPECT_EQ(findings.list.back().item, "STDMSG34");
+    EXPECT_EQ(findings.list.back().place.item, named("STDMSG34"));
 }
 
 class RepeatedCheck : public CheckedProject {

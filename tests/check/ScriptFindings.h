@@ -12,8 +12,8 @@ namespace orvista {
 inline std::vector<std::string> placesAndCodes(const Findings& findings) {
     std::vector<std::string> texts;
     for (const Finding& finding : findings.list)
-        texts.push_back(std::to_string(finding.line) + ":" + std::to_string(finding.column) + " " +
-                        std::string(finding.code));
+        texts.push_back(std::to_string(finding.place.line) + ":" + std::to_string(finding.place.column) +
+                        " " + std::string(finding.code));
     return texts;
 }
 
@@ -21,7 +21,7 @@ inline std::vector<std::string> placesAndCodes(const Findings& findings) {
 inline std::vector<std::string> itemsAndCodes(const Findings& findings) {
     std::vector<std::string> texts;
     for (const Finding& finding : findings.list)
-        texts.push_back(finding.item + " " + std::string(finding.code));
+        texts.push_back(nameOf(finding.place.item) + " " + std::string(finding.code));
     return texts;
 }
 

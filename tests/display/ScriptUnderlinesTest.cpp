@@ -23,7 +23,8 @@ QByteArray upperHalf() {
 
 struct Desk {
     Desk()
-        : underlines(box, project, {[] { return std::string("STDMSG1"); }, [this] { return columns; }},
+        : underlines(box, project,
+                     {[] { return std::optional(Item(Kind::Regular, 0)); }, [this] { return columns; }},
                      nullptr) {
         box.resize(500, 300);
     }

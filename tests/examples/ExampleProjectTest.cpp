@@ -81,7 +81,7 @@ TEST_F(ExampleProject, HoldsADozenMessagesAndAFewForEmergencies) {
 TEST_F(ExampleProject, HasNothingForTheCheckToFind) {
     const Findings findings = checkProject(project_, FolderBitmaps(folder_.path()), 128, Notes::Included);
     for (const Finding& finding : findings.list)
-        ADD_FAILURE() << finding.item << ":" << finding.line << " " << finding.text;
+        ADD_FAILURE() << nameOf(finding.place.item) << ":" << finding.place.line << " " << finding.text;
 }
 
 TEST_F(ExampleProject, ShipsTheBitmapsItsMessagesName) {

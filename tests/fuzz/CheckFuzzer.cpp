@@ -7,7 +7,7 @@
 
 #include <algorithm>
 #include <functional>
-#include <tuple>
+#include <utility>
 
 namespace {
 
@@ -23,17 +23,20 @@ Project projectOf(std::string_view bytes) {
     return project;
 }
 
+std::pair<std::size_t, std::size_t> where(const Finding& finding) {
+    return {finding.place.line, finding.place.column};
+}
+
 void requireInOrder(const Findings& findings) {
     testing::require(findings.list.size() <= maximumFindings);
     testing::require(findings.list.size() ==
                      std::min(maximumFindings, findings.errors + findings.warnings + findings.notes));
     for (std::size_t i = 0; i < findings.list.size(); ++i) {
         const Finding& finding = findings.list[i];
-        testing::require(!finding.text.empty() && !finding.code.empty() && !finding.item.empty());
-        testing::require((finding.line == 0) == (finding.column == 0));
-        if (i > 0 && findings.list[i - 1].item == finding.item)
-            testing::require(std::tuple(findings.list[i - 1].line, findings.list[i - 1].column) <=
-                             std::tuple(finding.line, finding.column));
+        testing::require(!finding.text.empty() && !finding.code.empty());
+        testing::require((finding.place.line == 0) == (finding.place.column == 0));
+        if (i > 0 && findings.list[i - 1].place.item == finding.place.item)
+            testing::require(where(findings.list[i - 1]) <= where(finding));
     }
 }
 
@@ -63,7 +66,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     testing::require(check.itemsLookedAt() == 0);
     testing::require(!isChosen(bytes) || checkProject(project, bitmaps, 24, Notes::Included) == findings);
 
-    requireInOrder(checkMessage("STDMSG1", bytes, project, bitmaps, 512));
+    requireInOrder(checkMessage({Kind::Regular, 0}, bytes, project, bitmaps, 512));
     const FieldFormats formats = fieldFormats(project);
     for (const ScriptPage& page : interpretScript(bytes).pages)
         unfitCharacters(page, {128}, formats);

@@ -1,6 +1,7 @@
 #include "mainwindow/DiscardedScripts.h"
 #include "mainwindow/MessageListPage.h"
 #include "tests/support/EditorFixture.h"
+#include "tests/support/NamedItem.h"
 #include "widgets/DeviceTextEdit.h"
 
 #include <QLabel>
@@ -64,7 +65,7 @@ private slots:
 void DiscardedScriptsTest::theLastTwentyAreKept() {
     DiscardedScripts scripts;
     for (int i = 1; i <= 21; ++i)
-        scripts.add("STDMSG1", std::to_string(i), noon);
+        scripts.add(named("STDMSG1"), std::to_string(i), noon);
     QCOMPARE(scripts.entries().size(), std::size_t{20});
     QCOMPARE(scripts.entries().front().script, std::string("21"));
     QCOMPARE(scripts.entries().back().script, std::string("2"));
@@ -73,25 +74,25 @@ void DiscardedScriptsTest::theLastTwentyAreKept() {
 void DiscardedScriptsTest::sixteenMegabytesAreKept() {
     constexpr std::size_t megabyte = std::size_t{1} << 20;
     DiscardedScripts scripts;
-    scripts.add("STDMSG1", std::string(6 * megabyte, 'a'), noon);
-    scripts.add("STDMSG1", std::string(10 * megabyte, 'b'), noon);
+    scripts.add(named("STDMSG1"), std::string(6 * megabyte, 'a'), noon);
+    scripts.add(named("STDMSG1"), std::string(10 * megabyte, 'b'), noon);
     QCOMPARE(scripts.entries().size(), std::size_t{2});
-    scripts.add("STDMSG1", "c", noon);
+    scripts.add(named("STDMSG1"), "c", noon);
     QCOMPARE(scripts.entries().size(), std::size_t{2});
     QCOMPARE(scripts.entries().back().script.front(), 'b');
-    scripts.add("STDMSG1", std::string(16 * megabyte + 1, 'd'), noon);
+    scripts.add(named("STDMSG1"), std::string(16 * megabyte + 1, 'd'), noon);
     QVERIFY(scripts.entries().empty());
-    scripts.add("STDMSG1", "e", noon);
+    scripts.add(named("STDMSG1"), "e", noon);
     QCOMPARE(scripts.entries().size(), std::size_t{1});
 }
 
 void DiscardedScriptsTest::theSameScriptIsKeptOnce() {
     DiscardedScripts scripts;
-    scripts.add("STDMSG1", "a", noon);
-    scripts.add("STDMSG2", "a", noon);
-    scripts.add("STDMSG1", "a", noon.addSecs(60));
+    scripts.add(named("STDMSG1"), "a", noon);
+    scripts.add(named("STDMSG2"), "a", noon);
+    scripts.add(named("STDMSG1"), "a", noon.addSecs(60));
     QCOMPARE(scripts.entries().size(), std::size_t{2});
-    QCOMPARE(scripts.entries().front().item, std::string("STDMSG1"));
+    QCOMPARE(scripts.entries().front().item, named("STDMSG1"));
     QCOMPARE(scripts.entries().front().time, noon.addSecs(60));
 }
 

@@ -106,7 +106,7 @@ struct Watched {
                        128,
                        {[this] { return now; }, [] { return LocalTime{2026, 1, 31, 14, 5, 9}; }},
                        display.modbusPort(),
-                       [] { return std::vector<std::string>(); }};
+                       [] { return std::vector<Item>(); }};
     const Shown shown{panel};
 };
 
@@ -441,8 +441,7 @@ void DisplayMonitorTest::neverPausesForMoreThanTenSeconds() {
 
 void DisplayMonitorTest::readsEverySecondUnlessToldOtherwise() {
     const Project project;
-    const MonitorPanel panel(project, 128, PreviewClock::system(), 1,
-                             [] { return std::vector<std::string>(); });
+    const MonitorPanel panel(project, 128, PreviewClock::system(), 1, [] { return std::vector<Item>(); });
     const auto* const seconds = Shown(panel).find<QDoubleSpinBox>("spnMonitorSeconds");
     QCOMPARE(seconds->value(), 1.0);
     QCOMPARE(seconds->minimum(), 0.5);

@@ -1,6 +1,7 @@
 #include "mainwindow/Navigator.h"
 #include "mainwindow/PanelDock.h"
 #include "tests/support/EditorFixture.h"
+#include "tests/support/NamedItem.h"
 
 #include <QDialog>
 #include <QPlainTextEdit>
@@ -49,13 +50,12 @@ private slots:
     void anEditOnAnotherPageIsNotLostAndNotAskedFor();
     void doesNothingWithoutAProject();
     void doesNothingUnderAModalDialog();
-    void doesNothingForANameThatIsNone();
     void namesTheItemsThatAreNotApplied();
 };
 
 void NavigatorTest::goesToALineOfAMessage() {
     Guided editor;
-    editor.navigator->goTo({"STDMSG12", 2});
+    editor.navigator->goTo({named("STDMSG12"), 2});
     QCOMPARE(editor.page(), 3);
     QCOMPARE(editor.node("trvMsg"), QStringLiteral("Regular12"));
     QCOMPARE(editor.text("txtMsgName"), QStringLiteral("STDMSG12"));
@@ -63,28 +63,28 @@ void NavigatorTest::goesToALineOfAMessage() {
     QVERIFY(editor.script()->hasFocus());
     QVERIFY(!editor.find<QWidget>("btnMsgApply")->isEnabled());
     // The message as a whole, and a line that it does not have.
-    editor.navigator->goTo({"ALTMSG20", 0});
+    editor.navigator->goTo({named("ALTMSG20"), 0});
     QCOMPARE(editor.text("txtMsgName"), QStringLiteral("ALTMSG20"));
     QVERIFY(!editor.script()->textCursor().hasSelection());
-    editor.navigator->goTo({"ALTMSG20", 9});
+    editor.navigator->goTo({named("ALTMSG20"), 9});
     QVERIFY(!editor.script()->textCursor().hasSelection());
 }
 
 void NavigatorTest::goesToAVariable() {
     Guided editor;
-    editor.navigator->goTo({"RegVar64", 0});
+    editor.navigator->goTo({named("RegVar64"), 0});
     QCOMPARE(editor.page(), 2);
     QCOMPARE(editor.node("trvVar"), QStringLiteral("RegVar64"));
     QCOMPARE(editor.text("txtVarName"), QStringLiteral("RegVar64"));
     QVERIFY(editor.find<QWidget>("trvVar")->hasFocus());
-    editor.navigator->goTo({"CoilVar1", 0});
+    editor.navigator->goTo({named("CoilVar1"), 0});
     QCOMPARE(editor.text("txtVarName"), QStringLiteral("CoilVar1"));
     QCOMPARE(editor.text("txtVarType"), QStringLiteral("BOOLEAN"));
 }
 
 void NavigatorTest::goesToTheAddressMap() {
     Guided editor;
-    editor.navigator->goTo({"address map", 0});
+    editor.navigator->goTo({named("address map"), 0});
     QCOMPARE(editor.page(), 1);
     QVERIFY(editor.find<QWidget>("txtNewAltAddr")->hasFocus());
     QCOMPARE(editor.node("trvSystem"), QStringLiteral("Modbus Setting"));
@@ -95,7 +95,7 @@ void NavigatorTest::inTheShownItemOnlyTheCursorMoves() {
     editor.showMessage("R12");
     editor.script()->setPlainText(QStringLiteral("first\nsecond"));
     editor.showPage("C1");
-    editor.navigator->goTo({"STDMSG12", 2});
+    editor.navigator->goTo({named("STDMSG12"), 2});
     QCOMPARE(editor.page(), 3);
     QCOMPARE(editor.script()->toPlainText(), QStringLiteral("first\nsecond"));
     QCOMPARE(editor.script()->textCursor().selectedText(), QStringLiteral("second"));
@@ -106,10 +106,10 @@ void NavigatorTest::inTheShownItemOnlyTheCursorMoves() {
 void NavigatorTest::anEditThatWouldBeLostIsDiscardedAtTheSecondCallOnly() {
     Guided editor;
     editor.editMessage("R3");
-    editor.navigator->goTo({"STDMSG12", 1});
+    editor.navigator->goTo({named("STDMSG12"), 1});
     QCOMPARE(editor.notice(), QStringLiteral("STDMSG3 is not applied; once more discards it"));
     QCOMPARE(editor.text("txtMsgName"), QStringLiteral("STDMSG3"));
-    editor.navigator->goTo({"STDMSG12", 1});
+    editor.navigator->goTo({named("STDMSG12"), 1});
     QCOMPARE(editor.text("txtMsgName"), QStringLiteral("STDMSG12"));
     QCOMPARE(editor.notice(), QString());
     QCOMPARE(editor.project.STDMSG[2], std::string("CLEAR"));
@@ -118,31 +118,31 @@ void NavigatorTest::anEditThatWouldBeLostIsDiscardedAtTheSecondCallOnly() {
 void NavigatorTest::theSecondCallCountsOnlyDirectlyAfterTheFirst() {
     Guided editor;
     editor.editMessage("R3");
-    editor.navigator->goTo({"STDMSG12", 1});
-    editor.navigator->goTo({"STDMSG12", 2});
+    editor.navigator->goTo({named("STDMSG12"), 1});
+    editor.navigator->goTo({named("STDMSG12"), 2});
     QCOMPARE(editor.text("txtMsgName"), QStringLiteral("STDMSG3"));
     editor.navigator->forget();
     QCOMPARE(editor.notice(), QString());
-    editor.navigator->goTo({"STDMSG12", 2});
+    editor.navigator->goTo({named("STDMSG12"), 2});
     QCOMPARE(editor.text("txtMsgName"), QStringLiteral("STDMSG3"));
-    editor.navigator->goTo({"STDMSG12", 2});
+    editor.navigator->goTo({named("STDMSG12"), 2});
     QCOMPARE(editor.text("txtMsgName"), QStringLiteral("STDMSG12"));
 }
 
 void NavigatorTest::anEditOnAnotherPageIsNotLostAndNotAskedFor() {
     Guided editor;
     editor.editMessage("R3");
-    editor.navigator->goTo({"RegVar2", 0});
+    editor.navigator->goTo({named("RegVar2"), 0});
     QCOMPARE(editor.text("txtVarName"), QStringLiteral("RegVar2"));
     QCOMPARE(editor.notice(), QString());
-    editor.navigator->goTo({"STDMSG3", 1});
+    editor.navigator->goTo({named("STDMSG3"), 1});
     QVERIFY(editor.script()->toPlainText().contains(u'x'));
 }
 
 void NavigatorTest::doesNothingWithoutAProject() {
     Guided editor;
     editor.window->lifecycle().InitProject();
-    editor.navigator->goTo({"STDMSG12", 2});
+    editor.navigator->goTo({named("STDMSG12"), 2});
     QCOMPARE(editor.page(), 0);
     QCOMPARE(editor.text("txtMsgName"), QString());
 }
@@ -152,18 +152,11 @@ void NavigatorTest::doesNothingUnderAModalDialog() {
     QDialog dialog(editor.window.get());
     dialog.setModal(true);
     dialog.show();
-    editor.navigator->goTo({"STDMSG12", 2});
+    editor.navigator->goTo({named("STDMSG12"), 2});
     QCOMPARE(editor.page(), 0);
     dialog.hide();
-    editor.navigator->goTo({"STDMSG12", 2});
+    editor.navigator->goTo({named("STDMSG12"), 2});
     QCOMPARE(editor.page(), 3);
-}
-
-void NavigatorTest::doesNothingForANameThatIsNone() {
-    Guided editor;
-    for (const char* name : {"", "STDMSG0", "STDMSG41", "RegVar", "nothing"})
-        editor.navigator->goTo({name, 1});
-    QCOMPARE(editor.page(), 0);
 }
 
 void NavigatorTest::namesTheItemsThatAreNotApplied() {
@@ -172,7 +165,7 @@ void NavigatorTest::namesTheItemsThatAreNotApplied() {
     editor.showPage("C2");
     editor.type("txtNewAltAddr", QStringLiteral("5"));
     editor.editMessage("E2");
-    QCOMPARE(editor.navigator->notAppliedItems(), (std::vector<std::string>{"ALTMSG2", "address map"}));
+    QCOMPARE(editor.navigator->notAppliedItems(), (std::vector{named("ALTMSG2"), named("address map")}));
 }
 
 QTEST_MAIN(NavigatorTest)

@@ -1,7 +1,6 @@
 #include "mainwindow/ProjectChanges.h"
 #include "items/RecoveryFile.h"
 #include "mainwindow/PanelDock.h"
-#include "model/ItemPlace.h"
 #include "tests/support/EditorFixture.h"
 #include "tests/support/ModalDriver.h"
 #include "widgets/DeviceTextEdit.h"

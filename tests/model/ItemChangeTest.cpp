@@ -1,7 +1,5 @@
 #include "model/ItemChange.h"
 
-#include "model/ItemPlace.h"
-
 #include <gtest/gtest.h>
 
 #include <stdexcept>
