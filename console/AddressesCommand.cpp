@@ -1,5 +1,6 @@
 #include "console/Commands.h"
 
+#include "console/JsonText.h"
 #include "console/Output.h"
 #include "console/Projects.h"
 #include "items/AddressList.h"
@@ -63,12 +64,11 @@ nlohmann::ordered_json jsonRow(const AddressRow& row) {
     return object;
 }
 
-std::string jsonText(const std::vector<AddressRow>& rows) {
-    nlohmann::ordered_json document;
-    auto& list = document["addresses"] = nlohmann::ordered_json::array();
+std::string addressJson(const std::vector<AddressRow>& rows) {
+    auto list = nlohmann::ordered_json::array();
     for (const AddressRow& row : rows)
         list.push_back(jsonRow(row));
-    return document.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) + "\n";
+    return jsonText({{"version", programRelease}, {"addresses", std::move(list)}});
 }
 
 ExitStatus listAddresses(const Options& options) {
@@ -85,11 +85,11 @@ ExitStatus listAddresses(const Options& options) {
         text = addressHtml(rows, project);
         break;
     case Format::Json:
-        text = jsonText(rows);
+        text = addressJson(rows);
         break;
     }
     if (options.output.empty())
-        print(text);
+        print(text, Reader::Program);
     else
         writeFile(options.output, text);
     return ExitStatus::Well;

@@ -2,6 +2,7 @@
 
 #include "check/ProjectCheck.h"
 #include "console/FindingText.h"
+#include "console/JsonText.h"
 #include "console/Output.h"
 #include "console/Projects.h"
 #include "display/FolderBitmaps.h"
@@ -24,16 +25,18 @@ struct Options {
     bool json = false;
 };
 
+using Json = nlohmann::ordered_json;
+
 /// All that was found, and how the check ends.
 struct Report {
-    std::string text;
-    nlohmann::ordered_json list = nlohmann::ordered_json::array();
+    std::vector<std::string> lines;
+    Json list = Json::array();
     std::size_t errors = 0;
     std::size_t warnings = 0;
-    bool isComplete = true;
+    Json unreadable = Json::array();
 };
 
-nlohmann::ordered_json findingObject(const std::string& project, const Finding& finding) {
+Json findingObject(const std::string& project, const Finding& finding) {
     return {{"project", project},
             {"item", nameOf(finding.place.item)},
             {"line", finding.place.line},
@@ -52,7 +55,7 @@ void checkOne(const std::string& path, const Options& options, Report& report) {
         if (options.json)
             report.list.push_back(findingObject(path, finding));
         else
-            report.text += findingText(path, finding) + "\n";
+            report.lines.push_back(findingText(path, finding));
     }
     if (findings.notListed() > 0)
         complain(path + ": and " + decimalText(findings.notListed()) + " more");
@@ -72,19 +75,21 @@ ExitStatus checkAll(const Options& options) {
         } catch (const CommandFailure& failure) {
             progress.clear();
             complain(failure.what());
-            report.isComplete = false;
+            report.unreadable.push_back({{"project", options.projects[i]}, {"text", failure.what()}});
         }
         progress.clear();
-        print(std::exchange(report.text, {}));
+        for (const std::string& line : std::exchange(report.lines, {}))
+            printLine(line);
     }
-    if (options.json) {
-        const nlohmann::ordered_json document{{"findings", std::move(report.list)},
-                                              {"errors", report.errors},
-                                              {"warnings", report.warnings},
-                                              {"columns", options.columns}};
-        print(document.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) + "\n");
-    }
-    if (!report.isComplete)
+    if (options.json)
+        print(jsonText({{"version", programRelease},
+                        {"findings", report.list},
+                        {"errors", report.errors},
+                        {"warnings", report.warnings},
+                        {"unreadable", report.unreadable},
+                        {"columns", options.columns}}),
+              Reader::Program);
+    if (!report.unreadable.empty())
         return ExitStatus::Unusable;
     const bool isBad = report.errors > 0 || (options.strict && report.warnings > 0);
     return isBad ? ExitStatus::Found : ExitStatus::Well;

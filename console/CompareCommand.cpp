@@ -3,6 +3,7 @@
 #include "check/Quoted.h"
 #include "compare/ProjectComparison.h"
 #include "console/Displays.h"
+#include "console/JsonText.h"
 #include "console/Output.h"
 #include "console/Projects.h"
 #include "link/TransferredFiles.h"
@@ -120,8 +121,8 @@ std::string bitmapText(const FileDifference& difference) {
 void printText(const Options& options, const ProjectDifferences& differences) {
     if (differences.none())
         return print("No differences\n");
-    print("--- " + withoutControlCharacters(options.before) + "\n+++ " +
-          withoutControlCharacters(options.after) + "\n");
+    printLine("--- " + options.before);
+    printLine("+++ " + options.after);
     for (const ItemDifference& item : differences.items)
         print(itemText(item));
     for (const FileDifference& bitmap : differences.bitmaps)
@@ -162,12 +163,13 @@ void printJson(const Options& options, const ProjectDifferences& differences) {
     Json bitmaps = Json::array();
     for (const FileDifference& bitmap : differences.bitmaps)
         bitmaps.push_back(bitmapObject(bitmap));
-    const Json document{{"old", options.before},
-                        {"new", options.after},
-                        {"equal", differences.none()},
-                        {"differences", std::move(list)},
-                        {"bitmaps", std::move(bitmaps)}};
-    print(document.dump(2, ' ', false, Json::error_handler_t::replace) + "\n");
+    print(jsonText({{"version", programRelease},
+                    {"old", options.before},
+                    {"new", options.after},
+                    {"equal", differences.none()},
+                    {"differences", std::move(list)},
+                    {"bitmaps", std::move(bitmaps)}}),
+          Reader::Program);
 }
 
 /// \throws CommandFailure

@@ -1,5 +1,7 @@
 #include "console/FleetLines.h"
 
+#include "console/JsonText.h"
+
 #include <nlohmann/json.hpp>
 
 #include <cmath>
@@ -9,10 +11,6 @@ namespace orvista::console {
 namespace {
 
 using Json = nlohmann::ordered_json;
-
-std::string lineOf(const Json& object) {
-    return object.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n";
-}
 
 double inHundredths(double seconds) {
     return std::round(seconds * 100) / 100;
@@ -41,21 +39,21 @@ std::optional<TransferEnd> endOf(const Json& results) {
 } // namespace
 
 std::string stateLine(const DisplayState& state) {
-    return lineOf({{"name", state.name},
-                   {"address", state.address},
-                   {"state", state.state},
-                   {"file", state.file},
-                   {"files", state.files},
-                   {"of", state.of},
-                   {"reason", state.reason},
-                   {"seconds", inHundredths(state.seconds)}});
+    return jsonLine({{"name", state.name},
+                     {"address", state.address},
+                     {"state", state.state},
+                     {"file", state.file},
+                     {"files", state.files},
+                     {"of", state.of},
+                     {"reason", state.reason},
+                     {"seconds", inHundredths(state.seconds)}});
 }
 
 std::string resultsLine(std::span<const FleetResult> results) {
     Json list = Json::array();
     for (const FleetResult& result : results)
         list.push_back(resultObject(result));
-    return lineOf({{"results", std::move(list)}});
+    return jsonLine({{"version", programRelease}, {"results", std::move(list)}});
 }
 
 PrintedLine readPrintedLine(std::string_view line) {

@@ -56,7 +56,7 @@ void FleetOutput::write(const std::string& text) {
     if (failure_)
         return;
     try {
-        printNow(text);
+        printNow(text, json_ ? Reader::Program : Reader::Person);
     } catch (const CommandFailure& failure) {
         failure_ = failure;
     }

@@ -1,9 +1,11 @@
 #include "console/Output.h"
 
 #include "console/CommandFailure.h"
-#include "model/FileNames.h"
 #include "model/FileReplacing.h"
+#include "model/Files.h"
+#include "model/Utf8.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -62,6 +64,44 @@ void holdClosedStreams() {
 }
 #endif
 
+bool isControl(std::string_view character) {
+    const auto first = static_cast<unsigned char>(character.front());
+    if (character.size() == 1)
+        return first < 0x20 || first == 0x7F;
+    // The second set, U+0080 to U+009F; some terminals obey it, too.
+    return first == 0xC2 && static_cast<unsigned char>(character[1]) < 0xA0;
+}
+
+/// \param mayStay whether a control character (with what follows it) is harmless
+template <typename MayStay>
+std::string withoutControls(std::string_view text, MayStay mayStay) {
+    std::string clean;
+    clean.reserve(text.size());
+    while (!text.empty()) {
+        const std::size_t length = utf8CharacterLength(text);
+        const std::string_view character = text.substr(0, std::max<std::size_t>(length, 1));
+        const bool isClean = length > 0 && (!isControl(character) || mayStay(text));
+        clean.append(isClean ? character : "?");
+        text.remove_prefix(character.size());
+    }
+    return clean;
+}
+
+std::string cleanText(std::string_view text) {
+    return withoutControls(text, [](std::string_view rest) {
+        return rest.front() == '\n' || rest.front() == '\t' || rest.starts_with(lineEnd);
+    });
+}
+
+std::string cleanLine(std::string_view line) {
+    return withoutControls(line, [](std::string_view rest) { return rest.front() == '\t'; });
+}
+
+std::string forReader(std::string_view text, Reader reader) {
+    static const bool hasTerminal = isTerminal(stdout);
+    return reader == Reader::Person || hasTerminal ? cleanText(text) : std::string(text);
+}
+
 void failUnlessReaderLeft() {
     const int error = errno;
     std::clearerr(stdout);
@@ -90,9 +130,14 @@ StandardStreams::~StandardStreams() {
 #endif
 }
 
-void print(std::string_view text) {
-    if (!text.empty() && std::fwrite(text.data(), 1, text.size(), stdout) < text.size())
+void print(std::string_view text, Reader reader) {
+    const std::string shown = forReader(text, reader);
+    if (!shown.empty() && std::fwrite(shown.data(), 1, shown.size(), stdout) < shown.size())
         failUnlessReaderLeft();
+}
+
+void printLine(std::string_view line) {
+    print(cleanLine(line) + "\n");
 }
 
 void finishOutput() {
@@ -100,11 +145,12 @@ void finishOutput() {
         failUnlessReaderLeft();
 }
 
-bool printNow(std::string_view text) {
+bool printNow(std::string_view text, Reader reader) {
     if (text.empty())
         return !isReaderGone();
+    const std::string shown = forReader(text, reader);
     // What does not fit into the buffer may fail before the rest of it is written.
-    const bool isTaken = std::fwrite(text.data(), 1, text.size(), stdout) == text.size();
+    const bool isTaken = std::fwrite(shown.data(), 1, shown.size(), stdout) == shown.size();
     if (isTaken && std::fflush(stdout) == 0)
         return true;
     failUnlessReaderLeft();
@@ -112,7 +158,7 @@ bool printNow(std::string_view text) {
 }
 
 void complain(std::string_view text) {
-    std::fprintf(stderr, "orvista: %s\n", withoutControlCharacters(std::string(text)).c_str());
+    std::fprintf(stderr, "orvista: %s\n", cleanLine(text).c_str());
 }
 
 Progress::Progress() : hasTerminal_(isTerminal(stderr)) {}
@@ -121,7 +167,7 @@ void Progress::show(const std::string& text) {
     if (!hasTerminal_)
         return;
     clear();
-    std::fputs(text.c_str(), stderr);
+    std::fputs(cleanLine(text).c_str(), stderr);
     std::fflush(stderr);
     isShown_ = true;
 }

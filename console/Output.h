@@ -19,17 +19,25 @@ private:
     [[maybe_unused]] unsigned formerCodePage_ = 0; ///< a console's, on Windows
 };
 
-/// To standard output. That a reader has left early is not a failure: the rest is for nobody.
+/// Who reads what is printed. A program gets every byte; what people see, and whatever a terminal gets, has
+/// "?" for control characters but tabs and line ends, and for what is not UTF-8: names and texts come from
+/// others.
+enum class Reader { Person, Program };
+
+/// To standard output. A closed pipe is not an error; the remaining output is dropped.
 /// \throws CommandFailure when it cannot be written
-void print(std::string_view text);
+void print(std::string_view text, Reader reader = Reader::Person);
+/// The same for one line without its end: a line end within it is a control character, too.
+void printLine(std::string_view line);
 /// Writes what print() has kept back.
 /// \throws CommandFailure
 void finishOutput();
 /// Writes at once. False when the reader has left, also for no text: there is nobody to go on for.
 /// \throws CommandFailure
-bool printNow(std::string_view text);
+bool printNow(std::string_view text, Reader reader = Reader::Person);
 
-/// A line to standard error, "orvista: " in front; whatever the text holds, it is one line.
+/// A line to standard error, "orvista: " in front; whatever the text holds, it is one line, as printLine()
+/// has it.
 void complain(std::string_view text);
 
 /// Shows on standard error how far a command is, where that is a terminal. What it showed goes with it.

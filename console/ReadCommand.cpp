@@ -1,6 +1,7 @@
 #include "console/Commands.h"
 
 #include "console/Displays.h"
+#include "console/JsonText.h"
 #include "console/Output.h"
 #include "console/Projects.h"
 #include "items/ItemTexts.h"
@@ -61,7 +62,10 @@ nlohmann::ordered_json jsonReading(const DisplayAddress& display, const std::vec
         else if (item.isOn())
             on.push_back(item.name());
     }
-    return {{"display", display.text()}, {"on", std::move(on)}, {"values", std::move(values)}};
+    return {{"version", programRelease},
+            {"display", display.text()},
+            {"on", std::move(on)},
+            {"values", std::move(values)}};
 }
 
 std::string padded(std::string text, std::size_t width) {
@@ -112,7 +116,10 @@ std::string changedLines(const std::vector<DisplayItem>& before, const std::vect
 ExitStatus readOnce(const DisplayAddress& display, const Options& options, std::vector<DisplayItem> items,
                     const ItemTexts& texts) {
     readFromDisplay(display, items);
-    print(options.json ? jsonReading(display, items).dump(2) + "\n" : wholeReading(items, texts));
+    if (options.json)
+        print(jsonText(jsonReading(display, items)), Reader::Program);
+    else
+        print(wholeReading(items, texts));
     return ExitStatus::Well;
 }
 
@@ -128,7 +135,7 @@ ExitStatus watch(const DisplayAddress& display, const Options& options, std::vec
             readFromDisplay(display, items);
             failure.clear();
             if (options.json)
-                text = jsonReading(display, items).dump() + "\n";
+                text = jsonLine(jsonReading(display, items));
             else
                 text = before ? changedLines(*before, items, texts) : wholeReading(items, texts);
             before = items;
@@ -137,7 +144,7 @@ ExitStatus watch(const DisplayAddress& display, const Options& options, std::vec
                 complain(display.text() + ": " + now.what());
             failure = now.what();
         }
-        if (!printNow(text))
+        if (!printNow(text, options.json ? Reader::Program : Reader::Person))
             return ExitStatus::Well;
         std::this_thread::sleep_until(next);
     }

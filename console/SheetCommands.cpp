@@ -1,5 +1,6 @@
 #include "console/Commands.h"
 
+#include "check/Quoted.h"
 #include "console/Output.h"
 #include "console/Projects.h"
 #include "console/Sheets.h"
@@ -7,7 +8,6 @@
 #include "model/Numbers.h"
 #include "model/ProjectFile.h"
 #include "model/Text.h"
-#include "model/Windows1252.h"
 #include "sheets/MessageSheet.h"
 #include "sheets/VariableSheet.h"
 
@@ -43,7 +43,7 @@ void deliver(const std::string& output, const std::string& csv) {
     if (endsWithIgnoringCase(output, DocMgrModule::projectExtension))
         throw CommandFailure(ExitStatus::Unusable, output + " is a project's name; a table ends in .csv");
     if (output.empty())
-        print(csv);
+        print(csv, Reader::Program);
     else
         writeFile(output, csv);
 }
@@ -68,7 +68,7 @@ std::string marked(char mark, std::string_view text) {
     std::string lines;
     do {
         const auto end = std::min(text.find(lineEnd), text.size());
-        lines.append(1, mark).append(" ").append(utf8FromWindows1252(text.substr(0, end))).append("\n");
+        lines.append(1, mark).append(" ").append(printable(text.substr(0, end))).append("\n");
         text.remove_prefix(std::min(end + lineEnd.size(), text.size()));
     } while (!text.empty());
     return lines;

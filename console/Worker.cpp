@@ -50,13 +50,13 @@ void StatePrinter::showFile(const std::string& name, std::size_t number, std::si
 }
 
 void StatePrinter::printState() {
-    print(stateLine(state_));
+    print(stateLine(state_), Reader::Program);
     finishOutput();
 }
 
 ExitStatus StatePrinter::finish(const TransferEnd& end) {
     const std::array results{FleetResult{state_.name, state_.address, end, 0}};
-    print(resultsLine(results));
+    print(resultsLine(results), Reader::Program);
     FleetTally tally;
     tally.add(end.outcome);
     return tally.isWell() ? ExitStatus::Well : ExitStatus::Found;

@@ -85,7 +85,7 @@ class Compare(ProgramTest):
         self.assertEqual(self.expect(0, "compare", PROJECT, PROJECT), b"No differences\n")
         self.assertEqual(self.expect(0, "compare", display.address, display.address), b"No differences\n")
         self.assertEqual(json.loads(self.expect(0, "compare", "--json", PROJECT, display.address)),
-                         {"old": PROJECT, "new": display.address, "equal": True, "differences": [], "bitmaps": []})
+                         {"version": self.version(), "old": PROJECT, "new": display.address, "equal": True, "differences": [], "bitmaps": []})
         self.assertEqual(self.files(), before)
 
     def test_differences_are_told_line_by_line(self):
@@ -126,7 +126,7 @@ pump.bmp
         size = len((self.folder / "pump.bmp").read_bytes())
         told = json.loads(self.expect(1, "compare", PROJECT, other, "--json"))
         self.assertEqual(told, {
-            "old": PROJECT, "new": other, "equal": False,
+            "version": self.version(), "old": PROJECT, "new": other, "equal": False,
             "differences": [
                 {"item": "address map", "field": "AnalogInput", "old_line": 0, "new_line": 0, "old": "100", "new": "200"},
                 {"item": "RegVar3", "field": "default", "old_line": 0, "new_line": 0, "old": "0", "new": "12.5"},

@@ -4,10 +4,13 @@ import csv
 import io
 import json
 import os
+import re
 import resource
+import select
 import struct
 import subprocess
 import sys
+import tty
 import zlib
 from pathlib import Path
 
@@ -35,7 +38,7 @@ class Usage(ProgramTest):
             text = self.expect(0, *command, "--help").decode()
             self.assertIn("Usage: orvista" + "".join(" " + word for word in command), text)
             self.assertIn("Examples:\n  orvista " + " ".join(command), text)
-        self.assertRegex(self.expect(0, "--version").decode(), r"^orvista \d+\.\d+\n$")
+        self.assertRegex(self.expect(0, "--version").decode(), r"^orvista \d+\.\d+-\d+\n$")
 
     def test_wrong_usage_is_status_2(self):
         for arguments in ([], ["nonsense"], ["addresses"], ["addresses", "a", "b"], ["addresses", PROJECT, "--nonsense"],
@@ -174,7 +177,16 @@ class Check(ProgramTest):
         self.assertEqual({**first, "text": ""}, {"project": "CUT.orx", "item": "STDMSG12", "line": 2, "column": 37,
                                                  "severity": "warning", "code": "text-cut", "text": ""})
         self.assertEqual(json.loads(self.expect(0, "check", "--json", PROJECT)),
-                         {"findings": [], "errors": 0, "warnings": 0, "columns": 128})
+                         {"version": self.version(), "findings": [], "errors": 0, "warnings": 0, "unreadable": [],
+                          "columns": 128})
+
+    def test_json_names_what_could_not_be_read(self):
+        result = self.run_program("check", "--json", "none.orx", "CUT.orx", "no folder/A.orx")
+        report = json.loads(result.stdout)
+        self.assertEqual(result.returncode, 2)
+        self.assertEqual(report["unreadable"], [{"project": "none.orx", "text": "Unable to open none.orx"},
+                                                {"project": "no folder/A.orx", "text": "Unable to open no folder/A.orx"}])
+        self.assertEqual([finding["project"] for finding in report["findings"]], ["CUT.orx"])
 
     def test_notes_only_when_asked_for(self):
         project = device_files.new_project()
@@ -329,6 +341,69 @@ class Outputs(ProgramTest):
             process.stdout.close()
             self.assertEqual(process.stderr.read(), b"")
             self.assertEqual(process.wait(60), 0)
+
+
+class ControlCharacters(ProgramTest):
+    """Names and texts with escape sequences, as somebody else may have given them."""
+
+    evil = "\x1b]0;title\x07\x9b31m\x7f"
+    seen = "?]0;title??31m?"
+
+    def setUp(self):
+        super().setUp()
+        project = device_files.new_project()
+        project["STDMSG"][1] = b'CLEAR\r\nTEXT 0 0 RED BLACK "\x1b[2J\x9d twenty characters"\r\nACT STILL 1000'
+        device_files.write(self.folder / self.evil, "A", project)
+
+    def on_terminal(self, *arguments):
+        """What a terminal gets of standard output."""
+        master, slave = os.openpty()
+        tty.setraw(slave)
+        with subprocess.Popen([PROGRAM, *arguments], cwd=self.folder, stdout=slave, stderr=subprocess.PIPE) as process:
+            os.close(slave)
+            got = b""
+            while select.select([master], [], [], 60)[0]:
+                try:
+                    got += os.read(master, 65536)
+                except OSError:  # the last writer is gone
+                    break
+            self.assertEqual(process.stderr.read(), b"")
+        os.close(master)
+        return got
+
+    def assert_harmless(self, text):
+        controls = {c for c in text if (ord(c) < 0x20 or 0x7F <= ord(c) < 0xA0) and c not in "\n\t"}
+        self.assertEqual(controls, set())
+
+    def test_texts_for_people_have_none_wherever_they_go(self):
+        path = self.evil + "/A.orx"
+        found = self.expect(0, "check", path).decode()
+        self.assertTrue(found.startswith(self.seen + "/A.orx:STDMSG1:2:"), found)
+        self.assert_harmless(found)
+        (self.folder / "messages.csv").write_text('message,script\nSTDMSG1,"CLEAR\n\x1b[31mX\x90"\n', "utf-8")
+        changes = self.expect(0, "messages", "import", path, "messages.csv", "--dry-run").decode()
+        self.assertIn('- TEXT 0 0 RED BLACK "?[2J? twenty characters"\n', changes)
+        self.assertIn("+ ?[31mX?\n", changes)
+        self.assert_harmless(changes)
+        compared = self.expect(1, "compare", path, PROJECT).decode()
+        self.assertTrue(compared.startswith(f"--- {self.seen}/A.orx\n+++ {PROJECT}\n"), compared)
+        self.assert_harmless(compared)
+        self.assert_harmless(self.complaint(2, "check", self.evil + "/B\n.orx"))
+
+    def test_a_line_end_in_a_name_begins_no_line(self):
+        os.rename(self.folder / self.evil, self.folder / "x\nPUMP.orx")
+        lines = self.expect(0, "check", "x\nPUMP.orx/A.orx").decode().splitlines()
+        self.assertEqual(len(lines), 1)
+        self.assertTrue(lines[0].startswith("x?PUMP.orx/A.orx:STDMSG1:"), lines)
+
+    def test_what_is_for_programs_is_whole_in_a_pipe_and_harmless_on_a_terminal(self):
+        path = self.evil + "/A.orx"
+        for command in (["addresses", path], ["messages", "export", path], ["compare", path, PROJECT, "--json"]):
+            self.assertTrue({"\x1b", "\x9b", "\x9d", "\\u001b"} & set(re.findall(r"\\u001b|.", self.run_program(*command).stdout.decode())))
+            shown = self.on_terminal(*command).decode()
+            self.assertIn("twenty characters", shown)
+            self.assert_harmless(shown.replace("\r\n", "\n"))
+        self.assertIn(self.seen, self.on_terminal("check", path).decode())
 
 
 class Sheets(ProgramTest):

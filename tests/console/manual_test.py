@@ -42,8 +42,8 @@ class Manual(ProgramTest):
 
     def test_json_fields_are_those_of_the_manual(self):
         (self.folder / PROJECT).write_bytes((self.folder / PROJECT).read_bytes().replace(b"pump.bmp", b"none.bmp"))
-        findings = json.loads(self.run_program("check", PROJECT, "--json").stdout)
-        self.assertEqual((list(findings), list(findings["findings"][0])), manual_fields("check"))
+        findings = json.loads(self.run_program("check", PROJECT, "none.orx", "--json").stdout)
+        self.assertEqual((list(findings), list(findings["findings"][0]), list(findings["unreadable"][0])), manual_fields("check"))
         addresses = json.loads(self.expect(0, "addresses", PROJECT, "--json"))
         self.assertEqual((list(addresses), list(addresses["addresses"][0])), manual_fields("addresses"))
         self.run_program("new", "EMPTY.orx")
@@ -68,7 +68,7 @@ class Manual(ProgramTest):
         self.assertEqual(set(re.findall(r"--[a-z-]+", heads)), told)
         for command in COMMANDS:
             self.assertIn("\\fBorvista " + " ".join(command), PAGE)
-        self.assertEqual(re.search(r'"(\d+\.\d+)"', PAGE)[1], self.expect(0, "--version").decode().split()[1])
+        self.assertEqual(re.search(r'"(\d+\.\d+-\d+)"', PAGE)[1], self.expect(0, "--version").decode().split()[1])
 
     def test_completion_has_every_option_and_command(self):
         self.assertEqual(self.completions(""), {command[0] for command in COMMANDS} | {"--help", "--version"})

@@ -103,7 +103,7 @@ class Reading(ProgramTest):
                         "CoilVar32=on")
             reading = json.loads(self.read(server.display, "--json"))
             text = self.read(server.display).decode()
-        self.assertEqual(list(reading), ["display", "on", "values"])
+        self.assertEqual(list(reading), ["version", "display", "on", "values"])
         self.assertEqual(reading["display"], server.display)
         self.assertEqual(reading["on"], ["STDMSG3", "STDMSG40", "ALTMSG20"])
         values = {value["name"]: value for value in reading["values"]}

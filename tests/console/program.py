@@ -46,6 +46,9 @@ class ProgramTest(unittest.TestCase):
         self.assertTrue(lines[0].startswith("orvista: "), lines)
         return lines[0]
 
+    def version(self):
+        return self.expect(0, "--version").decode().split()[1]
+
     def files(self):
         """Every file below the folder with its bytes."""
         return {str(path.relative_to(self.folder)): path.read_bytes()
