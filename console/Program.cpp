@@ -23,8 +23,21 @@ std::string commandName(const CLI::App& program) {
     return name;
 }
 
+/// "--columns needs N" for the parser's "--columns: 1 required N missing".
+std::string needText(std::string text) {
+    constexpr std::string_view middle = ": 1 required ";
+    constexpr std::string_view end = " missing";
+    const std::size_t place = text.find(middle);
+    if (place == std::string::npos || !text.ends_with(end))
+        return text;
+    text.resize(text.size() - end.size());
+    return text.replace(place, middle.size(), " needs ");
+}
+
 /// The parser asks for a command even where there is one that it does not know.
 std::string usageError(const CLI::App& program, const CLI::ParseError& error) {
+    if (dynamic_cast<const CLI::ArgumentMismatch*>(&error) != nullptr)
+        return needText(error.what());
     const std::vector<std::string> rest = program.remaining(true);
     if (dynamic_cast<const CLI::RequiredError*>(&error) == nullptr || rest.empty() ||
         rest.front().starts_with('-'))
