@@ -42,6 +42,8 @@ constexpr const char* spreadsheetHint = "\n\nA spreadsheet takes the zeros in fr
 void deliver(const std::string& output, const std::string& csv) {
     if (endsWithIgnoringCase(output, DocMgrModule::projectExtension))
         throw CommandFailure(ExitStatus::Unusable, output + " is a project's name; a table ends in .csv");
+    if (const std::string fault = sheetSizeFault(csv); !fault.empty())
+        throw CommandFailure(ExitStatus::Found, fault);
     if (output.empty())
         print(csv, Reader::Program);
     else

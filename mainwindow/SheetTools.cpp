@@ -112,6 +112,8 @@ void SheetTools::miToolsExportMessages_Click() {
         return;
     const MessageSheet sheet =
         messageSheet(project_, chosen->filter == Pages ? MessageSheetForm::Pages : MessageSheetForm::Scripts);
+    if (const std::string fault = sheetSizeFault(sheet.csv); !fault.empty())
+        return messages_.show(MessageIcon::Exclamation, fault);
     write(chosen->path, sheet.csv);
     QStringList mended;
     for (const std::string& message : sheet.mendedLineEnds)

@@ -31,6 +31,16 @@ std::string_view trimmed(std::string_view text) {
     return text.substr(first, text.find_last_not_of(blanks) - first + 1);
 }
 
+/// By its mark, or by the letters that a head begins with.
+bool isUtf16(std::string_view bytes) {
+    if (bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF"))
+        return true;
+    if (bytes.size() < 4)
+        return false;
+    const auto isNul = [bytes](std::size_t i) { return bytes[i] == '\0'; };
+    return isNul(0) == isNul(2) && isNul(1) == isNul(3) && isNul(0) != isNul(1);
+}
+
 std::string faultText(CsvFault fault) {
     switch (fault) {
     case CsvFault::OpenQuote:
@@ -59,13 +69,24 @@ std::string_view foreignCharacter(std::string_view utf8) {
 
 } // namespace
 
+std::string sheetSizeFault(std::string_view csv) {
+    return csv.size() <= maximumSheetBytes
+               ? std::string()
+               : "the table would be longer than the " + decimalText(maximumSheetMegabytes) +
+                     " MB that an import takes";
+}
+
 std::string sheetBytes(const std::string& path) {
     FileSource source(path);
-    std::string bytes(maximumSheetBytes + 1, '\0');
-    std::size_t size = 0;
-    while (const std::size_t count = source.read(bytes.data() + size, bytes.size() - size))
-        size += count;
-    bytes.resize(size);
+    std::string bytes;
+    std::string piece(std::size_t{1} << 16, '\0');
+    while (bytes.size() <= maximumSheetBytes) {
+        const std::size_t wanted = std::min(piece.size(), maximumSheetBytes + 1 - bytes.size());
+        const std::size_t count = source.read(piece.data(), wanted);
+        if (count == 0)
+            break;
+        bytes.append(piece, 0, count);
+    }
     return bytes;
 }
 
@@ -121,8 +142,8 @@ bool SheetReader::isReadable(std::string_view bytes) {
         return false;
     };
     if (bytes.size() > maximumSheetBytes)
-        return fail("is longer than 10 MB");
-    if (bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF"))
+        return fail("is longer than " + decimalText(maximumSheetMegabytes) + " MB");
+    if (isUtf16(bytes))
         return fail("is UTF-16; save it as \"CSV UTF-8\"");
     if (bytes.starts_with(utf8Mark) && !isUtf8_)
         return fail("begins as UTF-8 and is not");
@@ -194,6 +215,8 @@ bool SheetReader::takeCells() {
     for (std::size_t column = 0; column < columns_.size(); ++column) {
         const auto place = places_[column];
         cells_[column] = place && *place < record_.size() ? text(withoutGuard(record_[*place])) : "";
+        if (cells_[column].find('\0') != std::string::npos)
+            fail(column, "a NUL byte is not a character of the display");
     }
     return true;
 }

@@ -12,8 +12,9 @@
 /// Reading tables that people have edited: columns by the names of the head line, all errors at once.
 namespace orvista {
 
-/// Longer files are not read.
-inline constexpr std::size_t maximumSheetBytes = std::size_t{10} << 20;
+/// Longer tables are neither read nor written.
+inline constexpr std::size_t maximumSheetMegabytes = 64;
+inline constexpr std::size_t maximumSheetBytes = maximumSheetMegabytes << 20;
 /// So many errors are kept; the rest is counted.
 inline constexpr std::size_t maximumSheetErrors = 1000;
 
@@ -44,7 +45,8 @@ private:
     std::size_t beyond_ = 0;
 };
 
-/// The rows of a sheet, its cells by column. Rows without any text are passed over.
+/// The rows of a sheet, its cells by column. Rows without any text are passed over; a NUL byte in a cell is
+/// an error.
 class SheetReader {
 public:
     /// Reads the head line. What is wrong with the file or its head is added to `errors`; without hasHead()
@@ -85,6 +87,9 @@ private:
     std::vector<bool> named_; ///< of each cell of the head, whether it names a column
     bool failed_ = false;
 };
+
+/// Why a table that is to be written could not be read again, UTF-8; empty where it can.
+std::string sheetSizeFault(std::string_view csv);
 
 /// The bytes of a file, up to one more than a sheet may have: the readers tell of longer ones.
 /// \param path UTF-8

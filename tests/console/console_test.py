@@ -503,9 +503,32 @@ class Sheets(ProgramTest):
                           'orvista: bad.csv: row 3, script: "Γ" is not a character of the display',
                           'orvista: bad.csv: row 4, script: a quote is opened and never closed'])
         self.assertEqual(self.files(), before)
-        (self.folder / "bad.csv").write_bytes(b"message,script\r\n" + b"x" * 10 * 1024 * 1024)
+        (self.folder / "bad.csv").write_bytes(b"message,script\r\n" + b"x" * 64 * 1024 * 1024)
         self.assertEqual(self.complaint(1, "messages", "import", PROJECT, "bad.csv"),
-                         "orvista: bad.csv is longer than 10 MB")
+                         "orvista: bad.csv is longer than 64 MB")
+
+    def test_what_import_would_refuse_is_not_exported(self):
+        project = device_files.new_project()
+        project["STDMSG"] = {n: b'"' * 140_000 for n in range(1, 41)}
+        device_files.write(self.folder, "LONG", project)
+        self.expect(0, "messages", "export", "LONG.orx", "-o", "long.csv")
+        self.assertGreater((self.folder / "long.csv").stat().st_size, 40 * 2 * 140_000)
+        self.assertEqual(self.expect(0, "messages", "import", "LONG.orx", "long.csv"), b"Nothing changed\n")
+        project["STDMSG"] = {1: b'"' * 34_000_000}
+        device_files.write(self.folder, "LONG", project)
+        self.assertEqual(self.complaint(1, "messages", "export", "LONG.orx", "-o", "longer.csv"),
+                         "orvista: the table would be longer than the 64 MB that an import takes")
+        self.assertFalse((self.folder / "longer.csv").exists())
+
+    def test_nul_bytes_and_utf_16_are_refused(self):
+        before = self.files()
+        for data, said in ((b'message,script\nSTDMSG1,"CLEAR\0"\n', ": row 2, script: a NUL byte is not a character of the display"),
+                           ("message,script\nSTDMSG1,x\n".encode("utf-16-le"), ' is UTF-16; save it as "CSV UTF-8"'),
+                           ("message,script\nSTDMSG1,x\n".encode("utf-16-be"), ' is UTF-16; save it as "CSV UTF-8"')):
+            (self.folder / "bad.csv").write_bytes(data)
+            self.assertEqual(self.complaint(1, "messages", "import", PROJECT, "bad.csv"), "orvista: bad.csv" + said)
+            (self.folder / "bad.csv").unlink()
+            self.assertEqual(self.files(), before)
 
 
 main()

@@ -138,11 +138,27 @@ TEST(Sheet, TellsOfFilesItCannotRead) {
     EXPECT_THAT(errorsOf(""), ElementsAre(SheetError{0, "", "is empty"}));
     EXPECT_THAT(errorsOf("\xFF\xFEn\0"s),
                 ElementsAre(SheetError{0, "", "is UTF-16; save it as \"CSV UTF-8\""}));
+    EXPECT_THAT(errorsOf("n\0a\0m\0e\0\r\0\n\0"s),
+                ElementsAre(SheetError{0, "", "is UTF-16; save it as \"CSV UTF-8\""}));
+    EXPECT_THAT(errorsOf("\0n\0a\0m\0e"s),
+                ElementsAre(SheetError{0, "", "is UTF-16; save it as \"CSV UTF-8\""}));
     EXPECT_THAT(errorsOf("\xEF\xBB\xBFname\r\n\xE9"),
                 ElementsAre(SheetError{0, "", "begins as UTF-8 and is not"}));
     const std::string longest = "name\r\n" + std::string(maximumSheetBytes - 6, 'x');
     EXPECT_THAT(errorsOf(longest), ::testing::IsEmpty());
-    EXPECT_THAT(errorsOf(longest + 'x'), ElementsAre(SheetError{0, "", "is longer than 10 MB"}));
+    EXPECT_THAT(errorsOf(longest + 'x'), ElementsAre(SheetError{0, "", "is longer than 64 MB"}));
+}
+
+TEST(Sheet, RefusesNulBytesByRowAndColumn) {
+    EXPECT_THAT(errorsOf("name,on\r\na,b\0\r\n\"\0\",c\r\nd,e\r\n"s),
+                ElementsAre(SheetError{2, "on", "a NUL byte is not a character of the display"},
+                            SheetError{3, "name", "a NUL byte is not a character of the display"}));
+}
+
+TEST(Sheet, OnlyWhatCanBeReadAgainIsWritten) {
+    EXPECT_EQ(sheetSizeFault(std::string(maximumSheetBytes, 'x')), "");
+    EXPECT_EQ(sheetSizeFault(std::string(maximumSheetBytes + 1, 'x')),
+              "the table would be longer than the 64 MB that an import takes");
 }
 
 TEST(Sheet, TellsOfEveryBadRowAtOnce) {

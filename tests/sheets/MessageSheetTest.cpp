@@ -83,7 +83,7 @@ private:
         for (;;) {
             const char any =
                 static_cast<char>(forms_.below(3) == 0 ? forms_.below(256) : " ,;\"'%"[forms_.below(6)]);
-            if (any != '\r' && any != '\n')
+            if (any != '\r' && any != '\n' && any != '\0') // NUL is refused
                 return any;
         }
     }
