@@ -52,7 +52,7 @@ std::string capitalised(std::string_view text) {
 void checkRange(const Block& block, FindingList& found) {
     if (block.first >= 0 && block.last <= lastModbusAddress)
         return;
-    found.add(codes::addressRange, {}, [&] {
+    found.add(Code::AddressRange, {}, [&] {
         return capitalised(block.name) + " lie at " + range(block.first, block.last) +
                ", but addresses go from 0 to 65535, so that not all of them can be reached: choose a start "
                "from " +
@@ -65,7 +65,7 @@ void checkOverlap(const Block& one, const Block& other, FindingList& found) {
     const std::int64_t last = std::min(one.last, other.last);
     if (first > last)
         return;
-    found.add(codes::addressOverlap, {}, [&] {
+    found.add(Code::AddressOverlap, {}, [&] {
         return capitalised(one.name) + " (" + range(one.first, one.last) + ") and " +
                std::string(other.name) + " (" + range(other.first, other.last) + ") share coil" +
                (first == last ? " " : "s ") + range(first, last) +
@@ -77,7 +77,7 @@ void checkRegularStart(const Project& project, FindingList& found) {
     const std::int64_t expected = regularStartAfter(project.AlertMessage);
     if (project.RegularMessage == expected)
         return;
-    found.add(codes::regularStart, {}, [&] {
+    found.add(Code::RegularStart, {}, [&] {
         return "Regular messages begin at " + decimalText(project.RegularMessage) +
                ", but no file keeps that: on the display they begin at " + decimalText(expected) +
                ", 20 after the emergency messages. Set their start to " + decimalText(expected) + ".";

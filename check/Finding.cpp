@@ -2,16 +2,11 @@
 
 namespace orvista {
 
-std::string_view severityName(Severity severity) {
-    switch (severity) {
-    case Severity::Error:
-        return "error";
-    case Severity::Warning:
-        return "warning";
-    case Severity::Note:
-        return "note";
-    }
-    return {};
+std::map<Item, FindingCounts> countsByItem(const Findings& findings) {
+    std::map<Item, FindingCounts> counts;
+    for (const Finding& finding : findings.list)
+        counts[finding.place.item].add(finding.rule().severity, 1);
+    return counts;
 }
 
 } // namespace orvista

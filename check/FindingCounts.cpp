@@ -17,27 +17,25 @@ void addCount(std::string& text, std::size_t count, Severity severity) {
 
 } // namespace
 
-FindingCounts countsOf(const Findings& findings) {
-    return {findings.errors, findings.warnings, findings.notes};
+void FindingCounts::add(Severity severity, std::size_t number) {
+    switch (severity) {
+    case Severity::Error:
+        errors += number;
+        break;
+    case Severity::Warning:
+        warnings += number;
+        break;
+    case Severity::Note:
+        notes += number;
+        break;
+    }
 }
 
-std::map<Item, FindingCounts> countsByItem(const Findings& findings) {
-    std::map<Item, FindingCounts> counts;
-    for (const Finding& finding : findings.list) {
-        FindingCounts& ofItem = counts[finding.place.item];
-        switch (finding.severity) {
-        case Severity::Error:
-            ++ofItem.errors;
-            break;
-        case Severity::Warning:
-            ++ofItem.warnings;
-            break;
-        case Severity::Note:
-            ++ofItem.notes;
-            break;
-        }
-    }
-    return counts;
+FindingCounts& FindingCounts::operator+=(const FindingCounts& others) {
+    errors += others.errors;
+    warnings += others.warnings;
+    notes += others.notes;
+    return *this;
 }
 
 std::string countsText(const FindingCounts& counts) {

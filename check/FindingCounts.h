@@ -1,9 +1,8 @@
 #pragma once
 
-#include "check/Finding.h"
+#include "check/Severity.h"
 
 #include <cstddef>
-#include <map>
 #include <string>
 
 namespace orvista {
@@ -13,12 +12,12 @@ struct FindingCounts {
     std::size_t errors = 0;
     std::size_t warnings = 0;
     std::size_t notes = 0;
+
+    std::size_t total() const { return errors + warnings + notes; }
+    void add(Severity severity, std::size_t number);
+    FindingCounts& operator+=(const FindingCounts& others);
     bool operator==(const FindingCounts&) const = default;
 };
-
-FindingCounts countsOf(const Findings& findings);
-/// By item, as far as the findings are listed.
-std::map<Item, FindingCounts> countsByItem(const Findings& findings);
 
 /// "1 error, 2 warnings"; empty for none.
 std::string countsText(const FindingCounts& counts);

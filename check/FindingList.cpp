@@ -6,34 +6,10 @@
 
 namespace orvista {
 
-namespace {
-
-void addCounts(Findings& findings, const Findings& others) {
-    findings.errors += others.errors;
-    findings.warnings += others.warnings;
-    findings.notes += others.notes;
-}
-
-} // namespace
-
-void FindingList::count(Severity severity, std::size_t number) {
-    switch (severity) {
-    case Severity::Error:
-        findings_.errors += number;
-        break;
-    case Severity::Warning:
-        findings_.warnings += number;
-        break;
-    case Severity::Note:
-        findings_.notes += number;
-        break;
-    }
-}
-
 Findings FindingList::merged(std::vector<FindingList> lists) {
     Findings all;
     for (FindingList& list : lists) {
-        addCounts(all, list.findings_);
+        all.counts += list.findings_.counts;
         std::ranges::move(list.findings_.list, std::back_inserter(all.list));
     }
     const auto place = [](const Finding& finding) {
@@ -54,7 +30,7 @@ Findings FindingList::sorted() && {
 }
 
 void append(Findings& findings, const Findings& later) {
-    addCounts(findings, later);
+    findings.counts += later.counts;
     const std::size_t room = maximumFindings - findings.list.size();
     std::ranges::copy_n(later.list.begin(), static_cast<std::ptrdiff_t>(std::min(room, later.list.size())),
                         std::back_inserter(findings.list));

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "check/Codes.h"
 #include "check/Finding.h"
 
 #include <cstddef>
@@ -25,16 +24,15 @@ public:
 
     /// \param sentence makes the finding's text (UTF-8)
     template <typename Sentence>
-    void add(const codes::Code& code, Where where, Sentence&& sentence) {
-        count(code.severity, 1);
+    void add(Code code, Where where, Sentence&& sentence) {
+        count(ruleOf(code).severity);
         // What stands on one line is put into order later.
         const auto& list = findings_.list;
         if (list.size() < maximumFindings || list.back().place.line == where.line)
-            findings_.list.push_back(
-                {{item_, where.line, where.column, where.length}, code.severity, code.name, sentence()});
+            findings_.list.push_back({{item_, where.line, where.column, where.length}, code, sentence()});
     }
     /// Findings that are known by their number alone.
-    void count(Severity severity, std::size_t number);
+    void count(Severity severity, std::size_t number = 1) { findings_.counts.add(severity, number); }
 
     /// All that was added to the lists, by line and column.
     static Findings merged(std::vector<FindingList> lists);

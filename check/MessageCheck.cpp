@@ -2,10 +2,10 @@
 
 #include "check/FindingList.h"
 #include "check/PageCheck.h"
-#include "check/Quoted.h"
 #include "check/RemarkTexts.h"
 #include "model/BitmapName.h"
 #include "model/Files.h"
+#include "model/Quotation.h"
 #include "model/ReservedLines.h"
 #include "model/Text.h"
 #include "script/ScriptInterpreter.h"
@@ -21,7 +21,7 @@ namespace {
 
 /// What becomes of a message with a reserved line.
 std::string reservedLineText(ReservedLine kind, std::string_view line, bool followsText) {
-    const std::string name = quoted(trimBlanks(line));
+    const std::string name = deviceQuotation(trimBlanks(line));
     switch (kind) {
     case ReservedLine::MessageStart:
         return "When the project is opened again all of this message up to this line is gone, because " +
@@ -53,7 +53,7 @@ FindingList reservedLines(Item item, std::string_view script, std::vector<std::s
         const auto kind = isBehindMark ? std::nullopt : reservedLine(line);
         if (kind) {
             numbers.push_back(number);
-            found.add(codes::reservedLine, {number, line.find_first_not_of(' ') + 1},
+            found.add(Code::ReservedLine, {number, line.find_first_not_of(' ') + 1},
                       [&] { return reservedLineText(*kind, line, followsText); });
         }
         followsText =
@@ -65,7 +65,7 @@ FindingList reservedLines(Item item, std::string_view script, std::vector<std::s
 FindingList lostMessage(Item item, std::string_view script) {
     FindingList found(item);
     if (!script.empty() && script.find_first_not_of(" \r\n") == std::string_view::npos)
-        found.add(codes::lostMessage, {}, [] {
+        found.add(Code::LostMessage, {}, [] {
             return "When the project is opened again this message is gone and every later one moves up a "
                    "number, because it holds nothing but blanks: write CLEAR.";
         });

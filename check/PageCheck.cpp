@@ -1,13 +1,13 @@
 #include "check/PageCheck.h"
 
-#include "check/Coverings.h"
 #include "check/FitTexts.h"
-#include "check/Quoted.h"
+#include "check/Occlusions.h"
 #include "display/PageFit.h"
 #include "display/StepTiming.h"
 #include "model/BitmapName.h"
 #include "model/Item.h"
 #include "model/Numbers.h"
+#include "model/Quotation.h"
 #include "model/Text.h"
 #include "script/ScriptCommands.h"
 
@@ -38,6 +38,14 @@ std::string panelName(PanelSize panel) {
     return "the panel of " + decimalText(panel.columns) + " x " + decimalText(panel.rows) + " dots";
 }
 
+/// "dots 96 to 103"
+/// \param end the first beyond them
+std::string dotRange(std::int64_t first, std::int64_t end) {
+    if (end - first == 1)
+        return "dot " + decimalText(first);
+    return "dots " + decimalText(first) + " to " + decimalText(end - 1);
+}
+
 /// The end of a sentence: what else helps than to change what does not fit.
 std::string orLetPass(const PageFit::Unseen& unseen) {
     if (!unseen.wayOut)
@@ -56,7 +64,7 @@ public:
           bitmaps_(bitmaps),
           found_(found),
           fit_(page, panel, formats),
-          coverings_(page, formats) {}
+          occlusions_(page, formats) {}
 
     void run() {
         checkDuration();
@@ -72,7 +80,7 @@ private:
         });
         if (first == page_.elements.end() || !lastsNoTime())
             return;
-        found_.add(codes::neverSeen, {sourceOf(*first).line, sourceOf(*first).command}, [] {
+        found_.add(Code::NeverSeen, {sourceOf(*first).line, sourceOf(*first).command}, [] {
             return "Nothing of this page is seen, because it lasts 0 milliseconds: give it a time, such as "
                    "ACT STILL 3000.";
         });
@@ -103,7 +111,7 @@ private:
     const BitmapsByName& bitmaps_;
     FindingList& found_;
     const PageFit fit_;
-    Coverings coverings_;
+    Occlusions occlusions_;
 };
 
 void PageCheck::checkColours(std::size_t index, bool needsTwo) {
@@ -111,27 +119,32 @@ void PageCheck::checkColours(std::size_t index, bool needsTwo) {
     if (!needsTwo || placement.foreground != placement.background)
         return;
     const ScriptSource& source = sourceOf(page_.elements[index]);
-    found_.add(codes::invisible, {source.line, source.background}, [] {
-        return "Nothing can be made out here, because foreground and background have the same colour: choose "
-               "two colours.";
+    found_.add(Code::Invisible, {source.line, source.background}, [] {
+        return "This cannot be seen: foreground and background are the same colour. Choose two colours.";
     });
 }
 
 void PageCheck::checkFieldUnder(std::size_t index, std::string_view drawn) {
-    const auto under = coverings_.fieldUnder(index);
+    const auto under = occlusions_.fieldUnder(index);
     if (!under)
         return;
-    found_.add(codes::fieldOverlap, contentOf(index), [&] {
-        const std::string name = fieldName(std::get<FieldElement>(page_.elements[*under]));
-        return std::string(drawn) + " and the field " + name +
-               " of this page lie one on the other, so that one of them cannot be read: move it.";
+    found_.add(Code::FieldOverlap, contentOf(index), [&] {
+        const auto& field = std::get<FieldElement>(page_.elements[*under]);
+        const DotBox below = drawnBox(field, formats_);
+        const DotBox above = drawnBox(page_.elements[index], formats_);
+        const std::string text =
+            std::string(drawn) + " covers " + fieldName(field) + " (" +
+            dotRange(std::max(above.left, below.left), std::min(above.right, below.right));
+        const bool hasRoomBeside =
+            above.left >= below.left && below.right + above.right - above.left <= panel_.columns;
+        return text + (hasRoomBeside ? "): begin it at " + decimalText(below.right) + "." : "): move it.");
     });
 }
 
 void PageCheck::checkElement(std::size_t index, const TextElement& text) {
     const PageFit::Unseen unseen = fit_.unseen(index, Passing::Counts);
     if (unseen.count > 0)
-        found_.add(codes::textCut, contentOf(index, unseen.first), [&] {
+        found_.add(Code::TextCut, contentOf(index, unseen.first), [&] {
             return unfitText(unseen.count) + " on " + panelName(panel_) +
                    " and cannot be read: shorten or move the text" + orLetPass(unseen);
         });
@@ -142,14 +155,14 @@ void PageCheck::checkElement(std::size_t index, const TextElement& text) {
 void PageCheck::checkUnshown(std::size_t index, const ImageElement& image) {
     const auto error = bitmaps_.at(lowerAscii(image.name)).error;
     if (!error) {
-        found_.add(codes::missingBitmap, contentOf(index), [&] {
+        found_.add(Code::MissingBitmap, contentOf(index), [&] {
             return "The display draws nothing here, because the project's folder has no bitmap " +
-                   quoted(image.name) + ": put it there or correct the name.";
+                   deviceQuotation(image.name) + ": put it there or correct the name.";
         });
         return;
     }
-    found_.add(codes::unreadableBitmap, contentOf(index), [&] {
-        return "The display draws nothing here, because the bitmap " + quoted(image.name) + " " +
+    found_.add(Code::UnreadableBitmap, contentOf(index), [&] {
+        return "The display draws nothing here, because the bitmap " + deviceQuotation(image.name) + " " +
                std::string(description(*error)) + ": save it anew, uncompressed and at most " +
                decimalText(maximumBitmapWidth) + " x " + decimalText(maximumBitmapHeight) + " dots.";
     });
@@ -157,10 +170,10 @@ void PageCheck::checkUnshown(std::size_t index, const ImageElement& image) {
 
 void PageCheck::checkElement(std::size_t index, const ImageElement& image) {
     if (!isBitmapName(image.name)) {
-        found_.add(codes::missingBitmap, contentOf(index), [&] {
+        found_.add(Code::MissingBitmap, contentOf(index), [&] {
             return "The display draws nothing here, because only files whose names end in .bmp are sent to "
                    "it and " +
-                   quoted(image.name) + " does not: save the picture as a bitmap and name that.";
+                   deviceQuotation(image.name) + " does not: save the picture as a bitmap and name that.";
         });
         return;
     }
@@ -169,7 +182,7 @@ void PageCheck::checkElement(std::size_t index, const ImageElement& image) {
         return;
     }
     if (const PageFit::Unseen unseen = fit_.unseen(index, Passing::Counts); unseen.count > 0)
-        found_.add(codes::bitmapCut, contentOf(index), [&] {
+        found_.add(Code::BitmapCut, contentOf(index), [&] {
             return "The bitmap of " + decimalText(image.image->width) + " x " +
                    decimalText(image.image->height) + " dots does not fit on " + panelName(panel_) +
                    " and is not seen whole: move it or make it smaller" + orLetPass(unseen);
@@ -182,14 +195,14 @@ void PageCheck::checkElement(std::size_t index, const FieldElement& field) {
     const PageFit::Unseen unseen = fit_.unseen(index, Passing::Counts);
     const auto width = [&] { return decimalText(shownWidth(field, formats_)); };
     if (unseen.count > 0)
-        found_.add(codes::fieldCut, contentOf(index), [&] {
+        found_.add(Code::FieldCut, contentOf(index), [&] {
             return decimalText(unseen.count) + " of the " + width() + " characters of " + fieldName(field) +
                    (unseen.count == 1 ? " does" : " do") + " not fit on " + panelName(panel_) +
                    " and cannot be read: move the field or make it narrower" + orLetPass(unseen);
         });
     checkColours(index, true);
-    if (coverings_.coversText(index))
-        found_.add(codes::fieldGap, contentOf(index), [&] {
+    if (occlusions_.coversText(index))
+        found_.add(Code::FieldGap, contentOf(index), [&] {
             return fieldName(field) + " is " + width() + " wide and covers characters of this page: leave " +
                    width() + " blanks for it.";
         });

@@ -56,10 +56,9 @@ bool isSame(const FoundBitmap& one, const FoundBitmap& other) {
 
 Findings notInUse(Item variable) {
     FindingList found(variable);
-    found.add(codes::notInUse, {}, [&] {
+    found.add(Code::NotInUse, {}, [&] {
         return "No message shows " + nameOf(variable) +
-               ", though its settings were changed: show it with DISPVAR, or "
-               "leave it.";
+               ", though its settings were changed: show it with DISPVAR, or ignore this note.";
     });
     return std::move(found).sorted();
 }

@@ -1,8 +1,10 @@
 #include "check/RemarkTexts.h"
 
-#include "check/Quoted.h"
 #include "model/ItemKind.h"
 #include "model/Numbers.h"
+#include "model/Quotation.h"
+#include "model/Text.h"
+#include "script/ScriptCommands.h"
 
 #include <string_view>
 
@@ -21,9 +23,9 @@ constexpr std::string_view colours = "RED, GREEN, ORANGE or BLACK";
 Expected expected(ScriptArgument argument) {
     switch (argument) {
     case ScriptArgument::X:
-        return {"a column", "how many dots it is from the left edge"};
+        return {"an x position", "how many dots it is from the left edge"};
     case ScriptArgument::Y:
-        return {"a row", "how many dots it is from the top"};
+        return {"a y position", "how many dots it is from the top"};
     case ScriptArgument::Foreground:
         return {"a foreground colour", colours};
     case ScriptArgument::Background:
@@ -52,39 +54,55 @@ Expected expected(ScriptArgument argument) {
     return {};
 }
 
+/// What a moving effect lacks when one of its two numbers is not there; empty for every other line.
+std::string lackingNumbers(const ScriptRemark& remark) {
+    if (!remark.word.empty() ||
+        (remark.argument != ScriptArgument::Pixels && remark.argument != ScriptArgument::Speed))
+        return {};
+    ScriptWords words(remark.text);
+    const std::string command = upperAscii(words.word());
+    const std::string effect = upperAscii(words.word());
+    if (effect.empty() || effect == effectName(Effect::Fade))
+        return {};
+    const std::string start = command + " " + effect;
+    return start + " needs two numbers, dots and milliseconds: write " + start + " 1 50.";
+}
+
 std::string wrongArgumentText(const ScriptRemark& remark, const Expected& expected) {
+    if (const std::string text = lackingNumbers(remark); !text.empty())
+        return "The display skips this line, because " + text;
     const std::string problem = remark.word.empty()
                                     ? std::string(expected.name) + " is missing"
-                                    : quoted(remark.word) + " is not " + std::string(expected.name);
+                                    : deviceQuotation(remark.word) + " is not " + std::string(expected.name);
     return "The display skips this line, because " + problem + ": write " + std::string(expected.possible) +
            ".";
 }
 
 } // namespace
 
-const codes::Code& codeOf(RemarkReason reason) {
+Code codeOf(RemarkReason reason) {
     switch (reason) {
     case RemarkReason::UnknownCommand:
-        return codes::unknownCommand;
+        return Code::UnknownCommand;
     case RemarkReason::BadArgument:
-        return codes::badArgument;
+        return Code::BadArgument;
     case RemarkReason::VariableRange:
-        return codes::variableRange;
+        return Code::VariableRange;
     case RemarkReason::PageFull:
-        return codes::pageFull;
+        return Code::PageFull;
     }
-    return codes::unknownCommand;
+    return Code::UnknownCommand;
 }
 
 std::string remarkText(const ScriptRemark& remark) {
     switch (remark.reason) {
     case RemarkReason::UnknownCommand:
-        return "The display skips this line, because it knows no command " + quoted(remark.word) +
-               ": correct it or delete the line.";
+        return "The display will skip this line: " + deviceQuotation(remark.word) +
+               " is not a command. Correct or delete it.";
     case RemarkReason::BadArgument:
         return wrongArgumentText(remark, expected(remark.argument.value()));
     case RemarkReason::VariableRange:
-        return "The display skips this line, because there is no variable " + quoted(remark.word) +
+        return "The display skips this line, because there is no variable " + deviceQuotation(remark.word) +
                ": write " + std::string(expected(ScriptArgument::Variable).possible) + ".";
     case RemarkReason::PageFull:
         return "The display skips this line, because the page draws " + decimalText(maximumElementsOfAPage) +

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "check/Codes.h"
+#include "check/Rules.h"
 #include "script/ScriptInterpreter.h"
 
 #include <string>
@@ -8,7 +8,7 @@
 namespace orvista {
 
 /// The code under which a line that does nothing is found.
-const codes::Code& codeOf(RemarkReason reason);
+Code codeOf(RemarkReason reason);
 
 /// Why the display skips a line, and what to write instead.
 std::string remarkText(const ScriptRemark& remark);

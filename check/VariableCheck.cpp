@@ -1,10 +1,10 @@
 #include "check/VariableCheck.h"
 
 #include "check/FindingList.h"
-#include "check/Quoted.h"
 #include "display/DisplayValues.h"
 #include "display/LiveField.h"
 #include "model/Numbers.h"
+#include "model/Quotation.h"
 #include "model/Text.h"
 #include "model/VariableEditing.h"
 
@@ -30,14 +30,14 @@ void checkFloatDefault(const FloatVariable& variable, FindingList& found) {
     const FloatFormat format = floatFormat(variable);
     const std::string shown = floatFieldText(defaultFloat(variable), format);
     if (!isNumber(text)) {
-        found.add(codes::badDefault, {}, [&] {
-            return "The default value " + quoted(text) +
+        found.add(Code::BadDefault, {}, [&] {
+            return "The default value " + deviceQuotation(text) +
                    " is not a number, so that the display begins with " + std::string(trimBlanks(shown)) +
                    ": write a number, such as 12.5.";
         });
     } else if (isStars(shown)) {
-        found.add(codes::badDefault, {}, [&] {
-            return "The default value " + quoted(text) + " does not fit into a width of " +
+        found.add(Code::BadDefault, {}, [&] {
+            return "The default value " + deviceQuotation(text) + " does not fit into a width of " +
                    decimalText(format.width) + " with precision " + decimalText(format.precision) +
                    ", so that the display begins with stars: choose a greater width or a smaller number.";
         });
@@ -50,22 +50,20 @@ void checkFloatFormat(const FloatVariable& variable, FindingList& found) {
     const bool isWidth = isOneOf(widthChoices, width);
     const bool isPrecision = isOneOf(precisionChoices, precision);
     if (!isWidth)
-        found.add(codes::badFormat, {}, [&] {
-            return "The width " + quoted(width) +
-                   " is not one that the display knows, so that the value may be shown in another: choose a "
-                   "width from 2 to 8.";
+        found.add(Code::BadFormat, {}, [&] {
+            return "The display does not support width " + deviceQuotation(width) +
+                   " and may use another: choose a width from 2 to 8.";
         });
     if (!isPrecision)
-        found.add(codes::badFormat, {}, [&] {
-            return "The precision " + quoted(precision) +
-                   " is not one that the display knows, so that the value may be shown with another: choose "
-                   "a precision from 0 to 3.";
+        found.add(Code::BadFormat, {}, [&] {
+            return "The display does not support precision " + deviceQuotation(precision) +
+                   " and may use another: choose a precision from 0 to 3.";
         });
     if (!isWidth || !isPrecision)
         return;
     const std::string possible = precisionForWidth(width, precision);
     if (possible != precision)
-        found.add(codes::badFormat, {}, [&] {
+        found.add(Code::BadFormat, {}, [&] {
             return "The display cannot show precision " + std::string(precision) + " in a width of " +
                    std::string(width) + ": set the precision to " + possible + ".";
         });
@@ -84,8 +82,9 @@ Findings checkVariable(Item item, const BooleanVariable& variable) {
     FindingList found(item);
     const std::string_view text = trimBlanks(variable.defaultValue);
     if (!isOneOf(booleanDefaultChoices, text))
-        found.add(codes::badDefault, {}, [&] {
-            return "The default value " + quoted(text) + " is neither 0 nor 1; the display takes it for " +
+        found.add(Code::BadDefault, {}, [&] {
+            return "The default value " + deviceQuotation(text) +
+                   " is neither 0 nor 1; the display takes it for " +
                    (defaultBoolean(variable) ? "ON" : "OFF") + ": write 0 or 1.";
         });
     return std::move(found).sorted();

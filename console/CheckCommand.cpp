@@ -3,7 +3,6 @@
 #include "check/ProjectCheck.h"
 #include "console/FindingText.h"
 #include "console/JsonText.h"
-#include "console/OptionChecks.h"
 #include "console/Output.h"
 #include "console/Projects.h"
 #include "display/FolderBitmaps.h"
@@ -42,8 +41,8 @@ Json findingObject(const std::string& project, const Finding& finding) {
             {"item", nameOf(finding.place.item)},
             {"line", finding.place.line},
             {"column", finding.place.column},
-            {"severity", severityName(finding.severity)},
-            {"code", finding.code},
+            {"severity", severityName(finding.rule().severity)},
+            {"code", finding.rule().name},
             {"text", finding.text}};
 }
 
@@ -60,8 +59,8 @@ void checkOne(const std::string& path, const Options& options, Report& report) {
     }
     if (findings.notListed() > 0)
         complain(path + ": and " + decimalText(findings.notListed()) + " more");
-    report.errors += findings.errors;
-    report.warnings += findings.warnings;
+    report.errors += findings.counts.errors;
+    report.warnings += findings.counts.warnings;
 }
 
 ExitStatus checkAll(const Options& options) {
@@ -102,9 +101,9 @@ void addCheck(CLI::App& program, Run& run) {
     const auto options = std::make_shared<Options>();
     CLI::App* command = program.add_subcommand("check", "Tell what will go wrong on the display");
     command->add_option("PROJECT", options->projects, "Project files, .orx")->required();
-    command->add_option("--columns", options->columns, "Dots across the panel, 1 to 4096")
+    command->add_option("--columns", options->columns, "Dots across the panel")
         ->type_name("N")
-        ->check(wholeNumbers(1, PanelSize::maximumColumns))
+        ->check(CLI::Range(1, PanelSize::maximumColumns))
         ->capture_default_str();
     command->add_flag("--strict", options->strict, "End with status 1 on warnings, too");
     command->add_flag("--notes", options->notes, "Name variables that are set up and shown by no message");

@@ -1,6 +1,5 @@
 #include "console/Commands.h"
 
-#include "check/Quoted.h"
 #include "compare/ProjectComparison.h"
 #include "console/Displays.h"
 #include "console/JsonText.h"
@@ -10,6 +9,7 @@
 #include "model/FileNames.h"
 #include "model/Numbers.h"
 #include "model/ProjectFile.h"
+#include "model/Quotation.h"
 #include "model/ScratchFolder.h"
 #include "model/Text.h"
 #include "model/Windows1252.h"

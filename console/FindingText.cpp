@@ -9,11 +9,11 @@ std::string findingText(const std::string& project, const Finding& finding) {
     if (finding.place.line > 0)
         text += ":" + decimalText(finding.place.line) + ":" + decimalText(finding.place.column);
     return text.append(": ")
-        .append(severityName(finding.severity))
+        .append(severityName(finding.rule().severity))
         .append(": ")
         .append(finding.text)
         .append(" [")
-        .append(finding.code)
+        .append(finding.rule().name)
         .append("]");
 }
 

@@ -37,10 +37,10 @@ struct Options {
 bool hasErrors(const std::string& path, const Project& project) {
     const Findings findings = checkProject(project, FolderBitmaps(project.ProjPath), PanelSize::usualColumns);
     for (const Finding& finding : findings.list) {
-        if (finding.severity == Severity::Error)
+        if (finding.rule().severity == Severity::Error)
             complain(findingText(path, finding));
     }
-    return findings.errors > 0;
+    return findings.counts.errors > 0;
 }
 
 /// The projects that are sent, each as it was when the command began. \see writeSnapshot
@@ -71,8 +71,7 @@ private:
             complain(failure.what());
             status_ = ExitStatus::Unusable;
         } catch (const std::system_error& failure) {
-            const std::string fault = writingFault(scratch);
-            complain(fault.empty() ? path + ": " + failure.code().message() : fault);
+            complain(path + ": " + failure.code().message());
             status_ = ExitStatus::Unusable;
         }
     }

@@ -173,7 +173,7 @@ std::variant<LedImage, BitmapError> readBitmap(std::string_view file) {
 std::string_view description(BitmapError error) {
     switch (error) {
     case BitmapError::TooLong:
-        return "is too long a file";
+        return "is larger than 512 KB";
     case BitmapError::NotABitmap:
         return "is not a BMP file";
     case BitmapError::CutShort:
@@ -185,7 +185,7 @@ std::string_view description(BitmapError error) {
     case BitmapError::UnknownDepth:
         return "has an unknown number of bits a pixel";
     case BitmapError::BadSize:
-        return "has no size that the display shows";
+        return "is larger than 1024 x 64 dots, or empty";
     case BitmapError::NotReadable:
         return "cannot be read";
     }

@@ -1,7 +1,6 @@
 #include "link/DisplayFiles.h"
 
 #include "model/Numbers.h"
-#include "model/ScratchFolder.h"
 
 namespace orvista {
 
@@ -28,10 +27,8 @@ void fetchDisplayFiles(const DisplayAddress& display, const std::string& folder,
     progress.showActivity("Downloading files");
     const bool fetched = transferSucceeded(control->DownloadFiles({}, folder));
     control->CloseLink();
-    if (fetched)
-        return;
-    const std::string fault = writingFault(folder);
-    throw FetchFailure(true, fault.empty() ? "its files could not be fetched" : fault);
+    if (!fetched)
+        throw FetchFailure(true, "its files could not be fetched");
 }
 
 } // namespace orvista

@@ -16,10 +16,9 @@ struct DeviceFile {
     /// stands in messages about taking the project file apart. Empty where it has no section.
     std::string_view sectionName;
     void (*writeSection)(ByteSink& sink, const Project& project); ///< null without a section
-    ConfigModule::ReadTable readSection;                          ///< null for a file that is never read
+    void (*readSection)(ByteSource& source, Project& project);    ///< null for a file that is never read
     bool (*Write)(const std::string& path, const Project& project, const DocMgrModule::FileContext& context);
-    void (*Read)(const std::string& path, Project& project, const DocMgrModule::FileContext& context,
-                 TableReading* reading);
+    void (*Read)(const std::string& path, Project& project, const DocMgrModule::FileContext& context);
 };
 
 inline constexpr DeviceFile modbusAdrFile{

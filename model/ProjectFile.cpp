@@ -3,15 +3,12 @@
 #include "model/DeviceFiles.h"
 #include "model/FileReplacing.h"
 #include "model/FolderLookup.h"
-#include "model/NoMessages.h"
 #include "model/ProjectFileSections.h"
-#include "model/ReadingRemarks.h"
 #include "model/SystemFile.h"
 #include "model/Text.h"
 
 #include <filesystem>
 #include <system_error>
-#include <utility>
 #include <vector>
 
 namespace orvista::DocMgrModule {
@@ -66,22 +63,15 @@ bool showFailure(const std::string& failure, const FileContext& context) {
     return !failure.empty();
 }
 
-/// A project file taken apart, and what was met on the way.
-struct Parts {
-    std::vector<ProjectFileSection> sections;
-    ProjectFileOutline outline;
-    FileRemarks remarks;
-};
-
-/// The message for the user when it fails, with what came before in `parts`.
-std::string readSections(const std::string& path, const PathRules& paths, Parts& parts) {
+/// The message for the user when it fails, with what came before in `sections`.
+std::string readSections(const std::string& path, const PathRules& paths,
+                         std::vector<ProjectFileSection>& sections) {
     try {
         const std::string file = projectFileOnDisk(paths, path);
         FileSource source(file);
         std::error_code unknown;
         const auto size = std::filesystem::file_size(systemPath(file), unknown);
-        parts.outline =
-            takeApart(source, parts.sections, unknown ? 0 : static_cast<std::size_t>(size), &parts.remarks);
+        takeApart(source, sections, unknown ? 0 : static_cast<std::size_t>(size));
         return {};
     } catch (const OpenFailure&) {
         return "Unable to open " + path;
@@ -114,51 +104,23 @@ bool holdsSection(const std::string& path, const ProjectFileSection& section) {
 /// stead.
 enum class DeviceFilesAre { Written, AsTheyWere };
 
-/// The section that a table is read from; null where it is read from its file, because there is no section
-/// or because the file does not give back what was written to it, for instance one that may be written but
-/// not read.
-const ProjectFileSection* sectionToRead(const DeviceFile& file, const Parts& parts, const std::string& path,
-                                        DeviceFilesAre state, const PathRules& paths) {
-    const ProjectFileSection* const section = lastSectionOf(file, parts.sections);
-    const bool isFaithful = section == nullptr || state == DeviceFilesAre::AsTheyWere ||
-                            holdsSection(deviceFileOnDisk(paths, path), *section);
-    return isFaithful ? section : nullptr;
-}
-
-/// Reads the device files from their sections, or where there is none from the folder.
-/// \param remarks gets what is met, also before
-void readTables(const Parts& parts, const std::string& folder, DeviceFilesAre state, Project& project,
-                const FileContext& context, FileRemarks* remarks = nullptr) {
-    FileRemarks met = parts.remarks;
-    SectionRemarks ofSections(parts.sections, parts.outline, met);
+/// Reads the device files from their sections. What has none is read from its file, and so is a file that
+/// does not give back what was written to it, for instance one that may be written but not read.
+void readTables(const std::vector<ProjectFileSection>& sections, const std::string& folder,
+                DeviceFilesAre state, Project& project, const FileContext& context) {
     for (const DeviceFile* const file : deviceFiles) {
         if (file->readSection == nullptr)
             continue;
         const std::string path = context.paths.join(folder, file->name);
-        TableReading reading;
-        TableReading* const wanted = remarks != nullptr ? &reading : nullptr;
-        if (const auto* const section = sectionToRead(*file, parts, path, state, context.paths)) {
-            MemorySource source(section->lines);
-            ConfigModule::readFrom(source, project, context, file->readSection, wanted);
-            ofSections.add(*section, reading);
+        const ProjectFileSection* const section = lastSectionOf(*file, sections);
+        if (section == nullptr || (state == DeviceFilesAre::Written &&
+                                   !holdsSection(deviceFileOnDisk(context.paths, path), *section))) {
+            file->Read(path, project, context);
         } else {
-            file->Read(path, project, context, wanted);
-            ofSections.addFile(*file, reading);
+            MemorySource source(section->lines);
+            ConfigModule::readFrom(source, project, context, file->readSection);
         }
     }
-    if (remarks == nullptr)
-        return;
-    ofSections.finish();
-    *remarks = std::move(met);
-}
-
-/// What the readers will meet, before anything is replaced.
-FileRemarks remarksAhead(const Parts& parts, const std::string& folder, const PathRules& paths) {
-    NoMessages silent;
-    Project tried;
-    FileRemarks remarks;
-    readTables(parts, folder, DeviceFilesAre::AsTheyWere, tried, {paths, silent}, &remarks);
-    return remarks;
 }
 
 } // namespace
@@ -199,36 +161,32 @@ SaveOutcome SaveProject(const std::string& folder, const std::string& name, cons
     return saveDeviceFiles(folder, project, durable) ? SaveOutcome::Saved : SaveOutcome::DeviceFileFailed;
 }
 
-bool ReadProject(const std::string& path, Project& project, const FileContext& context,
-                 const BeforeReplacing& beforeReplacing) {
-    const auto place = context.paths.split(path);
-    const std::string folder = place ? place->folder : std::string{};
+bool ReadProject(const std::string& path, Project& project, const FileContext& context) {
+    const auto parts = context.paths.split(path);
+    const std::string folder = parts ? parts->folder : std::string{};
     const FileContext opening{context.paths, context.messages, projectFileOnDisk(context.paths, path)};
-    Parts parts;
-    const std::string readFailure = readSections(path, context.paths, parts);
-    if (beforeReplacing && !parts.sections.empty())
-        beforeReplacing(folder, remarksAhead(parts, folder, context.paths));
+    std::vector<ProjectFileSection> sections;
+    const std::string readFailure = readSections(path, context.paths, sections);
     // What came before a failure is written all the same.
-    if (showFailure(writeSections(parts.sections, folder, opening, project), context) ||
+    if (showFailure(writeSections(sections, folder, opening, project), context) ||
         showFailure(readFailure, context))
         return false;
     defaultPlsFile.Write(context.paths.join(folder, defaultPlsFile.name), project, opening);
-    readTables(parts, folder, DeviceFilesAre::Written, project, context);
+    readTables(sections, folder, DeviceFilesAre::Written, project, context);
     return true;
 }
 
-bool readProjectWithoutWriting(const std::string& path, Project& project, const FileContext& context,
-                               FileRemarks* remarks) {
-    const SplitPath place = context.paths.split(path).value_or(SplitPath{".", path});
-    Parts parts;
-    const std::string failure = readSections(path, context.paths, parts);
-    for (const ProjectFileSection& section : parts.sections)
+bool readProjectWithoutWriting(const std::string& path, Project& project, const FileContext& context) {
+    const SplitPath parts = context.paths.split(path).value_or(SplitPath{".", path});
+    std::vector<ProjectFileSection> sections;
+    const std::string failure = readSections(path, context.paths, sections);
+    for (const ProjectFileSection& section : sections)
         takeSettings(section, project);
     if (showFailure(failure, context))
         return false;
-    readTables(parts, place.folder, DeviceFilesAre::AsTheyWere, project, context, remarks);
-    project.ProjPath = place.folder;
-    project.ProjName = projectNameOfFile(place.name);
+    readTables(sections, parts.folder, DeviceFilesAre::AsTheyWere, project, context);
+    project.ProjPath = parts.folder;
+    project.ProjName = projectNameOfFile(parts.name);
     return true;
 }
 

@@ -4,6 +4,7 @@
 #include "items/ProjectMessages.h"
 #include "model/Files.h"
 #include "model/Numbers.h"
+#include "model/Quotation.h"
 #include "model/Text.h"
 #include "model/Windows1252.h"
 #include "sheets/PageColumns.h"
@@ -87,7 +88,7 @@ private:
         const std::string name(trimBlanks(sheet_.cell(columns::Message)));
         const auto position = messagePosition(name);
         if (!position)
-            return sheet_.fail(columns::Message, notAMessage(quotedForMessage(name)));
+            return sheet_.fail(columns::Message, notAMessage(quotation(name)));
         const std::size_t errorsBefore = result_.errors.count();
         const bool isPage = sheet_.has(columns::Page) && sheet_.cell(columns::Script).empty();
         if (isPage)
@@ -102,7 +103,7 @@ private:
         const auto page = wholeNumber(sheet_.cell(columns::Page), 1, maximumPageNumber);
         const auto form = columns::form(sheet_);
         if (!page)
-            return sheet_.fail(columns::Page, quotedForMessage(sheet_.cell(columns::Page)) +
+            return sheet_.fail(columns::Page, quotation(sheet_.cell(columns::Page)) +
                                                   " is not the number of a page, from 1");
         if (rows.scriptRow > 0)
             return sheet_.fail(columns::Page,
@@ -132,7 +133,7 @@ private:
     void reportWhatNoFileKeeps(const std::string& name, const std::string& script) {
         for (const Finding& finding :
              checkMessage(*messageNamed(name), script, project_, NoBitmaps(), PanelSize::maximumColumns).list)
-            if (finding.code == "reserved-line" || finding.code == "lost-message")
+            if (finding.code == Code::ReservedLine || finding.code == Code::LostMessage)
                 sheet_.fail(columns::Script,
                             (finding.place.line > 0 ? "line " + decimalText(finding.place.line) + ": " : "") +
                                 finding.text);

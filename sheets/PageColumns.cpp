@@ -1,6 +1,7 @@
 #include "sheets/PageColumns.h"
 
 #include "model/Files.h"
+#include "model/Quotation.h"
 #include "model/Text.h"
 #include "model/Windows1252.h"
 #include "script/WizardLists.h"
@@ -61,8 +62,7 @@ private:
         if (form_.bitmap && !sheet_.cell(Content).empty())
             fail(Bitmap, "a page has a content or a bitmap, not both");
         if (form_.bitmap && !bitmapName(PathRules::windows(), form_.txtPath))
-            fail(Bitmap,
-                 quotedForMessage(form_.txtPath) + " holds a character that the display does not have");
+            fail(Bitmap, quotation(form_.txtPath) + " holds a character that the display does not have");
         const auto text = deviceText(sheet_, Content);
         good_ = good_ && text;
         form_.txtText = text.value_or("");
@@ -80,7 +80,7 @@ private:
         if (found != sources.end())
             field.cbVar = static_cast<std::size_t>(found - sources.begin());
         else if (!word.empty())
-            fail(first, quotedForMessage(word) + " is not a variable, DATE or TIME");
+            fail(first, quotation(word) + " is not a variable, DATE or TIME");
         choose(first + 1, wizard::colours, field.cbVarFgClr);
         choose(first + 2, wizard::colours, field.cbVarBgClr);
     }
@@ -98,7 +98,7 @@ private:
             }
             words.append(words.empty() ? "" : ", ").append(shownText(list[i]));
         }
-        fail(column, quotedForMessage(word) + " is not one of " + words);
+        fail(column, quotation(word) + " is not one of " + words);
     }
 
     SheetReader& sheet_;

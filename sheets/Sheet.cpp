@@ -2,6 +2,7 @@
 
 #include "model/Files.h"
 #include "model/Numbers.h"
+#include "model/Quotation.h"
 #include "model/Text.h"
 #include "model/Utf8.h"
 #include "model/Windows1252.h"
@@ -13,8 +14,6 @@
 namespace orvista {
 
 namespace {
-
-constexpr std::size_t longestQuotation = 40;
 
 std::string_view withoutMark(std::string_view bytes) {
     if (bytes.starts_with(utf8Mark))
@@ -165,7 +164,7 @@ void SheetReader::readHead() {
         const auto known = std::ranges::find_if(
             columns_, [&name](std::string_view column) { return equalsIgnoringCase(column, name); });
         if (known == columns_.end())
-            errors_.add(1, {}, quotedForMessage(name) + " is not a column of this sheet");
+            errors_.add(1, {}, quotation(name) + " is not a column of this sheet");
         else if (auto& place = places_[static_cast<std::size_t>(known - columns_.begin())]; place)
             errors_.add(1, *known, "the column is there twice");
         else
@@ -254,24 +253,11 @@ std::string withWholeLineEnds(std::string_view text) {
     return whole;
 }
 
-std::string quotedForMessage(std::string_view utf8) {
-    std::string quoted = "\"";
-    for (std::size_t count = 0; !utf8.empty(); ++count) {
-        if (count == longestQuotation)
-            return quoted.append("...\"");
-        const std::string_view character =
-            utf8.substr(0, std::max<std::size_t>(utf8CharacterLength(utf8), 1));
-        quoted.append(static_cast<unsigned char>(character.front()) < ' ' ? " " : character);
-        utf8.remove_prefix(character.size());
-    }
-    return quoted.append("\"");
-}
-
 std::optional<std::string> deviceText(SheetReader& sheet, std::size_t column) {
     auto bytes = windows1252FromUtf8(sheet.cell(column));
     if (!bytes)
-        sheet.fail(column, quotedForMessage(foreignCharacter(sheet.cell(column))) +
-                               " is not a character of the display");
+        sheet.fail(column,
+                   quotation(foreignCharacter(sheet.cell(column))) + " is not a character of the display");
     return bytes;
 }
 

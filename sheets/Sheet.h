@@ -106,9 +106,6 @@ std::string withWholeLineEnds(std::string_view text);
 /// Whether that changes the text.
 bool hasLoneLineEnd(std::string_view text);
 
-/// The text in quotes as a message shows it: cut where it is long, on one line.
-std::string quotedForMessage(std::string_view utf8);
-
 /// A cell in device bytes. Where it holds a character that the device does not have, the error names it and
 /// there is nothing.
 std::optional<std::string> deviceText(SheetReader& sheet, std::size_t column);

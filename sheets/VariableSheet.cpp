@@ -3,6 +3,7 @@
 #include "model/Files.h"
 #include "model/Item.h"
 #include "model/Numbers.h"
+#include "model/Quotation.h"
 #include "model/Text.h"
 #include "model/Windows1252.h"
 
@@ -63,7 +64,7 @@ private:
         const auto asFloat = floatVariables.indexOfName(name);
         const auto asBoolean = booleanVariables.indexOfName(name);
         if (!asFloat && !asBoolean)
-            return sheet_.fail(Name, notAVariable(quotedForMessage(name)));
+            return sheet_.fail(Name, notAVariable(quotation(name)));
         const std::size_t position = asFloat ? *asFloat : floatVariableCount + *asBoolean;
         if (const auto first = rows_[position]; first > 0)
             return sheet_.fail(Name, name + " stands in row " + decimalText(first) + " already");
@@ -81,7 +82,7 @@ private:
         refuse(Off, variable.name);
         if (const auto text = number(Default, variable.defaultValue, fresh.defaultValue)) {
             if (!numberOf(*text))
-                sheet_.fail(Default, quotedForMessage(sheet_.cell(Default)) + " is not a number");
+                sheet_.fail(Default, quotation(sheet_.cell(Default)) + " is not a number");
             change(variable.name, Default, variable.defaultValue, *text);
         }
         takeWhole(Width, variable.name, variable.width, fresh.width);
@@ -94,8 +95,8 @@ private:
         const auto [lowest, highest] = column == Width ? widths : precisions;
         const auto text = number(column, before, fresh);
         if (text && !wholeNumber(*text, lowest, highest))
-            sheet_.fail(column, quotedForMessage(*text) + " is not a number from " + decimalText(lowest) +
-                                    " to " + decimalText(highest));
+            sheet_.fail(column, quotation(*text) + " is not a number from " + decimalText(lowest) + " to " +
+                                    decimalText(highest));
         else if (text)
             change(name, column, before, *text);
     }
@@ -105,7 +106,7 @@ private:
         refuse(Precision, variable.name);
         if (const auto text = number(Default, variable.defaultValue, BooleanVariable().defaultValue)) {
             if (const auto state = numberOf(*text); state != 0.0 && state != 1.0)
-                sheet_.fail(Default, quotedForMessage(*text) + " is not 0 or 1");
+                sheet_.fail(Default, quotation(*text) + " is not 0 or 1");
             change(variable.name, Default, variable.defaultValue, *text);
         }
         takeText(On, variable.name, variable.onText);

@@ -1,6 +1,5 @@
 #include "check/forms/FindingsPanel.h"
 
-#include "check/FindingCounts.h"
 #include "widgets/FormParts.h"
 #include "widgets/NotAppliedMark.h"
 #include "widgets/RowsTable.h"
@@ -78,20 +77,20 @@ void FindingsPanel::markNotApplied() {
     const std::vector<Item> notApplied = notAppliedItems_();
     std::vector<TableRow> rows;
     for (const Finding& finding : findings_.list) {
-        rows.push_back(
-            {{QString::fromUtf8(severityName(finding.severity)), static_cast<int>(finding.severity)},
-             // The check names the items in their order.
-             {QString::fromStdString(nameOf(finding.place.item)), static_cast<int>(rows.size())},
-             {finding.place.line == 0 ? QString() : QString::number(finding.place.line),
-              static_cast<qulonglong>(finding.place.line)},
-             {QString::fromUtf8(finding.code)},
-             {QString::fromUtf8(finding.text) + notAppliedMark(notApplied, finding.place.item)}});
+        const Rule& rule = finding.rule();
+        rows.push_back({{QString::fromUtf8(severityName(rule.severity)), static_cast<int>(rule.severity)},
+                        // The check names the items in their order.
+                        {QString::fromStdString(nameOf(finding.place.item)), static_cast<int>(rows.size())},
+                        {finding.place.line == 0 ? QString() : QString::number(finding.place.line),
+                         static_cast<qulonglong>(finding.place.line)},
+                        {QString::fromUtf8(rule.name)},
+                        {QString::fromUtf8(finding.text) + notAppliedMark(notApplied, finding.place.item)}});
     }
     tblFindings->setRows(std::move(rows));
 }
 
 void FindingsPanel::showSummary() {
-    QString summary = QString::fromUtf8(countsText(countsOf(findings_)));
+    QString summary = QString::fromUtf8(countsText(findings_.counts));
     if (findings_.notListed() > 0)
         summary += tr(", %1 of them not listed").arg(findings_.notListed());
     lblFindings->setText(summary.isEmpty() ? tr("No findings") : summary);

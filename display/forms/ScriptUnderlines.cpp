@@ -1,6 +1,5 @@
 #include "display/forms/ScriptUnderlines.h"
 
-#include "check/Codes.h"
 #include "check/ProjectCheck.h"
 #include "widgets/DeviceTextEdit.h"
 #include "widgets/ModalDialogs.h"
@@ -33,11 +32,11 @@ int behindLast(const QTextDocument& document, int first, int endOfLine, IsWanted
 /// Behind what is wrong: a cut text goes on to its quote, the name of a bitmap may hold blanks, everything
 /// else is a word.
 int endOf(const Finding& finding, int first, int endOfLine, const QTextDocument& document) {
-    if (finding.code == codes::textCut.name)
+    if (finding.code == Code::TextCut)
         return std::max(first + 1,
                         behindLast(document, first, endOfLine, [](QChar last) { return last == u'"'; }) - 1);
-    for (const codes::Code& ofName : {codes::missingBitmap, codes::unreadableBitmap, codes::bitmapCut})
-        if (finding.code == ofName.name)
+    for (const Code ofName : {Code::MissingBitmap, Code::UnreadableBitmap, Code::BitmapCut})
+        if (finding.code == ofName)
             return behindLast(document, first, endOfLine, [](QChar last) { return last != u' '; });
     int end = first + 1;
     while (end < endOfLine && document.characterAt(end) != u' ')
@@ -62,7 +61,7 @@ QTextEdit::ExtraSelection selectionOf(const Finding& finding, std::pair<int, int
     selection.cursor.setPosition(range.first);
     selection.cursor.setPosition(range.second, QTextCursor::KeepAnchor);
     selection.format.setUnderlineStyle(QTextCharFormat::WaveUnderline);
-    selection.format.setUnderlineColor(finding.severity == Severity::Error ? errorColour : warningColour);
+    selection.format.setUnderlineColor(finding.rule().severity == Severity::Error ? errorColour : warningColour);
     selection.format.setToolTip(QString::fromStdString(finding.text));
     return selection;
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "check/FindingCounts.h"
+#include "check/Finding.h"
 #include "display/DisplayValues.h"
 #include "items/ItemRows.h"
 #include "items/forms/ItemPanel.h"

@@ -7,6 +7,7 @@
 #include "model/Windows1252.h"
 #include "widgets/FormParts.h"
 #include "widgets/ModalDialogs.h"
+#include "widgets/NotAppliedMark.h"
 #include "widgets/PanelView.h"
 #include "widgets/SeenDelay.h"
 
@@ -309,8 +310,7 @@ void MonitorPanel::showRows() {
     std::vector<TableRow> rows;
     for (std::size_t row = 0; row < items_.size(); ++row) {
         rows.push_back(cells(row));
-        if (std::ranges::find(notApplied, *itemNamed(items_[row].name())) != notApplied.end())
-            rows.back()[Text].text += tr(" (not applied)");
+        rows.back()[Text].text += notAppliedMark(notApplied, *itemNamed(items_[row].name()));
     }
     tblMonitor->setRows(std::move(rows));
     awaitEndOfMarks();

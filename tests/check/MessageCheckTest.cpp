@@ -49,19 +49,17 @@ TEST_F(MessageCheck, UnknownCommands) {
     EXPECT_FINDING("TEXT\t0 0 RED BLACK \"a\"", "1:1 unknown-command");
     EXPECT_CLEAN("CLEAR\r\n  clear\r\n\r\n   \r\n");
     EXPECT_EQ(sentence("HELLO"),
-              "The display skips this line, because it knows no command \"HELLO\": correct it or "
-              "delete the line.");
+              "The display will skip this line: \"HELLO\" is not a command. Correct or delete it.");
     EXPECT_EQ(
-        sentence(std::string(50, '\xC9') + "\x01"),
-        "The display skips this line, because it knows no command \"" +
-            [] {
-                std::string text;
-                for (int i = 0; i < 40; ++i)
-                    text += "É";
-                return text;
-            }() +
-            "…\": correct it or delete the line.");
-    EXPECT_NE(sentence("a\x01\x81z").find("command \"a??z\""), std::string::npos);
+        sentence(std::string(50, '\xC9') + "\x01"), "The display will skip this line: \"" + [] {
+            std::string text;
+            for (int i = 0; i < 40; ++i)
+                text += "É";
+            return text;
+        }() + "…\" is not a command. Correct or delete it.");
+    EXPECT_EQ(sentence("TEXT\t0\x81"),
+              "The display will skip this line: \"TEXT<a tab>0<a control character>\" "
+              "is not a command. Correct or delete it.");
 }
 
 TEST_F(MessageCheck, BadArguments) {
@@ -80,8 +78,9 @@ TEST_F(MessageCheck, BadArguments) {
 
 TEST_F(MessageCheck, SaysWhatStandsInThePlaceOfEachArgument) {
     const std::pair<const char*, const char*> scripts[] = {
-        {"TEXT a 0 RED BLACK \"t\"", "\"a\" is not a column: write how many dots it is from the left edge."},
-        {"TEXT 0 b RED BLACK \"t\"", "\"b\" is not a row: write how many dots it is from the top."},
+        {"TEXT a 0 RED BLACK \"t\"",
+         "\"a\" is not an x position: write how many dots it is from the left edge."},
+        {"TEXT 0 b RED BLACK \"t\"", "\"b\" is not a y position: write how many dots it is from the top."},
         {"TEXT 0 0 RED", "a background colour is missing: write RED, GREEN, ORANGE or BLACK."},
         {"TEXT 0 0 RED BLACK t", "\"t\" is not a text between double quotes: write the text, with a double "
                                  "quote before and after it."},
@@ -92,7 +91,11 @@ TEST_F(MessageCheck, SaysWhatStandsInThePlaceOfEachArgument) {
         {"OUT JUMP", "\"JUMP\" is not an effect: write GO-LEFT, GO-RIGHT, GO-UP, GO-DOWN or FADE."},
         {"ACT WAIT 1", "\"WAIT\" is not a special effect: write STILL or BLINK."},
         {"IN GO-UP 0 50", "\"0\" is not a number of dots to move by: write a whole number from 1."},
-        {"IN GO-UP 1", "a speed is missing: write the milliseconds from one move to the next, such as 50."},
+        {"IN GO-UP 1", "IN GO-UP needs two numbers, dots and milliseconds: write IN GO-UP 1 50."},
+        {" out  go-left", "OUT GO-LEFT needs two numbers, dots and milliseconds: write OUT GO-LEFT 1 50."},
+        {"IN GO-UP 1 x",
+         "\"x\" is not a speed: write the milliseconds from one move to the next, such as 50."},
+        {"IN FADE", "a speed is missing: write the milliseconds from one move to the next, such as 50."},
         {"ACT BLINK x 75", "\"x\" is not a number of blinks: write a whole number, such as 4."},
         {"ACT BLINK 4",
          "a time is missing: write the milliseconds that the page is dark and lit again, such as 75."}};
@@ -167,7 +170,7 @@ TEST_F(MessageCheck, ReservedLinesTellWhatOpeningTheProjectMakesOfThem) {
     };
     const auto text = [&](const std::string& script) {
         const Findings findings = checkMessage(named("STDMSG12"), script, project, bitmaps, 128);
-        const auto reserved = std::ranges::find(findings.list, "reserved-line", &Finding::code);
+        const auto reserved = std::ranges::find(findings.list, Code::ReservedLine, &Finding::code);
         return reserved == findings.list.end() ? std::string() : reserved->text;
     };
 
@@ -337,10 +340,20 @@ TEST_F(MessageCheck, FieldsThatOverlap) {
     EXPECT_FINDING("TIME 0 0 RED BLACK \nIMG 60 0 RED BLACK pump.bmp", "2:20 field-overlap");
     EXPECT_CLEAN("IMG 60 0 RED BLACK pump.bmp\nTIME 0 0 RED BLACK ");
     EXPECT_CLEAN("TIME 0 0 RED BLACK \nCLEAR\nTIME 0 0 RED BLACK ");
-    EXPECT_EQ(
-        sentence("DISPVAR 0 0 RED BLACK CoilVar2\nTEXT 0 0 RED BLACK \"a\""),
-        "This text and the field CoilVar2 of this page lie one on the other, so that one of them cannot be "
-        "read: move it.");
+}
+
+TEST_F(MessageCheck, WhatCoversAFieldBeginsWhereTheFieldEndsIfThereIsRoom) {
+    const std::string field = "DISPVAR 48 0 RED BLACK RegVar1\n"; // dots 48 to 103
+    EXPECT_EQ(sentence(field + "DISPVAR 96 0 RED BLACK CoilVar1"),
+              "CoilVar1 covers RegVar1 (dots 96 to 103): begin it at 104.");
+    EXPECT_EQ(sentence(field + "DISPVAR 103 0 RED BLACK CoilVar1"),
+              "CoilVar1 covers RegVar1 (dot 103): begin it at 104.");
+    EXPECT_EQ(sentence(field + "TEXT 48 0 RED BLACK \"Bar\""),
+              "This text covers RegVar1 (dots 48 to 71): begin it at 104.");
+    EXPECT_EQ(sentence(field + "TEXT 48 0 RED BLACK \"Bars\""),
+              "This text covers RegVar1 (dots 48 to 79): move it.");
+    EXPECT_EQ(sentence(field + "IMG 40 0 RED BLACK pump.bmp"),
+              "This bitmap covers RegVar1 (dots 48 to 55): move it.");
 }
 
 TEST_F(MessageCheck, InvisibleElements) {
@@ -379,11 +392,11 @@ TEST_F(MessageCheck, FindingsBeyondTheListAreCounted) {
         script += "x\nIMG 0 0 RED BLACK gone.bmp\nENDMSG\nTEXT 0 0 RED RED \"a\"\nCLEAR\n";
     const Findings findings = checkMessage(named("ALTMSG1"), script, project, bitmaps, 128);
     EXPECT_EQ(findings.list.size(), maximumFindings);
-    EXPECT_EQ(findings.errors, 4500U);
-    EXPECT_EQ(findings.warnings, 1500U);
+    EXPECT_EQ(findings.counts.errors, 4500U);
+    EXPECT_EQ(findings.counts.warnings, 1500U);
     EXPECT_EQ(findings.notListed(), 5000U);
     EXPECT_EQ(findings.list[999].place.line, 1249U);
-    EXPECT_EQ(findings.list[999].code, "invisible");
+    EXPECT_EQ(findings.list[999].code, Code::Invisible);
     EXPECT_EQ(findings.list[999].place.item, named("ALTMSG1"));
 }
 

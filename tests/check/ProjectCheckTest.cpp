@@ -1,4 +1,3 @@
-#include "check/FindingCounts.h"
 #include "tests/check/ScriptFindings.h"
 #include "tests/support/NamedItem.h"
 #include "tests/support/StoredBitmaps.h"
@@ -45,7 +44,7 @@ TEST_F(CheckedProject, FindingsAreCountedByItem) {
     EXPECT_EQ(countsText(counts.at(named("STDMSG3"))), "2 errors, 1 warning");
     EXPECT_EQ(countsText(counts.at(named("ALTMSG1"))), "1 error");
     EXPECT_EQ(countsText(counts.at(named("RegVar6"))), "1 note");
-    EXPECT_EQ(countsText(countsOf(findings)), "3 errors, 1 warning, 1 note");
+    EXPECT_EQ(countsText(findings.counts), "3 errors, 1 warning, 1 note");
     EXPECT_EQ(countsText({0, 2, 0}), "2 warnings");
     EXPECT_EQ(countsText({}), "");
 }
@@ -175,6 +174,13 @@ TEST_F(CheckedProject, FormatsAreThoseTheDisplayCanShow) {
     for (const char* precision : {"4", "-1", "", "x"})
         EXPECT_EQ(format("8", precision), Found{"RegVar1 bad-format"}) << precision;
     EXPECT_EQ(format("9", "4"), (Found{"RegVar1 bad-format", "RegVar1 bad-format"}));
+    format("9", "0");
+    EXPECT_EQ(sentence(),
+              "The display does not support width \"9\" and may use another: choose a width from 2 to 8.");
+    format("7", "4");
+    EXPECT_EQ(sentence(),
+              "The display does not support precision \"4\" and may use another: choose a precision "
+              "from 0 to 3.");
 }
 
 TEST_F(CheckedProject, NotesNameVariablesThatAreSetUpAndNotShown) {
@@ -185,8 +191,11 @@ TEST_F(CheckedProject, NotesNameVariablesThatAreSetUpAndNotShown) {
     EXPECT_EQ(found(), Found{});
     EXPECT_EQ(found(Notes::Included), (Found{"RegVar5 not-in-use", "CoilVar7 not-in-use"}));
     const Findings findings = checkProject(project, bitmaps, 128, Notes::Included);
-    EXPECT_EQ(findings.notes, 2U);
-    EXPECT_EQ(findings.list[0].severity, Severity::Note);
+    EXPECT_EQ(findings.counts.notes, 2U);
+    EXPECT_EQ(findings.list[0].text,
+              "No message shows RegVar5, though its settings were changed: show it with "
+              "DISPVAR, or ignore this note.");
+    EXPECT_EQ(findings.list[0].rule().severity, Severity::Note);
     // Only lines that the display takes count.
     project.STDMSG[0] = "DISPVAR 0 0 RED RegVar5";
     EXPECT_EQ(found(Notes::Included),
@@ -211,7 +220,7 @@ TEST_F(CheckedProject, FindingsBeyondTheListAreCounted) {
             text += "\r\nx";
     const Findings findings = checkProject(project, bitmaps, 128);
     EXPECT_EQ(findings.list.size(), maximumFindings);
-    EXPECT_EQ(findings.errors, 1200U);
+    EXPECT_EQ(findings.counts.errors, 1200U);
     EXPECT_EQ(findings.notListed(), 200U);
     EXPECT_EQ(findings.list.back().place.item, named("STDMSG34"));
 }

@@ -13,7 +13,7 @@ inline std::vector<std::string> placesAndCodes(const Findings& findings) {
     std::vector<std::string> texts;
     for (const Finding& finding : findings.list)
         texts.push_back(std::to_string(finding.place.line) + ":" + std::to_string(finding.place.column) +
-                        " " + std::string(finding.code));
+                        " " + std::string(finding.rule().name));
     return texts;
 }
 
@@ -21,7 +21,7 @@ inline std::vector<std::string> placesAndCodes(const Findings& findings) {
 inline std::vector<std::string> itemsAndCodes(const Findings& findings) {
     std::vector<std::string> texts;
     for (const Finding& finding : findings.list)
-        texts.push_back(nameOf(finding.place.item) + " " + std::string(finding.code));
+        texts.push_back(nameOf(finding.place.item) + " " + std::string(finding.rule().name));
     return texts;
 }
 

@@ -189,8 +189,6 @@ TEST(Sheet, WritesErrorsForPeople) {
     EXPECT_EQ(errorText({3, "width", "is wrong"}), "row 3, width: is wrong");
     EXPECT_EQ(errorText({3, "", "is wrong"}), "row 3: is wrong");
     EXPECT_EQ(errorText({0, "", "is empty"}), "is empty");
-    EXPECT_EQ(quotedForMessage("a\r\nb\xC3\xA9"), "\"a  b\xC3\xA9\"");
-    EXPECT_EQ(quotedForMessage(std::string(41, 'x')), "\"" + std::string(40, 'x') + "...\"");
 }
 
 TEST(Sheet, MakesEveryLineEndWhole) {

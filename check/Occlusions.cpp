@@ -1,4 +1,4 @@
-#include "check/Coverings.h"
+#include "check/Occlusions.h"
 
 #include "display/LedFont.h"
 
@@ -34,7 +34,7 @@ bool hasDotWithin(const Glyph& picture, LedFont font, std::int64_t left, std::in
 
 } // namespace
 
-Coverings::Coverings(const ScriptPage& page, const FieldFormats& formats)
+Occlusions::Occlusions(const ScriptPage& page, const FieldFormats& formats)
     : page_(page), comparisonsLeft_(maximumComparisons) {
     for (std::size_t i = 0; i < page.elements.size(); ++i) {
         if (const auto* field = std::get_if<FieldElement>(&page.elements[i])) {
@@ -51,7 +51,7 @@ Coverings::Coverings(const ScriptPage& page, const FieldFormats& formats)
         boxes_.push_back(drawnBox(element, formats));
 }
 
-std::optional<std::size_t> Coverings::fieldUnder(std::size_t element) const {
+std::optional<std::size_t> Occlusions::fieldUnder(std::size_t element) const {
     const auto end = std::ranges::lower_bound(fields_, element, {}, &Field::element);
     if (end == fields_.begin() || !meet(std::prev(end)->reach, boxes_[element]))
         return std::nullopt;
@@ -60,14 +60,14 @@ std::optional<std::size_t> Coverings::fieldUnder(std::size_t element) const {
     return under == end ? std::nullopt : std::optional(under->element);
 }
 
-bool Coverings::coversText(std::size_t field) {
+bool Occlusions::coversText(std::size_t field) {
     return std::ranges::any_of(texts_, [&](std::size_t text) {
         return text < field && meet(boxes_[text], boxes_[field]) &&
                hasDotUnder(std::get<TextElement>(page_.elements[text]), boxes_[field]);
     });
 }
 
-bool Coverings::hasDotUnder(const TextElement& text, const DotBox& cells) {
+bool Occlusions::hasDotUnder(const TextElement& text, const DotBox& cells) {
     const std::int64_t width = cellWidth(text.font);
     const std::int64_t left = text.placement.x;
     const std::int64_t first = std::max<std::int64_t>(0, (cells.left - left) / width);

@@ -11,10 +11,10 @@
 namespace orvista {
 
 /// Tells what of a page's fields lies on or under something else. To be asked for the elements in order.
-class Coverings {
+class Occlusions {
 public:
     /// Both must outlive the object.
-    Coverings(const ScriptPage& page, const FieldFormats& formats);
+    Occlusions(const ScriptPage& page, const FieldFormats& formats);
 
     /// The first earlier field that a field's cells meet, or that a text or bitmap covers.
     std::optional<std::size_t> fieldUnder(std::size_t element) const;

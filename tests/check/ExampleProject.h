@@ -1,0 +1,106 @@
+#pragma once
+
+#include "model/Project.h"
+#include "tests/check/ScriptFindings.h"
+#include "tests/support/StoredBitmaps.h"
+
+#include <charconv>
+#include <map>
+#include <sstream>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+namespace orvista {
+
+/// The places of an example of a rule, and what is there; see check/Rules.h.
+inline std::map<std::string, std::string> placesOf(std::string_view example) {
+    std::map<std::string, std::string> places;
+    std::string* place = nullptr;
+    std::istringstream lines{std::string(example)};
+    for (std::string line; std::getline(lines, line);) {
+        if (!line.starts_with("  ")) {
+            if (!line.ends_with(":"))
+                throw std::invalid_argument(line);
+            place = &places[line.substr(0, line.size() - 1)];
+            continue;
+        }
+        std::string content = line.substr(2);
+        std::size_t times = 1;
+        const auto [end, error] = std::from_chars(content.data(), content.data() + content.size(), times);
+        if (error == std::errc{} && std::string_view(end, content.data() + content.size()).starts_with(" x "))
+            content.erase(0, static_cast<std::size_t>(end - content.data()) + 3);
+        if (content == "(a blank)")
+            content = " ";
+        for (; place != nullptr && times > 0; --times)
+            place->append(place->empty() ? "" : "\r\n").append(content);
+    }
+    return places;
+}
+
+/// Gives a project's settings and messages what an example says.
+class ExampleProject {
+public:
+    explicit ExampleProject(std::string_view example) {
+        bitmaps.store("pump16x16.bmp", pictureBytes(16, 16));
+        bitmaps.store("plan200x16.bmp", pictureBytes(200, 16));
+        std::string compressed = pictureBytes(16, 16);
+        compressed[30] = 1; // how it is compressed
+        bitmaps.store("compressed.bmp", compressed);
+        for (const auto& [place, content] : placesOf(example))
+            take(place, content);
+    }
+
+    Project project;
+    StoredBitmaps bitmaps;
+
+private:
+    void take(const std::string& place, const std::string& content) {
+        if (place.starts_with("STDMSG"))
+            project.STDMSG.at(indexIn(place, 6)) = content;
+        else if (place.starts_with("ALTMSG"))
+            project.ALTMSG.at(indexIn(place, 6)) = content;
+        else
+            takeSettings(place, content);
+    }
+
+    void takeSettings(const std::string& place, const std::string& content) {
+        std::istringstream lines(content);
+        for (std::string name, value; lines >> name && std::getline(lines >> std::ws, value);) {
+            if (value.ends_with('\r'))
+                value.pop_back();
+            takeSetting(place, name, value);
+        }
+    }
+
+    void takeSetting(const std::string& place, const std::string& name, const std::string& value) {
+        static const std::map<std::string, std::int32_t Project::*> starts{
+            {"AnalogInput", &Project::AnalogInput},
+            {"DigitalInput", &Project::DigitalInput},
+            {"AlertMessage", &Project::AlertMessage},
+            {"RegularMessage", &Project::RegularMessage}};
+        static const std::map<std::string, std::string FloatVariable::*> ofFloats{
+            {"default", &FloatVariable::defaultValue},
+            {"width", &FloatVariable::width},
+            {"precision", &FloatVariable::precision}};
+        static const std::map<std::string, std::string BooleanVariable::*> ofBooleans{
+            {"default", &BooleanVariable::defaultValue},
+            {"on", &BooleanVariable::onText},
+            {"off", &BooleanVariable::offText}};
+        if (place == "address map")
+            project.*starts.at(name) = std::stoi(value);
+        else if (place.starts_with("RegVar"))
+            project.RegVar.at(indexIn(place, 6)).*ofFloats.at(name) = value;
+        else if (place.starts_with("CoilVar"))
+            project.CoilVar.at(indexIn(place, 7)).*ofBooleans.at(name) = value;
+        else
+            throw std::invalid_argument(place);
+    }
+
+    /// \param letters how many stand before the number
+    static std::size_t indexIn(const std::string& place, std::size_t letters) {
+        return std::stoul(place.substr(letters)) - 1;
+    }
+};
+
+} // namespace orvista

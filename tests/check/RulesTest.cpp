@@ -1,0 +1,72 @@
+#include "check/Rules.h"
+
+#include "tests/check/ExampleProject.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+namespace orvista {
+namespace {
+
+using Found = std::vector<std::string>;
+
+/// Names of the codes that are found in an example.
+Found foundIn(std::string_view example, Notes notes) {
+    const ExampleProject made(example);
+    Found names;
+    for (const Finding& finding : checkProject(made.project, made.bitmaps, 128, notes).list)
+        names.emplace_back(finding.rule().name);
+    return names;
+}
+
+TEST(Rules, AreFoundInTheirExampleAndNotBesideIt) {
+    for (const Rule& rule : rules()) {
+        const Notes notes = rule.severity == Severity::Note ? Notes::Included : Notes::LeftOut;
+        EXPECT_EQ(foundIn(rule.example, notes), Found{std::string(rule.name)});
+        EXPECT_EQ(foundIn(rule.clean, notes), Found{}) << rule.name;
+    }
+}
+
+TEST(Rules, HaveExamplesThatDiffer) {
+    for (const Rule& rule : rules())
+        EXPECT_NE(rule.example, rule.clean) << rule.name;
+}
+
+TEST(Rules, HaveTextsThatEveryTerminalAndHelpViewerShows) {
+    for (const Rule& rule : rules()) {
+        for (const std::string_view text : {rule.name, rule.title, rule.explanation}) {
+            EXPECT_FALSE(text.empty()) << rule.name;
+            EXPECT_TRUE(std::ranges::all_of(text, [](char c) { return c >= ' ' && c <= '~'; })) << text;
+        }
+        EXPECT_FALSE(rule.title.ends_with('.')) << rule.name;
+        EXPECT_TRUE(rule.explanation.ends_with('.')) << rule.name;
+    }
+}
+
+TEST(Rules, AreKnownByTheirNames) {
+    EXPECT_EQ(rules().size(), static_cast<std::size_t>(Code::Count));
+    for (const Rule& rule : rules())
+        EXPECT_EQ(ruleNamed(rule.name), &rule);
+    EXPECT_EQ(ruleNamed("text"), nullptr);
+    EXPECT_EQ(ruleNamed(""), nullptr);
+    EXPECT_EQ(ruleOf(Code::NotInUse).name, "not-in-use");
+    EXPECT_EQ(ruleOf(Code::NotInUse).severity, Severity::Note);
+    EXPECT_EQ(ruleOf(Code::TextCut).severity, Severity::Warning);
+    EXPECT_EQ(ruleOf(Code::LostMessage).severity, Severity::Error);
+}
+
+TEST(Examples, AreReadAsTheyAreWritten) {
+    EXPECT_EQ(placesOf("STDMSG1:\n  CLEAR\n  2 x TIME 0\n    a\n  (a blank)\nproject file:\n  [CONFIG]"),
+              (std::map<std::string, std::string>{{"STDMSG1", "CLEAR\r\nTIME 0\r\nTIME 0\r\n  a\r\n "},
+                                                  {"project file", "[CONFIG]"}}));
+    EXPECT_THROW(placesOf("STDMSG1"), std::invalid_argument);
+    EXPECT_THROW(ExampleProject("STDMSG41:\n  CLEAR"), std::out_of_range);
+    EXPECT_THROW(ExampleProject("RegVar1:\n  with 7"), std::out_of_range);
+    EXPECT_THROW(ExampleProject("nowhere:\n  CLEAR 1"), std::invalid_argument);
+}
+
+} // namespace
+} // namespace orvista
