@@ -5,6 +5,8 @@
 #include <CLI/App.hpp>
 
 #include <functional>
+#include <string>
+#include <vector>
 
 /// One function for each command: it adds the command's options to the program's, and what is to be done to
 /// `run` once they have been read.
@@ -27,5 +29,12 @@ void addDownloadWorker(CLI::App& program, Run& run);
 void addRead(CLI::App& program, Run& run);
 void addSwitch(CLI::App& program, Run& run);
 void addWrite(CLI::App& program, Run& run);
+void addHelp(CLI::App& program, Run& run);
+void addVersion(CLI::App& program, Run& run);
+
+/// "orvista messages export"
+std::string fullName(const CLI::App& command);
+/// The commands of the program, or of a group, that the help tells of.
+std::vector<std::string> commandNames(const CLI::App& group);
 
 } // namespace orvista::console

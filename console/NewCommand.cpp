@@ -34,7 +34,9 @@ bool isDottedAddress(std::string_view text) {
 }
 
 ExitStatus createProject(const Options& options) {
-    const std::string path = withProjectExtension(options.project);
+    const bool hasExtension = endsWithIgnoringCase(options.project, DocMgrModule::projectExtension);
+    const std::string path =
+        hasExtension ? options.project : options.project + std::string(DocMgrModule::projectExtension);
     if (!options.address.empty() && !isDottedAddress(options.address))
         throw CommandFailure(ExitStatus::Unusable,
                              options.address + " is not an address such as 192.168.1.100");
@@ -54,8 +56,7 @@ ExitStatus createProject(const Options& options) {
 void addNew(CLI::App& program, Run& run) {
     const auto options = std::make_shared<Options>();
     CLI::App* command = program.add_subcommand("new", "Make a project with the defaults of the editor");
-    command->add_option("PROJECT", options->project, "The project file to make; .orx may be left out")
-        ->required();
+    command->add_option("PROJECT", options->project, "The project file to make, .orx")->required();
     command->add_option("--ip", options->address, "The display's address")->type_name("ADDRESS");
     command->footer(
         "Examples:\n"

@@ -2,6 +2,7 @@
 
 #include "console/Commands.h"
 #include "console/Output.h"
+#include "console/Suggestion.h"
 
 #include <CLI/App.hpp>
 #include <CLI/Config.hpp>
@@ -13,49 +14,57 @@ namespace orvista::console {
 
 namespace {
 
-/// The names down to the command that was to run: "orvista messages export".
-std::string commandName(const CLI::App& program) {
-    std::string name = program.get_name();
-    for (const CLI::App* command = &program; !command->get_subcommands().empty();) {
+/// The command that was to run, as far as the arguments name it.
+const CLI::App& commandOf(const CLI::App& program) {
+    const CLI::App* command = &program;
+    while (!command->get_subcommands().empty())
         command = command->get_subcommands().front();
-        name += " " + command->get_name();
+    return *command;
+}
+
+std::vector<std::string> optionNames(const CLI::App& command) {
+    std::vector<std::string> names;
+    for (const CLI::Option* option : command.get_options())
+        for (const std::string& name : option->get_lnames())
+            names.push_back("--" + name);
+    return names;
+}
+
+bool is(const CLI::ParseError& error, CLI::ExitCodes code) {
+    return error.get_exit_code() == static_cast<int>(code);
+}
+
+/// The first word that nothing takes. The parser names others first: a command that is missing where there is
+/// one that it does not know, a file that is missing beside an option that it does not know.
+std::string usageError(const CLI::App& command, const std::vector<std::string>& rest,
+                       const CLI::ParseError& error) {
+    const std::string page = fullName(command) + " --help";
+    const bool isOfWords = is(error, CLI::ExitCodes::RequiredError) || is(error, CLI::ExitCodes::ExtrasError);
+    if (isOfWords && !rest.empty()) {
+        const std::string word = rest.front().substr(0, rest.front().find('='));
+        if (word.starts_with('-'))
+            return withSuggestion(word + " is not an option", word, optionNames(command), page);
+        if (const auto names = commandNames(command); !names.empty())
+            return withSuggestion(word + " is not a command", word, names, page);
     }
-    return name;
+    return std::string(error.what()) + "; see " + page;
 }
 
-/// "--columns needs N" for the parser's "--columns: 1 required N missing".
-std::string needText(std::string text) {
-    constexpr std::string_view middle = ": 1 required ";
-    constexpr std::string_view end = " missing";
-    const std::size_t place = text.find(middle);
-    if (place == std::string::npos || !text.ends_with(end))
-        return text;
-    text.resize(text.size() - end.size());
-    return text.replace(place, middle.size(), " needs ");
-}
-
-/// The parser asks for a command even where there is one that it does not know.
-std::string usageError(const CLI::App& program, const CLI::ParseError& error) {
-    if (dynamic_cast<const CLI::ArgumentMismatch*>(&error) != nullptr)
-        return needText(error.what());
-    const std::vector<std::string> rest = program.remaining(true);
-    if (dynamic_cast<const CLI::RequiredError*>(&error) == nullptr || rest.empty() ||
-        rest.front().starts_with('-'))
-        return error.what();
-    return rest.front() + " is not a command";
-}
-
-/// Help and version are asked for; everything else is wrong usage.
+/// Help and version are asked for, or a command is missing; everything else is wrong usage.
 ExitStatus answer(const CLI::App& program, const CLI::ParseError& error) {
-    if (error.get_exit_code() != static_cast<int>(CLI::ExitCodes::Success)) {
-        complain(usageError(program, error) + "; see " + commandName(program) + " --help");
-        return ExitStatus::Unusable;
-    }
-    if (dynamic_cast<const CLI::CallForVersion*>(&error) != nullptr)
+    if (dynamic_cast<const CLI::CallForVersion*>(&error) != nullptr) {
         print(program.version() + "\n");
-    else
+        return ExitStatus::Well;
+    }
+    const CLI::App& command = commandOf(program);
+    const std::vector<std::string> rest = program.remaining(true);
+    const bool isAskedFor = is(error, CLI::ExitCodes::Success);
+    const bool isCommandMissing = is(error, CLI::ExitCodes::RequiredError) && !commandNames(command).empty();
+    if (isAskedFor || (isCommandMissing && rest.empty()))
         print(program.help());
-    return ExitStatus::Well;
+    else
+        complain(usageError(command, rest, error));
+    return isAskedFor ? ExitStatus::Well : ExitStatus::Unusable;
 }
 
 ExitStatus runCommand(std::vector<std::string> arguments) {
@@ -67,7 +76,7 @@ ExitStatus runCommand(std::vector<std::string> arguments) {
     program.footer("Examples:\n"
                    "  orvista check PUMPSTATION.orx\n"
                    "  orvista addresses PUMPSTATION.orx -o addresses.csv\n"
-                   "  orvista messages --help\n\n"
+                   "  orvista help messages import\n\n"
                    "Exit status: 0 all well, 1 something found, different or failed, 2 wrong usage or "
                    "unreadable input.");
     Run run;
@@ -85,6 +94,8 @@ ExitStatus runCommand(std::vector<std::string> arguments) {
     addRead(program, run);
     addSwitch(program, run);
     addWrite(program, run);
+    addHelp(program, run);
+    addVersion(program, run);
     try {
         std::ranges::reverse(arguments); // as the parser takes them
         program.parse(std::move(arguments));
@@ -95,6 +106,19 @@ ExitStatus runCommand(std::vector<std::string> arguments) {
 }
 
 } // namespace
+
+std::string fullName(const CLI::App& command) {
+    const CLI::App* group = command.get_parent();
+    return (group == nullptr ? "" : fullName(*group) + " ") + command.get_name();
+}
+
+std::vector<std::string> commandNames(const CLI::App& group) {
+    std::vector<std::string> names;
+    for (const CLI::App* command :
+         group.get_subcommands([](const CLI::App* one) { return !one->get_group().empty(); }))
+        names.push_back(command->get_name());
+    return names;
+}
 
 int runProgram(std::vector<std::string> arguments) {
     const StandardStreams streams;

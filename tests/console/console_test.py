@@ -36,14 +36,15 @@ class Usage(ProgramTest):
     def test_help_has_examples_everywhere(self):
         for command in ([], ["messages"], ["variables"], *COMMANDS):
             text = self.expect(0, *command, "--help").decode()
+            self.assertEqual(self.expect(0, "help", *command).decode(), text)
             self.assertIn("Usage: orvista" + "".join(" " + word for word in command), text)
             self.assertIn("Examples:\n  orvista " + " ".join(command), text)
         self.assertRegex(self.expect(0, "--version").decode(), r"^orvista \d+\.\d+-\d+\n$")
 
     def test_wrong_usage_is_status_2(self):
-        for arguments in ([], ["nonsense"], ["addresses"], ["addresses", "a", "b"], ["addresses", PROJECT, "--nonsense"],
+        for arguments in (["nonsense"], ["addresses"], ["addresses", "a", "b"], ["addresses", PROJECT, "--nonsense"],
                           ["addresses", PROJECT, "-o", "a.txt"], ["addresses", PROJECT, "-o", "a.csv", "--json"],
-                          ["addresses", PROJECT, "--separator", "x"], ["messages"], ["messages", "nonsense"],
+                          ["addresses", PROJECT, "--separator", "x"], ["messages", "nonsense"],
                           ["messages", "import", PROJECT], ["messages", "import", PROJECT, "a.csv", "-o", "a.txt"],
                           ["messages", "export", PROJECT, "-o", PROJECT], ["variables", "export", PROJECT, "-o", "a.ORX"],
                           ["variables", "export", PROJECT, "--pages"], ["new"], ["new", "A", "--ip", "1.2.3"],
@@ -53,33 +54,51 @@ class Usage(ProgramTest):
             before = self.files()
             self.complaint(2, *arguments)
             self.assertEqual(self.files(), before)
-        self.assertIn("nonsense is not a command; see orvista --help", self.complaint(2, "nonsense"))
 
-    def test_what_is_wrong_is_said_in_plain_words(self):
-        show = ["show", PROJECT, "STDMSG1", "-o", "a.png"]
-        for arguments, said in (
-                ([*show, "--at", "-5"], '--at: "-5" is not a whole number, 0 or more; see orvista show --help'),
-                ([*show, "--at", "1s"], '--at: "1s" is not a whole number, 0 or more; see orvista show --help'),
-                ([*show, "--scale", "65"], '--scale: "65" is not a whole number from 1 to 64; see orvista show --help'),
-                ([*show, "--columns"], "--columns needs N; see orvista show --help"),
-                (["check", PROJECT, "--columns", "0"], '--columns: "0" is not a whole number from 1 to 4096; see orvista check --help'),
-                (["upload", PROJECT, "--to"], "--to needs DISPLAY; see orvista upload --help"),
-                (["upload", PROJECT, "--to", "gate", "--jobs", "61"],
-                 '--jobs: "61" is not a whole number from 1 to 60; see orvista upload --help'),
-                (["read", "gate", "--project", PROJECT, "--watch", "nan"],
-                 '--watch: "nan" is not a number from 0.5 to 3600; see orvista read --help'),
-                (["upload", PROJECT, "--to", "http://gate"],
-                 "http://gate is the address of a page, not of a display: NAME, NAME:PORT or [IPv6]:PORT"),
-                (["read", PROJECT, "gate"],
-                 f"DISPLAY: {PROJECT} is a project; the display comes first; see orvista read --help"),
-                (["write", PROJECT, "gate", "RegVar1=1"],
-                 f"DISPLAY: {PROJECT} is a project; the display comes first; see orvista write --help"),
-                (["switch", "--project", PROJECT, "--only"], "DISPLAY is required; see orvista switch --help"),
-                (["messages", "import", "a.csv", PROJECT], f"{PROJECT} is a project, which comes first; a.csv is the table"),
-                (["download", "--list", "a.csv", "-o", ""], "a.csv: No such file or directory"),
-                (["download", "--from", "gate", "-o", "a.txt"], "a.txt does not end in .orx"),
-                (["download", "--from", "gate", "-o", "folder/"], "folder/ does not end in .orx")):
-            self.assertEqual(self.complaint(2, *arguments), "orvista: " + said)
+    def test_without_a_command_the_help_is_printed(self):
+        self.assertEqual(self.expect(2), self.expect(0, "--help"))
+        self.assertEqual(self.expect(2, "messages"), self.expect(0, "messages", "--help"))
+
+    def test_what_was_probably_meant_is_named(self):
+        for line, complaint in (
+                ("nonsense", "nonsense is not a command; see orvista --help"),
+                ("chekc", "chekc is not a command; did you mean check?"),
+                ("chekc --strict A.orx", "chekc is not a command; did you mean check?"),
+                ("messages exprt", "exprt is not a command; did you mean export?"),
+                ("messages nonsense", "nonsense is not a command; see orvista messages --help"),
+                ("upload-worke", "upload-worke is not a command; see orvista --help"),
+                ("A.orx", "A.orx is not a command; see orvista --help"),
+                ("--hlep", "--hlep is not an option; did you mean --help?"),
+                ("-v", "-v is not an option; see orvista --help"),
+                ("check --jsn", "--jsn is not an option; did you mean --json?"),
+                ("check A.orx --colums=7", "--colums is not an option; did you mean --columns?"),
+                ("check A.orx -x", "-x is not an option; see orvista check --help"),
+                ("read A.orx gate", "--project is required; see orvista read --help"),
+                ("help chekc", "chekc is neither a command nor a code; did you mean check?"),
+                ("help text-kut", "text-kut is neither a command nor a code; did you mean text-cut?"),
+                ("help upload-worker", "upload-worker is neither a command nor a code; see orvista help"),
+                ("help check codes", "check codes is neither a command nor a code; see orvista help")):
+            self.assertEqual(self.complaint(2, *line.split()), "orvista: " + complaint)
+
+    def test_help_explains_every_code(self):
+        codes = self.expect(0, "help", "codes").decode()
+        rows = re.findall(r"^([a-z-]+) +(error|warning|note) +(.*)$", codes, re.M)
+        self.assertGreaterEqual(len(rows), 21)
+        for code, severity, title in rows:
+            lines = self.expect(0, "help", code).decode().splitlines()
+            self.assertEqual(lines[0], f"{code} ({severity}): {title}")
+            self.assertLessEqual(max(map(len, lines)), 80)
+            self.assertIn("It is found here:", lines)
+        self.assertIn("text-cut           warning  A text does not fit on the panel\n", codes)
+        self.assertEqual(self.expect(0, "version"), self.expect(0, "--version"))
+
+    def test_the_example_of_a_code_has_it(self):
+        example = self.expect(0, "help", "text-cut").decode().split("It is found here:\n")[1].split("\n\n")[0].splitlines()
+        self.assertEqual(example[0], "  STDMSG1:")
+        script = "\n".join(line[4:] for line in example[1:]).replace('"', '""')
+        (self.folder / "a.csv").write_text(f'message,script\nSTDMSG1,"{script}"\n')
+        self.expect(0, "messages", "import", PROJECT, "a.csv")
+        self.assertIn(b"STDMSG1:2:37: warning: 3 characters do not fit", self.expect(0, "check", PROJECT))
 
     def test_unreadable_input_is_status_2(self):
         (self.folder / "folder.orx").mkdir()
@@ -478,7 +497,7 @@ class Sheets(ProgramTest):
     def test_import_to_another_project(self):
         (self.folder / "messages.csv").write_bytes(b"message,script\nSTDMSG1,new\n")
         before = self.files()
-        self.expect(0, "messages", "import", PROJECT, "messages.csv", "-o", "OTHER")
+        self.expect(0, "messages", "import", PROJECT, "messages.csv", "-o", "OTHER.orx")
         after = self.files()
         self.assertEqual(after[PROJECT], before[PROJECT])
         self.assertIn(b"DEFMSG STDMSG1\r\nnew\r\nENDMSG", after["OTHER.orx"])

@@ -37,7 +37,7 @@ class Manual(ProgramTest):
     def completions(self, *words):
         script = 'source "$1"; shift; compopt() { :; }; COMP_WORDS=("$@"); COMP_CWORD=$(($# - 1)); _orvista; printf "%s\\n" "${COMPREPLY[@]}"'
         result = subprocess.run(["bash", "-c", script, "bash", COMPLETION, "orvista", *words], cwd=self.folder,
-                                stdout=subprocess.PIPE, check=True)
+                                env=self.environment(), stdout=subprocess.PIPE, check=True)
         return set(result.stdout.decode().split())
 
     def test_json_fields_are_those_of_the_manual(self):
@@ -87,14 +87,22 @@ class Manual(ProgramTest):
         self.assertEqual(self.completions("messages", "import", PROJECT, ""), {"a.csv"})
         self.assertEqual(self.completions("addresses", PROJECT, "-o", ""), {"a.csv"})
 
+    def test_completion_offers_what_help_explains(self):
+        codes = set(re.findall(r"^([a-z-]+) +(?:error|warning|note) ", self.expect(0, "help", "codes").decode(), re.M))
+        self.assertEqual(self.completions("help", ""), codes | {command[0] for command in COMMANDS} | {"codes"})
+        self.assertEqual(self.completions("help", "text-"), {"text-cut"})
+        self.assertEqual(self.completions("help", "messages", ""), {"export", "import"})
+
+    def environment(self):
+        """Where orvista is on the path."""
+        path = Path(tempfile.mkdtemp(prefix="orvista-path-"))
+        self.addCleanup(shutil.rmtree, path)
+        (path / "orvista").symlink_to(PROGRAM)
+        return os.environ | {"PATH": f"{path}:{os.environ['PATH']}"}
+
     def shell(self, script):
-        """Runs the script where orvista is on the path."""
-        (self.folder / "bin").mkdir(exist_ok=True)
-        if not (self.folder / "bin" / "orvista").exists():
-            (self.folder / "bin" / "orvista").symlink_to(PROGRAM)
-        path = f"{self.folder / 'bin'}:{os.environ['PATH']}"
         result = subprocess.run(["bash", "-c", script], cwd=self.folder, stdout=subprocess.PIPE, stderr=subprocess.PIPE,
-                                env=os.environ | {"PATH": path}, check=False, timeout=100)
+                                env=self.environment(), check=False, timeout=100)
         return result.returncode, result.stderr
 
     def display(self):

@@ -14,7 +14,8 @@ GOLDEN = SOURCE / "tests" / "sheets" / "golden"
 EXAMPLE = SOURCE / "examples" / "pumpstation"
 PROJECT = "PUMPSTATION.orx"
 COMMANDS = (["check"], ["compare"], ["show"], ["addresses"], ["messages", "export"], ["messages", "import"],
-            ["variables", "export"], ["variables", "import"], ["new"], ["upload"], ["download"], ["read"], ["switch"], ["write"])
+            ["variables", "export"], ["variables", "import"], ["new"], ["upload"], ["download"], ["read"], ["switch"], ["write"],
+            ["help"], ["version"])
 
 
 class ProgramTest(unittest.TestCase):
