@@ -3,6 +3,7 @@
 #include "check/ProjectCheck.h"
 #include "console/FindingText.h"
 #include "console/JsonText.h"
+#include "console/OptionChecks.h"
 #include "console/Output.h"
 #include "console/Projects.h"
 #include "display/FolderBitmaps.h"
@@ -101,9 +102,9 @@ void addCheck(CLI::App& program, Run& run) {
     const auto options = std::make_shared<Options>();
     CLI::App* command = program.add_subcommand("check", "Tell what will go wrong on the display");
     command->add_option("PROJECT", options->projects, "Project files, .orx")->required();
-    command->add_option("--columns", options->columns, "Dots across the panel")
+    command->add_option("--columns", options->columns, "Dots across the panel, 1 to 4096")
         ->type_name("N")
-        ->check(CLI::Range(1, PanelSize::maximumColumns))
+        ->check(wholeNumbers(1, PanelSize::maximumColumns))
         ->capture_default_str();
     command->add_flag("--strict", options->strict, "End with status 1 on warnings, too");
     command->add_flag("--notes", options->notes, "Name variables that are set up and shown by no message");

@@ -59,14 +59,17 @@ DisplayAddress transferAddress(const std::string& argument) {
 }
 
 DisplayAddress modbusAddress(const std::string& argument) {
-    if (endsWithIgnoringCase(argument, DocMgrModule::projectExtension))
-        throw CommandFailure(ExitStatus::Unusable, argument + " is a project; the display comes first");
     return addressOf(argument, modbusTcp);
 }
 
-void addModbusDisplay(CLI::App& command, std::string& display) {
-    command.add_option("DISPLAY", display, "The display: NAME, NAME:PORT or [IPv6]:PORT; port 502")
-        ->required();
+CLI::Option* addModbusDisplay(CLI::App& command, std::string& display) {
+    return command.add_option("DISPLAY", display, "The display: NAME, NAME:PORT or [IPv6]:PORT; port 502")
+        ->check(CLI::Validator(
+            [](const std::string& text) {
+                const bool isProject = endsWithIgnoringCase(text, DocMgrModule::projectExtension);
+                return isProject ? text + " is a project; the display comes first" : std::string();
+            },
+            {}));
 }
 
 CLI::Option* addProjectOnDisplay(CLI::App& command, std::string& project, const std::string& description) {

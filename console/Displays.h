@@ -16,7 +16,7 @@ DisplayAddress transferAddress(const std::string& argument);
 
 /// The argument DISPLAY of the commands that speak Modbus. \throws CommandFailure
 DisplayAddress modbusAddress(const std::string& argument);
-void addModbusDisplay(CLI::App& command, std::string& display);
+CLI::Option* addModbusDisplay(CLI::App& command, std::string& display);
 /// --project for what is on that display; commands may require it.
 CLI::Option* addProjectOnDisplay(CLI::App& command, std::string& project,
                                  const std::string& description = "The project that is on the display, .orx");

@@ -78,8 +78,10 @@ FleetTask taskOf(const FleetDisplay& display, const std::string& target, const s
             [fetched, target](TransferEnd end) {
                 try {
                     bringOver(fetched, target);
-                } catch (const std::system_error& failure) {
+                } catch (const fs::filesystem_error& failure) {
                     return failedTransfer(target + ": " + failure.code().message());
+                } catch (const std::system_error& failure) { // of a file, which it names
+                    return failedTransfer(failure.what());
                 }
                 return end;
             }};
@@ -106,12 +108,12 @@ std::vector<FleetTask> tasksOf(const std::vector<FleetDisplay>& displays, const 
     return tasks;
 }
 
-ExitStatus downloadFromMany(const Options& options) {
+ExitStatus downloadFromMany(Options options) {
     const auto displays = chosenDisplays(options.fleet, {.needsProjects = false});
     if (options.fleet.list.empty())
-        expectProjectName(options.output);
+        options.output = writtenProjectName(options.output);
     else if (options.output.empty()) // such as an unset variable of a script; "/" would be written to
-        throw CommandFailure(ExitStatus::Unusable, "an empty text is not a folder to write to");
+        throw CommandFailure(ExitStatus::Unusable, "the output folder is empty");
     Interruption interruption(watchInput(options.fleet)); // or Ctrl+C would leave the folder
     const ScratchFolder scratch = scratchFolder();
     std::vector<FleetTask> tasks = tasksOf(displays, options, scratch.path());
@@ -140,9 +142,9 @@ void addDownload(CLI::App& program, Run& run) {
         ->expected(1);
     addFleetOptions(*command, options->fleet);
     command
-        ->add_option(
-            "-o,--output", options->output,
-            "The project file to write, .orx; with --list, the folder for one folder of each display")
+        ->add_option("-o,--output", options->output,
+                     "The project file to write; .orx may be left out. With --list, the folder for one "
+                     "folder of each display")
         ->type_name("PATH")
         ->required();
     command->footer(

@@ -2,6 +2,7 @@
 
 #include "console/CommandFailure.h"
 #include "console/Displays.h"
+#include "console/OptionChecks.h"
 #include "console/Output.h"
 #include "console/Sheets.h"
 #include "model/PathRules.h"
@@ -50,9 +51,9 @@ void addFleetOptions(CLI::App& command, FleetOptions& options) {
         .add_option("--list", options.list,
                     "A table of displays with the columns name, address, port, project")
         ->type_name("FILE.csv");
-    command.add_option("--jobs", options.jobs, "So many displays at once")
+    command.add_option("--jobs", options.jobs, "How many displays to work on at once, 1 to 60")
         ->type_name("N")
-        ->check(CLI::Range(std::size_t{1}, mostJobs))
+        ->check(wholeNumbers(1, mostJobs))
         ->capture_default_str();
     command.add_flag("--json", options.json,
                      "JSON instead of text: a line for each change, the results last");

@@ -34,9 +34,7 @@ bool isDottedAddress(std::string_view text) {
 }
 
 ExitStatus createProject(const Options& options) {
-    const bool hasExtension = endsWithIgnoringCase(options.project, DocMgrModule::projectExtension);
-    const std::string path =
-        hasExtension ? options.project : options.project + std::string(DocMgrModule::projectExtension);
+    const std::string path = withProjectExtension(options.project);
     if (!options.address.empty() && !isDottedAddress(options.address))
         throw CommandFailure(ExitStatus::Unusable,
                              options.address + " is not an address such as 192.168.1.100");
@@ -56,7 +54,8 @@ ExitStatus createProject(const Options& options) {
 void addNew(CLI::App& program, Run& run) {
     const auto options = std::make_shared<Options>();
     CLI::App* command = program.add_subcommand("new", "Make a project with the defaults of the editor");
-    command->add_option("PROJECT", options->project, "The project file to make, .orx")->required();
+    command->add_option("PROJECT", options->project, "The project file to make; .orx may be left out")
+        ->required();
     command->add_option("--ip", options->address, "The display's address")->type_name("ADDRESS");
     command->footer(
         "Examples:\n"

@@ -34,6 +34,17 @@ bool is(const CLI::ParseError& error, CLI::ExitCodes code) {
     return error.get_exit_code() == static_cast<int>(code);
 }
 
+/// "--columns needs N" for the parser's "--columns: 1 required N missing".
+std::string needText(std::string text) {
+    constexpr std::string_view middle = ": 1 required ";
+    constexpr std::string_view end = " missing";
+    const std::size_t place = text.find(middle);
+    if (place == std::string::npos || !text.ends_with(end))
+        return text;
+    text.resize(text.size() - end.size());
+    return text.replace(place, middle.size(), " needs ");
+}
+
 /// The first word that nothing takes. The parser names others first: a command that is missing where there is
 /// one that it does not know, a file that is missing beside an option that it does not know.
 std::string usageError(const CLI::App& command, const std::vector<std::string>& rest,
@@ -47,7 +58,8 @@ std::string usageError(const CLI::App& command, const std::vector<std::string>& 
         if (const auto names = commandNames(command); !names.empty())
             return withSuggestion(word + " is not a command", word, names, page);
     }
-    return std::string(error.what()) + "; see " + page;
+    const bool isValueMissing = is(error, CLI::ExitCodes::ArgumentMismatch);
+    return (isValueMissing ? needText(error.what()) : error.what()) + ("; see " + page);
 }
 
 /// Help and version are asked for, or a command is missing; everything else is wrong usage.

@@ -47,4 +47,18 @@ void expectProjectName(const std::string& path) {
         throw CommandFailure(ExitStatus::Unusable, path + " has no name before .orx");
 }
 
+std::string withProjectExtension(const std::string& path) {
+    const bool hasExtension = endsWithIgnoringCase(path, DocMgrModule::projectExtension);
+    return hasExtension ? path : path + std::string(DocMgrModule::projectExtension);
+}
+
+std::string writtenProjectName(const std::string& path) {
+    const auto parts = PathRules::native().split(path);
+    const std::string& name = parts ? parts->name : path;
+    const bool hasEnding = name.empty() || name.find('.') != std::string::npos;
+    std::string written = hasEnding ? path : withProjectExtension(path);
+    expectProjectName(written);
+    return written;
+}
+
 } // namespace orvista::console

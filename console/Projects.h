@@ -18,4 +18,11 @@ void saveProject(const std::string& path, const Project& project);
 /// \throws CommandFailure unless the path ends in a name and ".orx"
 void expectProjectName(const std::string& path);
 
+/// The path with ".orx", which may be left out.
+std::string withProjectExtension(const std::string& path);
+/// The same for a project that is written under another name: one with another ending is refused, which is
+/// more likely a slip.
+/// \throws CommandFailure
+std::string writtenProjectName(const std::string& path);
+
 } // namespace orvista::console

@@ -2,6 +2,7 @@
 
 #include "console/Displays.h"
 #include "console/JsonText.h"
+#include "console/OptionChecks.h"
 #include "console/Output.h"
 #include "console/Projects.h"
 #include "items/ItemTexts.h"
@@ -151,8 +152,6 @@ ExitStatus watch(const DisplayAddress& display, const Options& options, std::vec
 }
 
 ExitStatus read(const Options& options) {
-    if (options.watch && std::isnan(*options.watch)) // which is in no range and outside of none
-        throw CommandFailure(ExitStatus::Unusable, "--watch takes a number of seconds");
     const DisplayAddress display = modbusAddress(options.display);
     const Project project = readProject(options.project);
     const ItemTexts texts(project);
@@ -173,11 +172,13 @@ ExitStatus read(const Options& options) {
 void addRead(CLI::App& program, Run& run) {
     const auto options = std::make_shared<Options>();
     CLI::App* command = program.add_subcommand("read", "Ask a display what is on, and for every value");
-    addModbusDisplay(*command, options->display);
+    addModbusDisplay(*command, options->display)->required();
     addProjectOnDisplay(*command, options->project)->required();
-    command->add_option("--watch", options->watch, "Ask again every so many seconds, and tell what changes")
+    command
+        ->add_option("--watch", options->watch,
+                     "Ask again every so many seconds, 0.5 to 3600, and tell what changes")
         ->type_name("SECONDS")
-        ->check(CLI::Range(shortestWatch, longestWatch));
+        ->check(numbers(shortestWatch, longestWatch));
     command->add_flag("--json", options->json, "JSON instead of text; with --watch an object a line");
     command->footer(
         "Examples:\n"

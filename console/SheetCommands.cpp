@@ -86,9 +86,19 @@ std::string countText(std::size_t count, std::string_view done) {
     return (count == 0 ? "Nothing" : countedText(count, "text")).append(done);
 }
 
+/// Both are files, so that either order looks right.
+void expectProjectFirst(const ImportOptions& options) {
+    const auto isProject = [](const std::string& path) {
+        return endsWithIgnoringCase(path, DocMgrModule::projectExtension);
+    };
+    if (isProject(options.sheet) && !isProject(options.project))
+        throw CommandFailure(ExitStatus::Unusable, options.sheet + " is a project, which comes first; " +
+                                                       options.project + " is the table");
+}
+
 ExitStatus importSheet(const ImportOptions& options, Import import) {
-    if (!options.output.empty())
-        expectProjectName(options.output);
+    expectProjectFirst(options);
+    const std::string target = options.output.empty() ? options.project : writtenProjectName(options.output);
     Project project = readProject(options.project);
     const SheetImport result = import(sheetBytes(options.sheet), project);
     if (!result.errors.none()) {
@@ -102,7 +112,7 @@ ExitStatus importSheet(const ImportOptions& options, Import import) {
     }
     applyChanges(project, result.changes);
     if (!result.changes.empty() || !options.output.empty())
-        saveProject(options.output.empty() ? options.project : options.output, project);
+        saveProject(target, project);
     print(countText(result.changes.size(), " changed\n"));
     return ExitStatus::Well;
 }
@@ -125,7 +135,7 @@ void addImport(CLI::App& group, Run& run, Import import, const std::string& foot
         group.add_subcommand("import", "Take what the table says into the project and save it");
     command->add_option("PROJECT", options->project, "A project file, .orx")->required();
     command->add_option("FILE.csv", options->sheet, "The table")->required();
-    command->add_option("-o,--output", options->output, "Save as this project instead")
+    command->add_option("-o,--output", options->output, "Save as this project instead; .orx may be left out")
         ->type_name("OTHER.orx");
     command->add_flag("--dry-run", options->dryRun, "Show old and new, and change nothing");
     command->footer(footer + spreadsheetHint);

@@ -1,5 +1,6 @@
 #include "console/Commands.h"
 
+#include "console/OptionChecks.h"
 #include "console/Output.h"
 #include "console/Projects.h"
 #include "display/FirstSight.h"
@@ -73,7 +74,9 @@ void addShow(CLI::App& program, Run& run) {
     const auto options = std::make_shared<Options>();
     CLI::App* command = program.add_subcommand("show", "Draw what the display shows into a picture");
     command->add_option("PROJECT", options->project, "A project file, .orx")->required();
-    command->add_option("ITEM", options->items, "Messages: STDMSG1 to STDMSG40, ALTMSG1 to ALTMSG20")
+    command
+        ->add_option("ITEM", options->items,
+                     "Messages: " + namesOf(Kind::Regular) + ", " + namesOf(Kind::Emergency))
         ->required();
     command->add_option("-o,--output", options->output, "The picture to write")
         ->type_name("FILE.png")
@@ -83,14 +86,14 @@ void addShow(CLI::App& program, Run& run) {
                      "Milliseconds after the messages began; without it, the first page "
                      "when its entering effect is over")
         ->type_name("MS")
-        ->check(CLI::NonNegativeNumber);
-    command->add_option("--columns", options->columns, "Dots across the panel")
+        ->check(wholeNumbersFrom(0));
+    command->add_option("--columns", options->columns, "Dots across the panel, 1 to 4096")
         ->type_name("N")
-        ->check(CLI::Range(1, PanelSize::maximumColumns))
+        ->check(wholeNumbers(1, PanelSize::maximumColumns))
         ->capture_default_str();
-    command->add_option("--scale", options->scale, "Pixels of the picture for each dot")
+    command->add_option("--scale", options->scale, "Pixels of the picture for each dot, 1 to 64")
         ->type_name("N")
-        ->check(CLI::Range(1, largestScale))
+        ->check(wholeNumbers(1, largestScale))
         ->capture_default_str();
     command->footer(
         "Examples:\n"

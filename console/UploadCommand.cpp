@@ -71,7 +71,8 @@ private:
             complain(failure.what());
             status_ = ExitStatus::Unusable;
         } catch (const std::system_error& failure) {
-            complain(path + ": " + failure.code().message());
+            const std::string fault = writingFault(scratch);
+            complain(fault.empty() ? path + ": " + failure.code().message() : fault);
             status_ = ExitStatus::Unusable;
         }
     }

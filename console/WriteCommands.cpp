@@ -3,9 +3,11 @@
 #include "console/Displays.h"
 #include "console/Projects.h"
 #include "link/DisplayWrites.h"
+#include "model/Item.h"
 
 #include <memory>
 #include <optional>
+#include <utility>
 
 /// Switching messages and writing values.
 namespace orvista::console {
@@ -39,7 +41,20 @@ ExitStatus send(const DisplayAddress& display, Writes writes) {
     }
 }
 
-ExitStatus switchMessages(const SwitchOptions& options) {
+/// "--on" takes whatever follows it: a last word that is no message is the display.
+void takeDisplayFromMessages(SwitchOptions& options) {
+    for (auto* const messages : {&options.on, &options.off}) {
+        if (options.display.empty() && !messages->empty() && !messageNamed(messages->back())) {
+            options.display = std::move(messages->back());
+            messages->pop_back();
+        }
+    }
+}
+
+ExitStatus switchMessages(SwitchOptions options) {
+    takeDisplayFromMessages(options);
+    if (options.display.empty())
+        throw CommandFailure(ExitStatus::Unusable, "DISPLAY is required; see orvista switch --help");
     if (!options.only && options.on.empty() && options.off.empty())
         throw CommandFailure(ExitStatus::Unusable, "nothing to switch: name messages after --on or --off");
     const DisplayAddress display = modbusAddress(options.display);
@@ -60,10 +75,7 @@ ExitStatus writeValues(const WriteOptions& options) {
 
 CLI::Option* addMessageList(CLI::App& command, const char* name, std::vector<std::string>& messages,
                             const char* description) {
-    return command.add_option(name, messages, description)
-        ->type_name("MESSAGE,MESSAGE")
-        ->delimiter(',')
-        ->allow_extra_args(false);
+    return command.add_option(name, messages, description)->type_name("MESSAGE")->delimiter(',');
 }
 
 } // namespace
@@ -73,8 +85,8 @@ void addSwitch(CLI::App& program, Run& run) {
     CLI::App* command = program.add_subcommand("switch", "Switch messages of a display on and off");
     addModbusDisplay(*command, options->display);
     addProjectOnDisplay(*command, options->project)->required();
-    addMessageList(*command, "--on", options->on, "Messages to switch on");
-    addMessageList(*command, "--off", options->off, "Messages to switch off");
+    addMessageList(*command, "--on", options->on, "Messages to switch on, blanks or commas between");
+    addMessageList(*command, "--off", options->off, "Messages to switch off, the same");
     command->add_flag("--only", options->only, "Switch all others off");
     command->footer(
         "Examples:\n"
@@ -91,7 +103,7 @@ void addSwitch(CLI::App& program, Run& run) {
 void addWrite(CLI::App& program, Run& run) {
     const auto options = std::make_shared<WriteOptions>();
     CLI::App* command = program.add_subcommand("write", "Write variables of a display");
-    addModbusDisplay(*command, options->display);
+    addModbusDisplay(*command, options->display)->required();
     command
         ->add_option("VALUE", options->assignments,
                      "RegVar3=12.5, CoilVar2=on, 200=1.5 (a float from register 200 on) or 200=on (a coil)")

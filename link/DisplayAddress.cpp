@@ -68,6 +68,8 @@ Parts bracketedParts(std::string_view text) {
 }
 
 Parts namedParts(std::string_view text) {
+    if (text.find("://") != std::string_view::npos)
+        fail(text, "is the address of a page, not of a display: NAME, NAME:PORT or [IPv6]:PORT");
     if (std::ranges::count(text, ':') > 1)
         fail(text, "is not a display's address; an IPv6 address stands in brackets");
     const std::string_view host = text.substr(0, text.find(':'));

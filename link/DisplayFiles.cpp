@@ -1,6 +1,7 @@
 #include "link/DisplayFiles.h"
 
 #include "model/Numbers.h"
+#include "model/ScratchFolder.h"
 
 namespace orvista {
 
@@ -27,8 +28,10 @@ void fetchDisplayFiles(const DisplayAddress& display, const std::string& folder,
     progress.showActivity("Downloading files");
     const bool fetched = transferSucceeded(control->DownloadFiles({}, folder));
     control->CloseLink();
-    if (!fetched)
-        throw FetchFailure(true, "its files could not be fetched");
+    if (fetched)
+        return;
+    const std::string fault = writingFault(folder);
+    throw FetchFailure(true, fault.empty() ? "its files could not be fetched" : fault);
 }
 
 } // namespace orvista

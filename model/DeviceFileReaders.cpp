@@ -1,11 +1,14 @@
 #include "model/DeviceFileReaders.h"
 
+#include "model/BlockRemarks.h"
 #include "model/DeviceFiles.h"
 #include "model/FolderLookup.h"
 #include "model/ItemKind.h"
 #include "model/Numbers.h"
+#include "model/ReadingRemarks.h"
 #include "model/ReservedLines.h"
 #include "model/Text.h"
+#include "model/TextLines.h"
 
 #include <algorithm>
 #include <optional>
@@ -22,56 +25,117 @@ std::string_view from(std::string_view line, std::size_t position) {
 }
 
 /// The address on a line of the address map. One character after the keyword is skipped, whatever it is.
-std::int32_t addressBehind(std::string_view line, std::string_view keyword) {
-    const std::string_view value = trimBlanks(from(line, keyword.size() + 1));
-    return toWhole<std::int32_t>(leadingNumber(value, InnerBlanks::Skipped));
+std::string_view addressBehind(std::string_view line, std::string_view keyword) {
+    return trimBlanks(from(line, keyword.size() + 1));
 }
 
-void takeAddressLine(std::string_view line, Project& project) {
-    constexpr std::string_view analogInput = "ANALOGINPUT";
-    constexpr std::string_view digitalInput = "DIGITALINPUT";
-    constexpr std::string_view alertMessage = "ALERTMESSAGE";
-    if (startsWithIgnoringCase(line, analogInput)) {
-        project.AnalogInput = addressBehind(line, analogInput);
-    } else if (startsWithIgnoringCase(line, digitalInput)) {
-        project.DigitalInput = addressBehind(line, digitalInput);
-    } else if (startsWithIgnoringCase(line, alertMessage)) {
-        const std::int32_t start = addressBehind(line, alertMessage);
+std::int32_t addressOf(std::string_view text) {
+    return toWhole<std::int32_t>(leadingNumber(text, InnerBlanks::Skipped));
+}
+
+void takeAddress(std::size_t which, std::string_view text, Project& project) {
+    const std::int32_t start = addressOf(text);
+    if (which == 0) {
+        project.AnalogInput = start;
+    } else if (which == 1) {
+        project.DigitalInput = start;
+    } else {
         const auto regular = toWhole<std::int32_t>(static_cast<double>(regularStartAfter(start)));
         project.AlertMessage = start;
         project.RegularMessage = regular;
     }
 }
 
+void takeAddressLine(std::string_view line, std::size_t number, Project& project, AddressRemarks& remarks) {
+    const auto& names = AddressRemarks::names;
+    const auto name = std::ranges::find_if(
+        names, [line](std::string_view keyword) { return startsWithIgnoringCase(line, keyword); });
+    if (name == names.end()) {
+        remarks.pass(line, number);
+        return;
+    }
+    const auto which = static_cast<std::size_t>(name - names.begin());
+    const std::string_view text = addressBehind(line, *name);
+    takeAddress(which, text, project);
+    remarks.take(which, beginsWithNumber(text));
+}
+
+/// The lines of a file one by one, trimmed of blanks; what they are as text is told by the way.
+class TrimmedLines {
+public:
+    TrimmedLines(ByteSource& source, TableReading& reading)
+        : lines_(source), text_(reading.remarks), reading_(reading) {
+        reading.isRead = true;
+    }
+    bool next(std::string_view& line) {
+        if (!lines_.next(line))
+            return false;
+        reading_.lines = lines_.number();
+        text_.see(line, reading_.lines);
+        if (reading_.lines == 1 && lines_.skippedMark())
+            reading_.remarks.add({FileRemarkKind::Utf8Mark, {}, {}, 1});
+        line = trimBlanks(line);
+        return true;
+    }
+    std::size_t number() const { return reading_.lines; }
+
+private:
+    LineReader lines_;
+    TextLines text_;
+    TableReading& reading_;
+};
+
+/// What stands behind the last message that has a row is read for the remarks alone, so failing to is none.
+void passRest(TrimmedLines& lines, MessageRemarks& remarks) {
+    try {
+        for (std::string_view line; lines.next(line);)
+            remarks.passBehind(line, lines.number());
+    } catch (const ReadFailure&) {
+        return;
+    }
+}
+
 /// Messages fill the rows in the order in which they stand in the file. Neither name nor text is reset at
 /// ENDMSG: what follows it is appended, and another ENDMSG stores the longer text in the next row.
-void readMessages(ByteSource& source, std::span<std::string> table) {
-    LineReader lines(source);
+void readMessages(ByteSource& source, const ItemKind& kind, std::span<std::string> table,
+                  TableReading* wanted) {
+    TableReading unwanted;
+    TableReading& reading = wanted != nullptr ? *wanted : unwanted;
+    TrimmedLines lines(source, reading);
+    MessageRemarks remarks(kind, reading);
     std::string_view line;
     std::string name;
     std::string text;
-    for (std::size_t count = 0; count < table.size() && lines.next(line);) {
-        const std::string_view trimmed = trimBlanks(line);
-        if (startsWithIgnoringCase(trimmed, messageStart)) {
-            name = trimBlanks(from(trimmed, messageStart.size() + 1));
+    std::size_t count = 0;
+    while (count < table.size() && lines.next(line)) {
+        if (startsWithIgnoringCase(line, messageStart)) {
+            name = trimBlanks(from(line, messageStart.size() + 1));
             text.clear();
-        } else if (startsWithIgnoringCase(trimmed, messageEnd) && !text.empty()) {
+            remarks.begin(name, lines.number());
+        } else if (startsWithIgnoringCase(line, messageEnd) && !text.empty()) {
+            remarks.store(count, lines.number());
             table[count++] = text;
-        } else if (!name.empty()) {
-            text.append(trimmed).append(lineEnd);
+        } else {
+            remarks.pass(line, lines.number());
+            if (!name.empty())
+                text.append(line).append(lineEnd);
         }
     }
+    if (wanted != nullptr && count == table.size())
+        passRest(lines, remarks);
+    remarks.finish(count);
 }
 
 /// The variable block that is being read. Its fields are also set by lines outside a block.
 class PendingVariable {
 public:
-    void take(std::string_view line, Project& project);
+    void take(std::string_view line, std::size_t number, Project& project, VariableRemarks& remarks);
 
 private:
     void begin(std::string_view name);
-    void takeField(const std::string& key, std::string_view value);
-    void apply(Project& project) const;
+    /// False for a line that sets nothing.
+    bool takeField(const std::string& key, std::string_view value);
+    void apply(Project& project, VariableRemarks& remarks) const;
     std::optional<std::size_t> row(const ItemKind& kind, const Project& project) const;
 
     std::string name_;
@@ -84,21 +148,24 @@ private:
     std::string off_;
 };
 
-void PendingVariable::take(std::string_view line, Project& project) {
+void PendingVariable::take(std::string_view line, std::size_t number, Project& project,
+                           VariableRemarks& remarks) {
     if (!name_.empty() && equalsIgnoringCase(line, "ENDVAR")) {
-        apply(project);
+        apply(project, remarks);
         name_.clear();
         return;
     }
-    const auto blank = line.find(' ');
-    if (blank == std::string_view::npos)
-        return;
+    const auto blank = std::min(line.find(' '), line.size());
     const std::string key = upperAscii(line.substr(0, blank));
     const std::string_view value = trimBlanks(line.substr(blank));
-    if (key == "DEFVAR")
+    if (key == "DEFVAR" && !value.empty()) {
         begin(value);
-    else
-        takeField(key, value);
+        remarks.begin(name_, number);
+    } else if (!value.empty() && takeField(key, value)) {
+        remarks.takeField(number);
+    } else {
+        remarks.pass(line, number);
+    }
 }
 
 void PendingVariable::begin(std::string_view name) {
@@ -109,7 +176,7 @@ void PendingVariable::begin(std::string_view name) {
     precision_ = defaults.precision;
 }
 
-void PendingVariable::takeField(const std::string& key, std::string_view value) {
+bool PendingVariable::takeField(const std::string& key, std::string_view value) {
     if (key == "DEFAULT") {
         default_ = value;
     } else if (key == "TYPE") {
@@ -123,7 +190,10 @@ void PendingVariable::takeField(const std::string& key, std::string_view value) 
     } else if ((key == "ON" || key == "OFF") && value.size() >= 3) {
         // The quotes go by position, whatever the first and last character are.
         (key == "ON" ? on_ : off_) = value.substr(1, value.size() - 2);
+    } else {
+        return false;
     }
+    return true;
 }
 
 std::optional<std::size_t> PendingVariable::row(const ItemKind& kind, const Project& project) const {
@@ -138,32 +208,40 @@ std::optional<std::size_t> PendingVariable::row(const ItemKind& kind, const Proj
     return std::nullopt;
 }
 
-void PendingVariable::apply(Project& project) const {
+void PendingVariable::apply(Project& project, VariableRemarks& remarks) const {
+    const bool isFloat = equalsIgnoringCase(type_, "FLOAT");
+    if (!isFloat && !equalsIgnoringCase(type_, "BIT")) {
+        remarks.endWithoutType();
+        return;
+    }
+    const ItemKind& kind = isFloat ? floatVariables : booleanVariables;
+    const auto index = row(kind, project);
+    if (!index) {
+        remarks.endWithoutRow();
+        return;
+    }
     const auto defaultOr = [this](const std::string& fallback) {
         return default_.empty() ? fallback : default_;
     };
-    if (equalsIgnoringCase(type_, "FLOAT")) {
-        if (const auto index = row(floatVariables, project)) {
-            FloatVariable& variable = project.RegVar[*index];
-            variable.defaultValue = defaultOr(FloatVariable{}.defaultValue);
-            variable.precision = precision_;
-            variable.width = width_;
-        }
-    } else if (equalsIgnoringCase(type_, "BIT")) {
-        if (const auto index = row(booleanVariables, project)) {
-            BooleanVariable& variable = project.CoilVar[*index];
-            variable.defaultValue = defaultOr(BooleanVariable{}.defaultValue);
-            variable.onText = on_;
-            variable.offText = off_;
-        }
+    if (isFloat) {
+        FloatVariable& variable = project.RegVar[*index];
+        variable.defaultValue = defaultOr(FloatVariable{}.defaultValue);
+        variable.precision = precision_;
+        variable.width = width_;
+    } else {
+        BooleanVariable& variable = project.CoilVar[*index];
+        variable.defaultValue = defaultOr(BooleanVariable{}.defaultValue);
+        variable.onText = on_;
+        variable.offText = off_;
     }
+    remarks.store(kind, *index);
 }
 
 void readFile(const std::string& path, Project& project, const DocMgrModule::FileContext& context,
-              void (*read)(ByteSource&, Project&)) {
+              ReadTable read, TableReading* reading) {
     try {
         FileSource source(deviceFileOnDisk(context.paths, path));
-        readFrom(source, project, context, read);
+        readFrom(source, project, context, read, reading);
     } catch (const OpenFailure&) {
         context.messages.show(MessageIcon::None, "Unable to open " + path);
     }
@@ -171,61 +249,84 @@ void readFile(const std::string& path, Project& project, const DocMgrModule::Fil
 
 } // namespace
 
-void readModbusAdr(ByteSource& source, Project& project) {
+void readModbusAdr(ByteSource& source, Project& project, TableReading* wanted) {
     project.ResetAddressMap();
-    LineReader lines(source);
-    for (std::string_view line; lines.next(line);)
-        takeAddressLine(trimBlanks(line), project);
+    TableReading unwanted;
+    TableReading& reading = wanted != nullptr ? *wanted : unwanted;
+    TrimmedLines lines(source, reading);
+    AddressRemarks remarks(reading);
+    try {
+        for (std::string_view line; lines.next(line);)
+            takeAddressLine(line, lines.number(), project, remarks);
+    } catch (const Overflow&) { // ends the reading
+        remarks.finish();
+        throw;
+    }
+    remarks.finish();
 }
 
-void readIlmVar(ByteSource& source, Project& project) {
+void readIlmVar(ByteSource& source, Project& project, TableReading* wanted) {
     project.ResetVariables();
-    LineReader lines(source);
+    TableReading unwanted;
+    TableReading& reading = wanted != nullptr ? *wanted : unwanted;
+    TrimmedLines lines(source, reading);
+    VariableRemarks remarks(reading);
     PendingVariable pending;
     for (std::string_view line; lines.next(line);)
-        pending.take(trimBlanks(line), project);
+        pending.take(line, lines.number(), project, remarks);
+    remarks.finish();
 }
 
-void readStdMsg(ByteSource& source, Project& project) {
-    readMessages(source, project.STDMSG);
+void readStdMsg(ByteSource& source, Project& project, TableReading* reading) {
+    readMessages(source, regularMessages, project.STDMSG, reading);
 }
 
-void readAltMsg(ByteSource& source, Project& project) {
-    readMessages(source, project.ALTMSG);
+void readAltMsg(ByteSource& source, Project& project, TableReading* reading) {
+    readMessages(source, emergencyMessages, project.ALTMSG, reading);
 }
 
-void readFrom(ByteSource& source, Project& project, const DocMgrModule::FileContext& context,
-              void (*read)(ByteSource&, Project&)) {
+void readFrom(ByteSource& source, Project& project, const DocMgrModule::FileContext& context, ReadTable read,
+              TableReading* reading) {
     try {
-        read(source, project);
+        read(source, project, reading);
     } catch (const std::runtime_error&) { // ReadFailure, Overflow
         context.messages.show(MessageIcon::None, "exception ooccured when reading data");
     }
 }
 
-void ReadModbusAdr(const std::string& path, Project& project, const DocMgrModule::FileContext& context) {
-    readFile(path, project, context, readModbusAdr);
+void ReadModbusAdr(const std::string& path, Project& project, const DocMgrModule::FileContext& context,
+                   TableReading* reading) {
+    readFile(path, project, context, readModbusAdr, reading);
 }
 
-void ReadIlmVar(const std::string& path, Project& project, const DocMgrModule::FileContext& context) {
-    readFile(path, project, context, readIlmVar);
+void ReadIlmVar(const std::string& path, Project& project, const DocMgrModule::FileContext& context,
+                TableReading* reading) {
+    readFile(path, project, context, readIlmVar, reading);
 }
 
-void ReadStdMsg(const std::string& path, Project& project, const DocMgrModule::FileContext& context) {
-    readFile(path, project, context, readStdMsg);
+void ReadStdMsg(const std::string& path, Project& project, const DocMgrModule::FileContext& context,
+                TableReading* reading) {
+    readFile(path, project, context, readStdMsg, reading);
 }
 
-void ReadAltMsg(const std::string& path, Project& project, const DocMgrModule::FileContext& context) {
-    readFile(path, project, context, readAltMsg);
+void ReadAltMsg(const std::string& path, Project& project, const DocMgrModule::FileContext& context,
+                TableReading* reading) {
+    readFile(path, project, context, readAltMsg, reading);
 }
 
 void readDeviceFiles(const std::string& folder, Project& project, const DocMgrModule::FileContext& context,
-                     std::string_view addressMapName) {
+                     std::string_view addressMapName, FileRemarks* remarks) {
     for (const DeviceFile* const file : deviceFiles) {
-        if (file->Read != nullptr)
-            file->Read(context.paths.join(folder, file == &modbusAdrFile ? addressMapName : file->name),
-                       project, context);
+        if (file->Read == nullptr)
+            continue;
+        TableReading reading;
+        file->Read(context.paths.join(folder, file == &modbusAdrFile ? addressMapName : file->name), project,
+                   context, remarks != nullptr ? &reading : nullptr);
+        if (remarks != nullptr)
+            addRemarks(*file, reading, *remarks);
     }
+    if (remarks != nullptr)
+        remarks->sort();
 }
 
 } // namespace orvista::ConfigModule

@@ -16,9 +16,10 @@ struct DeviceFile {
     /// stands in messages about taking the project file apart. Empty where it has no section.
     std::string_view sectionName;
     void (*writeSection)(ByteSink& sink, const Project& project); ///< null without a section
-    void (*readSection)(ByteSource& source, Project& project);    ///< null for a file that is never read
+    ConfigModule::ReadTable readSection;                          ///< null for a file that is never read
     bool (*Write)(const std::string& path, const Project& project, const DocMgrModule::FileContext& context);
-    void (*Read)(const std::string& path, Project& project, const DocMgrModule::FileContext& context);
+    void (*Read)(const std::string& path, Project& project, const DocMgrModule::FileContext& context,
+                 TableReading* reading);
 };
 
 inline constexpr DeviceFile modbusAdrFile{

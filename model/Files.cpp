@@ -174,6 +174,7 @@ void LineReader::skipByteOrderMark() {
     }
     if (std::string_view(bytes_, size_).starts_with(utf8ByteOrderMark))
         position_ = utf8ByteOrderMark.size();
+    skippedMark_ = position_ > 0;
 }
 
 bool LineReader::next(std::string& line) {
@@ -195,6 +196,7 @@ bool LineReader::next(std::string_view& line) {
                 continue;
             }
         }
+        number_ += found ? 0 : 1;
         found = true;
         const std::size_t end = endOfLine();
         line = {bytes_ + position_, end - position_};

@@ -126,6 +126,9 @@ public:
     bool next(std::string& line);
     /// The same without a copy of its own: `line` holds until the next call.
     bool next(std::string_view& line);
+    /// Of the line that next() gave last, from 1.
+    std::size_t number() const { return number_; }
+    bool skippedMark() const { return skippedMark_; }
 
 private:
     bool fill();
@@ -141,7 +144,9 @@ private:
     std::size_t size_ = 0;
     std::optional<std::size_t> carriageReturn_;
     std::optional<std::size_t> lineFeed_;
+    std::size_t number_ = 0;
     bool atStart_ = true;
+    bool skippedMark_ = false;
     bool lastWasCarriageReturn_ = false;
 };
 

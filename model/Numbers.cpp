@@ -87,6 +87,14 @@ double leadingNumber(std::string_view text, InnerBlanks innerBlanks) {
     return negative ? -value : value;
 }
 
+bool beginsWithNumber(std::string_view text) {
+    std::string packed = withoutBlanks(text);
+    if (packed.starts_with('-') || packed.starts_with('+'))
+        packed.erase(0, 1);
+    const std::size_t digit = packed.starts_with('.') ? 1 : 0;
+    return digit < packed.size() && isDigit(packed[digit]);
+}
+
 bool isNumber(std::string_view text) {
     text = trimLeadingBlanks(text);
     if (text.starts_with('-') || text.starts_with('+'))

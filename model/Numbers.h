@@ -27,6 +27,9 @@ enum class InnerBlanks { EndNumber, Skipped };
 /// \throws Overflow when the value is beyond the range of a double.
 double leadingNumber(std::string_view text, InnerBlanks innerBlanks = InnerBlanks::EndNumber);
 
+/// Whether a number stands at the start of `text`, as leadingNumber() reads a device file.
+bool beginsWithNumber(std::string_view text);
+
 /// Whether leadingNumber() takes the text whole, or finds it beyond the range of a double.
 bool isNumber(std::string_view text);
 

@@ -3,12 +3,15 @@
 #include "model/DeviceFiles.h"
 #include "model/FileReplacing.h"
 #include "model/FolderLookup.h"
+#include "model/NoMessages.h"
 #include "model/ProjectFileSections.h"
+#include "model/ReadingRemarks.h"
 #include "model/SystemFile.h"
 #include "model/Text.h"
 
 #include <filesystem>
 #include <system_error>
+#include <utility>
 #include <vector>
 
 namespace orvista::DocMgrModule {
@@ -63,15 +66,22 @@ bool showFailure(const std::string& failure, const FileContext& context) {
     return !failure.empty();
 }
 
-/// The message for the user when it fails, with what came before in `sections`.
-std::string readSections(const std::string& path, const PathRules& paths,
-                         std::vector<ProjectFileSection>& sections) {
+/// A project file taken apart, and what was met on the way.
+struct Parts {
+    std::vector<ProjectFileSection> sections;
+    ProjectFileOutline outline;
+    FileRemarks remarks;
+};
+
+/// The message for the user when it fails, with what came before in `parts`.
+std::string readSections(const std::string& path, const PathRules& paths, Parts& parts) {
     try {
         const std::string file = projectFileOnDisk(paths, path);
         FileSource source(file);
         std::error_code unknown;
         const auto size = std::filesystem::file_size(systemPath(file), unknown);
-        takeApart(source, sections, unknown ? 0 : static_cast<std::size_t>(size));
+        parts.outline =
+            takeApart(source, parts.sections, unknown ? 0 : static_cast<std::size_t>(size), &parts.remarks);
         return {};
     } catch (const OpenFailure&) {
         return "Unable to open " + path;
@@ -104,23 +114,51 @@ bool holdsSection(const std::string& path, const ProjectFileSection& section) {
 /// stead.
 enum class DeviceFilesAre { Written, AsTheyWere };
 
-/// Reads the device files from their sections. What has none is read from its file, and so is a file that
-/// does not give back what was written to it, for instance one that may be written but not read.
-void readTables(const std::vector<ProjectFileSection>& sections, const std::string& folder,
-                DeviceFilesAre state, Project& project, const FileContext& context) {
+/// The section that a table is read from; null where it is read from its file, because there is no section
+/// or because the file does not give back what was written to it, for instance one that may be written but
+/// not read.
+const ProjectFileSection* sectionToRead(const DeviceFile& file, const Parts& parts, const std::string& path,
+                                        DeviceFilesAre state, const PathRules& paths) {
+    const ProjectFileSection* const section = lastSectionOf(file, parts.sections);
+    const bool isFaithful = section == nullptr || state == DeviceFilesAre::AsTheyWere ||
+                            holdsSection(deviceFileOnDisk(paths, path), *section);
+    return isFaithful ? section : nullptr;
+}
+
+/// Reads the device files from their sections, or where there is none from the folder.
+/// \param remarks gets what is met, also before
+void readTables(const Parts& parts, const std::string& folder, DeviceFilesAre state, Project& project,
+                const FileContext& context, FileRemarks* remarks = nullptr) {
+    FileRemarks met = parts.remarks;
+    SectionRemarks ofSections(parts.sections, parts.outline, met);
     for (const DeviceFile* const file : deviceFiles) {
         if (file->readSection == nullptr)
             continue;
         const std::string path = context.paths.join(folder, file->name);
-        const ProjectFileSection* const section = lastSectionOf(*file, sections);
-        if (section == nullptr || (state == DeviceFilesAre::Written &&
-                                   !holdsSection(deviceFileOnDisk(context.paths, path), *section))) {
-            file->Read(path, project, context);
-        } else {
+        TableReading reading;
+        TableReading* const wanted = remarks != nullptr ? &reading : nullptr;
+        if (const auto* const section = sectionToRead(*file, parts, path, state, context.paths)) {
             MemorySource source(section->lines);
-            ConfigModule::readFrom(source, project, context, file->readSection);
+            ConfigModule::readFrom(source, project, context, file->readSection, wanted);
+            ofSections.add(*section, reading);
+        } else {
+            file->Read(path, project, context, wanted);
+            ofSections.addFile(*file, reading);
         }
     }
+    if (remarks == nullptr)
+        return;
+    ofSections.finish();
+    *remarks = std::move(met);
+}
+
+/// What the readers will meet, before anything is replaced.
+FileRemarks remarksAhead(const Parts& parts, const std::string& folder, const PathRules& paths) {
+    NoMessages silent;
+    Project tried;
+    FileRemarks remarks;
+    readTables(parts, folder, DeviceFilesAre::AsTheyWere, tried, {paths, silent}, &remarks);
+    return remarks;
 }
 
 } // namespace
@@ -161,32 +199,36 @@ SaveOutcome SaveProject(const std::string& folder, const std::string& name, cons
     return saveDeviceFiles(folder, project, durable) ? SaveOutcome::Saved : SaveOutcome::DeviceFileFailed;
 }
 
-bool ReadProject(const std::string& path, Project& project, const FileContext& context) {
-    const auto parts = context.paths.split(path);
-    const std::string folder = parts ? parts->folder : std::string{};
+bool ReadProject(const std::string& path, Project& project, const FileContext& context,
+                 const BeforeReplacing& beforeReplacing) {
+    const auto place = context.paths.split(path);
+    const std::string folder = place ? place->folder : std::string{};
     const FileContext opening{context.paths, context.messages, projectFileOnDisk(context.paths, path)};
-    std::vector<ProjectFileSection> sections;
-    const std::string readFailure = readSections(path, context.paths, sections);
+    Parts parts;
+    const std::string readFailure = readSections(path, context.paths, parts);
+    if (beforeReplacing && !parts.sections.empty())
+        beforeReplacing(folder, remarksAhead(parts, folder, context.paths));
     // What came before a failure is written all the same.
-    if (showFailure(writeSections(sections, folder, opening, project), context) ||
+    if (showFailure(writeSections(parts.sections, folder, opening, project), context) ||
         showFailure(readFailure, context))
         return false;
     defaultPlsFile.Write(context.paths.join(folder, defaultPlsFile.name), project, opening);
-    readTables(sections, folder, DeviceFilesAre::Written, project, context);
+    readTables(parts, folder, DeviceFilesAre::Written, project, context);
     return true;
 }
 
-bool readProjectWithoutWriting(const std::string& path, Project& project, const FileContext& context) {
-    const SplitPath parts = context.paths.split(path).value_or(SplitPath{".", path});
-    std::vector<ProjectFileSection> sections;
-    const std::string failure = readSections(path, context.paths, sections);
-    for (const ProjectFileSection& section : sections)
+bool readProjectWithoutWriting(const std::string& path, Project& project, const FileContext& context,
+                               FileRemarks* remarks) {
+    const SplitPath place = context.paths.split(path).value_or(SplitPath{".", path});
+    Parts parts;
+    const std::string failure = readSections(path, context.paths, parts);
+    for (const ProjectFileSection& section : parts.sections)
         takeSettings(section, project);
     if (showFailure(failure, context))
         return false;
-    readTables(sections, parts.folder, DeviceFilesAre::AsTheyWere, project, context);
-    project.ProjPath = parts.folder;
-    project.ProjName = projectNameOfFile(parts.name);
+    readTables(parts, place.folder, DeviceFilesAre::AsTheyWere, project, context, remarks);
+    project.ProjPath = place.folder;
+    project.ProjName = projectNameOfFile(place.name);
     return true;
 }
 

@@ -1,9 +1,11 @@
 #pragma once
 
 #include "model/FileContext.h"
+#include "model/FileRemarks.h"
 #include "model/Files.h"
 #include "model/Project.h"
 
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -33,15 +35,22 @@ std::string projectFilePath(const PathRules& paths, const std::string& folder, c
 SaveOutcome SaveProject(const std::string& folder, const std::string& name, const Project& project,
                         const FileContext& context);
 
+/// The folder (UTF-8) whose device files are about to be replaced, and what was met in the project file.
+using BeforeReplacing = std::function<void(const std::string& folder, const FileRemarks& remarks)>;
+
 /// Reads the project file at `path` (UTF-8): splits it into the device files of its folder, then reads
 /// those. False after a failure, which was shown; what was read before stays in the model and on disk.
-bool ReadProject(const std::string& path, Project& project, const FileContext& context);
+/// \param beforeReplacing is told what the readers meet before a device file is replaced
+bool ReadProject(const std::string& path, Project& project, const FileContext& context,
+                 const BeforeReplacing& beforeReplacing = {});
 
 /// Reads the project file at `path` (UTF-8; its folder is the present one when it names none) as opening it
 /// does, with the same messages, but writes nothing anywhere: what stands in the project file is read from
 /// there, and the device file of a section that is missing from the project's folder. ProjPath and ProjName
 /// become the path's. False after a failure of the project file, which was shown; what was read before stays
 /// in the model.
-bool readProjectWithoutWriting(const std::string& path, Project& project, const FileContext& context);
+/// \param remarks gets what the readers met
+bool readProjectWithoutWriting(const std::string& path, Project& project, const FileContext& context,
+                               FileRemarks* remarks = nullptr);
 
 } // namespace orvista::DocMgrModule

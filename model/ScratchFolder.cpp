@@ -35,4 +35,20 @@ ScratchFolder::~ScratchFolder() {
     fs::remove_all(systemPath(path_), ignored);
 }
 
+std::string writingFault(const std::string& folder) {
+    constexpr std::size_t size = std::size_t{1} << 20;
+    const std::string path = folder + "/writing-fault";
+    std::string fault;
+    try {
+        FileSink sink(path);
+        sink.write(std::string(size, '\0'));
+        sink.close();
+    } catch (const std::system_error& failure) {
+        fault = folder + " cannot be written to: " + failure.code().message();
+    }
+    std::error_code ignored;
+    fs::remove(systemPath(path), ignored);
+    return fault;
+}
+
 } // namespace orvista

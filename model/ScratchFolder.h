@@ -21,4 +21,8 @@ private:
     std::string path_;
 };
 
+/// Why no file of 1 MB can be written to the folder: a sentence that begins with the folder; empty where one
+/// can. For failures of something that also reads, or talks to a display.
+std::string writingFault(const std::string& folder);
+
 } // namespace orvista

@@ -20,7 +20,7 @@ inline Project reopened(const Project& project) {
         if (const auto* section = DocMgrModule::lastSectionOf(*file, sections);
             section != nullptr && file->readSection != nullptr) {
             MemorySource lines(section->lines);
-            file->readSection(lines, again);
+            file->readSection(lines, again, nullptr);
         }
     return again;
 }

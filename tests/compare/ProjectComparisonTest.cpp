@@ -19,7 +19,7 @@ Project asOnDisplay(const Project& project) {
         MemorySink sink;
         file->writeSection(sink, project);
         MemorySource source(sink.bytes());
-        file->readSection(source, read);
+        file->readSection(source, read, nullptr);
     }
     return read;
 }

@@ -100,6 +100,32 @@ class Usage(ProgramTest):
         self.expect(0, "messages", "import", PROJECT, "a.csv")
         self.assertIn(b"STDMSG1:2:37: warning: 3 characters do not fit", self.expect(0, "check", PROJECT))
 
+    def test_what_is_wrong_is_said_in_plain_words(self):
+        show = ["show", PROJECT, "STDMSG1", "-o", "a.png"]
+        for arguments, said in (
+                ([*show, "--at", "-5"], '--at: "-5" is not a whole number, 0 or more; see orvista show --help'),
+                ([*show, "--at", "1s"], '--at: "1s" is not a whole number, 0 or more; see orvista show --help'),
+                ([*show, "--scale", "65"], '--scale: "65" is not a whole number from 1 to 64; see orvista show --help'),
+                ([*show, "--columns"], "--columns needs N; see orvista show --help"),
+                (["check", PROJECT, "--columns", "0"], '--columns: "0" is not a whole number from 1 to 4096; see orvista check --help'),
+                (["upload", PROJECT, "--to"], "--to needs DISPLAY; see orvista upload --help"),
+                (["upload", PROJECT, "--to", "gate", "--jobs", "61"],
+                 '--jobs: "61" is not a whole number from 1 to 60; see orvista upload --help'),
+                (["read", "gate", "--project", PROJECT, "--watch", "nan"],
+                 '--watch: "nan" is not a number from 0.5 to 3600; see orvista read --help'),
+                (["upload", PROJECT, "--to", "http://gate"],
+                 "http://gate is the address of a page, not of a display: NAME, NAME:PORT or [IPv6]:PORT"),
+                (["read", PROJECT, "gate"],
+                 f"DISPLAY: {PROJECT} is a project; the display comes first; see orvista read --help"),
+                (["write", PROJECT, "gate", "RegVar1=1"],
+                 f"DISPLAY: {PROJECT} is a project; the display comes first; see orvista write --help"),
+                (["switch", "--project", PROJECT, "--only"], "DISPLAY is required; see orvista switch --help"),
+                (["messages", "import", "a.csv", PROJECT], f"{PROJECT} is a project, which comes first; a.csv is the table"),
+                (["download", "--list", "a.csv", "-o", ""], "a.csv: No such file or directory"),
+                (["download", "--from", "gate", "-o", "a.txt"], "a.txt does not end in .orx"),
+                (["download", "--from", "gate", "-o", "folder/"], "folder/ does not end in .orx")):
+            self.assertEqual(self.complaint(2, *arguments), "orvista: " + said)
+
     def test_unreadable_input_is_status_2(self):
         (self.folder / "folder.orx").mkdir()
         for project in ("missing.orx", "folder.orx", "no folder/A.orx"):
@@ -497,7 +523,7 @@ class Sheets(ProgramTest):
     def test_import_to_another_project(self):
         (self.folder / "messages.csv").write_bytes(b"message,script\nSTDMSG1,new\n")
         before = self.files()
-        self.expect(0, "messages", "import", PROJECT, "messages.csv", "-o", "OTHER.orx")
+        self.expect(0, "messages", "import", PROJECT, "messages.csv", "-o", "OTHER")
         after = self.files()
         self.assertEqual(after[PROJECT], before[PROJECT])
         self.assertIn(b"DEFMSG STDMSG1\r\nnew\r\nENDMSG", after["OTHER.orx"])

@@ -4,6 +4,8 @@ import csv
 import io
 import json
 import os
+import re
+import resource
 import signal
 import subprocess
 import sys
@@ -295,7 +297,7 @@ class Lists(FleetTest):
                           ["upload", "plant/LINE3.orx", "--to", NOBODY, "--jobs", "0"],
                           ["upload", "plant/LINE3.orx", "--to", NOBODY, "--jobs", "61"],
                           ["upload", "plant/LINE3.orx", "--list", "missing.csv"], ["download"], ["download", "--from", NOBODY],
-                          ["download", "--from", NOBODY, "-o", "x"], ["download", "--from", NOBODY, NOBODY, "-o", "x.orx"],
+                          ["download", "--from", NOBODY, "-o", "x.y"], ["download", "--from", NOBODY, NOBODY, "-o", "x.orx"],
                           ["download", "--list", "list.csv", "--from", NOBODY, "-o", "x"],
                           ["download", "--list", self.write_list([f"a,{NOBODY},,"]), "-o", ""],
                           ["download", "--from", NOBODY, "-o", ".orx"], ["download", "--from", NOBODY, "-o", "plant/.ORX"],
@@ -351,6 +353,37 @@ class Download(FleetTest):
         self.results(0, "download", "--from", display.address, "-o", "here/P.orx")
         self.assertEqual(self.files_of("here"), self.saved("P", b"127.0.0.1"))
 
+    def test_the_ending_of_the_project_may_be_left_out(self):
+        display, = self.make(1)
+        self.give(display)
+        self.displays.serve()
+        self.results(0, "download", "--from", display.address, "-o", "here/P")
+        self.assertEqual(self.files_of("here"), self.saved("P", b"127.0.0.1"))
+
+    def test_what_is_in_the_way_is_named(self):
+        display, = self.make(1)
+        self.give(display)
+        self.displays.serve()
+        (self.folder / "here" / "pump.bmp").mkdir(parents=True)
+        results, _ = self.results(1, "download", "--from", display.address, "-o", "here/P.orx")
+        self.assertEqual(results[display.address]["reason"], "here/pump.bmp: Is a directory")
+        self.assertEqual([path.name for path in (self.folder / "here").iterdir()], ["pump.bmp"])
+
+    def test_a_full_folder_for_temporary_files_is_named(self):
+        display, = self.make(1)
+        self.give(display)
+        self.displays.serve()
+        for arguments in (["upload", "plant/LINE3.orx", "--to", display.address],
+                          ["download", "--from", display.address, "-o", "here/P.orx"],
+                          ["compare", "plant/LINE3.orx", display.address]):
+            process = self.start(*arguments, preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_FSIZE, (100, 100)))
+            out, error = process.communicate(timeout=100)
+            self.assertNotEqual(process.returncode, 0)
+            self.assertRegex((out + error).decode(), re.escape(str(self.folder / "tmp" / "orvista-"))
+                             + r"\S+ cannot be written to: File too large\n")
+            self.assertEqual(list((self.folder / "tmp").iterdir()), [])
+        self.assertFalse((self.folder / "here").exists())
+
     def test_a_list_gets_a_folder_for_each(self):
         displays = self.make(3)
         for display in displays[:2]:
@@ -386,7 +419,7 @@ class Download(FleetTest):
         self.displays.serve()
         (self.folder / "here" / "stdmsg.ilm").mkdir(parents=True)
         results, _ = self.results(1, "download", "--from", display.address, "-o", "here/P.orx")
-        self.assertIn("here/P.orx: ", results[display.address]["reason"])
+        self.assertIn("here/stdmsg.ilm: ", results[display.address]["reason"])
         self.assertEqual([path.name for path in (self.folder / "here").iterdir()], ["stdmsg.ilm"])
         (self.folder / "file").write_bytes(b"")
         results, _ = self.results(1, "download", "--from", display.address, "-o", "file/P.orx")

@@ -278,6 +278,15 @@ class Switching(ProgramTest):
                         "--on", "STDMSG3")
             self.assertEqual([server.write() for _ in range(3)], ["coils 324 0", "coils 322 1", "coils 300 1"])
 
+    def test_messages_stand_with_blanks_or_commas_between(self):
+        with Server() as server:
+            for arguments in ([server.display, "--project", PROJECT, "--off", "STDMSG5", "--on", "STDMSG3", "ALTMSG1,STDMSG4"],
+                              ["--project", PROJECT, "--on", "STDMSG3", "ALTMSG1", "STDMSG4", "--off", "STDMSG5", server.display],
+                              ["--off", "STDMSG5", "--on", "STDMSG3", "ALTMSG1", "STDMSG4", server.display, "--project", PROJECT]):
+                self.expect(0, "switch", *arguments)
+                self.assertEqual([server.write() for _ in range(4)],
+                                 ["coils 324 0", "coils 322 1", "coils 300 1", "coils 323 1"])
+
     def test_only_writes_both_blocks(self):
         with Server() as server:
             self.expect(0, "switch", server.display, "--project", PROJECT, "--only", "--on", "STDMSG40,ALTMSG2")
@@ -293,6 +302,8 @@ class Switching(ProgramTest):
                               ["--only", "--on", "STDMSG1", "--off", "STDMSG1"], ["--off"]):
                 self.complaint(2, "switch", display.display, "--project", PROJECT, *arguments)
             self.complaint(2, "switch", display.display, "--on", "STDMSG1")
+            self.complaint(2, "switch", "--project", PROJECT, "--on", "RegVar1", "STDMSG1")
+            self.complaint(2, "switch", display.display, "--project", PROJECT, "--on", "STDMSG1", display.display)
             self.complaint(2, "switch", display.display, "--project", "missing.orx", "--on", "STDMSG1")
         self.assertEqual(display.requests, [])
 

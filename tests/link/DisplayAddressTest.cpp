@@ -55,6 +55,13 @@ TEST(DisplayAddress, APortOutOfRangeIsRefused) {
         EXPECT_NE(refusal("gate:" + std::string(port)), "") << port;
 }
 
+TEST(DisplayAddress, AUrlIsRefusedAsAWhole) {
+    EXPECT_EQ(refusal("http://gate/x"),
+              "http://gate/x is the address of a page, not of a display: NAME, NAME:PORT or [IPv6]:PORT");
+    EXPECT_EQ(refusal("modbus://gate:502"),
+              "modbus://gate:502 is the address of a page, not of a display: NAME, NAME:PORT or [IPv6]:PORT");
+}
+
 TEST(DisplayAddress, AnIpv6AddressStandsInBrackets) {
     EXPECT_EQ(refusal("fe80::5"), "fe80::5 is not a display's address; an IPv6 address stands in brackets");
     for (const std::string_view text : {"[", "[]", "[:]", "[fe80::5", "[gate]", "[10.0.0.5]", "[fe80::g]",
