@@ -114,7 +114,7 @@ std::string bitmapText(const FileDifference& difference) {
     std::string text = withoutControlCharacters(difference.name) + "\n- " + side(difference.sizeBefore) +
                        "\n+ " + side(difference.sizeAfter);
     if (difference.firstOffset)
-        text += ", other ones from byte " + decimalText(*difference.firstOffset + 1) + " on";
+        text += ", differs from byte " + decimalText(*difference.firstOffset + 1) + " onwards";
     return text + "\n";
 }
 

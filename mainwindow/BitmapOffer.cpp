@@ -35,11 +35,13 @@ void BitmapOffer::offerLast() {
         return withdraw();
     const std::string folder = folders_.back();
     const QString path = shownPath(folder);
-    dock_.offer({offerName(),
-                 count == 1 ? tr("1 bitmap of the messages is only in %1").arg(path)
-                            : tr("%1 bitmaps of the messages are only in %2").arg(count).arg(path),
-                 count == 1 ? tr("Copy 1 Bitmap") : tr("Copy %1 Bitmaps").arg(count),
-                 [this, folder] { copyFrom(folder); }});
+    dock_.offer(
+        {offerName(),
+         count == 1
+             ? tr("1 bitmap used by the messages is missing here but exists in %1").arg(path)
+             : tr("%1 bitmaps used by the messages are missing here but exist in %2").arg(count).arg(path),
+         count == 1 ? tr("Copy 1 Bitmap") : tr("Copy %1 Bitmaps").arg(count),
+         [this, folder] { copyFrom(folder); }});
 }
 
 void BitmapOffer::withdraw() {

@@ -12,6 +12,12 @@
 
 namespace orvista {
 
+CommandRow row(const char* name, const QString& caption, const QList<QKeySequence>& keys,
+               const QString& toolTip, const EnablingRule& enabling, std::function<void()> run,
+               CommandTail tail) {
+    return {name, caption, keys, toolTip, enabling, std::move(run), std::move(tail)};
+}
+
 Commands::Commands(Messages& messages, QWidget& window)
     : QObject(&window), messages_(messages), window_(window) {}
 
@@ -22,7 +28,7 @@ void Commands::addMenus(QMenuBar& bar, const std::vector<MenuRow>& menus) {
         menu->setToolTipsVisible(row.restUnderDialogs);
         menu->menuAction()->setVisible(!row.commands.empty());
         for (const CommandRow& command : row.commands) {
-            if (command.beginsGroup)
+            if (command.tail.beginsGroup)
                 menu->addSeparator();
             menu->addAction(add(command, row.restUnderDialogs));
         }
@@ -32,10 +38,8 @@ void Commands::addMenus(QMenuBar& bar, const std::vector<MenuRow>& menus) {
 QAction* Commands::add(const CommandRow& row, bool restsUnderDialogs) {
     auto* const action = new QAction(row.caption, &window_);
     action->setObjectName(QString::fromLatin1(row.name));
-    action->setShortcut(row.shortcut);
-    if (!row.otherKey.isEmpty())
-        action->setShortcuts({row.shortcut, row.otherKey});
-    action->setCheckable(row.isCheckable);
+    action->setShortcuts(row.keys);
+    action->setCheckable(row.tail.isCheckable);
     if (!row.toolTip.isEmpty())
         action->setToolTip(row.toolTip);
     // Elsewhere Qt would move some of them to other menus by their captions.
@@ -48,6 +52,8 @@ QAction* Commands::add(const CommandRow& row, bool restsUnderDialogs) {
     });
     observe(row.enabling, [action](bool enabled) { action->setEnabled(enabled); });
     commands_.push_back({row, action, restsUnderDialogs});
+    if (row.tail.dress)
+        row.tail.dress(*action);
     return action;
 }
 

@@ -4,6 +4,7 @@
 #include "model/People.h"
 
 #include <QKeySequence>
+#include <QList>
 #include <QObject>
 
 #include <functional>
@@ -16,18 +17,34 @@ class QWidget;
 
 namespace orvista {
 
+/// What only some commands have.
+struct CommandTail {
+    bool isCheckable = false; ///< whoever shows what it turns on and off also checks its action
+    bool beginsGroup = false; ///< a line stands above it
+    /// Has the command's action follow a state, once it is there.
+    std::function<void(QAction&)> dress = nullptr;
+};
+
 /// A command of the program: everything that shows it and everything that runs it goes back to this row.
 struct CommandRow {
     const char* name; ///< of its menu entry
     QString caption;
-    QKeySequence shortcut = {};
-    QString toolTip = {};
+    QList<QKeySequence> keys;
+    QString toolTip; ///< empty for the caption
     EnablingRule enabling;
     std::function<void()> run;
-    bool isCheckable = false; ///< whoever shows what it turns on and off also checks its action
-    bool beginsGroup = false; ///< a line stands above it
-    QKeySequence otherKey = {};
+    CommandTail tail = {};
 };
+
+CommandRow row(const char* name, const QString& caption, const QList<QKeySequence>& keys,
+               const QString& toolTip, const EnablingRule& enabling, std::function<void()> run,
+               CommandTail tail = {});
+
+/// What a row does by a member function of an object, which must outlive the row.
+template <typename Type>
+std::function<void()> handler(Type* object, void (Type::*click)()) {
+    return [object, click] { (object->*click)(); };
+}
 
 struct MenuRow {
     const char* name;

@@ -1,6 +1,5 @@
 #include "mainwindow/DiscardedScriptsMenu.h"
 
-#include "mainwindow/Commands.h"
 #include "mainwindow/MessageListPage.h"
 #include "mainwindow/Navigator.h"
 #include "widgets/DeviceText.h"
@@ -12,8 +11,6 @@
 namespace orvista {
 
 namespace {
-
-constexpr const char* entryName = "miEditRestoreScript";
 
 /// Of a script, in the tool-tip.
 constexpr qsizetype charactersTold = 400;
@@ -33,18 +30,6 @@ DiscardedScriptsMenu::DiscardedScriptsMenu(MessageListPage& page, Navigator& nav
     connect(&page, &MessageListPage::discarded, this, [this](Item item, const std::string& script) {
         scripts_.add(item, script, QDateTime::currentDateTime());
     });
-}
-
-CommandRow DiscardedScriptsMenu::entry() {
-    return {.name = entryName,
-            .caption = tr("Re&store Discarded Script"),
-            .toolTip = tr("Bring a script back that was edited, not applied, and thrown away"),
-            .enabling = EnablingRules::projectWork,
-            .run = [] {}};
-}
-
-void DiscardedScriptsMenu::attachTo(const Commands& commands) {
-    commands.action(entryName).setMenu(this);
 }
 
 void DiscardedScriptsMenu::fill() {

@@ -6,8 +6,6 @@
 
 namespace orvista {
 
-struct CommandRow;
-class Commands;
 class MessageListPage;
 class Navigator;
 
@@ -16,11 +14,6 @@ class DiscardedScriptsMenu final : public QMenu {
     Q_OBJECT
 public:
     DiscardedScriptsMenu(MessageListPage& page, Navigator& navigator, QWidget& window);
-
-    /// The entry of the Edit menu that this menu hangs on.
-    static CommandRow entry();
-    /// Hangs the menu on that entry, once it is there.
-    void attachTo(const Commands& commands);
 
 private:
     void fill();

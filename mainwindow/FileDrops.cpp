@@ -1,6 +1,8 @@
 #include "mainwindow/FileDrops.h"
 
+#include "mainwindow/Guard.h"
 #include "widgets/ModalDialogs.h"
+#include "widgets/PathText.h"
 
 #include <QDropEvent>
 #include <QMimeData>
@@ -8,10 +10,12 @@
 #include <QWidget>
 #include <QWindow>
 
+#include <algorithm>
+
 namespace orvista {
 
-FileDrops::FileDrops(QWidget& window, std::function<bool(const QString&)> takes)
-    : QObject(&window), window_(window), takes_(std::move(takes)) {
+FileDrops::FileDrops(QWidget& window, Messages& messages, std::vector<Kind> kinds)
+    : QObject(&window), window_(window), messages_(messages), kinds_(std::move(kinds)) {
     window.setAcceptDrops(true);
     window.installEventFilter(this);
 }
@@ -36,7 +40,7 @@ bool FileDrops::eventFilter(QObject* watched, QEvent* event) {
         drop->accept();
         if (event->type() == QEvent::Drop)
             QMetaObject::invokeMethod(
-                this, [this, file] { emit dropped(file); }, Qt::QueuedConnection);
+                this, [this, file] { open(file); }, Qt::QueuedConnection);
         return true;
     }
     default:
@@ -47,10 +51,22 @@ bool FileDrops::eventFilter(QObject* watched, QEvent* event) {
 
 QString FileDrops::fileIn(const QMimeData& dragged) const {
     const QList<QUrl> urls = dragged.urls();
-    if (urls.size() != 1 || !urls.front().isLocalFile() || isModalDialogOpen())
+    if (urls.size() != 1 || !urls.front().isLocalFile())
         return {};
     const QString file = urls.front().toLocalFile();
-    return takes_(file) ? file : QString();
+    return kindOf(file) ? file : QString();
+}
+
+const FileDrops::Kind* FileDrops::kindOf(const QString& file) const {
+    const auto kind = std::ranges::find_if(kinds_, [&file](const Kind& kind) {
+        return file.endsWith(kind.ending, Qt::CaseInsensitive) && kind.isTakenNow();
+    });
+    return kind == kinds_.end() || isModalDialogOpen() ? nullptr : &*kind;
+}
+
+void FileDrops::open(const QString& file) {
+    if (const Kind* const kind = kindOf(file))
+        runGuarded(messages_, [kind, &file] { kind->open(pathFromShown(file)); });
 }
 
 } // namespace orvista

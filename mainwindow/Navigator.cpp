@@ -33,7 +33,7 @@ bool Navigator::waitsFor(const Place& place, const ItemPage& page) {
     if (!page.isNotApplied() || waiting_ == place)
         return false;
     waiting_ = place;
-    showNotice_(tr("%1 is not applied; once more discards it")
+    showNotice_(tr("%1 has an edit that is not applied. Go there again to discard it.")
                     .arg(QString::fromStdString(nameOf(*page.shownItem()))));
     return true;
 }

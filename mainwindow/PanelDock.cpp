@@ -3,6 +3,7 @@
 #include "widgets/EnterButton.h"
 #include "widgets/FormParts.h"
 #include "widgets/NoticeLine.h"
+#include "widgets/ProjectPanel.h"
 
 #include <QApplication>
 #include <QMainWindow>
@@ -12,6 +13,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <stdexcept>
 
 namespace orvista {
 
@@ -50,9 +52,10 @@ void PanelDock::build() {
     auto* const escape = new QShortcut(Qt::Key_Escape, this);
     escape->setContext(Qt::WidgetWithChildrenShortcut);
     connect(escape, &QShortcut::activated, this, &PanelDock::returnFocus);
-    connect(qApp, &QApplication::focusChanged, this, &PanelDock::rememberFocus);
+    connect(qApp, &QApplication::focusChanged, this, &PanelDock::followFocus);
     connect(tabs_, &QTabWidget::currentChanged, this,
             [this](int tab) { setWindowTitle(tabs_->tabText(tab)); });
+    connect(tabs_, &QTabWidget::tabBarClicked, this, &PanelDock::keepOpen);
 }
 
 QWidget* PanelDock::closeButton() {
@@ -65,26 +68,42 @@ QWidget* PanelDock::closeButton() {
     return button;
 }
 
-void PanelDock::open(const char* name) {
+ProjectPanel& PanelDock::open(const QMetaObject& type) {
+    const auto panel = std::ranges::find(panels_, &type, &Panel::type);
+    if (panel == panels_.end())
+        throw std::out_of_range(std::string("no panel ") + type.className());
     if (!tabs_)
         build();
-    for (Panel& panel : panels_) {
-        if (qstrcmp(panel.name, name) != 0)
-            continue;
-        if (!panel.widget)
-            insertTab(panel);
-        tabs_->setCurrentWidget(panel.widget);
-    }
-    openedForLine_ = false;
+    if (!panel->widget)
+        insertTab(*panel);
+    tabs_->setCurrentWidget(panel->widget);
+    keepOpen();
     show();
+    return *panel->widget;
 }
 
-void PanelDock::open() {
+void PanelDock::openAsItWas() {
     if (tabs_ && tabs_->count() > 0)
         show();
     else
-        open(panels_.front().name);
-    openedForLine_ = false;
+        open(*panels_.front().type);
+    keepOpen();
+}
+
+ProjectPanel* PanelDock::shownPanel() const {
+    return tabs_ && tabs_->isVisible() ? qobject_cast<ProjectPanel*>(tabs_->currentWidget()) : nullptr;
+}
+
+void PanelDock::followProject() {
+    for (const Panel& panel : panels_)
+        if (panel.widget)
+            panel.widget->follow();
+}
+
+void PanelDock::markNotApplied() {
+    for (const Panel& panel : panels_)
+        if (panel.widget)
+            panel.widget->markNotApplied();
 }
 
 void PanelDock::setPanelsEnabled(bool enabled) {
@@ -103,6 +122,9 @@ void PanelDock::insertTab(Panel& panel) {
     }
     const bool first = tabs_->count() == 0;
     panel.widget = panel.make();
+    connect(panel.widget, &ProjectPanel::placeChosen, this, &PanelDock::placeChosen);
+    connect(panel.widget, &ProjectPanel::rowLeft, this, &PanelDock::rowLeft);
+    emit made(*panel.widget);
     tabs_->insertTab(place, panel.widget, panel.title);
     tabs_->show();
     if (first)
@@ -169,9 +191,12 @@ void PanelDock::takeAway(NoticeLine& line) {
         hide();
 }
 
-void PanelDock::rememberFocus(QWidget* before, QWidget* now) {
+void PanelDock::followFocus(QWidget* before, QWidget* now) {
     if (now && isAncestorOf(now) && before && !isAncestorOf(before))
         focusOfPage_ = before;
+    // A line that opened the dock may not take away what the user works in.
+    if (now && tabs_->isAncestorOf(now))
+        keepOpen();
 }
 
 void PanelDock::returnFocus() {

@@ -4,6 +4,7 @@
 #include <QPointer>
 
 #include <functional>
+#include <span>
 #include <vector>
 
 class QMainWindow;
@@ -13,6 +14,8 @@ class QVBoxLayout;
 namespace orvista {
 
 class NoticeLine;
+class ProjectPanel;
+struct Place;
 
 /// The dock `dockPanels` below the pages, with a tab for each panel that was opened, and lines of text below
 /// the tabs. It is hidden until one of them is there, and takes the focus only from a user who goes there;
@@ -23,19 +26,38 @@ public:
     /// Adds the dock to the window.
     explicit PanelDock(QMainWindow& window);
 
+    /// A panel's entry in the View menu.
+    struct ViewEntry {
+        const char* name = nullptr; ///< null for a panel that is opened by what fills it
+        QString caption;
+        QString toolTip;
+    };
     /// A tab, built when it is opened for the first time.
     struct Panel {
-        const char* name; ///< for open()
+        const QMetaObject* type; ///< each panel has a class of its own
         QString title;
-        std::function<QWidget*()> make;
-        QWidget* widget = nullptr;
+        std::function<ProjectPanel*()> make;
+        ViewEntry entry = {};
+        ProjectPanel* widget = nullptr;
     };
     void addPanel(const Panel& panel) { panels_.push_back(panel); }
+    std::span<const Panel> panels() const { return panels_; }
 
     /// Shows the dock with that panel's tab in front. The focus stays where it is.
-    void open(const char* name);
+    /// \throws std::out_of_range when there is no such panel
+    ProjectPanel& open(const QMetaObject& type);
+    template <typename Type>
+    Type& open() {
+        return static_cast<Type&>(open(Type::staticMetaObject));
+    }
     /// Shows the dock as it was, or with its first panel.
-    void open();
+    void openAsItWas();
+    /// The panel on the screen, or null.
+    ProjectPanel* shownPanel() const;
+    /// The project in memory is another, or may be.
+    void followProject();
+    /// What is shown with an edit that is not applied has changed.
+    void markNotApplied();
     /// The panels work on the project; the dock can be hidden without one, too.
     void setPanelsEnabled(bool enabled);
 
@@ -59,6 +81,11 @@ public:
     void withdraw(const QString& name);
 
 signals:
+    /// A panel was built.
+    void made(orvista::ProjectPanel& panel);
+    /// A row of a panel was chosen, as ProjectPanel tells.
+    void placeChosen(const orvista::Place& place);
+    void rowLeft();
     /// The dock came on the screen or left it.
     void shownChanged(bool shown);
 
@@ -74,7 +101,8 @@ private:
     NoticeLine* line(const QString& name) const;
     NoticeLine* addLine(const QString& name);
     void takeAway(NoticeLine& line);
-    void rememberFocus(QWidget* before, QWidget* now);
+    void followFocus(QWidget* before, QWidget* now);
+    void keepOpen() { openedForLine_ = false; }
     void returnFocus();
 
     QMainWindow& window_;
@@ -82,7 +110,7 @@ private:
     QTabWidget* tabs_ = nullptr;
     QVBoxLayout* layout_ = nullptr;
     bool panelsEnabled_ = true;
-    bool openedForLine_ = false; ///< and so closed with the last one
+    bool openedForLine_ = false; ///< and so closed with the last one, unless the user goes to a panel
     QPointer<QWidget> focusOfPage_;
 };
 

@@ -110,7 +110,7 @@ bool ProjectChanges::mayChange(std::span<const std::string> items) {
         if (std::find(items.begin(), items.end(), shown) == items.end() || !page->isNotApplied())
             continue;
         refused_ = true;
-        emit notice(tr("Apply or discard the edit of %1 first").arg(shownName(shown)));
+        emit notice(tr("Not done: apply or discard the edit of %1 first.").arg(shownName(shown)));
         return false;
     }
     settle();

@@ -1,7 +1,6 @@
 #include "mainwindow/Recovery.h"
 
 #include "compare/UnsavedDifferences.h"
-#include "mainwindow/Commands.h"
 #include "mainwindow/ItemPage.h"
 #include "mainwindow/Navigator.h"
 #include "mainwindow/PanelDock.h"
@@ -59,17 +58,8 @@ Recovery::Recovery(DocMgrModule::ProjectLifecycle& lifecycle, const Surroundings
 void Recovery::tellOnce(bool dockShown) {
     if (!dockShown || std::exchange(hasTold_, true) || keeper_->folder().abandoned().empty())
         return;
-    around_.dock.offer({QString::fromLatin1(offerName), tr("There is work that was not saved"),
-                        tr("Restore…"), [this] { miToolsRestore_Click(); }});
-}
-
-CommandRow Recovery::restoreCommand() {
-    return {.name = "miToolsRestore",
-            .caption = tr("&Restore Unsaved Work…"),
-            .toolTip = tr("Open work that was not saved when the program ended"),
-            .enabling = EnablingRules::always,
-            .run = [this] { miToolsRestore_Click(); },
-            .beginsGroup = true};
+    around_.dock.offer({QString::fromLatin1(offerName), tr("Unsaved work was found"), tr("Restore…"),
+                        [this] { miToolsRestore_Click(); }});
 }
 
 void Recovery::miToolsRestore_Click() {

@@ -15,7 +15,6 @@ class ItemPage;
 class Messages;
 class Navigator;
 class PanelDock;
-struct CommandRow;
 
 namespace DocMgrModule {
 class ProjectLifecycle;
@@ -37,10 +36,9 @@ public:
 
     RecoveryKeeper& keeper() { return *keeper_; }
     /// Tools > Restore Unsaved Work…
-    CommandRow restoreCommand();
+    void miToolsRestore_Click();
 
 private:
-    void miToolsRestore_Click();
     void tellOnce(bool dockShown);
     std::vector<frmRestore::Row> rowsOf(const std::vector<RecoveryFolder::Copy>& copies) const;
     frmRestore::Row rowOf(const RecoveryFolder::Copy& copy) const;

@@ -1,7 +1,6 @@
 #include "mainwindow/TryOut.h"
 
 #include "dialogs/frmSelDir.h"
-#include "mainwindow/Commands.h"
 #include "mainwindow/Navigator.h"
 #include "mainwindow/PanelDock.h"
 #include "mainwindow/ProgramBeside.h"
@@ -50,14 +49,6 @@ TryOut::TryOut(DocMgrModule::ProjectLifecycle& lifecycle, Navigator& navigator, 
 TryOut::~TryOut() {
     if (display_)
         display_->disconnect(this); // its end is no news any more
-}
-
-CommandRow TryOut::entry() {
-    return {.name = "miToolsTry",
-            .caption = tr("&Try without a Display…"),
-            .toolTip = tr("Open a copy of the example and start a simulated display"),
-            .enabling = EnablingRules::always,
-            .run = [this] { miToolsTry_Click(); }};
 }
 
 void TryOut::miToolsTry_Click() {

@@ -14,7 +14,6 @@ namespace orvista {
 
 class Navigator;
 class PanelDock;
-struct CommandRow;
 
 /// Tools > Try without a Display: a copy of the example, opened, and a simulated display that holds it. The
 /// display goes with the editor, and so does what it holds.
@@ -25,10 +24,9 @@ public:
            TryOutSettings settings, QObject* parent);
     ~TryOut() override;
 
-    CommandRow entry();
+    void miToolsTry_Click();
 
 private:
-    void miToolsTry_Click();
     void openCopy(const std::string& folder);
     void startDisplay();
     void readOutput();

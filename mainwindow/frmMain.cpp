@@ -4,16 +4,20 @@
 #include "link/TransferCommands.h"
 #include "mainwindow/BitmapOffer.h"
 #include "mainwindow/Commands.h"
-#include "mainwindow/FileTools.h"
+#include "mainwindow/FileDrops.h"
 #include "mainwindow/Guard.h"
 #include "mainwindow/HelpOpener.h"
 #include "mainwindow/ItemTree.h"
 #include "mainwindow/MessageListPage.h"
 #include "mainwindow/ModbusSettingPage.h"
+#include "mainwindow/Navigator.h"
+#include "mainwindow/PanelDock.h"
 #include "mainwindow/ProjectChanges.h"
-#include "mainwindow/ProjectTools.h"
+#include "mainwindow/ProjectCommands.h"
+#include "mainwindow/ProjectPanels.h"
 #include "mainwindow/ProjectTrees.h"
 #include "mainwindow/Recovery.h"
+#include "mainwindow/ReloadOffer.h"
 #include "mainwindow/StatusBar.h"
 #include "mainwindow/SystemPage.h"
 #include "mainwindow/TcpTesterPage.h"
@@ -21,8 +25,10 @@
 #include "mainwindow/ToolIcons.h"
 #include "mainwindow/TryOut.h"
 #include "mainwindow/VariableListPage.h"
+#include "model/Item.h"
 #include "widgets/FormParts.h"
 
+#include <QAction>
 #include <QCloseEvent>
 #include <QGroupBox>
 #include <QMenuBar>
@@ -81,7 +87,6 @@ frmMain::frmMain(Project& project, ConfigModule::History& history,
       seams_(seams),
       lifecycle_(project, history, environment, seams.messages, seams.chooser, *this),
       commands_(new Commands(seams.messages, *this)),
-      several_(lifecycle_, *this),
       trvSystem(named<ItemTree>(QStringLiteral("trvSystem"))),
       tabDetails(named<QTabWidget>(QStringLiteral("tabDetails"))) {
     setObjectName(QStringLiteral("frmMain"));
@@ -109,128 +114,135 @@ void frmMain::buildPages() {
     messagePage_ = new MessageListPage(project_, lifecycle_, seams_.messages, seams_.previewClock);
     pages_ = {
         {"System", "C1", "System", "system.html", scrolling(systemPage_), "miOptionSystemCfg",
-         handler(&frmMain::miOptionSystemCfg_Click)},
+         handler(this, &frmMain::miOptionSystemCfg_Click)},
         {"Modbus Setting", "C2", "Modbus Setting", "modbus-setting.html", scrolling(modbusPage_),
-         "miOptionModbusSetting", handler(&frmMain::miOptionModbusSetting_Click)},
+         "miOptionModbusSetting", handler(this, &frmMain::miOptionModbusSetting_Click)},
         {"Variable List", "C3", "Variable List", "variable-list.html", scrolling(variablePage_), "miVarLst",
-         handler(&frmMain::miVarLst_Click)},
+         handler(this, &frmMain::miVarLst_Click)},
         {"Message List", "C4", "Message List", "message-list.html", scrolling(messagePage_), "miOptionMsgLst",
-         handler(&frmMain::miOptionMsgLst_Click)},
+         handler(this, &frmMain::miOptionMsgLst_Click)},
         {"TCP Tester", "C5", "Orvista Test", "tcp-tester.html", scrolling(testerPage_)},
     };
     for (const PageRow& page : pages_)
         tabDetails->addTab(page.widget, QString::fromLatin1(page.title));
 }
 
-std::vector<CommandRow> frmMain::pageEntries() const {
-    std::vector<CommandRow> entries;
+namespace Rules = EnablingRules;
+
+// The keys are written out, since the platforms' standard keys differ (some have none for Save as).
+MenuRow frmMain::fileMenu() {
+    return {"mnuFile",
+            "&File",
+            {row("miFileNew", "&New", {Qt::CTRL | Qt::Key_N}, {}, Rules::always,
+                 handler(this, &frmMain::miFileNew_Click)),
+             row("miFileOpen", "&Open", {Qt::CTRL | Qt::Key_O}, {}, Rules::always,
+                 handler(this, &frmMain::miFileOpen_Click)),
+             row("miFileSave", "Save", {Qt::CTRL | Qt::Key_S}, {}, Rules::save,
+                 handler(this, &frmMain::miFileSave_Click)),
+             row("miFileSaveAs", "Save as", {Qt::CTRL | Qt::SHIFT | Qt::Key_S}, {}, Rules::saveAs,
+                 handler(this, &frmMain::miFileSaveAs_Click)),
+             row("miFileExit", "Exit", {}, {}, Rules::always, handler(this, &frmMain::miFileExit_Click))}};
+}
+
+MenuRow frmMain::linkMenu() {
+    return {"mnuLink",
+            "&Link",
+            {row("miLinkUpload", "Upload Project to Ulvo", {}, {}, Rules::uploadEntry,
+                 handler(this, &frmMain::miLinkUpload_Click)),
+             row("miLinkDownload", "Download Project from Ulvo", {}, {}, Rules::always,
+                 handler(this, &frmMain::miLinkDownload_Click))}};
+}
+
+MenuRow frmMain::optionMenu() const {
+    MenuRow menu{"mnuOption", "&Option", {}};
     for (const PageRow& page : pages_) {
         if (page.entry)
-            entries.push_back({page.entry, page.title, {}, {}, EnablingRules::projectWork, page.show});
+            menu.commands.push_back(row(page.entry, page.title, {}, {}, Rules::projectWork, page.show));
     }
-    return entries;
-}
-
-std::vector<MenuRow> frmMain::menuRows() {
-    namespace Rules = EnablingRules;
-    // The keys are written out, since the platforms' standard keys differ (some have none for Save as).
-    return {
-        {"mnuFile",
-         "&File",
-         {{"miFileNew", "&New", Qt::CTRL | Qt::Key_N, {}, Rules::always, handler(&frmMain::miFileNew_Click)},
-          {"miFileOpen",
-           "&Open",
-           Qt::CTRL | Qt::Key_O,
-           {},
-           Rules::always,
-           handler(&frmMain::miFileOpen_Click)},
-          {"miFileSave", "Save", Qt::CTRL | Qt::Key_S, {}, Rules::save, handler(&frmMain::miFileSave_Click)},
-          {"miFileSaveAs",
-           "Save as",
-           Qt::CTRL | Qt::SHIFT | Qt::Key_S,
-           {},
-           Rules::saveAs,
-           handler(&frmMain::miFileSaveAs_Click)},
-          {"miFileExit", "Exit", {}, {}, Rules::always, handler(&frmMain::miFileExit_Click)}}},
-        {"mnuLink",
-         "&Link",
-         {{"miLinkUpload",
-           "Upload Project to Ulvo",
-           {},
-           {},
-           Rules::uploadEntry,
-           handler(&frmMain::miLinkUpload_Click)},
-          {"miLinkDownload",
-           "Download Project from Ulvo",
-           {},
-           {},
-           Rules::always,
-           handler(&frmMain::miLinkDownload_Click)}}},
-        {"mnuOption", "&Option", pageEntries()},
-        tools_->editMenu(),
-        tools_->viewMenu(),
-        toolsMenu(),
-        {"mnuHelp",
-         "&Help",
-         {{"miHelpContext", "Context", Qt::Key_F1, {}, Rules::always, handler(&frmMain::miHelpContext_Click)},
-          {"miHelpAbout", "About Quillmark", {}, {}, Rules::always, handler(&frmMain::miHelpAbout_Click)}}},
-    };
-}
-
-MenuRow frmMain::toolsMenu() {
-    MenuRow menu = tools_->toolsMenu(files_->toolsEntries());
-    menu.commands.push_back(several_.toolsEntry());
-    menu.commands.push_back(recovery_->restoreCommand());
-    menu.commands.push_back(tryOut_->entry());
-    menu.commands.push_back({.name = "miToolsPageHelp",
-                             .caption = tr("&Help on This Page"),
-                             .toolTip = tr("Open the help where it tells of the shown page"),
-                             .enabling = EnablingRules::always,
-                             .run = handler(&frmMain::miToolsPageHelp_Click)});
     return menu;
 }
 
-std::function<void()> frmMain::handler(void (frmMain::*click)()) {
-    return [this, click] { (this->*click)(); };
+MenuRow frmMain::helpMenu() {
+    return {"mnuHelp",
+            "&Help",
+            {row("miHelpContext", "Context", {Qt::Key_F1}, {}, Rules::always,
+                 handler(this, &frmMain::miHelpContext_Click)),
+             row("miHelpAbout", "About Quillmark", {}, {}, Rules::always,
+                 handler(this, &frmMain::miHelpAbout_Click))}};
 }
 
 void frmMain::buildCommands() {
-    changes_ = new ProjectChanges(project_, lifecycle_, {messagePage_, variablePage_, modbusPage_}, this);
-    tools_ = new ProjectTools(
-        project_, *changes_, *commands_, {*messagePage_, *variablePage_, *modbusPage_, *testerPage_},
-        {lifecycle_, seams_.chooser, [this] { return transfer_; }}, seams_.modbusPort, *this);
-    files_ = new FileTools(lifecycle_, *changes_, *commands_, tools_->dock(), *this);
+    buildDock();
     buildRecovery();
-    buildBitmapOffer();
-    tryOut_ = new TryOut(lifecycle_, tools_->navigator(), tools_->dock(),
+    tryOut_ = new TryOut(lifecycle_, *navigator_, *dock_,
                          seams_.tryOut.value_or(TryOutSettings::usual(lifecycle_.environment(), this)), this);
-    commands_->addMenus(*menuBar(), menuRows());
-    tools_->followStates();
-    for (QWidget* const control : {static_cast<QWidget*>(tabDetails), static_cast<QWidget*>(trvSystem)})
-        commands_->observe(EnablingRules::projectWork,
-                           [control](bool enabled) { control->setEnabled(enabled); });
+    auto* const tools = new ProjectCommands(
+        {lifecycle_, seams_.chooser, *changes_, *navigator_, *dock_, *messagePage_, *recovery_, *tryOut_,
+         [this] { return transfer_; }, handler(this, &frmMain::miToolsPageHelp_Click)},
+        *this);
+    buildOffers(*tools);
+    connectItemPage(messagePage_);
+    connectItemPage(variablePage_);
+    connectItemPage(modbusPage_);
+    commands_->addMenus(*menuBar(), {fileMenu(), linkMenu(), optionMenu(), tools->editMenu(),
+                                     tools->viewMenu(), tools->toolsMenu(), helpMenu()});
+    commands_->observe(Rules::projectWork, [this](bool enabled) {
+        tabDetails->setEnabled(enabled);
+        trvSystem->setEnabled(enabled);
+        dock_->setPanelsEnabled(enabled);
+    });
     toolbar_ = new ToolBar(*commands_);
     addToolBar(toolbar_);
+    takeDroppedFiles(*tools);
+}
+
+void frmMain::buildDock() {
+    dock_ = new PanelDock(*this);
+    changes_ = new ProjectChanges(project_, lifecycle_, {messagePage_, variablePage_, modbusPage_}, this);
+    connect(changes_, &ProjectChanges::notice, dock_, &PanelDock::showNotice);
+    navigator_ = new Navigator(
+        *commands_,
+        {{Kind::Regular, "miOptionMsgLst", messagePage_},
+         {Kind::Emergency, "miOptionMsgLst", messagePage_},
+         {Kind::Float, "miVarLst", variablePage_},
+         {Kind::Boolean, "miVarLst", variablePage_},
+         {Kind::AddressMap, "miOptionModbusSetting", modbusPage_}},
+        [this](const QString& text) { dock_->showNotice(text); }, this);
+    new ProjectPanels(project_, {messagePage_->preview(), *testerPage_, seams_.modbusPort}, *navigator_,
+                      *dock_);
 }
 
 void frmMain::buildRecovery() {
     // The message page last: its script is what the user goes on with.
-    recovery_ = new Recovery(lifecycle_, {seams_.messages, tools_->navigator(), tools_->dock(), *this},
+    recovery_ = new Recovery(lifecycle_, {seams_.messages, *navigator_, *dock_, *this},
                              {modbusPage_, variablePage_, messagePage_}, seams_.recovery);
-    RecoveryKeeper& keeper = recovery_->keeper();
-    connect(modbusPage_, &ModbusSettingPage::edited, &keeper, &RecoveryKeeper::noteChange);
-    connect(variablePage_, &VariableListPage::edited, &keeper, &RecoveryKeeper::noteChange);
-    connect(messagePage_, &MessageListPage::edited, &keeper, &RecoveryKeeper::noteChange);
 }
 
-void frmMain::buildBitmapOffer() {
-    bitmaps_ = new BitmapOffer(project_, tools_->dock(), this);
-    connect(tools_, &ProjectTools::itemsCameFrom, bitmaps_, &BitmapOffer::offerFrom);
-    connect(files_, &FileTools::itemsCameFrom, bitmaps_, &BitmapOffer::offerFrom);
+void frmMain::buildOffers(const ProjectCommands& tools) {
+    reload_ = new ReloadOffer(lifecycle_, *dock_, this);
+    bitmaps_ = new BitmapOffer(project_, *dock_, this);
+    connect(&tools, &ProjectCommands::itemsCameFrom, bitmaps_, &BitmapOffer::offerFrom);
     connect(bitmaps_, &BitmapOffer::copied, this, [this] {
         messagePage_->followProject();
-        tools_->projectChanged();
+        dock_->followProject();
     });
+}
+
+template <typename Page>
+void frmMain::connectItemPage(Page* page) {
+    connect(page, &Page::stored, changes_, &ProjectChanges::noteStored);
+    connect(page, &Page::notAppliedChanged, changes_, &ProjectChanges::settle);
+    connect(page, &Page::notAppliedChanged, dock_, &PanelDock::markNotApplied);
+    connect(page, &Page::edited, &recovery_->keeper(), &RecoveryKeeper::noteChange);
+}
+
+void frmMain::takeDroppedFiles(ProjectCommands& tools) {
+    new FileDrops(
+        *this, seams_.messages,
+        {{QString::fromLatin1(DocMgrModule::projectExtension), [] { return true; },
+          [this](const std::string& path) { lifecycle_.openGivenProject(path); }},
+         {QStringLiteral(".csv"), [this] { return commands_->action("miToolsImportMessages").isEnabled(); },
+          [&tools](const std::string& path) { tools.importTable(path); }}});
 }
 
 void frmMain::buildLayout() {
@@ -298,7 +310,7 @@ bool frmMain::event(QEvent* event) {
     if (event->type() == QEvent::WindowBlocked)
         recovery_->keeper().keepNow();
     if (event->type() == QEvent::WindowActivate)
-        files_->windowActivated();
+        reload_->look();
     return QMainWindow::event(event);
 }
 
@@ -308,7 +320,7 @@ void frmMain::RefreshViews() {
     modbusPage_->fillTestPage();
     messagePage_->refresh();
     variablePage_->refresh();
-    tools_->projectChanged();
+    dock_->followProject();
 }
 
 void frmMain::showCaption(const std::string& caption) {
@@ -321,9 +333,9 @@ void frmMain::follow(ProjectTransition transition) {
     if (transition == ProjectTransition::Reset)
         forgetProject();
     recovery_->keeper().follow(transition);
-    files_->follow(transition);
+    reload_->follow(transition);
     messagePage_->followProject();
-    tools_->projectChanged();
+    dock_->followProject();
 }
 
 void frmMain::forgetProject() {

@@ -4,7 +4,6 @@
 #include "link/ModbusClient.h"
 #include "mainwindow/PageRow.h"
 #include "mainwindow/RecoverySettings.h"
-#include "mainwindow/SeveralDisplays.h"
 #include "mainwindow/TryOutSettings.h"
 #include "model/ProjectLifecycle.h"
 
@@ -22,16 +21,17 @@ namespace orvista {
 
 class BitmapOffer;
 class Commands;
-struct CommandRow;
-class FileTools;
 class HelpOpener;
 class ItemTree;
 struct MenuRow;
 class MessageListPage;
 class ModbusSettingPage;
 class ProjectChanges;
-class ProjectTools;
+class Navigator;
+class PanelDock;
+class ProjectCommands;
 class Recovery;
+class ReloadOffer;
 class SystemPage;
 class TcpTesterPage;
 class ToolBar;
@@ -54,7 +54,7 @@ struct MainWindowSeams {
 };
 
 /// The program's one main window: navigation tree, pages, menus, toolbar and status bar around the one open
-/// project. The pages have classes of their own; this one leads the commands to where they are carried out.
+/// project. The pages have classes of their own; this class dispatches commands.
 class frmMain final : public QMainWindow, public ProjectWindow {
     Q_OBJECT
 public:
@@ -87,18 +87,22 @@ private:
     void buildPages();
     void buildLayout();
     void buildCommands();
+    void buildDock();
     void buildRecovery();
-    void buildBitmapOffer();
-    MenuRow toolsMenu();
-    std::vector<MenuRow> menuRows();
-    std::vector<CommandRow> pageEntries() const;
+    void buildOffers(const ProjectCommands& tools);
+    template <typename Page>
+    void connectItemPage(Page* page);
+    void takeDroppedFiles(ProjectCommands& tools);
+    MenuRow fileMenu();
+    MenuRow linkMenu();
+    MenuRow optionMenu() const;
+    MenuRow helpMenu();
     void Form_Load();
     void Form_Activate();
     void queueActivation();
     void forgetProject();
     void markPageInTree(int page);
 
-    std::function<void()> handler(void (frmMain::*click)());
     bool hasUnappliedEdits() const;
     std::string helpFile() const;
     bool saveBeforeClosing();
@@ -131,10 +135,10 @@ private:
     Commands* commands_;
     ToolBar* toolbar_ = nullptr;
     ProjectChanges* changes_ = nullptr;
-    ProjectTools* tools_ = nullptr;
-    FileTools* files_ = nullptr;
-    SeveralDisplays several_;
+    PanelDock* dock_ = nullptr;
+    Navigator* navigator_ = nullptr;
     Recovery* recovery_ = nullptr;
+    ReloadOffer* reload_ = nullptr;
     BitmapOffer* bitmaps_ = nullptr;
     TryOut* tryOut_ = nullptr;
     ItemTree* trvSystem;

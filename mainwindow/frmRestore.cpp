@@ -25,7 +25,7 @@ frmRestore::frmRestore(const std::vector<Row>& rows, QWidget* parent)
     setObjectName(QStringLiteral("frmRestore"));
     setWindowTitle(tr("Restore Unsaved Work"));
     buildLayout(rows.empty() ? tr("There is no unsaved work.")
-                             : tr("Work that was neither saved nor given up when the program ended:"));
+                             : tr("Unsaved work recovered from earlier sessions:"));
     std::vector<TableRow> shown;
     shown.reserve(rows.size());
     for (const Row& row : rows)

@@ -1,5 +1,6 @@
 #include "check/forms/FindingsPanel.h"
 
+#include "model/Place.h"
 #include "widgets/FormParts.h"
 #include "widgets/NotAppliedMark.h"
 #include "widgets/RowsTable.h"
@@ -31,7 +32,7 @@ FindingsPanel::FindingsPanel(const Project& project, FolderCheck& check, int col
     connect(txtFindingsFilter, &QLineEdit::textChanged, tblFindings, &RowsTable::setFilter);
     connect(chkFindingsNotes, &QCheckBox::toggled, this, &FindingsPanel::check);
     connect(tblFindings, &RowsTable::rowActivated, this, &FindingsPanel::leadToFinding);
-    connect(tblFindings, &RowsTable::rowLeft, this, &FindingsPanel::rowLeft);
+    connect(tblFindings, &RowsTable::rowLeft, this, &ProjectPanel::rowLeft);
 }
 
 void FindingsPanel::buildLayout() {
@@ -39,7 +40,7 @@ void FindingsPanel::buildLayout() {
     txtFindingsFilter->setAccessibleName(tr("Filter the findings"));
     txtFindingsFilter->setClearButtonEnabled(true);
     txtFindingsFilter->setToolTip(tr("Show only findings with this text"));
-    chkFindingsNotes->setToolTip(tr("Show also what is only worth a look"));
+    chkFindingsNotes->setToolTip(tr("Also show notes"));
     tblFindings->setAccessibleName(tr("Findings"));
     auto* const head = new QHBoxLayout;
     head->addWidget(lblFindings);
@@ -55,7 +56,7 @@ void FindingsPanel::buildLayout() {
 
 void FindingsPanel::setColumns(int columns) {
     columns_ = columns;
-    checkSoon();
+    follow();
 }
 
 void FindingsPanel::check() {
@@ -69,7 +70,7 @@ void FindingsPanel::check() {
     showSummary();
 }
 
-void FindingsPanel::checkSoon() {
+void FindingsPanel::follow() {
     delay_->start();
 }
 

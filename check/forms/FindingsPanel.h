@@ -1,9 +1,7 @@
 #pragma once
 
 #include "check/FolderCheck.h"
-#include "model/Place.h"
-
-#include <QWidget>
+#include "widgets/ProjectPanel.h"
 
 #include <functional>
 #include <string>
@@ -20,7 +18,7 @@ class SeenDelay;
 
 /// The panel "Findings": what the check finds in the project in memory. While it is on the screen it follows
 /// the project's changes.
-class FindingsPanel final : public QWidget {
+class FindingsPanel final : public ProjectPanel {
     Q_OBJECT
 public:
     /// \param check may be shared with others
@@ -34,15 +32,8 @@ public:
     /// Checks at once.
     void check();
     /// Checks a moment after the last call, while the panel is on the screen and no modal dialog is open.
-    void checkSoon();
-    /// Marks the rows of items that are not applied.
-    void markNotApplied();
-
-signals:
-    /// A row was chosen by Enter or a double click.
-    void placeChosen(const orvista::Place& place);
-    /// The user left the chosen row.
-    void rowLeft();
+    void follow() override;
+    void markNotApplied() override;
 
 private:
     void buildLayout();

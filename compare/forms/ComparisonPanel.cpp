@@ -5,6 +5,7 @@
 #include "widgets/NotAppliedMark.h"
 #include "widgets/RowsTable.h"
 
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QItemSelectionModel>
@@ -27,7 +28,7 @@ QString sizeText(const std::optional<std::uint64_t>& size) {
 TableRow fileRow(const FileDifference& file, int position) {
     QString theirs = sizeText(file.sizeAfter);
     if (file.firstOffset)
-        theirs += ComparisonPanel::tr(", other ones from byte %L1 on").arg(*file.firstOffset + 1);
+        theirs += ComparisonPanel::tr(", differs from byte %L1 onwards").arg(*file.firstOffset + 1);
     return {
         {QString::fromStdString(file.name), position}, {QString()}, {sizeText(file.sizeBefore)}, {theirs}};
 }
@@ -53,11 +54,11 @@ ComparisonPanel::ComparisonPanel(const Project& project, std::function<std::vect
                            QStringList{tr("Item"), tr("Where"), tr("This project"), tr("Theirs")})) {
     buildLayout();
     connect(tblComparison, &RowsTable::rowActivated, this, &ComparisonPanel::leadToRow);
-    connect(tblComparison, &RowsTable::rowLeft, this, &ComparisonPanel::rowLeft);
+    connect(tblComparison, &RowsTable::rowLeft, this, &ProjectPanel::rowLeft);
     connect(tblComparison->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &ComparisonPanel::enableTake);
     connect(btnTakeTheirs, &QPushButton::clicked, this, &ComparisonPanel::btnTakeTheirs_Click);
-    forget();
+    clear();
 }
 
 void ComparisonPanel::buildLayout() {
@@ -96,22 +97,29 @@ void ComparisonPanel::showVerified(const Verified& verified) {
                   .arg(QString::number(files_.size()), all, verified.name));
 }
 
-void ComparisonPanel::forget() {
+void ComparisonPanel::clear() {
     theirs_.reset();
     rows_.clear();
     files_.clear();
     markNotApplied();
-    lblComparison->setText(tr("Nothing is compared: see the menu Tools"));
+    lblComparison->setText(tr("Nothing to compare yet. Use Tools > Compare."));
 }
 
-void ComparisonPanel::followProject() {
+void ComparisonPanel::follow() {
     if (theirs_ && isVisible())
         compare();
 }
 
 void ComparisonPanel::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
-    followProject();
+    follow();
+}
+
+void ComparisonPanel::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    // Without a project there is nothing to compare with either.
+    if (event->type() == QEvent::EnabledChange && !isEnabled())
+        clear();
 }
 
 void ComparisonPanel::compare() {
@@ -123,10 +131,10 @@ void ComparisonPanel::compare() {
 QString ComparisonPanel::summary() const {
     const std::size_t count = rows_.size() + files_.size();
     if (count == 0)
-        return tr("No differences: this project and %1").arg(theirs_->name);
+        return tr("No differences between this project and %1").arg(theirs_->name);
     if (count == 1)
-        return tr("1 difference: this project and %1").arg(theirs_->name);
-    return tr("%1 differences: this project and %2").arg(QString::number(count), theirs_->name);
+        return tr("1 difference between this project and %1").arg(theirs_->name);
+    return tr("%1 differences between this project and %2").arg(QString::number(count), theirs_->name);
 }
 
 void ComparisonPanel::markNotApplied() {

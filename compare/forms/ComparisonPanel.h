@@ -1,9 +1,8 @@
 #pragma once
 
 #include "compare/DifferenceRows.h"
-#include "model/Place.h"
-
-#include <QWidget>
+#include "model/Item.h"
+#include "widgets/ProjectPanel.h"
 
 #include <cstddef>
 #include <functional>
@@ -20,7 +19,7 @@ class RowsTable;
 
 /// The panel "Comparison": what differs between the project in memory and another one, or what a display
 /// holds. While it is on the screen it follows the project's changes.
-class ComparisonPanel final : public QWidget {
+class ComparisonPanel final : public ProjectPanel {
     Q_OBJECT
 public:
     /// What the project is compared with.
@@ -41,26 +40,21 @@ public:
 
     void compareWith(Theirs theirs);
     void showVerified(const Verified& verified);
-    /// There is nothing to compare with any more.
-    void forget();
 
     /// Compares again, at once or when the panel comes to the screen.
-    void followProject();
-    /// Marks the rows of items that are not applied.
-    void markNotApplied();
+    void follow() override;
+    void markNotApplied() override;
 
 signals:
-    /// A row was chosen by Enter or a double click.
-    void placeChosen(const orvista::Place& place);
-    /// The user left the chosen row.
-    void rowLeft();
     /// These items are to hold what the other side has.
     void takeWanted(const std::vector<orvista::ItemState>& states);
 
 protected:
     void showEvent(QShowEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
+    void clear();
     void buildLayout();
     void compare();
     void enableTake();

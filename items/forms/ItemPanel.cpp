@@ -41,7 +41,7 @@ ItemPanel::ItemPanel(ItemSources sources, QLineEdit* filter, RowsTable* table)
     });
     connect(table_, &RowsTable::rowActivated, this,
             [this](int row) { emit placeChosen({*itemNamed(item(static_cast<std::size_t>(row)))}); });
-    connect(table_, &RowsTable::rowLeft, this, &ItemPanel::rowLeft);
+    connect(table_, &RowsTable::rowLeft, this, &ProjectPanel::rowLeft);
 }
 
 void ItemPanel::follow() {
@@ -86,6 +86,11 @@ std::vector<std::string> ItemPanel::names(const std::vector<int>& rows) const {
     for (const int row : rows)
         items.push_back(item(static_cast<std::size_t>(row)));
     return items;
+}
+
+const MessageDigests& ItemPanel::digests() const {
+    sources_.messages.update(sources_.project);
+    return sources_.messages;
 }
 
 std::vector<std::string> ItemPanel::selectedItems() const {

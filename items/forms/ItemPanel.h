@@ -2,10 +2,8 @@
 
 #include "check/FolderCheck.h"
 #include "items/MessageDigest.h"
-#include "model/Place.h"
+#include "widgets/ProjectPanel.h"
 #include "widgets/RowsTable.h"
-
-#include <QWidget>
 
 #include <functional>
 #include <string>
@@ -28,13 +26,11 @@ struct ItemSources {
 
 /// A panel with a row for each item of a kind, in a fixed order. While it is on the screen it follows the
 /// project's changes; otherwise it does nothing.
-class ItemPanel : public QWidget {
+class ItemPanel : public ProjectPanel {
     Q_OBJECT
 public:
-    /// The project in memory is another, or may be.
-    void follow();
-    /// Marks the rows of items that are not applied.
-    void markNotApplied();
+    void follow() override;
+    void markNotApplied() override;
     /// Puts the cursor into the filter's box.
     void enterFilter();
 
@@ -42,13 +38,9 @@ public:
     std::vector<std::string> selectedItems() const;
     /// The first of them and all that are shown below it.
     std::vector<std::string> itemsFromSelected() const;
+    /// Digests of all messages as they are now.
+    const MessageDigests& digests() const;
     RowsTable& table() { return *table_; }
-
-signals:
-    /// A row was chosen by Enter or a double click.
-    void placeChosen(const orvista::Place& place);
-    /// The user left the chosen row.
-    void rowLeft();
 
 protected:
     /// Takes the two widgets, which have their names already, into its layout.

@@ -52,7 +52,7 @@ frmReplace::frmReplace(const Project& project, std::vector<Item> notApplied, QWi
 void frmReplace::buildLayout() {
     txtReplaceFind->explain(tr("Text to look for in the scripts of all messages"));
     txtReplaceWith->explain(tr("What stands there afterwards"));
-    chkReplaceCase->setToolTip(tr("Tell capital letters from small ones"));
+    chkReplaceCase->setToolTip(tr("Match case"));
     tblReplace->setAccessibleName(tr("Places"));
     tblReplace->makeTickable();
     tblReplace->setWordWrap(false);
@@ -127,11 +127,11 @@ void frmReplace::showCount() {
     if (found == 0)
         lblReplace->setText(txtReplaceFind->text().isEmpty() ? QString() : tr("Not found"));
     else if (!hits_.isComplete)
-        lblReplace->setText(tr("The first %1 places, %2 ticked").arg(found).arg(ticked));
+        lblReplace->setText(tr("First %1 matches, %2 selected").arg(found).arg(ticked));
     else if (found == 1)
-        lblReplace->setText(tr("1 place, %1 ticked").arg(ticked));
+        lblReplace->setText(tr("1 match, %1 selected").arg(ticked));
     else
-        lblReplace->setText(tr("%1 places, %2 ticked").arg(found).arg(ticked));
+        lblReplace->setText(tr("%1 matches, %2 selected").arg(found).arg(ticked));
     btnOK->setEnabled(ticked > 0);
 }
 

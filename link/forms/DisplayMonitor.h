@@ -27,6 +27,7 @@ public:
 
     /// From beginning to beginning of two readings.
     void setInterval(Milliseconds interval);
+    Milliseconds interval() const { return interval_; }
     void start();
     void stop();
     bool isRunning() const { return isRunning_; }

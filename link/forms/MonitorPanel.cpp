@@ -13,6 +13,7 @@
 
 #include <QCheckBox>
 #include <QDoubleSpinBox>
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
@@ -94,22 +95,23 @@ MonitorPanel::MonitorPanel(const Project& project, int columns, PreviewClock clo
     connect(chkMonitorOnlyOn, &QCheckBox::toggled, this, &MonitorPanel::showOnly);
     connect(spnMonitorSeconds, &QDoubleSpinBox::valueChanged, this, [this](double seconds) {
         monitor_->setInterval(std::chrono::milliseconds(qRound(seconds * 1000)));
+        showState();
     });
-    connect(monitor_, &DisplayMonitor::changed, this, &MonitorPanel::follow);
+    connect(monitor_, &DisplayMonitor::changed, this, &MonitorPanel::showReading);
     connect(tblMonitor, &RowsTable::rowActivated, this, [this](int row) {
         emit placeChosen({*itemNamed(items_.at(static_cast<std::size_t>(row)).name())});
     });
-    connect(tblMonitor, &RowsTable::rowLeft, this, &MonitorPanel::rowLeft);
+    connect(tblMonitor, &RowsTable::rowLeft, this, &ProjectPanel::rowLeft);
     connect(&frames_, &QTimer::timeout, this, &MonitorPanel::showPanel);
     frames_.setInterval(frameMilliseconds);
     endOfMarks_.setSingleShot(true);
     connect(&endOfMarks_, &QTimer::timeout, this, &MonitorPanel::endMarks);
-    follow();
+    showReading();
 }
 
 QBoxLayout* MonitorPanel::buildControls() {
-    btnMonitorStart->setToolTip(tr("Read the display at the address of the System page, again and again"));
-    btnMonitorStop->setToolTip(tr("Read no more"));
+    btnMonitorStart->setToolTip(tr("Read the display at the address of the System page repeatedly"));
+    btnMonitorStop->setToolTip(tr("Stop reading"));
     btnMonitorTake->setToolTip(tr("Tick the boxes of the TCP Tester page as the display has its messages, "
                                   "so that Update switches no others off"));
     chkMonitorOnlyOn->setToolTip(tr("Show only messages and variables that are on or not 0"));
@@ -174,7 +176,7 @@ void MonitorPanel::setColumns(int columns) {
     showPanel();
 }
 
-void MonitorPanel::projectChanged() {
+void MonitorPanel::follow() {
     textsDelay_->start();
 }
 
@@ -185,7 +187,8 @@ void MonitorPanel::markNotApplied() {
 
 void MonitorPanel::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
-    follow();
+    window()->installEventFilter(this);
+    showReading();
 }
 
 void MonitorPanel::hideEvent(QHideEvent* event) {
@@ -193,13 +196,26 @@ void MonitorPanel::hideEvent(QHideEvent* event) {
     frames_.stop();
 }
 
+void MonitorPanel::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::EnabledChange && !isEnabled())
+        monitor_->stop();
+}
+
+bool MonitorPanel::eventFilter(QObject* watched, QEvent* event) {
+    // The window was closed, or the program ends; a minimized window is hidden by the system.
+    if (watched == window() && event->type() == QEvent::Hide && !event->spontaneous())
+        monitor_->stop();
+    return QWidget::eventFilter(watched, event);
+}
+
 void MonitorPanel::readProject() {
     texts_.reset();
     programme_.reset();
-    follow();
+    showReading();
 }
 
-void MonitorPanel::follow() {
+void MonitorPanel::showReading() {
     noteChanges();
     showState();
     if (!isVisible())
@@ -244,17 +260,19 @@ void MonitorPanel::showState() {
 QString MonitorPanel::stateText() const {
     const QString address = QString::fromStdString(utf8FromWindows1252(project_.IP));
     if (!monitor_->isRunning())
-        return tr("Off");
+        return tr("Stopped");
     if (!monitor_->failure().isEmpty())
         return tr("%1: %2. Tries again after %3.")
             .arg(address, monitor_->failure(), QString::fromStdString(secondsText(monitor_->pause())));
     if (items_.empty())
-        return tr("Asks %1").arg(address);
+        return tr("Connecting to %1 …").arg(address);
+    const QString reading =
+        tr("Reading %1 every %2").arg(address, QString::fromStdString(secondsText(monitor_->interval())));
     const std::string beyond = unreachableItems(items_);
     if (beyond.empty())
-        return tr("Reads %1").arg(address);
-    return tr("Reads %1, but for items that the address map puts beyond 0 to 65535: %2")
-        .arg(address, QString::fromStdString(beyond));
+        return reading;
+    return tr("%1, except items that the address map puts beyond 0 to 65535: %2")
+        .arg(reading, QString::fromStdString(beyond));
 }
 
 bool MonitorPanel::isMarked(std::size_t row) const {

@@ -4,11 +4,10 @@
 #include "display/forms/PreviewClock.h"
 #include "items/ItemTexts.h"
 #include "link/forms/DisplayMonitor.h"
-#include "model/Place.h"
+#include "widgets/ProjectPanel.h"
 #include "widgets/RowsTable.h"
 
 #include <QTimer>
-#include <QWidget>
 
 #include <functional>
 #include <optional>
@@ -26,9 +25,9 @@ namespace orvista {
 class PanelView;
 class SeenDelay;
 
-/// The panel "Display Monitor": what the display holds for each item, read again and again, and beside it the
-/// LED panel as the display should show it.
-class MonitorPanel final : public QWidget {
+/// The panel "Display Monitor": what the display holds for each item, read repeatedly, and beside it the
+/// LED panel as the display should show it. It reads no more without a project, and when the window is gone.
+class MonitorPanel final : public ProjectPanel {
     Q_OBJECT
 public:
     /// \param columns of the display, 1 to PanelSize::maximumColumns
@@ -39,22 +38,18 @@ public:
 
     DisplayMonitor& monitor() { return *monitor_; }
     void setColumns(int columns);
-    /// The project in memory is another, or may be.
-    void projectChanged();
-    /// Marks the rows of items that are not applied.
-    void markNotApplied();
+    void follow() override;
+    void markNotApplied() override;
 
 signals:
-    /// A row was chosen by Enter or a double click.
-    void placeChosen(const orvista::Place& place);
-    /// The user left the chosen row.
-    void rowLeft();
     /// The tester's boxes are to be ticked as these items are on.
     void takeAsked(const std::vector<orvista::DisplayItem>& items);
 
 protected:
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     /// When an item was last seen to have changed.
@@ -70,7 +65,7 @@ private:
     void btnMonitorStop_Click();
     void btnMonitorTake_Click();
 
-    void follow();
+    void showReading();
     void readProject();
     void noteChanges();
     void showState();

@@ -32,12 +32,13 @@ frmSheetErrors::frmSheetErrors(const QString& file, const SheetErrors& errors, Q
     : QDialog(parent) {
     setObjectName(QStringLiteral("frmSheetErrors"));
     setWindowTitle(tr("Import"));
-    QString text = tr("%1 was not imported, and nothing was changed. The head is row 1:").arg(file);
+    QString text = tr("%1 was not imported; the project is unchanged. (Row 1 is the header.)").arg(file);
     if (errors.notListed() > 0)
-        text = tr("%1 was not imported, and nothing was changed. These are the first of %L2 errors; the head "
-                  "is row 1:")
-                   .arg(file)
-                   .arg(errors.count());
+        text =
+            tr("%1 was not imported; the project is unchanged. These are the first of %L2 errors. (Row 1 is "
+               "the header.)")
+                .arg(file)
+                .arg(errors.count());
     auto* const tblErrors = named<RowsTable>(QStringLiteral("tblErrors"),
                                              QStringList{tr("Row"), tr("Column"), tr("What is wrong")});
     tblErrors->setMinimumHeight(tableLines * fontMetrics().lineSpacing());

@@ -31,9 +31,9 @@ frmSheetImport::frmSheetImport(const QString& file, std::vector<SheetChange> cha
     auto* const lblImport = named<QLabel>(QStringLiteral("lblImport"));
     lblImport->setTextFormat(Qt::PlainText);
     lblImport->setWordWrap(true);
-    lblImport->setText(changes_.empty()
-                           ? tr("%1 says what the project has already.").arg(file)
-                           : tr("What %1 says otherwise than the project. Ticked rows are taken.").arg(file));
+    lblImport->setText(
+        changes_.empty() ? tr("%1 contains nothing that is not already in the project.").arg(file)
+                         : tr("Where %1 differs from the project. Ticked rows will be imported.").arg(file));
     list_->setHidden(changes_.empty());
     const OkCancelRow buttons(this);
     buttons.btnOK->setToolTip(tr("Take the ticked texts into the project, in one step that can be undone"));

@@ -74,7 +74,7 @@ void FaultsMenu::addTransferFaults() {
     };
     add("faultFileRefuse", tr("&Refuse That File"), TransferFault::Refuse);
     add("faultFileHangUp", tr("&Hang Up in the Middle of It"), TransferFault::HangUp);
-    add("faultFileStall", tr("&Fall Silent in the Middle of It"), TransferFault::Stall);
+    add("faultFileStall", tr("&Stop Responding Halfway"), TransferFault::Stall);
     connect(transferFaults_, &QActionGroup::triggered, this, [this](const QAction* action) {
         change([action](Faults& faults) {
             faults.transfer = static_cast<TransferFault>(action->data().toInt());

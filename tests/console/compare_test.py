@@ -114,7 +114,7 @@ new.bmp
 + 126 bytes
 pump.bmp
 - {size} bytes
-+ {size + 1} bytes, other ones from byte {size} on
++ {size + 1} bytes, differs from byte {size} onwards
 """)
         mirrored = self.expect(1, "compare", other, display.address).decode()
         self.assertIn("- AnalogInput 200\n+ AnalogInput 100\n", mirrored)

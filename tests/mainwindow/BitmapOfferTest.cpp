@@ -69,7 +69,8 @@ void BitmapOfferTest::saveAsElsewhereOffersWhatStayedBehind() {
     editor.saveAs(editor.other.file("Copy.orx"));
     QVERIFY(editor.isOffered());
     QCOMPARE(editor.find<QLabel>("lblCopyBitmaps")->text(),
-             "2 bitmaps of the messages are only in " + QString::fromStdString(editor.projectFolder.path()));
+             "2 bitmaps used by the messages are missing here but exist in " +
+                 QString::fromStdString(editor.projectFolder.path()));
     QCOMPARE(editor.find<QPushButton>("btnCopyBitmaps")->text(), QStringLiteral("Copy 2 Bitmaps"));
     QVERIFY(!editor.has("pump.bmp"));
     editor.click("btnCopyBitmaps");
@@ -84,7 +85,8 @@ void BitmapOfferTest::oneBitmapIsOneBitmap() {
     writeBytes(editor.other.file("PUMP.BMP"), "new"); // the display knows it in any case
     editor.saveAs(editor.other.file("Copy.orx"));
     QCOMPARE(editor.find<QLabel>("lblCopyBitmaps")->text(),
-             "1 bitmap of the messages is only in " + QString::fromStdString(editor.projectFolder.path()));
+             "1 bitmap used by the messages is missing here but exists in " +
+                 QString::fromStdString(editor.projectFolder.path()));
     QCOMPARE(editor.find<QPushButton>("btnCopyBitmaps")->text(), QStringLiteral("Copy 1 Bitmap"));
 }
 
@@ -181,7 +183,8 @@ void BitmapOfferTest::anImportOffersTheBitmapsBesideTheTable() {
     QVERIFY(allModalsServed());
     QVERIFY(editor.isOffered());
     QCOMPARE(editor.find<QLabel>("lblCopyBitmaps")->text(),
-             "1 bitmap of the messages is only in " + QString::fromStdString(editor.other.path()));
+             "1 bitmap used by the messages is missing here but exists in " +
+                 QString::fromStdString(editor.other.path()));
     editor.click("btnCopyBitmaps");
     QCOMPARE(fileBytes(editor.projectFolder.file("tank.bmp")), std::string("tank"));
     QCOMPARE(fileBytes(editor.projectFolder.file("unused.bmp")), std::string("old"));

@@ -15,41 +15,44 @@ using namespace orvista::testing;
 
 namespace {
 
+/// Tells the action that was dressed by it whether it is lit.
+struct Lamp {
+    void turn(bool lit) {
+        isLit = lit;
+        entry->setChecked(lit);
+    }
+    bool isLit = false;
+    QAction* entry = nullptr;
+};
+
 /// A window with two commands, one of which works on the project, and a control that does so, too.
 struct Window {
     Window() {
-        commands.addMenus(
-            *window.menuBar(),
-            {{"mnuTry",
-              "&Try",
-              {{"miLook", "&Look", Qt::Key_F7, {}, EnablingRules::always, [this] { done << "look"; }},
-               {"miWork",
-                "Work",
-                {},
-                "Works on it",
-                EnablingRules::projectWork,
-                [this] { done << "work"; }}}},
-             {.name = "mnuShow",
-              .caption = "&Show",
-              .commands = {{.name = "miLamp",
-                            .caption = "Lamp",
-                            .enabling = EnablingRules::always,
-                            .run = [this] { turnLamp(!isLit); },
-                            .isCheckable = true}},
-              .restUnderDialogs = true}});
+        commands.addMenus(*window.menuBar(),
+                          {{"mnuTry",
+                            "&Try",
+                            {row("miLook", "&Look", {Qt::Key_F7, Qt::Key_F9}, {}, EnablingRules::always,
+                                 [this] { done << "look"; }),
+                             row("miWork", "Work", {}, "Works on it", EnablingRules::projectWork,
+                                 [this] { done << "work"; })}},
+                           {.name = "mnuShow",
+                            .caption = "&Show",
+                            .commands = {row("miLamp", "Lamp", {}, {}, EnablingRules::always,
+                                             [this] { lamp.turn(!lamp.isLit); },
+                                             {.isCheckable = true,
+                                              .dress = [this](QAction& entry) { lamp.entry = &entry; }}),
+                                         row("miGroup", "Other Group", {}, {}, EnablingRules::always, [] {},
+                                             {.beginsGroup = true})},
+                            .restUnderDialogs = true}});
         commands.observe(EnablingRules::projectWork, [this](bool enabled) { pages.setEnabled(enabled); });
     }
     bool enabled(const char* name) const { return commands.action(name).isEnabled(); }
-    void turnLamp(bool lit) {
-        isLit = lit;
-        commands.action("miLamp").setChecked(lit);
-    }
 
     QMainWindow window;
     QWidget pages;
     ScriptedMessages messages;
     QStringList done;
-    bool isLit = false;
+    Lamp lamp;
     Commands commands{messages, window};
 };
 
@@ -78,10 +81,14 @@ void CommandRowsTest::aRowBecomesAMenuEntry() {
     QCOMPARE(menu->actions().at(1), &work);
     QCOMPARE(look.objectName(), QStringLiteral("miLook"));
     QCOMPARE(look.text(), QStringLiteral("&Look"));
-    QCOMPARE(look.shortcut(), QKeySequence(Qt::Key_F7));
+    QCOMPARE(look.shortcuts(), (QList<QKeySequence>{Qt::Key_F7, Qt::Key_F9}));
     QCOMPARE(look.toolTip(), QStringLiteral("Look"));
     QCOMPARE(work.toolTip(), QStringLiteral("Works on it"));
-    QVERIFY(work.shortcut().isEmpty());
+    QVERIFY(work.shortcuts().isEmpty());
+    const QList<QAction*> shown = window.window.menuBar()->actions().at(1)->menu()->actions();
+    QCOMPARE(shown.size(), 3);
+    QVERIFY(shown.at(1)->isSeparator());
+    QCOMPARE(shown.at(2), &window.commands.action("miGroup"));
 }
 
 void CommandRowsTest::whatWorksOnTheProjectIsEnabledExactlyWhileThePagesAre() {
@@ -118,16 +125,16 @@ void CommandRowsTest::anEntryIsCheckedWhileWhatItTurnsOnIsOn() {
     Window window;
     QAction& entry = window.commands.action("miLamp");
     entry.trigger();
-    QVERIFY(window.isLit && entry.isChecked());
+    QVERIFY(window.lamp.isLit && entry.isChecked());
     {
         QDialog dialog;
         dialog.setModal(true);
         dialog.show();
         entry.trigger();
-        QVERIFY(window.isLit && entry.isChecked());
+        QVERIFY(window.lamp.isLit && entry.isChecked());
     }
     entry.trigger();
-    QVERIFY(!window.isLit && !entry.isChecked());
+    QVERIFY(!window.lamp.isLit && !entry.isChecked());
 }
 
 void CommandRowsTest::thereIsNoCommandOfAnotherName() {

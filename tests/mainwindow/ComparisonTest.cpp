@@ -130,7 +130,7 @@ void ComparisonTest::listsWhatAnotherProjectHasOtherwise() {
     QVERIFY(editor.table()->isVisible());
     QCOMPARE(editor.find<QTabWidget>("tabPanels")->tabText(0), QStringLiteral("Comparison"));
     QCOMPARE(editor.rows(), otherRows);
-    QCOMPARE(editor.summary(), QStringLiteral("4 differences: this project and ") +
+    QCOMPARE(editor.summary(), QStringLiteral("4 differences between this project and ") +
                                    QString::fromStdString(editor.other.file("Other.orx")));
     QVERIFY(editor.messages.shown.empty());
 }
@@ -166,8 +166,8 @@ void ComparisonTest::namesBitmapsThatDiffer() {
     writeBytes(editor.other.file("b.bmp"), "heres");
     writeBytes(editor.other.file("c.bmp"), "there");
     editor.compareWith(editor.other);
-    QCOMPARE(editor.rows(),
-             (QStringList{"b.bmp||4 bytes|5 bytes, other ones from byte 5 on", "c.bmp||not there|5 bytes"}));
+    QCOMPARE(editor.rows(), (QStringList{"b.bmp||4 bytes|5 bytes, differs from byte 5 onwards",
+                                         "c.bmp||not there|5 bytes"}));
     editor.table()->selectAll();
     QVERIFY(!editor.takeTheirs()->isEnabled());
 }
@@ -235,7 +235,7 @@ void ComparisonTest::takesNothingWhereAnEditIsNotApplied() {
     editor.click("btnTakeTheirs");
     QCOMPARE(editor.project.DigitalInput, 100);
     QCOMPARE(editor.project.STDMSG[2], std::string("CLEAR"));
-    QCOMPARE(editor.notice(), QStringLiteral("Apply or discard the edit of STDMSG3 first"));
+    QCOMPARE(editor.notice(), QStringLiteral("Not done: apply or discard the edit of STDMSG3 first."));
 }
 
 void ComparisonTest::followsTheProject() {
@@ -260,7 +260,7 @@ void ComparisonTest::anotherProjectHasNothingToBeComparedWith() {
     editor.messages.answers.push_back(Answer::No);
     editor.newProject("Next");
     QCOMPARE(editor.rows(), QStringList());
-    QCOMPARE(editor.summary(), QStringLiteral("Nothing is compared: see the menu Tools"));
+    QCOMPARE(editor.summary(), QStringLiteral("Nothing to compare yet. Use Tools > Compare."));
 }
 
 void ComparisonTest::rowsOfAnItemThatIsNotAppliedSaySo() {
@@ -285,7 +285,7 @@ void ComparisonTest::comparesWithADisplay() {
     editor.trigger("miToolsCompareDisplay");
     QCOMPARE(editor.rows(), otherRows + QStringList{"only.bmp||not there|5 bytes"});
     QCOMPARE(editor.summary(),
-             QStringLiteral("5 differences: this project and 127.0.0.1:%1").arg(server.port()));
+             QStringLiteral("5 differences between this project and 127.0.0.1:%1").arg(server.port()));
     QVERIFY(editor.messages.shown.empty());
     QCOMPARE(filesBelow(editor.projectFolder.path()), mine);
 }
@@ -359,7 +359,7 @@ void ComparisonTest::verifiesWhatASaveWouldWriteWhereTheProjectIsModified() {
     // In the third block, after "CLEAR": STILL instead of ENDMSG.
     const std::size_t byte = held.find("DEFMSG STDMSG3\r\nCLEAR\r\n") + 24;
     QCOMPARE(editor.rows(),
-             QStringList{QStringLiteral("stdmsg.ilm||%1 bytes|%2 bytes, other ones from byte %3 on")
+             QStringList{QStringLiteral("stdmsg.ilm||%1 bytes|%2 bytes, differs from byte %3 onwards")
                              .arg(QLocale().toString(held.size() + 9), QLocale().toString(held.size()),
                                   QLocale().toString(byte))});
     QVERIFY(editor.summary().startsWith(QStringLiteral("1 of the 5 files")));
@@ -381,7 +381,7 @@ void ComparisonTest::verifyNamesEveryFileThatIsOtherwise() {
     connectTo(server);
     editor.trigger("miToolsVerify");
     QCOMPARE(editor.rows().size(), 3);
-    QCOMPARE(editor.rows()[0], QStringLiteral("a.bmp||7 bytes|7 bytes, other ones from byte 7 on"));
+    QCOMPARE(editor.rows()[0], QStringLiteral("a.bmp||7 bytes|7 bytes, differs from byte 7 onwards"));
     QCOMPARE(editor.rows()[1], QStringLiteral("b.bmp||7 bytes|not there"));
     QVERIFY(editor.rows()[2].startsWith(QStringLiteral("default.pls||")));
     editor.table()->selectAll();

@@ -175,7 +175,8 @@ void DiscardedScriptsTest::anEditInTheWayIsDiscardedAtTheSecondChoiceOnly() {
     QCOMPARE(editor.items(), (QStringList{"STDMSG4", "STDMSG3"}));
     editor.entries().at(0)->trigger();
     QCOMPARE(editor.box()->bytes(), std::string("CLEAR five"));
-    QCOMPARE(editor.notice(), QStringLiteral("STDMSG5 is not applied; once more discards it"));
+    QCOMPARE(editor.notice(),
+             QStringLiteral("STDMSG5 has an edit that is not applied. Go there again to discard it."));
     editor.entries().at(1)->trigger(); // another one
     QCOMPARE(editor.box()->bytes(), std::string("CLEAR five"));
     editor.entries().at(1)->trigger();

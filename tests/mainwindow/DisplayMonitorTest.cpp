@@ -11,6 +11,7 @@
 #include "tests/support/EditorFixture.h"
 #include "tests/support/FreeTransferPort.h"
 #include "tests/support/ModalDriver.h"
+#include "tests/support/NamedItem.h"
 #include "tests/support/SimulatorProcess.h"
 #include "widgets/DeviceTextEdit.h"
 #include "widgets/PanelView.h"
@@ -224,6 +225,8 @@ private slots:
     void stopsOnANewProjectAndOnOpening();
     void stopsOnADownload();
     void stopsWhenTheWindowCloses();
+    void stopsWithoutAProjectAndWithoutItsWindow();
+    void aRowNamesItsPlace();
     void worksByKeyboardAlone();
     void aTechnicianMendsAWrongMessageInTwelveClicks();
 };
@@ -231,15 +234,15 @@ private slots:
 void DisplayMonitorTest::isOffUntilStart() {
     SilentDisplay display;
     const MonitoringEditor editor(display.port());
-    QCOMPARE(editor.state(), QStringLiteral("Off"));
+    QCOMPARE(editor.state(), QStringLiteral("Stopped"));
     QCOMPARE(editor.shown().rowCount(), 0);
     QVERIFY(!editor.find<QPushButton>("btnMonitorStop")->isEnabled());
     QVERIFY(!editor.find<QPushButton>("btnMonitorTake")->isEnabled());
     editor.click("btnMonitorStart");
     QTRY_COMPARE(display.clients.size(), 1U);
-    QCOMPARE(editor.state(), QStringLiteral("Asks 127.0.0.1"));
+    QCOMPARE(editor.state(), QStringLiteral("Connecting to 127.0.0.1 \u2026"));
     editor.click("btnMonitorStop");
-    QCOMPARE(editor.state(), QStringLiteral("Off"));
+    QCOMPARE(editor.state(), QStringLiteral("Stopped"));
     QTRY_COMPARE(display.clients.front()->state(), QAbstractSocket::UnconnectedState);
 }
 
@@ -253,7 +256,7 @@ void DisplayMonitorTest::showsWhatTheDisplayHolds() {
                    assignedWrites({"RegVar1=123.456", "CoilVar32=on"}, &editor.project));
     editor.click("btnMonitorStart");
     QTRY_COMPARE(editor.shown().rowCount(), 156);
-    QCOMPARE(editor.state(), QStringLiteral("Reads 127.0.0.1"));
+    QCOMPARE(editor.state(), QStringLiteral("Reading 127.0.0.1 every 0.5 s"));
     QCOMPARE(editor.row(QStringLiteral("STDMSG3")), QStringLiteral("322|ON|0001|Level"));
     QCOMPARE(editor.row(QStringLiteral("STDMSG4")), QStringLiteral("323|OFF|0000|"));
     QCOMPARE(editor.row(QStringLiteral("ALTMSG20")), QStringLiteral("319|ON|0001|"));
@@ -370,9 +373,10 @@ void DisplayMonitorTest::namesItemsThatNoRequestReaches() {
     MonitoringEditor editor(display.modbusPort());
     editor.project.DigitalInput = 65530;
     editor.click("btnMonitorStart");
-    QTRY_COMPARE(editor.state(),
-                 QStringLiteral("Reads 127.0.0.1, but for items that the address map puts beyond "
-                                "0 to 65535: CoilVar7 to CoilVar32"));
+    QTRY_COMPARE(
+        editor.state(),
+        QStringLiteral("Reading 127.0.0.1 every 0.5 s, except items that the address map puts beyond "
+                       "0 to 65535: CoilVar7 to CoilVar32"));
     QCOMPARE(editor.row(QStringLiteral("CoilVar6")), QStringLiteral("65535|OFF|0000|OFF"));
     QCOMPARE(editor.row(QStringLiteral("CoilVar7")), QStringLiteral("65536|no address||"));
 }
@@ -471,7 +475,7 @@ void DisplayMonitorTest::comesBackWhenTheDisplayDoes() {
     QTRY_VERIFY(editor.state().contains(QStringLiteral("refused")));
     std::optional<SimulatorProcess> display;
     display.emplace(QStringList{"--modbus-port", QString::number(port)});
-    QTRY_COMPARE(editor.state(), QStringLiteral("Reads 127.0.0.1"));
+    QTRY_COMPARE(editor.state(), QStringLiteral("Reading 127.0.0.1 every 0.5 s"));
     QCOMPARE(editor.shown().rowCount(), 156);
 }
 
@@ -480,7 +484,7 @@ void DisplayMonitorTest::whatWasReadStaysWhenTheDisplayGoesAway() {
     const MonitoringEditor editor(display->modbusPort());
     writeToDisplay(at(display->modbusPort()), switchWrites(editor.project, {"STDMSG3"}, {}));
     editor.click("btnMonitorStart");
-    QTRY_COMPARE(editor.state(), QStringLiteral("Reads 127.0.0.1"));
+    QTRY_COMPARE(editor.state(), QStringLiteral("Reading 127.0.0.1 every 0.5 s"));
     display.reset();
     QTRY_VERIFY(editor.state().contains(QStringLiteral("Tries again after")));
     QCOMPARE(editor.shown().rowCount(), 156);
@@ -585,12 +589,12 @@ void DisplayMonitorTest::stopsOnANewProjectAndOnOpening() {
     QTRY_COMPARE(editor.shown().rowCount(), 156);
     editor.messages.answers.push_back(Answer::No);
     editor.newProject("Other");
-    QCOMPARE(editor.state(), QStringLiteral("Off"));
+    QCOMPARE(editor.state(), QStringLiteral("Stopped"));
     editor.trigger("miFileSave");
     editor.click("btnMonitorStart");
-    QVERIFY(editor.state() != QStringLiteral("Off"));
+    QVERIFY(editor.state() != QStringLiteral("Stopped"));
     editor.openProject("Other");
-    QCOMPARE(editor.state(), QStringLiteral("Off"));
+    QCOMPARE(editor.state(), QStringLiteral("Stopped"));
 }
 
 void DisplayMonitorTest::stopsOnADownload() {
@@ -601,17 +605,17 @@ void DisplayMonitorTest::stopsOnADownload() {
     editor.window->useTransfer(transfer);
     editor.trigger("miFileSave");
     editor.click("btnMonitorStart");
-    QTRY_COMPARE(editor.state(), QStringLiteral("Reads 127.0.0.1"));
+    QTRY_COMPARE(editor.state(), QStringLiteral("Reading 127.0.0.1 every 0.5 s"));
     // Without a project for the files nothing is downloaded.
     editor.trigger("miLinkDownload");
-    QCOMPARE(editor.state(), QStringLiteral("Reads 127.0.0.1"));
+    QCOMPARE(editor.state(), QStringLiteral("Reading 127.0.0.1 every 0.5 s"));
     // A cancelled connection goes on with what lies in the folder.
     editor.chooser.newProjects.push_back(editor.projectNamed("Fetched"));
     onModal(QStringLiteral("frmConnection"), [](QWidget* dialog) { dialog->close(); });
     editor.trigger("miLinkDownload");
     QVERIFY(allModalsServed());
     QCOMPARE(editor.title(), QStringLiteral("Orvista Message Editor - [Fetched*]"));
-    QCOMPARE(editor.state(), QStringLiteral("Off"));
+    QCOMPARE(editor.state(), QStringLiteral("Stopped"));
     QVERIFY(!editor.window->findChild<MonitorPanel*>()->monitor().isRunning());
     editor.window.reset();
 }
@@ -625,6 +629,28 @@ void DisplayMonitorTest::stopsWhenTheWindowCloses() {
     QVERIFY(editor.window->close());
     QVERIFY(!editor.window->findChild<MonitorPanel*>()->monitor().isRunning());
     QTRY_COMPARE(display.clients.front()->state(), QAbstractSocket::UnconnectedState);
+}
+
+void DisplayMonitorTest::stopsWithoutAProjectAndWithoutItsWindow() {
+    Watched watched;
+    QVERIFY(watched.panel.monitor().isRunning());
+    watched.panel.setEnabled(false);
+    QVERIFY(!watched.panel.monitor().isRunning());
+    watched.panel.setEnabled(true);
+    QVERIFY(!watched.panel.monitor().isRunning());
+    watched.shown.find<QPushButton>("btnMonitorStart")->click();
+    QVERIFY(watched.panel.monitor().isRunning());
+    watched.panel.hide();
+    QVERIFY(!watched.panel.monitor().isRunning());
+}
+
+void DisplayMonitorTest::aRowNamesItsPlace() {
+    Watched watched;
+    QSignalSpy chosen(&watched.panel, &ProjectPanel::placeChosen);
+    QTRY_VERIFY(watched.shown.rowCount() > 0);
+    watched.shown.enter(QStringLiteral("ALTMSG2"));
+    QCOMPARE(chosen.size(), 1);
+    QCOMPARE(chosen.front().front().value<Place>(), (Place{named("ALTMSG2"), 0}));
 }
 
 void DisplayMonitorTest::worksByKeyboardAlone() {
@@ -643,7 +669,7 @@ void DisplayMonitorTest::worksByKeyboardAlone() {
     auto* const stop = editor.find<QPushButton>("btnMonitorStop");
     stop->setFocus();
     QTest::keyClick(stop, Qt::Key_Return);
-    QCOMPARE(editor.state(), QStringLiteral("Off"));
+    QCOMPARE(editor.state(), QStringLiteral("Stopped"));
     QCOMPARE(focused(), QStringLiteral("btnMonitorStart"));
 }
 

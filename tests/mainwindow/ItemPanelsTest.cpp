@@ -237,7 +237,8 @@ void ItemPanelsTest::anEditThatWouldBeLostIsDiscardedByTheSecondEnterOnly() {
     table.setFocus();
     table.selectRow(2);
     QTest::keyClick(&table, Qt::Key_Return);
-    QCOMPARE(editor.notice(), QStringLiteral("STDMSG1 is not applied; once more discards it"));
+    QCOMPARE(editor.notice(),
+             QStringLiteral("STDMSG1 has an edit that is not applied. Go there again to discard it."));
     QCOMPARE(editor.text("txtMsgName"), QStringLiteral("STDMSG1"));
     QTest::keyClick(&table, Qt::Key_Return);
     QCOMPARE(editor.text("txtMsgName"), QStringLiteral("STDMSG3"));

@@ -1,4 +1,5 @@
 #include "mainwindow/Navigator.h"
+#include "check/forms/FindingsPanel.h"
 #include "mainwindow/PanelDock.h"
 #include "tests/support/EditorFixture.h"
 #include "tests/support/NamedItem.h"
@@ -20,8 +21,7 @@ struct Guided : EditorFixture {
         project.STDMSG[11] = "CLEAR\r\nSTR(0,0,RED,BLACK)one\r\nIN GO-RIGHT";
         navigator = window->findChild<Navigator*>();
         auto* const dock = find<PanelDock>("dockPanels");
-        dock->addPanel({"rows", "Rows", [] { return new QLineEdit; }});
-        dock->open("rows");
+        dock->open<FindingsPanel>();
     }
     int page() const { return find<QTabWidget>("tabDetails")->currentIndex(); }
     QString node(const char* tree) const { return find<QTreeWidget>(tree)->currentItem()->text(0); }
@@ -107,7 +107,8 @@ void NavigatorTest::anEditThatWouldBeLostIsDiscardedAtTheSecondCallOnly() {
     Guided editor;
     editor.editMessage("R3");
     editor.navigator->goTo({named("STDMSG12"), 1});
-    QCOMPARE(editor.notice(), QStringLiteral("STDMSG3 is not applied; once more discards it"));
+    QCOMPARE(editor.notice(),
+             QStringLiteral("STDMSG3 has an edit that is not applied. Go there again to discard it."));
     QCOMPARE(editor.text("txtMsgName"), QStringLiteral("STDMSG3"));
     editor.navigator->goTo({named("STDMSG12"), 1});
     QCOMPARE(editor.text("txtMsgName"), QStringLiteral("STDMSG12"));

@@ -303,7 +303,7 @@ void ProjectChangesTest::anEditThatIsNotAppliedStopsEveryChangeOfItsItem() {
     Changed editor;
     editor.apply("R3", QStringLiteral("x"));
     editor.typeInto("R3", QStringLiteral("y"));
-    const QString first = QStringLiteral("Apply or discard the edit of STDMSG3 first");
+    const QString first = QStringLiteral("Not done: apply or discard the edit of STDMSG3 first.");
     editor.trigger("miEditUndo");
     QCOMPARE(editor.notice(), first);
     QCOMPARE(editor.project.STDMSG[2], std::string("xCLEAR"));
@@ -343,7 +343,8 @@ void ProjectChangesTest::newAddressesThatAreTypedStopAChangeOfTheAddresses() {
     editor.click("btnModBusApply");
     editor.type("txtNewDIAddr", QStringLiteral("9"));
     editor.trigger("miEditUndo");
-    QCOMPARE(editor.notice(), QStringLiteral("Apply or discard the edit of the address map first"));
+    QCOMPARE(editor.notice(),
+             QStringLiteral("Not done: apply or discard the edit of the address map first."));
     QCOMPARE(editor.project.AlertMessage, 500);
     QCOMPARE(editor.text("txtNewDIAddr"), QStringLiteral("9"));
 }

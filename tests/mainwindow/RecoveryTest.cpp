@@ -288,7 +288,7 @@ void RecoveryTest::restoresAProjectWithItsTexts() {
         const QString path = QString::fromStdString(folder + PathRules::native().separator + "Line3");
         QCOMPARE(rowsOf(dialog), QStringList{path + "|was never saved; STDMSG7; not applied: ALTMSG2"});
         QCOMPARE(dialog->findChild<QLabel*>("lblRestore")->text(),
-                 "Work that was neither saved nor given up when the program ended:");
+                 "Unsaved work recovered from earlier sessions:");
         dialog->findChild<QPushButton*>("btnOK")->click();
     });
     editor.trigger("miToolsRestore");
@@ -405,7 +405,7 @@ void RecoveryTest::theDockTellsOnceWhatIsThere() {
     Editor editor(data);
     editor.trigger("miViewPanels");
     QVERIFY(editor.find<QLabel>("lblUnsavedWork")->isVisible());
-    QCOMPARE(editor.find<QLabel>("lblUnsavedWork")->text(), "There is work that was not saved");
+    QCOMPARE(editor.find<QLabel>("lblUnsavedWork")->text(), "Unsaved work was found");
     onModal("frmRestore", openFirst);
     editor.click("btnUnsavedWork");
     QTRY_COMPARE(editor.project.ProjName, std::string("Line3"));

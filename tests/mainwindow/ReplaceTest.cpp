@@ -121,7 +121,7 @@ void ReplaceTest::everyPlaceIsShownOldAndNew() {
                      "+STDMSG1|2|TEXT 0 0 RED BLACK \"Pump pump\"|TEXT 0 0 RED BLACK \"Valve pump\"",
                      "+STDMSG1|2|TEXT 0 0 RED BLACK \"Pump pump\"|TEXT 0 0 RED BLACK \"Pump Valve\"",
                      "+ALTMSG3|2|TEXT 0 0 RED BLACK \"pump stopped\"|TEXT 0 0 RED BLACK \"Valve stopped\""}));
-        QCOMPARE(count(dialog), QStringLiteral("3 places, 3 ticked"));
+        QCOMPARE(count(dialog), QStringLiteral("3 matches, 3 selected"));
         cancel(dialog);
     });
 }
@@ -147,12 +147,12 @@ void ReplaceTest::placesAreTickedOffByKeysAlone() {
         table.setFocus();
         QTest::keyClick(&table, Qt::Key_Down);
         QTest::keyClick(&table, Qt::Key_Space);
-        QCOMPARE(count(dialog), QStringLiteral("3 places, 2 ticked"));
+        QCOMPARE(count(dialog), QStringLiteral("3 matches, 2 selected"));
         QTest::keyClick(&table, Qt::Key_Down, Qt::ShiftModifier);
         QTest::keyClick(&table, Qt::Key_Space); // one of the two was ticked: both are now
-        QCOMPARE(count(dialog), QStringLiteral("3 places, 3 ticked"));
+        QCOMPARE(count(dialog), QStringLiteral("3 matches, 3 selected"));
         QTest::keyClick(&table, Qt::Key_Space);
-        QCOMPARE(count(dialog), QStringLiteral("3 places, 1 ticked"));
+        QCOMPARE(count(dialog), QStringLiteral("3 matches, 1 selected"));
         QTest::keyClick(&table, Qt::Key_Return);
     });
     QCOMPARE(editor.project.STDMSG[0], messageWith("Pump pump"));
@@ -163,10 +163,10 @@ void ReplaceTest::allAndNoneAreTicked() {
     Plant editor;
     editor.replacePump([](QWidget& dialog) {
         press(dialog, "btnReplaceTickNone");
-        QCOMPARE(count(dialog), QStringLiteral("3 places, 0 ticked"));
+        QCOMPARE(count(dialog), QStringLiteral("3 matches, 0 selected"));
         QVERIFY(!in<QPushButton>(dialog, "btnOK").isEnabled());
         press(dialog, "btnReplaceTickAll");
-        QCOMPARE(count(dialog), QStringLiteral("3 places, 3 ticked"));
+        QCOMPARE(count(dialog), QStringLiteral("3 matches, 3 selected"));
         QVERIFY(in<QPushButton>(dialog, "btnOK").isEnabled());
         cancel(dialog);
     });
@@ -177,7 +177,7 @@ void ReplaceTest::caseIsMatchedWhenAskedFor() {
     editor.replace([](QWidget& dialog) {
         type(dialog, QStringLiteral("Pump"), QStringLiteral("Valve"));
         QTest::keyClick(&in<QCheckBox>(dialog, "chkReplaceCase"), Qt::Key_Space);
-        QCOMPARE(count(dialog), QStringLiteral("1 place, 1 ticked"));
+        QCOMPARE(count(dialog), QStringLiteral("1 match, 1 selected"));
         cancel(dialog);
     });
 }
@@ -221,7 +221,7 @@ void ReplaceTest::messagesThatAreNotAppliedAreNotTicked() {
     editor.showMessage("R1");
     QTest::keyClicks(editor.find<QPlainTextEdit>("txtMsg"), QStringLiteral("x"));
     editor.replacePump([](QWidget& dialog) {
-        QCOMPARE(count(dialog), QStringLiteral("3 places, 1 ticked"));
+        QCOMPARE(count(dialog), QStringLiteral("3 matches, 1 selected"));
         QVERIFY(rows(dialog).first().startsWith(QStringLiteral("-STDMSG1")));
         QVERIFY(rows(dialog).first().endsWith(QStringLiteral(" (not applied)")));
         press(dialog, "btnOK");
@@ -237,7 +237,7 @@ void ReplaceTest::messagesThatAreNotAppliedAreNotTicked() {
         press(dialog, "btnOK");
     });
     QCOMPARE(editor.project.STDMSG[0], messageWith("Pump pump"));
-    QCOMPARE(editor.notice(), QStringLiteral("Apply or discard the edit of STDMSG1 first"));
+    QCOMPARE(editor.notice(), QStringLiteral("Not done: apply or discard the edit of STDMSG1 first."));
 }
 
 void ReplaceTest::nothingFoundIsSaid() {

@@ -67,7 +67,7 @@ void TablesTour::replacesAText() {
         table.setFocus();
         table.selectRow(1);
         QTest::keyClick(&table, Qt::Key_Space);
-        QCOMPARE(dialog.find<QLabel>("lblReplace").text(), "5 places, 4 ticked");
+        QCOMPARE(dialog.find<QLabel>("lblReplace").text(), "5 matches, 4 selected");
         stage_.show(dialog.window(), "replace", "Each place is shown old and new, and can be left out.");
         dialog.click("btnOK");
     });

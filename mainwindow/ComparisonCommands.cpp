@@ -1,8 +1,7 @@
-#include "mainwindow/ComparisonTools.h"
+#include "mainwindow/ComparisonCommands.h"
 
 #include "link/TransferCommands.h"
 #include "link/TransferredFiles.h"
-#include "mainwindow/Navigator.h"
 #include "mainwindow/PanelDock.h"
 #include "mainwindow/ProjectChanges.h"
 #include "model/DeviceFiles.h"
@@ -18,8 +17,6 @@
 namespace orvista {
 
 namespace {
-
-constexpr const char* comparisonPanel = "comparison";
 
 /// Passes on what the core has to say, and knows whether it had: what was read is not whole then.
 class HeardMessages final : public Messages {
@@ -79,65 +76,21 @@ void withFiles(Messages& messages, const std::function<void()>& work) {
 
 } // namespace
 
-ComparisonTools::ComparisonTools(World world, ProjectChanges& changes, Navigator& navigator, PanelDock& dock,
-                                 QObject* parent)
-    : QObject(parent), world_(std::move(world)), changes_(changes), navigator_(navigator), dock_(dock) {
-    dock_.addPanel({comparisonPanel, tr("Comparison"), [this] { return makePanel(); }});
+ComparisonCommands::ComparisonCommands(World world, ProjectChanges& changes, PanelDock& dock, QObject* parent)
+    : QObject(parent), world_(std::move(world)), changes_(changes), dock_(dock) {}
+
+ComparisonPanel& ComparisonCommands::openPanel() {
+    auto& panel = dock_.open<ComparisonPanel>();
+    connect(&panel, &ComparisonPanel::takeWanted, this, &ComparisonCommands::takeOver, Qt::UniqueConnection);
+    return panel;
 }
 
-QWidget* ComparisonTools::makePanel() {
-    panel_ = new ComparisonPanel(project(), [this] { return navigator_.notAppliedItems(); });
-    connect(panel_, &ComparisonPanel::placeChosen, &navigator_, &Navigator::goTo);
-    connect(panel_, &ComparisonPanel::rowLeft, &navigator_, &Navigator::forget);
-    connect(panel_, &ComparisonPanel::takeWanted, this, &ComparisonTools::takeOver);
-    return panel_;
-}
-
-ComparisonPanel& ComparisonTools::openPanel() {
-    dock_.open(comparisonPanel);
-    return *panel_;
-}
-
-std::vector<CommandRow> ComparisonTools::toolsEntries() {
-    return {{.name = "miToolsCompareDisplay",
-             .caption = tr("Compare with &Display…"),
-             .toolTip = tr("List what a display holds otherwise"),
-             .enabling = EnablingRules::projectWork,
-             .run = [this] { miToolsCompareDisplay_Click(); },
-             .beginsGroup = true},
-            {.name = "miToolsCompareProject",
-             .caption = tr("Compare with &Project…"),
-             .toolTip = tr("List what another project has otherwise"),
-             .enabling = EnablingRules::projectWork,
-             .run = [this] { miToolsCompareProject_Click(); }},
-            {.name = "miToolsVerify",
-             .caption = tr("&Verify Display…"),
-             .toolTip = tr("Hold every byte that an upload sends against what a display has"),
-             .enabling = EnablingRules::projectWork,
-             .run = [this] { miToolsVerify_Click(); }}};
-}
-
-void ComparisonTools::projectChanged() {
-    if (panel_)
-        panel_->followProject();
-}
-
-void ComparisonTools::markNotApplied() {
-    if (panel_)
-        panel_->markNotApplied();
-}
-
-void ComparisonTools::forget() {
-    if (panel_)
-        panel_->forget();
-}
-
-void ComparisonTools::takeOver(const std::vector<ItemState>& states) {
+void ComparisonCommands::takeOver(const std::vector<ItemState>& states) {
     if (changes_.change(tr("Take Theirs"), states) && !theirFolder_.empty())
         emit itemsCameFrom(theirFolder_);
 }
 
-void ComparisonTools::miToolsCompareDisplay_Click() {
+void ComparisonCommands::miToolsCompareDisplay_Click() {
     const DocMgrModule::FileContext context = world_.lifecycle.fileContext();
     withFiles(context.messages, [&] {
         const ScratchFolder fetched;
@@ -152,7 +105,7 @@ void ComparisonTools::miToolsCompareDisplay_Click() {
     });
 }
 
-void ComparisonTools::miToolsCompareProject_Click() {
+void ComparisonCommands::miToolsCompareProject_Click() {
     const DocMgrModule::FileContext context = world_.lifecycle.fileContext();
     const auto chosen = world_.chooser.chooseExistingProject();
     if (!chosen)
@@ -169,7 +122,7 @@ void ComparisonTools::miToolsCompareProject_Click() {
     });
 }
 
-void ComparisonTools::miToolsVerify_Click() {
+void ComparisonCommands::miToolsVerify_Click() {
     const DocMgrModule::FileContext context = world_.lifecycle.fileContext();
     withFiles(context.messages, [&] {
         const ScratchFolder saved;

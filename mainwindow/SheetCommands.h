@@ -1,6 +1,5 @@
 #pragma once
 
-#include "mainwindow/Commands.h"
 #include "model/ProjectLifecycle.h"
 #include "sheets/Sheet.h"
 #include "sheets/SheetChange.h"
@@ -14,16 +13,20 @@ namespace orvista {
 class PanelDock;
 class ProjectChanges;
 
-/// The entries of the Tools menu that write the project's addresses, messages and variables as tables, and
+/// The commands of the Tools menu that write the project's addresses, messages and variables as tables, and
 /// take such tables in.
-class SheetTools final : public QObject {
+class SheetCommands final : public QObject {
     Q_OBJECT
 public:
-    /// All must outlive the entries.
-    SheetTools(const DocMgrModule::ProjectLifecycle& lifecycle, ProjectChanges& changes, PanelDock& dock,
-               QWidget& window);
+    /// All must outlive the commands.
+    SheetCommands(const DocMgrModule::ProjectLifecycle& lifecycle, ProjectChanges& changes, PanelDock& dock,
+                  QWidget& window);
 
-    std::vector<CommandRow> rows();
+    void miToolsExportAddresses_Click();
+    void miToolsExportMessages_Click();
+    void miToolsImportMessages_Click();
+    void miToolsExportVariables_Click();
+    void miToolsImportVariables_Click();
     /// Shows what the table of messages or variables would change, and takes what the user chooses.
     /// \param path UTF-8
     void importAny(const std::string& path);
@@ -33,12 +36,6 @@ signals:
     void itemsCameFrom(const std::string& folder);
 
 private:
-    void miToolsExportAddresses_Click();
-    void miToolsExportMessages_Click();
-    void miToolsImportMessages_Click();
-    void miToolsExportVariables_Click();
-    void miToolsImportVariables_Click();
-
     QString proposedName(const QString& subject) const;
     void write(const std::string& path, const std::string& bytes);
     void chooseAndImport(SheetSubject subject);

@@ -1,4 +1,4 @@
-#include "mainwindow/UndoEntries.h"
+#include "mainwindow/UndoCommands.h"
 
 #include "mainwindow/ProjectChanges.h"
 
@@ -18,10 +18,6 @@ namespace orvista {
 
 namespace {
 
-constexpr QKeyCombination undoKey = Qt::CTRL | Qt::Key_Z;
-constexpr QKeyCombination redoKey = Qt::CTRL | Qt::Key_Y;
-constexpr QKeyCombination otherRedoKey = Qt::CTRL | Qt::SHIFT | Qt::Key_Z;
-
 /// What undoes and redoes where keys go to `focused`: text that can be typed into it, or that is only shown
 /// there. Null for everything else.
 QWidget* textOf(QWidget* focused) {
@@ -34,46 +30,34 @@ QWidget* textOf(QWidget* focused) {
     return nullptr;
 }
 
+/// Ends the entry's present caption with each name that the signal brings.
+void nameStep(QAction& entry, const QUndoStack& steps, void (QUndoStack::*nameChanged)(const QString&)) {
+    QObject::connect(&steps, nameChanged, &entry, [&entry, word = entry.text()](const QString& step) {
+        entry.setText(step.isEmpty() ? word : word + u' ' + step);
+    });
+}
+
 bool isTypedInto(const QWidget& text) {
     return !text.property("readOnly").toBool();
 }
 
 } // namespace
 
-UndoEntries::UndoEntries(ProjectChanges& changes, Commands& commands, QWidget& window)
-    : QObject(&window), changes_(changes), commands_(commands), window_(window) {
+UndoCommands::UndoCommands(const ProjectChanges& changes, QWidget& window)
+    : QObject(&window), changes_(changes), window_(window) {
     connect(qApp, &QApplication::focusChanged, this,
             [this](QWidget* /*before*/, QWidget* now) { watch(now); });
 }
 
-std::vector<CommandRow> UndoEntries::rows() {
-    return {{.name = "miEditUndo",
-             .caption = tr("Undo"),
-             .shortcut = undoKey,
-             .toolTip = tr("Take back the last change of the project"),
-             .enabling = EnablingRules::projectWork,
-             .run = [this] { changes_.undo(); }},
-            {.name = "miEditRedo",
-             .caption = tr("Redo"),
-             .shortcut = redoKey,
-             .toolTip = tr("Make the change again that was taken back"),
-             .enabling = EnablingRules::projectWork,
-             .run = [this] { changes_.redo(); },
-             .otherKey = otherRedoKey}};
+void UndoCommands::nameUndoStep(QAction& entry) const {
+    nameStep(entry, changes_.steps(), &QUndoStack::undoTextChanged);
 }
 
-void UndoEntries::followSteps() {
-    const auto name = [this](const char* entry, const QString& word) {
-        return [action = &commands_.action(entry), word](const QString& step) {
-            action->setText(step.isEmpty() ? word : word + u' ' + step);
-        };
-    };
-    const QUndoStack& steps = changes_.steps();
-    connect(&steps, &QUndoStack::undoTextChanged, this, name("miEditUndo", tr("Undo")));
-    connect(&steps, &QUndoStack::redoTextChanged, this, name("miEditRedo", tr("Redo")));
+void UndoCommands::nameRedoStep(QAction& entry) const {
+    nameStep(entry, changes_.steps(), &QUndoStack::redoTextChanged);
 }
 
-void UndoEntries::watch(QWidget* focused) {
+void UndoCommands::watch(QWidget* focused) {
     if (watched_)
         watched_->removeEventFilter(this);
     watched_ = focused && window_.isAncestorOf(focused) && textOf(focused) ? focused : nullptr;
@@ -81,7 +65,7 @@ void UndoEntries::watch(QWidget* focused) {
         watched_->installEventFilter(this);
 }
 
-bool UndoEntries::eventFilter(QObject* watched, QEvent* event) {
+bool UndoCommands::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() != QEvent::ShortcutOverride && event->type() != QEvent::KeyPress)
         return QObject::eventFilter(watched, event);
     const QKeyCombination key = static_cast<QKeyEvent*>(event)->keyCombination();

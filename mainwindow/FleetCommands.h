@@ -2,25 +2,23 @@
 
 #include "model/ProjectLifecycle.h"
 
+#include <QObject>
+
 class QWidget;
 
 namespace orvista {
 
-struct CommandRow;
-
 /// Tools > Upload to Several Displays…: saves first, as Upload does, then hands the work to `orvista`, which
 /// lies beside the program.
-class SeveralDisplays final {
+class FleetCommands final : public QObject {
+    Q_OBJECT
 public:
     /// Both must outlive the command.
-    SeveralDisplays(DocMgrModule::ProjectLifecycle& lifecycle, QWidget& window)
-        : lifecycle_(lifecycle), window_(window) {}
+    FleetCommands(DocMgrModule::ProjectLifecycle& lifecycle, QWidget& window);
 
-    CommandRow toolsEntry();
-
-private:
     void miToolsSeveral_Click();
 
+private:
     DocMgrModule::ProjectLifecycle& lifecycle_;
     QWidget& window_;
 };

@@ -1,7 +1,6 @@
-#include "mainwindow/SeveralDisplays.h"
+#include "mainwindow/FleetCommands.h"
 
 #include "link/forms/frmSeveralDisplays.h"
-#include "mainwindow/Commands.h"
 #include "mainwindow/ProgramBeside.h"
 #include "model/Files.h"
 
@@ -10,15 +9,10 @@
 
 namespace orvista {
 
-CommandRow SeveralDisplays::toolsEntry() {
-    return {.name = "miToolsSeveral",
-            .caption = QObject::tr("&Upload to Several Displays…"),
-            .toolTip = QObject::tr("Send the project to the displays of a list, many at once"),
-            .enabling = EnablingRules::projectWork,
-            .run = [this] { miToolsSeveral_Click(); }};
-}
+FleetCommands::FleetCommands(DocMgrModule::ProjectLifecycle& lifecycle, QWidget& window)
+    : QObject(&window), lifecycle_(lifecycle), window_(window) {}
 
-void SeveralDisplays::miToolsSeveral_Click() {
+void FleetCommands::miToolsSeveral_Click() {
     const Project& project = lifecycle_.project();
     if (project.modified && lifecycle_.SaveCommand() != DocMgrModule::SaveOutcome::Saved)
         return;

@@ -1,4 +1,4 @@
-#include "mainwindow/SheetTools.h"
+#include "mainwindow/SheetCommands.h"
 
 #include "items/AddressList.h"
 #include "mainwindow/PanelDock.h"
@@ -38,15 +38,15 @@ std::optional<std::string> addressListFor(const std::string& path, const Project
         return addressHtml(rows, project);
     if (endsWith(".pdf"))
         return addressPdf(addressHtmlBody(rows, project),
-                          SheetTools::tr("Addresses of %1").arg(shownPath(project.ProjName)))
+                          SheetCommands::tr("Addresses of %1").arg(shownPath(project.ProjName)))
             .toStdString();
     return std::nullopt;
 }
 
 } // namespace
 
-SheetTools::SheetTools(const DocMgrModule::ProjectLifecycle& lifecycle, ProjectChanges& changes,
-                       PanelDock& dock, QWidget& window)
+SheetCommands::SheetCommands(const DocMgrModule::ProjectLifecycle& lifecycle, ProjectChanges& changes,
+                             PanelDock& dock, QWidget& window)
     : QObject(&window),
       lifecycle_(lifecycle),
       project_(lifecycle.project()),
@@ -55,38 +55,11 @@ SheetTools::SheetTools(const DocMgrModule::ProjectLifecycle& lifecycle, ProjectC
       dock_(dock),
       window_(window) {}
 
-std::vector<CommandRow> SheetTools::rows() {
-    const auto row = [this](const char* name, const QString& caption, const QString& toolTip,
-                            void (SheetTools::*click)()) {
-        return CommandRow{.name = name,
-                          .caption = caption,
-                          .toolTip = toolTip,
-                          .enabling = EnablingRules::projectWork,
-                          .run = [this, click] { (this->*click)(); }};
-    };
-    std::vector<CommandRow> rows = {
-        row("miToolsExportAddresses", tr("Export &Address List…"),
-            tr("Write where every variable and message lies, for the PLC programmer: CSV, HTML or PDF"),
-            &SheetTools::miToolsExportAddresses_Click),
-        row("miToolsExportMessages", tr("Export &Messages…"), tr("Write all messages as a table"),
-            &SheetTools::miToolsExportMessages_Click),
-        row("miToolsImportMessages", tr("&Import Messages…"),
-            tr("Take messages from a table, after a look at old and new"),
-            &SheetTools::miToolsImportMessages_Click),
-        row("miToolsExportVariables", tr("&Export Variables…"), tr("Write all variables as a table"),
-            &SheetTools::miToolsExportVariables_Click),
-        row("miToolsImportVariables", tr("Import Variab&les…"),
-            tr("Take variables from a table, after a look at old and new"),
-            &SheetTools::miToolsImportVariables_Click)};
-    rows.front().beginsGroup = true;
-    return rows;
-}
-
-QString SheetTools::proposedName(const QString& subject) const {
+QString SheetCommands::proposedName(const QString& subject) const {
     return shownPath(project_.ProjName) + u' ' + subject;
 }
 
-void SheetTools::miToolsExportAddresses_Click() {
+void SheetCommands::miToolsExportAddresses_Click() {
     const auto chosen =
         chooseFileToWrite({tr("Export Address List"),
                            {tr("Table (*.csv)"), tr("Web page (*.html)"), tr("PDF to print (*.pdf)")},
@@ -101,7 +74,7 @@ void SheetTools::miToolsExportAddresses_Click() {
         messages_.show(MessageIcon::Exclamation, chosen->path + " does not end in .csv, .html or .pdf");
 }
 
-void SheetTools::miToolsExportMessages_Click() {
+void SheetCommands::miToolsExportMessages_Click() {
     const auto chosen = chooseFileToWrite(
         {tr("Export Messages"),
          {tr("Scripts, a row for each message (*.csv)"), tr("Pages, a row for each page (*.csv)")},
@@ -119,10 +92,10 @@ void SheetTools::miToolsExportMessages_Click() {
     for (const std::string& message : sheet.mendedLineEnds)
         mended << QString::fromStdString(message);
     if (!mended.isEmpty())
-        dock_.showNotice(tr("%1: a line end of one character is CR LF in the table").arg(mended.join(u' ')));
+        dock_.showNotice(tr("%1: lone CR or LF was written as CR LF").arg(mended.join(u' ')));
 }
 
-void SheetTools::miToolsExportVariables_Click() {
+void SheetCommands::miToolsExportVariables_Click() {
     const auto chosen = chooseFileToWrite({tr("Export Variables"),
                                            {tr("Variables (*.csv)")},
                                            project_.ProjPath,
@@ -132,7 +105,7 @@ void SheetTools::miToolsExportVariables_Click() {
         write(chosen->path, variableSheet(project_));
 }
 
-void SheetTools::write(const std::string& path, const std::string& bytes) {
+void SheetCommands::write(const std::string& path, const std::string& bytes) {
     try {
         replaceFile(path, bytes);
     } catch (const std::system_error&) {
@@ -140,15 +113,15 @@ void SheetTools::write(const std::string& path, const std::string& bytes) {
     }
 }
 
-void SheetTools::miToolsImportMessages_Click() {
+void SheetCommands::miToolsImportMessages_Click() {
     chooseAndImport(SheetSubject::Messages);
 }
 
-void SheetTools::miToolsImportVariables_Click() {
+void SheetCommands::miToolsImportVariables_Click() {
     chooseAndImport(SheetSubject::Variables);
 }
 
-void SheetTools::chooseAndImport(SheetSubject subject) {
+void SheetCommands::chooseAndImport(SheetSubject subject) {
     const bool messages = subject == SheetSubject::Messages;
     const auto chosen = chooseFileToRead({messages ? tr("Import Messages") : tr("Import Variables"),
                                           {tr("Table (*.csv)"), tr("All files (*)")},
@@ -158,11 +131,11 @@ void SheetTools::chooseAndImport(SheetSubject subject) {
         import(chosen->path, subject);
 }
 
-void SheetTools::importAny(const std::string& path) {
+void SheetCommands::importAny(const std::string& path) {
     import(path, std::nullopt);
 }
 
-void SheetTools::import(const std::string& path, std::optional<SheetSubject> subject) {
+void SheetCommands::import(const std::string& path, std::optional<SheetSubject> subject) {
     std::string bytes;
     try {
         bytes = sheetBytes(path);
@@ -175,7 +148,7 @@ void SheetTools::import(const std::string& path, std::optional<SheetSubject> sub
     take(path, variables ? importVariables(bytes, project_) : importMessages(bytes, project_));
 }
 
-void SheetTools::take(const std::string& path, SheetImport sheet) {
+void SheetCommands::take(const std::string& path, SheetImport sheet) {
     if (!sheet.errors.none()) {
         frmSheetErrors(fileName(path), sheet.errors, &window_).exec();
         return;

@@ -50,7 +50,7 @@ const QString unknownInTwelve = QStringLiteral("error|STDMSG12|2|unknown-command
 
 } // namespace
 
-class FindingsPanelTest : public QObject {
+class FindingsTest : public QObject {
     Q_OBJECT
 private slots:
     void toolsCheckOpensThePanel();
@@ -71,7 +71,7 @@ private slots:
     void viewPanelsShowsAndHidesTheDock();
 };
 
-void FindingsPanelTest::toolsCheckOpensThePanel() {
+void FindingsTest::toolsCheckOpensThePanel() {
     Checked editor;
     QVERIFY(!editor.find<QWidget>("dockPanels")->isVisible());
     QTest::keyClick(editor.window.get(), Qt::Key_F8);
@@ -82,7 +82,7 @@ void FindingsPanelTest::toolsCheckOpensThePanel() {
     QCOMPARE(editor.find<QLabel>("lblFindingsColumns")->text(), QStringLiteral("for 128 columns"));
 }
 
-void FindingsPanelTest::theFocusStaysOnThePage() {
+void FindingsTest::theFocusStaysOnThePage() {
     Checked editor;
     editor.showMessage("R12");
     auto* const box = editor.find<QPlainTextEdit>("txtMsg");
@@ -96,7 +96,7 @@ void FindingsPanelTest::theFocusStaysOnThePage() {
     QVERIFY(box->hasFocus());
 }
 
-void FindingsPanelTest::theDefaultProjectHasNoFindings() {
+void FindingsTest::theDefaultProjectHasNoFindings() {
     EditorFixture editor;
     editor.startWithNewProject();
     editor.trigger("miToolsCheck");
@@ -104,7 +104,7 @@ void FindingsPanelTest::theDefaultProjectHasNoFindings() {
     QCOMPARE(editor.find<QTableView>("tblFindings")->model()->rowCount(), 0);
 }
 
-void FindingsPanelTest::notesAreShownWhenAskedFor() {
+void FindingsTest::notesAreShownWhenAskedFor() {
     Checked editor;
     editor.project.RegVar[2].defaultValue = "1.5"; // set up, and shown by no message
     editor.trigger("miToolsCheck");
@@ -116,7 +116,7 @@ void FindingsPanelTest::notesAreShownWhenAskedFor() {
     QCOMPARE(editor.rows(), QStringList{unknownInTwelve});
 }
 
-void FindingsPanelTest::theFilterLeavesWhatHasTheWord() {
+void FindingsTest::theFilterLeavesWhatHasTheWord() {
     Checked editor;
     editor.project.ALTMSG[0] = "NONSENSE";
     editor.trigger("miToolsCheck");
@@ -125,7 +125,7 @@ void FindingsPanelTest::theFilterLeavesWhatHasTheWord() {
     QCOMPARE(editor.rows(), QStringList{"error|ALTMSG1|1|unknown-command"});
 }
 
-void FindingsPanelTest::aChangeIsCheckedSoon() {
+void FindingsTest::aChangeIsCheckedSoon() {
     Checked editor;
     editor.trigger("miToolsCheck");
     editor.showMessage("R12");
@@ -135,7 +135,7 @@ void FindingsPanelTest::aChangeIsCheckedSoon() {
     QTRY_COMPARE(editor.summary(), QStringLiteral("No findings"));
 }
 
-void FindingsPanelTest::nothingIsCheckedUnderAModalDialogOrWhileThePanelIsHidden() {
+void FindingsTest::nothingIsCheckedUnderAModalDialogOrWhileThePanelIsHidden() {
     Checked editor;
     editor.trigger("miToolsCheck");
     QSignalSpy delayIsOver(editor.window->findChild<FindingsPanel*>()->findChild<QTimer*>(),
@@ -160,7 +160,7 @@ void FindingsPanelTest::nothingIsCheckedUnderAModalDialogOrWhileThePanelIsHidden
     QTRY_COMPARE(editor.rows(), QStringList{unknownInTwelve});
 }
 
-void FindingsPanelTest::rowsOfAnItemThatIsNotAppliedSaySo() {
+void FindingsTest::rowsOfAnItemThatIsNotAppliedSaySo() {
     Checked editor;
     editor.trigger("miToolsCheck");
     editor.showMessage("R12");
@@ -170,7 +170,7 @@ void FindingsPanelTest::rowsOfAnItemThatIsNotAppliedSaySo() {
     QCOMPARE(editor.rows(), QStringList{unknownInTwelve});
 }
 
-void FindingsPanelTest::aRowLeadsToItsLine() {
+void FindingsTest::aRowLeadsToItsLine() {
     Checked editor;
     editor.trigger("miToolsCheck");
     editor.choose(0);
@@ -181,7 +181,7 @@ void FindingsPanelTest::aRowLeadsToItsLine() {
     QCOMPARE(editor.find<QPlainTextEdit>("txtMsg")->textCursor().selectedText(), QStringLiteral("NONSENSE"));
 }
 
-void FindingsPanelTest::aRowIsReachedByTheKeyboardAlone() {
+void FindingsTest::aRowIsReachedByTheKeyboardAlone() {
     Checked editor;
     editor.project.STDMSG[20] = "CLEAR\r\nACT STILL 1\r\nNONSENSE too";
     editor.showMessage("R3");
@@ -203,21 +203,22 @@ void FindingsPanelTest::aRowIsReachedByTheKeyboardAlone() {
     QCOMPARE(box->toPlainText(), QStringLiteral("CLEAR\nACT STILL 1\n"));
 }
 
-void FindingsPanelTest::anEditThatWouldBeLostIsDiscardedByTheSecondEnterOnly() {
+void FindingsTest::anEditThatWouldBeLostIsDiscardedByTheSecondEnterOnly() {
     Checked editor;
     editor.showMessage("R3");
     QTest::keyClicks(editor.find<QPlainTextEdit>("txtMsg"), QStringLiteral("x"));
     editor.trigger("miToolsCheck");
     editor.choose(0);
     editor.pressEnter();
-    QCOMPARE(editor.notice(), QStringLiteral("STDMSG3 is not applied; once more discards it"));
+    QCOMPARE(editor.notice(),
+             QStringLiteral("STDMSG3 has an edit that is not applied. Go there again to discard it."));
     QCOMPARE(editor.text("txtMsgName"), QStringLiteral("STDMSG3"));
     editor.pressEnter();
     QCOMPARE(editor.text("txtMsgName"), QStringLiteral("STDMSG12"));
     QCOMPARE(editor.notice(), QString());
 }
 
-void FindingsPanelTest::anotherRowAsksAgain() {
+void FindingsTest::anotherRowAsksAgain() {
     Checked editor;
     editor.project.STDMSG[20] = "NONSENSE";
     editor.showMessage("R3");
@@ -233,7 +234,7 @@ void FindingsPanelTest::anotherRowAsksAgain() {
     QVERIFY(!editor.notice().isEmpty());
 }
 
-void FindingsPanelTest::withoutAProjectThePanelIsEmptyAndDisabled() {
+void FindingsTest::withoutAProjectThePanelIsEmptyAndDisabled() {
     Checked editor;
     editor.trigger("miToolsCheck");
     editor.window->lifecycle().InitProject();
@@ -243,7 +244,7 @@ void FindingsPanelTest::withoutAProjectThePanelIsEmptyAndDisabled() {
     QVERIFY(editor.enabled("miViewPanels"));
 }
 
-void FindingsPanelTest::thePreviewsColumnsAreThoseOfTheCheck() {
+void FindingsTest::thePreviewsColumnsAreThoseOfTheCheck() {
     Checked editor;
     editor.project.STDMSG[11] = "CLEAR\r\nTEXT 0 0 RED BLACK \"123456789012345678901\"\r\nACT STILL 500";
     auto* const columns = editor.find<QSpinBox>("spnPreviewColumns");
@@ -256,7 +257,7 @@ void FindingsPanelTest::thePreviewsColumnsAreThoseOfTheCheck() {
     QCOMPARE(editor.rows(), QStringList());
 }
 
-void FindingsPanelTest::aSmallWindowHasRoomForSixLinesOfTheScript() {
+void FindingsTest::aSmallWindowHasRoomForSixLinesOfTheScript() {
     Checked editor;
     editor.showMessage("R12");
     editor.trigger("miToolsCheck");
@@ -269,7 +270,7 @@ void FindingsPanelTest::aSmallWindowHasRoomForSixLinesOfTheScript() {
     QCOMPARE(box->visibleRegion().boundingRect().height(), box->height()); // nothing is scrolled away
 }
 
-void FindingsPanelTest::viewPanelsShowsAndHidesTheDock() {
+void FindingsTest::viewPanelsShowsAndHidesTheDock() {
     EditorFixture editor;
     editor.start();
     auto* const dock = editor.find<QWidget>("dockPanels");
@@ -284,5 +285,5 @@ void FindingsPanelTest::viewPanelsShowsAndHidesTheDock() {
     QVERIFY(!entry->isChecked());
 }
 
-QTEST_MAIN(FindingsPanelTest)
-#include "FindingsPanelTest.moc"
+QTEST_MAIN(FindingsTest)
+#include "FindingsTest.moc"

@@ -103,7 +103,7 @@ const std::string twoMessages = "message,script\r\nSTDMSG1,STILL 1\r\nALTMSG2,ST
 
 } // namespace
 
-class SheetToolsTest : public QObject {
+class SheetCommandsTest : public QObject {
     Q_OBJECT
 private slots:
     void initTestCase();
@@ -131,11 +131,11 @@ private slots:
     void whatAnExportWroteChangesNothing();
 };
 
-void SheetToolsTest::initTestCase() {
+void SheetCommandsTest::initTestCase() {
     QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
 }
 
-void SheetToolsTest::theAddressListIsWrittenInTheFormOfItsEnding() {
+void SheetCommandsTest::theAddressListIsWrittenInTheFormOfItsEnding() {
     Desk desk;
     desk.choose("miToolsExportAddresses", "list.csv");
     QVERIFY(desk.proposed.endsWith(QStringLiteral("Line3 addresses.csv")));
@@ -145,7 +145,7 @@ void SheetToolsTest::theAddressListIsWrittenInTheFormOfItsEnding() {
     QVERIFY(desk.messages.shown.empty());
 }
 
-void SheetToolsTest::theAddressListAsPdfIsA4WithSeveralPages() {
+void SheetCommandsTest::theAddressListAsPdfIsA4WithSeveralPages() {
     Desk desk;
     desk.choose("miToolsExportAddresses", "list.pdf", 2);
     const std::string pdf = desk.stored("list.pdf");
@@ -155,7 +155,7 @@ void SheetToolsTest::theAddressListAsPdfIsA4WithSeveralPages() {
     QVERIFY(bytes.count("/Type /Page\n") >= 4);
 }
 
-void SheetToolsTest::anotherEndingIsRefused() {
+void SheetCommandsTest::anotherEndingIsRefused() {
     Desk desk;
     desk.choose("miToolsExportAddresses", "list.txt");
     QCOMPARE(desk.messages.shown.size(), std::size_t{1});
@@ -163,13 +163,13 @@ void SheetToolsTest::anotherEndingIsRefused() {
     QVERIFY(!QFile::exists(QString::fromStdString(desk.file("list.txt"))));
 }
 
-void SheetToolsTest::aNameWithoutAnEndingGetsThatOfTheFilter() {
+void SheetCommandsTest::aNameWithoutAnEndingGetsThatOfTheFilter() {
     Desk desk;
     desk.choose("miToolsExportAddresses", "list", 1);
     QVERIFY(desk.stored("list.html").starts_with("<!DOCTYPE html>"));
 }
 
-void SheetToolsTest::messagesAreWrittenAsScriptsOrPages() {
+void SheetCommandsTest::messagesAreWrittenAsScriptsOrPages() {
     Desk desk;
     desk.choose("miToolsExportMessages", "scripts.csv", 0);
     QCOMPARE(desk.stored("scripts.csv"), messageSheet(desk.project, MessageSheetForm::Scripts).csv);
@@ -178,20 +178,20 @@ void SheetToolsTest::messagesAreWrittenAsScriptsOrPages() {
     QCOMPARE(desk.notice(), QString());
 }
 
-void SheetToolsTest::aMendedLineEndIsNamed() {
+void SheetCommandsTest::aMendedLineEndIsNamed() {
     Desk desk;
     desk.project.STDMSG[4] = "CLEAR\nSTILL 5";
     desk.choose("miToolsExportMessages", "scripts.csv");
-    QCOMPARE(desk.notice(), QStringLiteral("STDMSG5: a line end of one character is CR LF in the table"));
+    QCOMPARE(desk.notice(), QStringLiteral("STDMSG5: lone CR or LF was written as CR LF"));
 }
 
-void SheetToolsTest::variablesAreWritten() {
+void SheetCommandsTest::variablesAreWritten() {
     Desk desk;
     desk.choose("miToolsExportVariables", "variables.csv");
     QCOMPARE(desk.stored("variables.csv"), variableSheet(desk.project));
 }
 
-void SheetToolsTest::aFileThatCannotBeWrittenIsTold() {
+void SheetCommandsTest::aFileThatCannotBeWrittenIsTold() {
     Desk desk;
     desk.choose("miToolsExportVariables", "missing/variables.csv");
     desk.chooseFolder("taken.csv");
@@ -201,13 +201,13 @@ void SheetToolsTest::aFileThatCannotBeWrittenIsTold() {
     QCOMPARE(desk.messages.shown[1].text, "unable to save " + desk.file("taken.csv"));
 }
 
-void SheetToolsTest::anImportShowsOldAndNew() {
+void SheetCommandsTest::anImportShowsOldAndNew() {
     Desk desk;
     const std::string csv =
         "message,script\r\nSTDMSG3,\"CLEAR\r\nTEXT 0 0 SMALL RED BLACK Fan\r\nSTILL 500\"\r\n";
     desk.importMessages(csv, [](QDialog& dialog) {
         QCOMPARE(child<QLabel>(dialog, "lblImport")->text(),
-                 QStringLiteral("What table.csv says otherwise than the project. Ticked rows are taken."));
+                 QStringLiteral("Where table.csv differs from the project. Ticked rows will be imported."));
         const auto* const table = child<RowsTable>(dialog, "tblChanges");
         const auto cell = [table](int column) { return table->model()->index(0, column).data().toString(); };
         QCOMPARE(table->ticks(), std::vector<bool>{true});
@@ -229,7 +229,7 @@ void SheetToolsTest::anImportShowsOldAndNew() {
     });
 }
 
-void SheetToolsTest::anImportIsOneStepThatCanBeUndone() {
+void SheetCommandsTest::anImportIsOneStepThatCanBeUndone() {
     Desk desk;
     desk.trigger("miFileSave");
     desk.showMessage("R1");
@@ -247,7 +247,7 @@ void SheetToolsTest::anImportIsOneStepThatCanBeUndone() {
     QCOMPARE(desk.project.ALTMSG[1], std::string("CLEAR"));
 }
 
-void SheetToolsTest::onlyTickedRowsAreTaken() {
+void SheetCommandsTest::onlyTickedRowsAreTaken() {
     Desk desk;
     desk.importMessages(twoMessages, [](QDialog& dialog) {
         auto* const table = child<RowsTable>(dialog, "tblChanges");
@@ -262,7 +262,7 @@ void SheetToolsTest::onlyTickedRowsAreTaken() {
     QCOMPARE(desk.project.ALTMSG[1], std::string("STILL 2"));
 }
 
-void SheetToolsTest::cancelTakesNothing() {
+void SheetCommandsTest::cancelTakesNothing() {
     Desk desk;
     desk.trigger("miFileSave");
     desk.importMessages(twoMessages, [](QDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
@@ -271,7 +271,7 @@ void SheetToolsTest::cancelTakesNothing() {
     QVERIFY(!desk.project.modified);
 }
 
-void SheetToolsTest::theKeyboardAloneImports() {
+void SheetCommandsTest::theKeyboardAloneImports() {
     Desk desk;
     desk.importMessages(twoMessages, [](QDialog& dialog) {
         auto* const table = child<RowsTable>(dialog, "tblChanges");
@@ -290,7 +290,7 @@ void SheetToolsTest::theKeyboardAloneImports() {
     QCOMPARE(desk.project.ALTMSG[1], std::string("STILL 2"));
 }
 
-void SheetToolsTest::allRowsAreTickedAtOnce() {
+void SheetCommandsTest::allRowsAreTickedAtOnce() {
     Desk desk;
     desk.importMessages(twoMessages, [](QDialog& dialog) {
         auto* const all = child<QCheckBox>(dialog, "chkAllChanges");
@@ -307,7 +307,7 @@ void SheetToolsTest::allRowsAreTickedAtOnce() {
     QCOMPARE(desk.project.STDMSG[0], std::string("STILL 1"));
 }
 
-void SheetToolsTest::variablesAreImported() {
+void SheetCommandsTest::variablesAreImported() {
     Desk desk;
     desk.showVariable("F6");
     desk.importTable("miToolsImportVariables",
@@ -324,24 +324,25 @@ void SheetToolsTest::variablesAreImported() {
     QCOMPARE(desk.project.RegVar[5], (FloatVariable{"RegVar6", "1.5", "7", "3"}));
 }
 
-void SheetToolsTest::aTableThatChangesNothingSaysSo() {
+void SheetCommandsTest::aTableThatChangesNothingSaysSo() {
     Desk desk;
     desk.importMessages("message,script\r\nSTDMSG1,CLEAR\r\n", [](QDialog& dialog) {
         QCOMPARE(child<QLabel>(dialog, "lblImport")->text(),
-                 QStringLiteral("table.csv says what the project has already."));
+                 QStringLiteral("table.csv contains nothing that is not already in the project."));
         QVERIFY(!child<QPushButton>(dialog, "btnOK")->isEnabled());
         press(dialog, "btnCancel");
     });
     QCOMPARE(desk.window->changes().steps().count(), 0);
 }
 
-void SheetToolsTest::errorsAreToldInWordsAndNothingIsChanged() {
+void SheetCommandsTest::errorsAreToldInWordsAndNothingIsChanged() {
     Desk desk;
     desk.store("table.csv", "message,script\r\nSTDMSG1,STILL 1\r\nSTDMSG99,STILL 2\r\n");
     desk.chooseTable();
     onModal(QStringLiteral("frmSheetErrors"), [](QWidget* dialog) {
-        QCOMPARE(child<QLabel>(*dialog, "lblErrors")->text(),
-                 QStringLiteral("table.csv was not imported, and nothing was changed. The head is row 1:"));
+        QCOMPARE(
+            child<QLabel>(*dialog, "lblErrors")->text(),
+            QStringLiteral("table.csv was not imported; the project is unchanged. (Row 1 is the header.)"));
         const auto* const rows = child<QTableView>(*dialog, "tblErrors")->model();
         QCOMPARE(rows->rowCount(), 1);
         QCOMPARE(rows->index(0, 0).data().toString(), QStringLiteral("3"));
@@ -355,18 +356,18 @@ void SheetToolsTest::errorsAreToldInWordsAndNothingIsChanged() {
     QCOMPARE(desk.window->changes().steps().count(), 0);
 }
 
-void SheetToolsTest::anEditThatIsNotAppliedStopsTheImport() {
+void SheetCommandsTest::anEditThatIsNotAppliedStopsTheImport() {
     Desk desk;
     desk.store("table.csv", twoMessages);
     desk.showMessage("E2");
     QTest::keyClicks(desk.find<QPlainTextEdit>("txtMsg"), QStringLiteral("x"));
     desk.choose("miToolsImportMessages", "table.csv");
-    QCOMPARE(desk.notice(), QStringLiteral("Apply or discard the edit of ALTMSG2 first"));
+    QCOMPARE(desk.notice(), QStringLiteral("Not done: apply or discard the edit of ALTMSG2 first."));
     QCOMPARE(desk.project.STDMSG[0], std::string("CLEAR"));
     QCOMPARE(desk.find<QPlainTextEdit>("txtMsg")->toPlainText(), QStringLiteral("xCLEAR"));
 }
 
-void SheetToolsTest::aTableThatIsNotThereIsTold() {
+void SheetCommandsTest::aTableThatIsNotThereIsTold() {
     Desk desk;
     desk.chooseFolder("table.csv");
     desk.trigger("miToolsImportMessages");
@@ -385,7 +386,7 @@ bool drop(const Desk& desk, const char* name) {
     return taken;
 }
 
-void SheetToolsTest::aDroppedTableIsImported() {
+void SheetCommandsTest::aDroppedTableIsImported() {
     Desk desk;
     desk.store("table.CSV", twoMessages);
     desk.store("variables.csv", "name,width\r\nRegVar1,5\r\n");
@@ -398,14 +399,14 @@ void SheetToolsTest::aDroppedTableIsImported() {
     QVERIFY(allModalsServed());
 }
 
-void SheetToolsTest::aDroppedTableWaitsForAProject() {
+void SheetCommandsTest::aDroppedTableWaitsForAProject() {
     Desk desk;
     desk.store("table.csv", twoMessages);
     desk.window->lifecycle().InitProject();
     QVERIFY(!drop(desk, "table.csv"));
 }
 
-void SheetToolsTest::whatAnExportWroteChangesNothing() {
+void SheetCommandsTest::whatAnExportWroteChangesNothing() {
     Desk desk;
     for (const int form : {0, 1}) {
         desk.choose("miToolsExportMessages", "again.csv", form);
@@ -417,5 +418,5 @@ void SheetToolsTest::whatAnExportWroteChangesNothing() {
     }
 }
 
-QTEST_MAIN(SheetToolsTest)
-#include "SheetToolsTest.moc"
+QTEST_MAIN(SheetCommandsTest)
+#include "SheetCommandsTest.moc"

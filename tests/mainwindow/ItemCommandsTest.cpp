@@ -59,7 +59,7 @@ QByteArray copiedBytesOnClipboard() {
 
 } // namespace
 
-class ItemEditingTest : public QObject {
+class ItemCommandsTest : public QObject {
     Q_OBJECT
 private slots:
     void theEntriesStandInTheMenuEdit();
@@ -87,7 +87,7 @@ private slots:
     void pastingTheSameChangesNothing();
 };
 
-void ItemEditingTest::theEntriesStandInTheMenuEdit() {
+void ItemCommandsTest::theEntriesStandInTheMenuEdit() {
     EditorFixture editor;
     editor.start();
     for (const char* entry : {"miEditCut", "miEditCopy", "miEditPaste", "miEditClear"})
@@ -103,7 +103,7 @@ void ItemEditingTest::theEntriesStandInTheMenuEdit() {
     QCOMPARE(editor.find<QAction>("miEditPaste")->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_V));
 }
 
-void ItemEditingTest::copyFillsTheClipboardTwice() {
+void ItemCommandsTest::copyFillsTheClipboardTwice() {
     Plant editor;
     RowsTable& table = *editor.messageTable();
     select(table, 0, 2);
@@ -117,7 +117,7 @@ void ItemEditingTest::copyFillsTheClipboardTwice() {
     QVERIFY(!editor.project.modified);
 }
 
-void ItemEditingTest::copyAndPasteByKeysAlone() {
+void ItemCommandsTest::copyAndPasteByKeysAlone() {
     Plant editor;
     RowsTable& table = *editor.messageTable();
     select(table, 0, 2);
@@ -133,7 +133,7 @@ void ItemEditingTest::copyAndPasteByKeysAlone() {
     QCOMPARE(table.selectedRows(), std::vector<int>{38});
 }
 
-void ItemEditingTest::pasteIsOneStepThatCanBeUndone() {
+void ItemCommandsTest::pasteIsOneStepThatCanBeUndone() {
     Plant editor;
     RowsTable& table = *editor.messageTable();
     select(table, 0, 2);
@@ -148,7 +148,7 @@ void ItemEditingTest::pasteIsOneStepThatCanBeUndone() {
     QCOMPARE(editor.project.STDMSG[3], level);
 }
 
-void ItemEditingTest::oneRowFillsTheSelection() {
+void ItemCommandsTest::oneRowFillsTheSelection() {
     Plant editor;
     RowsTable& table = *editor.messageTable();
     select(table, 1);
@@ -160,7 +160,7 @@ void ItemEditingTest::oneRowFillsTheSelection() {
     QCOMPARE(editor.project.STDMSG[7], std::string("CLEAR"));
 }
 
-void ItemEditingTest::pasteFollowsTheRowsAsTheyAreShown() {
+void ItemCommandsTest::pasteFollowsTheRowsAsTheyAreShown() {
     Plant editor;
     editor.project.ALTMSG[6] = "CLEAR\r\nTEXT 0 0 RED BLACK \"Pump 7\"\r\nACT STILL 1000";
     RowsTable& table = *editor.messageTable();
@@ -175,7 +175,7 @@ void ItemEditingTest::pasteFollowsTheRowsAsTheyAreShown() {
     QCOMPARE(editor.project.STDMSG[2], std::string("CLEAR"));
 }
 
-void ItemEditingTest::cutIsCopyAndClear() {
+void ItemCommandsTest::cutIsCopyAndClear() {
     Plant editor;
     RowsTable& table = *editor.messageTable();
     select(table, 0);
@@ -187,7 +187,7 @@ void ItemEditingTest::cutIsCopyAndClear() {
     QCOMPARE(editor.project.ALTMSG[5], pump);
 }
 
-void ItemEditingTest::clearMakesRowsNewAndCanBeUndone() {
+void ItemCommandsTest::clearMakesRowsNewAndCanBeUndone() {
     Plant editor;
     RowsTable& table = *editor.messageTable();
     select(table, 0, 2);
@@ -199,7 +199,7 @@ void ItemEditingTest::clearMakesRowsNewAndCanBeUndone() {
     QCOMPARE(editor.project.STDMSG[1], level);
 }
 
-void ItemEditingTest::variablesAreCopiedToo() {
+void ItemCommandsTest::variablesAreCopiedToo() {
     Plant editor;
     RowsTable& table = *editor.variableTable();
     select(table, 0);
@@ -212,7 +212,7 @@ void ItemEditingTest::variablesAreCopiedToo() {
     QCOMPARE(editor.project.RegVar[0], (FloatVariable{"RegVar1", "0.0", "7", "3"}));
 }
 
-void ItemEditingTest::whatIsNotOursChangesNothingAndSaysSo() {
+void ItemCommandsTest::whatIsNotOursChangesNothingAndSaysSo() {
     Plant editor;
     RowsTable& table = *editor.messageTable();
     QGuiApplication::clipboard()->setText(QStringLiteral("STDMSG1\tCLEAR"));
@@ -230,7 +230,7 @@ void ItemEditingTest::whatIsNotOursChangesNothingAndSaysSo() {
     QCOMPARE(editor.undoName(), QStringLiteral("Undo"));
 }
 
-void ItemEditingTest::aNewerFormIsNamed() {
+void ItemCommandsTest::aNewerFormIsNamed() {
     Plant editor;
     RowsTable& table = *editor.messageTable();
     auto* const newer = new QMimeData;
@@ -242,7 +242,7 @@ void ItemEditingTest::aNewerFormIsNamed() {
              QStringLiteral("This was copied in a newer version of the program: nothing was pasted"));
 }
 
-void ItemEditingTest::whatDoesNotFitChangesNothingAndSaysSo() {
+void ItemCommandsTest::whatDoesNotFitChangesNothingAndSaysSo() {
     Plant editor;
     RowsTable& table = *editor.messageTable();
     select(table, 0, 2);
@@ -260,7 +260,7 @@ void ItemEditingTest::whatDoesNotFitChangesNothingAndSaysSo() {
     QVERIFY(!editor.project.modified);
 }
 
-void ItemEditingTest::theLineGoesAwayWithTheRow() {
+void ItemCommandsTest::theLineGoesAwayWithTheRow() {
     Plant editor;
     RowsTable& table = *editor.messageTable();
     select(table, 3);
@@ -270,7 +270,7 @@ void ItemEditingTest::theLineGoesAwayWithTheRow() {
     QCOMPARE(editor.notice(), QString());
 }
 
-void ItemEditingTest::anEditThatIsNotAppliedIsNotOverwritten() {
+void ItemCommandsTest::anEditThatIsNotAppliedIsNotOverwritten() {
     Plant editor;
     editor.showMessage("R4");
     QTest::keyClicks(editor.find<QPlainTextEdit>("txtMsg"), QStringLiteral("x"));
@@ -280,16 +280,16 @@ void ItemEditingTest::anEditThatIsNotAppliedIsNotOverwritten() {
     const QByteArray copied = copiedBytesOnClipboard();
     select(table, 2, 2);
     control(table, Qt::Key_V);
-    QCOMPARE(editor.notice(), QStringLiteral("Apply or discard the edit of STDMSG4 first"));
+    QCOMPARE(editor.notice(), QStringLiteral("Not done: apply or discard the edit of STDMSG4 first."));
     QCOMPARE(editor.project.STDMSG[2], std::string("CLEAR"));
     select(table, 3);
     control(table, Qt::Key_X);
-    QCOMPARE(editor.notice(), QStringLiteral("Apply or discard the edit of STDMSG4 first"));
+    QCOMPARE(editor.notice(), QStringLiteral("Not done: apply or discard the edit of STDMSG4 first."));
     QCOMPARE(copiedBytesOnClipboard(), copied); // nothing was cut
     QVERIFY(!editor.project.modified);
 }
 
-void ItemEditingTest::theShownMessageIsShownAnew() {
+void ItemCommandsTest::theShownMessageIsShownAnew() {
     Plant editor;
     editor.showMessage("R4");
     RowsTable& table = *editor.messageTable();
@@ -301,7 +301,7 @@ void ItemEditingTest::theShownMessageIsShownAnew() {
     QVERIFY(!editor.find<QWidget>("btnMsgApply")->isEnabled());
 }
 
-void ItemEditingTest::aTextBoxKeepsItsKeys() {
+void ItemCommandsTest::aTextBoxKeepsItsKeys() {
     Plant editor;
     editor.showMessage("R2");
     RowsTable& table = *editor.messageTable();
@@ -335,7 +335,7 @@ void ItemEditingTest::aTextBoxKeepsItsKeys() {
     QVERIFY(!editor.project.modified);
 }
 
-void ItemEditingTest::theMenuWorksOnTheRowsWhileTheScriptBoxHasTheFocus() {
+void ItemCommandsTest::theMenuWorksOnTheRowsWhileTheScriptBoxHasTheFocus() {
     Plant editor;
     editor.showMessage("R9");
     RowsTable& table = *editor.messageTable();
@@ -347,7 +347,7 @@ void ItemEditingTest::theMenuWorksOnTheRowsWhileTheScriptBoxHasTheFocus() {
     QCOMPARE(editor.project.STDMSG[0], std::string("CLEAR"));
 }
 
-void ItemEditingTest::withoutRowsTheMenuSaysSo() {
+void ItemCommandsTest::withoutRowsTheMenuSaysSo() {
     Plant editor;
     editor.trigger("miEditCopy");
     QVERIFY(editor.find<RowsTable>("tblMessages")->isVisible());
@@ -355,7 +355,7 @@ void ItemEditingTest::withoutRowsTheMenuSaysSo() {
     QVERIFY(QGuiApplication::clipboard()->text().isEmpty());
 }
 
-void ItemEditingTest::rowsOutOfSightAreShownBeforeAnythingIsDone() {
+void ItemCommandsTest::rowsOutOfSightAreShownBeforeAnythingIsDone() {
     Plant editor;
     RowsTable& table = *editor.messageTable();
     select(table, 1);
@@ -376,7 +376,7 @@ void ItemEditingTest::rowsOutOfSightAreShownBeforeAnythingIsDone() {
     QCOMPARE(editor.project.STDMSG[0], std::string("CLEAR"));
 }
 
-void ItemEditingTest::theContextMenuOffersTheFour() {
+void ItemCommandsTest::theContextMenuOffersTheFour() {
     Plant editor;
     for (const RowsTable* table : {editor.messageTable(), editor.variableTable()}) {
         QCOMPARE(table->contextMenuPolicy(), Qt::ActionsContextMenu);
@@ -387,7 +387,7 @@ void ItemEditingTest::theContextMenuOffersTheFour() {
     }
 }
 
-void ItemEditingTest::nothingHappensUnderAModalDialog() {
+void ItemCommandsTest::nothingHappensUnderAModalDialog() {
     Plant editor;
     RowsTable& table = *editor.messageTable();
     select(table, 0);
@@ -398,7 +398,7 @@ void ItemEditingTest::nothingHappensUnderAModalDialog() {
     QCOMPARE(editor.project.STDMSG[0], pump);
 }
 
-void ItemEditingTest::pastingIntoAnotherProjectWorks() {
+void ItemCommandsTest::pastingIntoAnotherProjectWorks() {
     Plant editor;
     RowsTable& table = *editor.messageTable();
     select(table, 0);
@@ -410,7 +410,7 @@ void ItemEditingTest::pastingIntoAnotherProjectWorks() {
     QCOMPARE(editor.project.STDMSG[7], pump);
 }
 
-void ItemEditingTest::pastingTheSameChangesNothing() {
+void ItemCommandsTest::pastingTheSameChangesNothing() {
     Plant editor;
     RowsTable& table = *editor.messageTable();
     select(table, 0);
@@ -420,5 +420,5 @@ void ItemEditingTest::pastingTheSameChangesNothing() {
     QCOMPARE(editor.undoName(), QStringLiteral("Undo"));
 }
 
-QTEST_MAIN(ItemEditingTest)
-#include "ItemEditingTest.moc"
+QTEST_MAIN(ItemCommandsTest)
+#include "ItemCommandsTest.moc"

@@ -1,0 +1,76 @@
+#pragma once
+
+#include "mainwindow/Commands.h"
+#include "model/ProjectLifecycle.h"
+
+#include <string>
+#include <vector>
+
+class QMainWindow;
+
+namespace orvista {
+
+class ComparisonCommands;
+class DiscardedScriptsMenu;
+class DisplayPreview;
+class FleetCommands;
+class ItemCommands;
+class MessageListPage;
+class Navigator;
+class PanelDock;
+class ProjectChanges;
+class Recovery;
+class SheetCommands;
+class TransferCommands;
+class TryOut;
+class UndoCommands;
+
+/// The menus Edit, View and Tools, each as one list, and what carries out their commands.
+class ProjectCommands final : public QObject {
+    Q_OBJECT
+public:
+    /// All must outlive the commands.
+    struct Surroundings {
+        DocMgrModule::ProjectLifecycle& lifecycle;
+        ProjectChooser& chooser;
+        ProjectChanges& changes;
+        Navigator& navigator;
+        PanelDock& dock;
+        MessageListPage& messagePage;
+        Recovery& recovery;
+        TryOut& tryOut;
+        std::function<TransferCommands*()> transfer; ///< null where the program has none
+        std::function<void()> showPageHelp;
+    };
+    ProjectCommands(const Surroundings& surroundings, QMainWindow& window);
+
+    MenuRow editMenu();
+    MenuRow viewMenu();
+    MenuRow toolsMenu();
+
+    /// Shows what the table of messages or variables would change, and takes what the user chooses.
+    /// \param path UTF-8
+    void importTable(const std::string& path);
+
+signals:
+    /// The project got items of one in that folder (UTF-8).
+    void itemsCameFrom(const std::string& folder);
+
+private:
+    std::vector<CommandRow> panelEntries();
+    void miViewPanels_Click();
+    void miViewPreview_Click();
+    void miToolsCheck_Click();
+    void enterMessagesFilter();
+
+    Surroundings around_;
+    DisplayPreview& preview_;
+    UndoCommands* undo_;
+    ItemCommands* items_;
+    DiscardedScriptsMenu* discarded_;
+    SheetCommands* sheets_;
+    ComparisonCommands* comparison_;
+    FleetCommands* fleet_;
+};
+
+} // namespace orvista

@@ -1,0 +1,72 @@
+#include "mainwindow/ProjectPanels.h"
+
+#include "check/forms/FindingsPanel.h"
+#include "compare/forms/ComparisonPanel.h"
+#include "display/forms/DisplayPreview.h"
+#include "items/forms/MessagesPanel.h"
+#include "items/forms/VariablesPanel.h"
+#include "link/forms/MonitorPanel.h"
+#include "mainwindow/MonitorAndTester.h"
+#include "mainwindow/Navigator.h"
+
+namespace orvista {
+
+ProjectPanels::ProjectPanels(const Project& project, const Surroundings& surroundings, Navigator& navigator,
+                             PanelDock& dock)
+    : QObject(&dock), project_(project), around_(surroundings), navigator_(navigator) {
+    for (const PanelDock::Panel& row : rows())
+        dock.addPanel(row);
+    connect(&dock, &PanelDock::placeChosen, &navigator, &Navigator::goTo);
+    connect(&dock, &PanelDock::rowLeft, &navigator, &Navigator::forget);
+}
+
+std::vector<PanelDock::Panel> ProjectPanels::rows() {
+    return {
+        {&FindingsPanel::staticMetaObject, tr("Findings"),
+         [this] {
+             return followingColumns(
+                 new FindingsPanel(project_, check_, around_.preview.columns(), notAppliedItems()));
+         }},
+        {&MessagesPanel::staticMetaObject,
+         tr("Messages"),
+         [this] {
+             return followingColumns(new MessagesPanel(itemSources(), around_.preview.columns(),
+                                                       around_.preview.clock().localTime));
+         },
+         {"miViewMessages", tr("&Messages"), tr("All messages at a glance; Ctrl+F looks for one")}},
+        {&VariablesPanel::staticMetaObject,
+         tr("Variables"),
+         [this] { return new VariablesPanel(itemSources()); },
+         {"miViewVariables", tr("&Variables"), tr("All variables at a glance")}},
+        {&ComparisonPanel::staticMetaObject, tr("Comparison"),
+         [this] { return new ComparisonPanel(project_, notAppliedItems()); }},
+        {&MonitorPanel::staticMetaObject,
+         tr("Display Monitor"),
+         [this] { return makeMonitor(); },
+         {"miViewMonitor", tr("Display &Monitor"), tr("What the display shows and holds now")}},
+    };
+}
+
+ProjectPanel* ProjectPanels::makeMonitor() {
+    auto* const panel = followingColumns(new MonitorPanel(
+        project_, around_.preview.columns(), around_.preview.clock(), around_.modbusPort, notAppliedItems()));
+    shareDisplay(*panel, around_.tester);
+    return panel;
+}
+
+std::function<std::vector<Item>()> ProjectPanels::notAppliedItems() const {
+    return [this] { return navigator_.notAppliedItems(); };
+}
+
+ItemSources ProjectPanels::itemSources() {
+    return {project_, digests_, check_, notAppliedItems()};
+}
+
+template <typename Type>
+Type* ProjectPanels::followingColumns(Type* panel) {
+    connect(&around_.preview, &DisplayPreview::columnsChanged, panel,
+            [this, panel] { panel->setColumns(around_.preview.columns()); });
+    return panel;
+}
+
+} // namespace orvista

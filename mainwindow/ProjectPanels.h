@@ -1,0 +1,45 @@
+#pragma once
+
+#include "check/FolderCheck.h"
+#include "items/MessageDigest.h"
+#include "mainwindow/PanelDock.h"
+
+#include <cstdint>
+#include <vector>
+
+namespace orvista {
+
+class DisplayPreview;
+class Navigator;
+class TcpTesterPage;
+struct ItemSources;
+
+/// The panels of the dock, one row for each, and what they share.
+class ProjectPanels final : public QObject {
+    Q_OBJECT
+public:
+    struct Surroundings {
+        DisplayPreview& preview; ///< whose columns and clock the panels go by
+        TcpTesterPage& tester;
+        std::uint16_t modbusPort; ///< where the display speaks Modbus
+    };
+    /// Adds the panels to the dock.
+    ProjectPanels(const Project& project, const Surroundings& surroundings, Navigator& navigator,
+                  PanelDock& dock);
+
+private:
+    std::vector<PanelDock::Panel> rows();
+    ProjectPanel* makeMonitor();
+    std::function<std::vector<Item>()> notAppliedItems() const;
+    ItemSources itemSources();
+    template <typename Type>
+    Type* followingColumns(Type* panel);
+
+    const Project& project_;
+    Surroundings around_;
+    const Navigator& navigator_;
+    FolderCheck check_;
+    MessageDigests digests_;
+};
+
+} // namespace orvista

@@ -1,0 +1,96 @@
+#include "check/forms/FindingsPanel.h"
+
+#include "model/Project.h"
+#include "tests/support/NamedItem.h"
+#include "widgets/RowsTable.h"
+
+#include <QLabel>
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace orvista;
+
+namespace {
+
+/// The panel by itself, on a project whose message 12 has an unknown command in its second line.
+struct Shown {
+    Shown() {
+        project.STDMSG[11] = "CLEAR\r\nNONSENSE\r\n";
+        panel.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&panel));
+        panel.check();
+    }
+    ~Shown() { panel.hide(); } // the focus leaves the table while the panel is whole
+    RowsTable& table() const { return *panel.findChild<RowsTable*>(QStringLiteral("tblFindings")); }
+    int count() const { return table().model()->rowCount(); }
+    QString cell(int column) const { return table().model()->index(0, column).data().toString(); }
+
+    Project project;
+    FolderCheck folderCheck;
+    std::vector<Item> notApplied;
+    FindingsPanel panel{project, folderCheck, 128, [this] { return notApplied; }};
+};
+
+enum Column { SeverityColumn, ItemColumn, LineColumn, CodeColumn, SentenceColumn };
+
+} // namespace
+
+class FindingsPanelTest : public QObject {
+    Q_OBJECT
+private slots:
+    void listsWhatTheCheckFinds();
+    void followsTheProject();
+    void marksWhatIsNotApplied();
+    void enterOnARowNamesItsPlace();
+    void isEmptyWhileItIsDisabled();
+};
+
+void FindingsPanelTest::listsWhatTheCheckFinds() {
+    const Shown shown;
+    QCOMPARE(shown.count(), 1);
+    QCOMPARE(shown.cell(SeverityColumn), QStringLiteral("error"));
+    QCOMPARE(shown.cell(ItemColumn), QStringLiteral("STDMSG12"));
+    QCOMPARE(shown.cell(LineColumn), QStringLiteral("2"));
+    QCOMPARE(shown.cell(CodeColumn), QStringLiteral("unknown-command"));
+}
+
+void FindingsPanelTest::followsTheProject() {
+    Shown shown;
+    shown.project.STDMSG[11] = "CLEAR\r\n";
+    shown.panel.follow();
+    QTRY_COMPARE(shown.count(), 0);
+    QCOMPARE(shown.panel.findChild<QLabel*>(QStringLiteral("lblFindings"))->text(),
+             QStringLiteral("No findings"));
+}
+
+void FindingsPanelTest::marksWhatIsNotApplied() {
+    Shown shown;
+    QVERIFY(!shown.cell(SentenceColumn).endsWith(QStringLiteral(" (not applied)")));
+    shown.notApplied = {named("STDMSG12")};
+    shown.panel.markNotApplied();
+    QVERIFY(shown.cell(SentenceColumn).endsWith(QStringLiteral(" (not applied)")));
+}
+
+void FindingsPanelTest::enterOnARowNamesItsPlace() {
+    Shown shown;
+    QSignalSpy chosen(&shown.panel, &ProjectPanel::placeChosen);
+    QSignalSpy left(&shown.panel, &ProjectPanel::rowLeft);
+    shown.table().setFocus();
+    shown.table().setCurrentIndex(shown.table().model()->index(0, 0));
+    QTest::keyClick(&shown.table(), Qt::Key_Return);
+    QCOMPARE(chosen.size(), 1);
+    QCOMPARE(chosen.front().front().value<Place>(), (Place{named("STDMSG12"), 2}));
+    left.clear();
+    shown.table().clearFocus();
+    QCOMPARE(left.size(), 1);
+}
+
+void FindingsPanelTest::isEmptyWhileItIsDisabled() {
+    Shown shown;
+    shown.panel.setEnabled(false);
+    shown.panel.follow();
+    QTRY_COMPARE(shown.count(), 0);
+}
+
+QTEST_MAIN(FindingsPanelTest)
+#include "FindingsPanelTest.moc"

@@ -1,0 +1,115 @@
+#include "compare/forms/ComparisonPanel.h"
+
+#include "tests/support/NamedItem.h"
+#include "widgets/RowsTable.h"
+
+#include <QLabel>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace orvista;
+
+namespace {
+
+/// The panel by itself, comparing two projects whose message 3 differs in its second line.
+struct Shown {
+    Shown() {
+        project.STDMSG[2] = "CLEAR\r\nACT STILL 500";
+        Project theirs;
+        theirs.STDMSG[2] = "CLEAR\r\nACT STILL 900";
+        panel.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&panel));
+        panel.compareWith({QStringLiteral("10.0.0.9"), theirs, {}});
+    }
+    ~Shown() { panel.hide(); } // the focus leaves the table while the panel is whole
+    RowsTable& table() const { return *panel.findChild<RowsTable*>(QStringLiteral("tblComparison")); }
+    QPushButton& take() const { return *panel.findChild<QPushButton*>(QStringLiteral("btnTakeTheirs")); }
+    QString summary() const { return panel.findChild<QLabel*>(QStringLiteral("lblComparison"))->text(); }
+    int count() const { return table().model()->rowCount(); }
+    QStringList cells() const {
+        QStringList texts;
+        for (int column = 0; column < table().model()->columnCount(); ++column)
+            texts << table().model()->index(0, column).data().toString();
+        return texts;
+    }
+
+    Project project;
+    std::vector<Item> notApplied;
+    ComparisonPanel panel{project, [this] { return notApplied; }};
+};
+
+} // namespace
+
+class ComparisonPanelTest : public QObject {
+    Q_OBJECT
+private slots:
+    void listsWhatDiffers();
+    void followsTheProject();
+    void marksWhatIsNotApplied();
+    void enterOnARowNamesItsPlace();
+    void theSelectedRowIsWanted();
+    void withoutAProjectNothingIsCompared();
+};
+
+void ComparisonPanelTest::listsWhatDiffers() {
+    const Shown shown;
+    QCOMPARE(shown.count(), 1);
+    QCOMPARE(shown.cells(), (QStringList{"STDMSG3", "2", "ACT STILL 500", "ACT STILL 900"}));
+    QCOMPARE(shown.summary(), QStringLiteral("1 difference between this project and 10.0.0.9"));
+}
+
+void ComparisonPanelTest::followsTheProject() {
+    Shown shown;
+    shown.project.STDMSG[2] = "CLEAR\r\nACT STILL 900";
+    shown.panel.hide();
+    shown.panel.follow();
+    QCOMPARE(shown.count(), 1);
+    shown.panel.show();
+    QCOMPARE(shown.count(), 0);
+    QCOMPARE(shown.summary(), QStringLiteral("No differences between this project and 10.0.0.9"));
+    shown.project.STDMSG[0] = "CLEAR\r\nACT STILL 5";
+    shown.project.RegVar[0].width = "3";
+    shown.panel.follow();
+    QCOMPARE(shown.summary(), QStringLiteral("2 differences between this project and 10.0.0.9"));
+}
+
+void ComparisonPanelTest::marksWhatIsNotApplied() {
+    Shown shown;
+    shown.notApplied = {named("STDMSG3")};
+    shown.panel.markNotApplied();
+    QCOMPARE(shown.cells().last(), QStringLiteral("ACT STILL 900 (not applied)"));
+}
+
+void ComparisonPanelTest::enterOnARowNamesItsPlace() {
+    Shown shown;
+    QSignalSpy chosen(&shown.panel, &ProjectPanel::placeChosen);
+    shown.table().setFocus();
+    shown.table().setCurrentIndex(shown.table().model()->index(0, 0));
+    QTest::keyClick(&shown.table(), Qt::Key_Return);
+    QCOMPARE(chosen.size(), 1);
+    QCOMPARE(chosen.front().front().value<Place>(), (Place{named("STDMSG3"), 2}));
+}
+
+void ComparisonPanelTest::theSelectedRowIsWanted() {
+    Shown shown;
+    QSignalSpy wanted(&shown.panel, &ComparisonPanel::takeWanted);
+    QVERIFY(!shown.take().isEnabled());
+    shown.table().selectRow(0);
+    QVERIFY(shown.take().isEnabled());
+    shown.take().click();
+    QCOMPARE(wanted.size(), 1);
+}
+
+void ComparisonPanelTest::withoutAProjectNothingIsCompared() {
+    Shown shown;
+    shown.panel.setEnabled(false);
+    QCOMPARE(shown.count(), 0);
+    shown.panel.setEnabled(true);
+    shown.panel.follow();
+    QCOMPARE(shown.count(), 0);
+    QCOMPARE(shown.summary(), QStringLiteral("Nothing to compare yet. Use Tools > Compare."));
+}
+
+QTEST_MAIN(ComparisonPanelTest)
+#include "ComparisonPanelTest.moc"

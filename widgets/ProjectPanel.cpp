@@ -1,0 +1,7 @@
+#include "widgets/ProjectPanel.h"
+
+namespace orvista {
+
+ProjectPanel::ProjectPanel() = default;
+
+} // namespace orvista
