@@ -8,6 +8,8 @@ from pathlib import Path
 
 HELP = Path(sys.argv[1])
 SOURCE = Path(sys.argv[2])
+# Whatever the windows show comes from these; the command line has its own help.
+ROOMS = ("model", "script", "link", "display", "check", "items", "compare", "sheets", "widgets", "dialogs", "mainwindow")
 ELEMENTS_WITHOUT_END = {"br", "img", "link", "meta", "param", "li"}
 failures = []
 
@@ -96,9 +98,9 @@ def check_messages(page):
     explained = re.sub(r"\s+", " ", "".join(page.text))
     call = re.compile(
         r'(?:messages_?\.show\([^;"]*?|fail\(|SectionFailure\(|askYesNo\w*\(|saveModifiedProject\('
-        r'|range_error\(|showActivity\(|lblNote->setText\(|(?<!:):\s*tr\((?="[^"]*\.")|, path \+ )\s*(?:tr\()?"((?:[^"\\]|\\.)+)"', re.S)
+        r'|range_error\(|showActivity\(|lblNote->setText\(|\bshowNotice_?\(|emit notice\(|\bsay\(|\btell\(\w+, |\.offer\(\{[^;"]*?|(?<!:):\s*tr\((?="[^"]*\.")|, path \+ )\s*(?:tr\()?"((?:[^"\\]|\\.)+)"', re.S)
     count = 0
-    for folder in ("model", "script", "link", "display/forms", "check/forms", "dialogs", "mainwindow"):
+    for folder in ROOMS:
         for path in sorted((SOURCE / folder).rglob("*")):
             if path.suffix not in (".cpp", ".h"):
                 continue
