@@ -1,6 +1,6 @@
 #!/bin/sh
 # Adds the programs in this folder to the present user's desktop: menu entries, icon, .orx files that open by a double
-# click, manual pages and bash completion, and orvista to where commands are found. With --remove it takes all of that away again.
+# click, manual pages and completion of bash, zsh and fish, and orvista to where commands are found. With --remove it takes all of that away again.
 set -eu
 here=$(dirname "$(readlink -f "$0")")
 data=${XDG_DATA_HOME:-$HOME/.local/share}
@@ -9,7 +9,9 @@ entries=$data/applications
 types=$data/mime/packages/orvista-editor.xml
 about=$data/metainfo/orvista-editor.metainfo.xml
 manual=$data/man/man1
-completions=$data/bash-completion/completions
+bash=$data/bash-completion/completions
+zsh=$data/zsh/site-functions
+fish=$data/fish/vendor_completions.d
 icons=$data/icons/hicolor
 commands=$HOME/.local/bin
 
@@ -41,14 +43,16 @@ add() {
         echo "orvista-editor is not in $here" >&2
         exit 1
     fi
-    mkdir -p "$entries" "$data/mime/packages" "$data/metainfo" "$manual" "$completions"
+    mkdir -p "$entries" "$data/mime/packages" "$data/metainfo" "$manual" "$bash" "$zsh" "$fish"
     for program in $programs; do
         escaped=$(exec_path $program | sed 's/[\\&|]/\\&/g')
         sed "s|@PROGRAM@|$escaped|" "$here/desktop/$program.desktop.in" >"$entries/$program.desktop"
     done
     for program in $programs orvista; do
         cp "$here/man/$program.1" "$manual"
-        cp "$here/completion/$program" "$completions"
+        cp "$here/completion/bash/$program" "$bash"
+        cp "$here/completion/zsh/_$program" "$zsh"
+        cp "$here/completion/fish/$program.fish" "$fish"
     done
     # A command of that name that is somebody else's stays.
     mkdir -p "$commands"
@@ -84,7 +88,7 @@ remove() {
         rm -f "$entries/$program.desktop"
     done
     for program in $programs orvista; do
-        rm -f "$manual/$program.1" "$completions/$program"
+        rm -f "$manual/$program.1" "$bash/$program" "$zsh/_$program" "$fish/$program.fish"
     done
     if [ -L "$commands/orvista" ]; then
         rm "$commands/orvista"
@@ -96,7 +100,8 @@ remove() {
     update_databases
     remove_empty_databases
     for folder in "$icons"/*/apps "$icons"/* "$icons" "$data/icons" "$data/mime/packages" "$data/mime/application" \
-        "$data/mime" "$entries" "$data/metainfo" "$manual" "$data/man" "$completions" "$data/bash-completion" "$commands"; do
+        "$data/mime" "$entries" "$data/metainfo" "$manual" "$data/man" "$bash" "$data/bash-completion" "$zsh" "$data/zsh" "$fish" \
+        "$data/fish" "$commands"; do
         [ ! -d "$folder" ] || rmdir --ignore-fail-on-non-empty "$folder"
     done
     echo "The programs are no longer in your menu. This folder can be deleted."

@@ -14,7 +14,7 @@ from displays import Display
 from program import COMMANDS, EXAMPLE, PROGRAM, PROJECT, SOURCE, ProgramTest, main
 
 PAGE = (SOURCE / "packaging" / "linux" / "man" / "orvista.1").read_text("ascii")
-COMPLETION = SOURCE / "packaging" / "linux" / "completion" / "orvista"
+COMPLETIONS = SOURCE / "packaging" / "linux" / "completion"
 
 
 def manual_fields(command):
@@ -36,8 +36,8 @@ class Manual(ProgramTest):
 
     def completions(self, *words):
         script = 'source "$1"; shift; compopt() { :; }; COMP_WORDS=("$@"); COMP_CWORD=$(($# - 1)); _orvista; printf "%s\\n" "${COMPREPLY[@]}"'
-        result = subprocess.run(["bash", "-c", script, "bash", COMPLETION, "orvista", *words], cwd=self.folder,
-                                env=self.environment(), stdout=subprocess.PIPE, check=True)
+        result = subprocess.run(["bash", "-c", script, "bash", COMPLETIONS / "bash" / "orvista", "orvista", *words], cwd=self.folder,
+                                stdout=subprocess.PIPE, check=True)
         return set(result.stdout.decode().split())
 
     def test_json_fields_are_those_of_the_manual(self):
@@ -69,6 +69,49 @@ class Manual(ProgramTest):
         for command in COMMANDS:
             self.assertIn("\\fBorvista " + " ".join(command), PAGE)
         self.assertEqual(re.search(r'"(\d+\.\d+-\d+)"', PAGE)[1], self.expect(0, "--version").decode().split()[1])
+
+    def test_manual_has_the_options_of_each_command_in_its_synopsis(self):
+        synopsis = re.sub(r"\\f[BIR]", "", PAGE.split(".nf\n")[1].split(".fi\n")[0]).replace("\\-", "-").replace("\n    ", " ")
+        for command in COMMANDS:
+            line, = [line for line in synopsis.splitlines() if (line + " ").startswith("orvista " + " ".join(command) + " ")]
+            told = self.options(*command) - {"--help"}
+            if "--output" in told:  # by its letter
+                told = told - {"--output"} | {"-o"}
+            self.assertEqual(set(re.findall(r"(?<![\w-])-(?:-[a-z-]+|o)\b", line)), told, command)
+
+    def test_completions_are_made_from_the_help(self):
+        (self.folder / "programs").mkdir()
+        (self.folder / "programs" / "orvista").symlink_to(PROGRAM)
+        subprocess.run([COMPLETIONS / "make", self.folder / "programs", self.folder / "made"], stderr=subprocess.DEVNULL, check=True)
+        made = {path.relative_to(self.folder / "made") for path in (self.folder / "made").rglob("*") if path.is_file()}
+        self.assertEqual({str(path) for path in made}, {"bash/orvista", "zsh/_orvista", "fish/orvista.fish"})
+        for path in made:
+            self.assertEqual((self.folder / "made" / path).read_text(), (COMPLETIONS / path).read_text(),
+                             f"run packaging/linux/completion/make with the folder of the programs: {path}")
+
+    @unittest.skipUnless(shutil.which("zsh"), "zsh is not installed")
+    def test_zsh_reads_its_completions(self):
+        for path in (COMPLETIONS / "zsh").iterdir():
+            subprocess.run(["zsh", "-n", path], check=True)
+        # What zsh's own functions would find on the line is given.
+        script = ("_arguments() { print -rl -- $@; state=$found line=($words) }; _describe() { print -rl -- $commands }; "
+                  "found=$1 words=(${@:2}); source $0")
+        for state, words, expected in (("command", [], "check:Tell what will go wrong on the display"),
+                                       ("argument", ["upload"], "--skip-equal[")):
+            out = subprocess.run(["zsh", "-f", "-c", script, COMPLETIONS / "zsh" / "_orvista", state, *words],
+                                 stdout=subprocess.PIPE, check=True).stdout.decode()
+            self.assertIn(expected, out)
+
+    @unittest.skipUnless(shutil.which("fish"), "fish is not installed")
+    def test_fish_completes_commands_options_and_messages(self):
+        def completed(line):
+            result = subprocess.run(["fish", "--no-config", "-c", f"source {COMPLETIONS}/fish/orvista.fish; complete -C '{line}'"],
+                                    cwd=self.folder, stdout=subprocess.PIPE, check=True, env=os.environ | {"HOME": str(self.folder)})
+            return {row.split("\t")[0] for row in result.stdout.decode().splitlines()}
+        self.assertEqual(completed("orvista "), {command[0] for command in COMMANDS})
+        for command in COMMANDS:
+            self.assertEqual(completed("orvista " + " ".join(command) + " --"), self.options(*command), command)
+        self.assertEqual(completed("orvista switch gate --on STDMSG4"), {"STDMSG4", "STDMSG40"})
 
     def test_completion_has_every_option_and_command(self):
         self.assertEqual(self.completions(""), {command[0] for command in COMMANDS} | {"--help", "--version"})

@@ -1,0 +1,21 @@
+# fish completion for lx400d-simulator; made from its help
+
+complete -c lx400d-simulator -f
+complete -c lx400d-simulator -s h -l help -d 'Displays help on commandline options'
+complete -c lx400d-simulator -l help-all -d 'Displays help including Qt specific options'
+complete -c lx400d-simulator -s v -l version -d 'Displays version information'
+complete -c lx400d-simulator -l modbus-port -x -d 'Modbus/TCP port, 0 for any free one (502)'
+complete -c lx400d-simulator -l transfer-port -x -d 'File transfer port, 0 for any free one (7000)'
+complete -c lx400d-simulator -l listen -x -a '127.0.0.1' -d 'Address to listen on (127.0.0.1)'
+complete -c lx400d-simulator -l root -x -a '(__fish_complete_directories)' -d 'Folder of the device\'s files'
+complete -c lx400d-simulator -l columns -x -d 'Dots across the panel (128)'
+complete -c lx400d-simulator -l clock -x -d 'Let the device\'s clock stand at a time, such as 2026-01-31T14:05:00'
+complete -c lx400d-simulator -l headless -d 'Run without a window'
+complete -c lx400d-simulator -l log -d 'Print every request'
+complete -c lx400d-simulator -l snapshot -x -k -a '(__fish_complete_suffix .png)' -d 'Write a picture of the panel when the program ends'
+complete -c lx400d-simulator -l at -x -d 'Write the picture at the start and after every change, as the panel looks that many milliseconds after its messages began'
+complete -c lx400d-simulator -l fault -x -a 'refuse close reset no-answer exception garbage' -d 'Modbus fault: refuse, close, reset, no-answer, exception or garbage'
+complete -c lx400d-simulator -l exception -x -d 'Exception code that --fault exception answers, 1 to 11 (4)'
+complete -c lx400d-simulator -l delay -x -d 'Perform and answer Modbus requests that much later'
+complete -c lx400d-simulator -l fail-file -x -d 'Let the nth file of every file transfer fail'
+complete -c lx400d-simulator -l fail-how -x -a 'refuse hang-up stall' -d 'How it fails: refuse, hang-up or stall (refuse)'
