@@ -1,9 +1,11 @@
 #include "model/DeviceFileWriters.h"
 
+#include "model/FileReplacing.h"
 #include "model/FolderLookup.h"
 #include "model/ItemKind.h"
 #include "model/Numbers.h"
 #include "model/ReservedLines.h"
+#include "model/SystemFile.h"
 
 #include <filesystem>
 #include <span>
@@ -13,6 +15,8 @@
 namespace orvista::DocMgrModule {
 
 namespace {
+
+namespace fs = std::filesystem;
 
 void writeLine(ByteSink& sink, std::string_view text) {
     sink.write(text);
@@ -73,10 +77,25 @@ void writeVariables(ByteSink& sink, const Project& project, BooleanBlockGap gap)
         writeBooleanBlock(sink, project, i, gap);
 }
 
-bool leadsElsewhere(const std::filesystem::path& file, const std::string& projectFile) {
+bool isLink(const fs::path& path) {
+    return kindOf(path) == fs::file_type::symlink;
+}
+
+/// True also where the system does not say.
+bool isProjectFile(const fs::path& file, const std::string& projectFile) {
     std::error_code error;
-    return kindOf(file) == std::filesystem::file_type::symlink ||
-           (!projectFile.empty() && std::filesystem::equivalent(file, systemPath(projectFile), error));
+    return !projectFile.empty() && (fs::equivalent(file, systemPath(projectFile), error) || error);
+}
+
+/// Whether writing to the file would change one of somebody's: what is behind a link belongs to them, the
+/// project may link to the file, or be one of its names. Other names keep their bytes where the folder lets
+/// them.
+bool reachesOthers(const fs::path& file, const std::string& projectFile) {
+    if (kindOf(file) == fs::file_type::not_found)
+        return false;
+    const bool isLinkedTo = !projectFile.empty() && isLink(systemPath(projectFile));
+    return isLink(file) || (isLinkedTo && isProjectFile(file, projectFile)) ||
+           (!leaveOtherNames(file) && isProjectFile(file, projectFile));
 }
 
 template <typename Write>
@@ -125,7 +144,7 @@ void writeDefaultPls(ByteSink& sink) {
 
 FileSink createDeviceFile(const std::string& path, const FileContext& context) {
     const std::string file = deviceFileOnDisk(context.paths, path);
-    if (leadsElsewhere(systemPath(file), context.projectFile))
+    if (reachesOthers(systemPath(file), context.projectFile))
         throw OpenFailure(std::make_error_code(std::errc::too_many_symbolic_link_levels));
     return FileSink(file);
 }

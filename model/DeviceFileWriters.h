@@ -19,9 +19,9 @@ void writeIlmVar(ByteSink& sink, const Project& project);
 void writeIlmVarSection(ByteSink& sink, const Project& project);
 void writeDefaultPls(ByteSink& sink);
 
-/// The device file at `path` (UTF-8), created or truncated, whatever the case of its name on disk. A link and
-/// the project file itself count as a file that cannot be created: what they lead to belongs to somebody.
-/// \throws OpenFailure
+/// The device file at `path` (UTF-8), created or truncated, whatever the case of its name on disk. A link
+/// counts as a file that cannot be created: what it leads to belongs to somebody, and it may be the project
+/// file. A file with several names gets one of its own, and the others keep their bytes. \throws OpenFailure
 FileSink createDeviceFile(const std::string& path, const FileContext& context);
 
 bool WriteModbusAdr(const std::string& path, const Project& project, const FileContext& context);

@@ -155,7 +155,28 @@ void replaceRegularFile(const fs::path& path, std::string_view bytes, bool isThe
     syncFolder(path.has_parent_path() ? path.parent_path() : ".");
 }
 
+void expectWritable(const fs::path& file) {
+    SystemFile(file, SystemFile::Mode::Existing).close();
+}
+
 } // namespace
+
+bool leaveOtherNames(const fs::path& file) {
+    if (kindOf(file) != fs::file_type::regular || nameCount(file) == 1)
+        return true;
+    expectWritable(file);
+    try {
+        NewFile created(file);
+        created.file().takePermissionsOf(file);
+        created.file().close();
+        created.putInPlaceOf(file);
+        return true;
+    } catch (const OpenFailure& failure) {
+        if (!isForbidden(failure))
+            throw;
+        return false;
+    }
+}
 
 void replaceFile(const std::string& path, std::string_view bytes) {
     const auto [file, kind] = behindLinks(systemPath(path));
@@ -164,7 +185,7 @@ void replaceFile(const std::string& path, std::string_view bytes) {
         return replaceRegularFile(file, bytes, false);
     case fs::file_type::regular:
         // Replacing needs no right to the file itself; what is write-protected must stay so.
-        SystemFile(file, SystemFile::Mode::Existing).close();
+        expectWritable(file);
         return replaceRegularFile(file, bytes, true);
     case fs::file_type::character:
     case fs::file_type::block:

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <string>
 #include <string_view>
 
@@ -14,5 +15,10 @@ namespace orvista {
 ///         system does not say what is there;
 ///         WriteFailure when it fails later
 void replaceFile(const std::string& path, std::string_view bytes);
+
+/// Puts an empty file in the place of one that has other names (hard links), which keep the bytes. False
+/// where the folder lets no file be made, so that the names stay together. \throws OpenFailure where the file
+/// is write-protected; WriteFailure
+bool leaveOtherNames(const std::filesystem::path& file);
 
 } // namespace orvista

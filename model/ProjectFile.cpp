@@ -6,6 +6,7 @@
 #include "model/NoMessages.h"
 #include "model/ProjectFileSections.h"
 #include "model/ReadingRemarks.h"
+#include "model/StagedFiles.h"
 #include "model/SystemFile.h"
 #include "model/Text.h"
 
@@ -191,6 +192,7 @@ std::string projectFilePath(const PathRules& paths, const std::string& folder, c
 
 SaveOutcome SaveProject(const std::string& folder, const std::string& name, const Project& project,
                         const FileContext& context) {
+    finishStaging(folder); // or what is saved now could be replaced by it later
     const std::string path = projectFilePath(context.paths, folder, name);
     if (!saveProjectFile(path, project, context))
         return SaveOutcome::ProjectFileFailed;
@@ -203,6 +205,7 @@ bool ReadProject(const std::string& path, Project& project, const FileContext& c
                  const BeforeReplacing& beforeReplacing) {
     const auto place = context.paths.split(path);
     const std::string folder = place ? place->folder : std::string{};
+    finishStaging(folder);
     const FileContext opening{context.paths, context.messages, projectFileOnDisk(context.paths, path)};
     Parts parts;
     const std::string readFailure = readSections(path, context.paths, parts);
@@ -220,6 +223,7 @@ bool ReadProject(const std::string& path, Project& project, const FileContext& c
 bool readProjectWithoutWriting(const std::string& path, Project& project, const FileContext& context,
                                FileRemarks* remarks) {
     const SplitPath place = context.paths.split(path).value_or(SplitPath{".", path});
+    finishStaging(place.folder);
     Parts parts;
     const std::string failure = readSections(path, context.paths, parts);
     for (const ProjectFileSection& section : parts.sections)

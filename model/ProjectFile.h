@@ -40,15 +40,16 @@ using BeforeReplacing = std::function<void(const std::string& folder, const File
 
 /// Reads the project file at `path` (UTF-8): splits it into the device files of its folder, then reads
 /// those. False after a failure, which was shown; what was read before stays in the model and on disk.
+/// A download that was killed while its files appeared in the folder is finished first, as by a save.
 /// \param beforeReplacing is told what the readers meet before a device file is replaced
 bool ReadProject(const std::string& path, Project& project, const FileContext& context,
                  const BeforeReplacing& beforeReplacing = {});
 
 /// Reads the project file at `path` (UTF-8; its folder is the present one when it names none) as opening it
-/// does, with the same messages, but writes nothing anywhere: what stands in the project file is read from
-/// there, and the device file of a section that is missing from the project's folder. ProjPath and ProjName
-/// become the path's. False after a failure of the project file, which was shown; what was read before stays
-/// in the model.
+/// does, with the same messages, but writes nothing anywhere, except for finishing a download: what stands in
+/// the project file is read from there, and the device file of a section that is missing from the project's
+/// folder. ProjPath and ProjName become the path's. False after a failure of the project file, which was
+/// shown; what was read before stays in the model.
 /// \param remarks gets what the readers met
 bool readProjectWithoutWriting(const std::string& path, Project& project, const FileContext& context,
                                FileRemarks* remarks = nullptr);

@@ -11,6 +11,7 @@
 #include <io.h>
 #include <windows.h>
 #else
+#include <sys/file.h>
 #include <unistd.h>
 #endif
 
@@ -63,6 +64,15 @@ int closeFile(int file) {
     return _close(file);
 }
 
+bool lockFile(int file) {
+    // A byte that no file has, since the system lets nobody else read a byte that is locked.
+    OVERLAPPED at{};
+    at.OffsetHigh = 1U << 30;
+    const auto handle = reinterpret_cast<HANDLE>(_get_osfhandle(file));
+    return LockFileEx(handle, LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY, 0, 1, 0, &at) != 0 ||
+           GetLastError() != ERROR_LOCK_VIOLATION;
+}
+
 #else
 
 int openFile(const fs::path& path, SystemFile::Mode mode) {
@@ -86,6 +96,10 @@ int setSize(int file, std::uint64_t size) {
 
 int closeFile(int file) {
     return ::close(file);
+}
+
+bool lockFile(int file) {
+    return again([file] { return ::flock(file, LOCK_EX | LOCK_NB); }) == 0 || errno != EWOULDBLOCK;
 }
 
 #endif
@@ -137,6 +151,21 @@ fs::file_type kindOf(const fs::path& path) {
     if (kind == fs::file_type::none)
         throw OpenFailure(error);
     return kind;
+}
+
+std::uintmax_t nameCount(const fs::path& path) {
+    std::error_code error;
+    std::uintmax_t count = 0;
+    do
+        count = fs::hard_link_count(path, error);
+    while (error == std::errc::interrupted);
+    if (error)
+        throw OpenFailure(error);
+    return count;
+}
+
+bool SystemFile::lock() {
+    return lockFile(file_);
 }
 
 #ifdef _WIN32

@@ -30,6 +30,9 @@ public:
     /// Waits until the bytes are on the disk; where a file knows no such thing, nothing.
     void sync();
     void close();
+    /// Keeps the file for this program until it is closed. False while another one has it; where files cannot
+    /// be kept, nobody has any.
+    bool lock();
 
 private:
     int file_ = -1;
@@ -38,6 +41,9 @@ private:
 /// What a name stands for, be it a link; `not_found` where there is none.
 /// \throws OpenFailure where the system does not say
 std::filesystem::file_type kindOf(const std::filesystem::path& path);
+/// How many names (hard links) the file has.
+/// \throws OpenFailure where the system does not say
+std::uintmax_t nameCount(const std::filesystem::path& path);
 /// Puts one file in the place of another, in one step.
 /// \throws WriteFailure
 void renameOver(const std::filesystem::path& from, const std::filesystem::path& to);

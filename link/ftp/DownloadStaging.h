@@ -2,7 +2,6 @@
 
 #include "model/PathRules.h"
 
-#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -10,7 +9,8 @@ namespace orvista {
 
 /// Files on their way into a folder: they are collected in a folder of their own inside it and appear under
 /// their final names only when all are complete. Either all of them appear, or the folder stays as it was.
-/// What was not brought over is removed with the object; what a killed program left, by the next one.
+/// What was not brought over is removed with the object; what a killed program left is finished or removed by
+/// the next one.
 class DownloadStaging {
 public:
     /// Makes the inner folder. \throws std::system_error
@@ -22,33 +22,17 @@ public:
     /// False for a name that the disk cannot hold. \param finalPath as for pathFor
     static bool canAppear(const std::string& finalPath);
 
-    /// Where to write the next file. \param finalPath where it is to appear, replacing what is there
-    /// \throws std::system_error when something stands there that a file cannot replace
-    const std::string& pathFor(const std::string& finalPath);
+    /// Where to write the next file. \param finalPath where in the folder it is to appear, replacing what is
+    /// there \throws std::system_error when something stands there that a file cannot replace
+    std::string pathFor(const std::string& finalPath);
     /// Brings every file over, but for those whose names the disk refuses.
     /// \throws std::system_error when one cannot be; those before it are as they were, then
     void complete();
 
 private:
-    struct File {
-        std::string stagedPath;
-        std::string finalPath;
-    };
-    enum class Before { Nothing, AFile };
-
-    std::filesystem::path keptPath(std::size_t index) const;
-    Before keepWhatIsThere(std::size_t index) const;
-    void replace(std::size_t index);
-    void takeBack() noexcept;
-
     const PathRules paths_;
     std::string inner_;
-    std::vector<File> files_;
-    struct Replaced {
-        std::size_t index;
-        Before before;
-    };
-    std::vector<Replaced> replaced_;
+    std::vector<std::string> names_;
 };
 
 } // namespace orvista

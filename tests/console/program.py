@@ -2,6 +2,7 @@
 
 import os
 import shutil
+import signal
 import subprocess
 import sys
 import tempfile
@@ -16,6 +17,11 @@ PROJECT = "PUMPSTATION.orx"
 COMMANDS = (["check"], ["compare"], ["show"], ["addresses"], ["messages", "export"], ["messages", "import"],
             ["variables", "export"], ["variables", "import"], ["new"], ["upload"], ["download"], ["read"], ["switch"], ["write"],
             ["help"], ["version"])
+
+# What starts the tests may ignore these, as nohup and a script's background do, and the program keeps to that.
+signal.signal(signal.SIGINT, signal.default_int_handler)
+if hasattr(signal, "SIGHUP"):
+    signal.signal(signal.SIGHUP, signal.SIG_DFL)
 
 
 class ProgramTest(unittest.TestCase):

@@ -248,19 +248,63 @@ TEST_F(SaveFailures, OpeningDoesNotWriteThroughLinks) {
 
 TEST_F(SaveFailures, OpeningDoesNotWriteIntoTheProjectFileItself) {
     const std::string bytes = "[MODBUS.ADR]\n[ALTMSG.ILM]\nDEFMSG a\nx\nENDMSG\n";
-    for (const bool isHard : {true, false}) {
-        messages.shown.clear();
-        fs::remove(folder.file("altmsg.ilm"));
-        writeBytes(folder.file("Plant.orx"), bytes);
-        if (isHard)
-            fs::create_hard_link(folder.file("Plant.orx"), folder.file("altmsg.ilm"));
-        else
-            fs::create_symlink(folder.file("Plant.orx"), folder.file("altmsg.ilm"));
-        EXPECT_FALSE(ReadProject(folder.file("Plant.orx"), project, context));
-        EXPECT_EQ(messages.shown,
-                  (std::vector<Shown>{{MessageIcon::None, "Unable to open " + folder.file("AltMsg.ilm")}}));
-        EXPECT_EQ(fileBytes(folder.file("Plant.orx")), bytes);
+    writeBytes(folder.file("Plant.orx"), bytes);
+    fs::create_symlink(folder.file("Plant.orx"), folder.file("altmsg.ilm"));
+    EXPECT_FALSE(ReadProject(folder.file("Plant.orx"), project, context));
+    EXPECT_EQ(messages.shown,
+              (std::vector<Shown>{{MessageIcon::None, "Unable to open " + folder.file("AltMsg.ilm")}}));
+    EXPECT_EQ(fileBytes(folder.file("Plant.orx")), bytes);
+}
+
+TEST_F(SaveFailures, TheOtherNamesOfADeviceFileKeepTheirBytes) {
+    for (const std::string& name : deviceFiles) {
+        writeBytes(folder.file("kept " + name), "kept " + name);
+        chmod(folder.file("kept " + name).c_str(), 0640);
+        fs::create_hard_link(folder.file("kept " + name), folder.file(name));
     }
+    EXPECT_EQ(save(), SaveOutcome::Saved);
+    EXPECT_TRUE(messages.shown.empty());
+    for (const std::string& name : deviceFiles) {
+        EXPECT_EQ(fileBytes(folder.file("kept " + name)), "kept " + name);
+        EXPECT_NE(fileBytes(folder.file(name)), "kept " + name);
+        EXPECT_EQ(fs::hard_link_count(folder.file(name)), 1U);
+        EXPECT_EQ(fs::status(folder.file(name)).permissions(), fs::perms(0640));
+    }
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder.path()), {}), 11);
+}
+
+TEST_F(SaveFailures, ADeviceFileMayBeAnotherNameOfTheProjectFile) {
+    const std::string bytes = "[MODBUS.ADR]\n[ILMVAR.DEF]\n[STDMSG.ILM]\n[ALTMSG.ILM]\nDEFMSG a\nx\nENDMSG\n";
+    writeBytes(folder.file("Plant.orx"), bytes);
+    fs::create_hard_link(folder.file("Plant.orx"), folder.file("altmsg.ilm"));
+    EXPECT_TRUE(ReadProject(folder.file("Plant.orx"), project, context));
+    EXPECT_TRUE(messages.shown.empty());
+    EXPECT_EQ(fileBytes(folder.file("Plant.orx")), bytes);
+    EXPECT_EQ(fileBytes(folder.file("altmsg.ilm")), "DEFMSG a\r\nx\r\nENDMSG\r\n");
+    EXPECT_EQ(project.ALTMSG[0], "x\r\n");
+}
+
+/// Nothing can be put in the place of a file there, so that its names stay together.
+TEST_F(SaveFailures, SeveralNamesInAProtectedFolderAreWrittenThroughButNeverTheProjects) {
+    for (const std::string& name : deviceFiles) {
+        writeBytes(folder.file(name), "old");
+        chmod(folder.file(name).c_str(), 0666);
+    }
+    writeBytes(folder.file("Plant.orx"), "old");
+    chmod(folder.file("Plant.orx").c_str(), 0666);
+    fs::create_hard_link(folder.file("stdmsg.ilm"), folder.file("another name"));
+    fs::remove(folder.file("altmsg.ilm"));
+    fs::create_hard_link(folder.file("Plant.orx"), folder.file("altmsg.ilm"));
+    chmod(folder.path().c_str(), 0555);
+    EXPECT_TRUE(holdsUnprivileged([&] {
+        return save() == SaveOutcome::DeviceFileFailed && messages.shown.size() == 1 &&
+               messages.shown[0] ==
+                   Shown{MessageIcon::Exclamation, "unable to open " + folder.file("altmsg.ilm")};
+    }));
+    chmod(folder.path().c_str(), 0755);
+    EXPECT_EQ(fileBytes(folder.file("Plant.orx")), expectedProjectFile(project.IP));
+    EXPECT_EQ(fileBytes(folder.file("another name")), fileBytes(folder.file("stdmsg.ilm")));
+    EXPECT_NE(fileBytes(folder.file("another name")), "old");
 }
 
 TEST_F(SaveFailures, APlayListThatIsALinkIsToldAndTheProjectIsReadAllTheSame) {
