@@ -1,5 +1,8 @@
 #include "mainwindow/RecoveryFolder.h"
 
+#include "model/Files.h"
+#include "model/SystemFile.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -46,12 +49,25 @@ bool RecoveryFolder::prepare() {
 bool RecoveryFolder::write(const std::string& bytes) {
     if (!prepare())
         return false;
+    const bool isFirst = !QFile::exists(path_);
     QSaveFile file(path_);
     const auto size = static_cast<qint64>(bytes.size());
-    const bool written =
-        file.open(QIODevice::WriteOnly) && file.write(bytes.data(), size) == size && file.commit();
+    bool written = file.open(QIODevice::WriteOnly) && file.write(bytes.data(), size) == size && file.commit();
+    if (written && isFirst)
+        written = syncNames();
     removeOld();
     return written;
+}
+
+/// The bytes of a file that is new are of no use while its name is not on the disk. A name that was there
+/// before leads to one copy or the next.
+bool RecoveryFolder::syncNames() const {
+    try {
+        syncFolder(systemPath(folder_.toStdString()));
+        return true;
+    } catch (const WriteFailure&) {
+        return false;
+    }
 }
 
 void RecoveryFolder::remove() {

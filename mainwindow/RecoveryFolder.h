@@ -52,6 +52,7 @@ public:
 
 private:
     bool prepare();
+    bool syncNames() const;
     std::vector<Copy> copies() const;
     void removeOld() const;
     void removeLeftovers() const;

@@ -329,6 +329,24 @@ TEST_F(MessageCheck, FieldsWithoutRoom) {
               "RegVar12 is 7 wide and covers characters of this page: leave 7 blanks for it.");
 }
 
+/// More characters than that are not looked at, so that a hostile page stays cheap.
+TEST_F(MessageCheck, TenThousandCharactersOfAPageAreLookedAtForFieldsWithoutRoom) {
+    project.RegVar[0].width = "40";
+    const auto blanks = [](int x, int cells) {
+        return "TEXTS " + std::to_string(x) + " 0 RED BLACK \"" +
+               std::string(static_cast<std::size_t>(cells), ' ') + "-\"\n";
+    };
+    const auto page = [](const std::string& texts) {
+        return texts + "TEXTS 234 0 RED BLACK \"L\"\nDISPVARS 0 0 RED BLACK RegVar1";
+    };
+    std::string almostAll = blanks(6, 39);
+    for (int i = 0; i < 249; ++i)
+        almostAll += blanks(0, 40);
+    EXPECT_EQ(found(page({}), 512), Found{"2:24 field-gap"});
+    EXPECT_EQ(found(page(almostAll), 512), Found{"252:24 field-gap"});
+    EXPECT_EQ(found(page(almostAll + blanks(234, 1)), 512), Found{});
+}
+
 TEST_F(MessageCheck, FieldsThatOverlap) {
     EXPECT_FINDING("DISPVAR 0 0 RED BLACK RegVar1\nDISPVAR 55 0 RED BLACK RegVar2", "2:24 field-overlap");
     EXPECT_CLEAN("DISPVAR 0 0 RED BLACK RegVar1\nDISPVAR 56 0 RED BLACK RegVar2");

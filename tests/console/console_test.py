@@ -328,6 +328,7 @@ class Show(ProgramTest):
                                  **{x + 12: "O" for x in self.bar}})
         columns, found = self.lit("STDMSG1", "--columns", "40", "--scale", "5", scale=5)
         self.assertEqual((columns, len(found)), (40, 15))
+        self.assertEqual(self.lit("STDMSG1", "--columns", "1", "--scale", "64", scale=64), (1, {0: "R"}))
 
     def test_the_same_picture_is_the_same_file(self):
         for name in ("one.png", "other.png"):
@@ -352,6 +353,7 @@ class Show(ProgramTest):
                           ["BARS.orx", "STDMSG1"], ["BARS.orx", "-o", "a.png"], ["BARS.orx", "STDMSG1", "-o", "a.bmp"],
                           ["BARS.orx", "STDMSG1", "-o", "a.png", "--at", "-1"],
                           ["BARS.orx", "STDMSG1", "-o", "a.png", "--scale", "0"],
+                          ["BARS.orx", "STDMSG1", "-o", "a.png", "--columns", "1", "--scale", "65"],
                           ["none.orx", "STDMSG1", "-o", "a.png"]):
             self.complaint(2, "show", *arguments)
             self.assertFalse((self.folder / "a.png").exists())
@@ -519,6 +521,16 @@ class Sheets(ProgramTest):
             self.assertIn(name, self.complaint(1, "new", name))
             self.assertIn(": project file already exist", self.complaint(1, "new", name))
         self.assertEqual(self.files(), before)
+
+    def test_a_thousand_errors_are_told_and_the_others_counted(self):
+        (self.folder / "wrong.csv").write_text("message,script\n" + "STDMSG41,x\n" * 1003)
+        result = self.run_program("messages", "import", PROJECT, "wrong.csv")
+        lines = result.stderr.decode().splitlines()
+        self.assertEqual((result.returncode, len(lines)), (1, 1001))
+        self.assertIn("wrong.csv: row 1001,", lines[999])
+        self.assertEqual(lines[1000], "orvista: wrong.csv: and 3 more")
+        (self.folder / "wrong.csv").write_text("message,script\n" + "STDMSG41,x\n" * 1000)
+        self.assertNotIn(b"more\n", self.run_program("messages", "import", PROJECT, "wrong.csv").stderr)
 
     def test_import_to_another_project(self):
         (self.folder / "messages.csv").write_bytes(b"message,script\nSTDMSG1,new\n")

@@ -4,9 +4,11 @@ import csv
 import io
 import json
 import os
+import random
 import re
 import resource
 import signal
+import socket
 import subprocess
 import sys
 import time
@@ -15,7 +17,7 @@ from pathlib import Path
 sys.path.insert(0, str(Path(__file__).parents[1] / "tour"))
 import device_files  # noqa: E402  the project's files, written apart from the program
 
-from displays import Display  # noqa: E402
+from displays import PORTS, Display  # noqa: E402
 from ftp_displays import DEVICE_FILES, Displays  # noqa: E402
 from program import PROGRAM, ProgramTest, main  # noqa: E402
 
@@ -307,6 +309,30 @@ class Lists(FleetTest):
             self.assertEqual(out, "", arguments)
             self.assertEqual(len(error.splitlines()), 1, error)
 
+    def test_the_project_may_stand_behind_the_displays(self):
+        first, second = self.make(2)
+        self.displays.serve()
+        results, _ = self.results(0, "upload", "--to", first.address, second.address, "plant/LINE3.orx")
+        self.assertEqual([result["files"] for result in results.values()], [7, 7])
+        self.assertEqual((first.files(), second.files()), (self.sent(), self.sent()))
+
+    def test_sixty_at_once_are_the_most(self):
+        for jobs, status in (("60", 1), ("61", 2)):
+            self.outcome(status, "upload", "plant/LINE3.orx", "--to", NOBODY, "--jobs", jobs)
+
+    def test_what_waits_on_the_input_stays_there(self):
+        """For the next line of a script that is read from it."""
+        displays = self.make(3)
+        self.displays.serve()
+        reading, writing = os.pipe()
+        os.write(writing, b"the next line\n")
+        os.close(writing)
+        process = self.start("upload", "plant/LINE3.orx", "--to", *(display.address for display in displays), stdin=reading)
+        process.communicate(timeout=100)
+        self.assertEqual(process.returncode, 0)
+        self.assertEqual(os.read(reading, 100), b"the next line\n")
+        os.close(reading)
+
     def test_ten_thousand_rows(self):
         self.displays.serve()
         rows = [f"d{i},127.0.0.1,{i + 1},plant/LINE3.orx" for i in range(9999)]
@@ -425,6 +451,17 @@ class Download(FleetTest):
         results, _ = self.results(1, "download", "--from", display.address, "-o", "file/P.orx")
         self.assertEqual(results[display.address]["result"], "failed")
 
+    def test_a_download_that_fails_leaves_no_folder_that_it_made(self):
+        display, = self.make(1)
+        self.give(display)
+        self.displays.serve()
+        before = sorted(self.folder.rglob("*"))
+        for target in ("new/P.orx", "new/and/newer/P.orx"):
+            self.results(1, "download", "--from", NOBODY, "-o", target)
+        # The folder is there by the time that the project's own name turns out to be too long for the disk.
+        self.results(1, "download", "--from", display.address, "-o", f"new/and/newer/{'n' * 300}.orx")
+        self.assertEqual(sorted(self.folder.rglob("*")), before)
+
 
 class Interruption(FleetTest):
     """Whatever ends the program, no process of it stays, and nothing in the folder for temporary files."""
@@ -493,6 +530,34 @@ class Interruption(FleetTest):
     def test_a_kill_takes_the_others_with_it(self):
         status, _, _ = self.interrupted(lambda process: process.kill())
         self.assertEqual(status, -signal.SIGKILL)
+
+    def with_silent_display(self):
+        """The program in a session of its own, while its worker waits for a display that says nothing."""
+        listener = socket.create_server(("127.0.0.1", random.choice(PORTS)))
+        self.addCleanup(listener.close)
+        address = "127.0.0.1:%d" % listener.getsockname()[1]
+        process = self.start("upload", "plant/LINE3.orx", "--json", "--to", address, start_new_session=True)
+        connection, _ = listener.accept()
+        self.addCleanup(connection.close)
+        return process
+
+    def test_a_kill_takes_a_worker_with_it_that_waits(self):
+        """It would find out by itself once it has something to say, seconds later."""
+        process = self.with_silent_display()
+        children = self.children(process)
+        self.assertEqual(len(children), 1)
+        began = time.monotonic()
+        process.kill()
+        process.communicate(timeout=30)
+        self.wait_for_end_of(children)
+        self.assertLess(time.monotonic() - began, 5)
+
+    def test_ctrl_c_of_a_terminal_reaches_the_workers_too(self):
+        process = self.with_silent_display()
+        os.killpg(process.pid, signal.SIGINT)
+        out, _ = process.communicate(timeout=30)
+        result, = json.loads(out.splitlines()[-1])["results"]
+        self.assertEqual((result["result"], result["reason"]), ("failed", "interrupted"))
 
     def test_ctrl_c_at_any_moment(self):
         displays = self.make(4)

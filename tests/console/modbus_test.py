@@ -205,9 +205,15 @@ class Reading(ProgramTest):
 
     def test_seconds_to_watch_are_a_number_in_range(self):
         with Scripted(right_answer) as display:
-            for seconds in ("0", "0.49", "3601", "-1", "nan", "inf", "x", ""):
+            for seconds in ("0", "0.49", "3600.01", "-1", "nan", "inf", "x", ""):
                 self.assertIn("--watch", self.complaint(2, "read", display.display, "--project", PROJECT, "--watch", seconds))
         self.assertEqual(display.requests, [])
+        with Scripted(right_answer) as display:
+            process = subprocess.Popen([PROGRAM, "read", display.display, "--project", PROJECT, "--watch", "3600"],
+                                       cwd=self.folder, stdout=subprocess.PIPE, stderr=subprocess.PIPE)
+            self.assertEqual(process.stdout.readline(), b"No message is on\n")
+            process.send_signal(signal.SIGINT)
+            process.communicate(timeout=30)
 
     def test_watch_as_json_is_an_object_a_line_and_ends_with_its_reader(self):
         with Server() as server:

@@ -120,6 +120,14 @@ TEST(PageFit, WhatDoesNotFitIsCountedWhileThePageStandsStill) {
     EXPECT_EQ(unfit("CLEAR"), 0U);
 }
 
+TEST(PageFit, WhatDrawsNothingIsSeenWhereverItLies) {
+    for (const std::string script : {"IMG 500 0 RED BLACK none.bmp", "TEXT 500 0 RED BLACK \"  \""}) {
+        const ScriptPage page = pageOf(script);
+        EXPECT_EQ(PageFit(page, panel, fieldFormats(Project())).unseen(0, Passing::Counts).count, 0U)
+            << script;
+    }
+}
+
 TEST(PageFit, FieldsCountAsTheirTexts) {
     Project project;
     project.CoilVar[0].onText = "M g";

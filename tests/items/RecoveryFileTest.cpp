@@ -53,6 +53,7 @@ TEST(RecoveryFile, HoldsTheFormsLinesThenTheTexts) {
     // The checksum of "foobar" as published with the algorithm.
     EXPECT_EQ(recoveryFrame("foobar"), "orvista-recovery 1\n85944171f73967e8\nfoobar");
     EXPECT_EQ(recoveryFrame(""), "orvista-recovery 1\ncbf29ce484222325\n");
+    EXPECT_EQ(recoveryFrame("bar"), "orvista-recovery 1\n003934191339461a\nbar");
     EXPECT_EQ(recoveryBytes(plainProject(), {}), recoveryFrame(plainTexts(plainSettings, "5:CLEAR", "1:0")));
     Project project = plainProject();
     project.STDMSG[0] = "CLEAR\r\n\x80";

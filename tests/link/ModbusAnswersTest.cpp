@@ -99,6 +99,10 @@ TEST(ModbusAnswers, WhatIsNotModbusIsNotAwaited) {
                            {1, 2, 0, 1, 0, 6, 255, 1}};
     for (const Frame& frame : sizes)
         EXPECT_EQ(failure(readTwenty, frame), noModbus);
+    const Frame shortest{1, 2, 0, 0, 0, 2, 255};
+    EXPECT_FALSE(answerData(readTwenty, shortest));
+    const Frame longest{1, 2, 0, 0, 0, 254, 255, 1};
+    EXPECT_FALSE(answerData(readTwenty, longest));
 }
 
 TEST(ModbusAnswers, AnswersToSomethingElseAreRefused) {

@@ -84,6 +84,12 @@ void DiscardedScriptsTest::sixteenMegabytesAreKept() {
     QVERIFY(scripts.entries().empty());
     scripts.add(named("STDMSG1"), "e", noon);
     QCOMPARE(scripts.entries().size(), std::size_t{1});
+    // One that comes again is not counted twice.
+    for (int i = 0; i < 3; ++i)
+        scripts.add(named("STDMSG2"), std::string(10 * megabyte, 'f'), noon);
+    QCOMPARE(scripts.entries().size(), std::size_t{2});
+    scripts.add(named("STDMSG2"), std::string(16 * megabyte, 'g'), noon);
+    QCOMPARE(scripts.entries().size(), std::size_t{1});
 }
 
 void DiscardedScriptsTest::theSameScriptIsKeptOnce() {
@@ -219,6 +225,12 @@ void DiscardedScriptsTest::namesTheItemAndTheTime() {
     const QAction* const entry = editor.entries().front();
     QVERIFY(entry->text() == named(before) || entry->text() == named(after));
     QCOMPARE(entry->toolTip(), QStringLiteral("CLEAR three"));
+    editor.edit("R5", QString(400, u'x'));
+    editor.showMessage("R6");
+    QCOMPARE(editor.entries().front()->toolTip(), QString(400, u'x'));
+    editor.edit("R5", QString(401, u'x'));
+    editor.showMessage("R6");
+    QCOMPARE(editor.entries().front()->toolTip(), QString(400, u'x') + u'…');
 }
 
 void DiscardedScriptsTest::aLongScriptThatWasJustEditedIsKept() {

@@ -215,6 +215,7 @@ private slots:
     void neverPausesForMoreThanTenSeconds();
     void readsEverySecondUnlessToldOtherwise();
     void aShorterIntervalCountsAtOnce();
+    void isSilentWhileSomebodyElseTalksToTheDisplay();
     void comesBackWhenTheDisplayDoes();
     void whatWasReadStaysWhenTheDisplayGoesAway();
     void updateClosesTheConnectionFirst();
@@ -464,6 +465,33 @@ void DisplayMonitorTest::aShorterIntervalCountsAtOnce() {
     changes.clear();
     monitor.setInterval(std::chrono::milliseconds(10));
     QTRY_VERIFY(!changes.empty());
+}
+
+void DisplayMonitorTest::isSilentWhileSomebodyElseTalksToTheDisplay() {
+    SilentDisplay display;
+    Project project;
+    project.IP = "127.0.0.1";
+    DisplayMonitor monitor(project, display.port());
+    const auto waits = [&monitor] {
+        const auto timers = monitor.findChildren<QTimer*>();
+        return std::ranges::any_of(timers, [](const QTimer* timer) { return timer->isActive(); });
+    };
+    monitor.hold();
+    monitor.release(); // it was never started
+    QVERIFY(!waits());
+    monitor.start();
+    QTRY_COMPARE(display.clients.size(), 1U);
+    QVERIFY(waits());
+    monitor.hold();
+    QVERIFY(!waits());
+    QTRY_COMPARE(display.clients.front()->state(), QAbstractSocket::UnconnectedState);
+    monitor.stop();
+    monitor.release(); // it was stopped meanwhile
+    QVERIFY(!waits());
+    monitor.start();
+    monitor.hold();
+    monitor.release();
+    QTRY_COMPARE(display.clients.size(), 2U);
 }
 
 void DisplayMonitorTest::comesBackWhenTheDisplayDoes() {

@@ -91,6 +91,7 @@ private slots:
     void undoMarksModifiedAlsoWhereItBringsBackWhatWasSaved();
     void undoTouchesNoOtherEnabling();
     void anEditThatIsNotAppliedStopsEveryChangeOfItsItem();
+    void anEditThatIsNotAppliedStopsRedo();
     void theNoticeGoesWhenTheEditIsAppliedOrDiscarded();
     void newAddressesThatAreTypedStopAChangeOfTheAddresses();
     void anEditOfAnotherItemStopsNothing();
@@ -317,6 +318,19 @@ void ProjectChangesTest::anEditThatIsNotAppliedStopsEveryChangeOfItsItem() {
     QVERIFY(!editor.door().mayChange(std::vector<std::string>{"STDMSG3"}));
     QVERIFY(editor.door().mayChange(std::vector<std::string>{"STDMSG2", "RegVar1"}));
     QVERIFY(editor.script()->hasFocus());
+}
+
+void ProjectChangesTest::anEditThatIsNotAppliedStopsRedo() {
+    Changed editor;
+    editor.apply("R3", QStringLiteral("x"));
+    editor.trigger("miEditUndo");
+    editor.typeInto("R3", QStringLiteral("y"));
+    editor.trigger("miEditRedo");
+    QCOMPARE(editor.notice(), QStringLiteral("Not done: apply or discard the edit of STDMSG3 first."));
+    QCOMPARE(editor.project.STDMSG[2], std::string("CLEAR"));
+    QCOMPARE(editor.script()->toPlainText(), QStringLiteral("yCLEAR"));
+    QVERIFY(editor.applies());
+    QCOMPARE(editor.caption("miEditRedo"), QStringLiteral("Redo Apply STDMSG3"));
 }
 
 void ProjectChangesTest::theNoticeGoesWhenTheEditIsAppliedOrDiscarded() {

@@ -10,6 +10,9 @@ using namespace orvista::testing;
 
 namespace {
 
+/// What was waited for until it is on the disk.
+QStringList syncs;
+
 std::string workOf(const std::string& name) {
     Project project;
     project.ProjName = name;
@@ -56,12 +59,27 @@ constexpr qint64 megabyte = qint64{1} << 20;
 
 } // namespace
 
+#ifdef __linux__
+extern "C" {
+int fsync(int file) {
+    syncs << QFile::symLinkTarget(QStringLiteral("/proc/self/fd/%1").arg(file));
+    return 0;
+}
+int fdatasync(int file) {
+    return fsync(file);
+}
+}
+#endif
+
 class RecoveryFolderTest : public QObject {
     Q_OBJECT
 private slots:
     void isMadeWithTheFirstCopyForItsOwnerOnly();
+    void theNameOfTheFirstCopyIsOnTheDisk();
+    void longScriptsComeBack();
     void copiesOfEndedEditorsAreListedNewestFirst();
     void theCopyOfARunningEditorIsNotListed();
+    void anEditorThatRunsForDaysKeepsItsCopy();
     void aCopyThatIsOlderThanThirtyDaysIsRemoved();
     void theOldestAreRemovedWhileAllAreLargerThanFiftyMegabytes();
     void theCopyOfARunningEditorIsNeverRemoved();
@@ -86,6 +104,39 @@ void RecoveryFolderTest::isMadeWithTheFirstCopyForItsOwnerOnly() {
     QCOMPARE(copies.files().size(), 1);
 }
 
+void RecoveryFolderTest::theNameOfTheFirstCopyIsOnTheDisk() {
+#ifdef __linux__
+    const Copies copies;
+    RecoveryFolder editor(copies.path());
+    syncs.clear();
+    QVERIFY(editor.write(workOf("Line3")));
+    QVERIFY(!syncs.filter(copies.path() + u'/').empty()); // before it has its name
+    QCOMPARE(syncs.count(copies.path()), 1);
+    QCOMPARE(syncs.back(), copies.path());
+    syncs.clear();
+    QVERIFY(editor.write(workOf("Line4")));
+    QVERIFY(!syncs.filter(copies.path() + u'/').empty());
+    QCOMPARE(syncs.count(copies.path()), 0); // an old copy or the new one has the name
+#else
+    QSKIP("names are written through here");
+#endif
+}
+
+void RecoveryFolderTest::longScriptsComeBack() {
+    const Copies copies;
+    Project project;
+    project.STDMSG[0] = std::string(3 * megabyte, 'x');
+    {
+        RecoveryFolder editor(copies.path());
+        QVERIFY(editor.write(recoveryBytes(project, {})));
+    }
+    const auto abandoned = RecoveryFolder(copies.path()).abandoned();
+    QCOMPARE(abandoned.size(), std::size_t{1});
+    const auto work = RecoveryFolder::read(abandoned.front().path);
+    QVERIFY(work.has_value());
+    QVERIFY(work->project.STDMSG[0] == project.STDMSG[0]);
+}
+
 void RecoveryFolderTest::copiesOfEndedEditorsAreListedNewestFirst() {
     const Copies copies;
     copies.leave("old", 20);
@@ -102,6 +153,19 @@ void RecoveryFolderTest::theCopyOfARunningEditorIsNotListed() {
     copies.leave("ended", 1);
     QCOMPARE(namesIn(RecoveryFolder(copies.path())), QStringList{"ended"});
     QCOMPARE(namesIn(running), QStringList{"ended"});
+}
+
+void RecoveryFolderTest::anEditorThatRunsForDaysKeepsItsCopy() {
+    const Copies copies;
+    RecoveryFolder running(copies.path());
+    QVERIFY(running.write(workOf("running")));
+    QFile lock(copies.path() + u'/' + copies.files().filter(".lock").value(0));
+    QVERIFY(lock.open(QIODevice::ReadWrite));
+    QVERIFY(lock.setFileTime(QDateTime::currentDateTime().addDays(-3), QFileDevice::FileModificationTime));
+    lock.close();
+    const RecoveryFolder editor(copies.path());
+    QVERIFY(editor.abandoned().empty());
+    QVERIFY(!RecoveryFolder::claim(copies.path() + u'/' + copies.files().filter(".recovery").value(0)));
 }
 
 void RecoveryFolderTest::aCopyThatIsOlderThanThirtyDaysIsRemoved() {

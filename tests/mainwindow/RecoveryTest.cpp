@@ -94,6 +94,8 @@ private slots:
     void holdsTheModelAndWhatIsNotApplied();
     void theTimerRestsUnderADialogWhichWritesWhatWaits();
     void anUnchangedCopyIsNotWrittenAgain();
+    void aCopyThatFailedIsWrittenAtTheNextChange();
+    void eightNamesAreToldAndTheOthersCounted();
     void saveRemovesIt();
     void whatASaveLeavesOutIsKept();
     void anEditThatWasTakenBackLeavesNone();
@@ -194,6 +196,52 @@ void RecoveryTest::anUnchangedCopyIsNotWrittenAgain() {
     editor.applyScript("R5", "CLEAR other");
     editor.keep();
     QVERIFY(QFile::exists(copy));
+}
+
+void RecoveryTest::aCopyThatFailedIsWrittenAtTheNextChange() {
+    const TemporaryFolder data;
+    const std::string folder = data.file("recovery");
+    writeBytes(folder, "in the way");
+    EditorFixture editor;
+    editor.recovery = {QString::fromStdString(folder), 1h};
+    editor.startWithNewProject("Line3");
+    RecoveryKeeper& keeper = editor.window->recovery().keeper();
+    keeper.keepNow();
+    QCOMPARE(fileBytes(folder), std::string("in the way"));
+    std::filesystem::remove(systemPath(folder));
+    keeper.noteChange(); // though nothing differs from what could not be written
+    keeper.keepNow();
+    QCOMPARE(QDir(QString::fromStdString(folder)).entryList({"*.recovery"}, QDir::Files).size(), 1);
+}
+
+void RecoveryTest::eightNamesAreToldAndTheOthersCounted() {
+    const TemporaryFolder data;
+    {
+        Editor editor(data);
+        editor.newProject("Line3");
+        for (int i = 1; i <= 8; ++i)
+            editor.applyScript(qPrintable(QStringLiteral("R%1").arg(i)), "CLEAR other");
+        editor.trigger("miFileExit");
+    }
+    const QString eight = "STDMSG1, STDMSG2, STDMSG3, STDMSG4, STDMSG5, STDMSG6, STDMSG7, STDMSG8";
+    {
+        Editor editor(data);
+        onModal("frmRestore", [&](QWidget* dialog) {
+            QCOMPARE(rowsOf(dialog).value(0).section(u'|', 1), "was never saved; " + eight);
+            openFirst(dialog);
+        });
+        editor.trigger("miToolsRestore");
+        editor.applyScript("R9", "CLEAR ninth");
+        editor.applyScript("R10", "CLEAR tenth");
+        editor.trigger("miFileExit");
+    }
+    Editor next(data);
+    onModal("frmRestore", [&](QWidget* dialog) {
+        QCOMPARE(rowsOf(dialog).value(0).section(u'|', 1), "was never saved; " + eight + " and 2 more");
+        dialog->close();
+    });
+    next.trigger("miToolsRestore");
+    QVERIFY(allModalsServed());
 }
 
 void RecoveryTest::saveRemovesIt() {

@@ -95,6 +95,35 @@ TEST_F(ReplacedFile, IsTheOneThatLinksLeadTo) {
     EXPECT_EQ(std::distance(fs::directory_iterator(folder.file("far")), {}), 1);
 }
 
+TEST_F(ReplacedFile, IsBehindFortyLinksAtMost) {
+    const auto chain = [this](int links) {
+        for (int i = 0; i <= links; ++i)
+            fs::remove(folder.file(std::to_string(i)));
+        writeBytes(folder.file("0"), "old");
+        for (int i = 1; i <= links; ++i)
+            fs::create_symlink(std::to_string(i - 1), folder.file(std::to_string(i)));
+        return folder.file(std::to_string(links));
+    };
+    replaceFile(chain(40), "new");
+    EXPECT_EQ(fileBytes(folder.file("0")), "new");
+    EXPECT_THROW(replaceFile(chain(41), "new"), OpenFailure);
+    EXPECT_EQ(fileBytes(folder.file("0")), "old");
+}
+
+TEST_F(ReplacedFile, LiesBesideItsNewOneForAMomentUnderANameThatIsFree) {
+    // All of its names are taken but the last, then the last as well, so that another's are used.
+    for (int number = 1; number < 100; ++number)
+        writeBytes(folder.file("Plant.orx.new" + (number == 1 ? "" : std::to_string(number))), "");
+    replaceFile(file, "first");
+    writeBytes(folder.file("Plant.orx.new100"), "");
+    replaceFile(file, "second");
+    for (int number = 1; number <= 100; ++number)
+        writeBytes(folder.file("orvista.new" + (number == 1 ? "" : std::to_string(number))), "");
+    EXPECT_THROW(replaceFile(file, "third"), OpenFailure);
+    EXPECT_EQ(fileBytes(file), "second");
+    EXPECT_EQ(names().size(), 201U);
+}
+
 TEST_F(ReplacedFile, IsMadeWhereADanglingLinkLeads) {
     fs::create_symlink("later", file);
     replaceFile(file, "new");

@@ -7,7 +7,10 @@
 #include <cerrno>
 #include <cstdarg>
 #include <cstring>
+#include <filesystem>
 #include <map>
+#include <string>
+#include <vector>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -27,7 +30,19 @@ struct Faults {
     int error = 0; ///< as errno, or `killed`
     int count = 0; ///< calls so far
     bool newFilesForbidden = false;
+    int ofSyncs = 0;                ///< each sync fails so
+    std::vector<std::string> calls; ///< the writes, syncs and renames, with the names of their files
 } faults;
+
+std::string nameOf(int file) {
+    const auto path = std::filesystem::read_symlink("/proc/self/fd/" + std::to_string(file));
+    return std::filesystem::is_directory(path) ? "the folder" : path.filename().string();
+}
+
+void note(const std::string& call) {
+    if (faults.armed)
+        faults.calls.push_back(call);
+}
 
 bool failsNow() {
     if (!faults.armed || faults.count++ != faults.at)
@@ -63,12 +78,20 @@ int __wrap_open(const char* path, int flags, ...) {
     return failsNow() ? -1 : __real_open(path, flags, mode);
 }
 ssize_t __wrap_write(int file, const void* bytes, size_t size) {
+    if (faults.armed && faults.at < 0)
+        note("write " + nameOf(file));
     // A disk fills up, and a program is killed, half-way through.
     if (faults.armed && faults.count == faults.at && faults.error != EINTR)
         (void)!__real_write(file, bytes, size / 2);
     return failsNow() ? -1 : __real_write(file, bytes, size);
 }
-int __wrap_fsync(int) {
+int __wrap_fsync(int file) {
+    if (faults.at < 0)
+        note("sync " + nameOf(file));
+    if (faults.armed && faults.ofSyncs != 0) {
+        errno = faults.ofSyncs;
+        return -1;
+    }
     return failsNow() ? -1 : 0; // waiting for the disk itself would only take time here
 }
 int __wrap_close(int file) {
@@ -77,6 +100,8 @@ int __wrap_close(int file) {
     return fails ? (errno = faults.error, -1) : result;
 }
 int __wrap_rename(const char* from, const char* to) {
+    note("rename " + std::filesystem::path(from).filename().string() + " to " +
+         std::filesystem::path(to).filename().string());
     return failsNow() ? -1 : __real_rename(from, to);
 }
 int __wrap_ftruncate(int file, off_t size) {
@@ -146,10 +171,17 @@ public:
 
     /// False when the save makes fewer calls, so that none failed.
     bool run(int at, int error, bool newFilesForbidden = false) {
-        faults = {true, at, error, 0, newFilesForbidden};
+        faults = {true, at, error, 0, newFilesForbidden, 0, {}};
         outcome = SaveProject(folder.path(), "Plant", after, context);
         faults.armed = false;
         return faults.count > at;
+    }
+
+    /// Without a fault but this one of all syncs.
+    void runWithoutFault(bool newFilesForbidden = false, int ofSyncs = 0) {
+        faults = {true, -1, 0, 0, newFilesForbidden, ofSyncs, {}};
+        outcome = SaveProject(folder.path(), "Plant", after, context);
+        faults.armed = false;
     }
 
     /// The same in a program of its own that ends there.
@@ -261,6 +293,43 @@ TEST(LinkedProject, IsLeftOrReplacedWhereTheLinkLeadsAtEveryCallThatFails) {
     for (const Becomes size : {Becomes::Longer, Becomes::Shorter}) {
         EXPECT_GT(failEachCallForTheProjectFile(EIO, Old::Link, size, false), 10);
     }
+}
+
+/// Of the device files of a save, which are all written in their places.
+std::vector<std::string> withDeviceFiles(std::vector<std::string> calls) {
+    for (const std::string name : {"modbus.adr", "stdmsg.ilm", "altmsg.ilm", "ilmvar.def", "default.pls"}) {
+        calls.push_back("write " + name);
+        calls.push_back("sync " + name);
+    }
+    calls.emplace_back("sync the folder");
+    return calls;
+}
+
+TEST(SyncedSave, WaitsForTheBytesBeforeTheNameAndForTheNameBeforeTheRest) {
+    FaultySave save;
+    save.runWithoutFault();
+    EXPECT_EQ(save.outcome, SaveOutcome::Saved);
+    EXPECT_EQ(faults.calls, withDeviceFiles({"write Plant.orx.new", "sync Plant.orx.new",
+                                             "rename Plant.orx.new to Plant.orx", "sync the folder"}));
+}
+
+TEST(SyncedSave, WaitsForBytesThatAreWrittenInPlace) {
+    FaultySave save;
+    save.runWithoutFault(true);
+    EXPECT_EQ(save.outcome, SaveOutcome::Saved);
+    EXPECT_EQ(faults.calls, withDeviceFiles({"write Plant.orx", "sync Plant.orx"}));
+}
+
+TEST(SyncedSave, IsDoneWhereTheDiskKnowsNoSync) {
+    for (const int unknown : {EINVAL, ENOSYS, ENOTSUP}) {
+        FaultySave save;
+        save.runWithoutFault(false, unknown);
+        EXPECT_EQ(save.outcome, SaveOutcome::Saved) << unknown;
+        EXPECT_EQ(save.files(), save.newFiles);
+    }
+    FaultySave save;
+    save.runWithoutFault(false, EIO);
+    EXPECT_EQ(save.outcome, SaveOutcome::ProjectFileFailed);
 }
 
 TEST(InterruptedSave, IsDoneAllTheSame) {

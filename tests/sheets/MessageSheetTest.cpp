@@ -207,6 +207,13 @@ TEST(MessageSheet, TellsOfEveryErrorAtOnce) {
                             "row 16, content: a page's content is one line"));
 }
 
+TEST(MessageSheet, CountsPagesUpToAMillion) {
+    EXPECT_THAT(errorsOf("message,page,content\nSTDMSG1,1000000,a\nSTDMSG2,1000001,a\nSTDMSG3,0,a\n"),
+                ElementsAre("row 2, page: page 1 of STDMSG1 is missing",
+                            "row 3, page: \"1000001\" is not the number of a page, from 1",
+                            "row 4, page: \"0\" is not the number of a page, from 1"));
+}
+
 TEST(MessageSheet, TellsOfColumnsThatAreMissing) {
     EXPECT_THAT(errorsOf("script\nCLEAR\n"), ElementsAre("row 1, message: the column is missing"));
     EXPECT_THAT(errorsOf("message\nSTDMSG1\n"), ElementsAre("row 1, script: the column is missing"));

@@ -54,6 +54,9 @@ TEST(VariableSheet, TakesEqualNumbersForNoChange) {
     EXPECT_THAT(changesOf("name,default,width\nRegVar1,7.5,7\nRegVar2,0,7\nRegVar3,-0e3,7.0\nCoilVar1,1.0,\n",
                           project),
                 IsEmpty());
+    project.RegVar[0].defaultValue = " 7.50  ";
+    EXPECT_THAT(changesOf("name,default\nRegVar1,7.5\n", project), IsEmpty());
+    project.RegVar[0].defaultValue = "7.50";
     EXPECT_THAT(changesOf("name,default\nRegVar1,7.51\ncoilvar1,0\n", project),
                 ElementsAre(SheetChange{"RegVar1", "default", "7.50", "7.51"},
                             SheetChange{"CoilVar1", "default", "1", "0"}));
