@@ -63,6 +63,17 @@ private:
     std::uint64_t total_ = 0;
 };
 
+using FilesByName = std::map<std::string, const NamedFile*>;
+
+FilesByName byName(const std::vector<NamedFile>& files) {
+    FilesByName found;
+    for (const NamedFile& file : files)
+        found[lowerAscii(file.name)] = &file;
+    return found;
+}
+
+} // namespace
+
 std::optional<FileDifference> compareBytes(const NamedFile& before, const NamedFile& after) {
     Pieces left(before.path);
     Pieces right(after.path);
@@ -84,20 +95,9 @@ std::optional<FileDifference> compareBytes(const NamedFile& before, const NamedF
     }
 }
 
-using FilesByName = std::map<std::string, const NamedFile*>;
-
-FilesByName byName(const std::vector<NamedFile>& files) {
-    FilesByName found;
-    for (const NamedFile& file : files)
-        found[lowerAscii(file.name)] = &file;
-    return found;
+std::uint64_t sizeOfFile(const std::string& path) {
+    return Pieces(path).totalToEnd();
 }
-
-std::uint64_t sizeOf(const NamedFile& file) {
-    return Pieces(file.path).totalToEnd();
-}
-
-} // namespace
 
 std::vector<NamedFile> filesIn(const std::string& folder, const std::vector<std::string>& names) {
     const PathRules paths = PathRules::native();
@@ -120,13 +120,13 @@ std::vector<FileDifference> compareFiles(const std::vector<NamedFile>& before,
     for (const auto& [key, file] : left) {
         const auto other = right.find(key);
         if (other == right.end())
-            differences[key] = {file->name, sizeOf(*file), std::nullopt, std::nullopt};
+            differences[key] = {file->name, sizeOfFile(file->path), std::nullopt, std::nullopt};
         else if (const auto difference = compareBytes(*file, *other->second))
             differences[key] = *difference;
     }
     for (const auto& [key, file] : right) {
         if (!left.contains(key))
-            differences[key] = {file->name, std::nullopt, sizeOf(*file), std::nullopt};
+            differences[key] = {file->name, std::nullopt, sizeOfFile(file->path), std::nullopt};
     }
     std::vector<FileDifference> list;
     list.reserve(differences.size());

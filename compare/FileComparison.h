@@ -27,6 +27,11 @@ struct FileDifference {
     bool operator==(const FileDifference&) const = default;
 };
 
+/// Nothing where both have the same bytes.
+/// \throws std::system_error, whose text names the path, when a file cannot be read; here and below
+std::optional<FileDifference> compareBytes(const NamedFile& before, const NamedFile& after);
+std::uint64_t sizeOfFile(const std::string& path);
+
 /// What differs, by the names' order. The display knows names in any ASCII case; of names of one side that
 /// differ in case only the last one counts, which arrives last.
 /// \throws std::system_error, whose text names the path, when a file cannot be read

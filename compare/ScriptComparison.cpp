@@ -41,6 +41,13 @@ bool haveSameLines(std::string_view before, std::string_view after) {
     return before == after || linesOf(before) == linesOf(after);
 }
 
+std::string linesThatCount(std::string_view script) {
+    std::string text;
+    for (const Line& line : linesOf(script))
+        text.append(line.text).append(lineEnd);
+    return text;
+}
+
 std::vector<ComparedLine> comparedLines(std::string_view before, std::string_view after) {
     using Kind = ComparedLine::Kind;
     const std::vector<Line> left = linesOf(before);

@@ -89,7 +89,8 @@ void MessageRemarks::remarkStray(std::string_view line, std::size_t number) {
         reading_.remarks.add({FileRemarkKind::StrayLine, {}, {}, number});
 }
 
-void VariableRemarks::store(const ItemKind& kind, std::size_t row) {
+void VariableRemarks::store(const ItemKind& kind, std::size_t row, bool isAtItsAddress) {
+    reading_.hasOddAddress |= !isAtItsAddress;
     const std::string& name = block_.name();
     const bool isFloat = &kind == &floatVariables;
     if (isFloat ? floats_[row] : booleans_[row])

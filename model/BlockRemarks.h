@@ -67,7 +67,8 @@ public:
     explicit VariableRemarks(TableReading& reading) : reading_(reading), block_(reading) {}
     void begin(std::string_view name, std::size_t line) { block_.begin(name, line); }
     /// The block's end, and what it came to.
-    void store(const ItemKind& kind, std::size_t row);
+    /// \param isAtItsAddress false where the row's address is another one than the block's
+    void store(const ItemKind& kind, std::size_t row, bool isAtItsAddress);
     void endWithoutRow();
     void endWithoutType() { block_.close(); } // open as long as it has stored nothing
     /// A field was set.

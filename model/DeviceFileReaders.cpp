@@ -137,6 +137,7 @@ private:
     bool takeField(const std::string& key, std::string_view value);
     void apply(Project& project, VariableRemarks& remarks) const;
     std::optional<std::size_t> row(const ItemKind& kind, const Project& project) const;
+    bool isAt(std::int64_t address) const;
 
     std::string name_;
     std::string type_;
@@ -208,6 +209,10 @@ std::optional<std::size_t> PendingVariable::row(const ItemKind& kind, const Proj
     return std::nullopt;
 }
 
+bool PendingVariable::isAt(std::int64_t address) const {
+    return leadingNumber(address_, InnerBlanks::Skipped) == static_cast<double>(address);
+}
+
 void PendingVariable::apply(Project& project, VariableRemarks& remarks) const {
     const bool isFloat = equalsIgnoringCase(type_, "FLOAT");
     if (!isFloat && !equalsIgnoringCase(type_, "BIT")) {
@@ -234,7 +239,7 @@ void PendingVariable::apply(Project& project, VariableRemarks& remarks) const {
         variable.onText = on_;
         variable.offText = off_;
     }
-    remarks.store(kind, *index);
+    remarks.store(kind, *index, isAt(kind.address(project, *index)));
 }
 
 void readFile(const std::string& path, Project& project, const DocMgrModule::FileContext& context,

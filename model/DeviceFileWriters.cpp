@@ -137,7 +137,7 @@ void writeIlmVarSection(ByteSink& sink, const Project& project) {
     writeVariables(sink, project, BooleanBlockGap::EmptyLine);
 }
 
-void writeDefaultPls(ByteSink& sink) {
+void writeDefaultPls(ByteSink& sink, const Project&) {
     for (std::size_t i = 0; i < regularMessages.count; ++i)
         writeLine(sink, "DISPMSG " + regularMessages.name(i));
 }
@@ -165,8 +165,8 @@ bool WriteIlmVar(const std::string& path, const Project& project, const FileCont
     return writeFile(path, context, [&](ByteSink& sink) { writeIlmVar(sink, project); });
 }
 
-bool WriteDefaultPls(const std::string& path, const Project&, const FileContext& context) {
-    return writeFile(path, context, writeDefaultPls);
+bool WriteDefaultPls(const std::string& path, const Project& project, const FileContext& context) {
+    return writeFile(path, context, [&](ByteSink& sink) { writeDefaultPls(sink, project); });
 }
 
 } // namespace orvista::DocMgrModule

@@ -17,7 +17,7 @@ void writeAltMsg(ByteSink& sink, const Project& project);
 void writeIlmVar(ByteSink& sink, const Project& project);
 /// As it stands in the project file: with an empty line before the ENDVAR of every Boolean block.
 void writeIlmVarSection(ByteSink& sink, const Project& project);
-void writeDefaultPls(ByteSink& sink);
+void writeDefaultPls(ByteSink& sink, const Project& project);
 
 /// The device file at `path` (UTF-8), created or truncated, whatever the case of its name on disk. A link
 /// counts as a file that cannot be created: what it leads to belongs to somebody, and it may be the project

@@ -15,6 +15,7 @@ struct DeviceFile {
     /// In brackets the header of its section in the project file, whatever the case; in this spelling it
     /// stands in messages about taking the project file apart. Empty where it has no section.
     std::string_view sectionName;
+    void (*write)(ByteSink& sink, const Project& project);
     void (*writeSection)(ByteSink& sink, const Project& project); ///< null without a section
     ConfigModule::ReadTable readSection;                          ///< null for a file that is never read
     bool (*Write)(const std::string& path, const Project& project, const DocMgrModule::FileContext& context);
@@ -26,6 +27,7 @@ inline constexpr DeviceFile modbusAdrFile{
     "modbus.adr",
     "Modbus.adr",
     DocMgrModule::writeModbusAdr,
+    DocMgrModule::writeModbusAdr,
     ConfigModule::readModbusAdr,
     DocMgrModule::WriteModbusAdr,
     ConfigModule::ReadModbusAdr,
@@ -33,6 +35,7 @@ inline constexpr DeviceFile modbusAdrFile{
 inline constexpr DeviceFile ilmVarFile{
     "ilmvar.def",
     "ilmVar.def",
+    DocMgrModule::writeIlmVar,
     DocMgrModule::writeIlmVarSection,
     ConfigModule::readIlmVar,
     DocMgrModule::WriteIlmVar,
@@ -42,6 +45,7 @@ inline constexpr DeviceFile stdMsgFile{
     "stdmsg.ilm",
     "StdMsg.ilm",
     DocMgrModule::writeStdMsg,
+    DocMgrModule::writeStdMsg,
     ConfigModule::readStdMsg,
     DocMgrModule::WriteStdMsg,
     ConfigModule::ReadStdMsg,
@@ -50,12 +54,13 @@ inline constexpr DeviceFile altMsgFile{
     "altmsg.ilm",
     "AltMsg.ilm",
     DocMgrModule::writeAltMsg,
+    DocMgrModule::writeAltMsg,
     ConfigModule::readAltMsg,
     DocMgrModule::WriteAltMsg,
     ConfigModule::ReadAltMsg,
 };
 inline constexpr DeviceFile defaultPlsFile{
-    "default.pls", {}, nullptr, nullptr, DocMgrModule::WriteDefaultPls, nullptr,
+    "default.pls", {}, DocMgrModule::writeDefaultPls, nullptr, nullptr, DocMgrModule::WriteDefaultPls, nullptr,
 };
 
 /// In the order in which they are read and sent. The address map comes before the variables, which are placed

@@ -59,6 +59,7 @@ struct TableReading {
     FileRemarks remarks;               ///< with lines of what was read, and neither file nor section
     std::vector<std::string> unfilled; ///< names of rows that no block filled, or of missing addresses
     bool endsInBlock = false;
+    bool hasOddAddress = false; ///< a variable was placed by an address that rounds to its row's
     std::size_t lines = 0; ///< how many were read
 };
 

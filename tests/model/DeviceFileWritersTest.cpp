@@ -73,7 +73,7 @@ TEST(VariableFile, WritesTextsAsTheyStand) {
 }
 
 TEST(PlayList, NamesTheRegularMessages) {
-    EXPECT_EQ(written([](ByteSink& sink) { writeDefaultPls(sink); }), orvista::testing::expectedPlayList());
+    EXPECT_EQ(written([](ByteSink& sink) { writeDefaultPls(sink, Project()); }), orvista::testing::expectedPlayList());
 }
 
 TEST(WritersOnPaths, TellAFileThatCannotBeCreated) {

@@ -1,0 +1,65 @@
+#pragma once
+
+#include "model/DeviceFiles.h"
+#include "model/Project.h"
+
+#include <array>
+#include <optional>
+#include <string>
+#include <vector>
+
+/// What a display holds, or would hold after an upload: the five device files and the bitmaps.
+namespace orvista {
+
+struct HeldFile {
+    const DeviceFile* file = nullptr;
+    std::optional<std::string> bytes; ///< nothing where it is not there
+    /// What its reader makes of it, written plainly, where that says all: the reader met nothing odd and
+    /// every address is that of its row. Nothing else for the play list, which is not read.
+    std::optional<std::string> meaning;
+};
+
+struct HeldBitmap {
+    std::string name; ///< UTF-8
+    std::string path;
+    /// What it is known by on another side: the name in lower case, or as it is where others beside it differ
+    /// from it in case only.
+    std::string key;
+    bool counts = false; ///< an IMG line that the display takes names it, in any ASCII case
+};
+
+class DisplayContents {
+public:
+    /// The files of a folder (UTF-8) as they are: those of a saved project, or of a display, fetched.
+    /// \throws std::system_error for a file that is there and cannot be read
+    static DisplayContents ofFolder(const std::string& folder);
+    /// What saving the project writes, and its folder's bitmaps.
+    static DisplayContents ofProject(const Project& project);
+
+    /// In the order of `deviceFiles`.
+    const std::vector<HeldFile>& files() const { return files_; }
+    /// Ordered by name with ASCII case folded, then by name.
+    const std::vector<HeldBitmap>& bitmaps() const { return bitmaps_; }
+    /// What the readers make of the files; defaults for what they do not find.
+    const Project& project() const { return project_; }
+    /// False where the readers took nothing at all.
+    bool holdsProject() const { return holdsProject_; }
+
+private:
+    DisplayContents() = default;
+    void read();
+    void findBitmaps(const std::string& folder);
+
+    std::vector<HeldFile> files_;
+    std::vector<HeldBitmap> bitmaps_;
+    Project project_;
+    bool holdsProject_ = false;
+};
+
+/// Twelve hexadecimal digits, the same for two contents exactly when nothing that counts differs between
+/// them: the first ones of a SHA-256 over the meaning of the four files that are read, or their bytes where
+/// they have none, and over the bitmaps that count.
+/// \throws std::system_error for a bitmap that cannot be read
+std::string fingerprint(const DisplayContents& contents);
+
+} // namespace orvista
