@@ -31,6 +31,10 @@ struct Findings {
     bool operator==(const Findings&) const = default;
 };
 
+/// The finding that is about the same as one of an earlier check, though other lines have come before it or
+/// its sentence says other numbers; null when there is none.
+const Finding* sameFinding(const Findings& findings, const Finding& earlier);
+
 /// By item, as far as the findings are listed.
 std::map<Item, FindingCounts> countsByItem(const Findings& findings);
 

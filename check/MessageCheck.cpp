@@ -19,19 +19,34 @@ namespace orvista {
 
 namespace {
 
+/// " and the messages after it get the next number (STDMSG13 becomes STDMSG14)"; less where there are none,
+/// or the only one has no place to go to. \param way 1 or -1
+std::string laterMessages(Item message, int way) {
+    const std::size_t count = rowOf(message.kind).count;
+    const std::size_t next = message.index + std::size_t{1};
+    if (next >= count)
+        return {};
+    const std::string nextName = nameOf({message.kind, next});
+    if (way > 0 && next + 1 >= count)
+        return " and " + nextName + " is gone";
+    return std::string(" and the messages after it get the ") + (way > 0 ? "next" : "previous") +
+           " number (" + nextName + " becomes " + nameOf({message.kind, way > 0 ? next + 1 : next - 1}) + ")";
+}
+
 /// What becomes of a message with a reserved line.
-std::string reservedLineText(ReservedLine kind, std::string_view line, bool followsText) {
+std::string reservedLineText(Item message, ReservedLine kind, std::string_view line, bool followsText) {
     const std::string name = deviceQuotation(trimBlanks(line));
     switch (kind) {
     case ReservedLine::MessageStart:
         return "When the project is opened again all of this message up to this line is gone, because " +
                name + " begins a message in the project's files: change the line or delete it.";
     case ReservedLine::MessageEnd:
-        return (followsText
-                    ? "When the project is opened again this message ends before this line and every later "
-                      "one moves down a number, because "
-                    : "The display skips this line, because ") +
-               name + " ends a message in the project's files: change the line or delete it.";
+        if (!followsText)
+            return "This line does nothing here, and " + name +
+                   " would end this message if anything stood before it: delete it.";
+        return "When the project is opened again this message ends before this line" +
+               laterMessages(message, 1) + ", because " + name +
+               " ends a message in the project's files: change the line or delete it.";
     case ReservedLine::SectionHeader:
         return "When the project is opened again this message is gone, and others may be gone with it, "
                "because " +
@@ -53,8 +68,8 @@ FindingList reservedLines(Item item, std::string_view script, std::vector<std::s
         const auto kind = isBehindMark ? std::nullopt : reservedLine(line);
         if (kind) {
             numbers.push_back(number);
-            found.add(Code::ReservedLine, {number, line.find_first_not_of(' ') + 1},
-                      [&] { return reservedLineText(*kind, line, followsText); });
+            found.add(Code::ReservedLine, {number, line.find_first_not_of(' ') + 1, trimBlanks(line).size()},
+                      [&] { return reservedLineText(item, *kind, line, followsText); });
         }
         followsText =
             kind != ReservedLine::MessageStart && (followsText || isBehindMark || !trimBlanks(line).empty());
@@ -65,9 +80,9 @@ FindingList reservedLines(Item item, std::string_view script, std::vector<std::s
 FindingList lostMessage(Item item, std::string_view script) {
     FindingList found(item);
     if (!script.empty() && script.find_first_not_of(" \r\n") == std::string_view::npos)
-        found.add(Code::LostMessage, {}, [] {
-            return "When the project is opened again this message is gone and every later one moves up a "
-                   "number, because it holds nothing but blanks: write CLEAR.";
+        found.add(Code::LostMessage, {}, [&] {
+            return "When the project is opened again this message is gone" + laterMessages(item, -1) +
+                   ", because it holds nothing but blanks: write CLEAR.";
         });
     return found;
 }
@@ -78,7 +93,7 @@ FindingList skippedLines(Item item, const InterpretedScript& script,
     FindingList found(item);
     for (const ScriptRemark& remark : script.remarks)
         if (!std::ranges::binary_search(reserved, remark.line))
-            found.add(codeOf(remark.reason), {remark.line, remark.column},
+            found.add(codeOf(remark.reason), {remark.line, remark.column, remark.length},
                       [&] { return remarkText(remark); });
     if (script.moreRemarks > 0) {
         const auto later = std::ranges::upper_bound(reserved, script.remarks.back().line);

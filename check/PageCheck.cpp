@@ -34,6 +34,10 @@ std::string fieldName(const FieldElement& field) {
     return {};
 }
 
+FindingList::Where placeOf(std::size_t line, const ScriptSpan& span) {
+    return {line, span.column, span.length};
+}
+
 std::string panelName(PanelSize panel) {
     return "the panel of " + decimalText(panel.columns) + " x " + decimalText(panel.rows) + " dots";
 }
@@ -80,7 +84,7 @@ private:
         });
         if (first == page_.elements.end() || !lastsNoTime())
             return;
-        found_.add(Code::NeverSeen, {sourceOf(*first).line, sourceOf(*first).command}, [] {
+        found_.add(Code::NeverSeen, placeOf(sourceOf(*first).line, sourceOf(*first).command), [] {
             return "Nothing of this page is seen, because it lasts 0 milliseconds: give it a time, such as "
                    "ACT STILL 3000.";
         });
@@ -94,7 +98,7 @@ private:
 
     FindingList::Where contentOf(std::size_t element, std::size_t offset = 0) const {
         const ScriptSource& source = sourceOf(page_.elements[element]);
-        return {source.line, source.content + offset};
+        return {source.line, source.content.column + offset, source.content.length - offset};
     }
 
     void checkElement(std::size_t index, const TextElement& text);
@@ -119,7 +123,7 @@ void PageCheck::checkColours(std::size_t index, bool needsTwo) {
     if (!needsTwo || placement.foreground != placement.background)
         return;
     const ScriptSource& source = sourceOf(page_.elements[index]);
-    found_.add(Code::Invisible, {source.line, source.background}, [] {
+    found_.add(Code::Invisible, placeOf(source.line, source.background), [] {
         return "This cannot be seen: foreground and background are the same colour. Choose two colours.";
     });
 }

@@ -12,7 +12,7 @@ struct Place {
     std::size_t line = 0;   ///< of a message's stored script, from 1; 0 for the item as a whole
     std::size_t column = 0; ///< the byte of the line at which the word or character concerned begins, from 1;
                             ///< after the line's end for a word that is missing; 0 for the line as a whole
-    std::size_t length = 0; ///< in bytes from there on; 0 where nobody has measured it, or nothing is there
+    std::size_t length = 0; ///< in bytes from there on; 0 where nothing is there, or the whole line is meant
     auto operator<=>(const Place&) const = default;
 };
 

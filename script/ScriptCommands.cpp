@@ -29,8 +29,9 @@ class Command {
 public:
     Command(std::size_t line, ScriptWords& words) : words_(words) {
         source_.line = line;
-        source_.command = words.column();
+        const std::size_t start = words.column();
         name_ = words.word();
+        source_.command = {start, name_.size()};
     }
 
     ScriptCommand perform();
@@ -94,9 +95,10 @@ std::optional<Placement> Command::placement() {
     const auto x = words_.coordinate(ScriptArgument::X);
     const auto y = words_.coordinate(ScriptArgument::Y);
     const auto foreground = words_.colour(ScriptArgument::Foreground);
-    source_.background = words_.column();
+    const std::size_t start = words_.column();
     const auto background = words_.colour(ScriptArgument::Background);
-    source_.content = words_.column();
+    source_.background = {start, words_.lastWord().size()};
+    source_.content = {words_.column(), 0};
     if (!x || !y || !foreground || !background)
         return std::nullopt;
     return Placement{*x, *y, *foreground, *background};
@@ -107,7 +109,7 @@ Element Command::text(LedFont font) {
     const auto text = words_.quoted();
     if (!placement || !text)
         return std::nullopt;
-    ++source_.content; // after the quote
+    source_.content = {source_.content.column + 1, text->size()}; // after the quote
     return TextElement{*placement, font, std::string(*text), source_};
 }
 
@@ -118,18 +120,20 @@ Element Command::image() {
         words_.refuse(ScriptArgument::FileName, words_.column(), name);
     if (!placement || name.empty())
         return std::nullopt;
+    source_.content.length = name.size();
     return ImageElement{*placement, std::string(name), nullptr, source_};
 }
 
 ScriptCommand Command::variable(LedFont font) {
     const auto placement = this->placement();
     const std::string_view word = words_.word();
+    source_.content.length = word.size();
     const auto floatIndex = floatVariables.indexOfName(word);
     const auto booleanIndex = booleanVariables.indexOfName(word);
     const bool isOutOfRange = !floatIndex && !booleanIndex &&
                               (namesVariable(word, floatVariables) || namesVariable(word, booleanVariables));
     if (!floatIndex && !booleanIndex)
-        words_.refuse(ScriptArgument::Variable, source_.content, word);
+        words_.refuse(ScriptArgument::Variable, source_.content.column, word);
     if (placement && isOutOfRange)
         return RemarkReason::VariableRange;
     if (words_.wrong())
@@ -158,7 +162,7 @@ Step Command::effect(StepKind kind) {
             effect == Effect::Fade ? 1 : words_.number(ScriptArgument::Pixels, maximumCoordinate);
         // A step of no dots would never arrive.
         if (pixels == 0)
-            words_.refuse(ScriptArgument::Pixels, pixelsStart, "0");
+            words_.refuse(ScriptArgument::Pixels, pixelsStart, words_.lastWord());
         const auto speed = words_.number(ScriptArgument::Speed, maximumStepMilliseconds);
         if (words_.wrong())
             return std::nullopt;

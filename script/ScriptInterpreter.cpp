@@ -91,7 +91,8 @@ private:
     void remark(std::string_view line, const ScriptWords::Wrong& wrong, RemarkReason reason,
                 std::optional<ScriptArgument> argument) {
         result_.remarks.push_back({number_, std::string(line.substr(0, maximumRemarkLength)), wrong.column,
-                                   reason, argument, std::string(wrong.word.substr(0, maximumRemarkLength))});
+                                   reason, argument, std::string(wrong.word.substr(0, maximumRemarkLength)),
+                                   wrong.word.size()});
     }
 
     InterpretedScript result_;

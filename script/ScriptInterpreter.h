@@ -20,7 +20,8 @@ struct ScriptRemark {
                             ///< line's last byte for one that is missing
     RemarkReason reason = RemarkReason::UnknownCommand;
     std::optional<ScriptArgument> argument; ///< that is wrong
-    std::string word; ///< the command or the wrong argument, at most maximumRemarkLength bytes of it
+    std::string word;       ///< the command or the wrong argument, at most maximumRemarkLength bytes of it
+    std::size_t length = 0; ///< of the word
     bool operator==(const ScriptRemark&) const = default;
 };
 

@@ -23,13 +23,20 @@ struct Placement {
     bool operator==(const Placement&) const = default;
 };
 
-/// Where in the script an element stands. Lines and columns count from 1, columns in bytes.
+/// Some bytes of a line; columns count from 1.
+struct ScriptSpan {
+    std::size_t column = 0;
+    std::size_t length = 0;
+    bool operator==(const ScriptSpan&) const = default;
+};
+
+/// Where in the script an element stands. Lines count from 1.
 struct ScriptSource {
     std::size_t line = 0;
-    std::size_t command = 0;    ///< column of the command's word
-    std::size_t background = 0; ///< of the background colour
-    std::size_t content = 0; ///< of the text's first character, the file name or the variable; of the command
-                             ///< for time and date
+    ScriptSpan command; ///< its word
+    ScriptSpan background;
+    ScriptSpan content; ///< the text between its quotes, the file name or the variable; the command for time
+                        ///< and date
     bool operator==(const ScriptSource&) const = default;
 };
 

@@ -31,10 +31,10 @@ void ScriptWords::skipBlanks() {
 
 std::string_view ScriptWords::word() {
     const std::string_view left = line_.substr(position_);
-    const std::string_view word = left.substr(0, left.find(' '));
-    position_ += word.size();
+    last_ = left.substr(0, left.find(' '));
+    position_ += last_.size();
     skipBlanks();
-    return word;
+    return last_;
 }
 
 std::string_view ScriptWords::rest() {

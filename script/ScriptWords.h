@@ -44,6 +44,8 @@ public:
     std::size_t column() const { return skipped_ + position_ + 1; }
     /// The next field; empty when there is none.
     std::string_view word();
+    /// The field that was taken last.
+    std::string_view lastWord() const { return last_; }
     /// All that is left, without blanks at its ends.
     std::string_view rest();
 
@@ -70,6 +72,7 @@ private:
     std::string_view line_;
     std::size_t skipped_;
     std::size_t position_ = 0;
+    std::string_view last_;
     std::optional<Wrong> wrong_;
 };
 

@@ -130,6 +130,17 @@ std::vector<int> RowsTable::selectedRows() const {
     return rows;
 }
 
+void RowsTable::selectRows(const std::vector<int>& rows) {
+    QItemSelection selection;
+    for (const int row : rows)
+        if (const QModelIndex index = shown_->mapFromSource(rows_->index(row, 0)); index.isValid())
+            selection.select(index, index);
+    if (selection.isEmpty())
+        return;
+    selectionModel()->setCurrentIndex(selection.indexes().first(), QItemSelectionModel::NoUpdate);
+    selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+}
+
 std::vector<int> RowsTable::rowsFrom(int row) const {
     std::vector<int> rows;
     const int first = shown_->mapFromSource(rows_->index(row, 0)).row();

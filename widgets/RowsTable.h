@@ -12,6 +12,7 @@ struct TableCell {
     QVariant sortKey = {}; ///< what the column is sorted by; the text where it is not given
     bool isFaint = false;  ///< written in grey
     bool isMarked = false; ///< written bold, and on a ground of its own
+    QString toolTip = {};  ///< as markup; the text where it is not given
     bool operator==(const TableCell&) const = default;
 };
 
@@ -43,6 +44,9 @@ public:
     void setRowHeight(int pixels);
     /// The selected rows of those that setRows() got, in the order in which they are shown.
     std::vector<int> selectedRows() const;
+    /// Selects these of the rows that setRows() got, as far as they are shown, and makes the first of them
+    /// the current one. Nothing changes where none is shown.
+    void selectRows(const std::vector<int>& rows);
     /// The row of those that setRows() got, and all that are shown below it.
     std::vector<int> rowsFrom(int row) const;
     /// The row of those that setRows() got, for an index of the view.

@@ -82,6 +82,8 @@ QVariant RowsTable::Model::data(const QModelIndex& index, int role) const {
         return ticks_[static_cast<std::size_t>(index.row())] ? Qt::Checked : Qt::Unchecked;
     const TableCell& cell =
         rows_.at(static_cast<std::size_t>(index.row())).at(static_cast<std::size_t>(index.column()));
+    if (role == Qt::ToolTipRole && !cell.toolTip.isEmpty())
+        return cell.toolTip;
     if (role == Qt::DisplayRole || role == Qt::ToolTipRole)
         return cell.text;
     if (role == sortRole)

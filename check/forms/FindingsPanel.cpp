@@ -14,6 +14,15 @@
 
 namespace orvista {
 
+namespace {
+
+QString explanationOf(const Rule& rule) {
+    return "<p><b>" + QString::fromUtf8(rule.title).toHtmlEscaped() + "</b></p><p>" +
+           QString::fromUtf8(rule.explanation).toHtmlEscaped() + "</p>";
+}
+
+} // namespace
+
 FindingsPanel::FindingsPanel(const Project& project, FolderCheck& check, int columns,
                              std::function<std::vector<Item>()> notAppliedItems)
     : project_(project),
@@ -29,6 +38,8 @@ FindingsPanel::FindingsPanel(const Project& project, FolderCheck& check, int col
           named<RowsTable>(QStringLiteral("tblFindings"),
                            QStringList{tr("Severity"), tr("Item"), tr("Line"), tr("Code"), tr("Finding")})) {
     buildLayout();
+    for (const Rule& rule : rules())
+        explanations_.push_back(explanationOf(rule));
     connect(txtFindingsFilter, &QLineEdit::textChanged, tblFindings, &RowsTable::setFilter);
     connect(chkFindingsNotes, &QCheckBox::toggled, this, &FindingsPanel::check);
     connect(tblFindings, &RowsTable::rowActivated, this, &FindingsPanel::leadToFinding);
@@ -61,13 +72,33 @@ void FindingsPanel::setColumns(int columns) {
 
 void FindingsPanel::check() {
     delay_->stop();
+    const std::vector<Finding> selected = selectedFindings();
     findings_ = {};
     if (isEnabled()) {
         const Notes notes = chkFindingsNotes->isChecked() ? Notes::Included : Notes::LeftOut;
         findings_ = check_.check(project_, columns_, notes);
     }
     markNotApplied();
+    select(selected);
     showSummary();
+}
+
+std::vector<Finding> FindingsPanel::selectedFindings() const {
+    std::vector<Finding> selected;
+    const int current = tblFindings->rowOf(tblFindings->currentIndex());
+    for (const int row : tblFindings->selectedRows()) {
+        const Finding& finding = findings_.list.at(static_cast<std::size_t>(row));
+        selected.insert(row == current ? selected.begin() : selected.end(), finding);
+    }
+    return selected;
+}
+
+void FindingsPanel::select(const std::vector<Finding>& earlier) {
+    std::vector<int> rows;
+    for (const Finding& finding : earlier)
+        if (const Finding* const same = sameFinding(findings_, finding))
+            rows.push_back(static_cast<int>(same - findings_.list.data()));
+    tblFindings->selectRows(rows);
 }
 
 void FindingsPanel::follow() {
@@ -84,7 +115,8 @@ void FindingsPanel::markNotApplied() {
                         {QString::fromStdString(nameOf(finding.place.item)), static_cast<int>(rows.size())},
                         {finding.place.line == 0 ? QString() : QString::number(finding.place.line),
                          static_cast<qulonglong>(finding.place.line)},
-                        {QString::fromUtf8(rule.name)},
+                        {.text = QString::fromUtf8(rule.name),
+                         .toolTip = explanations_[static_cast<std::size_t>(rule.code)]},
                         {QString::fromUtf8(finding.text) + notAppliedMark(notApplied, finding.place.item)}});
     }
     tblFindings->setRows(std::move(rows));

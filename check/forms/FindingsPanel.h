@@ -37,6 +37,9 @@ public:
 
 private:
     void buildLayout();
+    /// Those of the selected rows, that of the current row first.
+    std::vector<Finding> selectedFindings() const;
+    void select(const std::vector<Finding>& earlier);
     void showSummary();
     void leadToFinding(int row);
 
@@ -45,6 +48,7 @@ private:
     std::function<std::vector<Item>()> notAppliedItems_;
     int columns_;
     Findings findings_;
+    std::vector<QString> explanations_; ///< as markup, by code
     SeenDelay* delay_;
 
     QLineEdit* txtFindingsFilter;

@@ -20,38 +20,12 @@ namespace {
 constexpr QColor errorColour(225, 45, 45);
 constexpr QColor warningColour(225, 130, 0);
 
-/// Behind the last character of a line, not before `first`, that is as asked for.
-template <typename IsWanted>
-int behindLast(const QTextDocument& document, int first, int endOfLine, IsWanted&& isWanted) {
-    int end = endOfLine;
-    while (end > first + 1 && !isWanted(document.characterAt(end - 1)))
-        --end;
-    return end;
-}
-
-/// Behind what is wrong: a cut text goes on to its quote, the name of a bitmap may hold blanks, everything
-/// else is a word.
-int endOf(const Finding& finding, int first, int endOfLine, const QTextDocument& document) {
-    if (finding.code == Code::TextCut)
-        return std::max(first + 1,
-                        behindLast(document, first, endOfLine, [](QChar last) { return last == u'"'; }) - 1);
-    for (const Code ofName : {Code::MissingBitmap, Code::UnreadableBitmap, Code::BitmapCut})
-        if (finding.code == ofName)
-            return behindLast(document, first, endOfLine, [](QChar last) { return last != u' '; });
-    int end = first + 1;
-    while (end < endOfLine && document.characterAt(end) != u' ')
-        ++end;
-    return end;
-}
-
-/// From the character concerned on. What is missing after the line is shown at the line's last character.
-std::pair<int, int> rangeOf(const Finding& finding, const ScriptPositions& positions,
-                            const QTextDocument& document) {
-    int first = positions.positionOf(finding.place.line, finding.place.column);
-    const int endOfLine = positions.endOfLine(finding.place.line);
-    if (first == endOfLine && first > positions.positionOf(finding.place.line, 1))
-        --first;
-    return {first, first < endOfLine ? endOf(finding, first, endOfLine, document) : first};
+/// What is missing after the line is shown at the line's last character.
+std::pair<int, int> rangeOf(const Place& place, const ScriptPositions& positions) {
+    const int first = positions.positionOf(place.line, place.column);
+    if (place.length > 0)
+        return {first, positions.positionOf(place.line, place.column + place.length - 1) + 1};
+    return {std::max(first - 1, positions.positionOf(place.line, 1)), first};
 }
 
 QTextEdit::ExtraSelection selectionOf(const Finding& finding, std::pair<int, int> range,
@@ -61,7 +35,8 @@ QTextEdit::ExtraSelection selectionOf(const Finding& finding, std::pair<int, int
     selection.cursor.setPosition(range.first);
     selection.cursor.setPosition(range.second, QTextCursor::KeepAnchor);
     selection.format.setUnderlineStyle(QTextCharFormat::WaveUnderline);
-    selection.format.setUnderlineColor(finding.rule().severity == Severity::Error ? errorColour : warningColour);
+    selection.format.setUnderlineColor(finding.rule().severity == Severity::Error ? errorColour
+                                                                                  : warningColour);
     selection.format.setToolTip(QString::fromStdString(finding.text));
     return selection;
 }
@@ -127,7 +102,7 @@ void ScriptUnderlines::underline(const Findings& findings) {
     for (const Finding& finding : findings.list) {
         if (finding.place.line == 0)
             continue;
-        const auto range = rangeOf(finding, positions, *box_.document());
+        const auto range = rangeOf(finding.place, positions);
         if (range.first < range.second)
             selections << selectionOf(finding, range, cursor);
     }

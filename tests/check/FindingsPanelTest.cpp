@@ -23,6 +23,20 @@ struct Shown {
     ~Shown() { panel.hide(); } // the focus leaves the table while the panel is whole
     RowsTable& table() const { return *panel.findChild<RowsTable*>(QStringLiteral("tblFindings")); }
     int count() const { return table().model()->rowCount(); }
+    void choose(int row) const { table().setCurrentIndex(table().model()->index(row, 0)); }
+    /// Gives a regular message a script, and checks.
+    void change(std::size_t index, const char* script) {
+        project.STDMSG[index] = script;
+        panel.check();
+    }
+    /// The items of the selected rows.
+    QStringList selected() const {
+        QStringList items;
+        for (const int row : table().selectedRows())
+            items << table().model()->index(row, 1).data().toString();
+        return items;
+    }
+    QString current() const { return table().currentIndex().siblingAtColumn(1).data().toString(); }
     QString cell(int column) const { return table().model()->index(0, column).data().toString(); }
 
     Project project;
@@ -42,6 +56,9 @@ private slots:
     void followsTheProject();
     void marksWhatIsNotApplied();
     void enterOnARowNamesItsPlace();
+    void theSelectedRowsStayWithWhatTheyAreAbout();
+    void whatIsGoneLeavesItsPlaceToTheNext();
+    void theCodeIsExplainedInItsToolTip();
     void isEmptyWhileItIsDisabled();
 };
 
@@ -83,6 +100,47 @@ void FindingsPanelTest::enterOnARowNamesItsPlace() {
     left.clear();
     shown.table().clearFocus();
     QCOMPARE(left.size(), 1);
+}
+
+void FindingsPanelTest::theSelectedRowsStayWithWhatTheyAreAbout() {
+    Shown shown;
+    shown.project.ALTMSG[0] = "NONSENSE";
+    shown.change(20, "NONSENSE");
+    shown.choose(1);
+    QCOMPARE(shown.selected(), QStringList{"STDMSG21"});
+    shown.change(2, "NONSENSE"); // a row before it
+    QCOMPARE(shown.selected(), QStringList{"STDMSG21"});
+    QCOMPARE(shown.current(), QStringLiteral("STDMSG21"));
+    shown.project.STDMSG[2] = "CLEAR"; // as many rows as before
+    shown.change(30, "NONSENSE");
+    QCOMPARE(shown.selected(), QStringList{"STDMSG21"});
+    shown.change(20, "CLEAR\r\nNONSENSE");
+    QCOMPARE(shown.selected(), QStringList{"STDMSG21"});
+    shown.table().selectAll();
+    shown.table().selectionModel()->setCurrentIndex(shown.table().model()->index(3, 0),
+                                                    QItemSelectionModel::NoUpdate);
+    shown.change(2, "NONSENSE");
+    QCOMPARE(shown.selected(), (QStringList{"STDMSG12", "STDMSG21", "STDMSG31", "ALTMSG1"}));
+    QCOMPARE(shown.current(), QStringLiteral("ALTMSG1"));
+}
+
+void FindingsPanelTest::whatIsGoneLeavesItsPlaceToTheNext() {
+    Shown shown;
+    shown.project.STDMSG[20] = "NONSENSE";
+    shown.change(30, "NONSENSE");
+    shown.choose(1);
+    shown.change(20, "CLEAR");
+    QCOMPARE(shown.selected(), QStringList{"STDMSG31"});
+}
+
+void FindingsPanelTest::theCodeIsExplainedInItsToolTip() {
+    const Shown shown;
+    const QModelIndex row = shown.table().model()->index(0, 0);
+    const QString tip = row.siblingAtColumn(CodeColumn).data(Qt::ToolTipRole).toString();
+    QVERIFY(tip.startsWith(
+        QStringLiteral("<p><b>A line begins with no command of the display</b></p><p>The display skips")));
+    QVERIFY(tip.endsWith(QStringLiteral("Correct the word or delete the line.</p>")));
+    QCOMPARE(row.siblingAtColumn(ItemColumn).data(Qt::ToolTipRole).toString(), QStringLiteral("STDMSG12"));
 }
 
 void FindingsPanelTest::isEmptyWhileItIsDisabled() {

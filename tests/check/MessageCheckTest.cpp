@@ -176,13 +176,14 @@ TEST_F(MessageCheck, ReservedLinesTellWhatOpeningTheProjectMakesOfThem) {
 
     EXPECT_EQ(opened("A\r\nEndMsg now\r\nB"), (Found{"R11\r\n", "A\r\n", "A\r\nB\r\n", "R13\r\n"}));
     EXPECT_EQ(text("A\r\n EndMsg now\r\nB"),
-              "When the project is opened again this message ends before this line and every later one moves "
-              "down a number, because \"EndMsg now\" ends a message in the project's files: change the line "
-              "or delete it.");
-    EXPECT_EQ(opened(" \r\nENDMSG\r\nB"), (Found{"R11\r\n", "ENDMSG\r\nB\r\n", "R13\r\n", "R14\r\n"}));
-    EXPECT_EQ(text(" \r\nENDMSG\r\nB"),
-              "The display skips this line, because \"ENDMSG\" ends a message in the "
+              "When the project is opened again this message ends before this line and the messages after it "
+              "get the next number (STDMSG13 becomes STDMSG14), because \"EndMsg now\" ends a message in the "
               "project's files: change the line or delete it.");
+    EXPECT_EQ(opened(" \r\nENDMSG\r\nB"), (Found{"R11\r\n", "ENDMSG\r\nB\r\n", "R13\r\n", "R14\r\n"}));
+    EXPECT_EQ(
+        text(" \r\nENDMSG\r\nB"),
+        "This line does nothing here, and \"ENDMSG\" would end this message if anything stood before it: "
+        "delete it.");
     EXPECT_EQ(opened("A\r\nDEFMSG X\r\nB"), (Found{"R11\r\n", "B\r\n", "R13\r\n", "R14\r\n"}));
     EXPECT_EQ(text("A\r\nDEFMSG X\r\nB"),
               "When the project is opened again all of this message up to this line is gone, because "
@@ -205,9 +206,65 @@ TEST_F(MessageCheck, LostMessages) {
     project.STDMSG[11] = " \r\n";
     project.STDMSG[12] = "TIME";
     EXPECT_EQ(reopened(project).STDMSG[11], "TIME\r\n");
-    EXPECT_EQ(sentence(" \r\n"),
-              "When the project is opened again this message is gone and every later one moves up a number, "
-              "because it holds nothing but blanks: write CLEAR.");
+    EXPECT_EQ(
+        sentence(" \r\n"),
+        "When the project is opened again this message is gone and the messages after it get the previous "
+        "number (STDMSG13 becomes STDMSG12), because it holds nothing but blanks: write CLEAR.");
+}
+
+TEST_F(MessageCheck, TheLastMessagesOfAKindHaveNoneOrOneAfterThem) {
+    const auto text = [&](const char* item, const std::string& script) {
+        const Findings findings = checkMessage(named(item), script, project, bitmaps, 128);
+        const std::string& all = findings.list.at(0).text;
+        return all.substr(0, all.find(", because"));
+    };
+    const std::string ends = "When the project is opened again this message ends before this line";
+    EXPECT_EQ(text("ALTMSG18", "CLEAR\nENDMSG"),
+              ends + " and the messages after it get the next number (ALTMSG19 becomes ALTMSG20)");
+    EXPECT_EQ(text("STDMSG39", "CLEAR\nENDMSG"), ends + " and STDMSG40 is gone");
+    EXPECT_EQ(text("STDMSG40", "CLEAR\nENDMSG"), ends);
+    const std::string gone = "When the project is opened again this message is gone";
+    EXPECT_EQ(text("ALTMSG19", " "),
+              gone + " and the messages after it get the previous number (ALTMSG20 becomes ALTMSG19)");
+    EXPECT_EQ(text("ALTMSG20", " "), gone);
+    project.STDMSG[37] = "TIME";
+    project.STDMSG[38] = "DATE\r\nENDMSG";
+    project.STDMSG[39] = "TIMES";
+    const Project again = reopened(project);
+    EXPECT_EQ(again.STDMSG[38], "DATE\r\n");
+    EXPECT_NE(again.STDMSG[39], "TIMES\r\n");
+}
+
+TEST_F(MessageCheck, PlacesReachOverWhatIsMeant) {
+    const auto meant = [&](const std::string& script) {
+        const Findings findings = checkMessage(named("STDMSG12"), script, project, bitmaps, 128);
+        EXPECT_EQ(findings.list.size(), 1U) << script;
+        const Place place = findings.list.at(0).place;
+        return script.substr(place.column - 1, place.length);
+    };
+    const std::pair<const char*, const char*> scripts[] = {
+        {" TXET 0 0 RED BLACK \"a\"", "TXET"},
+        {"TEXT 0 0  PINK BLACK \"a\"", "PINK"},
+        {"TEXT 0 0 RED BLACK a b\"", "a b\""},
+        {"ACT STILL", ""},
+        {"IN GO-LEFT 000 50", "000"},
+        {"DISPVAR 0 0 RED BLACK  RegVar065 x", "RegVar065"},
+        {"IMG 0 0 RED BLACK  two words.bmp ", "two words.bmp"},
+        {"IMG 0 0 RED BLACK broken.bmp", "broken.bmp"},
+        {"IMG 0 0 RED BLACK wide.bmp", "wide.bmp"},
+        {"  ENDMSG later ", "ENDMSG later"},
+        {"TEXT 0 0 RED BLACK \"Emergency stop pump \" x", "ump "},
+        {"DISPVAR 80 0 RED BLACK RegVar12 x", "RegVar12"},
+        {" TIMES 248 0 RED BLACK ", "TIMES"},
+        {"TEXT 0 0 RED  red \"a b\"", "red"}};
+    for (const auto& [script, part] : scripts)
+        EXPECT_EQ(meant(script), part) << script;
+    for (const auto& [line, part] : {std::pair("TEXT 0 0 RED BLACK \"a b\"\nACT STILL 0", "TEXT"),
+                                     std::pair("TEXTS 0 0 RED BLACK \"a\"\nACT BLINK 0 1", "TEXTS")})
+        EXPECT_EQ(meant(line), part) << line;
+    const Findings covered = checkMessage(
+        named("STDMSG12"), "TIME 0 0 RED BLACK \nTEXT 0 0 RED BLACK \"a b\"", project, bitmaps, 128);
+    EXPECT_EQ(covered.list.at(0).place, (Place{named("STDMSG12"), 2, 21, 3}));
 }
 
 TEST_F(MessageCheck, CutTexts) {

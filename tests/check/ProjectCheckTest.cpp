@@ -202,6 +202,29 @@ TEST_F(CheckedProject, NotesNameVariablesThatAreSetUpAndNotShown) {
               (Found{"RegVar5 not-in-use", "CoilVar7 not-in-use", "STDMSG1 bad-argument"}));
 }
 
+TEST_F(CheckedProject, FindingsAreKnownAgainThoughTheyMoved) {
+    const auto findings = [&](const std::string& script) {
+        project.STDMSG[2] = script;
+        return checkProject(project, bitmaps, 128);
+    };
+    const auto lineNow = [&](const Finding& earlier, const std::string& script) {
+        const Findings now = findings(script);
+        const Finding* const same = sameFinding(now, earlier);
+        return same == nullptr ? 0 : same->place.line;
+    };
+    project.STDMSG[1] = "TXET";
+    const std::string wrong = "TEXT 0 0 RED RED \"a\"\n";
+    const Findings before = findings("TXET\n" + wrong + wrong + "HELLO");
+    ASSERT_EQ(before.list.size(), 5U);
+    EXPECT_EQ(sameFinding(before, before.list[1]), &before.list[1]);
+    EXPECT_EQ(lineNow(before.list[1], "CLEAR\nHELLO\nTXET"), 3U);
+    EXPECT_EQ(lineNow(before.list[1], "CLEAR\nHELLO"), 0U);
+    EXPECT_EQ(lineNow(before.list[1], "TXETS"), 1U); // another word at its place
+    EXPECT_EQ(lineNow(before.list[3], "CLEAR\n" + wrong), 2U);
+    EXPECT_EQ(lineNow(before.list[3], wrong + "CLEAR\nCLEAR\n" + wrong), 4U);
+    EXPECT_EQ(sameFinding({}, before.list[1]), nullptr);
+}
+
 TEST_F(CheckedProject, FindingsStandInTheOrderOfTheItems) {
     project.RegularMessage = 1;
     project.RegVar[0].defaultValue = project.RegVar[9].defaultValue = "x";

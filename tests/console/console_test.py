@@ -73,7 +73,7 @@ class Usage(ProgramTest):
                 ("check --jsn", "--jsn is not an option; did you mean --json?"),
                 ("check A.orx --colums=7", "--colums is not an option; did you mean --columns?"),
                 ("check A.orx -x", "-x is not an option; see orvista check --help"),
-                ("read A.orx gate", "--project is required; see orvista read --help"),
+                ("read gate other", "--project is required; see orvista read --help"),
                 ("help chekc", "chekc is neither a command nor a code; did you mean check?"),
                 ("help text-kut", "text-kut is neither a command nor a code; did you mean text-cut?"),
                 ("help upload-worker", "upload-worker is neither a command nor a code; see orvista help"),

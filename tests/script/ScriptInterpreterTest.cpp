@@ -208,14 +208,16 @@ TEST(Script, RemarksNameTheWordConcernedAndTheReason) {
           WrongWord{"TIME 0 0 RED", 13, bad, Background, ""},
           WrongWord{"IN GO-AWAY 1 50", 4, bad, Effect, "GO-AWAY"},
           WrongWord{"IN GO-LEFT 0 50", 12, bad, Pixels, "0"},
+          WrongWord{"IN GO-LEFT 00 50", 12, bad, Pixels, "00"},
           WrongWord{"OUT FADE fast", 10, bad, Speed, "fast"},
           WrongWord{"ACT DANCE", 5, bad, Act, "DANCE"},
           WrongWord{"ACT STILL 1.5", 11, bad, Hold, "1.5"},
           WrongWord{"ACT BLINK x", 11, bad, BlinkCount, "x"},
           WrongWord{"ACT BLINK 4", 12, bad, BlinkTime, ""}}) {
         const InterpretedScript script = interpretScript(std::string("\r\n") + wrong.line);
-        EXPECT_EQ(script.remarks, (std::vector<ScriptRemark>{{2, wrong.line, wrong.column, wrong.reason,
-                                                              wrong.argument, wrong.word}}))
+        EXPECT_EQ(script.remarks,
+                  (std::vector<ScriptRemark>{{2, wrong.line, wrong.column, wrong.reason, wrong.argument,
+                                              wrong.word, std::string_view(wrong.word).size()}}))
             << wrong.line << ": column " << script.remarks.at(0).column << " " << script.remarks.at(0).word;
     }
 }
@@ -227,7 +229,7 @@ TEST(Script, RemarksOfAFullPageNameTheCommand) {
     const InterpretedScript full = interpretScript(script + " DATE 0 0 RED BLACK\nDATE x");
     ASSERT_EQ(full.remarks.size(), 2U);
     EXPECT_EQ(full.remarks[0],
-              (ScriptRemark{257, " DATE 0 0 RED BLACK", 2, RemarkReason::PageFull, {}, "DATE"}));
+              (ScriptRemark{257, " DATE 0 0 RED BLACK", 2, RemarkReason::PageFull, {}, "DATE", 4}));
     EXPECT_EQ(full.remarks[1].reason, RemarkReason::BadArgument);
 }
 
@@ -253,10 +255,10 @@ TEST(Script, ElementsKnowWhereTheyStand) {
         return sourceOf(script.pages[page].elements.at(element));
     };
     // The mark at the start is three bytes.
-    EXPECT_EQ(place(0, 0), (ScriptSource{1, 5, 18, 26}));
-    EXPECT_EQ(place(0, 1), (ScriptSource{3, 3, 19, 27}));
-    EXPECT_EQ(place(1, 0), (ScriptSource{5, 1, 13, 20}));
-    EXPECT_EQ(place(1, 1), (ScriptSource{6, 3, 17, 3}));
+    EXPECT_EQ(place(0, 0), (ScriptSource{1, {5, 4}, {18, 5}, {26, 1}}));
+    EXPECT_EQ(place(0, 1), (ScriptSource{3, {3, 7}, {19, 5}, {27, 7}}));
+    EXPECT_EQ(place(1, 0), (ScriptSource{5, {1, 3}, {13, 5}, {20, 11}}));
+    EXPECT_EQ(place(1, 1), (ScriptSource{6, {3, 5}, {17, 5}, {3, 5}}));
 }
 
 TEST(Script, PagesEndAtClearAndAfterLeaving) {
