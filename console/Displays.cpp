@@ -1,7 +1,7 @@
 #include "console/Displays.h"
 
 #include "console/CommandFailure.h"
-#include "console/FirstMessage.h"
+#include "console/FirstError.h"
 #include "console/Interruption.h"
 #include "console/Output.h"
 #include "link/DisplayFiles.h"
@@ -98,12 +98,12 @@ void fetchDisplay(const DisplayAddress& display, const std::string& folder) {
 
 Project readFetchedProject(const std::string& folder, const std::string& display) {
     const PathRules paths = PathRules::native();
-    FirstMessage message;
+    FirstError error;
     Project project;
     project.ProjPath = folder;
-    ConfigModule::readDeviceFiles(folder, project, {paths, message}, modbusAdrFile.name);
-    if (message.any())
-        throw CommandFailure(ExitStatus::Unusable, display + ": " + message.text());
+    ConfigModule::readDeviceFiles(folder, project, {paths, error}, modbusAdrFile.name);
+    if (error.any())
+        throw CommandFailure(ExitStatus::Unusable, display + ": " + error.text());
     return project;
 }
 

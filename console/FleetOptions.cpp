@@ -39,7 +39,8 @@ std::vector<FleetDisplay> namedDisplays(const FleetOptions& options, const Fleet
         displays.push_back({text, transferAddress(text), defaults.project});
         const auto [there, isNew] = texts.emplace(lowerAscii(displays.back().address.text()), text);
         if (!isNew)
-            throw CommandFailure(ExitStatus::Unusable, there->second + " and " + text + " are one display");
+            throw CommandFailure(ExitStatus::Unusable,
+                                 there->second + " and " + text + " are the same display");
     }
     return displays;
 }

@@ -1,7 +1,7 @@
 #include "console/Projects.h"
 
 #include "console/CommandFailure.h"
-#include "console/FirstMessage.h"
+#include "console/FirstError.h"
 #include "model/ProjectFile.h"
 #include "model/Text.h"
 
@@ -20,11 +20,11 @@ std::string aboutProject(const std::string& text, const std::string& path) {
 
 Project readProject(const std::string& path) {
     const PathRules paths = PathRules::native();
-    FirstMessage message;
+    FirstError error;
     Project project;
-    const bool isRead = DocMgrModule::readProjectWithoutWriting(path, project, {paths, message});
-    if (!isRead || message.any())
-        throw CommandFailure(ExitStatus::Unusable, aboutProject(message.text(), path));
+    const bool isRead = DocMgrModule::readProjectWithoutWriting(path, project, {paths, error});
+    if (!isRead || error.any())
+        throw CommandFailure(ExitStatus::Unusable, aboutProject(error.text(), path));
     return project;
 }
 
@@ -32,11 +32,11 @@ void saveProject(const std::string& path, const Project& project) {
     expectProjectName(path);
     const PathRules paths = PathRules::native();
     const auto parts = paths.split(path).value_or(SplitPath{".", path});
-    FirstMessage message;
+    FirstError error;
     const auto outcome = DocMgrModule::SaveProject(parts.folder, DocMgrModule::projectNameOfFile(parts.name),
-                                                   project, {paths, message});
+                                                   project, {paths, error});
     if (outcome != DocMgrModule::SaveOutcome::Saved)
-        throw CommandFailure(ExitStatus::Found, aboutProject(message.text(), path));
+        throw CommandFailure(ExitStatus::Found, aboutProject(error.text(), path));
 }
 
 void expectProjectName(const std::string& path) {

@@ -56,7 +56,7 @@ ExitStatus exportMessages(const ExportOptions& options) {
         messageSheet(project, options.pages ? MessageSheetForm::Pages : MessageSheetForm::Scripts);
     deliver(options.output, sheet.csv);
     for (const std::string& message : sheet.mendedLineEnds)
-        complain(message + ": a line end of one character is CR LF in the table");
+        complain(message + ": lone CR or LF was written as CR LF");
     return ExitStatus::Well;
 }
 

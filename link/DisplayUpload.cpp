@@ -19,7 +19,7 @@ public:
                   const TransferControlMaker& makeControl)
         : display_(display), folder_(folder), progress_(progress), makeControl_(makeControl) {}
 
-    /// The display has everything, or cannot be reached; nothing where it is to be sent to.
+    /// The final result if nothing needs sending (already equal, or unreachable); nullopt to go on and send.
     std::optional<TransferEnd> compare(const UploadWishes& wishes) {
         progress_.enter(UploadStage::Comparing);
         const ScratchFolder fetched;

@@ -103,7 +103,8 @@ DisplayWrite namedWrite(const std::string& assignment, std::string_view name, st
         throw BadWrite(assignment + ": \"" + std::string(name) +
                        "\" is neither an address nor one of RegVar1 to RegVar64 and CoilVar1 to CoilVar32");
     if (project == nullptr)
-        throw BadWrite(assignment + ": where " + item->name() + " lies is known to a project only");
+        throw BadWrite(assignment + ": the address of " + item->name() +
+                       " is in the project: give --project");
     if (item->kind == &floatVariables)
         return {item->name(), registerPairRequest(addressOf(*project, *item), floatValue(assignment, value))};
     const auto on = switchValue(value);
@@ -115,7 +116,7 @@ DisplayWrite namedWrite(const std::string& assignment, std::string_view name, st
 DisplayWrite assignedWrite(const std::string& assignment, const Project* project) {
     const std::size_t sign = assignment.find('=');
     if (sign == std::string::npos)
-        throw BadWrite(assignment + " says no value: write RegVar3=12.5, CoilVar2=on or 200=1.5");
+        throw BadWrite(assignment + " has no value: write RegVar3=12.5, CoilVar2=on or 200=1.5");
     const std::string_view name = std::string_view(assignment).substr(0, sign);
     const std::string_view value = std::string_view(assignment).substr(sign + 1);
     return GenenalModule::IsAllDigits(name) ? addressedWrite(assignment, name, value)
@@ -130,7 +131,7 @@ std::vector<DisplayWrite> switchWrites(const Project& project, const std::vector
     std::vector<DisplayWrite> writes;
     for (const Item& message : messagesNamed(off)) {
         if (std::ranges::find(toSwitchOn, message) != toSwitchOn.end())
-            throw BadWrite(message.name() + " is to be switched on and off");
+            throw BadWrite(message.name() + " is in both --on and --off");
         writes.push_back({message.name(), coilRequest(addressOf(project, message), false)});
     }
     for (const Item& message : toSwitchOn)
@@ -158,10 +159,10 @@ std::vector<DisplayWrite> assignedWrites(const std::vector<std::string>& assignm
 }
 
 void writeToDisplay(const DisplayAddress& display, const std::vector<DisplayWrite>& writes,
-                    std::chrono::milliseconds patience) {
+                    std::chrono::milliseconds timeout) {
     std::string written;
     try {
-        ModbusConnection connection(display, patience);
+        ModbusConnection connection(display, timeout);
         for (const DisplayWrite& write : writes) {
             connection.ask(write.request);
             written.append(written.empty() ? "" : ", ").append(write.what);

@@ -41,6 +41,6 @@ std::vector<DisplayWrite> assignedWrites(const std::vector<std::string>& assignm
 /// Sends them in order over one connection, each when the one before is confirmed.
 /// \throws DisplayFailure, which names what was written before
 void writeToDisplay(const DisplayAddress& display, const std::vector<DisplayWrite>& writes,
-                    std::chrono::milliseconds patience = answerTimeout);
+                    std::chrono::milliseconds timeout = answerTimeout);
 
 } // namespace orvista

@@ -17,7 +17,7 @@ namespace {
 
 enum Column : std::size_t { Name, Address, Port, ProjectFile };
 
-/// Names long enough for every plant; with the file's own name behind it a path still holds.
+/// Keeps FOLDER/NAME/NAME.orx below the path limit.
 constexpr std::size_t longestName = 100;
 
 /// What keeps a name from being a folder's; empty where nothing does.

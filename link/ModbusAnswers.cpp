@@ -52,16 +52,16 @@ std::string exceptionInWords(unsigned code) {
                                                                "",
                                                                "gateway path unavailable",
                                                                "gateway target device failed to respond"};
-    std::string words = "exception " + decimalText(code);
+    std::string text = "exception " + decimalText(code);
     if (code < meanings.size() && !meanings[code].empty())
-        words.append(", ").append(meanings[code]);
-    return words;
+        text.append(", ").append(meanings[code]);
+    return text;
 }
 
 void expectHeader(const Frame& request, Bytes received) {
     const std::size_t length = wordAt(received, 4);
     if (wordAt(received, 2) != 0 || length < shortestLength || length > longestLength)
-        throw BadAnswer(request, "what the display answers is not Modbus");
+        throw BadAnswer(request, "the display's answer is not Modbus");
     if (!std::equal(request.begin(), request.begin() + 2, received.begin()))
         throw BadAnswer(request, "the display answers another request");
 }
@@ -105,11 +105,11 @@ std::string requestInWords(const Frame& request) {
                                   functionOf(request) == FunctionCode::WriteMultipleRegisters;
     const std::size_t first = addressOf(request);
     const std::size_t count = countOf(request);
-    std::string words = isReading(request) ? "reading " : "writing ";
-    words += isAboutRegisters ? "register" : "coil";
+    std::string text = isReading(request) ? "reading " : "writing ";
+    text += isAboutRegisters ? "register" : "coil";
     if (count == 1)
-        return words + " " + decimalText(first);
-    return words + "s " + decimalText(first) + " to " + decimalText(first + count - 1);
+        return text + " " + decimalText(first);
+    return text + "s " + decimalText(first) + " to " + decimalText(first + count - 1);
 }
 
 std::optional<Bytes> answerData(const Frame& request, Bytes received) {
@@ -121,7 +121,7 @@ std::optional<Bytes> answerData(const Frame& request, Bytes received) {
         return std::nullopt;
     expectAnswerTo(request, received.first(size));
     if (received.size() > size)
-        throw BadAnswer(request, "the answer goes on after its end");
+        throw BadAnswer(request, "the answer is longer than its header says");
     if (isReading(request))
         return dataRead(request, received);
     expectConfirmation(request, received);
@@ -135,11 +135,11 @@ BadAnswer answerCutOff(const Frame& request, std::size_t received) {
             "the display ended the connection after " + countedText(received, "byte") + " of its answer"};
 }
 
-BadAnswer answerTimedOut(const Frame& request, std::size_t received, std::chrono::milliseconds patience) {
+BadAnswer answerTimedOut(const Frame& request, std::size_t received, std::chrono::milliseconds timeout) {
     if (received == 0)
-        return {request, "no answer within " + secondsText(patience)};
+        return {request, "no answer within " + secondsText(timeout)};
     return {request,
-            "only " + countedText(received, "byte") + " of an answer within " + secondsText(patience)};
+            "only " + countedText(received, "byte") + " of an answer within " + secondsText(timeout)};
 }
 
 bool coilOf(Bytes data, std::size_t index) {

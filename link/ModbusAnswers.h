@@ -38,7 +38,7 @@ std::optional<std::span<const std::uint8_t>> answerData(const Frame& request,
 /// \param received the bytes that came nevertheless
 BadAnswer answerCutOff(const Frame& request, std::size_t received);
 BadAnswer answerTimedOut(const Frame& request, std::size_t received,
-                         std::chrono::milliseconds patience = answerTimeout);
+                         std::chrono::milliseconds timeout = answerTimeout);
 
 /// A coil of a reading's data. \param index from 0, within what was asked for
 bool coilOf(std::span<const std::uint8_t> data, std::size_t index);

@@ -3,14 +3,14 @@
 namespace orvista {
 
 std::vector<std::uint8_t> ModbusConnection::ask(const Frame& request) {
-    const TcpConnection::Clock::time_point deadline = TcpConnection::Clock::now() + patience_;
+    const TcpConnection::Clock::time_point deadline = TcpConnection::Clock::now() + timeout_;
     std::vector<std::uint8_t> received;
     try {
         connection_.send(request, deadline);
         for (;;) {
             const auto more = connection_.receive(deadline);
             if (!more)
-                throw answerTimedOut(request, received.size(), patience_);
+                throw answerTimedOut(request, received.size(), timeout_);
             if (more->empty())
                 throw answerCutOff(request, received.size());
             received.insert(received.end(), more->begin(), more->end());
@@ -23,9 +23,9 @@ std::vector<std::uint8_t> ModbusConnection::ask(const Frame& request) {
 }
 
 void readFromDisplay(const DisplayAddress& display, std::vector<DisplayItem>& items,
-                     std::chrono::milliseconds patience) {
+                     std::chrono::milliseconds timeout) {
     std::vector<DisplayItem> read = items;
-    ModbusConnection connection(display, patience);
+    ModbusConnection connection(display, timeout);
     for (const ReadStep& step : readSteps(read))
         takeAnswer(step, connection.ask(step.request), read);
     items = std::move(read);

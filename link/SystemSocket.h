@@ -48,9 +48,9 @@ inline int wait(Handle socket, Wanted wanted, int milliseconds) {
     FD_ZERO(&failed);
     FD_SET(socket, &ready);
     FD_SET(socket, &failed);
-    timeval patience{milliseconds / 1000, milliseconds % 1000 * 1000};
-    return wanted == Wanted::Reading ? select(0, &ready, nullptr, &failed, &patience)
-                                     : select(0, nullptr, &ready, &failed, &patience);
+    timeval timeout{milliseconds / 1000, milliseconds % 1000 * 1000};
+    return wanted == Wanted::Reading ? select(0, &ready, nullptr, &failed, &timeout)
+                                     : select(0, nullptr, &ready, &failed, &timeout);
 }
 
 inline std::string lookUpErrorText(int error) {

@@ -91,11 +91,11 @@ private:
     systemsocket::Handle handle_;
 };
 
-TcpConnection::TcpConnection(const DisplayAddress& to, std::chrono::milliseconds patience) {
+TcpConnection::TcpConnection(const DisplayAddress& to, std::chrono::milliseconds timeout) {
     [[maybe_unused]] const systemsocket::Library library{};
     const Addresses addresses = lookUp(to);
-    const Clock::time_point deadline = Clock::now() + patience;
-    std::string failure = noConnectionText(patience);
+    const Clock::time_point deadline = Clock::now() + timeout;
+    std::string failure = noConnectionText(timeout);
     int untried = 0;
     for (const addrinfo* address = addresses.get(); address != nullptr; address = address->ai_next)
         ++untried;
@@ -126,7 +126,7 @@ void TcpConnection::send(std::span<const std::uint8_t> bytes, Clock::time_point 
         else if (systemsocket::lastError() != systemsocket::wouldBlock)
             fail(systemsocket::lastError());
         else if (!socket_->wait(Wanted::Writing, deadline))
-            throw ConnectionFailure("the other side takes nothing");
+            throw ConnectionFailure("the display does not accept data");
     }
 }
 
@@ -142,8 +142,8 @@ std::optional<std::vector<std::uint8_t>> TcpConnection::receive(Clock::time_poin
     return std::nullopt;
 }
 
-std::string noConnectionText(std::chrono::milliseconds patience) {
-    return "no connection within " + secondsText(patience);
+std::string noConnectionText(std::chrono::milliseconds timeout) {
+    return "no connection within " + secondsText(timeout);
 }
 
 } // namespace orvista

@@ -21,7 +21,7 @@ public:
 };
 
 /// "no connection within 3 s": what is said where nobody answers.
-std::string noConnectionText(std::chrono::milliseconds patience);
+std::string noConnectionText(std::chrono::milliseconds timeout);
 
 /// A TCP connection for programs without an event loop: no call waits longer than it is told.
 class TcpConnection {
@@ -29,8 +29,8 @@ public:
     using Clock = std::chrono::steady_clock;
 
     /// Connects to the first of the host's addresses that answers. Only looking up a name may take longer
-    /// than `patience`: that is the system's. \throws ConnectionFailure
-    TcpConnection(const DisplayAddress& to, std::chrono::milliseconds patience);
+    /// than `timeout`: that is the system's. \throws ConnectionFailure
+    TcpConnection(const DisplayAddress& to, std::chrono::milliseconds timeout);
     ~TcpConnection();
     TcpConnection(const TcpConnection&) = delete;
     TcpConnection& operator=(const TcpConnection&) = delete;

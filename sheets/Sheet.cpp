@@ -164,7 +164,7 @@ void SheetReader::readHead() {
         const auto known = std::ranges::find_if(
             columns_, [&name](std::string_view column) { return equalsIgnoringCase(column, name); });
         if (known == columns_.end())
-            errors_.add(1, {}, quotation(name) + " is not a column of this sheet");
+            errors_.add(1, {}, "unknown column " + quotation(name));
         else if (auto& place = places_[static_cast<std::size_t>(known - columns_.begin())]; place)
             errors_.add(1, *known, "the column is there twice");
         else
@@ -174,7 +174,7 @@ void SheetReader::readHead() {
 
 bool SheetReader::needs(std::size_t column) {
     if (!has(column))
-        errors_.add(1, columns_[column], "the column is missing");
+        errors_.add(1, columns_[column], "missing column");
     return has(column);
 }
 

@@ -36,7 +36,7 @@ EndSignals::EndSignals(QObject* parent) : QObject(parent) {
     notifier_ = std::make_unique<QSocketNotifier>(pipe_[0], QSocketNotifier::Read);
     connect(notifier_.get(), &QSocketNotifier::activated, this, [this] {
         notifier_->setEnabled(false);
-        emit endAsked();
+        emit terminationRequested();
     });
     std::signal(SIGTERM, tellPipe);
     std::signal(SIGINT, tellPipe);

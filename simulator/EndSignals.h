@@ -16,7 +16,7 @@ public:
     ~EndSignals() override;
 
 signals:
-    void endAsked();
+    void terminationRequested();
 
 private:
     std::array<int, 2> pipe_{-1, -1};

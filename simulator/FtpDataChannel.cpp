@@ -10,7 +10,7 @@ namespace orvista {
 namespace {
 
 // How long a client may take to connect, or to send or take anything.
-constexpr int patienceMilliseconds = 30'000;
+constexpr int timeoutMilliseconds = 30'000;
 
 // Bytes may come before it is known what is to be done with them. The rest waits at the client.
 constexpr qint64 mostUnreadBytes = qint64{1024} * 1024;
@@ -19,9 +19,9 @@ constexpr qint64 mostUnreadBytes = qint64{1024} * 1024;
 
 FtpDataChannel::FtpDataChannel(const QHostAddress& local, const QHostAddress& peer, QObject* parent)
     : QObject(parent), peer_(peer) {
-    patience_.setSingleShot(true);
-    patience_.setInterval(patienceMilliseconds);
-    connect(&patience_, &QTimer::timeout, this, &FtpDataChannel::fail);
+    timeout_.setSingleShot(true);
+    timeout_.setInterval(timeoutMilliseconds);
+    connect(&timeout_, &QTimer::timeout, this, &FtpDataChannel::fail);
     connect(&server_, &QTcpServer::newConnection, this, &FtpDataChannel::accept);
     server_.listen(local, 0);
 }
@@ -70,7 +70,7 @@ bool FtpDataChannel::eventFilter(QObject*, QEvent* event) {
 void FtpDataChannel::begin() {
     if (direction_ == Direction::None || over_)
         return;
-    patience_.start();
+    timeout_.start();
     if (!socket_)
         return;
     const bool gone = socket_->state() == QAbstractSocket::UnconnectedState;
@@ -93,13 +93,13 @@ void FtpDataChannel::begin() {
 void FtpDataChannel::takeBytes() {
     if (direction_ != Direction::Collecting || over_)
         return;
-    patience_.start();
+    timeout_.start();
     bytes_ += socket_->readAll();
     if (bytes_.size() > limit_) {
         fail();
     } else if (course_ != Course::Whole && !bytes_.isEmpty()) {
         over_ = true;
-        patience_.stop();
+        timeout_.stop();
         emit dropped();
     }
 }
@@ -107,11 +107,11 @@ void FtpDataChannel::takeBytes() {
 void FtpDataChannel::handOver(qint64 written) {
     if (direction_ != Direction::Sending || over_)
         return;
-    patience_.start();
+    timeout_.start();
     handedOver_ += written;
     if (course_ != Course::Whole && handedOver_ >= bytes_.size() / 2) {
         over_ = true;
-        patience_.stop();
+        timeout_.stop();
         emit dropped();
     }
 }
@@ -127,7 +127,7 @@ void FtpDataChannel::end() {
         return;
     }
     over_ = true;
-    patience_.stop();
+    timeout_.stop();
     emit finished();
 }
 
@@ -135,7 +135,7 @@ void FtpDataChannel::fail() {
     if (over_)
         return;
     over_ = true;
-    patience_.stop();
+    timeout_.stop();
     if (socket_)
         socket_->abort();
     emit failed();

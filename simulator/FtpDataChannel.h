@@ -54,7 +54,7 @@ private:
     QTcpServer server_;
     QHostAddress peer_;
     QPointer<QTcpSocket> socket_;
-    QTimer patience_;
+    QTimer timeout_;
     QByteArray bytes_;
     Direction direction_ = Direction::None;
     Course course_ = Course::Whole;

@@ -84,7 +84,7 @@ void FtpSession::receive() {
 
 void FtpSession::takeLines() {
     while (!transferring_ && !stalled_ && control_ && control_->state() == QAbstractSocket::ConnectedState &&
-           !leavesAnswersUnread(*control_)) {
+           !clientIgnoresReplies(*control_)) {
         const qsizetype end = received_.indexOf('\n');
         if (end < 0)
             break;
@@ -96,7 +96,7 @@ void FtpSession::takeLines() {
     }
     // A client that talks on without waiting, or without ever ending its line, is not worth its memory.
     if (received_.size() > 64 * static_cast<qsizetype>(longestFtpLine) ||
-        (control_ && leavesAnswersUnread(*control_)))
+        (control_ && clientIgnoresReplies(*control_)))
         drop();
 }
 

@@ -106,7 +106,7 @@ void ModbusService::receive(QTcpSocket* client) {
         const QByteArray frame = pending.left(static_cast<qsizetype>(first.size));
         pending.remove(0, frame.size());
         handle(client, frame);
-        if (leavesAnswersUnread(*client)) {
+        if (clientIgnoresReplies(*client)) {
             log(peerText(*client), {}, tr("Leaves its answers unread; connection closed"));
             pending.clear();
             client->abort();

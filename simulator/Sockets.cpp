@@ -14,7 +14,7 @@ QString peerText(const QTcpSocket& socket) {
     return QStringLiteral("%1:%2").arg(socket.peerAddress().toString()).arg(socket.peerPort());
 }
 
-bool leavesAnswersUnread(QTcpSocket& socket) {
+bool clientIgnoresReplies(QTcpSocket& socket) {
     constexpr qint64 mostWaitingBytes = qint64{64} * 1024;
     // Many requests that came at once are answered before the system takes the first answer.
     if (socket.bytesToWrite() > mostWaitingBytes)

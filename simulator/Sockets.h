@@ -9,7 +9,7 @@ namespace orvista {
 QString peerText(const QTcpSocket& socket);
 
 /// True when a client asks on and on without taking its answers, which would pile up in memory.
-bool leavesAnswersUnread(QTcpSocket& socket);
+bool clientIgnoresReplies(QTcpSocket& socket);
 
 /// True when the other side has reset the connection and what came before is read. Asked before the socket is
 /// read, which cannot tell a reset from an orderly end.

@@ -51,7 +51,7 @@ int run(const Options& options) {
     SimulatedDevice device(options.device, options.faults);
     connectOutput(device, options);
     const EndSignals endSignals;
-    QObject::connect(&endSignals, &EndSignals::endAsked, qApp, &QCoreApplication::quit);
+    QObject::connect(&endSignals, &EndSignals::terminationRequested, qApp, &QCoreApplication::quit);
     const bool hasModbus = device.startModbus();
     const bool hasTransfer = device.startTransfer();
     print(modbusLine(device));

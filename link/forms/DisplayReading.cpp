@@ -12,8 +12,8 @@
 namespace orvista {
 
 DisplayReading::DisplayReading(QObject* parent) : QObject(parent) {
-    patience_.setSingleShot(true);
-    connect(&patience_, &QTimer::timeout, this, &DisplayReading::timedOut);
+    timeout_.setSingleShot(true);
+    connect(&timeout_, &QTimer::timeout, this, &DisplayReading::timedOut);
 }
 
 DisplayReading::~DisplayReading() {
@@ -36,12 +36,12 @@ void DisplayReading::begin(const std::string& host, std::uint16_t port, std::vec
     connect(socket_, &QTcpSocket::errorOccurred, this, &DisplayReading::errorOccurred);
     const auto* const watch = new ResetWatch(*socket_);
     connect(watch, &ResetWatch::wasReset, this, [this] { fail(tr("the display reset the connection")); });
-    patience_.start(answerTimeout);
+    timeout_.start(answerTimeout);
     socket_->connectToHost(QString::fromStdString(host), port);
 }
 
 void DisplayReading::abort() {
-    patience_.stop();
+    timeout_.stop();
     if (!socket_)
         return;
     // Called from the socket's own signals, so it may not be deleted here.
@@ -60,7 +60,7 @@ void DisplayReading::ask() {
     }
     received_.clear();
     const Frame& request = steps_[step_].request;
-    patience_.start(answerTimeout);
+    timeout_.start(answerTimeout);
     socket_->write(reinterpret_cast<const char*>(request.data()), static_cast<qint64>(request.size()));
 }
 

@@ -41,7 +41,7 @@ private:
     void fail(const QString& reason);
 
     QTcpSocket* socket_ = nullptr;
-    QTimer patience_{this};
+    QTimer timeout_{this};
     std::vector<DisplayItem> items_;
     std::vector<ReadStep> steps_;
     std::size_t step_ = 0; ///< under way

@@ -11,7 +11,7 @@ namespace orvista {
 namespace {
 
 /// A program that has nothing more to wait for ends at once; this is for a machine that is very busy.
-constexpr int patienceMilliseconds = 10'000;
+constexpr int timeoutMilliseconds = 10'000;
 
 QString text(const QJsonObject& object, const char* field) {
     return object.value(QLatin1String(field)).toString();
@@ -49,10 +49,10 @@ void FleetProcess::stop() {
 
 void FleetProcess::stopNow() {
     stop();
-    if (!isRunning() || process_.waitForFinished(patienceMilliseconds))
+    if (!isRunning() || process_.waitForFinished(timeoutMilliseconds))
         return;
     process_.kill();
-    process_.waitForFinished(patienceMilliseconds);
+    process_.waitForFinished(timeoutMilliseconds);
 }
 
 void FleetProcess::takeLines() {

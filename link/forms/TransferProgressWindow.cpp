@@ -17,10 +17,10 @@ constexpr QEventLoop::ProcessEventsFlags withoutSockets = QEventLoop::ExcludeSoc
 
 /// The window system may take a moment to map the window; a slow one does not hold up the transfer.
 void waitUntilOnScreen(const QWindow& window) {
-    constexpr std::chrono::milliseconds patience{250};
+    constexpr std::chrono::milliseconds timeout{250};
     QTimer deadline;
     deadline.setSingleShot(true);
-    deadline.start(patience);
+    deadline.start(timeout);
     while (deadline.isActive() && !window.isExposed())
         QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::WaitForMoreEvents);
 }

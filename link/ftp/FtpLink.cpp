@@ -49,7 +49,7 @@ FtpLink::FtpLink(std::unique_ptr<const CurlLibrary> library, Server server, Tran
       server_(std::move(server)),
       clock_(std::move(clock)),
       isToEnd_(std::move(isToEnd)),
-      watch_(clock_(), server_.patience),
+      watch_(clock_(), server_.timeout),
       url_(curl_->urlInit(), curl_->urlCleanup),
       multi_(curl_->multiInit(), curl_->multiCleanup),
       handle_(curl_->easyInit(), curl_->easyCleanup) {
@@ -141,7 +141,7 @@ void FtpLink::prepare(const std::string& remoteName) {
     set(CURLOPT_PROXY, ""); // none from the environment either
     set(CURLOPT_USERNAME, server_.user.c_str());
     set(CURLOPT_PASSWORD, server_.password.c_str());
-    const auto seconds = static_cast<long>(server_.patience.count());
+    const auto seconds = static_cast<long>(server_.timeout.count());
     set(CURLOPT_CONNECTTIMEOUT, seconds);
     set(CURLOPT_SERVER_RESPONSE_TIMEOUT, seconds);
     set(CURLOPT_HEADERFUNCTION, &FtpLink::noteAnswer);
@@ -170,7 +170,7 @@ bool FtpLink::setUrl(const std::string& remoteName) {
 bool FtpLink::perform() {
     if (!usable_ || curl_->multiAddHandle(multi_.get(), handle_.get()) != CURLM_OK)
         return false;
-    watch_ = TransferWatch(clock_(), server_.patience);
+    watch_ = TransferWatch(clock_(), server_.timeout);
     const bool done = runToItsEnd();
     // Closes the connection of a transfer that was given up, without a farewell nobody would answer.
     curl_->multiRemoveHandle(multi_.get(), handle_.get());

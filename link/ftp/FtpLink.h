@@ -23,7 +23,7 @@ public:
         std::uint16_t port;
         std::string user;
         std::string password;
-        std::chrono::seconds patience; ///< for connecting, and for silence
+        std::chrono::seconds timeout; ///< for connecting, and for silence
     };
     /// Takes a piece of what arrives; false ends the transfer as failed.
     using Receiver = std::function<bool(std::string_view)>;

@@ -54,9 +54,9 @@ std::vector<WantedFile> wantedFiles(const RemoteListing& listing, const std::str
 
 } // namespace
 
-FtpTransferControl::FtpTransferControl(FileNotice notice, std::chrono::seconds patience,
+FtpTransferControl::FtpTransferControl(FileNotice notice, std::chrono::seconds timeout,
                                        const PathRules& paths, TransferWatch::Clock clock)
-    : notice_(std::move(notice)), patience_(patience), paths_(paths), clock_(std::move(clock)) {}
+    : notice_(std::move(notice)), timeout_(timeout), paths_(paths), clock_(std::move(clock)) {}
 
 FtpTransferControl::~FtpTransferControl() = default;
 
@@ -77,7 +77,7 @@ std::int64_t FtpTransferControl::OpenLink() {
         return failure;
     auto link = std::make_unique<FtpLink>(
         std::move(library),
-        FtpLink::Server{address_, static_cast<std::uint16_t>(port_), ftpUser, ftpPassword, patience_}, clock_,
+        FtpLink::Server{address_, static_cast<std::uint16_t>(port_), ftpUser, ftpPassword, timeout_}, clock_,
         isToEnd_);
     if (!link->isOpen())
         return failure;

@@ -40,10 +40,10 @@ public:
     /// Called before each file of a download: its name, its number counted from 1, and how many there are.
     using FileNotice = std::function<void(const std::string& name, std::size_t number, std::size_t count)>;
 
-    /// \param patience how long connecting may last, and how long the other end may be silent
+    /// \param timeout how long connecting may last, and how long the other end may be silent
     /// \param clock what silence and speed of a file are measured with
     explicit FtpTransferControl(FileNotice notice = {},
-                                std::chrono::seconds patience = std::chrono::seconds(10),
+                                std::chrono::seconds timeout = std::chrono::seconds(10),
                                 const PathRules& paths = PathRules::native(),
                                 TransferWatch::Clock clock = &std::chrono::steady_clock::now);
     ~FtpTransferControl() override;
@@ -64,7 +64,7 @@ public:
 
 private:
     FileNotice notice_;
-    std::chrono::seconds patience_;
+    std::chrono::seconds timeout_;
     PathRules paths_;
     TransferWatch::Clock clock_;
     std::function<bool()> isToEnd_;

@@ -2,8 +2,8 @@
 
 namespace orvista {
 
-TransferWatch::TransferWatch(Time start, std::chrono::milliseconds patience)
-    : patience_(patience), lastHeard_(start), samples_{{start, 0}} {}
+TransferWatch::TransferWatch(Time start, std::chrono::milliseconds timeout)
+    : timeout_(timeout), lastHeard_(start), samples_{{start, 0}} {}
 
 bool TransferWatch::isOver(Time now, std::int64_t moved) {
     if (moved != lastMoved_) {
@@ -15,7 +15,7 @@ bool TransferWatch::isOver(Time now, std::int64_t moved) {
         samples_.push_back({now, moved});
     while (samples_.size() > 1 && now - samples_[1].time >= window)
         samples_.pop_front();
-    const bool isSilent = now - lastHeard_ >= patience_;
+    const bool isSilent = now - lastHeard_ >= timeout_;
     const bool hasRunAWindow = now - samples_.front().time >= window;
     return isSilent || (hasRunAWindow && moved - samples_.front().moved < leastInWindow);
 }

@@ -20,8 +20,8 @@ public:
     static constexpr std::chrono::seconds window{30};
     static constexpr std::int64_t leastInWindow = 1024;
 
-    /// \param patience how long the other end may be silent
-    TransferWatch(Time start, std::chrono::milliseconds patience);
+    /// \param timeout how long the other end may be silent
+    TransferWatch(Time start, std::chrono::milliseconds timeout);
 
     /// The other end answered a command.
     void noteAnswer(Time now) { lastHeard_ = now; }
@@ -34,7 +34,7 @@ private:
         std::int64_t moved;
     };
 
-    std::chrono::milliseconds patience_;
+    std::chrono::milliseconds timeout_;
     Time lastHeard_;
     std::int64_t lastMoved_ = 0;
     std::deque<Sample> samples_; ///< about one a second; the first is the newest that is a window old

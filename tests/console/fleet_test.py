@@ -285,7 +285,7 @@ class Lists(FleetTest):
                           self.outcome(2, "upload", "--list", self.write_list([good, f"other,127.0.0.2,,{project}"]))[1])
         out, error = self.outcome(2, "upload", "--list", self.write_list(["a,127.0.0.2,,"]))
         self.assertIn("row 2, project: there is no project for this display", error)
-        for text, told in (("", "is empty"), ("name,address\n", "has no displays"), ("name\na\n", "address: the column is missing"),
+        for text, told in (("", "is empty"), ("name,address\n", "has no displays"), ("name\na\n", "address: missing column"),
                            ("name,address,nonsense\n", "is not a column")):
             (self.folder / "list.csv").write_text(text)
             self.assertIn(told, self.outcome(2, "upload", "plant/LINE3.orx", "--list", "list.csv")[1])

@@ -164,11 +164,11 @@ class Reading(ProgramTest):
             return lambda request: right_answer(request)[:place] + bytes([value]) + right_answer(request)[place + 1:]
         self.assertEqual(self.complaint_of(lambda request: None), "the display ended the connection without an answer")
         self.assertEqual(self.complaint_of(changed(0, 7)), "the display answers another request")
-        self.assertEqual(self.complaint_of(changed(2, 1)), "what the display answers is not Modbus")
+        self.assertEqual(self.complaint_of(changed(2, 1)), "the display's answer is not Modbus")
         self.assertEqual(self.complaint_of(changed(6, 1)), "unit 1 answers instead of unit 255")
         self.assertEqual(self.complaint_of(changed(7, 3)), "the display answers with function 3")
         self.assertEqual(self.complaint_of(changed(8, 4)), "the answer does not hold the 5 bytes asked for")
-        self.assertEqual(self.complaint_of(lambda request: right_answer(request) + b"\x00"), "the answer goes on after its end")
+        self.assertEqual(self.complaint_of(lambda request: right_answer(request) + b"\x00"), "the answer is longer than its header says")
         self.assertEqual(self.complaint_of(lambda request: request[:4] + b"\x00\x03\xFF\x81\x02"),
                          "exception 2, illegal data address")
 
@@ -264,7 +264,7 @@ class Faults(ProgramTest):
 
     def test_garbage(self):
         self.assertEqual(self.complaint_of("--fault", "garbage"),
-                         [request + "what the display answers is not Modbus" for request in self.REQUESTS])
+                         [request + "the display's answer is not Modbus" for request in self.REQUESTS])
 
     def test_silence_is_given_three_seconds(self):
         display = self.display("--fault", "no-answer")
@@ -346,7 +346,7 @@ class Writing(ProgramTest):
                           "CoilVar2=2", "CoilVar2=yes", "CoilVar33=on", "STDMSG1=on", "=1", "65535=1", "65536=on", "-1=1",
                           "99999999999999999999=1", "200=", "Var=1"):
                 self.complaint(2, "write", display.display, "--project", PROJECT, "CoilVar1=on", value)
-            self.assertIn("known to a project only", self.complaint(2, "write", display.display, "RegVar3=12.5"))
+            self.assertIn("RegVar3=12.5: the address of RegVar3 is in the project: give --project", self.complaint(2, "write", display.display, "RegVar3=12.5"))
             self.complaint(2, "write", display.display)
         self.assertEqual(display.requests, [])
 

@@ -33,10 +33,10 @@ using ::testing::SizeIs;
 using ::testing::StartsWith;
 
 /// For servers that answer, however busy the machine is.
-constexpr std::chrono::seconds longPatience{60};
+constexpr std::chrono::seconds longTimeout{60};
 /// For servers that never will, where the library itself waits, in whole seconds: for a greeting, for a
 /// farewell.
-constexpr std::chrono::seconds shortPatience{1};
+constexpr std::chrono::seconds shortTimeout{1};
 
 /// A clock that runs ahead of the wall's.
 TransferWatch::Clock fastClock(int factor) {
@@ -75,9 +75,9 @@ private:
 
 class FtpTransferControlTest : public ::testing::Test {
 protected:
-    explicit FtpTransferControlTest(std::chrono::seconds patience = longPatience,
+    explicit FtpTransferControlTest(std::chrono::seconds timeout = longTimeout,
                                     TransferWatch::Clock clock = &std::chrono::steady_clock::now)
-        : patience_(patience), clock_(std::move(clock)) {}
+        : timeout_(timeout), clock_(std::move(clock)) {}
 
     std::int64_t open(const FtpTestServer& server) { return open(control, server.port()); }
     static std::int64_t open(FtpTransferControl& control, std::int16_t port) {
@@ -107,7 +107,7 @@ protected:
         return "modbus.adr\r\nilmvar.def\r\nstdmsg.ilm\r\naltmsg.ilm\r\ndefault.pls\r\n";
     }
 
-    std::chrono::seconds patience_;
+    std::chrono::seconds timeout_;
     TransferWatch::Clock clock_;
     TemporaryFolder local;
     TemporaryFolder listings;
@@ -116,10 +116,10 @@ protected:
                                    notices.push_back(name + " " + std::to_string(number) + "/" +
                                                      std::to_string(count));
                                },
-                               patience_, PathRules::native(), clock_};
+                               timeout_, PathRules::native(), clock_};
 };
 
-/// Silence that our own watch ends: after the patience of the program, of which half a second passes on the
+/// Silence that our own watch ends: after the timeout of the program, of which half a second passes on the
 /// wall. Left to the library all ten would.
 class SilentServerTest : public FtpTransferControlTest {
 protected:
@@ -157,11 +157,11 @@ TEST_F(FtpTransferControlTest, AddressesThatAreNone) {
 }
 
 TEST_F(FtpTransferControlTest, ServersThatNeverGreet) {
-    FtpTransferControl impatient({}, shortPatience);
+    FtpTransferControl impatient({}, shortTimeout);
     const SilentPort silent;
     silent.listen();
     auto neverAccepted = std::async(std::launch::async, [&] {
-        FtpTransferControl another({}, shortPatience);
+        FtpTransferControl another({}, shortTimeout);
         return open(another, silent.port());
     });
     const FtpTestServer server({"--fault", "no-greeting"});
@@ -331,15 +331,15 @@ TEST_F(SilentServerTest, SilenceEndsAnUpload) {
 }
 
 TEST_F(FtpTransferControlTest, SilenceAfterAFilesBytesEndsAnUploadAtOnceAndWithoutAFarewell) {
-    constexpr std::chrono::seconds patience{2};
-    FtpTransferControl impatient({}, patience);
+    constexpr std::chrono::seconds timeout{2};
+    FtpTransferControl impatient({}, timeout);
     const FtpTestServer server({"--fault", "silent-after-store"});
     ASSERT_EQ(open(impatient, server.port()), 1);
     writeBytes(local.file("a.bmp"), "x");
     const auto start = std::chrono::steady_clock::now();
     EXPECT_LE(impatient.UploadFile(local.file("a.bmp")), 0);
     impatient.CloseLink();
-    EXPECT_LT(std::chrono::steady_clock::now() - start, 2 * patience);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, 2 * timeout);
 }
 
 TEST_F(FtpTransferControlTest, ADripEndsADownloadAfterThirtySeconds) {
@@ -359,7 +359,7 @@ TEST_F(FtpTransferControlTest, ADripEndsADownloadAfterThirtySeconds) {
 }
 
 TEST_F(FtpTransferControlTest, ASlowButSteadyTransferIsNotEnded) {
-    // 36 s of this clock for one file: longer than the patience, and than a window of the watch.
+    // 36 s of this clock for one file: longer than the timeout, and than a window of the watch.
     FtpTransferControl watchful({}, std::chrono::seconds(32), PathRules::native(), fastClock(20));
     const FtpTestServer server({"--fault", "slow-retrieve", "--piece", "512", "--pause", "0.1"});
     server.putDeviceFiles();
@@ -396,7 +396,7 @@ protected:
     void SetUp() override { server.put("ten.bmp", "0123456789"); }
     FtpLink connected() const {
         return {CurlLibrary::open(),
-                {"127.0.0.1", static_cast<std::uint16_t>(server.port()), ftpUser, ftpPassword, longPatience},
+                {"127.0.0.1", static_cast<std::uint16_t>(server.port()), ftpUser, ftpPassword, longTimeout},
                 &std::chrono::steady_clock::now};
     }
 
@@ -529,14 +529,14 @@ TEST_F(FtpTransferControlTest, FailedDownloadLeavesTheFolderAsItWas) {
 }
 
 TEST_F(FtpTransferControlTest, AFarewellIsWaitedForNoLongerThanAnyOtherAnswer) {
-    FtpTransferControl impatient({}, shortPatience);
+    FtpTransferControl impatient({}, shortTimeout);
     const FtpTestServer server({"--fault", "silent-quit"});
     ASSERT_EQ(open(impatient, server.port()), 1);
     writeBytes(local.file("a.bmp"), "x");
     EXPECT_EQ(impatient.UploadFile(local.file("a.bmp")), 1);
     const auto start = std::chrono::steady_clock::now();
     impatient.CloseLink();
-    EXPECT_LT(std::chrono::steady_clock::now() - start, 5 * shortPatience / 2);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, 5 * shortTimeout / 2);
     EXPECT_THAT(server.commands(), Contains("QUIT"));
 }
 
@@ -566,7 +566,7 @@ TEST_F(FtpTransferControlTest, ATransferThatIsNoLongerWantedEndsAtOnce) {
     for (const char* fault : {"silent-retrieve", "silent-in-retrieve", "open-after-retrieve"}) {
         const FtpTestServer server({"--fault", fault});
         server.putDeviceFiles();
-        FtpTransferControl patient({}, longPatience);
+        FtpTransferControl patient({}, longTimeout);
         const auto start = std::chrono::steady_clock::now();
         patient.endWhen([&server] {
             const auto commands = server.commands();
@@ -575,18 +575,18 @@ TEST_F(FtpTransferControlTest, ATransferThatIsNoLongerWantedEndsAtOnce) {
         ASSERT_EQ(open(patient, server.port()), 1);
         EXPECT_LE(patient.DownloadFiles("", local.path()), 0) << fault;
         patient.CloseLink();
-        EXPECT_LT(std::chrono::steady_clock::now() - start, longPatience / 4) << fault;
+        EXPECT_LT(std::chrono::steady_clock::now() - start, longTimeout / 4) << fault;
         EXPECT_THAT(localNames(), IsEmpty()) << fault;
     }
 }
 
 TEST_F(FtpTransferControlTest, ConnectingThatIsNoLongerWantedEndsAtOnce) {
     const FtpTestServer server({"--fault", "no-greeting"});
-    FtpTransferControl patient({}, longPatience);
+    FtpTransferControl patient({}, longTimeout);
     patient.endWhen([] { return true; });
     const auto start = std::chrono::steady_clock::now();
     EXPECT_LE(open(patient, server.port()), 0);
-    EXPECT_LT(std::chrono::steady_clock::now() - start, longPatience / 4);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, longTimeout / 4);
 }
 
 TEST_F(SilentServerTest, SilenceEndsADownload) {

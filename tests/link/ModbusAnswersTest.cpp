@@ -75,7 +75,7 @@ TEST(ModbusAnswers, AnAnswerIsAwaitedToItsLastByte) {
         EXPECT_FALSE(answerData(readTwenty, std::span(whole).first(size))) << size;
     EXPECT_TRUE(answerData(readTwenty, whole));
     EXPECT_EQ(failure(readTwenty, joined(whole, {0})),
-              "reading coils 300 to 319: the answer goes on after its end");
+              "reading coils 300 to 319: the answer is longer than its header says");
 }
 
 TEST(ModbusAnswers, ExceptionsAreToldInWords) {
@@ -89,7 +89,7 @@ TEST(ModbusAnswers, ExceptionsAreToldInWords) {
 }
 
 TEST(ModbusAnswers, WhatIsNotModbusIsNotAwaited) {
-    const std::string noModbus = "reading coils 300 to 319: what the display answers is not Modbus";
+    const std::string noModbus = "reading coils 300 to 319: the display's answer is not Modbus";
     const std::string garbage("\xDE\xAD\xBE\xEFgarbage");
     EXPECT_EQ(failure(readTwenty, Frame(garbage.begin(), garbage.end())), noModbus);
     const Frame sizes[] = {{1, 2, 0, 0, 0, 0, 255, 1},

@@ -395,7 +395,7 @@ void DisplayMonitorTest::faultsAreSaidInTheTab_data() {
     row("no-answer", {fault, "no-answer"}, "reading coils 320 to 359: no answer within 3 s");
     row("exception", {fault, "exception", "--exception", "2"},
         "reading coils 320 to 359: exception 2, illegal data address");
-    row("garbage", {fault, "garbage"}, "reading coils 320 to 359: what the display answers is not Modbus");
+    row("garbage", {fault, "garbage"}, "reading coils 320 to 359: the display's answer is not Modbus");
 }
 
 void DisplayMonitorTest::faultsAreSaidInTheTab() {

@@ -164,7 +164,7 @@ TEST(Sheet, OnlyWhatCanBeReadAgainIsWritten) {
 TEST(Sheet, TellsOfEveryBadRowAtOnce) {
     EXPECT_THAT(
         errorsOf("name,colour,name\r\na,b,c,d\r\n\"e\"f\r\ng\r\n\"h\r\n"),
-        ElementsAre(SheetError{1, "", "\"colour\" is not a column of this sheet"},
+        ElementsAre(SheetError{1, "", "unknown column \"colour\""},
                     SheetError{1, "name", "the column is there twice"},
                     SheetError{2, "", "cell 4 is under no column"},
                     SheetError{3, "name",

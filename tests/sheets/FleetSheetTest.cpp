@@ -88,7 +88,7 @@ TEST(FleetSheet, TellsOfAddressesPortsAndProjects) {
 
 TEST(FleetSheet, NeedsNameAndAddress) {
     EXPECT_THAT(errorsOf("port\n7000\n"),
-                ElementsAre("row 1, name: the column is missing", "row 1, address: the column is missing"));
+                ElementsAre("row 1, name: missing column", "row 1, address: missing column"));
     EXPECT_THAT(errorsOf("name,address\n"), ElementsAre("has no displays"));
     EXPECT_THAT(errorsOf(""), ElementsAre("is empty"));
 }

@@ -187,7 +187,7 @@ TEST(MessageSheet, TellsOfEveryErrorAtOnce) {
                          "STDMSG7,,,,,,,,CLEAR,\nSTDMSG7,,,,,,,,CLEAR,\nSTDMSG7,1,a,,,,,,,\n"
                          "STDMSG8,1,a,,,,,,,\nSTDMSG8,,,,,,,,CLEAR,\n"
                          "STDMSG9,1,\"a\nb\",,,,,,,\n"),
-                ElementsAre("row 1: \"size\" is not a column of this sheet",
+                ElementsAre("row 1: unknown column \"size\"",
                             "row 2, message: \"STDMSG41\" is not a message; there are STDMSG1 to STDMSG40 "
                             "and ALTMSG1 to ALTMSG20",
                             "row 3, bitmap: a page has a content or a bitmap, not both",
@@ -215,13 +215,11 @@ TEST(MessageSheet, CountsPagesUpToAMillion) {
 }
 
 TEST(MessageSheet, TellsOfColumnsThatAreMissing) {
-    EXPECT_THAT(errorsOf("script\nCLEAR\n"), ElementsAre("row 1, message: the column is missing"));
-    EXPECT_THAT(errorsOf("message\nSTDMSG1\n"), ElementsAre("row 1, script: the column is missing"));
+    EXPECT_THAT(errorsOf("script\nCLEAR\n"), ElementsAre("row 1, message: missing column"));
+    EXPECT_THAT(errorsOf("message\nSTDMSG1\n"), ElementsAre("row 1, script: missing column"));
     EXPECT_THAT(errorsOf("mesage,script\nSTDMSG1,a\n"),
-                ElementsAre("row 1: \"mesage\" is not a column of this sheet",
-                            "row 1, message: the column is missing"));
-    EXPECT_THAT(errorsOf("message,content,script\nSTDMSG1,a,\n"),
-                ElementsAre("row 1, page: the column is missing"));
+                ElementsAre("row 1: unknown column \"mesage\"", "row 1, message: missing column"));
+    EXPECT_THAT(errorsOf("message,content,script\nSTDMSG1,a,\n"), ElementsAre("row 1, page: missing column"));
 }
 
 TEST(MessageSheet, RefusesScriptsThatNoFileKeeps) {

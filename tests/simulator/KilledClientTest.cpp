@@ -14,7 +14,7 @@ using testing::TemporaryFolder;
 
 namespace {
 
-constexpr int patienceMilliseconds = 10'000;
+constexpr int timeoutMilliseconds = 10'000;
 
 /// A client's control connection, greeted or turned away.
 class Visitor {
@@ -23,7 +23,7 @@ public:
 
     bool isGreeted() {
         while (!socket_.canReadLine())
-            if (!socket_.waitForReadyRead(patienceMilliseconds))
+            if (!socket_.waitForReadyRead(timeoutMilliseconds))
                 return false;
         return socket_.readLine().startsWith("220");
     }
@@ -32,7 +32,7 @@ public:
     void leave() {
         socket_.write("QUIT\r\n");
         while (socket_.state() != QAbstractSocket::UnconnectedState)
-            if (!socket_.waitForDisconnected(patienceMilliseconds))
+            if (!socket_.waitForDisconnected(timeoutMilliseconds))
                 return;
     }
 
@@ -80,13 +80,13 @@ private slots:
             QProcess client;
             client.start("/usr/bin/python3", {ORVISTA_HALF_UPLOAD, QString::number(port), endsFirst});
             while (!client.canReadLine())
-                QVERIFY(client.waitForReadyRead(patienceMilliseconds));
+                QVERIFY(client.waitForReadyRead(timeoutMilliseconds));
             QCOMPARE(client.readLine(), "sent\n");
             QVERIFY(!isWithoutFurtherClient(port));
             QCOMPARE(::kill(static_cast<pid_t>(client.processId()), signal), 0);
-            QVERIFY(client.waitForFinished(patienceMilliseconds));
+            QVERIFY(client.waitForFinished(timeoutMilliseconds));
             QCOMPARE(client.exitStatus(), QProcess::CrashExit);
-            QTRY_VERIFY_WITH_TIMEOUT(isWithoutFurtherClient(port), patienceMilliseconds);
+            QTRY_VERIFY_WITH_TIMEOUT(isWithoutFurtherClient(port), timeoutMilliseconds);
             QCOMPARE(QDir(QString::fromStdString(root_.path())).entryList(QDir::Files), QStringList());
         }
     }

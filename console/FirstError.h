@@ -7,7 +7,7 @@
 namespace orvista::console {
 
 /// Keeps the first thing that the core has to say: what follows is the same trouble again.
-class FirstMessage final : public Messages {
+class FirstError final : public Messages {
 public:
     void show(MessageIcon /*icon*/, const std::string& text) override {
         if (text_.empty())
