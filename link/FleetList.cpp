@@ -15,8 +15,6 @@ namespace orvista {
 
 namespace {
 
-enum Column : std::size_t { Name, Address, Port, ProjectFile };
-
 /// Keeps FOLDER/NAME/NAME.orx below the path limit.
 constexpr std::size_t longestName = 100;
 
@@ -48,9 +46,9 @@ public:
         display.name = trimBlanks(row.name);
         display.project = projectOf(row);
         if (const auto fault = faultOfName(display.name); !fault.empty())
-            refuse(Name, std::string(fault));
+            refuse(FleetName, std::string(fault));
         else
-            refuseTwice(Name, names_, lowerAscii(display.name));
+            refuseTwice(FleetName, names_, lowerAscii(display.name));
         takeAddress(row, display.address);
         if (fleet_.refusals.size() == refusalsBefore)
             fleet_.displays.push_back(std::move(display));
@@ -62,21 +60,21 @@ private:
     using Rows = std::map<std::string, std::size_t>;
 
     void takeAddress(const FleetRow& row, DisplayAddress& address) {
-        Column column = Address;
+        FleetColumn column = FleetAddress;
         try {
             const std::string text(trimBlanks(row.address));
             const std::string port(trimBlanks(row.port));
             // The port has a column of its own here, so that a colon is the address's.
             const bool isNumericV6 = std::ranges::count(text, ':') > 1 && !text.starts_with('[');
             address = displayAddress(isNumericV6 ? "[" + text + "]" : text, fileTransfer);
-            column = Port;
+            column = FleetPort;
             if (!port.empty()) {
                 const std::uint16_t number = displayPort(port, fileTransfer);
                 if (address.port != fileTransfer.port && address.port != number)
-                    return refuse(Port, "the address names another port");
+                    return refuse(FleetPort, "the address names another port");
                 address.port = number;
             }
-            refuseTwice(Address, addresses_, lowerAscii(address.text()));
+            refuseTwice(FleetAddress, addresses_, lowerAscii(address.text()));
         } catch (const BadDisplayAddress& fault) {
             refuse(column, fault.what());
         }
@@ -86,22 +84,22 @@ private:
         const std::string project(trimBlanks(row.project));
         if (defaults_.needsProjects && !project.empty() &&
             !endsWithIgnoringCase(project, DocMgrModule::projectExtension))
-            refuse(ProjectFile, "the project does not end in .orx");
+            refuse(FleetProject, "the project does not end in .orx");
         if (!project.empty())
             return utf8Path(systemPath(defaults_.folder) / systemPath(project));
         if (defaults_.needsProjects && defaults_.project.empty())
-            refuse(ProjectFile, "there is no project for this display");
+            refuse(FleetProject, "there is no project for this display");
         return defaults_.project;
     }
 
-    void refuseTwice(Column column, Rows& rows, std::string key) {
+    void refuseTwice(FleetColumn column, Rows& rows, std::string key) {
         const auto [there, isNew] = rows.emplace(std::move(key), row_);
         if (!isNew)
             refuse(column, "the same " + std::string(fleetColumns[column]) + " stands in row " +
                                decimalText(there->second) + " already");
     }
 
-    void refuse(Column column, std::string text) {
+    void refuse(FleetColumn column, std::string text) {
         fleet_.refusals.push_back({row_, fleetColumns[column], std::move(text)});
     }
 

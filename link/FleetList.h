@@ -12,6 +12,7 @@
 /// The displays that one command works on, from a list that people keep. Texts and paths are UTF-8.
 namespace orvista {
 
+enum FleetColumn : std::size_t { FleetName, FleetAddress, FleetPort, FleetProject };
 inline constexpr std::array<std::string_view, 4> fleetColumns{"name", "address", "port", "project"};
 
 /// A row of the list as it stands there. Port and project may be empty.

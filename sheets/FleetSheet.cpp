@@ -9,13 +9,11 @@ namespace orvista {
 
 namespace {
 
-enum Column : std::size_t { Name, Address, Port, ProjectFile };
-
 std::vector<FleetRow> rowsOf(SheetReader& sheet) {
     std::vector<FleetRow> rows;
     while (sheet.next())
-        rows.push_back(
-            {sheet.row(), sheet.cell(Name), sheet.cell(Address), sheet.cell(Port), sheet.cell(ProjectFile)});
+        rows.push_back({sheet.row(), sheet.cell(FleetName), sheet.cell(FleetAddress), sheet.cell(FleetPort),
+                        sheet.cell(FleetProject)});
     return rows;
 }
 
@@ -26,8 +24,8 @@ std::vector<FleetDisplay> readFleetSheet(std::string_view bytes, const FleetDefa
     SheetReader sheet(bytes, fleetColumns, errors);
     if (!sheet.hasHead())
         return {};
-    const bool hasName = sheet.needs(Name);
-    const bool hasAddress = sheet.needs(Address);
+    const bool hasName = sheet.needs(FleetName);
+    const bool hasAddress = sheet.needs(FleetAddress);
     if (!hasName || !hasAddress)
         return {};
     const std::vector<FleetRow> rows = rowsOf(sheet);
