@@ -1,6 +1,7 @@
 #include "bench/Pair.h"
 #include "model/DeviceFiles.h"
 #include "model/ProjectFile.h"
+#include "model/SystemPath.h"
 #include "tests/support/ScriptedPeople.h"
 #include "tests/support/TemporaryFolder.h"
 

@@ -17,7 +17,7 @@ namespace orvista {
 namespace {
 
 /// A block of addresses, all of one table.
-struct Block {
+struct CheckedBlock {
     const ItemKind& kind;
     std::string_view name;
     std::int64_t first;
@@ -27,7 +27,7 @@ struct Block {
     std::int64_t highestStart;
 };
 
-Block blockOf(const ItemKind& kind, std::string_view name, const Project& project) {
+CheckedBlock blockOf(const ItemKind& kind, std::string_view name, const Project& project) {
     const std::int64_t first = kind.address(project, 0);
     const auto length = static_cast<std::int64_t>(kind.count) * kind.addressesPerItem;
     return {kind, name, first, first + length - 1, 0, lastModbusAddress - length + 1};
@@ -35,7 +35,7 @@ Block blockOf(const ItemKind& kind, std::string_view name, const Project& projec
 
 /// The regular messages always come a fixed way after the emergency messages, so that each of the two blocks
 /// leaves room for the other.
-void keepTogether(Block& emergency, Block& regular) {
+void keepTogether(CheckedBlock& emergency, CheckedBlock& regular) {
     const std::int64_t way = regularStartAfter(0);
     regular.lowestStart = way;
     emergency.highestStart = regular.highestStart - way;
@@ -49,7 +49,7 @@ std::string capitalised(std::string_view text) {
     return upperAscii(text.substr(0, 1)) + std::string(text.substr(1));
 }
 
-void checkRange(const Block& block, FindingList& found) {
+void checkRange(const CheckedBlock& block, FindingList& found) {
     if (block.first >= 0 && block.last <= lastModbusAddress)
         return;
     found.add(Code::AddressRange, {}, [&] {
@@ -60,7 +60,7 @@ void checkRange(const Block& block, FindingList& found) {
     });
 }
 
-void checkOverlap(const Block& one, const Block& other, FindingList& found) {
+void checkOverlap(const CheckedBlock& one, const CheckedBlock& other, FindingList& found) {
     const std::int64_t first = std::max(one.first, other.first);
     const std::int64_t last = std::min(one.last, other.last);
     if (first > last)
@@ -87,14 +87,14 @@ void checkRegularStart(const Project& project, FindingList& found) {
 } // namespace
 
 Findings checkAddressMap(const Project& project) {
-    const Block floats = blockOf(floatVariables, "float variables", project);
+    const CheckedBlock floats = blockOf(floatVariables, "float variables", project);
     std::array coils = {blockOf(booleanVariables, "Boolean variables", project),
                         blockOf(emergencyMessages, "emergency messages", project),
                         blockOf(regularMessages, "regular messages", project)};
     keepTogether(coils[1], coils[2]);
     FindingList found{Item()};
     checkRange(floats, found);
-    for (const Block& block : coils)
+    for (const CheckedBlock& block : coils)
         checkRange(block, found);
     for (std::size_t one = 0; one < coils.size(); ++one)
         for (std::size_t other = one + 1; other < coils.size(); ++other)

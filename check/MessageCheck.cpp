@@ -4,7 +4,7 @@
 #include "check/PageCheck.h"
 #include "check/RemarkTexts.h"
 #include "model/BitmapName.h"
-#include "model/Files.h"
+#include "model/Lines.h"
 #include "model/Quotation.h"
 #include "model/ReservedLines.h"
 #include "model/Text.h"

@@ -30,9 +30,9 @@ struct CheckedItem {
     Findings findings;
 };
 
-using AddressMap = std::array<std::int32_t, 4>;
+using BlockAddresses = std::array<std::int32_t, 4>;
 
-AddressMap addressMap(const Project& project) {
+BlockAddresses blockAddresses(const Project& project) {
     return {project.AnalogInput, project.DigitalInput, project.AlertMessage, project.RegularMessage};
 }
 
@@ -50,7 +50,7 @@ bool meet(const VariableUse& one, const VariableUse& other) {
     return (one.floats & other.floats).any() || (one.booleans & other.booleans).any();
 }
 
-bool isSame(const FoundBitmap& one, const FoundBitmap& other) {
+bool isSameBitmap(const FoundBitmap& one, const FoundBitmap& other) {
     return one.image == other.image && one.error == other.error;
 }
 
@@ -91,7 +91,7 @@ struct ProjectCheck::State {
     std::optional<PanelSize> panel;
     FieldFormats formats;
     std::size_t itemsLookedAt = 0;
-    std::optional<CheckedItem<AddressMap>> addresses;
+    std::optional<CheckedItem<BlockAddresses>> addresses;
     Items<FloatVariable, floatVariableCount> floats;
     Items<BooleanVariable, booleanVariableCount> booleans;
     Messages<regularMessageCount> regular;
@@ -111,7 +111,7 @@ bool ProjectCheck::State::isCurrent(const Message& message, const std::string& s
                                     const BitmapProvider& bitmaps, const VariableUse& changed) {
     return message.script == script && !meet(message.checked.variables, changed) &&
            std::ranges::all_of(message.checked.bitmaps, [&](const auto& bitmap) {
-               return isSame(bitmap.second, bitmaps.bitmap(bitmap.first));
+               return isSameBitmap(bitmap.second, bitmaps.bitmap(bitmap.first));
            });
 }
 
@@ -139,7 +139,7 @@ void ProjectCheck::State::update(const Project& project, const BitmapProvider& b
     const VariableUse changed = differences(formats, newFormats);
     formats = newFormats;
 
-    update(addresses, addressMap(project), [&] { return checkAddressMap(project); });
+    update(addresses, blockAddresses(project), [&] { return checkAddressMap(project); });
     for (std::size_t i = 0; i < floats.size(); ++i)
         update(floats[i], project.RegVar[i], [&] {
             return checkVariable({Kind::Float, i}, project.RegVar[i]);

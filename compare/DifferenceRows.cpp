@@ -1,7 +1,7 @@
 #include "compare/DifferenceRows.h"
 
 #include "items/ProjectMessages.h"
-#include "model/Files.h"
+#include "model/Lines.h"
 #include "sheets/SheetChange.h"
 
 #include <algorithm>

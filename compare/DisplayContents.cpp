@@ -2,10 +2,12 @@
 
 #include "compare/ScriptComparison.h"
 #include "model/BitmapFiles.h"
+#include "model/Files.h"
 #include "model/FolderLookup.h"
 #include "model/Numbers.h"
 #include "model/ReadingRemarks.h"
 #include "model/Sha256.h"
+#include "model/SystemPath.h"
 #include "model/Text.h"
 #include "model/Windows1252.h"
 #include "script/BitmapNames.h"

@@ -2,7 +2,7 @@
 
 #include "items/ProjectMessages.h"
 #include "model/BitmapFiles.h"
-#include "model/Files.h"
+#include "model/SystemPath.h"
 #include "model/Text.h"
 #include "model/Windows1252.h"
 #include "script/BitmapNames.h"

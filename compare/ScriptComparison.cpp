@@ -1,7 +1,7 @@
 #include "compare/ScriptComparison.h"
 
 #include "compare/LineMatching.h"
-#include "model/Files.h"
+#include "model/Lines.h"
 #include "model/Project.h"
 #include "model/Text.h"
 
@@ -27,7 +27,7 @@ std::vector<Line> linesOf(std::string_view script) {
     return lines;
 }
 
-std::vector<std::string_view> textsOf(const std::vector<Line>& lines) {
+std::vector<std::string_view> lineTexts(const std::vector<Line>& lines) {
     std::vector<std::string_view> texts;
     texts.reserve(lines.size());
     for (const Line& line : lines)
@@ -52,7 +52,7 @@ std::vector<ComparedLine> comparedLines(std::string_view before, std::string_vie
     using Kind = ComparedLine::Kind;
     const std::vector<Line> left = linesOf(before);
     const std::vector<Line> right = linesOf(after);
-    const auto partners = matchLines(textsOf(left), textsOf(right));
+    const auto partners = matchLines(lineTexts(left), lineTexts(right));
     std::vector<ComparedLine> lines;
     std::size_t l = 0;
     std::size_t r = 0;

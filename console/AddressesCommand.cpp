@@ -16,7 +16,7 @@ namespace orvista::console {
 
 namespace {
 
-struct Options {
+struct AddressesOptions {
     std::string project;
     std::string output;
     std::string separator = ",";
@@ -26,7 +26,7 @@ struct Options {
 
 enum class Format { Csv, Html, Json };
 
-Format formatOf(const Options& options) {
+Format formatOf(const AddressesOptions& options) {
     if (options.output.empty())
         return options.json ? Format::Json : Format::Csv;
     const auto endsWith = [&options](std::string_view end) {
@@ -43,7 +43,7 @@ Format formatOf(const Options& options) {
         options.output + (options.json ? " does not end in .json" : " does not end in .csv, .html or .json"));
 }
 
-char separatorOf(const Options& options) {
+char separatorOf(const AddressesOptions& options) {
     if (options.separator == "tab" || options.separator == "\\t")
         return '\t';
     if (options.separator.size() == 1 &&
@@ -71,7 +71,7 @@ std::string addressJson(const std::vector<AddressRow>& rows) {
     return jsonText({{"version", programRelease}, {"addresses", std::move(list)}});
 }
 
-ExitStatus listAddresses(const Options& options) {
+ExitStatus listAddresses(const AddressesOptions& options) {
     const Format format = formatOf(options);
     const char separator = separatorOf(options);
     const Project project = readProject(options.project);
@@ -98,7 +98,7 @@ ExitStatus listAddresses(const Options& options) {
 } // namespace
 
 void addAddresses(CLI::App& program, Run& run) {
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<AddressesOptions>();
     CLI::App* command =
         program.add_subcommand("addresses", "List the Modbus address of every variable and message");
     command->add_option("PROJECT", options->project, "A project file, .orx")->required();

@@ -18,7 +18,7 @@ namespace orvista::console {
 
 namespace {
 
-struct Options {
+struct CheckOptions {
     std::vector<std::string> projects;
     int columns = PanelSize::usualColumns;
     bool strict = false;
@@ -47,7 +47,7 @@ Json findingObject(const std::string& project, const Finding& finding) {
             {"text", finding.text}};
 }
 
-void checkOne(const std::string& path, const Options& options, Report& report) {
+void checkOne(const std::string& path, const CheckOptions& options, Report& report) {
     const Project project = readProject(path);
     const FolderBitmaps bitmaps(project.ProjPath);
     const Findings findings =
@@ -64,7 +64,7 @@ void checkOne(const std::string& path, const Options& options, Report& report) {
     report.warnings += findings.counts.warnings;
 }
 
-ExitStatus checkAll(const Options& options) {
+ExitStatus checkAll(const CheckOptions& options) {
     Report report;
     Progress progress;
     for (std::size_t i = 0; i < options.projects.size(); ++i) {
@@ -99,7 +99,7 @@ ExitStatus checkAll(const Options& options) {
 } // namespace
 
 void addCheck(CLI::App& program, Run& run) {
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<CheckOptions>();
     CLI::App* command = program.add_subcommand("check", "Tell what will go wrong on the display");
     command->add_option("PROJECT", options->projects, "Project files, .orx")->required();
     command->add_option("--columns", options->columns, "Dots across the panel, 1 to 4096")

@@ -1,6 +1,5 @@
 #include "console/ChildProcess.h"
-
-#include "model/Files.h"
+#include "model/SystemPath.h"
 
 #include <array>
 #include <system_error>

@@ -30,7 +30,7 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-struct Options {
+struct CompareOptions {
     std::string before;
     std::string after;
     bool json = false;
@@ -118,7 +118,7 @@ std::string bitmapText(const FileDifference& difference) {
     return text + "\n";
 }
 
-void printText(const Options& options, const ProjectDifferences& differences) {
+void printText(const CompareOptions& options, const ProjectDifferences& differences) {
     if (differences.none())
         return print("No differences\n");
     printLine("--- " + options.before);
@@ -156,7 +156,7 @@ Json bitmapObject(const FileDifference& difference) {
             {"first_difference", number(difference.firstOffset)}};
 }
 
-void printJson(const Options& options, const ProjectDifferences& differences) {
+void printJson(const CompareOptions& options, const ProjectDifferences& differences) {
     Json list = Json::array();
     for (const ItemDifference& item : differences.items)
         addRows(item, list);
@@ -173,7 +173,7 @@ void printJson(const Options& options, const ProjectDifferences& differences) {
 }
 
 /// \throws CommandFailure
-ProjectDifferences differencesOf(const Options& options) {
+ProjectDifferences differencesOf(const CompareOptions& options) {
     try {
         const Side before(options.before);
         const Side after(options.after);
@@ -183,7 +183,7 @@ ProjectDifferences differencesOf(const Options& options) {
     }
 }
 
-ExitStatus compare(const Options& options) {
+ExitStatus compare(const CompareOptions& options) {
     const ProjectDifferences differences = differencesOf(options);
     if (options.json)
         printJson(options, differences);
@@ -195,7 +195,7 @@ ExitStatus compare(const Options& options) {
 } // namespace
 
 void addCompare(CLI::App& program, Run& run) {
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<CompareOptions>();
     CLI::App* command = program.add_subcommand("compare", "Tell what differs between projects and displays");
     command
         ->add_option("A", options->before, "A project file, .orx, or a display: NAME, NAME:PORT, [IPv6]:PORT")

@@ -1,4 +1,5 @@
 #include "console/Commands.h"
+#include "model/SystemPath.h"
 
 #include "console/Displays.h"
 #include "console/FleetOptions.h"
@@ -6,12 +7,9 @@
 #include "console/Output.h"
 #include "console/Projects.h"
 #include "console/Worker.h"
-#include "link/DisplayAddress.h"
 #include "link/TransferredFiles.h"
 #include "link/ftp/DownloadStaging.h"
-#include "model/Files.h"
 #include "model/FolderLookup.h"
-#include "model/Numbers.h"
 #include "model/ProjectFile.h"
 
 #include <filesystem>
@@ -23,7 +21,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-struct Options {
+struct DownloadOptions {
     FleetOptions fleet;
     std::string output;
 };
@@ -70,7 +68,7 @@ void bringOver(const std::string& from, const std::string& to) {
 }
 
 /// The display's worker fetches into a folder under `scratch`.
-FleetTask taskOf(const FleetDisplay& display, const std::string& target, const std::string& scratch) {
+FleetTask downloadTask(const FleetDisplay& display, const std::string& target, const std::string& scratch) {
     const PathRules paths = PathRules::native();
     const std::string fetched =
         paths.join(scratch, paths.split(target).value_or(SplitPath{".", target}).name);
@@ -90,7 +88,7 @@ FleetTask taskOf(const FleetDisplay& display, const std::string& target, const s
 }
 
 /// FOLDER/NAME/NAME.orx for the displays of a list, else the path that was given.
-std::string targetOf(const FleetDisplay& display, const Options& options) {
+std::string targetOf(const FleetDisplay& display, const DownloadOptions& options) {
     if (options.fleet.list.empty())
         return options.output;
     const PathRules paths = PathRules::native();
@@ -98,19 +96,19 @@ std::string targetOf(const FleetDisplay& display, const Options& options) {
 }
 
 /// Each with a folder of its own under `scratch`.
-std::vector<FleetTask> tasksOf(const std::vector<FleetDisplay>& displays, const Options& options,
+std::vector<FleetTask> tasksOf(const std::vector<FleetDisplay>& displays, const DownloadOptions& options,
                                const std::string& scratch) {
     std::vector<FleetTask> tasks;
     tasks.reserve(displays.size());
     for (const FleetDisplay& display : displays) {
         const std::string folder = PathRules::native().join(scratch, std::to_string(tasks.size()));
         fs::create_directory(systemPath(folder));
-        tasks.push_back(taskOf(display, targetOf(display, options), folder));
+        tasks.push_back(downloadTask(display, targetOf(display, options), folder));
     }
     return tasks;
 }
 
-ExitStatus downloadFromMany(Options options) {
+ExitStatus downloadFromMany(DownloadOptions options) {
     const auto displays = chosenDisplays(options.fleet, {.needsProjects = false});
     if (options.fleet.list.empty())
         options.output = writtenProjectName(options.output);
@@ -126,7 +124,7 @@ ExitStatus downloadFromMany(Options options) {
     return status;
 }
 
-ExitStatus download(const Options& options) {
+ExitStatus download(const DownloadOptions& options) {
     if (options.fleet.displays.empty() == options.fleet.list.empty())
         throw CommandFailure(ExitStatus::Unusable, "download takes either --from or --list");
     return downloadFromMany(options);
@@ -135,11 +133,11 @@ ExitStatus download(const Options& options) {
 } // namespace
 
 void addDownload(CLI::App& program, Run& run) {
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<DownloadOptions>();
     CLI::App* command = program.add_subcommand("download", "Fetch projects from displays, many at once");
     command
         ->add_option("--from", options->fleet.displays,
-                     "A display: NAME, NAME:PORT or [IPv6]:PORT; port " + decimalText(fileTransfer.port))
+                     "A display: NAME, NAME:PORT or [IPv6]:PORT; port 7000")
         ->type_name("DISPLAY")
         ->expected(1);
     addFleetOptions(*command, options->fleet);

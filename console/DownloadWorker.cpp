@@ -14,7 +14,7 @@ namespace orvista::console {
 
 namespace {
 
-struct Options {
+struct DownloadWorkerOptions {
     std::string display;
     std::string path;
 };
@@ -30,7 +30,7 @@ std::size_t fetchProject(const DisplayAddress& display, const std::string& path,
     return transferredDeviceFiles.size() + bitmapsOfFolder(folder).size();
 }
 
-ExitStatus download(const Options& options) {
+ExitStatus downloadAsWorker(const DownloadWorkerOptions& options) {
     StatePrinter states(options.display);
     TransferEnd end;
     try {
@@ -47,12 +47,12 @@ ExitStatus download(const Options& options) {
 } // namespace
 
 void addDownloadWorker(CLI::App& program, Run& run) {
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<DownloadWorkerOptions>();
     CLI::App* command = program.add_subcommand(std::string(downloadWorker))->group("");
     command->add_option("DISPLAY", options->display)->required();
     command->add_option("PROJECT", options->path, "The project file to write; its folder is there already")
         ->required();
-    command->callback([options, &run] { run = [options] { return download(*options); }; });
+    command->callback([options, &run] { run = [options] { return downloadAsWorker(*options); }; });
 }
 
 } // namespace orvista::console

@@ -1,8 +1,8 @@
 #include "console/Commands.h"
+#include "model/SystemPath.h"
 
 #include "console/Output.h"
 #include "console/Projects.h"
-#include "model/Files.h"
 #include "model/FolderLookup.h"
 #include "model/ProjectFile.h"
 #include "model/Text.h"
@@ -15,7 +15,7 @@ namespace orvista::console {
 
 namespace {
 
-struct Options {
+struct NewOptions {
     std::string project;
     std::string address;
 };
@@ -33,7 +33,7 @@ bool isDottedAddress(std::string_view text) {
     return true;
 }
 
-ExitStatus createProject(const Options& options) {
+ExitStatus createProject(const NewOptions& options) {
     const std::string path = withProjectExtension(options.project);
     if (!options.address.empty() && !isDottedAddress(options.address))
         throw CommandFailure(ExitStatus::Unusable,
@@ -52,7 +52,7 @@ ExitStatus createProject(const Options& options) {
 } // namespace
 
 void addNew(CLI::App& program, Run& run) {
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<NewOptions>();
     CLI::App* command = program.add_subcommand("new", "Make a project with the defaults of the editor");
     command->add_option("PROJECT", options->project, "The project file to make; .orx may be left out")
         ->required();

@@ -2,7 +2,7 @@
 
 #include "console/CommandFailure.h"
 #include "model/FileReplacing.h"
-#include "model/Files.h"
+#include "model/Lines.h"
 #include "model/Utf8.h"
 
 #include <algorithm>

@@ -26,7 +26,7 @@ namespace {
 constexpr double shortestWatch = 0.5;
 constexpr double longestWatch = 3600;
 
-struct Options {
+struct ReadOptions {
     std::string display;
     std::string project;
     std::optional<double> watch; ///< seconds
@@ -114,7 +114,7 @@ std::string changedLines(const std::vector<DisplayItem>& before, const std::vect
     return lines;
 }
 
-ExitStatus readOnce(const DisplayAddress& display, const Options& options, std::vector<DisplayItem> items,
+ExitStatus readOnce(const DisplayAddress& display, const ReadOptions& options, std::vector<DisplayItem> items,
                     const ItemTexts& texts) {
     readFromDisplay(display, items);
     if (options.json)
@@ -125,7 +125,7 @@ ExitStatus readOnce(const DisplayAddress& display, const Options& options, std::
 }
 
 /// Goes on until it is ended from outside or nobody reads it any more; a display that fails may come back.
-ExitStatus watch(const DisplayAddress& display, const Options& options, std::vector<DisplayItem> items,
+ExitStatus watch(const DisplayAddress& display, const ReadOptions& options, std::vector<DisplayItem> items,
                  const ItemTexts& texts) {
     std::optional<std::vector<DisplayItem>> before;
     std::string failure;
@@ -151,7 +151,7 @@ ExitStatus watch(const DisplayAddress& display, const Options& options, std::vec
     }
 }
 
-ExitStatus read(const Options& options) {
+ExitStatus read(const ReadOptions& options) {
     const DisplayAddress display = modbusAddress(options.display);
     const Project project = readProject(options.project);
     const ItemTexts texts(project);
@@ -170,7 +170,7 @@ ExitStatus read(const Options& options) {
 } // namespace
 
 void addRead(CLI::App& program, Run& run) {
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<ReadOptions>();
     CLI::App* command = program.add_subcommand("read", "Ask a display what is on, and for every value");
     addModbusDisplay(*command, options->display)->required();
     addProjectOnDisplay(*command, options->project)->required();

@@ -1,9 +1,9 @@
 #include "console/Commands.h"
+#include "model/Lines.h"
 
 #include "console/Output.h"
 #include "console/Projects.h"
 #include "console/Sheets.h"
-#include "model/Files.h"
 #include "model/Numbers.h"
 #include "model/ProjectFile.h"
 #include "model/Quotation.h"

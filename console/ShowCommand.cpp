@@ -23,7 +23,7 @@ namespace {
 
 constexpr int largestScale = 64;
 
-struct Options {
+struct ShowOptions {
     std::string project;
     std::vector<std::string> items;
     std::string output;
@@ -53,7 +53,7 @@ LocalTime now() {
             parts->tm_hour,        parts->tm_min,     parts->tm_sec};
 }
 
-ExitStatus showMessages(const Options& options) {
+ExitStatus showMessages(const ShowOptions& options) {
     const MessageCoils coils = coilsOf(options.items);
     if (!endsWithIgnoringCase(options.output, ".png"))
         throw CommandFailure(ExitStatus::Unusable, options.output + " does not end in .png");
@@ -71,7 +71,7 @@ ExitStatus showMessages(const Options& options) {
 } // namespace
 
 void addShow(CLI::App& program, Run& run) {
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<ShowOptions>();
     CLI::App* command = program.add_subcommand("show", "Draw what the display shows into a picture");
     command->add_option("PROJECT", options->project, "A project file, .orx")->required();
     command

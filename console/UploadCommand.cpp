@@ -1,4 +1,5 @@
 #include "console/Commands.h"
+#include "model/SystemPath.h"
 
 #include "check/ProjectCheck.h"
 #include "console/Displays.h"
@@ -9,9 +10,7 @@
 #include "console/Projects.h"
 #include "console/Worker.h"
 #include "display/FolderBitmaps.h"
-#include "link/DisplayAddress.h"
 #include "link/ProjectSnapshot.h"
-#include "model/Files.h"
 #include "model/Numbers.h"
 #include "model/ProjectFile.h"
 #include "model/Text.h"
@@ -25,7 +24,7 @@ namespace orvista::console {
 
 namespace {
 
-struct Options {
+struct UploadOptions {
     FleetOptions fleet;
     std::string project;
     std::string report;
@@ -82,7 +81,7 @@ private:
     ExitStatus status_ = ExitStatus::Well;
 };
 
-FleetTask taskOf(const FleetDisplay& display, const std::string& project, const Options& options) {
+FleetTask uploadTask(const FleetDisplay& display, const std::string& project, const UploadOptions& options) {
     FleetTask task{display.name,
                    displayArgument(display.address),
                    {std::string(uploadWorker), displayArgument(display.address), project}};
@@ -93,7 +92,7 @@ FleetTask taskOf(const FleetDisplay& display, const std::string& project, const 
     return task;
 }
 
-ExitStatus uploadToMany(const Options& options) {
+ExitStatus uploadToMany(const UploadOptions& options) {
     const auto displays = chosenDisplays(options.fleet, {.project = options.project});
     if (!options.project.empty())
         expectProjectName(options.project);
@@ -105,7 +104,7 @@ ExitStatus uploadToMany(const Options& options) {
     std::vector<FleetTask> tasks;
     tasks.reserve(displays.size());
     for (const FleetDisplay& display : displays)
-        tasks.push_back(taskOf(display, snapshots.of(display), options));
+        tasks.push_back(uploadTask(display, snapshots.of(display), options));
     FleetOutput output(tasks.size(), options.fleet.json);
     FleetRun fleet(std::move(tasks), options.fleet.jobs, scratch.path(), output);
     const auto results = fleet.run(interruption);
@@ -117,7 +116,7 @@ ExitStatus uploadToMany(const Options& options) {
 }
 
 /// A project among the displays is the project: "--to" takes whatever follows it.
-void takeProjectFromDisplays(Options& options) {
+void takeProjectFromDisplays(UploadOptions& options) {
     auto& displays = options.fleet.displays;
     const auto project = std::ranges::find_if(displays, [](const std::string& text) {
         return endsWithIgnoringCase(text, DocMgrModule::projectExtension);
@@ -128,7 +127,7 @@ void takeProjectFromDisplays(Options& options) {
     displays.erase(project);
 }
 
-ExitStatus upload(Options options) {
+ExitStatus upload(UploadOptions options) {
     takeProjectFromDisplays(options);
     if (options.fleet.displays.empty() == options.fleet.list.empty())
         throw CommandFailure(ExitStatus::Unusable, "upload takes either --to or --list");
@@ -138,12 +137,11 @@ ExitStatus upload(Options options) {
 } // namespace
 
 void addUpload(CLI::App& program, Run& run) {
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<UploadOptions>();
     CLI::App* command = program.add_subcommand("upload", "Send projects to displays, many at once");
     command->add_option("PROJECT", options->project, "A project file, .orx");
     command
-        ->add_option("--to", options->fleet.displays,
-                     "Displays: NAME, NAME:PORT or [IPv6]:PORT; port " + decimalText(fileTransfer.port))
+        ->add_option("--to", options->fleet.displays, "Displays: NAME, NAME:PORT or [IPv6]:PORT; port 7000")
         ->type_name("DISPLAY");
     addFleetOptions(*command, options->fleet);
     command->add_flag("--check", options->check, "Send nothing where the check finds an error");

@@ -14,7 +14,7 @@ namespace orvista::console {
 
 namespace {
 
-struct Options {
+struct UploadWorkerOptions {
     std::string display;
     std::string project;
     bool skipEqual = false;
@@ -46,7 +46,7 @@ std::string faultOfSent(const std::string& folder, const std::string& fetched) {
     return {};
 }
 
-ExitStatus upload(const Options& options) {
+ExitStatus uploadAsWorker(const UploadWorkerOptions& options) {
     const DisplayAddress display = transferAddress(options.display);
     const std::string folder = PathRules::native().split(options.project).value().folder;
     UploadWishes wishes;
@@ -61,13 +61,13 @@ ExitStatus upload(const Options& options) {
 } // namespace
 
 void addUploadWorker(CLI::App& program, Run& run) {
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<UploadWorkerOptions>();
     CLI::App* command = program.add_subcommand(std::string(uploadWorker))->group("");
     command->add_option("DISPLAY", options->display)->required();
     command->add_option("PROJECT", options->project, "The project whose folder is sent")->required();
     command->add_flag("--skip-equal", options->skipEqual);
     command->add_flag("--verify", options->verify);
-    command->callback([options, &run] { run = [options] { return upload(*options); }; });
+    command->callback([options, &run] { run = [options] { return uploadAsWorker(*options); }; });
 }
 
 } // namespace orvista::console

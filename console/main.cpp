@@ -1,6 +1,5 @@
 #include "console/Program.h"
-
-#include "model/Files.h"
+#include "model/SystemPath.h"
 
 #ifdef _WIN32
 // The arguments as Windows has them, in every language.

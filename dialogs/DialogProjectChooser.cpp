@@ -6,9 +6,9 @@
 #include "dialogs/frmLoadProject.h"
 #include "dialogs/frmNewProject.h"
 #include "dialogs/frmStartup.h"
-#include "model/Files.h"
 #include "model/FolderLookup.h"
 #include "model/ProjectFile.h"
+#include "model/SystemPath.h"
 #include "model/Text.h"
 #include "widgets/PathText.h"
 

@@ -1,7 +1,7 @@
 #include "dialogs/FolderContents.h"
 
-#include "model/Files.h"
 #include "model/ProjectFile.h"
+#include "model/SystemPath.h"
 #include "model/Text.h"
 #include "widgets/PathText.h"
 

@@ -1,6 +1,6 @@
 #include "dialogs/NameableFolder.h"
 
-#include "model/Files.h"
+#include "model/SystemPath.h"
 #include "model/Utf8.h"
 #include "widgets/PathText.h"
 

@@ -2,9 +2,9 @@
 
 #include "dialogs/FolderContents.h"
 #include "dialogs/frmSelDir.h"
-#include "model/Files.h"
 #include "model/FolderLookup.h"
 #include "model/ProjectFile.h"
+#include "model/SystemPath.h"
 #include "widgets/FormParts.h"
 #include "widgets/PathText.h"
 

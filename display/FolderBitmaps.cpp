@@ -1,6 +1,7 @@
 #include "display/FolderBitmaps.h"
 
 #include "model/Files.h"
+#include "model/SystemPath.h"
 #include "model/Text.h"
 #include "model/Windows1252.h"
 
@@ -30,7 +31,7 @@ bool isBareName(std::string_view name) {
 }
 
 /// Nothing when the file cannot be read.
-FoundBitmap readFile(const fs::path& path, std::uintmax_t size) {
+FoundBitmap readBitmap(const fs::path& path, std::uintmax_t size) {
     if (size > maximumBitmapBytes)
         return {nullptr, BitmapError::TooLong};
     try {
@@ -45,7 +46,7 @@ FoundBitmap readFile(const fs::path& path, std::uintmax_t size) {
     }
 }
 
-bool isSame(const FoundBitmap& one, const FoundBitmap& other) {
+bool showSame(const FoundBitmap& one, const FoundBitmap& other) {
     const bool bothShown = one.image && other.image;
     return bothShown ? *one.image == *other.image : one.image == other.image && one.error == other.error;
 }
@@ -78,8 +79,8 @@ const FoundBitmap& FolderBitmaps::read(const std::string& name, const fs::path& 
         return file.content;
     const bool isSettled = stamp && isSettledAfter(stamp->changed);
     FoundBitmap content =
-        stamp ? readFile(path, stamp->size) : FoundBitmap{nullptr, BitmapError::NotReadable};
-    if (!isSame(content, file.content))
+        stamp ? readBitmap(path, stamp->size) : FoundBitmap{nullptr, BitmapError::NotReadable};
+    if (!showSame(content, file.content))
         file.content = std::move(content);
     file.stamp = stamp;
     file.isSettled = isSettled;

@@ -13,7 +13,7 @@ namespace {
 
 /// Pictures by heading: "41", "41f", "acute".
 using Sheet = std::map<std::string_view, Glyph>;
-using Font = std::array<Glyph, 256>;
+using Glyphs = std::array<Glyph, 256>;
 
 struct Composition {
     unsigned char character;
@@ -61,7 +61,7 @@ std::uint8_t rowBits(std::string_view picture) {
     return static_cast<std::uint8_t>(bits);
 }
 
-int number(std::string_view text, int base) {
+int fontNumber(std::string_view text, int base) {
     int value = 0;
     std::from_chars(text.data(), text.data() + text.size(), value, base);
     return value;
@@ -82,7 +82,7 @@ Sheet readSheet(std::string_view text) {
         }
         const auto blank = line.find(' ');
         picture = &sheet[line.substr(0, blank)];
-        row = static_cast<std::size_t>(number(line.substr(blank + 1), 10));
+        row = static_cast<std::size_t>(fontNumber(line.substr(blank + 1), 10));
     }
     return sheet;
 }
@@ -114,12 +114,12 @@ Glyph compose(const Sheet& sheet, const Composition& composition, std::size_t sh
     return result;
 }
 
-Font makeFont(LedFont font, std::string_view text) {
+Glyphs makeFont(LedFont font, std::string_view text) {
     const Sheet sheet = readSheet(text);
-    Font glyphs;
+    Glyphs glyphs;
     for (const auto& [name, picture] : sheet)
         if (name.size() == 2)
-            glyphs[static_cast<std::size_t>(number(name, 16))] = picture;
+            glyphs[static_cast<std::size_t>(fontNumber(name, 16))] = picture;
     for (const Composition& composition : compositions)
         glyphs[composition.character] = compose(sheet, composition, accentShift(font, composition));
     return glyphs;
@@ -136,8 +136,8 @@ int cellHeight(LedFont font) {
 }
 
 const Glyph& glyph(LedFont font, unsigned char character) {
-    static const Font small = makeFont(LedFont::Small5x7, smallFontSheet);
-    static const Font large = makeFont(LedFont::Large8x15, largeFontSheet);
+    static const Glyphs small = makeFont(LedFont::Small5x7, smallFontSheet);
+    static const Glyphs large = makeFont(LedFont::Large8x15, largeFontSheet);
     return (font == LedFont::Small5x7 ? small : large)[character];
 }
 

@@ -15,22 +15,22 @@ constexpr std::uint32_t uncompressed = 0;
 constexpr std::uint32_t bitFields = 3;
 constexpr std::uint8_t half = 128;
 
-struct Pixel {
+struct FilePixel {
     std::uint8_t blue = 0;
     std::uint8_t green = 0;
     std::uint8_t red = 0;
 };
 
-class Bytes {
+class FileBytes {
 public:
-    explicit Bytes(std::string_view bytes) : bytes_(bytes) {}
+    explicit FileBytes(std::string_view bytes) : bytes_(bytes) {}
     std::size_t size() const { return bytes_.size(); }
     std::uint8_t byte(std::size_t at) const { return static_cast<std::uint8_t>(bytes_[at]); }
     std::uint32_t word(std::size_t at) const {
         return static_cast<std::uint32_t>(byte(at)) | static_cast<std::uint32_t>(byte(at + 1)) << 8;
     }
     std::uint32_t doubleWord(std::size_t at) const { return word(at) | word(at + 2) << 16; }
-    Pixel pixel(std::size_t at) const { return {byte(at), byte(at + 1), byte(at + 2)}; }
+    FilePixel pixel(std::size_t at) const { return {byte(at), byte(at + 1), byte(at + 2)}; }
 
 private:
     std::string_view bytes_;
@@ -44,17 +44,17 @@ struct Layout {
     std::uint32_t depth = 0;
     std::size_t rowSize = 0; ///< padding included
     std::size_t pixelsAt = 0;
-    std::vector<Pixel> palette;
+    std::vector<FilePixel> palette;
 };
 
 /// Masks that leave the bytes where an uncompressed file has them.
-bool hasUsualMasks(const Bytes& bytes, std::uint32_t depth) {
+bool hasUsualMasks(const FileBytes& bytes, std::uint32_t depth) {
     constexpr std::size_t masksAt = fileHeaderSize + infoHeaderSize;
     return depth == 32 && bytes.size() >= masksAt + 12 && bytes.doubleWord(masksAt) == 0x00FF0000 &&
            bytes.doubleWord(masksAt + 4) == 0x0000FF00 && bytes.doubleWord(masksAt + 8) == 0x000000FF;
 }
 
-std::optional<BitmapError> readSize(const Bytes& bytes, Layout& layout) {
+std::optional<BitmapError> readSize(const FileBytes& bytes, Layout& layout) {
     const auto width = static_cast<std::int32_t>(bytes.doubleWord(18));
     const auto height = static_cast<std::int32_t>(bytes.doubleWord(22));
     const bool isPossible = width >= 1 && width <= maximumBitmapWidth && height != 0 &&
@@ -67,7 +67,7 @@ std::optional<BitmapError> readSize(const Bytes& bytes, Layout& layout) {
     return std::nullopt;
 }
 
-std::optional<BitmapError> readPalette(const Bytes& bytes, std::size_t headerSize, Layout& layout) {
+std::optional<BitmapError> readPalette(const FileBytes& bytes, std::size_t headerSize, Layout& layout) {
     if (layout.depth > 8)
         return std::nullopt;
     const std::uint32_t possible = 1U << layout.depth;
@@ -81,7 +81,7 @@ std::optional<BitmapError> readPalette(const Bytes& bytes, std::size_t headerSiz
     return std::nullopt;
 }
 
-std::optional<BitmapError> readFormat(const Bytes& bytes, Layout& layout) {
+std::optional<BitmapError> readFormat(const FileBytes& bytes, Layout& layout) {
     layout.depth = bytes.word(28);
     const std::uint32_t compression = bytes.doubleWord(30);
     if (compression != uncompressed && !(compression == bitFields && hasUsualMasks(bytes, layout.depth)))
@@ -92,7 +92,7 @@ std::optional<BitmapError> readFormat(const Bytes& bytes, Layout& layout) {
     return std::nullopt;
 }
 
-std::optional<BitmapError> placePixels(const Bytes& bytes, Layout& layout) {
+std::optional<BitmapError> placePixels(const FileBytes& bytes, Layout& layout) {
     const std::size_t bits = static_cast<std::size_t>(layout.width) * layout.depth;
     layout.rowSize = (bits + 31) / 32 * 4;
     layout.pixelsAt = bytes.doubleWord(10);
@@ -103,7 +103,7 @@ std::optional<BitmapError> placePixels(const Bytes& bytes, Layout& layout) {
     return std::nullopt;
 }
 
-std::optional<BitmapError> readLayout(const Bytes& bytes, Layout& layout) {
+std::optional<BitmapError> readLayout(const FileBytes& bytes, Layout& layout) {
     if (bytes.size() > maximumBitmapBytes)
         return BitmapError::TooLong;
     if (bytes.size() < 2 || bytes.byte(0) != 'B' || bytes.byte(1) != 'M')
@@ -125,16 +125,16 @@ std::optional<BitmapError> readLayout(const Bytes& bytes, Layout& layout) {
 }
 
 /// A number beyond the palette is black.
-Pixel palettePixel(const Bytes& bytes, const Layout& layout, std::size_t row, std::size_t x) {
+FilePixel palettePixel(const FileBytes& bytes, const Layout& layout, std::size_t row, std::size_t x) {
     const std::size_t perByte = 8 / layout.depth;
     const std::uint32_t shift = 8 - layout.depth - static_cast<std::uint32_t>(x % perByte) * layout.depth;
     const std::uint32_t mask = (1U << layout.depth) - 1;
     const std::uint32_t number = bytes.byte(row + x / perByte) >> shift & mask;
-    return number < layout.palette.size() ? layout.palette[number] : Pixel{};
+    return number < layout.palette.size() ? layout.palette[number] : FilePixel{};
 }
 
-std::vector<Pixel> readPixels(const Bytes& bytes, const Layout& layout) {
-    std::vector<Pixel> pixels;
+std::vector<FilePixel> readPixels(const FileBytes& bytes, const Layout& layout) {
+    std::vector<FilePixel> pixels;
     pixels.reserve(static_cast<std::size_t>(layout.width) * static_cast<std::size_t>(layout.height));
     for (int y = 0; y < layout.height; ++y) {
         const int storedRow = layout.isTopDown ? y : layout.height - 1 - y;
@@ -146,24 +146,24 @@ std::vector<Pixel> readPixels(const Bytes& bytes, const Layout& layout) {
     return pixels;
 }
 
-Led colourLed(Pixel pixel) {
+Led colourLed(FilePixel pixel) {
     return static_cast<Led>((pixel.red >= half ? 1 : 0) | (pixel.green >= half ? 2 : 0));
 }
 
-Led inkLed(Pixel pixel) {
+Led inkLed(FilePixel pixel) {
     return pixel.red < half ? Led::Orange : Led::Off;
 }
 
 } // namespace
 
 std::variant<LedImage, BitmapError> readBitmap(std::string_view file) {
-    const Bytes bytes(file);
+    const FileBytes bytes(file);
     Layout layout;
     if (const auto error = readLayout(bytes, layout))
         return *error;
     const auto pixels = readPixels(bytes, layout);
     const bool isStencil = std::ranges::all_of(
-        pixels, [](Pixel pixel) { return pixel.red == pixel.green && pixel.green == pixel.blue; });
+        pixels, [](FilePixel pixel) { return pixel.red == pixel.green && pixel.green == pixel.blue; });
     LedImage image{isStencil, layout.width, layout.height, {}};
     image.leds.reserve(pixels.size());
     std::ranges::transform(pixels, std::back_inserter(image.leds), isStencil ? inkLed : colourLed);

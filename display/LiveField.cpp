@@ -24,7 +24,7 @@ int boundedNumber(std::string_view text, int maximum) {
 }
 
 /// The last `count` digits of `number`, with leading zeros.
-std::string digits(int number, std::size_t count) {
+std::string paddedDigits(int number, std::size_t count) {
     std::string text(count, '0');
     auto rest = static_cast<unsigned>(std::max(number, 0));
     for (auto digit = text.rbegin(); digit != text.rend(); ++digit, rest /= 10)
@@ -33,7 +33,7 @@ std::string digits(int number, std::size_t count) {
 }
 
 /// Plain decimal; what rounds to zero has no sign.
-std::string decimalText(float value, int precision) {
+std::string shownDecimal(float value, int precision) {
     // The largest float has 39 digits before the point.
     std::array<char, 64> buffer{};
     const auto written = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
@@ -60,7 +60,7 @@ std::string floatFieldText(float value, FloatFormat format) {
         return std::string(width, '-');
     if (std::isinf(value))
         return std::string(width, '*');
-    const std::string number = decimalText(value, std::clamp(format.precision, 0, maximumPrecision));
+    const std::string number = shownDecimal(value, std::clamp(format.precision, 0, maximumPrecision));
     if (number.size() > width)
         return std::string(width, '*');
     return std::string(width - number.size(), ' ') + number;
@@ -73,11 +73,12 @@ std::string booleanFieldText(bool value, const BooleanTexts& texts) {
 }
 
 std::string timeFieldText(const LocalTime& time) {
-    return digits(time.hour, 2) + ':' + digits(time.minute, 2) + ':' + digits(time.second, 2);
+    return paddedDigits(time.hour, 2) + ':' + paddedDigits(time.minute, 2) + ':' +
+           paddedDigits(time.second, 2);
 }
 
 std::string dateFieldText(const LocalTime& time) {
-    return digits(time.day, 2) + '.' + digits(time.month, 2) + '.' + digits(time.year, 4);
+    return paddedDigits(time.day, 2) + '.' + paddedDigits(time.month, 2) + '.' + paddedDigits(time.year, 4);
 }
 
 } // namespace orvista

@@ -1,7 +1,7 @@
 #include "display/PlayList.h"
 
-#include "model/Files.h"
 #include "model/ItemKind.h"
+#include "model/Lines.h"
 #include "model/Text.h"
 #include "script/ScriptInterpreter.h"
 

@@ -20,7 +20,7 @@ namespace {
 constexpr std::string_view coilTable = "coil";
 
 /// What is the same for all items of a kind.
-struct Block {
+struct ListedBlock {
     std::string_view kind;
     const ItemKind& items;
     std::string_view table;
@@ -29,7 +29,7 @@ struct Block {
     std::string_view writeFunction;
 };
 
-constexpr std::array<Block, 4> blocks{{
+constexpr std::array<ListedBlock, 4> blocks{{
     {"float", floatVariables, "holding register", "float32", "low word first", "16"},
     {"boolean", booleanVariables, coilTable, "bit", "", "5"},
     {"emergency", emergencyMessages, coilTable, "bit", "", "5 15"},
@@ -71,7 +71,7 @@ private:
     std::array<std::string, booleanVariableCount> booleans_;
 };
 
-AddressRow placedRow(const Block& block, const Project& project, std::size_t index) {
+AddressRow placedRow(const ListedBlock& block, const Project& project, std::size_t index) {
     AddressRow row;
     row.kind = block.kind;
     row.number = index + 1;
@@ -160,7 +160,7 @@ std::vector<AddressRow> addressList(const Project& project, AddressRows wanted) 
 std::vector<AddressRow> addressList(const Project& project, const MessageDigests& messages) {
     const VariableUsers users(messages);
     std::vector<AddressRow> rows;
-    for (const Block& block : blocks) {
+    for (const ListedBlock& block : blocks) {
         for (std::size_t index = 0; index < block.items.count; ++index) {
             AddressRow row = placedRow(block, project, index);
             if (const auto position = messagePosition(row.name))

@@ -77,7 +77,7 @@ CopyFault faultOf(std::string_view bytes) {
     return isNumber && number > version ? CopyFault::NewerVersion : CopyFault::NotItems;
 }
 
-std::string firstLine() {
+std::string copiesFirstLine() {
     return std::string(formWord) + decimalText(version) + "\n";
 }
 
@@ -112,11 +112,11 @@ std::string copiedBytes(const CopiedItems& copied) {
         for (const std::string& text : textsOf(item))
             writer.add(text);
     }
-    return firstLine() + writer.bytes();
+    return copiesFirstLine() + writer.bytes();
 }
 
 std::variant<CopiedItems, CopyFault> readCopied(std::string_view bytes) {
-    const std::string line = firstLine();
+    const std::string line = copiesFirstLine();
     if (!bytes.starts_with(line))
         return faultOf(bytes);
     CountedTextReader reader(bytes.substr(line.size()));

@@ -11,7 +11,7 @@ namespace orvista {
 
 namespace {
 
-constexpr std::string_view firstLine = "orvista-recovery 1\n";
+constexpr std::string_view recoveryFirstLine = "orvista-recovery 1\n";
 constexpr std::size_t checksumDigits = 16;
 
 constexpr std::array addresses{&Project::AnalogInput, &Project::DigitalInput, &Project::AlertMessage,
@@ -63,8 +63,8 @@ std::string checksumText(std::string_view bytes) {
 }
 
 /// What stands in front of these texts.
-std::string headOf(std::string_view texts) {
-    std::string head(firstLine);
+std::string recoveryHead(std::string_view texts) {
+    std::string head(recoveryFirstLine);
     head += checksumText(texts);
     head += '\n';
     return head;
@@ -82,7 +82,7 @@ void readNotApplied(CountedTextReader& reader, std::vector<NotAppliedTexts>& ite
 } // namespace
 
 std::string recoveryFrame(std::string_view texts) {
-    std::string bytes = headOf(texts);
+    std::string bytes = recoveryHead(texts);
     bytes += texts;
     return bytes;
 }
@@ -105,8 +105,8 @@ std::string recoveryBytes(const Project& project, const std::vector<NotAppliedTe
 }
 
 std::optional<UnsavedWork> readRecovery(std::string_view bytes) {
-    constexpr std::size_t head = firstLine.size() + checksumDigits + 1;
-    if (bytes.size() < head || bytes.substr(0, head) != headOf(bytes.substr(head)))
+    constexpr std::size_t head = recoveryFirstLine.size() + checksumDigits + 1;
+    if (bytes.size() < head || bytes.substr(0, head) != recoveryHead(bytes.substr(head)))
         return std::nullopt;
     CountedTextReader reader(bytes.substr(head));
     UnsavedWork work;

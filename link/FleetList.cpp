@@ -1,9 +1,9 @@
 #include "link/FleetList.h"
 
 #include "model/FileNames.h"
-#include "model/Files.h"
 #include "model/Numbers.h"
 #include "model/ProjectFile.h"
+#include "model/SystemPath.h"
 #include "model/Text.h"
 
 #include <algorithm>
@@ -16,13 +16,13 @@ namespace orvista {
 namespace {
 
 /// Keeps FOLDER/NAME/NAME.orx below the path limit.
-constexpr std::size_t longestName = 100;
+constexpr std::size_t longestDisplayName = 100;
 
 /// What keeps a name from being a folder's; empty where nothing does.
 std::string_view faultOfName(std::string_view name) {
     if (name.empty())
         return "the name is missing";
-    if (name.size() > longestName)
+    if (name.size() > longestDisplayName)
         return "the name is longer than 100 bytes";
     if (holdsControlCharacter(name) || name.find_first_of(refusedInNames) != std::string_view::npos ||
         name.find_first_of(refusedOnWindows) != std::string_view::npos)
@@ -46,9 +46,9 @@ public:
         display.name = trimBlanks(row.name);
         display.project = projectOf(row);
         if (const auto fault = faultOfName(display.name); !fault.empty())
-            refuse(FleetName, std::string(fault));
+            refuse(fleetColumn::Name, std::string(fault));
         else
-            refuseTwice(FleetName, names_, lowerAscii(display.name));
+            refuseTwice(fleetColumn::Name, names_, lowerAscii(display.name));
         takeAddress(row, display.address);
         if (fleet_.refusals.size() == refusalsBefore)
             fleet_.displays.push_back(std::move(display));
@@ -60,21 +60,21 @@ private:
     using Rows = std::map<std::string, std::size_t>;
 
     void takeAddress(const FleetRow& row, DisplayAddress& address) {
-        FleetColumn column = FleetAddress;
+        fleetColumn::Place column = fleetColumn::Address;
         try {
             const std::string text(trimBlanks(row.address));
             const std::string port(trimBlanks(row.port));
             // The port has a column of its own here, so that a colon is the address's.
             const bool isNumericV6 = std::ranges::count(text, ':') > 1 && !text.starts_with('[');
             address = displayAddress(isNumericV6 ? "[" + text + "]" : text, fileTransfer);
-            column = FleetPort;
+            column = fleetColumn::Port;
             if (!port.empty()) {
                 const std::uint16_t number = displayPort(port, fileTransfer);
                 if (address.port != fileTransfer.port && address.port != number)
-                    return refuse(FleetPort, "the address names another port");
+                    return refuse(fleetColumn::Port, "the address names another port");
                 address.port = number;
             }
-            refuseTwice(FleetAddress, addresses_, lowerAscii(address.text()));
+            refuseTwice(fleetColumn::Address, addresses_, lowerAscii(address.text()));
         } catch (const BadDisplayAddress& fault) {
             refuse(column, fault.what());
         }
@@ -84,22 +84,22 @@ private:
         const std::string project(trimBlanks(row.project));
         if (defaults_.needsProjects && !project.empty() &&
             !endsWithIgnoringCase(project, DocMgrModule::projectExtension))
-            refuse(FleetProject, "the project does not end in .orx");
+            refuse(fleetColumn::Project, "the project does not end in .orx");
         if (!project.empty())
             return utf8Path(systemPath(defaults_.folder) / systemPath(project));
         if (defaults_.needsProjects && defaults_.project.empty())
-            refuse(FleetProject, "there is no project for this display");
+            refuse(fleetColumn::Project, "there is no project for this display");
         return defaults_.project;
     }
 
-    void refuseTwice(FleetColumn column, Rows& rows, std::string key) {
+    void refuseTwice(fleetColumn::Place column, Rows& rows, std::string key) {
         const auto [there, isNew] = rows.emplace(std::move(key), row_);
         if (!isNew)
             refuse(column, "the same " + std::string(fleetColumns[column]) + " stands in row " +
                                decimalText(there->second) + " already");
     }
 
-    void refuse(FleetColumn column, std::string text) {
+    void refuse(fleetColumn::Place column, std::string text) {
         fleet_.refusals.push_back({row_, fleetColumns[column], std::move(text)});
     }
 

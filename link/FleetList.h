@@ -12,8 +12,11 @@
 /// The displays that one command works on, from a list that people keep. Texts and paths are UTF-8.
 namespace orvista {
 
-enum FleetColumn : std::size_t { FleetName, FleetAddress, FleetPort, FleetProject };
 inline constexpr std::array<std::string_view, 4> fleetColumns{"name", "address", "port", "project"};
+/// Their places.
+namespace fleetColumn {
+enum Place : std::size_t { Name, Address, Port, Project };
+}
 
 /// A row of the list as it stands there. Port and project may be empty.
 struct FleetRow {

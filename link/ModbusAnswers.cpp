@@ -31,7 +31,7 @@ bool isReading(const Frame& request) {
 }
 
 /// Address and count stand behind the function code; a single coil has its value there instead of a count.
-std::size_t addressOf(const Frame& request) {
+std::size_t requestedAddress(const Frame& request) {
     return wordAt(request, frameHeaderSize + 1);
 }
 
@@ -103,7 +103,7 @@ BadAnswer::BadAnswer(const Frame& request, const std::string& reason)
 std::string requestInWords(const Frame& request) {
     const bool isAboutRegisters = functionOf(request) == FunctionCode::ReadHoldingRegisters ||
                                   functionOf(request) == FunctionCode::WriteMultipleRegisters;
-    const std::size_t first = addressOf(request);
+    const std::size_t first = requestedAddress(request);
     const std::size_t count = countOf(request);
     std::string text = isReading(request) ? "reading " : "writing ";
     text += isAboutRegisters ? "register" : "coil";

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "link/DisplayAddress.h"
 #include "link/ModbusFrames.h"
 #include "link/RunningTransfer.h"
 #include "model/People.h"
@@ -56,7 +55,7 @@ public:
 /// connection has ended, so that the one pending frame is never overwritten.
 class ModbusClient final : public SocketEvents {
 public:
-    static constexpr std::uint16_t modbusPort = modbusTcp.port;
+    static constexpr std::uint16_t modbusPort = 502;
     /// An address where nobody answers would otherwise hold the buttons for minutes.
     static constexpr std::chrono::milliseconds connectTimeout{10'000};
 

@@ -1,8 +1,10 @@
 #include "link/ProjectSnapshot.h"
 
 #include "link/TransferredFiles.h"
+#include "model/Files.h"
 #include "model/NoMessages.h"
 #include "model/ProjectFile.h"
+#include "model/SystemPath.h"
 
 #include <filesystem>
 #include <system_error>

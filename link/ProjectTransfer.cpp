@@ -1,7 +1,6 @@
 #include "link/ProjectTransfer.h"
 
 #include "model/DeviceFileReaders.h"
-#include "model/DeviceFiles.h"
 #include "model/Windows1252.h"
 
 #include <utility>
@@ -91,7 +90,7 @@ bool ProjectTransfer::fetch(const DeviceConnection& connection, const std::strin
 
 void ProjectTransfer::openDownloadedProject(const ChosenProject& target) {
     lifecycle_.InitProject();
-    ConfigModule::readDeviceFiles(target.ProjPath, project_, lifecycle_.fileContext(), modbusAdrFile.name);
+    ConfigModule::readDeviceFiles(target.ProjPath, project_, lifecycle_.fileContext(), "Modbus.adr");
     lifecycle_.adoptDownloadedProject(target);
 }
 

@@ -15,7 +15,7 @@ namespace {
 using Clock = TcpConnection::Clock;
 using systemsocket::Wanted;
 
-[[noreturn]] void fail(int error) {
+[[noreturn]] void failConnection(int error) {
     throw ConnectionFailure(std::system_category().message(error));
 }
 
@@ -45,7 +45,7 @@ public:
     explicit Socket(const addrinfo& address)
         : handle_(::socket(address.ai_family, address.ai_socktype, address.ai_protocol)) {
         if (handle_ == systemsocket::none)
-            fail(systemsocket::lastError());
+            failConnection(systemsocket::lastError());
     }
     ~Socket() { systemsocket::closeHandle(handle_); }
     Socket(const Socket&) = delete;
@@ -56,11 +56,11 @@ public:
     /// False when the deadline came first.
     bool connect(const addrinfo& address, Clock::time_point deadline) {
         if (!systemsocket::makeNonBlocking(handle_))
-            fail(systemsocket::lastError());
+            failConnection(systemsocket::lastError());
         if (::connect(handle_, address.ai_addr, static_cast<socklen_t>(address.ai_addrlen)) == 0)
             return true;
         if (systemsocket::lastError() != systemsocket::inProgress)
-            fail(systemsocket::lastError());
+            failConnection(systemsocket::lastError());
         if (!wait(Wanted::Writing, deadline))
             return false;
         int error = 0;
@@ -68,7 +68,7 @@ public:
         if (::getsockopt(handle_, SOL_SOCKET, SO_ERROR, reinterpret_cast<char*>(&error), &size) != 0)
             error = systemsocket::lastError();
         if (error != 0)
-            fail(error);
+            failConnection(error);
         return true;
     }
 
@@ -80,7 +80,7 @@ public:
             const int ready = systemsocket::wait(
                 handle_, wanted, static_cast<int>(std::clamp<std::int64_t>(left, 0, longest)));
             if (ready < 0)
-                fail(systemsocket::lastError());
+                failConnection(systemsocket::lastError());
             if (ready > 0 || left <= 0)
                 return ready > 0;
         }
@@ -124,7 +124,7 @@ void TcpConnection::send(std::span<const std::uint8_t> bytes, Clock::time_point 
         if (sent >= 0)
             bytes = bytes.subspan(static_cast<std::size_t>(sent));
         else if (systemsocket::lastError() != systemsocket::wouldBlock)
-            fail(systemsocket::lastError());
+            failConnection(systemsocket::lastError());
         else if (!socket_->wait(Wanted::Writing, deadline))
             throw ConnectionFailure("the display does not accept data");
     }
@@ -137,7 +137,7 @@ std::optional<std::vector<std::uint8_t>> TcpConnection::receive(Clock::time_poin
         if (size >= 0)
             return std::vector<std::uint8_t>(buffer.begin(), buffer.begin() + size);
         if (systemsocket::lastError() != systemsocket::wouldBlock)
-            fail(systemsocket::lastError());
+            failConnection(systemsocket::lastError());
     }
     return std::nullopt;
 }

@@ -10,7 +10,7 @@ namespace orvista {
 namespace {
 
 /// Of the line in the dock, and of its button.
-QString offerName() {
+QString bitmapOffer() {
     return QStringLiteral("CopyBitmaps");
 }
 
@@ -20,7 +20,7 @@ BitmapOffer::BitmapOffer(const Project& project, PanelDock& dock, QObject* paren
     : QObject(parent), project_(project), dock_(dock) {}
 
 void BitmapOffer::offerFrom(const std::string& folder) {
-    if (!dock_.offers(offerName()))
+    if (!dock_.offers(bitmapOffer()))
         folders_.clear(); // the user did not want them
     std::erase(folders_, folder);
     folders_.push_back(folder);
@@ -36,7 +36,7 @@ void BitmapOffer::offerLast() {
     const std::string folder = folders_.back();
     const QString path = shownPath(folder);
     dock_.offer(
-        {offerName(),
+        {bitmapOffer(),
          count == 1
              ? tr("1 bitmap used by the messages is missing here but exists in %1").arg(path)
              : tr("%1 bitmaps used by the messages are missing here but exist in %2").arg(count).arg(path),
@@ -46,7 +46,7 @@ void BitmapOffer::offerLast() {
 
 void BitmapOffer::withdraw() {
     folders_.clear();
-    dock_.withdraw(offerName());
+    dock_.withdraw(bitmapOffer());
 }
 
 void BitmapOffer::copyFrom(const std::string& folder) {

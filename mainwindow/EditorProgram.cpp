@@ -5,7 +5,7 @@
 #include "link/TransferControls.h"
 #include "mainwindow/MessageListPage.h"
 #include "mainwindow/TcpTesterPage.h"
-#include "model/Files.h"
+#include "model/SystemPath.h"
 #include "model/Text.h"
 #include "widgets/CommandLine.h"
 #include "widgets/PathText.h"

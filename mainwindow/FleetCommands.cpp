@@ -2,7 +2,7 @@
 
 #include "link/forms/frmSeveralDisplays.h"
 #include "mainwindow/ProgramBeside.h"
-#include "model/Files.h"
+#include "model/SystemPath.h"
 
 #include <filesystem>
 #include <system_error>

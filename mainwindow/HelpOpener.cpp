@@ -1,6 +1,6 @@
 #include "mainwindow/HelpOpener.h"
 
-#include "model/Files.h"
+#include "model/SystemPath.h"
 
 #ifdef _WIN32
 #include <windows.h>

@@ -10,7 +10,7 @@ namespace orvista {
 namespace {
 
 /// Of a node, in average characters: "Emergency Message".
-constexpr int longestName = 18;
+constexpr int longestItemName = 18;
 
 } // namespace
 
@@ -41,7 +41,7 @@ void ItemTree::click(const QString& key) {
 }
 
 QSize ItemTree::sizeHint() const {
-    const int names = longestName * fontMetrics().averageCharWidth() + 2 * indentation();
+    const int names = longestItemName * fontMetrics().averageCharWidth() + 2 * indentation();
     const int scrollBar = style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, this);
     return {names + scrollBar + 2 * frameWidth(), QTreeWidget::sizeHint().height()};
 }

@@ -4,8 +4,8 @@
 #include "display/forms/ScriptUnderlines.h"
 #include "mainwindow/Guard.h"
 #include "mainwindow/ItemTree.h"
-#include "model/Files.h"
 #include "model/ItemKind.h"
+#include "model/Lines.h"
 #include "model/Numbers.h"
 #include "script/forms/frmMessageEdit.h"
 #include "widgets/DeviceText.h"
@@ -36,7 +36,7 @@ constexpr std::chrono::milliseconds comparisonDelay{300};
 /// Of the script, to be seen in the smallest window.
 constexpr int leastLines = 6;
 /// Of a message, in wide letters, with the box's frame: "STDMSG40".
-constexpr int longestName = 13;
+constexpr int longestMessageName = 13;
 
 } // namespace
 
@@ -58,7 +58,7 @@ MessageListPage::MessageListPage(Project& project, ModifiedMark& modifiedMark, M
       underlines_(new ScriptUnderlines(
           *txtMsg, project, {[this] { return shownItem(); }, [this] { return preview_->columns(); }}, this)) {
     trvMsg->setAccessibleName(tr("Messages"));
-    widenTo(txtMsgName, longestName);
+    widenTo(txtMsgName, longestMessageName);
     auto* splitter = new QSplitter;
     splitter->addWidget(trvMsg);
     splitter->addWidget(buildDetails());

@@ -17,7 +17,7 @@ namespace {
 constexpr std::size_t namesTold = 8;
 
 /// Of the line in the dock, and of its button.
-constexpr const char* offerName = "UnsavedWork";
+constexpr const char* recoveryOffer = "UnsavedWork";
 
 QString told(const std::vector<std::string>& names) {
     QStringList list;
@@ -58,12 +58,12 @@ Recovery::Recovery(DocMgrModule::ProjectLifecycle& lifecycle, const Surroundings
 void Recovery::tellOnce(bool dockShown) {
     if (!dockShown || std::exchange(hasTold_, true) || keeper_->folder().abandoned().empty())
         return;
-    around_.dock.offer({QString::fromLatin1(offerName), tr("Unsaved work was found"), tr("Restore…"),
+    around_.dock.offer({QString::fromLatin1(recoveryOffer), tr("Unsaved work was found"), tr("Restore…"),
                         [this] { miToolsRestore_Click(); }});
 }
 
 void Recovery::miToolsRestore_Click() {
-    around_.dock.withdraw(QString::fromLatin1(offerName));
+    around_.dock.withdraw(QString::fromLatin1(recoveryOffer));
     const std::vector<RecoveryFolder::Copy> copies = keeper_->folder().abandoned();
     frmRestore dialog(rowsOf(copies), &around_.window);
     dialog.exec();

@@ -1,7 +1,8 @@
 #include "mainwindow/RecoveryFolder.h"
 
-#include "model/Files.h"
+#include "model/Bytes.h"
 #include "model/SystemFile.h"
+#include "model/SystemPath.h"
 
 #include <QDir>
 #include <QFile>

@@ -2,8 +2,8 @@
 
 #include "mainwindow/Guard.h"
 #include "mainwindow/PanelDock.h"
-#include "model/Files.h"
 #include "model/FolderLookup.h"
+#include "model/SystemPath.h"
 #include "widgets/ModalDialogs.h"
 #include "widgets/PathText.h"
 

@@ -49,7 +49,8 @@ void fill(DropDownList& list, const ItemKind& kind, const Project& project) {
 }
 
 /// A frame with its fields at the top and its button in the corner below them.
-QGroupBox* framed(const QString& name, const QString& caption, QFormLayout* fields, QPushButton* button) {
+QGroupBox* framedFields(const QString& name, const QString& caption, QFormLayout* fields,
+                        QPushButton* button) {
     auto* frame = named<QGroupBox>(name, caption);
     auto* layout = new QVBoxLayout(frame);
     layout->addLayout(fields);
@@ -140,7 +141,8 @@ QGroupBox* TcpTesterPage::buildCoilFrame() {
     form->addRow(labelFor(cbDIAddr, QStringLiteral("Address")), cbDIAddr);
     cbDIAddr->setAccessibleName(tr("Coil, address"));
     form->addRow(labelFor(chkUpdateCoil, QStringLiteral("Coil Value")), chkUpdateCoil);
-    return framed(QStringLiteral("frameUpdateCoil"), QStringLiteral("Update Coil"), form, cmdUpdateCoil);
+    return framedFields(QStringLiteral("frameUpdateCoil"), QStringLiteral("Update Coil"), form,
+                        cmdUpdateCoil);
 }
 
 QGroupBox* TcpTesterPage::buildRegisterFrame() {
@@ -148,7 +150,8 @@ QGroupBox* TcpTesterPage::buildRegisterFrame() {
     form->addRow(labelFor(cbAIAddr, QStringLiteral("Address")), cbAIAddr);
     cbAIAddr->setAccessibleName(tr("Register, address"));
     form->addRow(labelFor(txtFloat, QStringLiteral("Register Value")), txtFloat);
-    return framed(QStringLiteral("frameUpdateReg"), QStringLiteral("Update Register"), form, cmdUpdateReg);
+    return framedFields(QStringLiteral("frameUpdateReg"), QStringLiteral("Update Register"), form,
+                        cmdUpdateReg);
 }
 
 void TcpTesterPage::connectHandlers(Messages& messages) {

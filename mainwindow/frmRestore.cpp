@@ -11,13 +11,6 @@
 
 namespace orvista {
 
-namespace {
-
-constexpr int tableCharacters = 110;
-constexpr int tableLines = 12;
-
-} // namespace
-
 frmRestore::frmRestore(const std::vector<Row>& rows, QWidget* parent)
     : QDialog(parent),
       tblRestore(named<RowsTable>(QStringLiteral("tblRestore"),
@@ -41,8 +34,7 @@ frmRestore::frmRestore(const std::vector<Row>& rows, QWidget* parent)
 
 void frmRestore::buildLayout(const QString& text) {
     tblRestore->setSelectionMode(QAbstractItemView::SingleSelection);
-    tblRestore->setMinimumHeight(tableLines * fontMetrics().lineSpacing());
-    widenTo(tblRestore, tableCharacters);
+    makeRoom(tblRestore, {.characters = 110, .lines = 12});
     auto* const lblRestore = labelFor(tblRestore, text);
     lblRestore->setObjectName(QStringLiteral("lblRestore"));
     tblRestore->setAccessibleName(tr("Unsaved work"));

@@ -1,7 +1,7 @@
 #include "model/BitmapFiles.h"
 
 #include "model/BitmapName.h"
-#include "model/Files.h"
+#include "model/SystemPath.h"
 #include "model/Text.h"
 
 #include <algorithm>

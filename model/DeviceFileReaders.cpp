@@ -2,8 +2,10 @@
 
 #include "model/BlockRemarks.h"
 #include "model/DeviceFiles.h"
+#include "model/Files.h"
 #include "model/FolderLookup.h"
 #include "model/ItemKind.h"
+#include "model/Lines.h"
 #include "model/Numbers.h"
 #include "model/ReadingRemarks.h"
 #include "model/ReservedLines.h"

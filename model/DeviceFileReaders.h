@@ -1,8 +1,8 @@
 #pragma once
 
+#include "model/Bytes.h"
 #include "model/FileContext.h"
 #include "model/FileRemarks.h"
-#include "model/Files.h"
 #include "model/Project.h"
 
 #include <string>

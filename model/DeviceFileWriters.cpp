@@ -3,9 +3,11 @@
 #include "model/FileReplacing.h"
 #include "model/FolderLookup.h"
 #include "model/ItemKind.h"
+#include "model/Lines.h"
 #include "model/Numbers.h"
 #include "model/ReservedLines.h"
 #include "model/SystemFile.h"
+#include "model/SystemPath.h"
 
 #include <filesystem>
 #include <span>

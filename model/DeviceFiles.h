@@ -1,5 +1,6 @@
 #pragma once
 
+#include "model/Bytes.h"
 #include "model/DeviceFileReaders.h"
 #include "model/DeviceFileWriters.h"
 
@@ -60,7 +61,8 @@ inline constexpr DeviceFile altMsgFile{
     ConfigModule::ReadAltMsg,
 };
 inline constexpr DeviceFile defaultPlsFile{
-    "default.pls", {}, DocMgrModule::writeDefaultPls, nullptr, nullptr, DocMgrModule::WriteDefaultPls, nullptr,
+    "default.pls", {}, DocMgrModule::writeDefaultPls, nullptr, nullptr, DocMgrModule::WriteDefaultPls,
+    nullptr,
 };
 
 /// In the order in which they are read and sent. The address map comes before the variables, which are placed

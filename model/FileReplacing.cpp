@@ -2,6 +2,7 @@
 
 #include "model/Files.h"
 #include "model/SystemFile.h"
+#include "model/SystemPath.h"
 
 #include <filesystem>
 #include <optional>

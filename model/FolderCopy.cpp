@@ -1,7 +1,7 @@
 #include "model/FolderCopy.h"
 
-#include "model/Files.h"
 #include "model/Numbers.h"
+#include "model/SystemPath.h"
 
 #include <filesystem>
 #include <system_error>

@@ -1,6 +1,6 @@
 #include "model/FolderLookup.h"
 
-#include "model/Files.h"
+#include "model/SystemPath.h"
 #include "model/Text.h"
 
 #include <filesystem>

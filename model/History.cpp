@@ -1,6 +1,7 @@
 #include "model/History.h"
 
 #include "model/Files.h"
+#include "model/Lines.h"
 #include "model/Text.h"
 
 #include <algorithm>

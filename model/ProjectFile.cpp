@@ -2,12 +2,15 @@
 
 #include "model/DeviceFiles.h"
 #include "model/FileReplacing.h"
+#include "model/Files.h"
 #include "model/FolderLookup.h"
+#include "model/Lines.h"
 #include "model/NoMessages.h"
 #include "model/ProjectFileSections.h"
 #include "model/ReadingRemarks.h"
 #include "model/StagedFiles.h"
 #include "model/SystemFile.h"
+#include "model/SystemPath.h"
 #include "model/Text.h"
 
 #include <filesystem>

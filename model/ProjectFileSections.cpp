@@ -1,5 +1,7 @@
 #include "model/ProjectFileSections.h"
 
+#include "model/Files.h"
+#include "model/Lines.h"
 #include "model/Text.h"
 #include "model/TextLines.h"
 

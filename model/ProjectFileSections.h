@@ -1,9 +1,9 @@
 #pragma once
 
+#include "model/Bytes.h"
 #include "model/DeviceFiles.h"
 #include "model/FileContext.h"
 #include "model/FileRemarks.h"
-#include "model/Files.h"
 #include "model/Project.h"
 
 #include <cstddef>

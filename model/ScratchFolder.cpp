@@ -1,6 +1,7 @@
 #include "model/ScratchFolder.h"
 
 #include "model/Files.h"
+#include "model/SystemPath.h"
 
 #include <filesystem>
 #include <random>

@@ -1,6 +1,6 @@
 #include "model/SystemFile.h"
 
-#include "model/Files.h"
+#include "model/Bytes.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -21,10 +21,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::error_code systemError() {
-    return {errno, std::generic_category()};
-}
-
 template <typename Call>
 auto again(Call call) {
     auto result = call();
@@ -40,7 +36,7 @@ bool knowsNoSync() {
 
 #ifdef _WIN32
 
-int openFile(const fs::path& path, SystemFile::Mode mode) {
+int openForWriting(const fs::path& path, SystemFile::Mode mode) {
     const int creation = mode == SystemFile::Mode::Truncate ? _O_CREAT | _O_TRUNC
                          : mode == SystemFile::Mode::New    ? _O_CREAT | _O_EXCL
                                                             : 0;
@@ -75,7 +71,7 @@ bool lockFile(int file) {
 
 #else
 
-int openFile(const fs::path& path, SystemFile::Mode mode) {
+int openForWriting(const fs::path& path, SystemFile::Mode mode) {
     const int creation = mode == SystemFile::Mode::Truncate ? O_CREAT | O_TRUNC
                          : mode == SystemFile::Mode::New    ? O_CREAT | O_EXCL
                                                             : 0;
@@ -106,7 +102,12 @@ bool lockFile(int file) {
 
 } // namespace
 
-SystemFile::SystemFile(const fs::path& path, Mode mode) : file_(again([&] { return openFile(path, mode); })) {
+std::error_code systemError() {
+    return {errno, std::generic_category()};
+}
+
+SystemFile::SystemFile(const fs::path& path, Mode mode)
+    : file_(again([&] { return openForWriting(path, mode); })) {
     if (file_ == -1)
         throw OpenFailure(systemError());
 }

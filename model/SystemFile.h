@@ -3,9 +3,13 @@
 #include <cstdint>
 #include <filesystem>
 #include <string_view>
+#include <system_error>
 
 /// Files that are written, as the system has them: a call that a signal interrupts is made again.
 namespace orvista {
+
+/// Why the last call to the system failed.
+std::error_code systemError();
 
 class SystemFile {
 public:

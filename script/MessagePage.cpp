@@ -1,6 +1,6 @@
 #include "script/MessagePage.h"
 
-#include "model/Files.h"
+#include "model/Lines.h"
 #include "model/Project.h"
 #include "model/Windows1252.h"
 #include "script/WizardLists.h"

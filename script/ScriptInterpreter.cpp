@@ -1,6 +1,6 @@
 #include "script/ScriptInterpreter.h"
 
-#include "model/Files.h"
+#include "model/Lines.h"
 
 #include <algorithm>
 #include <string>

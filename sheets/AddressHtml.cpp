@@ -36,7 +36,7 @@ a 4 for holding registers. Coils are written with function 5, the coils of messa
 E9 79 42 F6.</p>
 )";
 
-std::string escaped(std::string_view text) {
+std::string escapedForHtml(std::string_view text) {
     std::string html;
     for (const char character : text) {
         switch (character) {
@@ -86,7 +86,7 @@ void appendTableRow(std::string& html, std::string_view kind, std::string_view t
 }
 
 /// "address_hex" becomes "address hex".
-std::string heading(std::size_t column) {
+std::string columnHeading(std::size_t column) {
     std::string text(addressColumns[column]);
     for (char& character : text)
         if (character == '_')
@@ -97,19 +97,20 @@ std::string heading(std::size_t column) {
 void appendBlock(std::string& html, std::span<const AddressRow> rows, std::string_view kind,
                  std::string_view title) {
     html.append("<h2>").append(title).append("</h2>\n<table>\n<thead>");
-    appendTableRow(html, kind, "th", heading);
+    appendTableRow(html, kind, "th", columnHeading);
     html += "</thead>\n<tbody>\n";
     for (const AddressRow& row : rows) {
         if (row.kind != kind)
             continue;
         const auto cells = addressCells(row);
-        appendTableRow(html, kind, "td", [&cells](std::size_t column) { return escaped(cells[column]); });
+        appendTableRow(html, kind, "td",
+                       [&cells](std::size_t column) { return escapedForHtml(cells[column]); });
     }
     html += "</tbody>\n</table>\n";
 }
 
 std::string titleOf(const Project& project) {
-    return "Addresses of " + escaped(project.ProjName);
+    return "Addresses of " + escapedForHtml(project.ProjName);
 }
 
 } // namespace
@@ -124,7 +125,7 @@ std::string addressHtml(std::span<const AddressRow> rows, const Project& project
 
 std::string addressHtmlBody(std::span<const AddressRow> rows, const Project& project) {
     std::string html = "<h1>" + titleOf(project) + "</h1>\n<p>Device address: ";
-    html.append(escaped(utf8FromWindows1252(project.IP))).append("</p>\n").append(explanations);
+    html.append(escapedForHtml(utf8FromWindows1252(project.IP))).append("</p>\n").append(explanations);
     appendBlock(html, rows, "float", "Float variables");
     appendBlock(html, rows, "boolean", "Boolean variables");
     appendBlock(html, rows, "emergency", "Emergency messages");

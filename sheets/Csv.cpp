@@ -1,6 +1,6 @@
 #include "sheets/Csv.h"
 
-#include "model/Files.h"
+#include "model/Lines.h"
 #include "model/Text.h"
 
 #include <algorithm>

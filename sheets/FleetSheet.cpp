@@ -12,8 +12,8 @@ namespace {
 std::vector<FleetRow> rowsOf(SheetReader& sheet) {
     std::vector<FleetRow> rows;
     while (sheet.next())
-        rows.push_back({sheet.row(), sheet.cell(FleetName), sheet.cell(FleetAddress), sheet.cell(FleetPort),
-                        sheet.cell(FleetProject)});
+        rows.push_back({sheet.row(), sheet.cell(fleetColumn::Name), sheet.cell(fleetColumn::Address),
+                        sheet.cell(fleetColumn::Port), sheet.cell(fleetColumn::Project)});
     return rows;
 }
 
@@ -24,8 +24,8 @@ std::vector<FleetDisplay> readFleetSheet(std::string_view bytes, const FleetDefa
     SheetReader sheet(bytes, fleetColumns, errors);
     if (!sheet.hasHead())
         return {};
-    const bool hasName = sheet.needs(FleetName);
-    const bool hasAddress = sheet.needs(FleetAddress);
+    const bool hasName = sheet.needs(fleetColumn::Name);
+    const bool hasAddress = sheet.needs(fleetColumn::Address);
     if (!hasName || !hasAddress)
         return {};
     const std::vector<FleetRow> rows = rowsOf(sheet);

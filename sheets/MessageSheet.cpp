@@ -2,7 +2,6 @@
 
 #include "check/ProjectCheck.h"
 #include "items/ProjectMessages.h"
-#include "model/Files.h"
 #include "model/Numbers.h"
 #include "model/Quotation.h"
 #include "model/Text.h"

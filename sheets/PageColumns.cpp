@@ -1,6 +1,6 @@
 #include "sheets/PageColumns.h"
 
-#include "model/Files.h"
+#include "model/Lines.h"
 #include "model/Quotation.h"
 #include "model/Text.h"
 #include "model/Windows1252.h"

@@ -1,7 +1,7 @@
 #include "sheets/PageForms.h"
 
 #include "items/PageContent.h"
-#include "model/Files.h"
+#include "model/Lines.h"
 #include "model/Numbers.h"
 #include "model/Text.h"
 #include "model/Windows1252.h"

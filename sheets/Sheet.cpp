@@ -1,6 +1,7 @@
 #include "sheets/Sheet.h"
 
 #include "model/Files.h"
+#include "model/Lines.h"
 #include "model/Numbers.h"
 #include "model/Quotation.h"
 #include "model/Text.h"

@@ -1,7 +1,7 @@
 #include "sheets/VariableSheet.h"
 
-#include "model/Files.h"
 #include "model/Item.h"
+#include "model/Lines.h"
 #include "model/Numbers.h"
 #include "model/Quotation.h"
 #include "model/Text.h"
@@ -16,7 +16,7 @@ namespace orvista {
 
 namespace {
 
-enum Column : std::size_t { Name, Default, Width, Precision, On, Off, Count };
+enum VariableColumn : std::size_t { Name, Default, Width, Precision, On, Off, Count };
 
 constexpr std::array<std::string_view, Count> columnNames{"name",      "default", "width",
                                                           "precision", "on",      "off"};
@@ -90,7 +90,7 @@ private:
     }
 
     /// Which precision goes with which width is the check's to say: projects hold all pairs.
-    void takeWhole(Column column, const std::string& name, const std::string& before,
+    void takeWhole(VariableColumn column, const std::string& name, const std::string& before,
                    const std::string& fresh) {
         const auto [lowest, highest] = column == Width ? widths : precisions;
         const auto text = number(column, before, fresh);
@@ -113,7 +113,7 @@ private:
         takeText(Off, variable.name, variable.offText);
     }
 
-    void takeText(Column column, const std::string& name, const std::string& before) {
+    void takeText(VariableColumn column, const std::string& name, const std::string& before) {
         if (!sheet_.has(column))
             return;
         const auto text = deviceText(sheet_, column);
@@ -125,7 +125,8 @@ private:
 
     /// The text of a number's cell where it differs from what the project has. An empty cell is what opening
     /// a file makes of a value that is missing there.
-    std::optional<std::string> number(Column column, const std::string& before, const std::string& fresh) {
+    std::optional<std::string> number(VariableColumn column, const std::string& before,
+                                      const std::string& fresh) {
         if (!sheet_.has(column))
             return std::nullopt;
         const std::string cell(trimBlanks(sheet_.cell(column)));
@@ -135,12 +136,13 @@ private:
         return cell.empty() ? fresh : cell;
     }
 
-    void refuse(Column column, const std::string& name) {
+    void refuse(VariableColumn column, const std::string& name) {
         if (!sheet_.cell(column).empty())
             sheet_.fail(column, name + " has none");
     }
 
-    void change(const std::string& name, Column column, const std::string& before, const std::string& after) {
+    void change(const std::string& name, VariableColumn column, const std::string& before,
+                const std::string& after) {
         if (before != after)
             present_->push_back({name, columnNames[column], before, after});
     }

@@ -1,6 +1,7 @@
 #include "simulator/DeviceFolder.h"
 
 #include "model/Files.h"
+#include "model/SystemPath.h"
 #include "model/Windows1252.h"
 
 #include <algorithm>

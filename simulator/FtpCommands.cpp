@@ -12,7 +12,7 @@ namespace orvista {
 
 namespace {
 
-constexpr std::size_t longestName = 200;
+constexpr std::size_t longestFileName = 200;
 
 bool isControl(char character) {
     const auto code = static_cast<unsigned char>(character);
@@ -86,7 +86,7 @@ std::optional<std::string> deviceFileName(std::string_view argument) {
         argument.remove_prefix(2);
     else if (argument.substr(0, 1) == "/")
         argument.remove_prefix(1);
-    if (argument.empty() || argument.size() > longestName || argument.front() == '.' ||
+    if (argument.empty() || argument.size() > longestFileName || argument.front() == '.' ||
         argument.find_first_of("/\\:") != std::string_view::npos ||
         std::any_of(argument.begin(), argument.end(), isControl))
         return std::nullopt;

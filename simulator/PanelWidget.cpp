@@ -4,7 +4,7 @@ namespace orvista {
 
 namespace {
 
-constexpr int frameMilliseconds = 20;
+constexpr int panelFrameMilliseconds = 20;
 
 QString numbersOn(const auto& bits) {
     QStringList numbers;
@@ -26,7 +26,7 @@ PanelWidget::PanelWidget(const SimulatedDevice& device, QWidget* parent)
         describe();
         refresh();
     });
-    frames_.start(frameMilliseconds);
+    frames_.start(panelFrameMilliseconds);
     describe();
 }
 

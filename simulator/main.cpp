@@ -1,4 +1,4 @@
-#include "model/Files.h"
+#include "model/SystemPath.h"
 #include "simulator/Announcement.h"
 #include "simulator/EndSignals.h"
 #include "simulator/Options.h"

@@ -1,6 +1,6 @@
 #include "widgets/DeviceText.h"
 
-#include "model/Files.h"
+#include "model/Lines.h"
 #include "model/Windows1252.h"
 
 #include <algorithm>

@@ -90,4 +90,9 @@ void widenTo(QWidget* box, int characters) {
     box->setMinimumWidth(box->fontMetrics().averageCharWidth() * characters);
 }
 
+void makeRoom(QAbstractItemView* list, ListRoom room) {
+    widenTo(list, room.characters);
+    list->setMinimumHeight(room.lines * list->fontMetrics().lineSpacing());
+}
+
 } // namespace orvista

@@ -67,5 +67,11 @@ void letEndChooseLast(QAbstractItemView* list);
 
 /// Room for about `characters` characters of the box's font.
 void widenTo(QWidget* box, int characters);
+/// Room for about so many characters and lines of a list's font.
+struct ListRoom {
+    int characters;
+    int lines;
+};
+void makeRoom(QAbstractItemView* list, ListRoom room);
 
 } // namespace orvista

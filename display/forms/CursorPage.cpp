@@ -42,7 +42,7 @@ std::pair<QTextBlock, QTextBlock> pageAround(const QTextBlock& block) {
     return {first, last};
 }
 
-int endOf(const QTextBlock& block) {
+int endOfBlock(const QTextBlock& block) {
     return block.position() + block.length() - 1;
 }
 
@@ -57,7 +57,7 @@ void CursorPage::follow(const QTextCursor& cursor, int pageStart) {
     begin_ = QTextCursor(first);
     begin_.setKeepPositionOnInsert(true);
     end_ = QTextCursor(&document_);
-    end_.setPosition(endOf(last));
+    end_.setPosition(endOfBlock(last));
     isAlone_ = begin_.position() <= pageStart && pageStart <= end_.position();
 }
 
@@ -69,7 +69,7 @@ std::optional<CursorPage::Script> CursorPage::script(const QTextCursor& cursor) 
     if (!isAlone_)
         return std::nullopt;
     const auto [first, last] = pageAround(cursor.block());
-    if (first.position() != begin_.position() || endOf(last) != end_.position())
+    if (first.position() != begin_.position() || endOfBlock(last) != end_.position())
         return std::nullopt;
     QString shown = first.text();
     for (QTextBlock block = first; block != last;) {

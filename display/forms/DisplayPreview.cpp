@@ -21,7 +21,7 @@ namespace orvista {
 
 namespace {
 
-constexpr int frameMilliseconds = 20;
+constexpr int previewFrameMilliseconds = 20;
 
 } // namespace
 
@@ -40,7 +40,7 @@ DisplayPreview::DisplayPreview(const Project& project, DeviceTextEdit& box, Mess
     setObjectName(QStringLiteral("displayPreview"));
     buildLayout();
     frames_.setTimerType(Qt::PreciseTimer);
-    frames_.setInterval(frameMilliseconds);
+    frames_.setInterval(previewFrameMilliseconds);
     quiet_.setSingleShot(true);
     quiet_.setInterval(quietTime);
     connectControls();

@@ -19,8 +19,6 @@ constexpr std::size_t bytesReadAtOnce = std::size_t{256} * 1024;
 /// In milliseconds.
 constexpr int restUnderDialogs = 300;
 
-enum Column { Name, Address, Reference, Pages, Picture, Text, Variables, Bitmaps, FindingsMark };
-
 } // namespace
 
 MessagesPanel::MessagesPanel(ItemSources given, int columns, std::function<LocalTime()> localTime)

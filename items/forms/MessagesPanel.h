@@ -32,6 +32,8 @@ protected:
     TableRow cells(std::size_t row) const override;
 
 private:
+    enum Column { Name, Address, Reference, Pages, Picture, Text, Variables, Bitmaps, FindingsMark };
+
     void readOn();
     void showMatches();
     void takePictureSize();

@@ -12,7 +12,7 @@ namespace orvista {
 namespace {
 
 /// A picture is about as wide as this many characters; one of a wide display has a pixel for each dot.
-constexpr int charactersWide = 30;
+constexpr int widestPictureCharacters = 30;
 /// Around a picture, in pixels.
 constexpr int margin = 3;
 
@@ -28,7 +28,8 @@ StillPictures::StillPictures(RowsTable& table, const Project& project, FolderChe
 
 void StillPictures::setPanel(PanelSize panel) {
     const double ratio = table_.devicePixelRatioF();
-    const int room = static_cast<int>(charactersWide * table_.fontMetrics().averageCharWidth() * ratio);
+    const int room =
+        static_cast<int>(widestPictureCharacters * table_.fontMetrics().averageCharWidth() * ratio);
     panel_.emplace(panel, PanelPicture::cellFor(panel, {room, room}));
     forget();
 }

@@ -18,13 +18,6 @@
 
 namespace orvista {
 
-namespace {
-
-constexpr int tableCharacters = 110;
-constexpr int tableLines = 14;
-
-} // namespace
-
 frmReplace::frmReplace(const Project& project, std::vector<Item> notApplied, QWidget* parent)
     : QDialog(parent),
       project_(project),
@@ -57,8 +50,7 @@ void frmReplace::buildLayout() {
     tblReplace->makeTickable();
     tblReplace->setWordWrap(false);
     tblReplace->setRowHeight(tblReplace->fontMetrics().lineSpacing() * 3 / 2);
-    tblReplace->setMinimumHeight(tableLines * fontMetrics().lineSpacing());
-    widenTo(tblReplace, tableCharacters);
+    makeRoom(tblReplace, {.characters = 110, .lines = 14});
     btnReplaceTickAll->setToolTip(tr("Replace all places but those of messages that are not applied"));
     btnReplaceTickNone->setToolTip(tr("Choose the places one by one"));
     auto* const boxes = new QFormLayout;

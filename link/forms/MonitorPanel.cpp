@@ -32,9 +32,7 @@ constexpr double longestInterval = 10;
 constexpr double usualInterval = 1;
 constexpr std::int64_t markMilliseconds = 3'000;
 /// Pages stand still here, so that this is soon enough for the next.
-constexpr int frameMilliseconds = 200;
-
-enum Column { Name, Address, State, Raw, Text, Changed, columnCount };
+constexpr int monitorFrameMilliseconds = 200;
 
 QString timeText(const LocalTime& time) {
     return QString::fromStdString(timeFieldText(time));
@@ -103,7 +101,7 @@ MonitorPanel::MonitorPanel(const Project& project, int columns, PreviewClock clo
     });
     connect(tblMonitor, &RowsTable::rowLeft, this, &ProjectPanel::rowLeft);
     connect(&frames_, &QTimer::timeout, this, &MonitorPanel::showPanel);
-    frames_.setInterval(frameMilliseconds);
+    frames_.setInterval(monitorFrameMilliseconds);
     endOfMarks_.setSingleShot(true);
     connect(&endOfMarks_, &QTimer::timeout, this, &MonitorPanel::endMarks);
     showReading();

@@ -52,6 +52,8 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    enum Column { Name, Address, State, Raw, Text, Changed, columnCount };
+
     /// When an item was last seen to have changed.
     struct Change {
         std::int64_t moment = 0; ///< of the clock

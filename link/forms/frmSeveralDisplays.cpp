@@ -7,6 +7,7 @@
 #include "model/People.h"
 #include "model/Project.h"
 #include "model/ScratchFolder.h"
+#include "model/SystemPath.h"
 #include "sheets/FleetSheet.h"
 #include "widgets/FileChoice.h"
 #include "widgets/FormParts.h"
@@ -28,8 +29,6 @@ namespace orvista {
 
 namespace {
 
-constexpr int tableCharacters = 130;
-constexpr int tableLines = 16;
 /// Many displays tell of a file every few milliseconds; nobody reads faster than this.
 constexpr int refreshMilliseconds = 100;
 /// So many errors of a list fit into a box.
@@ -83,8 +82,7 @@ QPushButton* frmSeveralDisplays::button(const char* name, const QString& caption
 
 void frmSeveralDisplays::buildLayout() {
     using Form = frmSeveralDisplays;
-    tblDisplays->setMinimumHeight(tableLines * fontMetrics().lineSpacing());
-    widenTo(tblDisplays, tableCharacters);
+    makeRoom(tblDisplays, {.characters = 130, .lines = 16});
     chkSkipEqual->setToolTip(tr("Send nothing to displays that have the project already"));
     btnLoad = button("btnLoad", tr("&Load List…"),
                      tr("A table with the columns name, address, port, project"), &Form::btnLoad_Click);

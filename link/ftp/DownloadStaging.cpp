@@ -1,7 +1,7 @@
 #include "link/ftp/DownloadStaging.h"
 
-#include "model/Files.h"
 #include "model/StagedFiles.h"
+#include "model/SystemPath.h"
 
 #include <filesystem>
 #include <system_error>

@@ -1,5 +1,7 @@
 #include "link/ftp/FtpLink.h"
 
+#include "model/Bytes.h"
+
 #include <exception>
 #include <utility>
 
@@ -12,7 +14,7 @@ namespace {
 constexpr int pollMilliseconds = 1;
 
 /// Every byte that could mean something in an address is escaped; the bytes themselves arrive in the command.
-std::string escaped(const std::string& name) {
+std::string escapedForUrl(const std::string& name) {
     static constexpr std::string_view digits = "0123456789ABCDEF";
     std::string text;
     for (const char c : name) {
@@ -160,7 +162,7 @@ bool FtpLink::setUrl(const std::string& remoteName) {
     const bool isNumericV6 = server_.host.find(':') != std::string::npos;
     const std::string host = isNumericV6 ? "[" + server_.host + "]" : server_.host;
     const std::string port = std::to_string(server_.port);
-    const std::string path = "/" + escaped(remoteName);
+    const std::string path = "/" + escapedForUrl(remoteName);
     return curl_->urlSet(url_.get(), CURLUPART_SCHEME, "ftp", 0) == CURLUE_OK &&
            curl_->urlSet(url_.get(), CURLUPART_HOST, host.c_str(), 0) == CURLUE_OK &&
            curl_->urlSet(url_.get(), CURLUPART_PORT, port.c_str(), 0) == CURLUE_OK &&

@@ -3,7 +3,7 @@
 #include "link/ftp/CurlLibrary.h"
 #include "link/ftp/DataEnd.h"
 #include "link/ftp/TransferWatch.h"
-#include "model/Files.h"
+#include "model/Bytes.h"
 
 #include <chrono>
 #include <cstdint>

@@ -5,6 +5,7 @@
 #include "link/ftp/FtpLink.h"
 #include "link/ftp/RemoteNames.h"
 #include "model/BitmapName.h"
+#include "model/Files.h"
 #include "model/FolderLookup.h"
 #include "model/Text.h"
 

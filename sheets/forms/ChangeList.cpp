@@ -24,8 +24,7 @@ namespace orvista {
 namespace {
 
 /// Of the whole list when it is shown first, in the font's characters and lines.
-constexpr int listCharacters = 110;
-constexpr int tableLines = 12;
+constexpr ListRoom changesRoom{.characters = 110, .lines = 6};
 constexpr int textLines = 9;
 
 /// The lines of a script as the box shows them.
@@ -145,8 +144,7 @@ void ChangeList::fillTable() {
     tblChanges->setRowHeight(fontMetrics().lineSpacing() * 3 / 2);
     constexpr int old = 2; // as wide as the new one, the last
     tblChanges->horizontalHeader()->setSectionResizeMode(old, QHeaderView::Stretch);
-    tblChanges->setMinimumHeight(tableLines * fontMetrics().lineSpacing() / 2);
-    widenTo(tblChanges, listCharacters);
+    makeRoom(tblChanges, changesRoom);
 }
 
 QWidget* ChangeList::buildTexts() {

@@ -12,9 +12,6 @@ namespace orvista {
 
 namespace {
 
-constexpr int tableCharacters = 100;
-constexpr int tableLines = 12;
-
 std::vector<TableRow> rowsOf(const SheetErrors& errors) {
     std::vector<TableRow> rows;
     for (const SheetError& error : errors.sorted()) {
@@ -41,8 +38,7 @@ frmSheetErrors::frmSheetErrors(const QString& file, const SheetErrors& errors, Q
                 .arg(errors.count());
     auto* const tblErrors = named<RowsTable>(QStringLiteral("tblErrors"),
                                              QStringList{tr("Row"), tr("Column"), tr("What is wrong")});
-    tblErrors->setMinimumHeight(tableLines * fontMetrics().lineSpacing());
-    widenTo(tblErrors, tableCharacters);
+    makeRoom(tblErrors, {.characters = 100, .lines = 12});
     tblErrors->setRows(rowsOf(errors));
     tblErrors->setAccessibleName(tr("Errors"));
     auto* const lblErrors = labelFor(tblErrors, text);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "model/Bytes.h"
 #include "model/DeviceFiles.h"
 #include "model/ProjectFile.h"
 #include "model/ProjectFileSections.h"

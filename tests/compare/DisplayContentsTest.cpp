@@ -1,5 +1,6 @@
 #include "compare/DisplayContents.h"
 #include "compare/ContentsComparison.h"
+#include "model/SystemPath.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>

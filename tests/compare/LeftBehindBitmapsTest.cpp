@@ -1,4 +1,5 @@
 #include "compare/LeftBehindBitmaps.h"
+#include "model/SystemPath.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>

@@ -1,4 +1,5 @@
 #include "compare/ProjectComparison.h"
+#include "model/Bytes.h"
 #include "model/DeviceFiles.h"
 #include "tests/support/ExampleProject.h"
 

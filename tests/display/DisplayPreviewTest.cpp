@@ -1,4 +1,5 @@
 #include "display/forms/DisplayPreview.h"
+#include "model/SystemPath.h"
 
 #include "display/CrossedFrame.h"
 #include "display/RasterAt.h"

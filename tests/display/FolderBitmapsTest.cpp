@@ -1,6 +1,7 @@
 #include "display/FolderBitmaps.h"
-
 #include "model/Files.h"
+#include "model/SystemPath.h"
+
 #include "tests/support/BitmapFile.h"
 #include "tests/support/TemporaryFolder.h"
 

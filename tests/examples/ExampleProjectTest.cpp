@@ -1,6 +1,7 @@
 #include "check/ProjectCheck.h"
 #include "display/FolderBitmaps.h"
 #include "model/ProjectFile.h"
+#include "model/SystemPath.h"
 #include "tests/support/ScriptedPeople.h"
 #include "tests/support/TemporaryFolder.h"
 

@@ -1,5 +1,6 @@
 #include "mainwindow/Recovery.h"
 #include "model/ProjectFile.h"
+#include "model/SystemPath.h"
 #include "tests/support/EditorFixture.h"
 #include "widgets/DeviceTextEdit.h"
 

@@ -1,3 +1,4 @@
+#include "model/Bytes.h"
 #include "tests/fuzz/ReaderRun.h"
 
 #include "model/DeviceFileWriters.h"

@@ -1,3 +1,4 @@
+#include "model/Bytes.h"
 #include "tests/fuzz/ReaderRun.h"
 #include "tests/support/ScriptedPeople.h"
 #include "tests/support/TemporaryFolder.h"

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/DeviceFileReaders.h"
+#include "model/Lines.h"
 #include "model/Numbers.h"
 
 #include <cstddef>
@@ -18,10 +19,11 @@ inline void require(bool holds) {
 
 /// Gives one input to a reader. An address that does not fit is the one thing a reader may throw for; what
 /// came before it stays in the project.
-inline void readBytes(std::string_view bytes, Project& project, void (*read)(ByteSource&, Project&)) {
+inline void readBytes(std::string_view bytes, Project& project,
+                      void (*read)(ByteSource&, Project&, TableReading*)) {
     MemorySource source(bytes);
     try {
-        read(source, project);
+        read(source, project, nullptr);
     } catch (const Overflow&) {
     }
 }

@@ -15,7 +15,7 @@ using ::testing::IsEmpty;
 
 const std::string pump = "CLEAR\r\nTEXT 0 0 RED BLACK \"P\xFCmp\"";
 
-Project plant() {
+Project projectToCopy() {
     Project project;
     project.ProjPath = "/plant";
     project.STDMSG[2] = pump;
@@ -35,16 +35,16 @@ CopyFault faultOf(const std::string& bytes) {
 }
 
 TEST(CopiedItems, AreBytesAsDescribed) {
-    const CopiedItems messages = copiedItems(plant(), {"STDMSG3", "ALTMSG1"});
+    const CopiedItems messages = copiedItems(projectToCopy(), {"STDMSG3", "ALTMSG1"});
     EXPECT_EQ(copiedBytes(messages), "orvista-items 1\n6:/plant1:27:STDMSG3" + std::to_string(pump.size()) +
                                          ":" + pump + "7:ALTMSG15:CLEAR");
-    const CopiedItems variables = copiedItems(plant(), {"RegVar1", "CoilVar4"});
+    const CopiedItems variables = copiedItems(projectToCopy(), {"RegVar1", "CoilVar4"});
     EXPECT_EQ(copiedBytes(variables),
               "orvista-items 1\n6:/plant1:27:RegVar13:1.51:61:28:CoilVar41:14:OPEN4:SHUT");
 }
 
 TEST(CopiedItems, ComeBackByteForByte) {
-    Project project = plant();
+    Project project = projectToCopy();
     for (int byte = 0; byte < 256; ++byte)
         project.ALTMSG[0] += static_cast<char>(byte);
     project.ALTMSG[1].clear();
@@ -66,12 +66,12 @@ TEST(CopiedItems, OfEveryItemComeBack) {
         if (n <= 32)
             variables.push_back("CoilVar" + std::to_string(n));
     }
-    EXPECT_EQ(readBack(copiedBytes(copiedItems(plant(), messages))).items.size(), 60U);
-    EXPECT_EQ(readBack(copiedBytes(copiedItems(plant(), variables))).items.size(), 96U);
+    EXPECT_EQ(readBack(copiedBytes(copiedItems(projectToCopy(), messages))).items.size(), 60U);
+    EXPECT_EQ(readBack(copiedBytes(copiedItems(projectToCopy(), variables))).items.size(), 96U);
 }
 
 TEST(CopiedItems, AnythingElseIsRefused) {
-    const std::string whole = copiedBytes(copiedItems(plant(), {"STDMSG3"}));
+    const std::string whole = copiedBytes(copiedItems(projectToCopy(), {"STDMSG3"}));
     for (std::size_t length = 0; length < whole.size(); ++length)
         EXPECT_EQ(faultOf(whole.substr(0, length)), CopyFault::NotItems) << length;
     for (const std::string& bytes :
@@ -96,7 +96,7 @@ TEST(CopiedItems, ANewerVersionIsToldFromRubbish) {
 }
 
 TEST(CopiedItems, AreTextToRead) {
-    const Project project = plant();
+    const Project project = projectToCopy();
     const MessageDigests messages(project);
     EXPECT_EQ(copiedText(copiedItems(project, {"STDMSG3", "STDMSG1"}), project, messages),
               "name\taddress\treference\tpages\ttext\tvariables\tbitmaps\tscript\r\n"
@@ -116,20 +116,20 @@ Names namesOf(const Pasted& pasted) {
 }
 
 TEST(PasteOnto, OneItemFillsTheSelection) {
-    const CopiedItems one = copiedItems(plant(), {"STDMSG3"});
+    const CopiedItems one = copiedItems(projectToCopy(), {"STDMSG3"});
     const Pasted pasted = pasteOnto(one, {"STDMSG5", "ALTMSG2"}, {"STDMSG5", "STDMSG6", "ALTMSG2"});
     EXPECT_EQ(pasted.refusal, "");
     EXPECT_THAT(pasted.items, ElementsAre(ItemState{"STDMSG5", pump}, ItemState{"ALTMSG2", pump}));
 }
 
 TEST(PasteOnto, SeveralGoOntoTheFirstSelectedRowAndOn) {
-    const CopiedItems two = copiedItems(plant(), {"STDMSG3", "ALTMSG1"});
+    const CopiedItems two = copiedItems(projectToCopy(), {"STDMSG3", "ALTMSG1"});
     const Pasted pasted = pasteOnto(two, {"STDMSG40"}, {"STDMSG40", "ALTMSG1", "ALTMSG2"});
     EXPECT_THAT(pasted.items, ElementsAre(ItemState{"STDMSG40", pump}, ItemState{"ALTMSG1", "CLEAR"}));
 }
 
 TEST(PasteOnto, NothingIsPastedBeyondTheLastRow) {
-    const CopiedItems two = copiedItems(plant(), {"STDMSG3", "ALTMSG1"});
+    const CopiedItems two = copiedItems(projectToCopy(), {"STDMSG3", "ALTMSG1"});
     const Pasted pasted = pasteOnto(two, {"ALTMSG20"}, {"ALTMSG20"});
     EXPECT_THAT(pasted.items, IsEmpty());
     EXPECT_EQ(pasted.refusal, "2 rows were copied; there is room for 1 from ALTMSG20 on: nothing was pasted");
@@ -137,7 +137,7 @@ TEST(PasteOnto, NothingIsPastedBeyondTheLastRow) {
 }
 
 TEST(PasteOnto, VariablesKeepTheNamesOfTheirPlaces) {
-    Project project = plant();
+    Project project = projectToCopy();
     const CopiedItems one = copiedItems(project, {"RegVar1"});
     const Pasted pasted = pasteOnto(one, {"RegVar9"}, {"RegVar9"});
     ASSERT_EQ(namesOf(pasted), Names{"RegVar9"});
@@ -146,23 +146,23 @@ TEST(PasteOnto, VariablesKeepTheNamesOfTheirPlaces) {
 }
 
 TEST(PasteOnto, KindsThatDoNotMatchAreRefusedAsAWhole) {
-    const CopiedItems mixed = copiedItems(plant(), {"RegVar1", "CoilVar4"});
+    const CopiedItems mixed = copiedItems(projectToCopy(), {"RegVar1", "CoilVar4"});
     EXPECT_EQ(
         pasteOnto(mixed, {"RegVar63"}, {"RegVar63", "RegVar64"}).refusal,
         "CoilVar4 cannot be pasted onto RegVar64: a Boolean has no width and precision. Nothing was pasted");
     EXPECT_THAT(pasteOnto(mixed, {"RegVar63"}, {"RegVar63", "RegVar64"}).items, IsEmpty());
     EXPECT_EQ(namesOf(pasteOnto(mixed, {"RegVar64"}, {"RegVar64", "CoilVar1"})),
               (Names{"RegVar64", "CoilVar1"}));
-    EXPECT_EQ(pasteOnto(copiedItems(plant(), {"RegVar1"}), {"CoilVar1"}, {"CoilVar1"}).refusal,
+    EXPECT_EQ(pasteOnto(copiedItems(projectToCopy(), {"RegVar1"}), {"CoilVar1"}, {"CoilVar1"}).refusal,
               "RegVar1 cannot be pasted onto CoilVar1: a float has no ON and OFF texts. Nothing was pasted");
-    EXPECT_EQ(pasteOnto(copiedItems(plant(), {"STDMSG3"}), {"RegVar1"}, {"RegVar1"}).refusal,
+    EXPECT_EQ(pasteOnto(copiedItems(projectToCopy(), {"STDMSG3"}), {"RegVar1"}, {"RegVar1"}).refusal,
               "Messages were copied; they cannot be pasted onto variables. Nothing was pasted");
     EXPECT_EQ(pasteOnto(mixed, {"STDMSG1"}, {"STDMSG1", "STDMSG2"}).refusal,
               "Variables were copied; they cannot be pasted onto messages. Nothing was pasted");
 }
 
 TEST(ClearedItems, AreThoseOfANewProject) {
-    Project project = plant();
+    Project project = projectToCopy();
     for (const ItemState& item : clearedItems({"STDMSG3", "RegVar1", "CoilVar4"}))
         setItem(project, item);
     EXPECT_EQ(project.STDMSG[2], "CLEAR");

@@ -16,7 +16,7 @@ std::vector<ReplaceHit> found(const Project& project, const std::string& wanted,
     return findToReplace(project, wanted, with, letters).list;
 }
 
-Project plant() {
+Project projectToReplaceIn() {
     Project project;
     project.STDMSG[2] =
         "CLEAR\r\nTEXT 0 0 RED BLACK \"Pump pump\"\nACT STILL 1000\rTEXT 0 0 RED BLACK \"pump\"";
@@ -26,7 +26,7 @@ Project plant() {
 
 TEST(FindToReplace, TellsEachPlaceWithItsLineOldAndNew) {
     EXPECT_THAT(
-        found(plant(), "pump", "Valve"),
+        found(projectToReplaceIn(), "pump", "Valve"),
         ElementsAre(
             ReplaceHit{2, 27, 2, "TEXT 0 0 RED BLACK \"Pump pump\"", "TEXT 0 0 RED BLACK \"Valve pump\""},
             ReplaceHit{2, 32, 2, "TEXT 0 0 RED BLACK \"Pump pump\"", "TEXT 0 0 RED BLACK \"Pump Valve\""},
@@ -35,8 +35,8 @@ TEST(FindToReplace, TellsEachPlaceWithItsLineOldAndNew) {
 }
 
 TEST(FindToReplace, MindsTheCaseWhenAskedTo) {
-    EXPECT_EQ(found(plant(), "pump", "", Case::Matters).size(), 2U);
-    EXPECT_EQ(found(plant(), "PUMP", "", Case::Matters).size(), 1U);
+    EXPECT_EQ(found(projectToReplaceIn(), "pump", "", Case::Matters).size(), 2U);
+    EXPECT_EQ(found(projectToReplaceIn(), "PUMP", "", Case::Matters).size(), 1U);
 }
 
 TEST(FindToReplace, FindsPlacesThatDoNotOverlap) {
@@ -48,8 +48,8 @@ TEST(FindToReplace, FindsPlacesThatDoNotOverlap) {
 }
 
 TEST(FindToReplace, FindsNothingWithoutAText) {
-    EXPECT_THAT(found(plant(), "", "x"), IsEmpty());
-    EXPECT_THAT(found(plant(), "valve", "x"), IsEmpty());
+    EXPECT_THAT(found(projectToReplaceIn(), "", "x"), IsEmpty());
+    EXPECT_THAT(found(projectToReplaceIn(), "valve", "x"), IsEmpty());
 }
 
 TEST(FindToReplace, CutsLongLinesAroundThePlace) {
@@ -72,7 +72,7 @@ TEST(FindToReplace, StopsAtAThousandPlaces) {
 }
 
 TEST(ReplacedScripts, HoldTheNewTextAtTheChosenPlacesOnly) {
-    const Project project = plant();
+    const Project project = projectToReplaceIn();
     auto hits = found(project, "pump", "Valve");
     hits.erase(hits.begin() + 1);
     EXPECT_THAT(
@@ -84,7 +84,7 @@ TEST(ReplacedScripts, HoldTheNewTextAtTheChosenPlacesOnly) {
 }
 
 TEST(ReplacedScripts, OfWhichNothingIsLeftAreClear) {
-    const Project project = plant();
+    const Project project = projectToReplaceIn();
     auto hits = found(project, "pump", "");
     EXPECT_EQ(replacedScripts(project, {hits.back()}, 4, "").at(0), (ItemState{"ALTMSG1", "CLEAR"}));
 }

@@ -1,4 +1,5 @@
 #include "mainwindow/EditorProgram.h"
+#include "model/Bytes.h"
 #include "tests/support/ModalDriver.h"
 #include "tests/support/TemporaryFolder.h"
 

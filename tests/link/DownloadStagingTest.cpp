@@ -1,6 +1,6 @@
 #include "link/ftp/DownloadStaging.h"
+#include "model/SystemPath.h"
 
-#include "model/Files.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>

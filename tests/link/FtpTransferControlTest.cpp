@@ -1,5 +1,7 @@
 #include "link/ftp/FtpTransferControl.h"
 #include "link/ftp/FtpLink.h"
+#include "model/Bytes.h"
+#include "model/SystemPath.h"
 
 #include "tests/support/FtpTestServer.h"
 

@@ -1,5 +1,6 @@
 #include "link/TransferCommands.h"
 #include "model/Numbers.h"
+#include "model/SystemPath.h"
 #include "tests/support/EditorFixture.h"
 
 #include <QLabel>

@@ -1,6 +1,7 @@
 #include "link/TransferControls.h"
 #include "link/forms/DeviceTransfer.h"
 #include "model/ProjectFile.h"
+#include "model/SystemPath.h"
 #include "tests/support/EditorFixture.h"
 #include "tests/support/FtpTestServer.h"
 #include "tests/support/ModalDriver.h"

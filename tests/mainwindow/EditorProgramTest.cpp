@@ -1,4 +1,5 @@
 #include "mainwindow/EditorProgram.h"
+#include "model/SystemPath.h"
 #include "tests/support/ExpectedFiles.h"
 #include "tests/support/ModalDriver.h"
 #include "tests/support/TemporaryFolder.h"

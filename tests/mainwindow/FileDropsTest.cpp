@@ -1,4 +1,5 @@
 #include "model/ProjectFile.h"
+#include "model/SystemPath.h"
 #include "tests/support/EditorFixture.h"
 
 #include <QDialog>

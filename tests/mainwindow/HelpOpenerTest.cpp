@@ -1,4 +1,5 @@
 #include "mainwindow/HelpOpener.h"
+#include "model/SystemPath.h"
 
 #include "tests/support/TemporaryFolder.h"
 

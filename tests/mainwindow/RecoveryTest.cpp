@@ -1,4 +1,5 @@
 #include "mainwindow/Recovery.h"
+#include "model/SystemPath.h"
 #include "tests/support/EditorFixture.h"
 #include "tests/support/ModalDriver.h"
 #include "widgets/DeviceTextEdit.h"

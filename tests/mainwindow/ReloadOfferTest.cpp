@@ -1,5 +1,6 @@
 #include "mainwindow/PanelDock.h"
 #include "model/ProjectFile.h"
+#include "model/SystemPath.h"
 #include "tests/support/EditorFixture.h"
 
 #include <QDialog>

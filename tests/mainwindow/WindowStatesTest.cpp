@@ -1,3 +1,4 @@
+#include "model/SystemPath.h"
 #include "tests/support/EditorFixture.h"
 
 #include <QMenu>

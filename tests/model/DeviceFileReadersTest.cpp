@@ -1,4 +1,5 @@
 #include "model/DeviceFileReaders.h"
+#include "model/Bytes.h"
 
 #include "tests/support/ScriptedPeople.h"
 #include "tests/support/TemporaryFolder.h"

@@ -1,4 +1,5 @@
 #include "model/DeviceFileWriters.h"
+#include "model/Bytes.h"
 
 #include "tests/support/ExpectedFiles.h"
 #include "tests/support/ScriptedPeople.h"
@@ -73,7 +74,8 @@ TEST(VariableFile, WritesTextsAsTheyStand) {
 }
 
 TEST(PlayList, NamesTheRegularMessages) {
-    EXPECT_EQ(written([](ByteSink& sink) { writeDefaultPls(sink, Project()); }), orvista::testing::expectedPlayList());
+    EXPECT_EQ(written([](ByteSink& sink) { writeDefaultPls(sink, Project()); }),
+              orvista::testing::expectedPlayList());
 }
 
 TEST(WritersOnPaths, TellAFileThatCannotBeCreated) {

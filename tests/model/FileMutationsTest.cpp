@@ -1,3 +1,4 @@
+#include "model/Bytes.h"
 #include "model/FileRemarks.h"
 #include "model/ProjectFile.h"
 #include "tests/support/ScriptedPeople.h"

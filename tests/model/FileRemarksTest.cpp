@@ -2,6 +2,7 @@
 
 #include "model/DeviceFiles.h"
 #include "model/ProjectFile.h"
+#include "model/SystemPath.h"
 #include "tests/support/ExpectedFiles.h"
 #include "tests/support/ScriptedPeople.h"
 #include "tests/support/TemporaryFolder.h"

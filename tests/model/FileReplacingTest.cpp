@@ -1,6 +1,7 @@
 #include "model/FileReplacing.h"
+#include "model/Bytes.h"
+#include "model/SystemPath.h"
 
-#include "model/Files.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,6 @@
 #include "model/Files.h"
-
+#include "model/Lines.h"
+#include "model/SystemPath.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>

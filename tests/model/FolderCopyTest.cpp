@@ -1,4 +1,5 @@
 #include "model/FolderCopy.h"
+#include "model/SystemPath.h"
 
 #include "tests/support/TemporaryFolder.h"
 

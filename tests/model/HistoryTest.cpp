@@ -1,4 +1,5 @@
 #include "model/History.h"
+#include "model/SystemPath.h"
 
 #include "tests/support/TemporaryFolder.h"
 #ifndef _WIN32

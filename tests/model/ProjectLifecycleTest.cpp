@@ -1,4 +1,5 @@
 #include "model/ProjectLifecycle.h"
+#include "model/SystemPath.h"
 
 #include "tests/support/ExpectedFiles.h"
 #include "tests/support/RecordedTransitions.h"

@@ -126,7 +126,7 @@ TEST(Sheet, ReadsUtf8AndElseWindows1252) {
     EXPECT_TRUE(errors.none());
 }
 
-std::vector<SheetError> errorsOf(std::string_view bytes) {
+std::vector<SheetError> recordErrors(std::string_view bytes) {
     static constexpr std::array<std::string_view, 2> columns{"name", "on"};
     SheetErrors errors;
     for (SheetReader sheet(bytes, columns, errors); sheet.next();) {
@@ -135,22 +135,22 @@ std::vector<SheetError> errorsOf(std::string_view bytes) {
 }
 
 TEST(Sheet, TellsOfFilesItCannotRead) {
-    EXPECT_THAT(errorsOf(""), ElementsAre(SheetError{0, "", "is empty"}));
-    EXPECT_THAT(errorsOf("\xFF\xFEn\0"s),
+    EXPECT_THAT(recordErrors(""), ElementsAre(SheetError{0, "", "is empty"}));
+    EXPECT_THAT(recordErrors("\xFF\xFEn\0"s),
                 ElementsAre(SheetError{0, "", "is UTF-16; save it as \"CSV UTF-8\""}));
-    EXPECT_THAT(errorsOf("n\0a\0m\0e\0\r\0\n\0"s),
+    EXPECT_THAT(recordErrors("n\0a\0m\0e\0\r\0\n\0"s),
                 ElementsAre(SheetError{0, "", "is UTF-16; save it as \"CSV UTF-8\""}));
-    EXPECT_THAT(errorsOf("\0n\0a\0m\0e"s),
+    EXPECT_THAT(recordErrors("\0n\0a\0m\0e"s),
                 ElementsAre(SheetError{0, "", "is UTF-16; save it as \"CSV UTF-8\""}));
-    EXPECT_THAT(errorsOf("\xEF\xBB\xBFname\r\n\xE9"),
+    EXPECT_THAT(recordErrors("\xEF\xBB\xBFname\r\n\xE9"),
                 ElementsAre(SheetError{0, "", "begins as UTF-8 and is not"}));
     const std::string longest = "name\r\n" + std::string(maximumSheetBytes - 6, 'x');
-    EXPECT_THAT(errorsOf(longest), ::testing::IsEmpty());
-    EXPECT_THAT(errorsOf(longest + 'x'), ElementsAre(SheetError{0, "", "is longer than 64 MB"}));
+    EXPECT_THAT(recordErrors(longest), ::testing::IsEmpty());
+    EXPECT_THAT(recordErrors(longest + 'x'), ElementsAre(SheetError{0, "", "is longer than 64 MB"}));
 }
 
 TEST(Sheet, RefusesNulBytesByRowAndColumn) {
-    EXPECT_THAT(errorsOf("name,on\r\na,b\0\r\n\"\0\",c\r\nd,e\r\n"s),
+    EXPECT_THAT(recordErrors("name,on\r\na,b\0\r\n\"\0\",c\r\nd,e\r\n"s),
                 ElementsAre(SheetError{2, "on", "a NUL byte is not a character of the display"},
                             SheetError{3, "name", "a NUL byte is not a character of the display"}));
 }
@@ -163,7 +163,7 @@ TEST(Sheet, OnlyWhatCanBeReadAgainIsWritten) {
 
 TEST(Sheet, TellsOfEveryBadRowAtOnce) {
     EXPECT_THAT(
-        errorsOf("name,colour,name\r\na,b,c,d\r\n\"e\"f\r\ng\r\n\"h\r\n"),
+        recordErrors("name,colour,name\r\na,b,c,d\r\n\"e\"f\r\ng\r\n\"h\r\n"),
         ElementsAre(SheetError{1, "", "unknown column \"colour\""},
                     SheetError{1, "name", "the column is there twice"},
                     SheetError{2, "", "cell 4 is under no column"},

@@ -13,7 +13,8 @@ using ::testing::StartsWith;
 const std::string head = "name,address,port,project\n";
 
 /// What is told of a list that cannot be used.
-std::vector<std::string> errorsOf(const std::string& bytes, const FleetDefaults& defaults = {"", "P.orx"}) {
+std::vector<std::string> fleetErrors(const std::string& bytes,
+                                     const FleetDefaults& defaults = {"", "P.orx"}) {
     SheetErrors errors;
     EXPECT_THAT(readFleetSheet(bytes, defaults, errors), IsEmpty());
     return testing::errorTexts(errors);
@@ -48,7 +49,7 @@ TEST(FleetSheet, TakesNumericAddressesOfBothKinds) {
 }
 
 TEST(FleetSheet, RefusesProjectsThatAreNone) {
-    EXPECT_THAT(errorsOf(head + "a,10.0.0.1,,A.ORX\nb,10.0.0.2,,B.orx.bak\nc,10.0.0.3,,C\n"),
+    EXPECT_THAT(fleetErrors(head + "a,10.0.0.1,,A.ORX\nb,10.0.0.2,,B.orx.bak\nc,10.0.0.3,,C\n"),
                 ElementsAre("row 3, project: the project does not end in .orx",
                             "row 4, project: the project does not end in .orx"));
 }
@@ -56,32 +57,32 @@ TEST(FleetSheet, RefusesProjectsThatAreNone) {
 TEST(FleetSheet, RefusesNamesThatAreNoFolders) {
     const std::string characters = "a name holds none of / \\ : * ? \" < > | and no line end";
     for (const char* name : {"a/b", "a\\b", "a:b", "a*", "a?", "<a", "a>", "a|b", "a\x01"})
-        EXPECT_THAT(errorsOf(head + name + ",10.0.0.1,,\n"), ElementsAre("row 2, name: " + characters))
+        EXPECT_THAT(fleetErrors(head + name + ",10.0.0.1,,\n"), ElementsAre("row 2, name: " + characters))
             << name;
     for (const char* name : {"..", "a..b", ".", "a."})
-        EXPECT_THAT(errorsOf(head + name + ",10.0.0.1,,\n"),
+        EXPECT_THAT(fleetErrors(head + name + ",10.0.0.1,,\n"),
                     ElementsAre("row 2, name: a name holds no \"..\" and does not end with a point"));
     for (const char* name : {"con", "NUL.x", "Com9", "lpt\u00B2", "CONIN$", "aux .y"})
-        EXPECT_THAT(errorsOf(head + name + ",10.0.0.1,,\n"),
+        EXPECT_THAT(fleetErrors(head + name + ",10.0.0.1,,\n"),
                     ElementsAre("row 2, name: the name is reserved on Windows"));
     EXPECT_EQ(read(head + "com10,10.0.0.1,,\ncomet,10.0.0.2,,\ncom0,10.0.0.3,,\n").size(), 3U);
-    EXPECT_THAT(errorsOf(head + std::string(101, 'a') + ",10.0.0.1,,\n"),
+    EXPECT_THAT(fleetErrors(head + std::string(101, 'a') + ",10.0.0.1,,\n"),
                 ElementsAre("row 2, name: the name is longer than 100 bytes"));
 }
 
 TEST(FleetSheet, NamesBothRowsOfWhatIsThereTwice) {
-    EXPECT_THAT(errorsOf(head + "a,HOST,,\n\nA,host2,,\nb,host,7000,\n"),
+    EXPECT_THAT(fleetErrors(head + "a,HOST,,\n\nA,host2,,\nb,host,7000,\n"),
                 ElementsAre("row 4, name: the same name stands in row 2 already",
                             "row 5, address: the same address stands in row 2 already"));
 }
 
 TEST(FleetSheet, TellsOfAddressesPortsAndProjects) {
-    EXPECT_THAT(errorsOf(head + "a,,,\nb,x y,,\nc,10.0.0.1,0,\nd,10.0.0.2:7001,7002,\n"),
+    EXPECT_THAT(fleetErrors(head + "a,,,\nb,x y,,\nc,10.0.0.1,0,\nd,10.0.0.2:7001,7002,\n"),
                 ElementsAre(StartsWith("row 2, address: an empty text is not"),
                             StartsWith("row 3, address: x y is not"),
                             StartsWith("row 4, port: 0 is not a port"),
                             "row 5, port: the address names another port"));
-    EXPECT_THAT(errorsOf(head + "a,10.0.0.1,,\n", {}),
+    EXPECT_THAT(fleetErrors(head + "a,10.0.0.1,,\n", {}),
                 ElementsAre("row 2, project: there is no project for this display"));
     EXPECT_EQ(read(head + "a,10.0.0.1,,\n", {{}, {}, false}).size(), 1U);
 }

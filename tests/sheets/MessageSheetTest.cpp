@@ -14,7 +14,7 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-std::vector<std::string> errorsOf(const std::string& csv, const Project& project = {}) {
+std::vector<std::string> messageErrors(const std::string& csv, const Project& project = {}) {
     return testing::errorTexts(importMessages(csv, project));
 }
 
@@ -223,12 +223,12 @@ TEST(MessageSheet, TellsOfColumnsThatAreMissing) {
 }
 
 TEST(MessageSheet, RefusesScriptsThatNoFileKeeps) {
-    EXPECT_EQ(errorsOf("message,script\nSTDMSG1, endmsg\n").size(), 1U);
-    ASSERT_EQ(errorsOf("message,script\nSTDMSG1,\"a\n[Config]\"\n").size(), 1U);
-    EXPECT_THAT(errorsOf("message,script\nSTDMSG1,\"a\n[Config]\"\n").front(),
+    EXPECT_EQ(messageErrors("message,script\nSTDMSG1, endmsg\n").size(), 1U);
+    ASSERT_EQ(messageErrors("message,script\nSTDMSG1,\"a\n[Config]\"\n").size(), 1U);
+    EXPECT_THAT(messageErrors("message,script\nSTDMSG1,\"a\n[Config]\"\n").front(),
                 HasSubstr("row 2, script: line 2: "));
-    EXPECT_EQ(errorsOf("message,script\nSTDMSG1,\" \n\"\n").size(), 1U);
-    EXPECT_THAT(errorsOf("message,script\nSTDMSG1,\"a DEFMSG\n[CONFIG] b\"\n"), IsEmpty());
+    EXPECT_EQ(messageErrors("message,script\nSTDMSG1,\" \n\"\n").size(), 1U);
+    EXPECT_THAT(messageErrors("message,script\nSTDMSG1,\"a DEFMSG\n[CONFIG] b\"\n"), IsEmpty());
 }
 
 } // namespace

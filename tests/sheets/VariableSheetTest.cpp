@@ -12,12 +12,12 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-std::vector<std::string> errorsOf(const std::string& csv, const Project& project = {}) {
+std::vector<std::string> variableErrors(const std::string& csv, const Project& project = {}) {
     return testing::errorTexts(importVariables(csv, project));
 }
 
 std::vector<SheetChange> changesOf(const std::string& csv, const Project& project = {}) {
-    EXPECT_THAT(errorsOf(csv, project), IsEmpty());
+    EXPECT_THAT(variableErrors(csv, project), IsEmpty());
     return importVariables(csv, project).changes;
 }
 
@@ -88,14 +88,14 @@ TEST(VariableSheet, KeepsWhatAProjectHoldsHoweverOddItIs) {
 
 TEST(VariableSheet, TellsOfEveryErrorAtOnce) {
     EXPECT_THAT(
-        errorsOf("name,default,width,precision,on,off\n"
-                 "RegVar65,,,,,\n"
-                 "RegVar1,\"7,5\",9,4,,\n"
-                 "RegVar2,1,7,4,a,\n"
-                 "RegVar3,1,2,1,,\nRegVar4,1,8,0,,\n"
-                 "CoilVar1,2,7,,ON,\"a\nb\"\n"
-                 "CoilVar2,0,,,\xCE\x93,OFF\n"
-                 "RegVar1,1,,,,\n"),
+        variableErrors("name,default,width,precision,on,off\n"
+                       "RegVar65,,,,,\n"
+                       "RegVar1,\"7,5\",9,4,,\n"
+                       "RegVar2,1,7,4,a,\n"
+                       "RegVar3,1,2,1,,\nRegVar4,1,8,0,,\n"
+                       "CoilVar1,2,7,,ON,\"a\nb\"\n"
+                       "CoilVar2,0,,,\xCE\x93,OFF\n"
+                       "RegVar1,1,,,,\n"),
         ElementsAre(
             "row 2, name: \"RegVar65\" is not a variable; there are RegVar1 to RegVar64 and CoilVar1 to "
             "CoilVar32",

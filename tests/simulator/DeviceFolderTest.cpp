@@ -1,4 +1,5 @@
 #include "simulator/DeviceFolder.h"
+#include "model/SystemPath.h"
 
 #include "tests/support/TemporaryFolder.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "model/Files.h"
+#include "model/SystemPath.h"
 
 #include <filesystem>
 #include <fstream>

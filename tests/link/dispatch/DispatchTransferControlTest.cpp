@@ -1,4 +1,5 @@
 #include "link/dispatch/DispatchTransferControl.h"
+#include "model/SystemPath.h"
 
 #include "tests/link/dispatch/Registration.h"
 #include "tests/support/TemporaryFolder.h"

@@ -2,6 +2,8 @@
 
 #include "link/dispatch/ControlLookup.h"
 #include "model/Files.h"
+#include "model/Lines.h"
+#include "model/SystemPath.h"
 
 #include <filesystem>
 #include <initializer_list>
