@@ -47,17 +47,6 @@ void LedRaster::fill(int x, int y, int width, int height, Led led) {
         std::fill_n(leds_.begin() + static_cast<std::ptrdiff_t>(index(left, row)), right - left, led);
 }
 
-std::string ledText(const LedRaster& raster) {
-    std::string text;
-    text.reserve(raster.leds().size() + static_cast<std::size_t>(raster.rows()));
-    for (int y = 0; y < raster.rows(); ++y) {
-        for (int x = 0; x < raster.columns(); ++x)
-            text += ledLetters[static_cast<std::size_t>(raster.at(x, y))];
-        text += '\n';
-    }
-    return text;
-}
-
 LedRaster ledRasterFromText(std::string_view text) {
     const auto lines = filledLines(text);
     if (lines.empty())

@@ -50,11 +50,9 @@ private:
     std::vector<Led> leds_;
 };
 
-/// One line per row, one character per dot: '.', 'R', 'G' or 'O'; every line ends with LF.
-std::string ledText(const LedRaster& raster);
-
-/// The panel that such a text shows. Empty lines at the start and end are skipped.
-/// \throws std::invalid_argument for another character, lines of different lengths or an empty text
+/// The panel that a text shows: one line per row, one character per dot, '.', 'R', 'G' or 'O'. Empty lines at
+/// the start and end are skipped. \throws std::invalid_argument for another character, lines of different
+/// lengths or an empty text
 LedRaster ledRasterFromText(std::string_view text);
 
 } // namespace orvista

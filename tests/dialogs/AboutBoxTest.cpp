@@ -1,4 +1,5 @@
 #include "dialogs/frmLic.h"
+#include "tests/support/LedText.h"
 #include "widgets/LedPanel.h"
 
 #include <QImage>
@@ -9,6 +10,7 @@
 #include <QTest>
 
 using namespace orvista;
+using orvista::testing::ledText;
 
 class AboutBoxTest : public QObject {
     Q_OBJECT

@@ -2,6 +2,7 @@
 
 #include "display/SettledPage.h"
 #include "script/ScriptInterpreter.h"
+#include "tests/support/LedText.h"
 
 #include <gtest/gtest.h>
 
@@ -9,6 +10,8 @@
 
 namespace orvista {
 namespace {
+
+using testing::ledText;
 
 constexpr PanelSize panel{32};
 

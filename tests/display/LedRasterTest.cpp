@@ -1,5 +1,7 @@
 #include "display/LedRaster.h"
 
+#include "tests/support/LedText.h"
+
 #include <gtest/gtest.h>
 
 #include <limits>
@@ -7,6 +9,8 @@
 
 namespace orvista {
 namespace {
+
+using testing::ledText;
 
 TEST(LedRaster, IsDarkAtFirst) {
     const LedRaster raster({3, 2});

@@ -4,6 +4,7 @@
 #include "display/PageText.h"
 #include "display/RasterAt.h"
 #include "display/SettledPage.h"
+#include "tests/support/LedText.h"
 
 #include <gtest/gtest.h>
 
@@ -11,6 +12,8 @@
 
 namespace orvista {
 namespace {
+
+using testing::ledText;
 
 constexpr PanelSize panel{16};
 const DisplayValues values;

@@ -1,6 +1,7 @@
 #include "display/RasterAt.h"
 
 #include "tests/support/BitmapFile.h"
+#include "tests/support/LedText.h"
 #include "tests/support/StoredBitmaps.h"
 
 #include <gtest/gtest.h>
@@ -14,11 +15,13 @@ using namespace std::string_literals;
 namespace orvista {
 namespace {
 
+using testing::ledText;
+
 /// Panels small enough to write their pictures by hand. "dots.bmp" shows
 ///     RGO
 ///     O..
 /// and "stencil.bmp" ink at both ends of a row of three.
-class Raster : public testing::Test {
+class Raster : public ::testing::Test {
 protected:
     Raster() {
         const std::string pixels = "\0\xFF\xFF\0\0\0\0\0\0\0\0\0"s + "\0\0\xFF\0\xFF\0\0\xFF\xFF\0\0\0"s;

@@ -2,6 +2,7 @@
 #include "script/MessagePage.h"
 
 #include "tests/support/BitmapFile.h"
+#include "tests/support/LedText.h"
 #include "tests/support/StoredBitmaps.h"
 
 #include <gtest/gtest.h>
@@ -13,6 +14,8 @@ using namespace std::string_literals;
 /// Whatever page the message wizard composes, the display knows every line of it.
 namespace orvista {
 namespace {
+
+using testing::ledText;
 
 /// A page with four fields; `round` walks through the positions of all lists.
 MessageForm formOf(std::size_t round) {

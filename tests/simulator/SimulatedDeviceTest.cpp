@@ -2,6 +2,7 @@
 
 #include "link/ModbusFrames.h"
 #include "tests/simulator/DeviceFixture.h"
+#include "tests/support/LedText.h"
 
 #include <QSignalSpy>
 #include <QTcpSocket>
@@ -11,6 +12,7 @@
 namespace orvista {
 
 using testing::block;
+using testing::ledText;
 using testing::messageFile;
 using testing::page;
 using testing::rasterOf;
