@@ -47,7 +47,7 @@ void appendPages(std::string& csv, const std::string& name, const std::string& s
 struct PageRow {
     std::size_t page;
     std::size_t row;
-    MessageForm form;
+    std::optional<MessageForm> form; ///< nothing where a cell of it is wrong
 };
 
 struct MessageRows {
@@ -55,6 +55,7 @@ struct MessageRows {
     std::string script;        ///< device bytes
     std::size_t scriptRow = 0; ///< 0: none
     bool hasErrors = false;
+    bool hasUnknownPage = false; ///< a row whose number is wrong, so that none can be said to be missing
 };
 
 class MessageImport {
@@ -101,14 +102,15 @@ private:
     void takePage(const std::string& name, MessageRows& rows) {
         const auto page = wholeNumber(sheet_.cell(columns::Page), 1, maximumPageNumber);
         const auto form = columns::form(sheet_);
-        if (!page)
+        if (!page) {
+            rows.hasUnknownPage = true;
             return sheet_.fail(columns::Page, quotation(sheet_.cell(columns::Page)) +
                                                   " is not the number of a page, from 1");
+        }
         if (rows.scriptRow > 0)
             return sheet_.fail(columns::Page,
                                name + " has its whole script in row " + decimalText(rows.scriptRow));
-        if (form)
-            rows.pages.push_back({*page, sheet_.row(), *form});
+        rows.pages.push_back({*page, sheet_.row(), form});
     }
 
     void takeScript(const std::string& name, MessageRows& rows) {
@@ -141,6 +143,7 @@ private:
     void finish(std::size_t position) {
         MessageRows& rows = rows_[position];
         const std::string& before = messageScript(project_, position);
+        judgePages(messageName(position), rows);
         if (rows.hasErrors || (rows.pages.empty() && rows.scriptRow == 0))
             return;
         if (rows.scriptRow > 0) {
@@ -149,11 +152,9 @@ private:
                 result_.changes.push_back({messageName(position), "script", before, rows.script});
             return;
         }
-        if (!arePagesInOrder(messageName(position), rows.pages))
-            return;
         std::vector<MessageForm> forms;
         for (PageRow& page : rows.pages)
-            forms.push_back(std::move(page.form));
+            forms.push_back(*std::move(page.form));
         std::string built = builtScript(forms);
         if (saySame(built, before))
             return;
@@ -163,20 +164,34 @@ private:
         result_.changes.push_back({messageName(position), "script", before, std::move(built)});
     }
 
-    /// Sorts the pages.
-    bool arePagesInOrder(const std::string& name, std::vector<PageRow>& pages) {
-        std::ranges::stable_sort(pages, {}, &PageRow::page);
-        for (std::size_t i = 0; i < pages.size(); ++i) {
-            const bool isTwice = i > 0 && pages[i].page == pages[i - 1].page;
-            if (!isTwice && pages[i].page == i + 1)
-                continue;
-            result_.errors.add(pages[i].row, columns::names[columns::Page],
-                               isTwice ? "page " + decimalText(pages[i].page) + " of " + name +
-                                             " stands in row " + decimalText(pages[i - 1].row) + " already"
-                                       : "page " + decimalText(i + 1) + " of " + name + " is missing");
-            return false;
+    /// Sorts the pages; tells of every one that is there twice or missing.
+    void judgePages(const std::string& name, MessageRows& rows) {
+        std::ranges::stable_sort(rows.pages, {}, &PageRow::page);
+        std::size_t next = 1;
+        std::size_t firstRow = 0; ///< of the page before
+        for (const PageRow& page : rows.pages) {
+            const bool isTwice = page.page < next;
+            if (isTwice)
+                failPage(page, rows,
+                         "page " + decimalText(page.page) + " of " + name + " stands in row " +
+                             decimalText(firstRow) + " already");
+            else if (page.page > next && !rows.hasUnknownPage)
+                failPage(page, rows, missingText(next, page.page - 1, name));
+            if (!isTwice)
+                firstRow = page.row;
+            next = page.page + 1;
         }
-        return true;
+    }
+
+    static std::string missingText(std::size_t first, std::size_t last, const std::string& name) {
+        if (first == last)
+            return "page " + decimalText(first) + " of " + name + " is missing";
+        return "pages " + decimalText(first) + " to " + decimalText(last) + " of " + name + " are missing";
+    }
+
+    void failPage(const PageRow& page, MessageRows& rows, std::string text) {
+        result_.errors.add(page.row, columns::names[columns::Page], std::move(text));
+        rows.hasErrors = true;
     }
 
     const Project& project_;

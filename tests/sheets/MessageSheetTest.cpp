@@ -29,6 +29,28 @@ std::string sheetOf(const Project& project, MessageSheetForm form) {
     return messageSheet(project, form).csv;
 }
 
+TEST(MessageSheet, TellsOfEveryPageThatIsTwiceOrMissing) {
+    EXPECT_THAT(
+        errorsOf("message,page,content\nSTDMSG1,1,a\nSTDMSG1,5,b\nSTDMSG1,1,c\nSTDMSG1,1,d\nSTDMSG1,7,e\n"),
+        ElementsAre("row 3, page: pages 2 to 4 of STDMSG1 are missing",
+                    "row 4, page: page 1 of STDMSG1 stands in row 2 already",
+                    "row 5, page: page 1 of STDMSG1 stands in row 2 already",
+                    "row 6, page: page 6 of STDMSG1 is missing"));
+}
+
+TEST(MessageSheet, AWrongWordHidesNoPage) {
+    EXPECT_THAT(errorsOf("message,page,content,font\nSTDMSG1,1,a,huge\nSTDMSG1,1,b,\nSTDMSG1,3,c,\n"),
+                ElementsAre(::testing::StartsWith("row 2, font: "),
+                            "row 3, page: page 1 of STDMSG1 stands in row 2 already",
+                            "row 4, page: page 2 of STDMSG1 is missing"));
+}
+
+TEST(MessageSheet, WhereANumberCannotBeReadNoPageIsMissing) {
+    EXPECT_THAT(errorsOf("message,page,content\nSTDMSG1,1,a\nSTDMSG1,two,b\nSTDMSG1,3,c\nSTDMSG1,3,d\n"),
+                ElementsAre("row 3, page: \"two\" is not the number of a page, from 1",
+                            "row 5, page: page 3 of STDMSG1 stands in row 4 already"));
+}
+
 TEST(MessageSheet, OfTheExampleIsAsWrittenFromTheDescription) {
     const Project project = testing::exampleProject();
     EXPECT_EQ(sheetOf(project, MessageSheetForm::Scripts), testing::golden("messages.csv"));
@@ -196,6 +218,7 @@ TEST(MessageSheet, TellsOfEveryErrorAtOnce) {
                             "row 3, var1: \"RegVar65\" is not a variable, DATE or TIME",
                             "row 3, delay: \"11\" is not one of 1, 2, 3, 4, 5, 6, 7, 8, 9, 10",
                             "row 4, content: \"\xCE\x93\" is not a character of the display",
+                            "row 4, page: page 1 of STDMSG1 stands in row 3 already",
                             "row 5, script: a row is a page or a whole script, not both",
                             "row 6, page: \"\" is not the number of a page, from 1",
                             "row 7, content: a page has four live fields: the fifth %v is too many",
@@ -209,7 +232,7 @@ TEST(MessageSheet, TellsOfEveryErrorAtOnce) {
 
 TEST(MessageSheet, CountsPagesUpToAMillion) {
     EXPECT_THAT(errorsOf("message,page,content\nSTDMSG1,1000000,a\nSTDMSG2,1000001,a\nSTDMSG3,0,a\n"),
-                ElementsAre("row 2, page: page 1 of STDMSG1 is missing",
+                ElementsAre("row 2, page: pages 1 to 999999 of STDMSG1 are missing",
                             "row 3, page: \"1000001\" is not the number of a page, from 1",
                             "row 4, page: \"0\" is not the number of a page, from 1"));
 }
