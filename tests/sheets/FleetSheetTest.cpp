@@ -88,10 +88,10 @@ TEST(FleetSheet, TellsOfAddressesPortsAndProjects) {
 }
 
 TEST(FleetSheet, NeedsNameAndAddress) {
-    EXPECT_THAT(errorsOf("port\n7000\n"),
+    EXPECT_THAT(fleetErrors("port\n7000\n"),
                 ElementsAre("row 1, name: missing column", "row 1, address: missing column"));
-    EXPECT_THAT(errorsOf("name,address\n"), ElementsAre("has no displays"));
-    EXPECT_THAT(errorsOf(""), ElementsAre("is empty"));
+    EXPECT_THAT(fleetErrors("name,address\n"), ElementsAre("has no displays"));
+    EXPECT_THAT(fleetErrors(""), ElementsAre("is empty"));
 }
 
 TEST(FleetSheet, IsReadAgainAsItWasWritten) {

@@ -31,7 +31,8 @@ std::string sheetOf(const Project& project, MessageSheetForm form) {
 
 TEST(MessageSheet, TellsOfEveryPageThatIsTwiceOrMissing) {
     EXPECT_THAT(
-        errorsOf("message,page,content\nSTDMSG1,1,a\nSTDMSG1,5,b\nSTDMSG1,1,c\nSTDMSG1,1,d\nSTDMSG1,7,e\n"),
+        messageErrors(
+            "message,page,content\nSTDMSG1,1,a\nSTDMSG1,5,b\nSTDMSG1,1,c\nSTDMSG1,1,d\nSTDMSG1,7,e\n"),
         ElementsAre("row 3, page: pages 2 to 4 of STDMSG1 are missing",
                     "row 4, page: page 1 of STDMSG1 stands in row 2 already",
                     "row 5, page: page 1 of STDMSG1 stands in row 2 already",
@@ -39,14 +40,14 @@ TEST(MessageSheet, TellsOfEveryPageThatIsTwiceOrMissing) {
 }
 
 TEST(MessageSheet, AWrongWordHidesNoPage) {
-    EXPECT_THAT(errorsOf("message,page,content,font\nSTDMSG1,1,a,huge\nSTDMSG1,1,b,\nSTDMSG1,3,c,\n"),
+    EXPECT_THAT(messageErrors("message,page,content,font\nSTDMSG1,1,a,huge\nSTDMSG1,1,b,\nSTDMSG1,3,c,\n"),
                 ElementsAre(::testing::StartsWith("row 2, font: "),
                             "row 3, page: page 1 of STDMSG1 stands in row 2 already",
                             "row 4, page: page 2 of STDMSG1 is missing"));
 }
 
 TEST(MessageSheet, WhereANumberCannotBeReadNoPageIsMissing) {
-    EXPECT_THAT(errorsOf("message,page,content\nSTDMSG1,1,a\nSTDMSG1,two,b\nSTDMSG1,3,c\nSTDMSG1,3,d\n"),
+    EXPECT_THAT(messageErrors("message,page,content\nSTDMSG1,1,a\nSTDMSG1,two,b\nSTDMSG1,3,c\nSTDMSG1,3,d\n"),
                 ElementsAre("row 3, page: \"two\" is not the number of a page, from 1",
                             "row 5, page: page 3 of STDMSG1 stands in row 4 already"));
 }
@@ -197,18 +198,18 @@ TEST(MessageSheet, TellsOldAndNew) {
 }
 
 TEST(MessageSheet, TellsOfEveryErrorAtOnce) {
-    EXPECT_THAT(errorsOf("message,page,content,bitmap,font,foreground,var1,delay,script,size\n"
-                         "STDMSG41,1,a,,,,,,,\n"
-                         "STDMSG1,1,a,b.bmp,5x8,PINK,RegVar65,11,,\n"
-                         "STDMSG1,1,a\xC2\xA0\xCE\x93,,,,,,,\n"
-                         "STDMSG2,1,a,,,,,,CLEAR,\n"
-                         "STDMSG3,,a,,,,,,,\n"
-                         "STDMSG4,1,%v%2v%3v%4v%5v,,,,,,,\n"
-                         "STDMSG5,2,a,,,,,,,\n"
-                         "STDMSG6,1,a,,,,,,,\nSTDMSG6,1,b,,,,,,,\n"
-                         "STDMSG7,,,,,,,,CLEAR,\nSTDMSG7,,,,,,,,CLEAR,\nSTDMSG7,1,a,,,,,,,\n"
-                         "STDMSG8,1,a,,,,,,,\nSTDMSG8,,,,,,,,CLEAR,\n"
-                         "STDMSG9,1,\"a\nb\",,,,,,,\n"),
+    EXPECT_THAT(messageErrors("message,page,content,bitmap,font,foreground,var1,delay,script,size\n"
+                              "STDMSG41,1,a,,,,,,,\n"
+                              "STDMSG1,1,a,b.bmp,5x8,PINK,RegVar65,11,,\n"
+                              "STDMSG1,1,a\xC2\xA0\xCE\x93,,,,,,,\n"
+                              "STDMSG2,1,a,,,,,,CLEAR,\n"
+                              "STDMSG3,,a,,,,,,,\n"
+                              "STDMSG4,1,%v%2v%3v%4v%5v,,,,,,,\n"
+                              "STDMSG5,2,a,,,,,,,\n"
+                              "STDMSG6,1,a,,,,,,,\nSTDMSG6,1,b,,,,,,,\n"
+                              "STDMSG7,,,,,,,,CLEAR,\nSTDMSG7,,,,,,,,CLEAR,\nSTDMSG7,1,a,,,,,,,\n"
+                              "STDMSG8,1,a,,,,,,,\nSTDMSG8,,,,,,,,CLEAR,\n"
+                              "STDMSG9,1,\"a\nb\",,,,,,,\n"),
                 ElementsAre("row 1: unknown column \"size\"",
                             "row 2, message: \"STDMSG41\" is not a message; there are STDMSG1 to STDMSG40 "
                             "and ALTMSG1 to ALTMSG20",
@@ -231,18 +232,19 @@ TEST(MessageSheet, TellsOfEveryErrorAtOnce) {
 }
 
 TEST(MessageSheet, CountsPagesUpToAMillion) {
-    EXPECT_THAT(errorsOf("message,page,content\nSTDMSG1,1000000,a\nSTDMSG2,1000001,a\nSTDMSG3,0,a\n"),
+    EXPECT_THAT(messageErrors("message,page,content\nSTDMSG1,1000000,a\nSTDMSG2,1000001,a\nSTDMSG3,0,a\n"),
                 ElementsAre("row 2, page: pages 1 to 999999 of STDMSG1 are missing",
                             "row 3, page: \"1000001\" is not the number of a page, from 1",
                             "row 4, page: \"0\" is not the number of a page, from 1"));
 }
 
 TEST(MessageSheet, TellsOfColumnsThatAreMissing) {
-    EXPECT_THAT(errorsOf("script\nCLEAR\n"), ElementsAre("row 1, message: missing column"));
-    EXPECT_THAT(errorsOf("message\nSTDMSG1\n"), ElementsAre("row 1, script: missing column"));
-    EXPECT_THAT(errorsOf("mesage,script\nSTDMSG1,a\n"),
+    EXPECT_THAT(messageErrors("script\nCLEAR\n"), ElementsAre("row 1, message: missing column"));
+    EXPECT_THAT(messageErrors("message\nSTDMSG1\n"), ElementsAre("row 1, script: missing column"));
+    EXPECT_THAT(messageErrors("mesage,script\nSTDMSG1,a\n"),
                 ElementsAre("row 1: unknown column \"mesage\"", "row 1, message: missing column"));
-    EXPECT_THAT(errorsOf("message,content,script\nSTDMSG1,a,\n"), ElementsAre("row 1, page: missing column"));
+    EXPECT_THAT(messageErrors("message,content,script\nSTDMSG1,a,\n"),
+                ElementsAre("row 1, page: missing column"));
 }
 
 TEST(MessageSheet, RefusesScriptsThatNoFileKeeps) {

@@ -105,7 +105,7 @@ TEST(VariableSheet, TellsOfEveryErrorAtOnce) {
             "row 7, default: \"2\" is not 0 or 1", "row 7, off: the text is one line",
             "row 8, on: \"\xCE\x93\" is not a character of the display",
             "row 9, name: RegVar1 stands in row 3 already"));
-    EXPECT_THAT(errorsOf("default\n1\n"), ElementsAre("row 1, name: missing column"));
+    EXPECT_THAT(variableErrors("default\n1\n"), ElementsAre("row 1, name: missing column"));
 }
 
 TEST(SheetSubject, IsToldByTheColumns) {
