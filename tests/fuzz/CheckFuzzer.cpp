@@ -3,11 +3,13 @@
 
 #include "check/ProjectCheck.h"
 #include "display/PageFit.h"
+#include "model/Lines.h"
 #include "script/ScriptInterpreter.h"
 
 #include <algorithm>
 #include <functional>
 #include <utility>
+#include <vector>
 
 namespace {
 
@@ -39,6 +41,21 @@ void requireInOrder(const Findings& findings) {
     }
 }
 
+/// What is found lies within its line.
+void requireWithin(const Findings& findings, std::string_view script) {
+    std::vector<std::size_t> lengths;
+    MemorySource source(script);
+    LineReader lines(source);
+    for (std::string_view line; lines.next(line);)
+        lengths.push_back(line.size());
+    if (script.starts_with(utf8ByteOrderMark) && !lengths.empty())
+        lengths.front() += utf8ByteOrderMark.size(); // which the reader leaves out
+    for (const Finding& finding : findings.list) {
+        const Place& place = finding.place;
+        testing::require(place.line == 0 || place.column - 1 + place.length <= lengths.at(place.line - 1));
+    }
+}
+
 /// One input of so many, told by its bytes, is checked from scratch: nearly all of that is looking at items
 /// that no input has touched.
 constexpr std::size_t freshShare = 16;
@@ -65,7 +82,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     testing::require(check.itemsLookedAt() == 0);
     testing::require(!isChosen(bytes) || checkProject(project, bitmaps, 24, Notes::Included) == findings);
 
-    requireInOrder(checkMessage({Kind::Regular, 0}, bytes, project, bitmaps, 512));
+    const Findings ofMessage = checkMessage({Kind::Regular, 0}, bytes, project, bitmaps, 512);
+    requireInOrder(ofMessage);
+    requireWithin(ofMessage, bytes);
     const FieldFormats formats = fieldFormats(project);
     for (const ScriptPage& page : interpretScript(bytes).pages)
         unfitCharacters(page, {128}, formats);

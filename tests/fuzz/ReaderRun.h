@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/DeviceFileReaders.h"
+#include "model/FileRemarks.h"
 #include "model/Lines.h"
 #include "model/Numbers.h"
 
@@ -22,8 +23,9 @@ inline void require(bool holds) {
 inline void readBytes(std::string_view bytes, Project& project,
                       void (*read)(ByteSource&, Project&, TableReading*)) {
     MemorySource source(bytes);
+    TableReading reading;
     try {
-        read(source, project, nullptr);
+        read(source, project, &reading);
     } catch (const Overflow&) {
     }
 }
