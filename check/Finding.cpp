@@ -37,7 +37,8 @@ const Finding* sameFinding(const Findings& findings, const Finding& earlier) {
 std::map<Item, FindingCounts> countsByItem(const Findings& findings) {
     std::map<Item, FindingCounts> counts;
     for (const Finding& finding : findings.list)
-        counts[finding.place.item].add(finding.rule().severity, 1);
+        if (finding.place.file.empty())
+            counts[finding.place.item].add(finding.severity(), 1);
     return counts;
 }
 

@@ -17,7 +17,11 @@ struct Finding {
     Code code = Code::UnknownCommand;
     std::string text; ///< a sentence: what will happen on the display, and what to do
 
+    /// A warning even where its rule is an error, because nothing is lost or moved by it.
+    bool isMild = false;
+
     const Rule& rule() const { return ruleOf(code); }
+    Severity severity() const { return isMild ? Severity::Warning : rule().severity; }
     bool operator==(const Finding&) const = default;
 };
 
@@ -35,7 +39,7 @@ struct Findings {
 /// its sentence says other numbers; null when there is none.
 const Finding* sameFinding(const Findings& findings, const Finding& earlier);
 
-/// By item, as far as the findings are listed.
+/// By item, as far as the findings are listed; those about files are of none.
 std::map<Item, FindingCounts> countsByItem(const Findings& findings);
 
 } // namespace orvista

@@ -10,6 +10,158 @@ namespace orvista {
 namespace {
 
 constexpr std::array table = {
+    Rule{Code::NotAProject, "not-a-project", Severity::Error,
+         "No line of the project file is the header of a section",
+         "A project file has the sections [CONFIG], [MODBUS.ADR], [STDMSG.ILM], [ALTMSG.ILM] and "
+         "[ILMVAR.DEF]. This file has none of them, so nothing was read of it; what is shown comes from the "
+         "device files of its folder. Take the project from a copy.",
+         R"(project file:
+  CLEAR)",
+         R"(project file:
+  [CONFIG])"},
+    Rule{Code::ConflictMark, "conflict-mark", Severity::Error, "A version control left a conflict",
+         "The lines of seven <, = and > that a version control leaves stand around two versions of a text, "
+         "and both were read. Keep one of them, and delete these lines.",
+         R"(project file:
+  [CONFIG]
+  <<<<<<< HEAD
+  IP   192.168.1.103
+  =======
+  IP   192.168.1.104
+  >>>>>>> line4)",
+         R"(project file:
+  [CONFIG]
+  IP   192.168.1.103)"},
+    Rule{Code::NotText, "not-text", Severity::Error, "A line holds a NUL byte",
+         "Projects are text, and no text holds a NUL byte. Files that a disk or a transfer has damaged do, "
+         "and so does text in UTF-16. Take the file from a copy.",
+         R"(project file:
+  [CONFIG]
+  (a NUL byte))",
+         R"(project file:
+  [CONFIG])"},
+    Rule{
+        Code::CutOff, "cut-off", Severity::Error, "The file ends too early",
+        "The file ends inside a block, or before its last section is full, while all sections before it are: "
+        "part of it is gone. Take it from a copy, or have orvista mend take the section from a device file.",
+        R"(project file:
+  [STDMSG.ILM]
+  DEFMSG STDMSG1
+  CLEAR)",
+        R"(project file:
+  [STDMSG.ILM]
+  DEFMSG STDMSG1
+  CLEAR
+  ENDMSG
+  [ALTMSG.ILM])"},
+    Rule{Code::MissingSection, "missing-section", Severity::Error, "A section is not in the project file",
+         "In place of a section that is missing, the device file of that name in the project's folder was "
+         "read, which may be of another day. Look at what is shown; saving writes the section.",
+         R"(project file:
+  [CONFIG])",
+         R"(project file:
+  [MODBUS.ADR]
+  [STDMSG.ILM]
+  [ALTMSG.ILM]
+  [ILMVAR.DEF])"},
+    Rule{Code::DoubleSection, "double-section", Severity::Error,
+         "A section stands in the project file more than once",
+         "Only the last section of a name was read, those before it are lost. Leave one of them. [CONFIG] "
+         "may stand there more than once.",
+         R"(project file:
+  [ALTMSG.ILM]
+  [ALTMSG.ILM])",
+         R"(project file:
+  [ALTMSG.ILM])"},
+    Rule{Code::OpenBlock, "open-block", Severity::Error, "A block stored nothing",
+         "A message needs DEFMSG with a name, at least one line, and ENDMSG; a variable DEFVAR with a name, "
+         "the type float or bit, and ENDVAR. A block that lacks one of these was read and is lost. Complete "
+         "it or delete it.",
+         R"(project file:
+  [STDMSG.ILM]
+  DEFMSG STDMSG1
+  CLEAR
+  DEFMSG STDMSG2
+  CLEAR
+  ENDMSG)",
+         R"(project file:
+  [STDMSG.ILM]
+  DEFMSG STDMSG1
+  CLEAR
+  ENDMSG
+  DEFMSG STDMSG2
+  CLEAR
+  ENDMSG)"},
+    Rule{Code::DoubleItem, "double-item", Severity::Error, "A row was filled twice",
+         "An ENDMSG that follows another one stores the text before it once more, so that every later "
+         "message moves up a number. Two variables at one address fill one row, and the later one counts. "
+         "Delete what is too much.",
+         R"(project file:
+  [STDMSG.ILM]
+  DEFMSG STDMSG1
+  CLEAR
+  ENDMSG
+  ENDMSG)",
+         R"(project file:
+  [STDMSG.ILM]
+  DEFMSG STDMSG1
+  CLEAR
+  ENDMSG)"},
+    Rule{Code::MovedItem, "moved-item", Severity::Error, "A block fills the row of another number",
+         "Messages get their numbers by their order in the file, and variables by their addresses; names "
+         "such as STDMSG2 are not looked at. Put the blocks into the order of their names, or correct the "
+         "address. For a variable this is a warning.",
+         R"(project file:
+  [STDMSG.ILM]
+  DEFMSG STDMSG2
+  CLEAR
+  ENDMSG)",
+         R"(project file:
+  [STDMSG.ILM]
+  DEFMSG STDMSG1
+  CLEAR
+  ENDMSG)"},
+    Rule{Code::ExtraItems, "extra-items", Severity::Error, "There are more blocks than rows",
+         "There are 40 regular and 20 emergency messages, 64 float and 32 Boolean variables. What stands "
+         "beyond them, or at an address where no variable lies, was not read, and saving leaves it out.",
+         R"(project file:
+  [ILMVAR.DEF]
+  DEFVAR level
+  type float
+  address 228
+  ENDVAR)",
+         R"(project file:
+  [ILMVAR.DEF]
+  DEFVAR level
+  type float
+  address 226
+  ENDVAR)"},
+    Rule{Code::MissingItems, "missing-items", Severity::Warning, "Rows that no block filled",
+         "Messages without a block are CLEAR, variables have their defaults. It is also found where the line "
+         "with the display's IP or one of the addresses is missing, or no number stands there.",
+         R"(project file:
+  [CONFIG]
+  SerialPort   COM1)",
+         R"(project file:
+  [CONFIG]
+  IP   192.168.1.103)"},
+    Rule{Code::StrayLine, "stray-line", Severity::Warning, "A line that nothing came of",
+         "The line stands outside of the blocks, or holds no key that is known there, and was passed over. "
+         "Saving leaves it out. Delete it, or correct what it was to be.",
+         R"(project file:
+  [MODBUS.ADR]
+  AnalogInput    100
+  RegularMessage 320)",
+         R"(project file:
+  [MODBUS.ADR]
+  AnalogInput    100)"},
+    Rule{Code::Utf8Mark, "utf8-mark", Severity::Warning, "The file begins with a mark of UTF-8",
+         "An editor that saves such a mark often saves letters beyond ASCII as two bytes, and the display "
+         "shows two characters. Save the file as Windows-1252, without a mark.",
+         R"(project file:
+  (a mark)[CONFIG])",
+         R"(project file:
+  [CONFIG])"},
     Rule{Code::UnknownCommand, "unknown-command", Severity::Error,
          "A line begins with no command of the display",
          "The display skips a line whose first word is none of its commands: CLEAR, TEXT, TEXTS, IMG, "

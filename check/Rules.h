@@ -26,12 +26,27 @@
 ///       AnalogInput 65500
 ///     project file:             the lines of the .orx; likewise the name of a device file, "stdmsg.ilm"
 ///       [STDMSG.ILM]
+///       (a NUL byte)                 a line of one
+///       (a mark)[CONFIG]             the byte-order mark of UTF-8 in front
 ///
 /// All else is as in a new project. Its folder holds pump16x16.bmp and plan200x16.bmp, which are black
 /// pictures of that size, and compressed.bmp.
 namespace orvista {
 
 enum class Code : std::uint8_t {
+    NotAProject,
+    ConflictMark,
+    NotText,
+    CutOff,
+    MissingSection,
+    DoubleSection,
+    OpenBlock,
+    DoubleItem,
+    MovedItem,
+    ExtraItems,
+    MissingItems,
+    StrayLine,
+    Utf8Mark,
     UnknownCommand,
     BadArgument,
     VariableRange,

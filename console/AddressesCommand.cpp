@@ -22,6 +22,7 @@ struct AddressesOptions {
     std::string separator = ",";
     bool usedOnly = false;
     bool json = false;
+    bool notWhole = false;
 };
 
 enum class Format { Csv, Html, Json };
@@ -74,7 +75,7 @@ std::string addressJson(const std::vector<AddressRow>& rows) {
 ExitStatus listAddresses(const AddressesOptions& options) {
     const Format format = formatOf(options);
     const char separator = separatorOf(options);
-    const Project project = readProject(options.project);
+    const Project project = readWholeProject(options.project, options.notWhole);
     const auto rows = addressList(project, options.usedOnly ? AddressRows::UsedOnly : AddressRows::All);
     std::string text;
     switch (format) {
@@ -110,6 +111,7 @@ void addAddresses(CLI::App& program, Run& run) {
         ->add_option("--separator", options->separator, "Between the cells of CSV: \",\", \";\" or \"tab\"")
         ->type_name("CHARACTER");
     command->add_flag("--json", options->json, "JSON instead of CSV");
+    addNotWhole(*command, options->notWhole);
     command->footer(
         "Examples:\n"
         "  orvista addresses PUMPSTATION.orx\n"

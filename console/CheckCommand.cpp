@@ -1,5 +1,7 @@
 #include "console/Commands.h"
 
+#include "check/FileFindings.h"
+#include "check/FindingList.h"
 #include "check/ProjectCheck.h"
 #include "console/FindingText.h"
 #include "console/JsonText.h"
@@ -39,19 +41,21 @@ struct Report {
 
 Json findingObject(const std::string& project, const Finding& finding) {
     return {{"project", project},
-            {"item", nameOf(finding.place.item)},
+            {"item", nameOf(finding.place)},
             {"line", finding.place.line},
             {"column", finding.place.column},
-            {"severity", severityName(finding.rule().severity)},
+            {"severity", severityName(finding.severity())},
             {"code", finding.rule().name},
             {"text", finding.text}};
 }
 
 void checkOne(const std::string& path, const CheckOptions& options, Report& report) {
-    const Project project = readProject(path);
+    FileRemarks remarks;
+    const Project project = readProject(path, &remarks);
     const FolderBitmaps bitmaps(project.ProjPath);
-    const Findings findings =
-        checkProject(project, bitmaps, options.columns, options.notes ? Notes::Included : Notes::LeftOut);
+    Findings findings = fileFindings(remarks);
+    append(findings,
+           checkProject(project, bitmaps, options.columns, options.notes ? Notes::Included : Notes::LeftOut));
     for (const Finding& finding : findings.list) {
         if (options.json)
             report.list.push_back(findingObject(path, finding));

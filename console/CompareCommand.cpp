@@ -34,15 +34,16 @@ struct CompareOptions {
     std::string before;
     std::string after;
     bool json = false;
+    bool notWhole = false;
 };
 
 /// What a project or a display holds.
 class Side {
 public:
     /// \throws CommandFailure
-    explicit Side(const std::string& argument) {
+    Side(const std::string& argument, bool notWhole) {
         if (endsWithIgnoringCase(argument, DocMgrModule::projectExtension)) {
-            project_ = readProject(argument);
+            project_ = readWholeProject(argument, notWhole);
         } else {
             const DisplayAddress display = transferAddress(argument);
             fetched_.emplace();
@@ -175,8 +176,8 @@ void printJson(const CompareOptions& options, const ProjectDifferences& differen
 /// \throws CommandFailure
 ProjectDifferences differencesOf(const CompareOptions& options) {
     try {
-        const Side before(options.before);
-        const Side after(options.after);
+        const Side before(options.before, options.notWhole);
+        const Side after(options.after, options.notWhole);
         return compareProjects(before.compared(), after.compared());
     } catch (const std::system_error& failure) { // of bitmaps, and of the folder for what is fetched
         throw CommandFailure(ExitStatus::Unusable, failure.what());
@@ -202,6 +203,7 @@ void addCompare(CLI::App& program, Run& run) {
         ->required();
     command->add_option("B", options->after, "What it is compared with, a project or a display")->required();
     command->add_flag("--json", options->json, "JSON instead of text");
+    addNotWhole(*command, options->notWhole);
     command->footer(
         "Examples:\n"
         "  orvista compare PUMPSTATION.orx 192.168.1.103\n"

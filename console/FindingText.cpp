@@ -5,11 +5,13 @@
 namespace orvista::console {
 
 std::string findingText(const std::string& project, const Finding& finding) {
-    std::string text = project + ":" + nameOf(finding.place.item);
+    std::string text = project + ":" + nameOf(finding.place);
     if (finding.place.line > 0)
-        text += ":" + decimalText(finding.place.line) + ":" + decimalText(finding.place.column);
+        text += ":" + decimalText(finding.place.line);
+    if (finding.place.column > 0)
+        text += ":" + decimalText(finding.place.column);
     return text.append(": ")
-        .append(severityName(finding.rule().severity))
+        .append(severityName(finding.severity()))
         .append(": ")
         .append(finding.text)
         .append(" [")

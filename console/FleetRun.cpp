@@ -44,6 +44,10 @@ void FleetRun::begin() {
     Turn turn;
     turn.task = next_++;
     turn.began = Clock::now();
+    if (const std::string& refusal = tasks_[turn.task].refusal; !refusal.empty()) {
+        finish(turn, {FleetOutcome::Refused, refusal, 0});
+        return;
+    }
     try {
         processes_.push_back(std::make_unique<ChildProcess>(tasks_[turn.task].arguments, environment_));
         turns_.push_back(std::move(turn));

@@ -22,6 +22,7 @@ struct FleetTask {
     std::vector<std::string> arguments; ///< of the worker, from its command on
     /// What is left to do here when the process is well done; may fail it. Empty for nothing.
     std::function<TransferEnd(TransferEnd)> complete = {};
+    std::string refusal = {}; ///< why nothing is done for this display; empty where something is
 };
 
 /// Works on many displays, each in a process of its own, a few at once. One that is dead, slow or refuses

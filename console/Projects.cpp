@@ -1,6 +1,6 @@
 #include "console/Projects.h"
 
-#include "console/CommandFailure.h"
+#include "check/FileFindings.h"
 #include "console/FirstError.h"
 #include "model/ProjectFile.h"
 #include "model/Text.h"
@@ -18,14 +18,32 @@ std::string aboutProject(const std::string& text, const std::string& path) {
 
 } // namespace
 
-Project readProject(const std::string& path) {
+void expectProject(const std::string& path) {
+    if (!endsWithIgnoringCase(path, DocMgrModule::projectExtension))
+        throw CommandFailure(ExitStatus::Unusable, path + " is not a project (.orx)");
+}
+
+Project readProject(const std::string& path, FileRemarks* remarks) {
+    expectProject(path);
     const PathRules paths = PathRules::native();
     FirstError error;
     Project project;
-    const bool isRead = DocMgrModule::readProjectWithoutWriting(path, project, {paths, error});
+    const bool isRead = DocMgrModule::readProjectWithoutWriting(path, project, {paths, error}, remarks);
     if (!isRead || error.any())
         throw CommandFailure(ExitStatus::Unusable, aboutProject(error.text(), path));
     return project;
+}
+
+Project readWholeProject(const std::string& path, bool goesOn) {
+    FileRemarks remarks;
+    Project project = readProject(path, &remarks);
+    if (!goesOn && isToRefuse(remarks))
+        throw NotWholeFailure(path + " is not whole: " + gravestText(remarks));
+    return project;
+}
+
+void addNotWhole(CLI::App& command, bool& goesOn) {
+    command.add_flag("--not-whole", goesOn, "Go on with a project of which something is lost or moved");
 }
 
 void saveProject(const std::string& path, const Project& project) {

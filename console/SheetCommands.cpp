@@ -22,6 +22,7 @@ struct ExportOptions {
     std::string project;
     std::string output;
     bool pages = false;
+    bool notWhole = false;
 };
 
 struct ImportOptions {
@@ -29,6 +30,7 @@ struct ImportOptions {
     std::string sheet;
     std::string output;
     bool dryRun = false;
+    bool notWhole = false;
 };
 
 using Import = SheetImport (*)(std::string_view, const Project&);
@@ -51,7 +53,7 @@ void deliver(const std::string& output, const std::string& csv) {
 }
 
 ExitStatus exportMessages(const ExportOptions& options) {
-    const Project project = readProject(options.project);
+    const Project project = readWholeProject(options.project, options.notWhole);
     const MessageSheet sheet =
         messageSheet(project, options.pages ? MessageSheetForm::Pages : MessageSheetForm::Scripts);
     deliver(options.output, sheet.csv);
@@ -61,7 +63,7 @@ ExitStatus exportMessages(const ExportOptions& options) {
 }
 
 ExitStatus exportVariables(const ExportOptions& options) {
-    deliver(options.output, variableSheet(readProject(options.project)));
+    deliver(options.output, variableSheet(readWholeProject(options.project, options.notWhole)));
     return ExitStatus::Well;
 }
 
@@ -99,7 +101,7 @@ void expectProjectFirst(const ImportOptions& options) {
 ExitStatus importSheet(const ImportOptions& options, Import import) {
     expectProjectFirst(options);
     const std::string target = options.output.empty() ? options.project : writtenProjectName(options.output);
-    Project project = readProject(options.project);
+    Project project = readWholeProject(options.project, options.notWhole);
     const SheetImport result = import(sheetBytes(options.sheet), project);
     if (!result.errors.none()) {
         reportErrors(options.sheet, result.errors);
@@ -123,6 +125,7 @@ void addExport(CLI::App& group, Run& run, const std::shared_ptr<ExportOptions>& 
     command->add_option("PROJECT", options->project, "A project file, .orx")->required();
     command->add_option("-o,--output", options->output, "The file to write; without it, standard output")
         ->type_name("FILE.csv");
+    addNotWhole(*command, options->notWhole);
     command->footer(footer + spreadsheetHint);
     command->callback([options, work, &run] { run = [options, work] { return work(*options); }; });
     if (work == exportMessages)
@@ -138,6 +141,7 @@ void addImport(CLI::App& group, Run& run, Import import, const std::string& foot
     command->add_option("-o,--output", options->output, "Save as this project instead; .orx may be left out")
         ->type_name("OTHER.orx");
     command->add_flag("--dry-run", options->dryRun, "Show old and new, and change nothing");
+    addNotWhole(*command, options->notWhole);
     command->footer(footer + spreadsheetHint);
     command->callback(
         [options, import, &run] { run = [options, import] { return importSheet(*options, import); }; });

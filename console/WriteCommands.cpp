@@ -20,12 +20,14 @@ struct SwitchOptions {
     std::vector<std::string> on;
     std::vector<std::string> off;
     bool only = false;
+    bool notWhole = false;
 };
 
 struct WriteOptions {
     std::string display;
     std::string project;
     std::vector<std::string> assignments;
+    bool notWhole = false;
 };
 
 /// Sends what `writes` gives, unless that says that it cannot be.
@@ -58,7 +60,7 @@ ExitStatus switchMessages(SwitchOptions options) {
     if (!options.only && options.on.empty() && options.off.empty())
         throw CommandFailure(ExitStatus::Unusable, "nothing to switch: name messages after --on or --off");
     const DisplayAddress display = modbusAddress(options.display);
-    const Project project = readProject(options.project);
+    const Project project = readWholeProject(options.project, options.notWhole);
     return send(display, [&] {
         std::vector<DisplayWrite> writes = switchWrites(project, options.on, options.off);
         return options.only ? onlyWrites(project, options.on) : writes;
@@ -69,7 +71,7 @@ ExitStatus writeValues(const WriteOptions& options) {
     const DisplayAddress display = modbusAddress(options.display);
     std::optional<Project> project;
     if (!options.project.empty())
-        project = readProject(options.project);
+        project = readWholeProject(options.project, options.notWhole);
     return send(display, [&] { return assignedWrites(options.assignments, project ? &*project : nullptr); });
 }
 
@@ -88,6 +90,7 @@ void addSwitch(CLI::App& program, Run& run) {
     addMessageList(*command, "--on", options->on, "Messages to switch on, blanks or commas between");
     addMessageList(*command, "--off", options->off, "Messages to switch off, the same");
     command->add_flag("--only", options->only, "Switch all others off");
+    addNotWhole(*command, options->notWhole);
     command->footer(
         "Examples:\n"
         "  orvista switch 192.168.1.103 --project PUMPSTATION.orx --on STDMSG3,ALTMSG1\n"
@@ -109,6 +112,7 @@ void addWrite(CLI::App& program, Run& run) {
                      "RegVar3=12.5, CoilVar2=on, 200=1.5 (a float from register 200 on) or 200=on (a coil)")
         ->required();
     addProjectOnDisplay(*command, options->project, "The project that is on the display, .orx; for names");
+    addNotWhole(*command, options->notWhole);
     command->footer(
         "Examples:\n"
         "  orvista write 192.168.1.103 --project PUMPSTATION.orx RegVar3=12.5 CoilVar2=on\n"

@@ -10,7 +10,7 @@ namespace orvista {
 
 namespace {
 
-constexpr std::array<std::string_view, 4> words{"done", "equal", "failed", "half"};
+constexpr std::array<std::string_view, 5> words{"done", "equal", "failed", "half", "refused"};
 
 /// With two decimals, the same in every locale.
 std::string secondsText(double seconds) {
@@ -73,6 +73,9 @@ void FleetTally::add(FleetOutcome outcome) {
     case FleetOutcome::Half:
         ++half;
         break;
+    case FleetOutcome::Refused:
+        ++refused;
+        break;
     }
 }
 
@@ -89,6 +92,7 @@ std::string FleetTally::text() const {
     append(equal, FleetOutcome::Equal);
     append(half, FleetOutcome::Half);
     append(failed, FleetOutcome::Failed);
+    append(refused, FleetOutcome::Refused);
     return text.empty() ? "nothing to do" : text;
 }
 

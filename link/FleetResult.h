@@ -18,10 +18,11 @@ enum class FleetOutcome {
     Done,
     Equal,  ///< the display has the project already; nothing was sent
     Failed, ///< the display is as it was, or holds what was sent and did not prove right
-    Half    ///< some files arrived, some did not
+    Half,   ///< some files arrived, some did not
+    Refused ///< nothing was begun, because the project is not fit to be sent
 };
 
-/// "done", "equal", "failed", "half".
+/// "done", "equal", "failed", "half", "refused".
 std::string_view outcomeWord(FleetOutcome outcome);
 /// Nothing for any other word.
 std::optional<FleetOutcome> outcomeOfWord(std::string_view word);
@@ -62,10 +63,11 @@ struct FleetTally {
     std::size_t equal = 0;
     std::size_t failed = 0;
     std::size_t half = 0;
+    std::size_t refused = 0;
 
     void add(FleetOutcome outcome);
-    std::size_t ended() const { return done + equal + failed + half; }
-    bool isWell() const { return failed + half == 0; }
+    std::size_t ended() const { return done + equal + failed + half + refused; }
+    bool isWell() const { return failed + half + refused == 0; }
     /// "3 done, 1 equal, 2 failed"; what there is none of is left out.
     std::string text() const;
 };

@@ -90,8 +90,10 @@ bool ProjectTransfer::fetch(const DeviceConnection& connection, const std::strin
 
 void ProjectTransfer::openDownloadedProject(const ChosenProject& target) {
     lifecycle_.InitProject();
-    ConfigModule::readDeviceFiles(target.ProjPath, project_, lifecycle_.fileContext(), "Modbus.adr");
-    lifecycle_.adoptDownloadedProject(target);
+    FileRemarks remarks;
+    ConfigModule::readDeviceFiles(target.ProjPath, project_, lifecycle_.fileContext(), "Modbus.adr",
+                                  &remarks);
+    lifecycle_.adoptDownloadedProject(target, std::move(remarks));
 }
 
 } // namespace orvista::DocTsfModule

@@ -1,5 +1,6 @@
 #include "mainwindow/ComparisonCommands.h"
 
+#include "check/FileFindings.h"
 #include "link/TransferCommands.h"
 #include "link/TransferredFiles.h"
 #include "mainwindow/PanelDock.h"
@@ -42,10 +43,12 @@ std::optional<Project> fetchedProject(const std::string& folder, const DocMgrMod
     return messages.any() ? std::nullopt : std::optional(project);
 }
 
-std::optional<Project> otherProject(const std::string& path, const DocMgrModule::FileContext& context) {
+std::optional<Project> otherProject(const std::string& path, const DocMgrModule::FileContext& context,
+                                    FileRemarks& remarks) {
     HeardMessages messages(context.messages);
     Project project;
-    const bool isRead = DocMgrModule::readProjectWithoutWriting(path, project, {context.paths, messages});
+    const bool isRead =
+        DocMgrModule::readProjectWithoutWriting(path, project, {context.paths, messages}, &remarks);
     return isRead && !messages.any() ? std::optional(project) : std::nullopt;
 }
 
@@ -113,9 +116,16 @@ void ComparisonCommands::miToolsCompareProject_Click() {
     withFiles(context.messages, [&] {
         const std::string path =
             DocMgrModule::projectFilePath(context.paths, chosen->ProjPath, chosen->ProjName);
-        auto theirs = otherProject(path, context);
+        FileRemarks remarks;
+        auto theirs = otherProject(path, context, remarks);
         if (!theirs)
             return;
+        if (isToRefuse(remarks)) {
+            dock_.showNotice(tr("%1.orx is not whole: %2")
+                                 .arg(QString::fromStdString(chosen->ProjName),
+                                      QString::fromStdString(gravestText(remarks))));
+            return;
+        }
         openPanel().compareWith({QString::fromStdString(path), std::move(*theirs),
                                  compareFiles(bitmapsIn(project().ProjPath), bitmapsIn(chosen->ProjPath))});
         theirFolder_ = chosen->ProjPath;

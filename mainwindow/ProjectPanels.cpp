@@ -24,8 +24,8 @@ std::vector<PanelDock::Panel> ProjectPanels::rows() {
     return {
         {&FindingsPanel::staticMetaObject, tr("Findings"),
          [this] {
-             return followingColumns(
-                 new FindingsPanel(project_, check_, around_.preview.columns(), notAppliedItems()));
+             return followingColumns(new FindingsPanel(project_, around_.fileRemarks, check_,
+                                                       around_.preview.columns(), notAppliedItems()));
          }},
         {&MessagesPanel::staticMetaObject,
          tr("Messages"),

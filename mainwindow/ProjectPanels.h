@@ -3,6 +3,7 @@
 #include "check/FolderCheck.h"
 #include "items/MessageDigest.h"
 #include "mainwindow/PanelDock.h"
+#include "model/FileRemarks.h"
 
 #include <cstdint>
 #include <vector>
@@ -19,7 +20,8 @@ class ProjectPanels final : public QObject {
     Q_OBJECT
 public:
     struct Surroundings {
-        DisplayPreview& preview; ///< whose columns and clock the panels go by
+        const FileRemarks& fileRemarks; ///< of the files that the project was read from
+        DisplayPreview& preview;        ///< whose columns and clock the panels go by
         TcpTesterPage& tester;
         std::uint16_t modbusPort; ///< where the display speaks Modbus
     };

@@ -11,6 +11,7 @@
 #include "mainwindow/MessageListPage.h"
 #include "mainwindow/ModbusSettingPage.h"
 #include "mainwindow/Navigator.h"
+#include "mainwindow/NotWholeNotice.h"
 #include "mainwindow/PanelDock.h"
 #include "mainwindow/ProjectChanges.h"
 #include "mainwindow/ProjectCommands.h"
@@ -174,6 +175,7 @@ MenuRow frmMain::helpMenu() {
 void frmMain::buildCommands() {
     buildDock();
     buildRecovery();
+    notWhole_ = new NotWholeNotice(lifecycle_, *dock_, seams_.recovery.folder, this);
     tryOut_ = new TryOut(lifecycle_, *navigator_, *dock_,
                          seams_.tryOut.value_or(TryOutSettings::usual(lifecycle_.environment(), this)), this);
     auto* const tools = new ProjectCommands(
@@ -208,8 +210,9 @@ void frmMain::buildDock() {
          {Kind::Boolean, "miVarLst", variablePage_},
          {Kind::AddressMap, "miOptionModbusSetting", modbusPage_}},
         [this](const QString& text) { dock_->showNotice(text); }, this);
-    new ProjectPanels(project_, {messagePage_->preview(), *testerPage_, seams_.modbusPort}, *navigator_,
-                      *dock_);
+    new ProjectPanels(project_,
+                      {lifecycle_.fileRemarks(), messagePage_->preview(), *testerPage_, seams_.modbusPort},
+                      *navigator_, *dock_);
 }
 
 void frmMain::buildRecovery() {
@@ -334,6 +337,7 @@ void frmMain::follow(ProjectTransition transition) {
         forgetProject();
     recovery_->keeper().follow(transition);
     reload_->follow(transition);
+    notWhole_->follow(transition);
     messagePage_->followProject();
     dock_->followProject();
 }
@@ -345,6 +349,10 @@ void frmMain::forgetProject() {
 
 void frmMain::showProjectName(const std::string& name) {
     systemPage_->showProjectName(name);
+}
+
+void frmMain::beforeReplacing(const std::string& folder, const FileRemarks& remarks) {
+    notWhole_->beforeReplacing(folder, remarks);
 }
 
 bool frmMain::hasUnappliedEdits() const {

@@ -28,6 +28,7 @@ class MessageListPage;
 class ModbusSettingPage;
 class ProjectChanges;
 class Navigator;
+class NotWholeNotice;
 class PanelDock;
 class ProjectCommands;
 class Recovery;
@@ -78,6 +79,7 @@ public:
     void showCaption(const std::string& caption) override;
     void follow(ProjectTransition transition) override;
     void showProjectName(const std::string& name) override;
+    void beforeReplacing(const std::string& folder, const FileRemarks& remarks) override;
 
 protected:
     bool event(QEvent* event) override;
@@ -139,6 +141,7 @@ private:
     Navigator* navigator_ = nullptr;
     Recovery* recovery_ = nullptr;
     ReloadOffer* reload_ = nullptr;
+    NotWholeNotice* notWhole_ = nullptr;
     BitmapOffer* bitmaps_ = nullptr;
     TryOut* tryOut_ = nullptr;
     ItemTree* trvSystem;

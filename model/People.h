@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/CommandEnabling.h"
+#include "model/FileRemarks.h"
 
 #include <optional>
 #include <string>
@@ -54,6 +55,8 @@ public:
     virtual void follow(ProjectTransition transition) = 0;
     /// Rewrites the project name on the System page and nothing else, so that unapplied edits stay.
     virtual void showProjectName(const std::string& name) = 0;
+    /// Opening a project file in which this was met is about to replace the device files of that folder.
+    virtual void beforeReplacing(const std::string& folder, const FileRemarks& remarks) = 0;
 };
 
 /// What a page needs of the project's life.

@@ -2,6 +2,8 @@
 
 #include "model/Text.h"
 
+#include <utility>
+
 namespace orvista::DocMgrModule {
 
 ProjectLifecycle::ProjectLifecycle(Project& project, ConfigModule::History& history,
@@ -20,6 +22,7 @@ void ProjectLifecycle::InitProject() {
     project_.ClearMessages();
     project_.modified = false;
     project_.resetSystemSettings();
+    fileRemarks_ = {};
     window_.RefreshViews();
     // Rewriting the address box on the way has marked the project, as an edit would.
     project_.modified = false;
@@ -70,8 +73,10 @@ bool ProjectLifecycle::leaveProjectToOpen() {
 
 SaveOutcome ProjectLifecycle::SaveCommand() {
     const SaveOutcome outcome = SaveProject(project_.ProjPath, project_.ProjName, project_, fileContext());
-    if (outcome != SaveOutcome::ProjectFileFailed)
+    if (outcome != SaveOutcome::ProjectFileFailed) {
+        fileRemarks_ = {};
         SetModified(false);
+    }
     return outcome;
 }
 
@@ -85,6 +90,7 @@ void ProjectLifecycle::SaveAsCommand() {
         return;
     project_.ProjPath = parts->folder;
     project_.ProjName = name;
+    fileRemarks_ = {};
     window_.showProjectName(name);
     SetModified(false);
     window_.follow(ProjectTransition::Opened);
@@ -114,8 +120,14 @@ void ProjectLifecycle::openProjectFile(const std::string& path) {
 }
 
 void ProjectLifecycle::openProject(const std::string& path, const ChosenProject& chosen) {
-    if (!ReadProject(path, project_, fileContext()))
+    FileRemarks met;
+    const auto beforeReplacing = [&](const std::string& folder, const FileRemarks& remarks) {
+        met = remarks;
+        window_.beforeReplacing(folder, remarks);
+    };
+    if (!ReadProject(path, project_, fileContext(), beforeReplacing))
         return;
+    fileRemarks_ = std::move(met);
     setIdentity(chosen);
     window_.RefreshViews();
     SetModified(false);
@@ -136,7 +148,8 @@ bool ProjectLifecycle::saveModifiedProject(const std::string& question) {
     return !save || SaveCommand() != SaveOutcome::ProjectFileFailed;
 }
 
-void ProjectLifecycle::adoptDownloadedProject(const ChosenProject& target) {
+void ProjectLifecycle::adoptDownloadedProject(const ChosenProject& target, FileRemarks remarks) {
+    fileRemarks_ = std::move(remarks);
     adoptUnsaved(target);
     window_.follow(ProjectTransition::ProjectCommands);
 }

@@ -51,11 +51,14 @@ public:
     bool saveModifiedProject(const std::string& question);
 
     /// After a download: unlike a new project, it cannot be uploaded before it is saved.
-    void adoptDownloadedProject(const ChosenProject& target);
+    /// \param remarks what was met in its files
+    void adoptDownloadedProject(const ChosenProject& target, FileRemarks remarks = {});
 
     FileContext fileContext() const { return {environment_.paths, messages_}; }
     const ProgramEnvironment& environment() const { return environment_; }
     const Project& project() const { return project_; }
+    /// What was met in the files that the project was read from; nothing once it is saved.
+    const FileRemarks& fileRemarks() const { return fileRemarks_; }
 
 private:
     /// False when the project could not be saved and stays.
@@ -71,6 +74,7 @@ private:
     Messages& messages_;
     ProjectChooser& chooser_;
     ProjectWindow& window_;
+    FileRemarks fileRemarks_;
 };
 
 } // namespace orvista::DocMgrModule

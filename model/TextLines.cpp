@@ -32,6 +32,8 @@ void TextLines::seeConflict(std::string_view line, std::size_t number, std::stri
     } else if (conflict_ == Conflict::Parted && isMark(line, conflictEnd)) {
         conflict_ = Conflict::None;
         remarks_.add({FileRemarkKind::ConflictMark, {}, conflictSection_, conflictLine_});
+        if (section != conflictSection_)
+            remarks_.add({FileRemarkKind::ConflictMark, {}, section, number});
     }
 }
 

@@ -1,5 +1,7 @@
 #include "check/forms/FindingsPanel.h"
 
+#include "check/FileFindings.h"
+#include "check/FindingList.h"
 #include "model/Place.h"
 #include "widgets/FormParts.h"
 #include "widgets/NotAppliedMark.h"
@@ -21,11 +23,18 @@ QString explanationOf(const Rule& rule) {
            QString::fromUtf8(rule.explanation).toHtmlEscaped() + "</p>";
 }
 
+/// A file is never shown with an edit that is not applied.
+QString textOf(const Finding& finding, const std::vector<Item>& notApplied) {
+    const QString text = QString::fromUtf8(finding.text);
+    return finding.place.file.empty() ? text + notAppliedMark(notApplied, finding.place.item) : text;
+}
+
 } // namespace
 
-FindingsPanel::FindingsPanel(const Project& project, FolderCheck& check, int columns,
-                             std::function<std::vector<Item>()> notAppliedItems)
+FindingsPanel::FindingsPanel(const Project& project, const FileRemarks& fileRemarks, FolderCheck& check,
+                             int columns, std::function<std::vector<Item>()> notAppliedItems)
     : project_(project),
+      fileRemarks_(fileRemarks),
       check_(check),
       notAppliedItems_(std::move(notAppliedItems)),
       columns_(columns),
@@ -76,7 +85,8 @@ void FindingsPanel::check() {
     findings_ = {};
     if (isEnabled()) {
         const Notes notes = chkFindingsNotes->isChecked() ? Notes::Included : Notes::LeftOut;
-        findings_ = check_.check(project_, columns_, notes);
+        findings_ = fileFindings(fileRemarks_);
+        append(findings_, check_.check(project_, columns_, notes));
     }
     markNotApplied();
     select(selected);
@@ -110,14 +120,15 @@ void FindingsPanel::markNotApplied() {
     std::vector<TableRow> rows;
     for (const Finding& finding : findings_.list) {
         const Rule& rule = finding.rule();
-        rows.push_back({{QString::fromUtf8(severityName(rule.severity)), static_cast<int>(rule.severity)},
-                        // The check names the items in their order.
-                        {QString::fromStdString(nameOf(finding.place.item)), static_cast<int>(rows.size())},
-                        {finding.place.line == 0 ? QString() : QString::number(finding.place.line),
-                         static_cast<qulonglong>(finding.place.line)},
-                        {.text = QString::fromUtf8(rule.name),
-                         .toolTip = explanations_[static_cast<std::size_t>(rule.code)]},
-                        {QString::fromUtf8(finding.text) + notAppliedMark(notApplied, finding.place.item)}});
+        rows.push_back(
+            {{QString::fromUtf8(severityName(finding.severity())), static_cast<int>(finding.severity())},
+             // The check names the items in their order.
+             {QString::fromStdString(nameOf(finding.place)), static_cast<int>(rows.size())},
+             {finding.place.line == 0 ? QString() : QString::number(finding.place.line),
+              static_cast<qulonglong>(finding.place.line)},
+             {.text = QString::fromUtf8(rule.name),
+              .toolTip = explanations_[static_cast<std::size_t>(rule.code)]},
+             {textOf(finding, notApplied)}});
     }
     tblFindings->setRows(std::move(rows));
 }
@@ -132,7 +143,8 @@ void FindingsPanel::showSummary() {
 
 void FindingsPanel::leadToFinding(int row) {
     const Place& place = findings_.list.at(static_cast<std::size_t>(row)).place;
-    emit placeChosen({place.item, place.line});
+    if (place.file.empty()) // a file has no page
+        emit placeChosen({place.item, place.line});
 }
 
 } // namespace orvista

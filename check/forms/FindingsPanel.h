@@ -1,6 +1,7 @@
 #pragma once
 
 #include "check/FolderCheck.h"
+#include "model/FileRemarks.h"
 #include "widgets/ProjectPanel.h"
 
 #include <functional>
@@ -23,8 +24,9 @@ class FindingsPanel final : public ProjectPanel {
 public:
     /// \param check may be shared with others
     /// \param columns of the display, 1 to PanelSize::maximumColumns
+    /// \param fileRemarks what was met in the files that the project was read from
     /// \param notAppliedItems the items that are shown with an edit that is not applied
-    FindingsPanel(const Project& project, FolderCheck& check, int columns,
+    FindingsPanel(const Project& project, const FileRemarks& fileRemarks, FolderCheck& check, int columns,
                   std::function<std::vector<Item>()> notAppliedItems);
 
     /// Checks again for a display of another width, in the range above.
@@ -44,6 +46,7 @@ private:
     void leadToFinding(int row);
 
     const Project& project_;
+    const FileRemarks& fileRemarks_;
     FolderCheck& check_;
     std::function<std::vector<Item>()> notAppliedItems_;
     int columns_;

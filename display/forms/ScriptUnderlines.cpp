@@ -35,8 +35,7 @@ QTextEdit::ExtraSelection selectionOf(const Finding& finding, std::pair<int, int
     selection.cursor.setPosition(range.first);
     selection.cursor.setPosition(range.second, QTextCursor::KeepAnchor);
     selection.format.setUnderlineStyle(QTextCharFormat::WaveUnderline);
-    selection.format.setUnderlineColor(finding.rule().severity == Severity::Error ? errorColour
-                                                                                  : warningColour);
+    selection.format.setUnderlineColor(finding.severity() == Severity::Error ? errorColour : warningColour);
     selection.format.setToolTip(QString::fromStdString(finding.text));
     return selection;
 }

@@ -15,7 +15,8 @@ QString tr(const char* text) {
 }
 
 bool isFailure(FleetOutcome outcome) {
-    return outcome == FleetOutcome::Failed || outcome == FleetOutcome::Half;
+    return outcome == FleetOutcome::Failed || outcome == FleetOutcome::Half ||
+           outcome == FleetOutcome::Refused;
 }
 
 QString stateText(const std::optional<FleetProcess::State>& state, bool isBegun) {

@@ -1,11 +1,14 @@
 #pragma once
 
+#include "model/Lines.h"
+#include "model/Place.h"
 #include "model/Project.h"
 #include "tests/check/ScriptFindings.h"
 #include "tests/support/StoredBitmaps.h"
 
 #include <charconv>
 #include <map>
+#include <optional>
 #include <sstream>
 #include <stdexcept>
 #include <string>
@@ -32,6 +35,10 @@ inline std::map<std::string, std::string> placesOf(std::string_view example) {
             content.erase(0, static_cast<std::size_t>(end - content.data()) + 3);
         if (content == "(a blank)")
             content = " ";
+        if (content == "(a NUL byte)")
+            content.assign(1, '\0');
+        if (constexpr std::string_view mark = "(a mark)"; content.starts_with(mark))
+            content.replace(0, mark.size(), utf8ByteOrderMark);
         for (; place != nullptr && times > 0; --times)
             place->append(place->empty() ? "" : "\r\n").append(content);
     }
@@ -47,11 +54,16 @@ public:
         std::string compressed = pictureBytes(16, 16);
         compressed[30] = 1; // how it is compressed
         bitmaps.store("compressed.bmp", compressed);
-        for (const auto& [place, content] : placesOf(example))
-            take(place, content);
+        for (const auto& [place, content] : placesOf(example)) {
+            if (place == projectFileName)
+                projectFile = content;
+            else
+                take(place, content);
+        }
     }
 
     Project project;
+    std::optional<std::string> projectFile; ///< its bytes, where the example is about them
     StoredBitmaps bitmaps;
 
 private:

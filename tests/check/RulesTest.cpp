@@ -1,7 +1,12 @@
 #include "check/Rules.h"
 
+#include "check/FileFindings.h"
+#include "model/ProjectFile.h"
 #include "tests/check/ExampleProject.h"
+#include "tests/support/ScriptedPeople.h"
+#include "tests/support/TemporaryFolder.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -13,17 +18,49 @@ namespace {
 
 using Found = std::vector<std::string>;
 
+/// Findings of a project file, in whose folder lie the device files of a new project.
+Findings foundInFile(const std::string& bytes) {
+    const testing::TemporaryFolder folder;
+    const PathRules paths = PathRules::native();
+    testing::ScriptedMessages messages;
+    const DocMgrModule::FileContext context{paths, messages};
+    DocMgrModule::SaveProject(folder.path(), "P", {}, context);
+    testing::writeBytes(folder.file("P.orx"), bytes);
+    FileRemarks remarks;
+    Project project;
+    DocMgrModule::readProjectWithoutWriting(folder.file("P.orx"), project, context, &remarks);
+    return fileFindings(remarks);
+}
+
 /// Names of the codes that are found in an example.
 Found foundIn(std::string_view example, Notes notes) {
     const ExampleProject made(example);
     Found names;
-    for (const Finding& finding : checkProject(made.project, made.bitmaps, 128, notes).list)
+    const Findings findings = made.projectFile ? foundInFile(*made.projectFile)
+                                               : checkProject(made.project, made.bitmaps, 128, notes);
+    for (const Finding& finding : findings.list)
         names.emplace_back(finding.rule().name);
     return names;
 }
 
+bool isAboutAFile(const Rule& rule) {
+    return rule.example.starts_with(projectFileName);
+}
+
+/// Such examples are parts of a file, so that other rules are found, too.
+TEST(Rules, OfFilesAreFoundInTheirExampleAndNotBesideIt) {
+    for (const Rule& rule : rules()) {
+        if (!isAboutAFile(rule))
+            continue;
+        EXPECT_THAT(foundIn(rule.example, Notes::LeftOut), ::testing::Contains(rule.name));
+        EXPECT_THAT(foundIn(rule.clean, Notes::LeftOut), ::testing::Not(::testing::Contains(rule.name)));
+    }
+}
+
 TEST(Rules, AreFoundInTheirExampleAndNotBesideIt) {
     for (const Rule& rule : rules()) {
+        if (isAboutAFile(rule))
+            continue;
         const Notes notes = rule.severity == Severity::Note ? Notes::Included : Notes::LeftOut;
         EXPECT_EQ(foundIn(rule.example, notes), Found{std::string(rule.name)});
         EXPECT_EQ(foundIn(rule.clean, notes), Found{}) << rule.name;

@@ -155,7 +155,7 @@ class Usage(ProgramTest):
         start, end = text.index(b"[MODBUS.ADR]"), text.index(b"[STDMSG.ILM]")
         (self.folder / PROJECT).write_bytes(text[:start] + text[end:])
         (self.folder / "modbus.adr").write_bytes(b"AnalogInput    1000\r\n")
-        self.assertEqual(table(self.expect(0, "addresses", PROJECT))[0]["address"], "1000")
+        self.assertEqual(table(self.expect(0, "addresses", PROJECT, "--not-whole"))[0]["address"], "1000")
         (self.folder / "modbus.adr").unlink()
         self.assertIn("modbus.adr", self.complaint(2, "addresses", PROJECT).lower())
 
@@ -239,6 +239,7 @@ class Check(ProgramTest):
         text = (self.folder / PROJECT).read_bytes()
         (self.folder / PROJECT).write_bytes(text.replace(b"DigitalInput   100", b"DigitalInput   310"))
         lines = self.expect(1, "check", PROJECT).decode().splitlines()
+        lines = [line for line in lines if ":project file:" not in line]
         self.assertRegex(lines[0], r"^PUMPSTATION\.orx:address map: error: .*\[address-overlap\]$")
 
     def test_json(self):
@@ -289,6 +290,125 @@ def pixels(path):
     if len(rows) != stride * height or any(rows[y * stride] for y in range(height)):
         raise ValueError("rows of another form")
     return width, height, [rows[y * stride + 1:(y + 1) * stride] for y in range(height)]
+
+
+class Whole(ProgramTest):
+    """A project file of which something is lost or moved when it is read."""
+
+    def setUp(self):
+        super().setUp()
+        self.whole = (self.folder / PROJECT).read_bytes()
+        # Behind the twelfth message; the device files beside it stay.
+        self.cut = self.whole[:self.whole.index(b"DEFMSG STDMSG13")]
+        (self.folder / PROJECT).write_bytes(self.cut)
+
+    def codes(self, *arguments):
+        report = json.loads(self.run_program("check", PROJECT, "--json", *arguments).stdout)
+        return [(row["item"], row["line"], row["column"], row["severity"], row["code"]) for row in report["findings"]
+                if row["item"] == "project file"]
+
+    def test_check_lists_it_first(self):
+        last = self.cut.count(b"\n")
+        self.assertEqual(self.codes(), [("project file", 0, 0, "error", "missing-section")] * 2
+                         + [("project file", last, 0, "error", "cut-off")])
+        lines = self.expect(1, "check", PROJECT).decode().splitlines()
+        self.assertTrue(lines[0].startswith(f"{PROJECT}:project file: error: [ILMVAR.DEF] is missing, so the folder's "
+                                            "ilmvar.def was read"), lines[0])
+        self.assertEqual(lines[2], f"{PROJECT}:project file:{last}: error: The file ends inside [STDMSG.ILM]: 12 of 40 regular "
+                         "messages were read. Take it from a copy, or the section from a device file (orvista mend). [cut-off]")
+
+    def test_a_file_of_0_bytes_is_no_project(self):
+        (self.folder / PROJECT).write_bytes(b"")
+        self.assertEqual([row[4] for row in self.codes()], ["not-a-project"] + ["missing-section"] * 4 + ["missing-items"])
+        (self.folder / "stdmsg.ilm").unlink()
+        self.assertEqual(self.complaint(2, "check", PROJECT), f"orvista: {PROJECT}: Unable to open ./stdmsg.ilm")
+
+    def test_a_conflict_and_a_second_end_are_found(self):
+        start = self.whole.index(b"ENDMSG")
+        (self.folder / PROJECT).write_bytes(self.whole[:start] + b"ENDMSG\r\n" + self.whole[start:])
+        self.assertEqual([row[3:] for row in self.codes()],
+                         [("error", "double-item"), ("error", "moved-item"), ("error", "extra-items")])
+        (self.folder / PROJECT).write_bytes(self.whole.replace(
+            b"IP ", b"<<<<<<< HEAD\r\nIP 127.0.0.1\r\n=======\r\nIP 127.0.0.2\r\n>>>>>>> theirs\r\nIP ", 1))
+        self.assertEqual(self.codes("--strict"), [("project file", 3, 0, "error", "conflict-mark"),
+                                                  ("project file", 3, 0, "warning", "stray-line")])
+
+    def test_what_hands_it_over_or_saves_it_refuses_it(self):
+        whole = f"orvista: {PROJECT} is not whole: 12 of 40 regular messages were read"
+        (self.folder / "whole").mkdir()
+        (self.folder / "whole" / PROJECT).write_bytes(self.whole)
+        (self.folder / "a.csv").write_text("message,script\nSTDMSG1,CLEAR\n")
+        (self.folder / "v.csv").write_text("variable,default\nRegVar1,1.5\n")
+        display = "127.0.0.1:1"
+        for command in (["addresses", PROJECT], ["messages", "export", PROJECT], ["variables", "export", PROJECT],
+                        ["messages", "import", PROJECT, "a.csv"], ["variables", "import", PROJECT, "v.csv", "--dry-run"],
+                        ["compare", PROJECT, f"whole/{PROJECT}"], ["compare", f"whole/{PROJECT}", PROJECT],
+                        ["switch", display, "--project", PROJECT, "--on", "STDMSG1"],
+                        ["write", display, "--project", PROJECT, "RegVar1=1"]):
+            before = self.files()
+            self.assertEqual(self.complaint(2, *command), whole, command)
+            self.assertEqual(self.files(), before)
+        result = self.run_program("upload", PROJECT, "--to", display)
+        self.assertEqual((result.returncode, result.stderr.decode().splitlines()), (2, [whole, "orvista: nothing was sent"]))
+        self.assertIn(b"STDMSG1", self.expect(0, "addresses", PROJECT, "--not-whole"))
+        self.assertIn(b"STDMSG13", self.expect(1, "compare", PROJECT, f"whole/{PROJECT}", "--not-whole"))
+        self.expect(0, "show", PROJECT, "STDMSG3", "-o", "a.png")
+        self.expect(0, "messages", "import", PROJECT, "a.csv", "--not-whole")
+        self.assertEqual(self.codes(), [])
+
+    def test_extra_and_moved_items_alone_are_taken(self):
+        start = self.whole.index(b"[ALTMSG.ILM]")
+        extra = self.whole[:start] + b"DEFMSG STDMSG41\r\nCLEAR\r\nENDMSG\r\n" + self.whole[start:]
+        (self.folder / PROJECT).write_bytes(extra.replace(b"DEFMSG STDMSG2\r", b"DEFMSG STDMSG3\r"))
+        self.assertEqual([row[4] for row in self.codes()], ["moved-item", "extra-items"])
+        self.expect(0, "addresses", PROJECT)
+
+    def test_a_project_is_known_by_its_ending(self):
+        (self.folder / "copy.txt").write_bytes(self.whole)
+        (self.folder / "COPY.ORX").write_bytes(self.whole)
+        for command in (["check", "copy.txt"], ["show", "copy.txt", "STDMSG1", "-o", "a.png"], ["addresses", "copy.txt"],
+                        ["messages", "export", "copy.txt"], ["upload", "copy.txt", "--to", "127.0.0.1:1"],
+                        ["read", "127.0.0.1:1", "--project", "copy.txt"], ["mend", "copy.txt", "-o", "new/A.orx"]):
+            self.assertEqual(self.complaint(2, *command), "orvista: copy.txt is not a project (.orx)", command)
+        self.expect(0, "addresses", "COPY.ORX")
+
+    def test_mend_takes_sections_from_whole_device_files(self):
+        said = self.expect(0, "mend", PROJECT, "-o", "new/mended").decode()
+        self.assertEqual(said, "".join(f"[{name.upper()}] was taken from ./{name}\n"
+                                       for name in ("ilmvar.def", "stdmsg.ilm", "altmsg.ilm")))
+        (self.folder / PROJECT).write_bytes(self.whole)
+        compared = json.loads(self.run_program("compare", PROJECT, "new/mended.orx", "--json").stdout)
+        self.assertEqual(compared["differences"], [])
+        (self.folder / "again").mkdir()
+        self.assertEqual(self.expect(0, "mend", PROJECT, "-o", f"again/{PROJECT}").decode(),
+                         f"Nothing was taken: {PROJECT} is whole\n")
+        compared = json.loads(self.run_program("compare", PROJECT, f"again/{PROJECT}", "--json").stdout)
+        self.assertEqual(compared["differences"], [])
+
+    def test_mend_writes_nothing_where_a_device_file_is_not_whole(self):
+        messages = (self.folder / "stdmsg.ilm").read_bytes()
+        for bytes_ in (messages[:messages.index(b"DEFMSG STDMSG13")], messages[:-8], None):
+            (self.folder / "stdmsg.ilm").unlink() if bytes_ is None else (self.folder / "stdmsg.ilm").write_bytes(bytes_)
+            before = self.files()
+            reason = "cannot be read" if bytes_ is None else "is not whole either"
+            self.assertEqual(self.complaint(1, "mend", PROJECT, "-o", "new/A.orx"),
+                             f"orvista: {PROJECT}: [STDMSG.ILM] is not whole, and ./stdmsg.ilm {reason}")
+            self.assertEqual(self.files(), before)
+        (self.folder / "from").mkdir()
+        (self.folder / "from" / "stdmsg.ilm").write_bytes(messages)
+        for name in ("altmsg.ilm", "ilmvar.def"):
+            (self.folder / name).rename(self.folder / "from" / name)
+        self.expect(0, "mend", PROJECT, "--from", "from", "-o", "new/A.orx")
+
+    def test_mend_writes_beside_no_other_project(self):
+        (self.folder / "new").mkdir()
+        (self.folder / "new" / "Other.ORX").write_bytes(self.whole)
+        before = self.files()
+        self.assertEqual(self.complaint(2, "mend", PROJECT, "-o", "new/A.orx"),
+                         "orvista: new holds another project, Other.ORX; name another folder")
+        self.assertEqual(self.complaint(2, "mend", PROJECT, "-o", PROJECT),
+                         f"orvista: {PROJECT} is the project itself; name another folder")
+        self.assertEqual(self.files(), before)
 
 
 class Show(ProgramTest):

@@ -236,6 +236,19 @@ class Upload(FleetTest):
         self.assertIn("none.orx", error)
         self.assertEqual((out, display.commands, other.commands), ("", [], []))
 
+    def test_a_project_that_is_not_whole_is_refused_and_the_others_are_sent(self):
+        first, second = self.make(2)
+        self.displays.serve()
+        whole = (self.folder / "plant" / "LINE3.orx").read_bytes()
+        (self.folder / "plant" / "CUT.orx").write_bytes(whole[:-8])
+        name = self.write_list([f"one,127.0.0.1,{first.port},plant/CUT.orx", f"two,127.0.0.1,{second.port},plant/LINE3.orx"])
+        results, _ = self.results(1, "upload", "--list", name)
+        self.assertEqual((results["one"]["result"], results["two"]["result"]), ("refused", "done"))
+        self.assertIn("plant/CUT.orx is not whole: 95 of 96 variables were read", results["one"]["reason"])
+        self.assertEqual((first.files(), second.files()), ({}, self.sent()))
+        results, _ = self.results(0, "upload", "--list", name, "--not-whole")
+        self.assertEqual([result["result"] for result in results.values()], ["done", "done"])
+
 
 class Lists(FleetTest):
     def test_list_and_report(self):

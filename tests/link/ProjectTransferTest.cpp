@@ -136,6 +136,7 @@ public:
     void showCaption(const std::string& text) override { caption = text; }
     void follow(ProjectTransition transition) override { transitions.add(transition); }
     void showProjectName(const std::string&) override {}
+    void beforeReplacing(const std::string&, const FileRemarks&) override {}
 
     int refreshes = 0;
     std::string caption;

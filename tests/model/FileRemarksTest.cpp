@@ -24,7 +24,7 @@ void PrintTo(const FileRemark& remark, std::ostream* out) {
 namespace {
 
 using namespace orvista::testing;
-using Kind = FileRemarkKind;
+using Met = FileRemarkKind;
 
 constexpr std::string_view adr = "Modbus.adr";
 constexpr std::string_view std_ = "StdMsg.ilm";
@@ -112,10 +112,10 @@ const std::string threeMessages = "[CONFIG]\r\nIP 127.0.0.1\r\n[MODBUS.ADR]\r\n"
                                   "[ALTMSG.ILM]\r\n[ILMVAR.DEF]\r\n";
 
 std::vector<FileRemark> missingSections() {
-    return {{Kind::MissingSection, {}, adr},
-            {Kind::MissingSection, {}, var},
-            {Kind::MissingSection, {}, std_},
-            {Kind::MissingSection, {}, alt}};
+    return {{Met::MissingSection, {}, adr},
+            {Met::MissingSection, {}, var},
+            {Met::MissingSection, {}, std_},
+            {Met::MissingSection, {}, alt}};
 }
 
 std::vector<FileRemark> joined(std::vector<FileRemark> list, const std::vector<FileRemark>& more) {
@@ -126,93 +126,93 @@ std::vector<FileRemark> joined(std::vector<FileRemark> list, const std::vector<F
 const std::vector<Case> cases{
     {"whole", whole(), {}},
     {"empty", "",
-     joined(joined({{Kind::NotAProject, {}, {}}}, missingSections()),
-            {{Kind::MissingItems, {}, "CONFIG", 0, 1, "IP"}})},
-    {"missing section", without(whole(), alertHeader, 61), {{Kind::MissingSection, {}, alt}}},
+     joined(joined({{Met::NotAProject, {}, {}}}, missingSections()),
+            {{Met::MissingItems, {}, "CONFIG", 0, 1, "IP"}})},
+    {"missing section", without(whole(), alertHeader, 61), {{Met::MissingSection, {}, alt}}},
     {"message without end",
      without(whole(), firstMessage + 2),
-     {{Kind::MissingItems, {}, std_, 8, 1, "STDMSG40"},
-      {Kind::OpenBlock, {}, std_, 9, 1, "STDMSG1"},
-      {Kind::MovedMessage, {}, std_, 11, 39, "STDMSG2", "STDMSG1"}}},
+     {{Met::MissingItems, {}, std_, 8, 1, "STDMSG40"},
+      {Met::OpenBlock, {}, std_, 9, 1, "STDMSG1"},
+      {Met::MovedMessage, {}, std_, 11, 39, "STDMSG2", "STDMSG1"}}},
     {"message without name",
      startingWith("DEFMSG\r\nCLEAR\r\nENDMSG\r\n", 1),
-     {{Kind::MissingItems, {}, std_, 8, 1, "STDMSG40"},
-      {Kind::OpenBlock, {}, std_, 9, 1, ""},
-      {Kind::MovedMessage, {}, std_, 12, 39, "STDMSG2", "STDMSG1"}}},
+     {{Met::MissingItems, {}, std_, 8, 1, "STDMSG40"},
+      {Met::OpenBlock, {}, std_, 9, 1, ""},
+      {Met::MovedMessage, {}, std_, 12, 39, "STDMSG2", "STDMSG1"}}},
     {"messages without a line",
      startingWith("DEFMSG STDMSG1\r\nENDMSG\r\nDEFMSG STDMSG2\r\n \r\nENDMSG\r\n", 2),
-     {{Kind::MissingItems, {}, std_, 8, 2, "STDMSG39"},
-      {Kind::OpenBlock, {}, std_, 9, 2, "STDMSG1"},
-      {Kind::MovedMessage, {}, std_, 14, 38, "STDMSG3", "STDMSG1"}}},
+     {{Met::MissingItems, {}, std_, 8, 2, "STDMSG39"},
+      {Met::OpenBlock, {}, std_, 9, 2, "STDMSG1"},
+      {Met::MovedMessage, {}, std_, 14, 38, "STDMSG3", "STDMSG1"}}},
     {"second end",
      with(whole(), firstMessage + 3, "ENDMSG"),
-     {{Kind::DoubleItem, {}, std_, 12, 1, "STDMSG1", "STDMSG2"},
-      {Kind::MovedMessage, {}, std_, 13, 38, "STDMSG2", "STDMSG3"},
-      {Kind::ExtraItems, {}, std_, 127, 1, "STDMSG40"}}},
+     {{Met::DoubleItem, {}, std_, 12, 1, "STDMSG1", "STDMSG2"},
+      {Met::MovedMessage, {}, std_, 13, 38, "STDMSG2", "STDMSG3"},
+      {Met::ExtraItems, {}, std_, 127, 1, "STDMSG40"}}},
     {"end behind a line of its own",
      with(with(whole(), firstMessage + 3, "ENDMSG"), firstMessage + 3, "MORE"),
-     {{Kind::StrayLine, {}, std_, 12},
-      {Kind::DoubleItem, {}, std_, 13, 1, "STDMSG1", "STDMSG2"},
-      {Kind::MovedMessage, {}, std_, 14, 38, "STDMSG2", "STDMSG3"},
-      {Kind::ExtraItems, {}, std_, 128, 1, "STDMSG40"}}},
+     {{Met::StrayLine, {}, std_, 12},
+      {Met::DoubleItem, {}, std_, 13, 1, "STDMSG1", "STDMSG2"},
+      {Met::MovedMessage, {}, std_, 14, 38, "STDMSG2", "STDMSG3"},
+      {Met::ExtraItems, {}, std_, 128, 1, "STDMSG40"}}},
     {"names in another order",
      startingWith("DEFMSG altmsg1\r\nCLEAR\r\nENDMSG\r\nDEFMSG start\r\nCLEAR\r\nENDMSG\r\n"
                   "DEFMSG stdmsg03\r\nCLEAR\r\nENDMSG\r\nDEFMSG STDMSG99\r\nCLEAR\r\nENDMSG\r\n",
                   4),
-     {{Kind::MovedMessage, {}, std_, 9, 2, "altmsg1", "STDMSG1"}}},
+     {{Met::MovedMessage, {}, std_, 9, 2, "altmsg1", "STDMSG1"}}},
     {"four messages too many",
      with(whole(), alertHeader,
           "DEFMSG STDMSG41\r\nCLEAR\r\nENDMSG\r\nDEFMSG STDMSG42\r\nENDMSG\r\nDEFMSG\r\nDEFMSG "
           "STDMSG44\r\nENDMSG"),
-     {{Kind::ExtraItems, {}, std_, 129, 4, "STDMSG41"}}},
+     {{Met::ExtraItems, {}, std_, 129, 4, "STDMSG41"}}},
     {"lines behind the last message",
      with(with(whole(), alertHeader, "ENDMSG"), alertHeader, "MORE"),
-     {{Kind::StrayLine, {}, std_, 129}}},
+     {{Met::StrayLine, {}, std_, 129}}},
     {"lines before the first message",
      with(whole(), firstMessage, "; by hand\r\nENDMSG"),
-     {{Kind::StrayLine, {}, std_, 9}}},
+     {{Met::StrayLine, {}, std_, 9}}},
     {"section twice",
      with(whole(), firstMessage - 1, "[stdmsg.ilm]\r\nDEFMSG\r\n[config]\r\n[CONFIG]"),
-     {{Kind::DoubleSection, {}, std_, 12}}},
+     {{Met::DoubleSection, {}, std_, 12}}},
     {"cut inside a block",
      whole().substr(0, whole().size() - 8),
-     {{Kind::OpenBlock, {}, var, allLines - 7, 1, "CoilVar32"},
-      {Kind::CutOff, {}, var, allLines - 1, 1, "CoilVar32"}}},
+     {{Met::OpenBlock, {}, var, allLines - 7, 1, "CoilVar32"},
+      {Met::CutOff, {}, var, allLines - 1, 1, "CoilVar32"}}},
     {"cut between blocks",
      without(whole(), allLines - 15, 16),
-     {{Kind::CutOff, {}, var, allLines - 16, 2, "CoilVar31"}}},
+     {{Met::CutOff, {}, var, allLines - 16, 2, "CoilVar31"}}},
     {"cut within a section",
      without(whole(), firstMessage + 36, allLines - firstMessage - 35),
-     {{Kind::MissingSection, {}, var},
-      {Kind::MissingSection, {}, alt},
-      {Kind::CutOff, {}, std_, 44, 28, "STDMSG13"}}},
+     {{Met::MissingSection, {}, var},
+      {Met::MissingSection, {}, alt},
+      {Met::CutOff, {}, std_, 44, 28, "STDMSG13"}}},
     {"three messages by hand",
      threeMessages,
-     {{Kind::MissingItems, {}, std_, 7, 37, "STDMSG4"},
-      {Kind::MissingItems, {}, alt, 17, 20, "ALTMSG1"},
-      {Kind::MissingItems, {}, var, 18, 96, "RegVar1"}}},
+     {{Met::MissingItems, {}, std_, 7, 37, "STDMSG4"},
+      {Met::MissingItems, {}, alt, 17, 20, "ALTMSG1"},
+      {Met::MissingItems, {}, var, 18, 96, "RegVar1"}}},
     {"conflict",
      with(whole(), 3, "<<<<<<< HEAD\r\nIP   127.0.0.2\r\n=======\r\nIP   127.0.0.3\r\n>>>>>>> other"),
-     {{Kind::ConflictMark, {}, "CONFIG", 3}, {Kind::StrayLine, {}, "CONFIG", 3, 3}}},
+     {{Met::ConflictMark, {}, "CONFIG", 3}, {Met::StrayLine, {}, "CONFIG", 3, 3}}},
     {"no conflict", with(whole(), 10, "<<<<<<<HEAD\r\n<<<<<<<\r\n======= \r\n>>>>>>>"), {}},
     {"conflict within a message",
      with(whole(), 10, "<<<<<<<\r\n=======\r\nCLEAR\r\n=======\r\n>>>>>>>"),
-     {{Kind::ConflictMark, {}, std_, 10}}},
+     {{Met::ConflictMark, {}, std_, 10}}},
     {"NUL",
      with(with(whole(), 2, std::string("IP \0", 4)), 11, std::string("\0\r\n\0", 4)),
-     {{Kind::NotText, {}, "CONFIG", 2}, {Kind::NotText, {}, std_, 11, 2}}},
-    {"no settings", without(whole(), 1, 3), {{Kind::MissingItems, {}, "CONFIG", 0, 1, "IP"}}},
-    {"no address", without(whole(), 3), {{Kind::MissingItems, {}, "CONFIG", 1, 1, "IP"}}},
+     {{Met::NotText, {}, "CONFIG", 2}, {Met::NotText, {}, std_, 11, 2}}},
+    {"no settings", without(whole(), 1, 3), {{Met::MissingItems, {}, "CONFIG", 0, 1, "IP"}}},
+    {"no address", without(whole(), 3), {{Met::MissingItems, {}, "CONFIG", 1, 1, "IP"}}},
     {"addresses missing or no numbers",
      replaced(without(whole(), 7), "AnalogInput    100", "AnalogInput    x"),
-     {{Kind::MissingItems, {}, adr, 4, 2, "AnalogInput"},
-      {Kind::MissingItems, {}, var, 189, 50, "RegVar1"},
-      {Kind::MovedVariable, {}, var, 190, 14, "RegVar1", "RegVar51"},
-      {Kind::ExtraItems, {}, var, 190 + 14 * 7, 50, "RegVar15"}}},
+     {{Met::MissingItems, {}, adr, 4, 2, "AnalogInput"},
+      {Met::MissingItems, {}, var, 189, 50, "RegVar1"},
+      {Met::MovedVariable, {}, var, 190, 14, "RegVar1", "RegVar51"},
+      {Met::ExtraItems, {}, var, 190 + 14 * 7, 50, "RegVar15"}}},
     {"stray lines",
      with(with(with(whole(), 5, "Regular 1"), 3, "IQ 1"), 1, "x"),
-     {{Kind::StrayLine, {}, {}, 1}, {Kind::StrayLine, {}, "CONFIG", 4}, {Kind::StrayLine, {}, adr, 7}}},
-    {"mark", "\xEF\xBB\xBF" + whole(), {{Kind::Utf8Mark, {}, {}, 1}}},
+     {{Met::StrayLine, {}, {}, 1}, {Met::StrayLine, {}, "CONFIG", 4}, {Met::StrayLine, {}, adr, 7}}},
+    {"mark", "\xEF\xBB\xBF" + whole(), {{Met::Utf8Mark, {}, {}, 1}}},
 };
 
 INSTANTIATE_TEST_SUITE_P(ProjectFile, FileRemarksOf, ::testing::ValuesIn(cases));
@@ -225,37 +225,37 @@ std::string withVariable(const std::string& block) {
 
 /// The last section alone is not full, so the file counts as cut off.
 FileRemark cutOff(std::size_t lines) {
-    return {Kind::CutOff, {}, var, lines, 1, "RegVar1"};
+    return {Met::CutOff, {}, var, lines, 1, "RegVar1"};
 }
 
 const std::vector<Case> variableCases{
     {"without an end",
      without(whole(), variableHeader + 7),
-     {{Kind::OpenBlock, {}, var, 191, 1, "RegVar1"}, cutOff(allLines - 1)}},
+     {{Met::OpenBlock, {}, var, 191, 1, "RegVar1"}, cutOff(allLines - 1)}},
     {"without a name",
      withVariable("DEFVAR\r\ntype float\r\naddress 100\r\nENDVAR\r\n"),
-     {{Kind::OpenBlock, {}, var, 191}, {Kind::StrayLine, {}, var, 192, 2}, cutOff(allLines - 3)}},
+     {{Met::OpenBlock, {}, var, 191}, {Met::StrayLine, {}, var, 192, 2}, cutOff(allLines - 3)}},
     {"without a line",
      withVariable("DEFVAR RegVar1\r\nENDVAR\r\n"),
-     {{Kind::OpenBlock, {}, var, 191, 1, "RegVar1"}, cutOff(allLines - 5)}},
+     {{Met::OpenBlock, {}, var, 191, 1, "RegVar1"}, cutOff(allLines - 5)}},
     {"of no type",
      withVariable("DEFVAR RegVar1\r\ntype word\r\naddress 100\r\nENDVAR\r\n"),
-     {{Kind::OpenBlock, {}, var, 191, 1, "RegVar1"}, cutOff(allLines - 3)}},
+     {{Met::OpenBlock, {}, var, 191, 1, "RegVar1"}, cutOff(allLines - 3)}},
     {"row filled twice",
      withVariable("DEFVAR RegVar1\r\ntype float\r\naddress 102\r\nENDVAR\r\n"),
-     {{Kind::MovedVariable, {}, var, 191, 1, "RegVar1", "RegVar2"},
-      {Kind::DoubleItem, {}, var, 195, 1, "RegVar2", "RegVar2"},
+     {{Met::MovedVariable, {}, var, 191, 1, "RegVar1", "RegVar2"},
+      {Met::DoubleItem, {}, var, 195, 1, "RegVar2", "RegVar2"},
       cutOff(allLines - 3)}},
     {"at no row's address",
      withVariable("DEFVAR RegVar1\r\ntype float\r\naddress 99999999999\r\nENDVAR\r\n"),
-     {{Kind::ExtraItems, {}, var, 191, 1, "RegVar1"}, cutOff(allLines - 3)}},
+     {{Met::ExtraItems, {}, var, 191, 1, "RegVar1"}, cutOff(allLines - 3)}},
     {"of a name of its own, with keys that set nothing",
      withVariable("DEFVAR level\r\nTYPE FLOAT\r\naddress 100\r\ndefault\r\nON x\r\nunit bar\r\n"
                   "ENDVAR\r\nENDVAR\r\n"),
-     {{Kind::StrayLine, {}, var, 196}}},
+     {{Met::StrayLine, {}, var, 196}}},
     {"field behind its block",
      withVariable("DEFVAR RegVar1\r\ntype float\r\naddress 100\r\nENDVAR\r\nprecision 2\r\n"),
-     {{Kind::StrayLine, {}, var, 195}}},
+     {{Met::StrayLine, {}, var, 195}}},
 };
 
 INSTANTIATE_TEST_SUITE_P(Variables, FileRemarksOf, ::testing::ValuesIn(variableCases));
@@ -279,12 +279,12 @@ TEST_F(FileRemarksOfAFolder, AreAboutTheDeviceFiles) {
     writeBytes(folder.file("ilmvar.def"),
                std::string("x\0\r\n", 4) + expectedFloats() + expectedBooleans(""));
     EXPECT_EQ(metInFolder(), (std::vector<FileRemark>{
-                                 {Kind::MissingItems, "modbus.adr", adr, 0, 1, "AnalogInput"},
-                                 {Kind::MissingItems, "stdmsg.ilm", std_, 0, 37, "STDMSG4"},
-                                 {Kind::NotText, "ilmvar.def", var, 1},
-                                 {Kind::StrayLine, "ilmvar.def", var, 1},
-                                 {Kind::OpenBlock, "altmsg.ilm", alt, 37, 1, "ALTMSG13"},
-                                 {Kind::CutOff, "altmsg.ilm", alt, 38, 8, "ALTMSG13"},
+                                 {Met::MissingItems, "modbus.adr", adr, 0, 1, "AnalogInput"},
+                                 {Met::MissingItems, "stdmsg.ilm", std_, 0, 37, "STDMSG4"},
+                                 {Met::NotText, "ilmvar.def", var, 1},
+                                 {Met::StrayLine, "ilmvar.def", var, 1},
+                                 {Met::OpenBlock, "altmsg.ilm", alt, 37, 1, "ALTMSG13"},
+                                 {Met::CutOff, "altmsg.ilm", alt, 38, 8, "ALTMSG13"},
                              }));
     EXPECT_TRUE(messages.shown.empty());
 }
@@ -301,12 +301,12 @@ TEST_F(FileRemarksOfAFolder, TheFileReadInPlaceOfASectionIsJudgedUnderItsOwnName
     writeBytes(folder.file("altmsg.ilm"), expectedMessages("ALTMSG", 20) + "x\r\n");
     EXPECT_EQ(
         metIn(without(whole(), alertHeader, 61)),
-        (std::vector<FileRemark>{{Kind::MissingSection, {}, alt}, {Kind::StrayLine, "altmsg.ilm", alt, 61}}));
+        (std::vector<FileRemark>{{Met::MissingSection, {}, alt}, {Met::StrayLine, "altmsg.ilm", alt, 61}}));
 }
 
 TEST_F(FileRemarksOfAFolder, AnAddressThatDoesNotFitIsMissing) {
     EXPECT_EQ(metIn(replaced(whole(), "DigitalInput   100", "DigitalInput   9999999999")),
-              (std::vector<FileRemark>{{Kind::MissingItems, {}, adr, 4, 2, "DigitalInput"}}));
+              (std::vector<FileRemark>{{Met::MissingItems, {}, adr, 4, 2, "DigitalInput"}}));
     EXPECT_EQ(messages.shown.size(), 1U) << "the reader stops there, as before";
 }
 

@@ -38,12 +38,18 @@ public:
     void showCaption(const std::string& text) override { caption = text; }
     void follow(ProjectTransition transition) override { transitions.add(transition); }
     void showProjectName(const std::string& name) override { systemName = name; }
+    void beforeReplacing(const std::string& folder, const FileRemarks& remarks) override {
+        replacedIn = folder;
+        metBefore = remarks.list();
+    }
 
     ModifiedMark* mark = nullptr;
     int refreshes = 0;
     std::string systemName;
     std::string shownAddress;
     std::string caption;
+    std::string replacedIn;
+    std::vector<FileRemark> metBefore;
     RecordedTransitions transitions;
 
 private:

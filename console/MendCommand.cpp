@@ -1,0 +1,107 @@
+#include "console/Commands.h"
+
+#include "check/Mending.h"
+#include "console/Output.h"
+#include "console/Projects.h"
+#include "model/Bytes.h"
+#include "model/ProjectFile.h"
+#include "model/SystemPath.h"
+#include "model/Text.h"
+
+#include <filesystem>
+#include <memory>
+#include <system_error>
+
+/// A project that is not whole, made whole with the device files beside it.
+namespace orvista::console {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+struct MendOptions {
+    std::string project;
+    std::string folder;
+    std::string output;
+};
+
+std::string folderOfProject(const std::string& path) {
+    const auto parts = PathRules::native().split(path);
+    return parts ? parts->folder : ".";
+}
+
+/// What is mended stands apart from every other project, above all from the one that it was made of.
+void expectNoOtherProject(const std::string& project, const std::string& output) {
+    const fs::path target = systemPath(output);
+    std::error_code error;
+    if (fs::equivalent(systemPath(project), target, error))
+        throw CommandFailure(ExitStatus::Unusable, output + " is the project itself; name another folder");
+    const std::string folder = folderOfProject(output);
+    for (const fs::directory_entry& file : fs::directory_iterator(systemPath(folder), error)) {
+        const std::string name = utf8Path(file.path().filename());
+        if (endsWithIgnoringCase(name, DocMgrModule::projectExtension) &&
+            file.path().filename() != target.filename())
+            throw CommandFailure(ExitStatus::Unusable,
+                                 folder + " holds another project, " + name + "; name another folder");
+    }
+}
+
+Mended mendedOf(const MendOptions& options) {
+    const std::string folder = options.folder.empty() ? folderOfProject(options.project) : options.folder;
+    try {
+        return mendedProject(options.project, folder, PathRules::native());
+    } catch (const OpenFailure&) {
+        throw CommandFailure(ExitStatus::Unusable, "Unable to open " + options.project);
+    } catch (const std::system_error& failure) {
+        throw CommandFailure(ExitStatus::Unusable, options.project + ": " + failure.code().message());
+    }
+}
+
+void makeFolder(const std::string& folder) {
+    std::error_code error;
+    fs::create_directories(systemPath(folder), error);
+    if (error)
+        throw CommandFailure(ExitStatus::Found, folder + ": " + error.message());
+}
+
+ExitStatus mendProject(const MendOptions& options) {
+    expectProject(options.project);
+    const std::string output = writtenProjectName(options.output);
+    expectNoOtherProject(options.project, output);
+    const Mended mended = mendedOf(options);
+    for (const std::string& fault : mended.faults)
+        complain(options.project + ": " + fault);
+    if (!mended.faults.empty())
+        return ExitStatus::Found;
+    makeFolder(folderOfProject(output));
+    saveProject(output, mended.project);
+    for (const Mended::Taken& taken : mended.taken)
+        print(taken.section + " was taken from " + taken.path + "\n");
+    if (mended.taken.empty())
+        print("Nothing was taken: " + options.project + " is whole\n");
+    return ExitStatus::Well;
+}
+
+} // namespace
+
+void addMend(CLI::App& program, Run& run) {
+    const auto options = std::make_shared<MendOptions>();
+    CLI::App* command =
+        program.add_subcommand("mend", "Make a project whole again with the device files beside it");
+    command->add_option("PROJECT", options->project, "The project file that is not whole, .orx")->required();
+    command->add_option("--from", options->folder, "The device files' folder; else the project's own")
+        ->type_name("FOLDER");
+    command->add_option("-o,--output", options->output, "The project to write, in a folder of its own")
+        ->type_name("NEWFOLDER/NAME.orx")
+        ->required();
+    command->footer(
+        "Examples:\n"
+        "  orvista mend PUMPSTATION.orx -o mended/PUMPSTATION.orx\n"
+        "  orvista mend PUMPSTATION.orx --from fetched -o mended/PUMPSTATION.orx\n\n"
+        "Sections that are not whole are taken from modbus.adr, ilmvar.def, stdmsg.ilm and altmsg.ilm of\n"
+        "the folder, and named. Where one of those is not whole either, nothing is written and the status\n"
+        "is 1. Bitmaps stay where they are.");
+    command->callback([options, &run] { run = [options] { return mendProject(*options); }; });
+}
+
+} // namespace orvista::console
