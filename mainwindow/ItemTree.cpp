@@ -11,6 +11,8 @@ namespace {
 
 /// Of a node, in average characters: "Emergency Message".
 constexpr int longestItemName = 18;
+/// "Regular 12".
+constexpr int leastOfName = 10;
 
 } // namespace
 
@@ -40,10 +42,17 @@ void ItemTree::click(const QString& key) {
     }
 }
 
+int ItemTree::widthFor(int characters) const {
+    const int names = characters * fontMetrics().averageCharWidth() + 2 * indentation();
+    return names + style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, this) + 2 * frameWidth();
+}
+
 QSize ItemTree::sizeHint() const {
-    const int names = longestItemName * fontMetrics().averageCharWidth() + 2 * indentation();
-    const int scrollBar = style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, this);
-    return {names + scrollBar + 2 * frameWidth(), QTreeWidget::sizeHint().height()};
+    return {widthFor(longestItemName), QTreeWidget::sizeHint().height()};
+}
+
+QSize ItemTree::minimumSizeHint() const {
+    return {widthFor(leastOfName), QTreeWidget::minimumSizeHint().height()};
 }
 
 void ItemTree::mousePressEvent(QMouseEvent* event) {

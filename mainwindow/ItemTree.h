@@ -19,6 +19,8 @@ public:
 
     /// As wide as its names, which leaves the rest to what stands beside it.
     QSize sizeHint() const override;
+    /// Wide enough to tell its names apart.
+    QSize minimumSizeHint() const override;
 
 signals:
     void NodeClick(QTreeWidgetItem* node);
@@ -29,6 +31,7 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    int widthFor(int characters) const;
     void fireNodeClick();
 
     bool pressedOnNode_ = false;

@@ -103,9 +103,7 @@ QWidget* MessageListPage::buildDetails() {
 }
 
 QWidget* MessageListPage::buildScriptSplitter() {
-    const int text = leastLines * txtMsg->fontMetrics().lineSpacing();
-    const auto margins = static_cast<int>(2 * txtMsg->document()->documentMargin());
-    txtMsg->setMinimumHeight(text + margins + 2 * txtMsg->frameWidth());
+    txtMsg->setLeastLines(leastLines);
     auto* splitter = new QSplitter(Qt::Vertical);
     splitter->setChildrenCollapsible(false);
     splitter->addWidget(txtMsg);

@@ -261,6 +261,7 @@ void frmMain::buildLayout() {
     auto* layout = new QVBoxLayout(content);
     layout->addWidget(splitter);
     setCentralWidget(content);
+    keepTabKeyFromScrollButtons(*tabDetails);
 
     const int character = fontMetrics().averageCharWidth();
     splitter->setSizes({28 * character, 140 * character});

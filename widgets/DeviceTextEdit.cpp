@@ -54,6 +54,24 @@ bool DeviceTextEdit::event(QEvent* event) {
     return QPlainTextEdit::event(event);
 }
 
+void DeviceTextEdit::changeEvent(QEvent* event) {
+    QPlainTextEdit::changeEvent(event);
+    if (event->type() == QEvent::FontChange)
+        updateGeometry();
+}
+
+void DeviceTextEdit::setLeastLines(int lines) {
+    leastLines_ = lines;
+    updateGeometry();
+}
+
+QSize DeviceTextEdit::minimumSizeHint() const {
+    const int text = leastLines_ * fontMetrics().lineSpacing();
+    const auto margins = static_cast<int>(2 * document()->documentMargin());
+    const QSize usual = QPlainTextEdit::minimumSizeHint();
+    return {usual.width(), std::max(usual.height(), text + margins + 2 * frameWidth())};
+}
+
 void DeviceTextEdit::setBytes(const std::string& bytes) {
     const QScopedValueRollback setting(setting_, true);
     setPlainText(shownScript(bytes));

@@ -19,8 +19,13 @@ public:
     void setBytes(const std::string& bytes);
     std::string bytes() const;
 
+    /// So many lines of its own font are always to be seen.
+    void setLeastLines(int lines);
+    QSize minimumSizeHint() const override;
+
 protected:
     bool event(QEvent* event) override;
+    void changeEvent(QEvent* event) override;
     bool canInsertFromMimeData(const QMimeData* source) const override;
     void insertFromMimeData(const QMimeData* source) override;
     QMimeData* createMimeDataFromSelection() const override;
@@ -38,6 +43,7 @@ private:
     void cleanLine(const QTextBlock& block, Range range);
     void nameRefused(const QString& text);
 
+    int leastLines_ = 1;
     Range insertion_;
     bool setting_ = false;
 };

@@ -9,6 +9,9 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QTabBar>
+#include <QTabWidget>
+#include <QToolButton>
 
 namespace orvista {
 
@@ -84,6 +87,11 @@ void chooseNone(QAbstractItemView* list) {
 
 void letEndChooseLast(QAbstractItemView* list) {
     list->installEventFilter(new EndKey(list));
+}
+
+void keepTabKeyFromScrollButtons(QTabWidget& tabs) {
+    for (QToolButton* const button : tabs.tabBar()->findChildren<QToolButton*>(Qt::FindDirectChildrenOnly))
+        button->setFocusPolicy(Qt::NoFocus);
 }
 
 void widenTo(QWidget* box, int characters) {

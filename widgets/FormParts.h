@@ -11,6 +11,7 @@ class QHBoxLayout;
 class QLabel;
 class QLineEdit;
 class QPushButton;
+class QTabWidget;
 class QWidget;
 
 /// What the forms have in common.
@@ -64,6 +65,10 @@ DropDownList* choiceList(const QString& name, const Choices& choices, std::size_
 void chooseNone(QAbstractItemView* list);
 /// Lets End choose the last row also while none is current; the list itself would go to the first.
 void letEndChooseLast(QAbstractItemView* list);
+
+/// The arrows at the end of a row of tabs that is too long are for the mouse; the keyboard turns the tabs
+/// themselves.
+void keepTabKeyFromScrollButtons(QTabWidget& tabs);
 
 /// Room for about `characters` characters of the box's font.
 void widenTo(QWidget* box, int characters);

@@ -262,8 +262,8 @@ void FindingsTest::aSmallWindowHasRoomForSixLinesOfTheScript() {
     editor.showMessage("R12");
     editor.trigger("miToolsCheck");
     QVERIFY(editor.find<QWidget>("displayPreview")->isVisible());
-    editor.window->resize(800, 600);
-    QTRY_COMPARE(editor.window->size(), QSize(800, 600));
+    const QSize small = editor.resizeToLetters({800, 600});
+    QTRY_COMPARE(editor.window->size(), small);
     const auto* const box = editor.find<QPlainTextEdit>("txtMsg");
     const auto room = box->viewport()->height() - 2 * box->document()->documentMargin();
     QVERIFY(room >= 6 * box->fontMetrics().lineSpacing());

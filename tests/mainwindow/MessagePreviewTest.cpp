@@ -155,7 +155,7 @@ void MessagePreviewTest::leavesTheBoxSixLinesInTheSmallestWindow() {
 void MessagePreviewTest::leavesTheButtonsWholeAboveThePanels() {
     EditorFixture editor;
     editor.startWithNewProject();
-    editor.window->resize(800, 600);
+    editor.resizeToLetters({800, 600});
     editor.showMessage("R7");
     editor.trigger("miToolsCheck");
     QTest::keyClicks(editor.find<DeviceTextEdit>("txtMsg"), QStringLiteral("x"));
@@ -179,7 +179,7 @@ void MessagePreviewTest::whatDoesNotFitIsSaidWithoutMovingThePage() {
     QCOMPARE(fit->toolTip(), fit->text());
     QCOMPARE(leastWidth(), before);
     // There is room for all of it in a wide window.
-    editor.window->resize(1200, editor.window->height());
+    editor.resizeToLetters({1200, 600});
     QTRY_VERIFY(fit->width() >= fit->fontMetrics().horizontalAdvance(fit->text()));
 }
 

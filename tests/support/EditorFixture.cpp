@@ -1,6 +1,7 @@
 #include "tests/support/EditorFixture.h"
 
 #include "mainwindow/ItemTree.h"
+#include "tests/support/InView.h"
 
 #include <QAbstractButton>
 #include <QLabel>
@@ -65,7 +66,9 @@ void EditorFixture::click(const char* buttonName) const {
     auto* const button = find<QAbstractButton>(buttonName);
     require(button->isEnabled() && button->isVisible(), std::string(buttonName) + " cannot be clicked");
     // At the left, since the area of a check box beyond its text takes no clicks.
-    QTest::mouseClick(button, Qt::LeftButton, {}, {button->height() / 2, button->height() / 2});
+    const QPoint place(button->height() / 2, button->height() / 2);
+    bringIntoView(*button, place);
+    QTest::mouseClick(button, Qt::LeftButton, {}, place);
 }
 
 QString EditorFixture::text(const char* boxName) const {
@@ -102,6 +105,12 @@ void EditorFixture::type(const char* boxName, const QString& text) const {
     QTest::keyClicks(box, text);
 }
 
+QSize EditorFixture::resizeToLetters(QSize usual) const {
+    constexpr double usualLine = 14;
+    window->resize(usual * (std::max(usualLine, 1.0 * window->fontMetrics().lineSpacing()) / usualLine));
+    return window->size();
+}
+
 QTreeWidgetItem* EditorFixture::node(ItemTree& tree, const QString& key) const {
     for (QTreeWidgetItemIterator node(&tree); *node; ++node) {
         if (nodeKey(**node) == key)
@@ -115,7 +124,9 @@ void EditorFixture::clickNode(const char* treeName, const char* key) const {
     require(tree->isEnabled() && tree->isVisible(), std::string(treeName) + " cannot be clicked");
     QTreeWidgetItem* const item = node(*tree, QString::fromLatin1(key));
     tree->scrollToItem(item);
-    QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, tree->visualItemRect(item).center());
+    const QPoint place = tree->visualItemRect(item).intersected(tree->viewport()->rect()).center();
+    bringIntoView(*tree->viewport(), place);
+    QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, place);
 }
 
 void EditorFixture::showPage(const char* key) const {

@@ -73,6 +73,9 @@ public:
     /// Replaces a box's text by typing.
     void type(const char* boxName, const QString& text) const;
 
+    /// Gives the window this size (pixels) at the usual letters; larger ones make it as much larger.
+    QSize resizeToLetters(QSize usual) const;
+
     /// Shows the page of that navigation key by a click on its node.
     void showPage(const char* key) const;
     QTreeWidgetItem* node(ItemTree& tree, const QString& key) const;

@@ -249,8 +249,9 @@ void RowsTableTest::allOfAThousandRowsAreShownWhole() {
         return rows.table.viewport()->rect().contains(place) && place.height() == rows.heightNeeded(row);
     };
     rows.choose(0);
-    for (const int width : {400, 250, 800}) {
-        rows.table.resize(width, 200);
+    const int line = rows.table.fontMetrics().lineSpacing();
+    for (const int width : {28 * line, 18 * line, 57 * line}) {
+        rows.table.resize(width, 14 * line);
         QCoreApplication::processEvents();
         for (const auto& [key, row] : {std::pair(Qt::Key_End, 999), std::pair(Qt::Key_Home, 0)}) {
             QTest::keyClick(&rows.table, key, Qt::ControlModifier);
