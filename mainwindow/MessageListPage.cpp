@@ -65,6 +65,7 @@ MessageListPage::MessageListPage(Project& project, ModifiedMark& modifiedMark, M
     splitter->setStretchFactor(1, 1);
     splitter->setChildrenCollapsible(false);
     auto* layout = new QVBoxLayout(this);
+    keepMarginsSmall(*layout);
     layout->addWidget(splitter);
     buildUnusedLists();
     connectHandlers(messages);

@@ -71,6 +71,8 @@ std::array<bool, count> ticked(const std::array<QCheckBox*, count>& boxes) {
 
 TcpTesterPage::TcpTesterPage(Messages& messages, QWidget* parent)
     : QWidget(parent),
+      frames_(new QBoxLayout(QBoxLayout::TopToBottom)),
+      valueFrames_(new QBoxLayout(QBoxLayout::LeftToRight)),
       txtIP(named<ShownBox>(QStringLiteral("txtIP"))),
       txtEMsgAddr(named<QLineEdit>(QStringLiteral("txtEMsgAddr"), QStringLiteral("300"))),
       txtRMsgAddr(named<QLineEdit>(QStringLiteral("txtRMsgAddr"), QStringLiteral("320"))),
@@ -84,21 +86,46 @@ TcpTesterPage::TcpTesterPage(Messages& messages, QWidget* parent)
       cbAIAddr(addressList(QStringLiteral("cbAIAddr"))),
       txtFloat(named<QLineEdit>(QStringLiteral("txtFloat"), QStringLiteral("0"))),
       cmdUpdateReg(updateButton(QStringLiteral("cmdUpdateReg"), tr("Write the float variable"))) {
-    auto* layout = new QVBoxLayout(this);
-    layout->addLayout(buildAddressRow());
-    layout->addWidget(
+    auto* const messageFrames = new QVBoxLayout;
+    messageFrames->addWidget(
         buildMessageFrame({QStringLiteral("frameEmergency"), QStringLiteral("Emergency Message"),
                            tr("Emergency message %1"), txtEMsgAddr, btnEmgMsgUpdate},
                           QStringLiteral("chkEmergMsg"), chkEmergMsg));
-    layout->addWidget(buildMessageFrame({QStringLiteral("frameFunction"), QStringLiteral("Regular Message"),
-                                         tr("Regular message %1"), txtRMsgAddr, btnRegMsgUpdate},
-                                        QStringLiteral("chkRegMsg"), chkRegMsg));
-    auto* lastRow = new QHBoxLayout;
-    lastRow->addWidget(buildCoilFrame(), 1);
-    lastRow->addWidget(buildRegisterFrame(), 1);
-    layout->addLayout(lastRow);
+    messageFrames->addWidget(
+        buildMessageFrame({QStringLiteral("frameFunction"), QStringLiteral("Regular Message"),
+                           tr("Regular message %1"), txtRMsgAddr, btnRegMsgUpdate},
+                          QStringLiteral("chkRegMsg"), chkRegMsg));
+    valueFrames_->addWidget(buildCoilFrame(), 1);
+    valueFrames_->addWidget(buildRegisterFrame(), 1);
+    frames_->addLayout(messageFrames, 1);
+    frames_->addLayout(valueFrames_);
+    auto* const layout = new QVBoxLayout(this);
+    layout->addLayout(buildAddressRow());
+    layout->addLayout(frames_);
     layout->addStretch(1);
     connectHandlers(messages);
+}
+
+int TcpTesterPage::leastWidth(QBoxLayout::Direction direction) const {
+    const QSize messages = frames_->itemAt(0)->minimumSize();
+    const int coil = valueFrames_->itemAt(0)->minimumSize().width();
+    const int reg = valueFrames_->itemAt(1)->minimumSize().width();
+    const QMargins margins = layout()->contentsMargins();
+    const int frames = direction == QBoxLayout::LeftToRight
+                           ? messages.width() + frames_->spacing() + std::max(coil, reg)
+                           : std::max(messages.width(), coil + frames_->spacing() + reg);
+    return margins.left() + frames + margins.right();
+}
+
+QSize TcpTesterPage::minimumSizeHint() const {
+    return {leastWidth(QBoxLayout::TopToBottom), QWidget::minimumSizeHint().height()};
+}
+
+void TcpTesterPage::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    const bool isWide = width() >= leastWidth(QBoxLayout::LeftToRight);
+    frames_->setDirection(isWide ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
+    valueFrames_->setDirection(isWide ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
 }
 
 QBoxLayout* TcpTesterPage::buildAddressRow() {

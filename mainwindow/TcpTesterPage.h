@@ -5,11 +5,11 @@
 #include "model/People.h"
 #include "model/Project.h"
 
+#include <QBoxLayout>
 #include <QWidget>
 
 #include <array>
 
-class QBoxLayout;
 class QCheckBox;
 class QGroupBox;
 class QLineEdit;
@@ -45,8 +45,14 @@ public:
     /// The four Update buttons are disabled while a request is under way.
     void setEnabled(UpdateButton button, bool enabled) override;
 
+    QSize minimumSizeHint() const override;
+
 signals:
     void sendingChanged(bool isSending);
+
+protected:
+    /// Wide pages have the frames side by side, which leaves a low window room for all of them.
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     /// The frame of one kind of messages: start address, numbered boxes, Update.
@@ -58,6 +64,7 @@ private:
         QPushButton* update;
     };
 
+    int leastWidth(QBoxLayout::Direction direction) const;
     QBoxLayout* buildAddressRow();
     template <std::size_t count>
     QGroupBox* buildMessageFrame(const MessageFrame& parts, const QString& boxName,
@@ -71,6 +78,9 @@ private:
     void btnRegMsgUpdate_Click();
     void cmdUpdateCoil_Click();
     void cmdUpdateReg_Click();
+
+    QBoxLayout* frames_;      ///< those of the messages, then those of the values
+    QBoxLayout* valueFrames_; ///< the coil's and the register's
 
     TesterActions* actions_ = nullptr;
     bool isSending_ = false;

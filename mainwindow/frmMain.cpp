@@ -4,6 +4,7 @@
 #include "link/TransferCommands.h"
 #include "mainwindow/BitmapOffer.h"
 #include "mainwindow/Commands.h"
+#include "mainwindow/DockRoom.h"
 #include "mainwindow/FileDrops.h"
 #include "mainwindow/Guard.h"
 #include "mainwindow/HelpOpener.h"
@@ -54,6 +55,7 @@ constexpr const char* helpFileName = "OR102.chm";
 QGroupBox* framed(const QString& name, const QString& caption, QWidget* content) {
     auto* frame = named<QGroupBox>(name, caption);
     auto* layout = new QVBoxLayout(frame);
+    keepMarginsSmall(*layout);
     layout->addWidget(content);
     return frame;
 }
@@ -69,14 +71,6 @@ QScrollArea* scrolling(QWidget* page) {
     area->viewport()->setAutoFillBackground(false);
     page->setAutoFillBackground(false);
     return area;
-}
-
-/// Leaves room for the window's frame, whose size is known only once the window is shown.
-void resizeWithinScreen(QWidget& window, QSize wanted) {
-    const int border = window.style()->pixelMetric(QStyle::PM_MdiSubWindowFrameWidth, nullptr, &window);
-    const int title = window.style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, &window);
-    const QSize frame(2 * border, title + border);
-    window.resize(wanted.boundedTo(window.screen()->availableSize() - frame));
 }
 
 } // namespace
@@ -259,9 +253,11 @@ void frmMain::buildLayout() {
 
     auto* content = new QWidget;
     auto* layout = new QVBoxLayout(content);
+    keepMarginsSmall(*layout);
     layout->addWidget(splitter);
     setCentralWidget(content);
     keepTabKeyFromScrollButtons(*tabDetails);
+    new DockRoom(*tabDetails, *dock_, *this);
 
     const int character = fontMetrics().averageCharWidth();
     splitter->setSizes({28 * character, 140 * character});

@@ -9,6 +9,8 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScreen>
+#include <QStyle>
 #include <QTabBar>
 #include <QTabWidget>
 #include <QToolButton>
@@ -92,6 +94,19 @@ void letEndChooseLast(QAbstractItemView* list) {
 void keepTabKeyFromScrollButtons(QTabWidget& tabs) {
     for (QToolButton* const button : tabs.tabBar()->findChildren<QToolButton*>(Qt::FindDirectChildrenOnly))
         button->setFocusPolicy(Qt::NoFocus);
+}
+
+void keepMarginsSmall(QLayout& layout) {
+    const int margin = layout.spacing() / 2;
+    layout.setContentsMargins(margin, margin, margin, margin);
+}
+
+void resizeWithinScreen(QWidget& window, QSize wanted) {
+    // The frame's size is known only once the window is shown.
+    const int border = window.style()->pixelMetric(QStyle::PM_MdiSubWindowFrameWidth, nullptr, &window);
+    const int title = window.style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, &window);
+    const QSize frame(2 * border, title + border);
+    window.resize(wanted.boundedTo(window.screen()->availableSize() - frame));
 }
 
 void widenTo(QWidget* box, int characters) {

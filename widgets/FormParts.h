@@ -2,6 +2,7 @@
 
 #include "widgets/DropDownList.h"
 
+#include <QSize>
 #include <QString>
 
 #include <utility>
@@ -9,6 +10,7 @@
 class QAbstractItemView;
 class QHBoxLayout;
 class QLabel;
+class QLayout;
 class QLineEdit;
 class QPushButton;
 class QTabWidget;
@@ -69,6 +71,12 @@ void letEndChooseLast(QAbstractItemView* list);
 /// The arrows at the end of a row of tabs that is too long are for the mouse; the keyboard turns the tabs
 /// themselves.
 void keepTabKeyFromScrollButtons(QTabWidget& tabs);
+
+/// For what lies within frames: small screens need the room.
+void keepMarginsSmall(QLayout& layout);
+
+/// Gives a window its first size, as far as the screen has room for it.
+void resizeWithinScreen(QWidget& window, QSize wanted);
 
 /// Room for about `characters` characters of the box's font.
 void widenTo(QWidget* box, int characters);

@@ -212,6 +212,13 @@ void RowsTable::verticalScrollbarValueChanged(int value) {
     fitRowsInView();
 }
 
+QSize RowsTable::minimumSizeHint() const {
+    const QSize usual = QTableView::minimumSizeHint();
+    const int row = fontMetrics().lineSpacing() * 3 / 2;
+    const int rows = horizontalHeader()->sizeHint().height() + row + 2 * frameWidth();
+    return {usual.width(), std::min(usual.height(), rows)};
+}
+
 void RowsTable::scrollTo(const QModelIndex& index, ScrollHint hint) {
     if (!rowsAreEqual_)
         fitRows(index.row(), -1, viewport()->height());

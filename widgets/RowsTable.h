@@ -55,6 +55,8 @@ public:
     QString copiedText() const;
     /// Does what Enter does.
     void activateCurrent() { activate(currentIndex()); }
+    /// Room for the heads and a row.
+    QSize minimumSizeHint() const override;
     void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
 
 signals:

@@ -19,6 +19,13 @@
 
 namespace orvista {
 
+namespace {
+
+/// The panel's height, in lines of text, where there is room for it.
+constexpr int panelLines = 5;
+
+} // namespace
+
 WizardPreview::WizardPreview(const Project& project, int columns, const LocalTime& now, QWidget* parent)
     : QWidget(parent),
       columns_(columns),
@@ -29,14 +36,22 @@ WizardPreview::WizardPreview(const Project& project, int columns, const LocalTim
       lblWizardFit(named<ElidedLabel>(QStringLiteral("lblWizardFit"))) {
     values_.clock = now;
     wizardPreview->setAccessibleName(tr("Preview of the page"));
-    wizardPreview->setMinimumWidth(1);
+    wizardPreview->setMinimumSize(1, 1);
     // Forms around it keep their smallest heights only where no widget's height follows its width.
-    wizardPreview->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-    wizardPreview->setFixedHeight(5 * fontMetrics().height());
+    wizardPreview->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins({});
     layout->addWidget(wizardPreview, 1);
     layout->addWidget(lblWizardFit);
+}
+
+QSize WizardPreview::sizeHint() const {
+    return {QWidget::sizeHint().width(),
+            panelLines * fontMetrics().height() + layout()->spacing() + lblWizardFit->sizeHint().height()};
+}
+
+QSize WizardPreview::minimumSizeHint() const {
+    return {QWidget::minimumSizeHint().width(), 0};
 }
 
 void WizardPreview::show(const MessageForm& form) {

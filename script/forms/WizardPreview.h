@@ -24,6 +24,10 @@ public:
 
     void show(const MessageForm& form);
 
+    QSize sizeHint() const override;
+    /// None: on a small screen the form around it has the room.
+    QSize minimumSizeHint() const override;
+
 private:
     QString misfits(const MessageForm& form, const ScriptPage& page) const;
 

@@ -60,6 +60,7 @@ void frmMessageEdit::showPreview(const Project& project, int columns, const Loca
     static_cast<QGridLayout*>(layout())->addWidget(preview_, 4, 0, 1, 2);
     followControls();
     preview_->show(form());
+    resizeWithinScreen(*this, sizeHint());
 }
 
 void frmMessageEdit::followControls() {
