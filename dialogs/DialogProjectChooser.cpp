@@ -57,8 +57,10 @@ std::optional<ChosenProject> DialogProjectChooser::chooseNewProject(const std::s
     return dialog.IsCanceled ? std::nullopt : std::optional(ChosenProject{dialog.ProjPath, dialog.ProjName});
 }
 
-std::optional<ChosenProject> DialogProjectChooser::chooseExistingProject() {
+std::optional<ChosenProject> DialogProjectChooser::chooseExistingProject(const std::string& caption) {
     frmLoadProject dialog(history_, environment_, parent_);
+    if (!caption.empty())
+        dialog.setWindowTitle(QString::fromStdString(caption));
     dialog.exec();
     return dialog.IsCanceled ? std::nullopt : std::optional(ChosenProject{dialog.ProjPath, dialog.ProjName});
 }

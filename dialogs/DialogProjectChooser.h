@@ -22,7 +22,7 @@ public:
 
     StartupChoice chooseAtStartup() override;
     std::optional<ChosenProject> chooseNewProject(const std::string& caption) override;
-    std::optional<ChosenProject> chooseExistingProject() override;
+    std::optional<ChosenProject> chooseExistingProject(const std::string& caption) override;
     /// The extension is added unless the name ends in it; an existing file is replaced only after a question
     /// about the very path that will be written.
     std::optional<std::string> chooseSaveAsPath(const std::string& proposedName) override;

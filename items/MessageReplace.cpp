@@ -1,6 +1,7 @@
 #include "items/MessageReplace.h"
 
 #include "items/ProjectMessages.h"
+#include "script/ScriptCommands.h"
 
 #include <algorithm>
 
@@ -50,6 +51,52 @@ std::string tailOf(std::string_view script, std::size_t place) {
     return std::string(rest.substr(0, bytesAround)) + ellipsis;
 }
 
+/// A stretch of a script's bytes and what it is.
+struct Stretch {
+    std::size_t first = 0;
+    std::size_t end = 0;
+    ReplaceWhere where = ReplaceWhere::Other;
+};
+
+/// The text or the bitmap's name of the line from `first` to `end`.
+Stretch shownStretch(std::string_view script, std::size_t first, std::size_t end) {
+    const std::string_view line = script.substr(first, end - first);
+    if (line.find_first_not_of(' ') == std::string_view::npos)
+        return {};
+    ScriptWords words(line);
+    const ScriptCommand command = scriptCommand(1, words);
+    const auto* const element = std::get_if<ScriptElement>(&command);
+    if (element && std::holds_alternative<TextElement>(*element))
+        return {first + line.find('"') + 1, first + line.rfind('"'), ReplaceWhere::Text};
+    const auto* const image = element ? std::get_if<ImageElement>(element) : nullptr;
+    if (!image)
+        return {};
+    const std::size_t name = first + line.rfind(image->name);
+    return {name, name + image->name.size(), ReplaceWhere::Bitmap};
+}
+
+/// Tells what places belong to that come one after the other; each line is read once.
+class WhereInScript {
+public:
+    explicit WhereInScript(std::string_view script) : script_(script) {}
+
+    ReplaceWhere of(std::size_t place, std::size_t length) {
+        if (place >= lineEnd_) {
+            const std::size_t before = place == 0 ? place : script_.find_last_of(lineEnds, place - 1) + 1;
+            const std::size_t after = script_.find_first_of(lineEnds, place);
+            lineEnd_ = after == std::string_view::npos ? script_.size() : after;
+            shown_ = shownStretch(script_, before, lineEnd_);
+        }
+        const bool isWithin = place >= shown_.first && place + length <= shown_.end;
+        return isWithin ? shown_.where : ReplaceWhere::Other;
+    }
+
+private:
+    std::string_view script_;
+    std::size_t lineEnd_ = 0; ///< of the line that was read last
+    Stretch shown_;
+};
+
 } // namespace
 
 ReplaceHits findToReplace(const Project& project, const std::string& wanted, std::string_view replacement,
@@ -61,6 +108,7 @@ ReplaceHits findToReplace(const Project& project, const std::string& wanted, std
     for (std::size_t message = 0; message < messageCount; ++message) {
         const std::string_view script = messageScript(project, message);
         LineCounter lines(script);
+        WhereInScript where(script);
         for (std::size_t at = search.find(script); at != std::string_view::npos;
              at = search.find(script, at + wanted.size())) {
             if (hits.list.size() == maximumReplaceHits) {
@@ -70,8 +118,8 @@ ReplaceHits findToReplace(const Project& project, const std::string& wanted, std
             const std::string head = headOf(script, at);
             const std::string tail = tailOf(script, at + wanted.size());
             const std::string found(script.substr(at, wanted.size()));
-            hits.list.push_back(
-                {message, at, lines.lineOf(at), head + found + tail, head + std::string(replacement) + tail});
+            hits.list.push_back({message, at, lines.lineOf(at), where.of(at, wanted.size()),
+                                 head + found + tail, head + std::string(replacement) + tail});
         }
     }
     return hits;

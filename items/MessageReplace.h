@@ -12,13 +12,21 @@
 /// Replacing a text in the scripts of all messages, place by place.
 namespace orvista {
 
+/// What a place belongs to.
+enum class ReplaceWhere {
+    Text,   ///< that is shown
+    Bitmap, ///< its name
+    Other   ///< commands, numbers, and lines that are none
+};
+
 /// One place where the text stands. Texts are device bytes.
 struct ReplaceHit {
     std::size_t message = 0; ///< by position
     std::size_t at = 0;      ///< of the script's bytes
     std::size_t line = 0;    ///< of the script, from 1
-    std::string before;      ///< the line, or what is around the place in a long one
-    std::string after;       ///< the same with this one place replaced
+    ReplaceWhere where = ReplaceWhere::Other;
+    std::string before; ///< the line, or what is around the place in a long one
+    std::string after;  ///< the same with this one place replaced
     bool operator==(const ReplaceHit&) const = default;
 };
 

@@ -21,7 +21,7 @@ void ProjectTransfer::Upload() {
     // Sending what could not be saved would leave the device with another project than the folder.
     if (project_.modified && lifecycle_.SaveCommand() != DocMgrModule::SaveOutcome::Saved)
         return;
-    if (const auto connection = chooseConnection())
+    if (const auto connection = chooseConnection({}))
         running_.during([&] { send(*connection); });
 }
 
@@ -50,18 +50,18 @@ void ProjectTransfer::Download() {
     if (!target)
         return;
     bool goesAhead = true;
-    if (const auto connection = chooseConnection())
+    if (const auto connection = chooseConnection({}))
         running_.during([&] { goesAhead = fetch(*connection, "Download", target->ProjPath); });
     if (goesAhead)
         openDownloadedProject(*target);
 }
 
-std::optional<DeviceConnection> ProjectTransfer::chooseConnection() {
-    return dialogs_.chooseConnection(utf8FromWindows1252(project_.IP));
+std::optional<DeviceConnection> ProjectTransfer::chooseConnection(const std::string& caption) {
+    return dialogs_.chooseConnection(utf8FromWindows1252(project_.IP), caption);
 }
 
 std::optional<std::string> ProjectTransfer::Fetch(const std::string& title, const std::string& folder) {
-    const auto connection = chooseConnection();
+    const auto connection = chooseConnection(title);
     bool fetched = false;
     if (connection)
         running_.during([&] { fetched = fetch(*connection, title, folder); });

@@ -14,8 +14,11 @@ namespace orvista::DocTsfModule {
 class TransferDialogs {
 public:
     virtual ~TransferDialogs() = default;
-    /// Nothing when the user cancelled. \param deviceAddress the project's, UTF-8
-    virtual std::optional<DeviceConnection> chooseConnection(const std::string& deviceAddress) = 0;
+    /// \param deviceAddress the project's, UTF-8
+    /// \param caption what the connection is for; empty for the dialog's own
+    /// \returns nothing when the user cancelled
+    virtual std::optional<DeviceConnection> chooseConnection(const std::string& deviceAddress,
+                                                             const std::string& caption) = 0;
     virtual std::unique_ptr<TransferProgress> showProgress(const std::string& title) = 0;
 };
 
@@ -44,7 +47,7 @@ private:
     void send(const DeviceConnection& connection);
     bool fetch(const DeviceConnection& connection, const std::string& title, const std::string& folder);
     void openDownloadedProject(const ChosenProject& target);
-    std::optional<DeviceConnection> chooseConnection();
+    std::optional<DeviceConnection> chooseConnection(const std::string& caption);
 
     Project& project_;
     DocMgrModule::ProjectLifecycle& lifecycle_;

@@ -13,7 +13,7 @@ public:
     virtual void download() = 0;
     /// Asks for a device and fetches its files into a folder that is there, as a download does; the project
     /// and its folder stay as they are.
-    /// \param title of the transfer, UTF-8
+    /// \param title of the question and of the transfer, UTF-8
     /// \param folder UTF-8
     /// \returns the device as the user named it, UTF-8; nothing when he cancelled, or after a failure, which
     ///          was shown

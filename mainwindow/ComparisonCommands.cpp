@@ -98,7 +98,8 @@ void ComparisonCommands::miToolsCompareDisplay_Click() {
     withFiles(context.messages, [&] {
         const ScratchFolder fetched;
         TransferCommands* const transfer = world_.transfer();
-        const auto display = transfer ? transfer->fetch("Compare", fetched.path()) : std::nullopt;
+        const auto display =
+            transfer ? transfer->fetch("Compare with Display", fetched.path()) : std::nullopt;
         auto theirs = display ? fetchedProject(fetched.path(), context) : std::nullopt;
         if (!theirs)
             return;
@@ -110,7 +111,7 @@ void ComparisonCommands::miToolsCompareDisplay_Click() {
 
 void ComparisonCommands::miToolsCompareProject_Click() {
     const DocMgrModule::FileContext context = world_.lifecycle.fileContext();
-    const auto chosen = world_.chooser.chooseExistingProject();
+    const auto chosen = world_.chooser.chooseExistingProject("Compare with Project");
     if (!chosen)
         return;
     withFiles(context.messages, [&] {
@@ -141,7 +142,7 @@ void ComparisonCommands::miToolsVerify_Click() {
             return;
         const ScratchFolder fetched;
         TransferCommands* const transfer = world_.transfer();
-        const auto display = transfer ? transfer->fetch("Verify", fetched.path()) : std::nullopt;
+        const auto display = transfer ? transfer->fetch("Verify Display", fetched.path()) : std::nullopt;
         if (!display)
             return;
         std::vector<NamedFile> theirs = bitmapsIn(fetched.path());

@@ -8,6 +8,7 @@
 #include "model/SystemPath.h"
 #include "model/Text.h"
 #include "widgets/CommandLine.h"
+#include "widgets/FileChoice.h"
 #include "widgets/PathText.h"
 
 #include <QApplication>
@@ -37,9 +38,6 @@ std::string absolutePath(const std::string& path) {
     std::error_code error;
     return utf8Path(std::filesystem::absolute(systemPath(path), error).lexically_normal().make_preferred());
 }
-
-/// What other programs of the system answer to a call they do not understand.
-constexpr int usageError = 2;
 
 /// The number of columns that a text names; nothing where the preview has no such panel.
 std::optional<int> columnsOf(const QString& text) {
@@ -112,6 +110,7 @@ EditorStart readCommandLine(int argumentCount, char** arguments) {
 }
 
 int runEditor(const EditorStart& start) {
+    keepNoDialogSettings();
     QGuiApplication::setDesktopFileName(QStringLiteral("orvista-editor"));
     const QString data = QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation);
     EditorProgram editor(programFolder(), ModbusClient::modbusPort, data + QStringLiteral("/recovery"));

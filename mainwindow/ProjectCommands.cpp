@@ -101,7 +101,7 @@ MenuRow ProjectCommands::viewMenu() {
         .commands = {row("miViewPanels", tr("&Panels"), {}, tr("Show or hide the tables below the pages"),
                          Rules::always, handler(this, &ProjectCommands::miViewPanels_Click),
                          {.isCheckable = true, .dress = dockShown}),
-                     row("miViewPreview", tr("Display Preview"), {},
+                     row("miViewPreview", tr("&Display Preview"), {},
                          tr("The message as the display shows it, under its script"), Rules::always,
                          handler(this, &ProjectCommands::miViewPreview_Click),
                          {.isCheckable = true, .dress = previewShown})},

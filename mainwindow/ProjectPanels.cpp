@@ -43,7 +43,7 @@ std::vector<PanelDock::Panel> ProjectPanels::rows() {
         {&MonitorPanel::staticMetaObject,
          tr("Display Monitor"),
          [this] { return makeMonitor(); },
-         {"miViewMonitor", tr("Display &Monitor"), tr("What the display shows and holds now")}},
+         {"miViewMonitor", tr("Display M&onitor"), tr("What the display shows and holds now")}},
     };
 }
 

@@ -39,7 +39,7 @@ public:
     virtual StartupChoice chooseAtStartup() = 0;
     /// `caption` replaces the dialog's own when it is not empty.
     virtual std::optional<ChosenProject> chooseNewProject(const std::string& caption) = 0;
-    virtual std::optional<ChosenProject> chooseExistingProject() = 0;
+    virtual std::optional<ChosenProject> chooseExistingProject(const std::string& caption) = 0;
     /// The full path to save under, with extension, after any question about replacing it.
     virtual std::optional<std::string> chooseSaveAsPath(const std::string& proposedName) = 0;
 };

@@ -105,7 +105,7 @@ void ProjectLifecycle::createChosenProject() {
 }
 
 void ProjectLifecycle::openChosenProject() {
-    if (const auto chosen = chooser_.chooseExistingProject())
+    if (const auto chosen = chooser_.chooseExistingProject({}))
         openProject(projectFilePath(environment_.paths, chosen->ProjPath, chosen->ProjName), *chosen);
 }
 

@@ -5,6 +5,7 @@
 #include "simulator/Snapshot.h"
 #include "simulator/forms/SimulatorWindow.h"
 #include "widgets/CommandLine.h"
+#include "widgets/FileChoice.h"
 
 #include <QApplication>
 #include <QDir>
@@ -82,6 +83,7 @@ int main(int argc, char* argv[]) {
         if (options.headless)
             qputenv("QT_QPA_PLATFORM", "offscreen");
         const QApplication application(argc, argv);
+        keepNoDialogSettings();
         std::optional<QTemporaryDir> ownFolder;
         std::error_code ignored;
         if (options.device.root.empty())

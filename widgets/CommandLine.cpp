@@ -7,6 +7,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdio>
+#include <cstdlib>
 
 namespace orvista {
 
@@ -74,6 +76,11 @@ void processBeforeStart(QCommandLineParser& parser, int argumentCount, char** ar
     const auto isAsked = [&parser](const char* option) { return parser.isSet(QLatin1String(option)); };
     if (isUnderstood && !isAsked("help") && !isAsked("help-all") && !isAsked("version"))
         return;
+    if (!isUnderstood) {
+        std::fprintf(stderr, "%s: %s\n", qPrintable(QCoreApplication::applicationName()),
+                     qPrintable(parser.errorText()));
+        std::exit(usageError);
+    }
     const QCoreApplication windowless(argumentCount, arguments); // tells the parser the program's name
     parser.process(own);
 }

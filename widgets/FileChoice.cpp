@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QRegularExpression>
+#include <QSettings>
 
 #include <algorithm>
 
@@ -33,6 +34,12 @@ void prepare(QFileDialog& comdlg, const FileQuestion& question) {
 }
 
 } // namespace
+
+void keepNoDialogSettings() {
+    // Qt gives up without a word where it cannot write. Windows has its own dialogs, and the registry no such
+    // path.
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("/dev/null"));
+}
 
 std::optional<ChosenFile> chooseFileToWrite(const FileQuestion& question, QWidget* parent) {
     QFileDialog comdlg(parent);

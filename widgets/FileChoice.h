@@ -10,6 +10,10 @@ class QWidget;
 /// Asking for a file that is not a project.
 namespace orvista {
 
+/// Keeps Qt's file dialogs from writing a file of their own into the user's settings. Once, before the first
+/// dialog.
+void keepNoDialogSettings();
+
 struct FileQuestion {
     QString title;
     QStringList filters; ///< "Picture (*.png)"; a name without an ending gets that of the chosen filter

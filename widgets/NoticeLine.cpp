@@ -14,6 +14,28 @@
 
 namespace orvista {
 
+namespace {
+
+/// A longer word, such as a path, is broken where the line ends: it would widen the window.
+constexpr qsizetype longestUnbroken = 40;
+constexpr QChar breakingPlace{0x200B}; // takes no room
+
+QString breakable(const QString& text) {
+    QString broken;
+    qsizetype ofWord = 0;
+    for (const QChar character : text) {
+        ofWord = character.isSpace() ? 0 : ofWord + 1;
+        if (ofWord > longestUnbroken && !character.isLowSurrogate()) {
+            broken += breakingPlace;
+            ofWord = 1;
+        }
+        broken += character;
+    }
+    return broken;
+}
+
+} // namespace
+
 NoticeLine::NoticeLine(const QString& name, QWidget* parent)
     : QWidget(parent),
       text_(named<QLabel>(QStringLiteral("lbl") + name)),
@@ -46,7 +68,7 @@ void NoticeLine::press() {
 }
 
 void NoticeLine::say(const QString& text, const QString& button, std::function<void()> run) {
-    text_->setText(text);
+    text_->setText(breakable(text));
     button_->setText(button);
     run_ = std::move(run);
     button_->setVisible(!button.isEmpty());

@@ -3,6 +3,7 @@
 #include "check/FileFindings.h"
 #include "check/FindingList.h"
 #include "model/Place.h"
+#include "widgets/FilterBox.h"
 #include "widgets/FormParts.h"
 #include "widgets/NotAppliedMark.h"
 #include "widgets/RowsTable.h"
@@ -11,7 +12,6 @@
 #include <QCheckBox>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QLineEdit>
 #include <QVBoxLayout>
 
 namespace orvista {
@@ -39,7 +39,7 @@ FindingsPanel::FindingsPanel(const Project& project, const FileRemarks& fileRema
       notAppliedItems_(std::move(notAppliedItems)),
       columns_(columns),
       delay_(new SeenDelay(*this, [this] { this->check(); })),
-      txtFindingsFilter(named<QLineEdit>(QStringLiteral("txtFindingsFilter"))),
+      txtFindingsFilter(named<FilterBox>(QStringLiteral("txtFindingsFilter"))),
       chkFindingsNotes(named<QCheckBox>(QStringLiteral("chkFindingsNotes"), tr("&Notes"))),
       lblFindings(named<QLabel>(QStringLiteral("lblFindings"))),
       lblFindingsColumns(named<QLabel>(QStringLiteral("lblFindingsColumns"))),
@@ -56,9 +56,8 @@ FindingsPanel::FindingsPanel(const Project& project, const FileRemarks& fileRema
 }
 
 void FindingsPanel::buildLayout() {
-    txtFindingsFilter->setPlaceholderText(tr("Filter"));
+    txtFindingsFilter->leadTo(*tblFindings);
     txtFindingsFilter->setAccessibleName(tr("Filter the findings"));
-    txtFindingsFilter->setClearButtonEnabled(true);
     txtFindingsFilter->setToolTip(tr("Show only findings with this text"));
     chkFindingsNotes->setToolTip(tr("Also show notes"));
     tblFindings->setAccessibleName(tr("Findings"));

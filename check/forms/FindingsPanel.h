@@ -10,10 +10,10 @@
 
 class QCheckBox;
 class QLabel;
-class QLineEdit;
 
 namespace orvista {
 
+class FilterBox;
 class RowsTable;
 class SeenDelay;
 
@@ -54,7 +54,7 @@ private:
     std::vector<QString> explanations_; ///< as markup, by code
     SeenDelay* delay_;
 
-    QLineEdit* txtFindingsFilter;
+    FilterBox* txtFindingsFilter;
     QCheckBox* chkFindingsNotes;
     QLabel* lblFindings;
     QLabel* lblFindingsColumns;

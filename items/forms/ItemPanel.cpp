@@ -1,10 +1,10 @@
 #include "items/forms/ItemPanel.h"
 
+#include "widgets/FilterBox.h"
 #include "widgets/ModalDialogs.h"
 #include "widgets/NotAppliedMark.h"
 #include "widgets/SeenDelay.h"
 
-#include <QLineEdit>
 #include <QVBoxLayout>
 
 namespace orvista {
@@ -22,23 +22,16 @@ QString cellText(const std::string& utf8) {
     return text;
 }
 
-ItemPanel::ItemPanel(ItemSources sources, QLineEdit* filter, RowsTable* table)
+ItemPanel::ItemPanel(ItemSources sources, FilterBox* filter, RowsTable* table)
     : sources_(std::move(sources)), filter_(filter), table_(table), moment_(new SeenDelay(*this, [this] {
           readNow();
           readMore();
       })) {
-    filter_->setPlaceholderText(tr("Filter"));
-    filter_->setClearButtonEnabled(true);
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, layout->spacing(), 0, 0);
     layout->addWidget(filter_);
     layout->addWidget(table_, 1);
-    // From the word to the rows that have it.
-    connect(filter_, &QLineEdit::returnPressed, table_, [this] {
-        table_->setFocus(Qt::OtherFocusReason);
-        if (!table_->selectionModel()->hasSelection())
-            table_->selectRow(0);
-    });
+    filter_->leadTo(*table_);
     connect(table_, &RowsTable::rowActivated, this,
             [this](int row) { emit placeChosen({*itemNamed(item(static_cast<std::size_t>(row)))}); });
     connect(table_, &RowsTable::rowLeft, this, &ProjectPanel::rowLeft);

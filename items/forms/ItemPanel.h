@@ -9,10 +9,9 @@
 #include <string>
 #include <vector>
 
-class QLineEdit;
-
 namespace orvista {
 
+class FilterBox;
 class SeenDelay;
 
 /// What the panels of items are about.
@@ -44,10 +43,10 @@ public:
 
 protected:
     /// Takes the two widgets, which have their names already, into its layout.
-    ItemPanel(ItemSources sources, QLineEdit* filter, RowsTable* table);
+    ItemPanel(ItemSources sources, FilterBox* filter, RowsTable* table);
 
     const ItemSources& sources() const { return sources_; }
-    QLineEdit& filter() { return *filter_; }
+    FilterBox& filter() { return *filter_; }
     /// Brings the rows to the screen that item() and cells() tell of.
     void fill();
     void showEvent(QShowEvent* event) override;
@@ -66,7 +65,7 @@ private:
     std::vector<std::string> names(const std::vector<int>& rows) const;
 
     ItemSources sources_;
-    QLineEdit* filter_;
+    FilterBox* filter_;
     RowsTable* table_;
     SeenDelay* moment_;
 };

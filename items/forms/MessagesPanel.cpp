@@ -2,11 +2,11 @@
 
 #include "items/forms/StillPictures.h"
 #include "widgets/DeviceText.h"
+#include "widgets/FilterBox.h"
 #include "widgets/FormParts.h"
 #include "widgets/ModalDialogs.h"
 
 #include <QHeaderView>
-#include <QLineEdit>
 
 #include <tuple>
 
@@ -23,7 +23,7 @@ constexpr int restUnderDialogs = 300;
 
 MessagesPanel::MessagesPanel(ItemSources given, int columns, std::function<LocalTime()> localTime)
     : ItemPanel(
-          std::move(given), named<QLineEdit>(QStringLiteral("txtMessagesFilter")),
+          std::move(given), named<FilterBox>(QStringLiteral("txtMessagesFilter")),
           named<RowsTable>(QStringLiteral("tblMessages"),
                            QStringList{tr("Name"), tr("Address"), tr("Reference"), tr("Pages"), tr("Display"),
                                        tr("Text"), tr("Variables"), tr("Bitmaps"), tr("Findings")})),

@@ -1,13 +1,12 @@
 #include "items/forms/VariablesPanel.h"
 
+#include "widgets/FilterBox.h"
 #include "widgets/FormParts.h"
-
-#include <QLineEdit>
 
 namespace orvista {
 
 VariablesPanel::VariablesPanel(ItemSources sources)
-    : ItemPanel(std::move(sources), named<QLineEdit>(QStringLiteral("txtVariablesFilter")),
+    : ItemPanel(std::move(sources), named<FilterBox>(QStringLiteral("txtVariablesFilter")),
                 named<RowsTable>(QStringLiteral("tblVariables"),
                                  QStringList{tr("Name"), tr("Address"), tr("Reference"), tr("Default"),
                                              tr("Format"), tr("Used by")})) {

@@ -18,6 +18,22 @@
 
 namespace orvista {
 
+namespace {
+
+QString whereText(ReplaceWhere where) {
+    switch (where) {
+    case ReplaceWhere::Text:
+        return frmReplace::tr("text");
+    case ReplaceWhere::Bitmap:
+        return frmReplace::tr("bitmap");
+    case ReplaceWhere::Other:
+        return frmReplace::tr("other");
+    }
+    return {};
+}
+
+} // namespace
+
 frmReplace::frmReplace(const Project& project, std::vector<Item> notApplied, QWidget* parent)
     : QDialog(parent),
       project_(project),
@@ -26,7 +42,7 @@ frmReplace::frmReplace(const Project& project, std::vector<Item> notApplied, QWi
       txtReplaceWith(named<DeviceLineEdit>(QStringLiteral("txtReplaceWith"))),
       chkReplaceCase(named<QCheckBox>(QStringLiteral("chkReplaceCase"), tr("&Match case"))),
       tblReplace(named<RowsTable>(QStringLiteral("tblReplace"),
-                                  QStringList{tr("Message"), tr("Line"), tr("Old"), tr("New")})),
+                                  QStringList{tr("Message"), tr("Line"), tr("Where"), tr("Old"), tr("New")})),
       lblReplace(named<QLabel>(QStringLiteral("lblReplace"))),
       btnReplaceTickAll(namedButton(QStringLiteral("btnReplaceTickAll"), tr("Tick &All"))),
       btnReplaceTickNone(namedButton(QStringLiteral("btnReplaceTickNone"), tr("Tick &None"))) {
@@ -88,12 +104,20 @@ void frmReplace::find() {
         const std::string message = messageName(hit.message);
         rows.push_back({{QString::fromStdString(message), static_cast<int>(rows.size())},
                         {QString::number(hit.line), static_cast<qulonglong>(hit.line)},
+                        {whereText(hit.where)},
                         {shownLine(hit.before)},
                         {shownLine(hit.after) + notAppliedMark(notApplied_, *itemNamed(message))}});
     }
     tblReplace->setRows(std::move(rows));
-    tblReplace->setTicks(tickable());
+    tblReplace->setTicks(texts());
     showCount();
+}
+
+std::vector<bool> frmReplace::texts() const {
+    std::vector<bool> texts = tickable();
+    for (std::size_t row = 0; row < texts.size(); ++row)
+        texts[row] = texts[row] && hits_.list[row].where == ReplaceWhere::Text;
+    return texts;
 }
 
 std::vector<bool> frmReplace::tickable() const {

@@ -37,6 +37,7 @@ protected:
 private:
     void buildLayout();
     void find();
+    std::vector<bool> texts() const;
     std::vector<bool> tickable() const;
     std::vector<ReplaceHit> tickedHits() const;
     void showCount();

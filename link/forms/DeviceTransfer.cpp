@@ -15,8 +15,10 @@ DeviceTransfer::DeviceTransfer(Project& project, DocMgrModule::ProjectLifecycle&
     : window_(window), transfer_(project, lifecycle, chooser, *this, messages, std::move(makeControl)) {}
 
 std::optional<DocTsfModule::DeviceConnection>
-DeviceTransfer::chooseConnection(const std::string& deviceAddress) {
+DeviceTransfer::chooseConnection(const std::string& deviceAddress, const std::string& caption) {
     frmConnection dialog(QString::fromStdString(deviceAddress), &window_);
+    if (!caption.empty())
+        dialog.setWindowTitle(QString::fromStdString(caption));
     dialog.exec();
     if (dialog.IsCanceled)
         return std::nullopt;

@@ -22,7 +22,8 @@ public:
     }
 
 private:
-    std::optional<DocTsfModule::DeviceConnection> chooseConnection(const std::string& deviceAddress) override;
+    std::optional<DocTsfModule::DeviceConnection> chooseConnection(const std::string& deviceAddress,
+                                                                   const std::string& caption) override;
     std::unique_ptr<DocTsfModule::TransferProgress> showProgress(const std::string& title) override;
 
     QWidget& window_;

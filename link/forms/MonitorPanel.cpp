@@ -259,6 +259,9 @@ QString MonitorPanel::stateText() const {
     const QString address = QString::fromStdString(utf8FromWindows1252(project_.IP));
     if (!monitor_->isRunning())
         return tr("Stopped");
+    if (address.isEmpty() && !monitor_->failure().isEmpty())
+        return tr("No address on the System page. Tries again after %1.")
+            .arg(QString::fromStdString(secondsText(monitor_->pause())));
     if (!monitor_->failure().isEmpty())
         return tr("%1: %2. Tries again after %3.")
             .arg(address, monitor_->failure(), QString::fromStdString(secondsText(monitor_->pause())));

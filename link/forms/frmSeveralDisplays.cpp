@@ -210,8 +210,9 @@ void frmSeveralDisplays::processEnded(const std::vector<FleetResult>& results, c
 }
 
 void frmSeveralDisplays::btnReport_Click() {
-    const auto file =
-        chooseFileToWrite({tr("Save Report"), {tr("Table (*.csv)")}, work_.project.ProjPath}, this);
+    const auto file = chooseFileToWrite(
+        {tr("Save Report"), {tr("Table (*.csv)")}, work_.project.ProjPath, QStringLiteral("report.csv")},
+        this);
     if (!file)
         return;
     const std::string& path = file->path;

@@ -207,7 +207,7 @@ private:
     void addNewerDialogs(Add&& add) {
         const QStringList okCancel{"btnOK", "btnCancel"};
         add("replace", {"btnOK", "btnCancel", "btnReplaceTickAll", "btnReplaceTickNone"},
-            [this] { return std::make_unique<frmReplace>(project_, std::vector<std::string>()); });
+            [this] { return std::make_unique<frmReplace>(project_, std::vector<Item>()); });
         add("restore", okCancel, [] {
             const frmRestore::Row row{QDateTime::currentDateTime(), "Line3", "1 message"};
             return std::make_unique<frmRestore>(std::vector{row});

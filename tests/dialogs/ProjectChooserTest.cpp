@@ -89,9 +89,15 @@ private slots:
             clickRow(*list, list->topLevelItem(0));
             press(dialog, "btnOK");
         });
-        QVERIFY(chooser_->chooseExistingProject() == (ChosenProject{"/plants", "A"}));
-        onModal("frmLoadProject", [](QWidget* dialog) { press(dialog, "btnCancel"); });
-        QVERIFY(!chooser_->chooseExistingProject());
+        QVERIFY(chooser_->chooseExistingProject({}) == (ChosenProject{"/plants", "A"}));
+        for (const auto& [caption, title] :
+             {std::pair("", "Open Existing Project"), std::pair("Compare", "Compare")}) {
+            onModal("frmLoadProject", [title = title](QWidget* dialog) {
+                QCOMPARE(dialog->windowTitle(), title);
+                press(dialog, "btnCancel");
+            });
+            QVERIFY(!chooser_->chooseExistingProject(caption));
+        }
     }
 
     void saveAsProposesTheNameInTheProjectFolder() {

@@ -25,13 +25,39 @@ Project projectToReplaceIn() {
 }
 
 TEST(FindToReplace, TellsEachPlaceWithItsLineOldAndNew) {
-    EXPECT_THAT(
-        found(projectToReplaceIn(), "pump", "Valve"),
-        ElementsAre(
-            ReplaceHit{2, 27, 2, "TEXT 0 0 RED BLACK \"Pump pump\"", "TEXT 0 0 RED BLACK \"Valve pump\""},
-            ReplaceHit{2, 32, 2, "TEXT 0 0 RED BLACK \"Pump pump\"", "TEXT 0 0 RED BLACK \"Pump Valve\""},
-            ReplaceHit{2, 73, 4, "TEXT 0 0 RED BLACK \"pump\"", "TEXT 0 0 RED BLACK \"Valve\""},
-            ReplaceHit{40, 0, 1, "PUMP", "Valve"}));
+    EXPECT_THAT(found(projectToReplaceIn(), "pump", "Valve"),
+                ElementsAre(ReplaceHit{2, 27, 2, ReplaceWhere::Text, "TEXT 0 0 RED BLACK \"Pump pump\"",
+                                       "TEXT 0 0 RED BLACK \"Valve pump\""},
+                            ReplaceHit{2, 32, 2, ReplaceWhere::Text, "TEXT 0 0 RED BLACK \"Pump pump\"",
+                                       "TEXT 0 0 RED BLACK \"Pump Valve\""},
+                            ReplaceHit{2, 73, 4, ReplaceWhere::Text, "TEXT 0 0 RED BLACK \"pump\"",
+                                       "TEXT 0 0 RED BLACK \"Valve\""},
+                            ReplaceHit{40, 0, 1, ReplaceWhere::Other, "PUMP", "Valve"}));
+}
+
+/// What the only hit of "aa" belongs to.
+ReplaceWhere whereOf(const std::string& script) {
+    Project project;
+    project.STDMSG[0] = script;
+    return found(project, "aa", "").at(0).where;
+}
+
+TEST(FindToReplace, TellsWhatThePlaceBelongsTo) {
+    EXPECT_EQ(whereOf("CLEAR\r\nTEXTS 0 5 RED BLACK \"aa\""), ReplaceWhere::Text);
+    EXPECT_EQ(whereOf("TEXT 0 0 RED BLACK \"x \" aa \" y\""), ReplaceWhere::Text);
+    EXPECT_EQ(whereOf("TEXT 0 0 RED BLACK \"x\"aa"), ReplaceWhere::Other);
+    EXPECT_EQ(whereOf("TEXT 0 0 RED BLACK aa"), ReplaceWhere::Other);
+    EXPECT_EQ(whereOf("IMG 0 0 RED BLACK aa.bmp"), ReplaceWhere::Bitmap);
+    EXPECT_EQ(whereOf("CLEAR\naa\nTEXT 0 0 RED BLACK \"x\""), ReplaceWhere::Other);
+    EXPECT_EQ(whereOf("DISPVAR 0 0 RED BLACK aa"), ReplaceWhere::Other);
+}
+
+TEST(FindToReplace, CountsAPlaceOverAnEdgeAsOther) {
+    Project project;
+    project.STDMSG[0] = "TEXT 0 0 RED BLACK \"ab\"";
+    EXPECT_EQ(found(project, "\"a", "").at(0).where, ReplaceWhere::Other);
+    EXPECT_EQ(found(project, "b\"", "").at(0).where, ReplaceWhere::Other);
+    EXPECT_EQ(found(project, "ab", "").at(0).where, ReplaceWhere::Text);
 }
 
 TEST(FindToReplace, MindsTheCaseWhenAskedTo) {

@@ -100,7 +100,9 @@ private:
 
 class ScriptedDialogs final : public TransferDialogs {
 public:
-    std::optional<DeviceConnection> chooseConnection(const std::string& deviceAddress) override {
+    std::optional<DeviceConnection> chooseConnection(const std::string& deviceAddress,
+                                                     const std::string& caption) override {
+        captions.push_back(caption);
         proposed.push_back(deviceAddress);
         return connection;
     }
@@ -112,6 +114,7 @@ public:
 
     std::optional<DeviceConnection> connection = DeviceConnection{"127.0.0.1", "7000"};
     Lines proposed;
+    Lines captions;
     Lines shown;
     int open = 0;
 

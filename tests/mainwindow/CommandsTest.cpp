@@ -43,6 +43,7 @@ class CommandsTest : public QObject {
     Q_OBJECT
 private slots:
     void menusHoldTheirEntries();
+    void everyViewHasALetterOfItsOwn();
     void toolbarButtonsHaveTheirTexts();
     void menuAndToolbarAreSeparateActions();
     void shortcutsWork();
@@ -232,6 +233,23 @@ void CommandsTest::noMenuOffersToHideTheToolbar() {
         QApplication::sendEvent(place, &click);
         QVERIFY(!QApplication::activePopupWidget());
     }
+}
+
+void CommandsTest::everyViewHasALetterOfItsOwn() {
+    EditorFixture editor;
+    editor.load();
+    QStringList letters;
+    for (const QAction* const entry : editor.find<QMenu>("mnuView")->actions()) {
+        if (entry->isSeparator())
+            continue;
+        const QString caption = entry->text().toUpper();
+        const auto mark = caption.indexOf(u'&');
+        QVERIFY2(mark >= 0, qPrintable(caption));
+        const QString letter = caption.sliced(mark + 1, 1);
+        QVERIFY2(!letters.contains(letter), qPrintable(caption));
+        letters << letter;
+    }
+    QVERIFY(letters.size() >= 5);
 }
 
 QTEST_MAIN(CommandsTest)

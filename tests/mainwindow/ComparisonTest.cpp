@@ -128,6 +128,7 @@ void ComparisonTest::listsWhatAnotherProjectHasOtherwise() {
     editor.saveAs(editor.other, otherProject());
     QVERIFY(!editor.find<QWidget>("dockPanels")->isVisible());
     editor.compareWith(editor.other);
+    QCOMPARE(editor.chooser.existingProjectCaptions.back(), std::string("Compare with Project"));
     QVERIFY(editor.table()->isVisible());
     QCOMPARE(editor.find<QTabWidget>("tabPanels")->tabText(0), QStringLiteral("Comparison"));
     QCOMPARE(editor.rows(), otherRows);
@@ -293,8 +294,14 @@ void ComparisonTest::comparesWithADisplay() {
 
 void ComparisonTest::aCancelledConnectionOpensNothing() {
     ComparingEditor editor;
-    for (const char* const entry : {"miToolsCompareDisplay", "miToolsVerify"}) {
-        onModal(QStringLiteral("frmConnection"), [](QWidget* dialog) { dialog->close(); });
+    const std::pair<const char*, QString> dialogs[] = {
+        {"miToolsCompareDisplay", QStringLiteral("Compare with Display")},
+        {"miToolsVerify", QStringLiteral("Verify Display")}};
+    for (const auto& [entry, title] : dialogs) {
+        onModal(QStringLiteral("frmConnection"), [&title = title](QWidget* dialog) {
+            QCOMPARE(dialog->windowTitle(), title);
+            dialog->close();
+        });
         editor.trigger(entry);
         QVERIFY(!editor.find<QWidget>("dockPanels")->isVisible());
     }

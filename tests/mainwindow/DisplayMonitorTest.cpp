@@ -210,6 +210,7 @@ private slots:
     void drawsThePanelFromTheProjectAndTheValuesRead();
     void namesItemsThatNoRequestReaches();
     void faultsAreSaidInTheTab_data();
+    void aMissingAddressIsSaidInTheTab();
     void faultsAreSaidInTheTab();
     void triesAgainAfterLongerAndLongerPauses();
     void neverPausesForMoreThanTenSeconds();
@@ -396,6 +397,15 @@ void DisplayMonitorTest::faultsAreSaidInTheTab_data() {
     row("exception", {fault, "exception", "--exception", "2"},
         "reading coils 320 to 359: exception 2, illegal data address");
     row("garbage", {fault, "garbage"}, "reading coils 320 to 359: the display's answer is not Modbus");
+}
+
+void DisplayMonitorTest::aMissingAddressIsSaidInTheTab() {
+    MonitoringEditor editor(1);
+    editor.project.IP.clear();
+    editor.click("btnMonitorStart");
+    const QRegularExpression expected(
+        QStringLiteral("^No address on the System page. Tries again after \\d+ s\\.$"));
+    QTRY_VERIFY2(expected.match(editor.state()).hasMatch(), qPrintable(editor.state()));
 }
 
 void DisplayMonitorTest::faultsAreSaidInTheTab() {

@@ -195,10 +195,12 @@ void EditorProgramTest::answersWithoutADisplay_data() {
                                << "^$";
     QTest::newRow("-v") << QStringList{"-v"} << 0 << "^orvista-editor 1.03-2\\s$"
                         << "^$";
-    QTest::newRow("a wrong option") << QStringList{"--bogus"} << 1 << "^$"
-                                    << "Unknown option 'bogus'";
-    QTest::newRow("a wrong option with a path") << QStringList{"a.orx", "--bogus"} << 1 << "^$"
+    QTest::newRow("a wrong option") << QStringList{"--bogus"} << 2 << "^$"
+                                    << "^orvista-editor: Unknown option 'bogus'\\.\\s$";
+    QTest::newRow("a wrong option with a path") << QStringList{"a.orx", "--bogus"} << 2 << "^$"
                                                 << "Unknown option 'bogus'";
+    QTest::newRow("an option without its value") << QStringList{"--columns"} << 2 << "^$"
+                                                 << "Missing value after '--columns'";
     const QString columns =
         QStringLiteral("^orvista-editor: --columns takes a whole number from 32 to 512\\s$");
     for (const char* number : {"31", "513", "0", "-128", "+128", "128.0", "4294967424", "wide", " 64", ""})

@@ -68,6 +68,7 @@ private slots:
     void theFilterLooksIntoNamesTextsAndScripts();
     void theFilterFoldsAccentedLettersAndFindsNothingForForeignOnes();
     void controlFOpensTheMessagesWithTheCursorInTheFilter();
+    void downInTheFilterLeadsToTheRows();
     void enterInTheFilterLeadsToTheRows();
     void aRowLeadsToItsItem();
     void anEditThatWouldBeLostIsDiscardedByTheSecondEnterOnly();
@@ -196,7 +197,22 @@ void ItemPanelsTest::controlFOpensTheMessagesWithTheCursorInTheFilter() {
     QTest::keyClick(editor.filter(), Qt::Key_F, Qt::ControlModifier);
     QCOMPARE(editor.filter()->selectedText(), QStringLiteral("level"));
     QTest::keyClick(editor.filter(), Qt::Key_Escape);
+    QCOMPARE(editor.filter()->text(), QString());
+    QVERIFY(editor.filter()->hasFocus());
+    QVERIFY(editor.names(*editor.messageTable()).size() > 1);
+    QTest::keyClick(editor.filter(), Qt::Key_Escape);
     QVERIFY(box->hasFocus());
+}
+
+void ItemPanelsTest::downInTheFilterLeadsToTheRows() {
+    Plant editor;
+    QTest::keyClick(editor.window.get(), Qt::Key_F, Qt::ControlModifier);
+    QTRY_VERIFY(editor.filter()->hasFocus());
+    QTest::keyClicks(editor.filter(), QStringLiteral("level"));
+    QTest::keyClick(editor.filter(), Qt::Key_Down);
+    QVERIFY(editor.messageTable()->hasFocus());
+    QCOMPARE(editor.messageTable()->selectedRows(), std::vector<int>{2});
+    QCOMPARE(editor.filter()->text(), QStringLiteral("level"));
 }
 
 void ItemPanelsTest::enterInTheFilterLeadsToTheRows() {

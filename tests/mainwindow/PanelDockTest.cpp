@@ -112,6 +112,7 @@ private slots:
     void escapeLeadsToThePageThatIsInFrontNow();
     void hidingReturnsTheFocusToThePage();
     void aNoticeStandsInALineOfItsOwn();
+    void aLongWordInALineDoesNotWidenTheWindow();
     void aLineOpensTheDockAndClosesItAgain();
     void aLineLeavesADockOpenThatWasOpen();
     void aLineLeavesAPanelOpenThatTheUserWentTo();
@@ -225,6 +226,20 @@ void PanelDockTest::aNoticeStandsInALineOfItsOwn() {
     QCOMPARE(notice->textFormat(), Qt::PlainText);
     editor.dock->showNotice({});
     QVERIFY(!notice->isVisible());
+}
+
+void PanelDockTest::aLongWordInALineDoesNotWidenTheWindow() {
+    Docked editor;
+    const QString name(180, u'W');
+    editor.dock->showNotice(name + QStringLiteral(" was changed on the disk"));
+    auto* const notice = editor.find<QLabel>("lblNotice");
+    const int line = notice->fontMetrics().horizontalAdvance(name.left(60));
+    QVERIFY(editor.window.minimumSizeHint().width() < line);
+    editor.window.resize(line, editor.window.height());
+    QTRY_COMPARE(editor.window.width(), line);
+    // All of it is there, in several lines.
+    QVERIFY(notice->heightForWidth(notice->width()) >= 3 * notice->fontMetrics().lineSpacing());
+    QCOMPARE(notice->text().remove(QChar(0x200B)), name + QStringLiteral(" was changed on the disk"));
 }
 
 void PanelDockTest::aLineOpensTheDockAndClosesItAgain() {

@@ -91,6 +91,7 @@ class ReplaceTest : public QObject {
 private slots:
     void controlHOpensTheDialogWithTheCursorInItsFirstBox();
     void everyPlaceIsShownOldAndNew();
+    void textsAloneAreTickedAtFirst();
     void replacingIsOneStep();
     void placesAreTickedOffByKeysAlone();
     void allAndNoneAreTicked();
@@ -116,14 +117,33 @@ void ReplaceTest::controlHOpensTheDialogWithTheCursorInItsFirstBox() {
 void ReplaceTest::everyPlaceIsShownOldAndNew() {
     Plant editor;
     editor.replacePump([](QWidget& dialog) {
-        QCOMPARE(rows(dialog),
-                 (QStringList{
-                     "+STDMSG1|2|TEXT 0 0 RED BLACK \"Pump pump\"|TEXT 0 0 RED BLACK \"Valve pump\"",
-                     "+STDMSG1|2|TEXT 0 0 RED BLACK \"Pump pump\"|TEXT 0 0 RED BLACK \"Pump Valve\"",
-                     "+ALTMSG3|2|TEXT 0 0 RED BLACK \"pump stopped\"|TEXT 0 0 RED BLACK \"Valve stopped\""}));
+        QCOMPARE(
+            rows(dialog),
+            (QStringList{
+                "+STDMSG1|2|text|TEXT 0 0 RED BLACK \"Pump pump\"|TEXT 0 0 RED BLACK \"Valve pump\"",
+                "+STDMSG1|2|text|TEXT 0 0 RED BLACK \"Pump pump\"|TEXT 0 0 RED BLACK \"Pump Valve\"",
+                "+ALTMSG3|2|text|TEXT 0 0 RED BLACK \"pump stopped\"|TEXT 0 0 RED BLACK \"Valve stopped\""}));
         QCOMPARE(count(dialog), QStringLiteral("3 matches, 3 selected"));
         cancel(dialog);
     });
+}
+
+void ReplaceTest::textsAloneAreTickedAtFirst() {
+    Plant editor;
+    editor.project.STDMSG[0] =
+        "CLEAR\r\nIMG 0 0 RED BLACK pump.bmp\r\nTEXT 0 0 RED BLACK \"Pump\"\r\npump it";
+    editor.project.ALTMSG[2] = "CLEAR";
+    editor.replacePump([](QWidget& dialog) {
+        QCOMPARE(rows(dialog),
+                 (QStringList{"-STDMSG1|2|bitmap|IMG 0 0 RED BLACK pump.bmp|IMG 0 0 RED BLACK Valve.bmp",
+                              "+STDMSG1|3|text|TEXT 0 0 RED BLACK \"Pump\"|TEXT 0 0 RED BLACK \"Valve\"",
+                              "-STDMSG1|4|other|pump it|Valve it"}));
+        press(dialog, "btnReplaceTickAll");
+        QCOMPARE(count(dialog), QStringLiteral("3 matches, 3 selected"));
+        press(dialog, "btnOK");
+    });
+    QCOMPARE(editor.project.STDMSG[0],
+             std::string("CLEAR\r\nIMG 0 0 RED BLACK Valve.bmp\r\nTEXT 0 0 RED BLACK \"Valve\"\r\nValve it"));
 }
 
 void ReplaceTest::replacingIsOneStep() {

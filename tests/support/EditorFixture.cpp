@@ -92,7 +92,8 @@ QString EditorFixture::notAppliedMark() const {
 
 QString EditorFixture::notice() const {
     const auto* const label = window->findChild<QLabel*>(QStringLiteral("lblNotice"));
-    return label && label->isVisible() ? label->text() : QString();
+    // Long words may be broken where this stands.
+    return label && label->isVisible() ? label->text().remove(QChar(0x200B)) : QString();
 }
 
 void EditorFixture::type(const char* boxName, const QString& text) const {

@@ -50,7 +50,8 @@ public:
         newProjectCaptions.push_back(caption);
         return take(newProjects);
     }
-    std::optional<ChosenProject> chooseExistingProject() override {
+    std::optional<ChosenProject> chooseExistingProject(const std::string& caption) override {
+        existingProjectCaptions.push_back(caption);
         ++existingAsked;
         return take(existingProjects);
     }
@@ -63,6 +64,7 @@ public:
     int startupsShown = 0;
     int existingAsked = 0;
     std::vector<std::string> newProjectCaptions;
+    std::vector<std::string> existingProjectCaptions;
     std::vector<std::string> proposedNames;
     std::deque<ChosenProject> newProjects;
     std::deque<ChosenProject> existingProjects;
