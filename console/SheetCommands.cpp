@@ -98,6 +98,13 @@ void expectProjectFirst(const ImportOptions& options) {
                                                        options.project + " is the table");
 }
 
+/// Empty where there are none.
+std::string emptyCellsText(std::size_t count) {
+    if (count == 0)
+        return {};
+    return decimalText(count) + " of them for an empty cell: the default of a number, an empty text\n";
+}
+
 ExitStatus importSheet(const ImportOptions& options, Import import) {
     expectProjectFirst(options);
     const std::string target = options.output.empty() ? options.project : writtenProjectName(options.output);
@@ -109,13 +116,13 @@ ExitStatus importSheet(const ImportOptions& options, Import import) {
     }
     if (options.dryRun) {
         printChanges(result.changes);
-        print(countText(result.changes.size(), " would change\n"));
+        print(countText(result.changes.size(), " would change\n") + emptyCellsText(result.fromEmptyCells));
         return ExitStatus::Well;
     }
     applyChanges(project, result.changes);
     if (!result.changes.empty() || !options.output.empty())
         saveProject(target, project);
-    print(countText(result.changes.size(), " changed\n"));
+    print(countText(result.changes.size(), " changed\n") + emptyCellsText(result.fromEmptyCells));
     return ExitStatus::Well;
 }
 
@@ -175,7 +182,10 @@ void addVariables(CLI::App& program, Run& run) {
     addImport(*group, run, importVariables,
               "Examples:\n"
               "  orvista variables import PUMPSTATION.orx variables.csv --dry-run\n"
-              "  orvista variables import PUMPSTATION.orx variables.csv");
+              "  orvista variables import PUMPSTATION.orx variables.csv\n\n"
+              "An empty cell stands for the default of a number, and for an empty on or off text; a column "
+              "that is\n"
+              "not in the table changes nothing.");
     group->footer("Examples:\n"
                   "  orvista variables export PUMPSTATION.orx -o variables.csv\n"
                   "  orvista variables import PUMPSTATION.orx variables.csv");

@@ -156,7 +156,7 @@ void SheetCommands::take(const std::string& path, SheetImport sheet) {
     // Before the user has chosen among many rows, not after.
     if (!changes_.mayChange(changedItems(sheet.changes)))
         return;
-    frmSheetImport dialog(fileName(path), std::move(sheet.changes), &window_);
+    frmSheetImport dialog(fileName(path), std::move(sheet.changes), sheet.fromEmptyCells, &window_);
     dialog.exec();
     if (dialog.IsCanceled || dialog.chosen.empty())
         return;

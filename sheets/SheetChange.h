@@ -23,6 +23,8 @@ struct SheetChange {
 struct SheetImport {
     std::vector<SheetChange> changes; ///< in the order of the project's tables
     SheetErrors errors;
+    /// How many of the changes come from an empty cell, which is a number's default or an empty text.
+    std::size_t fromEmptyCells = 0;
 };
 
 /// The items that change, each once, in the order of the changes.

@@ -143,8 +143,11 @@ private:
 
     void change(const std::string& name, VariableColumn column, const std::string& before,
                 const std::string& after) {
-        if (before != after)
-            present_->push_back({name, columnNames[column], before, after});
+        if (before == after)
+            return;
+        present_->push_back({name, columnNames[column], before, after});
+        if (trimBlanks(sheet_.cell(column)).empty())
+            ++result_.fromEmptyCells;
     }
 
     const Project& project_;

@@ -24,7 +24,8 @@ std::vector<ShownChange> shown(const std::vector<SheetChange>& changes) {
 
 } // namespace
 
-frmSheetImport::frmSheetImport(const QString& file, std::vector<SheetChange> changes, QWidget* parent)
+frmSheetImport::frmSheetImport(const QString& file, std::vector<SheetChange> changes,
+                               std::size_t fromEmptyCells, QWidget* parent)
     : QDialog(parent), changes_(std::move(changes)), list_(new ChangeList(shown(changes_))) {
     setObjectName(QStringLiteral("frmSheetImport"));
     setWindowTitle(tr("Import"));
@@ -34,6 +35,10 @@ frmSheetImport::frmSheetImport(const QString& file, std::vector<SheetChange> cha
     lblImport->setText(
         changes_.empty() ? tr("%1 contains nothing that is not already in the project.").arg(file)
                          : tr("Where %1 differs from the project. Ticked rows will be imported.").arg(file));
+    if (fromEmptyCells > 0)
+        lblImport->setText(lblImport->text() + u' ' +
+                           tr("Of these, %L1 for an empty cell: the default of a number, an empty text.")
+                               .arg(fromEmptyCells));
     list_->setHidden(changes_.empty());
     const OkCancelRow buttons(this);
     buttons.btnOK->setToolTip(tr("Take the ticked texts into the project, in one step that can be undone"));

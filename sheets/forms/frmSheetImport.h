@@ -14,7 +14,9 @@ class frmSheetImport final : public QDialog {
     Q_OBJECT
 public:
     /// \param file name of the table, for people
-    frmSheetImport(const QString& file, std::vector<SheetChange> changes, QWidget* parent = nullptr);
+    /// \param fromEmptyCells how many of the changes come from an empty cell
+    frmSheetImport(const QString& file, std::vector<SheetChange> changes, std::size_t fromEmptyCells = 0,
+                   QWidget* parent = nullptr);
 
     bool IsCanceled = true;          ///< true unless OK was pressed
     std::vector<SheetChange> chosen; ///< those that were ticked

@@ -697,6 +697,17 @@ class Sheets(ProgramTest):
                          "orvista: the table would be longer than the 64 MB that an import takes")
         self.assertFalse((self.folder / "longer.csv").exists())
 
+    def test_what_comes_from_empty_cells_is_told(self):
+        self.expect(0, "new", "E.orx")
+        (self.folder / "full.csv").write_text("name,default,width,on\nRegVar1,7,3,\nCoilVar2,1,,ZU\n")
+        self.assertEqual(self.expect(0, "variables", "import", "E.orx", "full.csv"), b"4 texts changed\n")
+        (self.folder / "empty.csv").write_text("name,default,width,on\nRegVar1,, ,\nCoilVar2,1,,\n")
+        self.assertEqual(self.expect(0, "variables", "import", "E.orx", "empty.csv", "--dry-run").decode(),
+                         "RegVar1 default\n- 7\n+ 0.0\nRegVar1 width\n- 3\n+ 7\nCoilVar2 on\n- ZU\n+ \n3 texts would change\n"
+                         "3 of them for an empty cell: the default of a number, an empty text\n")
+        self.assertEqual(self.expect(0, "variables", "import", "E.orx", "empty.csv").decode().splitlines()[1],
+                         "3 of them for an empty cell: the default of a number, an empty text")
+
     def test_nul_bytes_and_utf_16_are_refused(self):
         before = self.files()
         for data, said in ((b'message,script\nSTDMSG1,"CLEAR\0"\n', ": row 2, script: a NUL byte is not a character of the display"),
