@@ -1,4 +1,5 @@
 #include "bench/Pair.h"
+#include "check/FileFindings.h"
 #include "model/DeviceFiles.h"
 #include "model/ProjectFile.h"
 #include "model/SystemPath.h"
@@ -68,6 +69,17 @@ public:
             throw std::runtime_error("open failed");
         benchmark::DoNotOptimize(project);
     }
+
+    /// What a check does with the project file; within a millisecond of the processor for the example.
+    void judge() {
+        Project project;
+        FileRemarks remarks;
+        if (!DocMgrModule::readProjectWithoutWriting(folder_.file("PLANT.orx"), project, context_, &remarks))
+            throw std::runtime_error("open failed");
+        benchmark::DoNotOptimize(fileFindings(remarks));
+    }
+
+    void readProjectFile() { readWhole(folder_.file("PLANT.orx"), files_.at(folder_.file("PLANT.orx"))); }
 
     void writeEveryFile() const {
         for (const auto& [path, bytes] : files_)
@@ -140,6 +152,12 @@ void Open(benchmark::State& state) {
         state, [&] { saved.open(); }, [&] { saved.moveBytesOfOpening(); });
 }
 
+void Judge(benchmark::State& state) {
+    SavedProject saved(projectFor(state));
+    runBesideFloor(
+        state, [&] { saved.judge(); }, [&] { saved.readProjectFile(); });
+}
+
 /// 16 MB beside 1 MB: linear cost keeps the ratio near 16.
 void Growth(benchmark::State& state, void (SavedProject::*work)()) {
     SavedProject small(projectOfSize(megabyte));
@@ -157,6 +175,7 @@ void OpenGrowth(benchmark::State& state) {
 
 BENCHMARK(Save)->Arg(0)->Arg(1)->Arg(16)->UseManualTime()->Unit(benchmark::kMicrosecond);
 BENCHMARK(Open)->Arg(0)->Arg(1)->Arg(16)->UseManualTime()->Unit(benchmark::kMicrosecond);
+BENCHMARK(Judge)->Arg(0)->Arg(1)->UseManualTime()->Unit(benchmark::kMicrosecond);
 BENCHMARK(SaveGrowth)->UseManualTime()->Unit(benchmark::kMicrosecond);
 BENCHMARK(OpenGrowth)->UseManualTime()->Unit(benchmark::kMicrosecond);
 
