@@ -2,6 +2,7 @@
 
 #include "items/ProjectMessages.h"
 #include "model/Lines.h"
+#include "script/ScriptLines.h"
 #include "sheets/SheetChange.h"
 
 #include <algorithm>
@@ -81,7 +82,7 @@ std::string mergedScript(const std::string& before, const std::string& after, co
         if (line.kind == ComparedLine::Kind::Same || isTaken == (line.kind == ComparedLine::Kind::Added))
             script.append(script.empty() ? "" : lineEnd).append(line.text);
     }
-    return haveSameLines(script, after) ? after : script;
+    return equivalent(script, after) ? after : script;
 }
 
 void takeLines(Project& project, const Project& from, const std::string& item, const TakenLines& taken) {

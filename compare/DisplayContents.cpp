@@ -1,6 +1,5 @@
 #include "compare/DisplayContents.h"
 
-#include "compare/ScriptComparison.h"
 #include "model/BitmapFiles.h"
 #include "model/Files.h"
 #include "model/FolderLookup.h"
@@ -12,6 +11,7 @@
 #include "model/Windows1252.h"
 #include "script/BitmapNames.h"
 #include "script/ScriptInterpreter.h"
+#include "script/ScriptLines.h"
 
 #include <algorithm>
 #include <array>

@@ -4,6 +4,7 @@
 #include "model/ItemKind.h"
 #include "model/ItemState.h"
 #include "model/Numbers.h"
+#include "script/ScriptLines.h"
 
 namespace orvista {
 
@@ -58,7 +59,7 @@ std::vector<ItemDifference> compareItems(const Project& before, const Project& a
     for (std::size_t i = 0; i < messageCount; ++i) {
         const std::string& left = messageScript(before, i);
         const std::string& right = messageScript(after, i);
-        if (!haveSameLines(left, right))
+        if (!equivalent(left, right))
             items.push_back({messageName(i), {}, comparedLines(left, right)});
     }
     return items;

@@ -1,9 +1,7 @@
 #include "compare/ScriptComparison.h"
 
 #include "compare/LineMatching.h"
-#include "model/Lines.h"
-#include "model/Project.h"
-#include "model/Text.h"
+#include "script/ScriptLines.h"
 
 namespace orvista {
 
@@ -12,18 +10,13 @@ namespace {
 struct Line {
     std::string text;
     std::size_t number; ///< from 1, empty lines counted
-    bool operator==(const Line& other) const { return text == other.text; }
 };
 
 std::vector<Line> linesOf(std::string_view script) {
-    MemorySource source(script.empty() ? clearScript : script);
-    LineReader reader(source);
+    ScriptLines counted(script);
     std::vector<Line> lines;
-    std::string_view line;
-    for (std::size_t number = 1; reader.next(line); ++number) {
-        if (const auto words = trimBlanks(line); !words.empty())
-            lines.push_back({std::string(words), number});
-    }
+    for (std::string_view line = counted.next(); !line.empty(); line = counted.next())
+        lines.push_back({std::string(line), counted.number()});
     return lines;
 }
 
@@ -36,17 +29,6 @@ std::vector<std::string_view> lineTexts(const std::vector<Line>& lines) {
 }
 
 } // namespace
-
-bool haveSameLines(std::string_view before, std::string_view after) {
-    return before == after || linesOf(before) == linesOf(after);
-}
-
-std::string linesThatCount(std::string_view script) {
-    std::string text;
-    for (const Line& line : linesOf(script))
-        text.append(line.text).append(lineEnd);
-    return text;
-}
 
 std::vector<ComparedLine> comparedLines(std::string_view before, std::string_view after) {
     using Kind = ComparedLine::Kind;

@@ -18,15 +18,8 @@ struct ComparedLine {
     bool operator==(const ComparedLine&) const = default;
 };
 
-/// Whether the lines of two scripts are the same. Blanks around lines, empty lines and the end of the last
-/// line do not count: saving and opening takes them away or adds them. An empty script counts as CLEAR, as
-/// which it is written.
-bool haveSameLines(std::string_view before, std::string_view after);
-/// The lines that count, by the same rule, each ended by CR LF.
-std::string linesThatCount(std::string_view script);
-
-/// Both scripts' lines by the same rule; removed ones before those added in their place. Few of them are
-/// removed and added, unless the scripts are long and have little in common.
+/// The lines of both scripts that count, as ScriptLines has them; removed ones before those added in their
+/// place. Few of them are removed and added, unless the scripts are long and have little in common.
 std::vector<ComparedLine> comparedLines(std::string_view before, std::string_view after);
 
 } // namespace orvista

@@ -36,7 +36,7 @@ frmBoolVarEdit::frmBoolVarEdit(const Project& project, QWidget* parent)
     txtVarOFF->setObjectName("txtVarOFF");
     txtVarOFF->explain("Text shown for state 0");
     widenTo(txtVarON, messageCharacters);
-    const OkCancelRow buttons(this);
+    const OkCancelBar buttons(this);
 
     auto* fields = new QFormLayout;
     fields->addRow(labelFor(txtVarAddr, "Variable address:"), txtVarAddr);

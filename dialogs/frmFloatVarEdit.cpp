@@ -28,7 +28,7 @@ frmFloatVarEdit::frmFloatVarEdit(const Project& project, QWidget* parent)
     txtVarDefValue->explain("Value of the variable until it is first written: a number below 1.8E308");
     cbWidth->setToolTip("Characters on the display, sign and point included");
     cbPrecision->setToolTip("Digits after the decimal point");
-    const OkCancelRow buttons(this);
+    const OkCancelBar buttons(this);
 
     auto* rows = new QVBoxLayout(this);
     rows->addLayout(fields());

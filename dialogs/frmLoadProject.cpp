@@ -47,7 +47,7 @@ frmLoadProject::frmLoadProject(const ConfigModule::History& history,
     file->addWidget(txtFileName);
     file->addWidget(btnBrowse);
     fillList(history);
-    const OkCancelRow buttons(this);
+    const OkCancelBar buttons(this);
     btnOK = buttons.btnOK;
     btnOK->setEnabled(false);
 

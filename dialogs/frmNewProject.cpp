@@ -64,7 +64,7 @@ frmNewProject::frmNewProject(const DocMgrModule::ProgramEnvironment& environment
     grid->addWidget(labelFor(txtLocation, "Project Location:"), 1, 0);
     grid->addWidget(txtLocation, 1, 1);
     grid->addWidget(btnBrowse, 1, 2);
-    const OkCancelRow buttons(this);
+    const OkCancelBar buttons(this);
     btnOK = buttons.btnOK;
     btnOK->setEnabled(false);
     auto* rows = new QVBoxLayout(this);

@@ -20,7 +20,7 @@ frmSelDir::frmSelDir(const PathRules& rules, const std::string& startFolder, QWi
     const std::string start = orvista::startFolder(rules, startFolder);
     Drive1->showDriveOf(start);
     Dir1->setPath(start);
-    const OkCancelRow buttons(this);
+    const OkCancelBar buttons(this);
 
     auto* rows = new QVBoxLayout(this);
     rows->addWidget(labelFor(Drive1, "Drive :"));

@@ -29,7 +29,7 @@ frmSelFile::frmSelFile(const PathRules& rules, const std::string& startFolder, Q
     File1->setObjectName("File1");
     File1->setAccessibleName("Project file");
     letEndChooseLast(File1);
-    const OkCancelRow buttons(this);
+    const OkCancelBar buttons(this);
     btnOK = buttons.btnOK;
     btnOK->setEnabled(false);
 

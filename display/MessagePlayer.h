@@ -32,7 +32,6 @@ public:
     void skip(std::int64_t now) { now_ = now; }
 
     bool isPlaying() const { return state_ == State::Playing; }
-    bool isStill() const { return state_ == State::Still; }
     /// Of what is shown, from 0; 0 also when there is no page.
     std::size_t page() const;
     /// Of the round, in milliseconds, 0 to its duration.

@@ -75,13 +75,6 @@ std::shared_ptr<const LedImage> Programme::loadImage(std::string_view message, c
     return found.image;
 }
 
-std::int64_t Programme::pageDuration(std::size_t page) const {
-    std::int64_t duration = 0;
-    for (const ScriptStep& step : pages_.at(page).steps)
-        duration += stepDuration(pages_[page], step, panel_, formats_);
-    return duration;
-}
-
 std::int64_t Programme::pageStart(std::size_t page) const {
     const auto first = std::ranges::lower_bound(slots_, page, {}, &Slot::page);
     return first == slots_.begin() ? 0 : std::prev(first)->end;

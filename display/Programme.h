@@ -48,8 +48,6 @@ public:
     std::int64_t duration() const { return duration_; }
     std::size_t pageCount() const { return pages_.size(); }
     const std::vector<ScriptPage>& pages() const { return pages_; }
-    /// Of one page, in milliseconds.
-    std::int64_t pageDuration(std::size_t page) const;
     /// When a page begins, in milliseconds after the start of a round.
     std::int64_t pageStart(std::size_t page) const;
     const std::vector<ProgrammeRemark>& remarks() const { return remarks_; }

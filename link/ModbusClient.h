@@ -72,7 +72,6 @@ public:
 
     /// Sends `frame` to `host` (as typed, UTF-8). Does nothing while another request is under way.
     void start(Frame frame, const std::string& host);
-    bool isIdle() const { return state_ == State::Idle; }
 
     void onConnected() override;
     void onSendCompleted() override;

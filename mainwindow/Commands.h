@@ -71,7 +71,7 @@ public:
     /// \throws std::out_of_range when there is no such command
     void run(std::string_view name);
 
-    /// Has what was enabled so far, and is not a menu entry, enabled and disabled by a rule.
+    /// Registers a control that is not a menu entry; `rule` enables and disables it. Assumed enabled now.
     void observe(const EnablingRule& rule, std::function<void(bool)> setEnabled);
     void follow(ProjectTransition transition);
 

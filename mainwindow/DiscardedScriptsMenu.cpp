@@ -51,7 +51,7 @@ void DiscardedScriptsMenu::restore(const DiscardedScripts::Entry& entry) {
         return;
     // Only the same script a second time means that the edit in the way may go.
     if (chosen_ != entry.time)
-        navigator_.forget();
+        navigator_.clear();
     chosen_ = entry.time;
     navigator_.goTo({entry.item});
     if (page_.shownItem() == entry.item)

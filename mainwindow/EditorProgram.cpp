@@ -1,7 +1,7 @@
 #include "mainwindow/EditorProgram.h"
 
 #include "display/forms/DisplayPreview.h"
-#include "display/forms/PreviewRow.h"
+#include "display/forms/PreviewBar.h"
 #include "link/TransferControls.h"
 #include "mainwindow/MessageListPage.h"
 #include "mainwindow/TcpTesterPage.h"
@@ -44,7 +44,7 @@ std::optional<int> columnsOf(const QString& text) {
     if (!GenenalModule::IsAllDigits(text.toStdString()) || text.size() > 4)
         return std::nullopt;
     const int columns = text.toInt();
-    if (columns < PreviewRow::minimumColumns || columns > PreviewRow::maximumColumns)
+    if (columns < PreviewBar::minimumColumns || columns > PreviewBar::maximumColumns)
         return std::nullopt;
     return columns;
 }
@@ -96,13 +96,13 @@ EditorStart readCommandLine(int argumentCount, char** arguments) {
                                       QStringLiteral("[project.orx]"));
     const QCommandLineOption columns(QStringLiteral("columns"),
                                      QStringLiteral("Dots across the previewed display, 32 to 512 (128)."),
-                                     QStringLiteral("N"), QString::number(PreviewRow::usualColumns));
+                                     QStringLiteral("N"), QString::number(PreviewBar::usualColumns));
     commandLine.addOption(columns);
     processBeforeStart(commandLine, argumentCount, arguments);
     const std::optional<int> previewColumns = columnsOf(commandLine.value(columns));
     if (!previewColumns) {
         std::fprintf(stderr, "orvista-editor: --columns takes a whole number from %d to %d\n",
-                     PreviewRow::minimumColumns, PreviewRow::maximumColumns);
+                     PreviewBar::minimumColumns, PreviewBar::maximumColumns);
         std::exit(usageError);
     }
     const QStringList files = commandLine.positionalArguments();

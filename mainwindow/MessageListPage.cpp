@@ -11,8 +11,8 @@
 #include "widgets/DeviceText.h"
 #include "widgets/DeviceTextEdit.h"
 #include "widgets/FormParts.h"
-#include "widgets/ModalDialogs.h"
 #include "widgets/NotAppliedLabel.h"
+#include "widgets/QuietTimer.h"
 #include "widgets/ScriptPositions.h"
 #include "widgets/ShownBox.h"
 
@@ -22,7 +22,6 @@
 #include <QPushButton>
 #include <QSplitter>
 #include <QTextCursor>
-#include <QTimer>
 
 #include <utility>
 
@@ -32,7 +31,6 @@ namespace {
 
 /// Up to here a script is compared at each key, in no time; longer ones when the keys have come to rest.
 constexpr int charactersComparedAtOnce = 64 * 1024;
-constexpr std::chrono::milliseconds comparisonDelay{300};
 /// Of the script, to be seen in the smallest window.
 constexpr int leastLines = 6;
 /// Of a message, in wide letters, with the box's frame: "STDMSG40".
@@ -52,7 +50,8 @@ MessageListPage::MessageListPage(Project& project, ModifiedMark& modifiedMark, M
       btnEditMessage(namedButton(QStringLiteral("btnEditMessage"), QStringLiteral("Message Wizard"))),
       btnMsgApply(namedButton(QStringLiteral("btnMsgApply"), QStringLiteral("Apply"))),
       lblNotApplied(new NotAppliedLabel),
-      comparison_(new QTimer(this)),
+      comparison_(new QuietTimer(
+          QuietTimer::usual, [this] { compare(); }, this)),
       clock_(std::move(clock)),
       preview_(new DisplayPreview(project, *txtMsg, messages, clock_)),
       underlines_(new ScriptUnderlines(
@@ -124,8 +123,6 @@ void MessageListPage::buildUnusedLists() {
 void MessageListPage::connectHandlers(Messages& messages) {
     connect(trvMsg, &ItemTree::NodeClick, this, &MessageListPage::trvMsg_NodeClick);
     connect(txtMsg, &QPlainTextEdit::textChanged, this, &MessageListPage::txtMsg_Change);
-    comparison_->setSingleShot(true);
-    connect(comparison_, &QTimer::timeout, this, [this] { isModalDialogOpen() ? compareSoon() : compare(); });
     connect(txtMsg, &QPlainTextEdit::textChanged, this, &MessageListPage::compareSoon);
     connect(txtMsg, &QPlainTextEdit::textChanged, this, &MessageListPage::edited);
     connectGuarded(messages, btnEditMessage, &QPushButton::clicked, this,
@@ -225,7 +222,7 @@ void MessageListPage::compareSoon() {
     if (txtMsg->document()->characterCount() <= charactersComparedAtOnce)
         compare();
     else
-        comparison_->start(comparisonDelay);
+        comparison_->start();
 }
 
 void MessageListPage::compare() {

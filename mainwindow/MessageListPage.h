@@ -8,7 +8,6 @@
 #include <QWidget>
 
 class QPushButton;
-class QTimer;
 class QTreeWidgetItem;
 
 namespace orvista {
@@ -17,6 +16,7 @@ class DeviceTextEdit;
 class DisplayPreview;
 class ItemTree;
 class NotAppliedLabel;
+class QuietTimer;
 class ScriptUnderlines;
 class ShownBox;
 
@@ -88,7 +88,7 @@ private:
     QPushButton* btnEditMessage;
     QPushButton* btnMsgApply;
     NotAppliedLabel* lblNotApplied;
-    QTimer* comparison_;
+    QuietTimer* comparison_;
     PreviewClock clock_;
     DisplayPreview* preview_;
     ScriptUnderlines* underlines_;

@@ -42,10 +42,10 @@ ModbusSettingPage::ModbusSettingPage(Project& project, ModifiedMark& modifiedMar
       project_(project),
       modifiedMark_(modifiedMark),
       testerPage_(testerPage),
-      emergency_(makeBlock(QStringLiteral("txtAltAddr"), QStringLiteral("txtNewAltAddr"))),
-      regular_(makeBlock(QStringLiteral("txtStdAddr"), QStringLiteral("txtNewStdAddr"))),
-      float_(makeBlock(QStringLiteral("txtAIAddr"), QStringLiteral("txtNewAIAddr"))),
-      boolean_(makeBlock(QStringLiteral("txtDIAddr"), QStringLiteral("txtNewDIAddr"))),
+      emergency_(makeBoxes(QStringLiteral("txtAltAddr"), QStringLiteral("txtNewAltAddr"))),
+      regular_(makeBoxes(QStringLiteral("txtStdAddr"), QStringLiteral("txtNewStdAddr"))),
+      float_(makeBoxes(QStringLiteral("txtAIAddr"), QStringLiteral("txtNewAIAddr"))),
+      boolean_(makeBoxes(QStringLiteral("txtDIAddr"), QStringLiteral("txtNewDIAddr"))),
       btnModBusApply(namedButton(QStringLiteral("btnModBusApply"), QStringLiteral("Apply"))),
       btnRestoreDefault(namedButton(QStringLiteral("btnRestoreDefault"), QStringLiteral("Restore Default"))),
       lblNotApplied(new NotAppliedLabel) {
@@ -68,11 +68,13 @@ ModbusSettingPage::ModbusSettingPage(Project& project, ModifiedMark& modifiedMar
     connectHandlers(messages);
 }
 
-ModbusSettingPage::Block ModbusSettingPage::makeBlock(const QString& currentName, const QString& newName) {
+ModbusSettingPage::AddressBoxes ModbusSettingPage::makeBoxes(const QString& currentName,
+                                                             const QString& newName) {
     return {named<ShownBox>(currentName), named<QLineEdit>(newName)};
 }
 
-QGroupBox* ModbusSettingPage::buildFrame(const QString& caption, const QString& items, const Block& block) {
+QGroupBox* ModbusSettingPage::buildFrame(const QString& caption, const QString& items,
+                                         const AddressBoxes& block) {
     auto* frame = new QGroupBox(caption);
     auto* row = new QHBoxLayout(frame);
     row->addWidget(labelFor(block.current, QStringLiteral("Current Address:")));
@@ -101,7 +103,7 @@ void ModbusSettingPage::connectHandlers(Messages& messages) {
     connect(emergency_.next, &QLineEdit::textChanged, this, &ModbusSettingPage::txtNewAltAddr_Change);
     connect(float_.next, &QLineEdit::textChanged, this, &ModbusSettingPage::txtNewAIAddr_Change);
     connect(boolean_.next, &QLineEdit::textChanged, this, &ModbusSettingPage::txtNewDIAddr_Change);
-    for (const Block* block : {&emergency_, &regular_, &float_, &boolean_})
+    for (const AddressBoxes* block : {&emergency_, &regular_, &float_, &boolean_})
         connect(block->next, &QLineEdit::textChanged, this, [this] {
             compare();
             emit edited();
@@ -119,7 +121,7 @@ void ModbusSettingPage::setUp() {
 
 void ModbusSettingPage::refresh() {
     showCurrentAddresses();
-    for (const Block* block : {&emergency_, &regular_, &float_, &boolean_})
+    for (const AddressBoxes* block : {&emergency_, &regular_, &float_, &boolean_})
         block->next->clear();
 }
 
@@ -152,12 +154,12 @@ std::optional<Item> ModbusSettingPage::shownItem() const {
 bool ModbusSettingPage::isNotApplied() const {
     const auto blocks = {&emergency_, &regular_, &float_, &boolean_};
     return std::any_of(blocks.begin(), blocks.end(),
-                       [](const Block* block) { return !block->next->text().isEmpty(); });
+                       [](const AddressBoxes* block) { return !block->next->text().isEmpty(); });
 }
 
 std::vector<std::string> ModbusSettingPage::editedTexts() const {
     std::vector<std::string> texts;
-    for (const Block* block : {&emergency_, &regular_, &float_, &boolean_})
+    for (const AddressBoxes* block : {&emergency_, &regular_, &float_, &boolean_})
         texts.push_back(block->next->text().toStdString());
     return texts;
 }
@@ -198,9 +200,9 @@ void ModbusSettingPage::btnModBusApply_Click() {
 
     disableUsed(btnModBusApply, emergency_.next);
     modifiedMark_.SetModified(true);
-    for (const Block* block : {&emergency_, &regular_, &float_, &boolean_})
+    for (const AddressBoxes* block : {&emergency_, &regular_, &float_, &boolean_})
         block->current->setText(block->next->text());
-    for (const Block* block : {&emergency_, &regular_, &float_, &boolean_})
+    for (const AddressBoxes* block : {&emergency_, &regular_, &float_, &boolean_})
         block->next->clear();
     fillTestPage();
     emit stored(before);

@@ -60,13 +60,13 @@ signals:
 
 private:
     /// The boxes of one address block.
-    struct Block {
+    struct AddressBoxes {
         ShownBox* current;
         QLineEdit* next;
     };
 
-    static Block makeBlock(const QString& currentName, const QString& newName);
-    static QGroupBox* buildFrame(const QString& caption, const QString& items, const Block& block);
+    static AddressBoxes makeBoxes(const QString& currentName, const QString& newName);
+    static QGroupBox* buildFrame(const QString& caption, const QString& items, const AddressBoxes& block);
     QBoxLayout* buildButtons();
     void connectHandlers(Messages& messages);
 
@@ -82,10 +82,10 @@ private:
     ModifiedMark& modifiedMark_;
     TcpTesterPage& testerPage_;
 
-    Block emergency_;
-    Block regular_;
-    Block float_;
-    Block boolean_;
+    AddressBoxes emergency_;
+    AddressBoxes regular_;
+    AddressBoxes float_;
+    AddressBoxes boolean_;
     QPushButton* btnModBusApply;
     QPushButton* btnRestoreDefault;
     NotAppliedLabel* lblNotApplied;

@@ -21,7 +21,7 @@ void Navigator::goTo(const Place& place) {
         const bool isShown = way.page->shownItem() == place.item;
         if (!isShown && waitsFor(place, *way.page))
             return;
-        forget();
+        clear();
         commands_.run(way.pageEntry);
         if (!isShown)
             way.page->showItem(place.item);
@@ -38,7 +38,7 @@ bool Navigator::waitsFor(const Place& place, const ItemPage& page) {
     return true;
 }
 
-void Navigator::forget() {
+void Navigator::clear() {
     if (!waiting_)
         return;
     waiting_.reset();

@@ -30,11 +30,11 @@ public:
               QObject* parent);
 
     /// Where an edit that is not applied would be lost, the first call only says so; the next one goes, when
-    /// it is about the same place and forget() was not called in between. Does nothing while there is no
+    /// it is about the same place and clear() was not called in between. Does nothing while there is no
     /// project or a modal dialog is open.
     void goTo(const Place& place);
     /// The user did something else: a place that was asked for is not waiting any more.
-    void forget();
+    void clear();
 
     /// The items that are shown with an edit that is not applied.
     std::vector<Item> notAppliedItems() const;

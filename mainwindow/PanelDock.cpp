@@ -2,7 +2,7 @@
 
 #include "widgets/EnterButton.h"
 #include "widgets/FormParts.h"
-#include "widgets/NoticeLine.h"
+#include "widgets/NoticeBar.h"
 #include "widgets/ProjectPanel.h"
 
 #include <QApplication>
@@ -148,8 +148,8 @@ void PanelDock::showNotice(const QString& text) {
 void PanelDock::offer(const Offer& offer) {
     if (!tabs_)
         build();
-    NoticeLine* const found = line(offer.name);
-    NoticeLine* const shown = found ? found : addLine(offer.name);
+    NoticeBar* const found = line(offer.name);
+    NoticeBar* const shown = found ? found : addLine(offer.name);
     shown->say(offer.text, offer.button, offer.run);
     if (isVisible())
         return;
@@ -158,35 +158,35 @@ void PanelDock::offer(const Offer& offer) {
 }
 
 bool PanelDock::offers(const QString& name) const {
-    const NoticeLine* const shown = line(name);
+    const NoticeBar* const shown = line(name);
     return shown && shown->saysSomething();
 }
 
 void PanelDock::withdraw(const QString& name) {
-    if (NoticeLine* const shown = line(name))
+    if (NoticeBar* const shown = line(name))
         takeAway(*shown);
 }
 
-NoticeLine* PanelDock::line(const QString& name) const {
-    return findChild<NoticeLine*>(name);
+NoticeBar* PanelDock::line(const QString& name) const {
+    return findChild<NoticeBar*>(name);
 }
 
-NoticeLine* PanelDock::addLine(const QString& name) {
-    auto* const added = new NoticeLine(name);
+NoticeBar* PanelDock::addLine(const QString& name) {
+    auto* const added = new NoticeBar(name);
     added->setObjectName(name);
     layout_->addWidget(added);
-    connect(added, &NoticeLine::dismissed, this, [this, added] { takeAway(*added); });
+    connect(added, &NoticeBar::dismissed, this, [this, added] { takeAway(*added); });
     return added;
 }
 
-void PanelDock::takeAway(NoticeLine& line) {
+void PanelDock::takeAway(NoticeBar& line) {
     const QWidget* const focused = QApplication::focusWidget();
     if (focused && line.isAncestorOf(focused))
         returnFocus();
     line.say({});
-    const auto lines = findChildren<NoticeLine*>();
+    const auto lines = findChildren<NoticeBar*>();
     const bool last = std::none_of(lines.begin(), lines.end(),
-                                   [](const NoticeLine* other) { return other->saysSomething(); });
+                                   [](const NoticeBar* other) { return other->saysSomething(); });
     if (last && openedForLine_)
         hide();
 }

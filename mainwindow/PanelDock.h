@@ -13,7 +13,7 @@ class QVBoxLayout;
 
 namespace orvista {
 
-class NoticeLine;
+class NoticeBar;
 class ProjectPanel;
 struct Place;
 
@@ -98,9 +98,9 @@ private:
     QWidget* closeButton();
     void insertTab(Panel& panel);
     void takeOpeningHeight();
-    NoticeLine* line(const QString& name) const;
-    NoticeLine* addLine(const QString& name);
-    void takeAway(NoticeLine& line);
+    NoticeBar* line(const QString& name) const;
+    NoticeBar* addLine(const QString& name);
+    void takeAway(NoticeBar& line);
     void followFocus(QWidget* before, QWidget* now);
     void keepOpen() { openedForLine_ = false; }
     void returnFocus();

@@ -49,21 +49,21 @@ public:
     using Changes = std::shared_ptr<const std::vector<ItemChange>>;
 
     /// Of changes that were made already.
-    Step(ProjectChanges& door, const QString& name, Changes changes)
-        : QUndoCommand(name), changes_(std::move(changes)), door_(door) {}
+    Step(ProjectChanges& owner, const QString& name, Changes changes)
+        : QUndoCommand(name), changes_(std::move(changes)), owner_(owner) {}
 
     void undo() override {
         for (const ItemChange& change : *changes_)
-            change.revert(door_.project_);
-        door_.show(*changes_);
+            change.revert(owner_.project_);
+        owner_.show(*changes_);
     }
     void redo() override {
         // The stack does so once when it gets the step.
         if (!std::exchange(isUndoable_, true))
             return;
         for (const ItemChange& change : *changes_)
-            change.apply(door_.project_);
-        door_.show(*changes_);
+            change.apply(owner_.project_);
+        owner_.show(*changes_);
     }
 
     /// A step that is made anew shares them.
@@ -71,7 +71,7 @@ public:
 
 private:
     Changes changes_;
-    ProjectChanges& door_;
+    ProjectChanges& owner_;
     bool isUndoable_ = false;
 };
 
@@ -137,7 +137,7 @@ bool ProjectChanges::mayRun(int step) {
     return step >= 0 && step < stack_.count() && mayChange(itemsOf(*this->step(step).changes()));
 }
 
-void ProjectChanges::forget() {
+void ProjectChanges::clear() {
     stack_.clear();
     settle();
 }

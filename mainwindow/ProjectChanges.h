@@ -13,7 +13,7 @@ namespace orvista {
 
 class ItemPage;
 
-/// The one door through which the open project is changed from outside a page, and the way back from every
+/// Every change of the open project that no page makes goes through here, and so does the way back from every
 /// change of its items. What stands on other pages, applied or not, is left alone; nothing but the modified
 /// mark is enabled or disabled, and it is never taken away.
 class ProjectChanges final : public QObject {
@@ -23,7 +23,7 @@ public:
     /// Of what the steps keep; where they keep more, the oldest are forgotten.
     static constexpr std::size_t maximumBytes = std::size_t{64} << 20;
 
-    /// \param pages all that show items; they must outlive the door
+    /// \param pages all that show items; they must outlive the changes
     ProjectChanges(Project& project, ModifiedMark& modifiedMark, std::vector<ItemPage*> pages,
                    QObject* parent);
 
@@ -45,7 +45,7 @@ public:
     void undo();
     void redo();
     /// The project is another one: there is no way back.
-    void forget();
+    void clear();
     /// The steps, for their names. Only the functions above change it.
     const QUndoStack& steps() const { return stack_; }
 

@@ -17,7 +17,7 @@ ProjectPanels::ProjectPanels(const Project& project, const Surroundings& surroun
     for (const PanelDock::Panel& row : rows())
         dock.addPanel(row);
     connect(&dock, &PanelDock::placeChosen, &navigator, &Navigator::goTo);
-    connect(&dock, &PanelDock::rowLeft, &navigator, &Navigator::forget);
+    connect(&dock, &PanelDock::rowLeft, &navigator, &Navigator::clear);
 }
 
 std::vector<PanelDock::Panel> ProjectPanels::rows() {

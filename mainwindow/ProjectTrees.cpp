@@ -26,10 +26,10 @@ void addGroup(ItemTree& tree, const Group& group) {
 
 } // namespace
 
-void fillNavigationTree(ItemTree& trvSystem, const std::vector<PageRow>& pages) {
+void fillNavigationTree(ItemTree& trvSystem, const std::vector<MainPage>& pages) {
     QTreeWidgetItem* const root =
         trvSystem.addNode(nullptr, QStringLiteral("ROOT"), QStringLiteral("Orvista"));
-    for (const PageRow& page : pages)
+    for (const MainPage& page : pages)
         trvSystem.addNode(root, QString::fromLatin1(page.nodeKey), QString::fromLatin1(page.nodeText));
     root->setExpanded(true);
 }

@@ -1,9 +1,7 @@
 #include "mainwindow/RecoveryKeeper.h"
 
 #include "mainwindow/ItemPage.h"
-#include "widgets/ModalDialogs.h"
-
-#include <QTimer>
+#include "widgets/QuietTimer.h"
 
 namespace orvista {
 
@@ -13,11 +11,9 @@ RecoveryKeeper::RecoveryKeeper(const Project& project, std::vector<const ItemPag
       project_(project),
       pages_(std::move(pages)),
       folder_(settings.folder),
-      delay_(new QTimer(this)) {
+      delay_(new QuietTimer(
+          settings.delay, [this] { keep(); }, this)) {
     delay_->setObjectName(QStringLiteral("recoveryDelay"));
-    delay_->setSingleShot(true);
-    delay_->setInterval(settings.delay);
-    connect(delay_, &QTimer::timeout, this, [this] { isModalDialogOpen() ? noteChange() : keep(); });
 }
 
 void RecoveryKeeper::noteChange() {

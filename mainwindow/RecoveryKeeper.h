@@ -10,11 +10,10 @@
 #include <string>
 #include <vector>
 
-class QTimer;
-
 namespace orvista {
 
 class ItemPage;
+class QuietTimer;
 
 /// Keeps a copy of what is not saved: the project in memory, and what its pages show without having applied
 /// it. There is a copy while there is something to lose.
@@ -41,7 +40,7 @@ private:
     const Project& project_;
     std::vector<const ItemPage*> pages_;
     RecoveryFolder folder_;
-    QTimer* delay_;
+    QuietTimer* delay_;
     std::string kept_; ///< the copy's bytes; empty when there is none
 };
 

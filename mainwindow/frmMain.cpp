@@ -118,7 +118,7 @@ void frmMain::buildPages() {
          handler(this, &frmMain::miOptionMsgLst_Click)},
         {"TCP Tester", "C5", "Orvista Test", "tcp-tester.html", scrolling(testerPage_)},
     };
-    for (const PageRow& page : pages_)
+    for (const MainPage& page : pages_)
         tabDetails->addTab(page.widget, QString::fromLatin1(page.title));
 }
 
@@ -150,7 +150,7 @@ MenuRow frmMain::linkMenu() {
 
 MenuRow frmMain::optionMenu() const {
     MenuRow menu{"mnuOption", "&Option", {}};
-    for (const PageRow& page : pages_) {
+    for (const MainPage& page : pages_) {
         if (page.entry)
             menu.commands.push_back(row(page.entry, page.title, {}, {}, Rules::projectWork, page.show));
     }
@@ -340,7 +340,7 @@ void frmMain::follow(ProjectTransition transition) {
 }
 
 void frmMain::forgetProject() {
-    changes_->forget();
+    changes_->clear();
     bitmaps_->withdraw();
 }
 
@@ -473,7 +473,7 @@ void frmMain::markPageInTree(int page) {
 
 void frmMain::trvSystem_NodeClick(QTreeWidgetItem* node) {
     const QString key = nodeKey(*node);
-    for (const PageRow& page : pages_) {
+    for (const MainPage& page : pages_) {
         if (key == QLatin1String(page.nodeKey))
             tabDetails->setCurrentWidget(page.widget);
     }

@@ -2,7 +2,7 @@
 
 #include "display/forms/PreviewClock.h"
 #include "link/ModbusClient.h"
-#include "mainwindow/PageRow.h"
+#include "mainwindow/MainPage.h"
 #include "mainwindow/RecoverySettings.h"
 #include "mainwindow/TryOutSettings.h"
 #include "model/ProjectLifecycle.h"
@@ -146,7 +146,7 @@ private:
     TryOut* tryOut_ = nullptr;
     ItemTree* trvSystem;
     QTabWidget* tabDetails;
-    std::vector<PageRow> pages_;
+    std::vector<MainPage> pages_;
     TcpTesterPage* testerPage_ = nullptr;
     SystemPage* systemPage_ = nullptr;
     ModbusSettingPage* modbusPage_ = nullptr;

@@ -38,7 +38,7 @@ void frmRestore::buildLayout(const QString& text) {
     auto* const lblRestore = labelFor(tblRestore, text);
     lblRestore->setObjectName(QStringLiteral("lblRestore"));
     tblRestore->setAccessibleName(tr("Unsaved work"));
-    const OkCancelRow buttons(this);
+    const OkCancelBar buttons(this);
     btnOK = buttons.btnOK;
     btnOK->setText(tr("Open"));
     btnOK->setToolTip(tr("Open the chosen work as a project that is not saved; no file is changed"));

@@ -6,6 +6,7 @@
 #include "model/Quotation.h"
 #include "model/Text.h"
 #include "model/Windows1252.h"
+#include "script/ScriptLines.h"
 #include "sheets/PageColumns.h"
 #include "sheets/PageForms.h"
 
@@ -156,10 +157,10 @@ private:
         for (PageRow& page : rows.pages)
             forms.push_back(*std::move(page.form));
         std::string built = builtScript(forms);
-        if (saySame(built, before))
+        if (equivalent(built, before, EmptyStart::IsLeftOut))
             return;
         // The empty message has no line end.
-        if (saySame(built, clearScript))
+        if (equivalent(built, clearScript, EmptyStart::IsLeftOut))
             built = clearScript;
         result_.changes.push_back({messageName(position), "script", before, std::move(built)});
     }

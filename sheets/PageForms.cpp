@@ -5,6 +5,7 @@
 #include "model/Numbers.h"
 #include "model/Text.h"
 #include "model/Windows1252.h"
+#include "script/ScriptLines.h"
 #include "script/WizardLists.h"
 
 #include <algorithm>
@@ -13,34 +14,6 @@
 namespace orvista {
 
 namespace {
-
-/// The lines of a script that say something.
-class SpokenLines {
-public:
-    explicit SpokenLines(std::string_view script) : rest_(script), line_(take()), next_(take()) {
-        while (line_ == clearScript && next_ == clearScript)
-            advance();
-    }
-
-    /// Empty at the end.
-    std::string_view line() const { return line_; }
-    void advance() { line_ = std::exchange(next_, take()); }
-
-private:
-    std::string_view take() {
-        while (!rest_.empty()) {
-            const std::string_view line = rest_.substr(0, rest_.find_first_of(lineEnd));
-            rest_.remove_prefix(std::min(line.size() + 1, rest_.size()));
-            if (const auto words = trimBlanks(line); !words.empty())
-                return words;
-        }
-        return {};
-    }
-
-    std::string_view rest_;
-    std::string_view line_;
-    std::string_view next_;
-};
 
 std::size_t colourPosition(Led led) {
     switch (led) {
@@ -192,14 +165,6 @@ std::string builtScript(std::span<const MessageForm> forms) {
     return script;
 }
 
-bool saySame(std::string_view script, std::string_view other) {
-    SpokenLines left(script);
-    SpokenLines right(other);
-    for (; !left.line().empty() && left.line() == right.line(); left.advance())
-        right.advance();
-    return left.line().empty() && right.line().empty();
-}
-
 std::optional<std::vector<MessageForm>> pageForms(std::string_view script, const FieldFormats& formats) {
     const InterpretedScript interpreted = interpretScript(script);
     if (!interpreted.remarks.empty())
@@ -215,7 +180,7 @@ std::optional<std::vector<MessageForm>> pageForms(std::string_view script, const
             return std::nullopt;
         forms.push_back(std::move(*form));
     }
-    if (forms.empty() || !saySame(builtScript(forms), script))
+    if (forms.empty() || !equivalent(builtScript(forms), script, EmptyStart::IsLeftOut))
         return std::nullopt;
     return forms;
 }

@@ -15,12 +15,7 @@ namespace orvista {
 /// The pages of the forms, joined by CR LF.
 std::string builtScript(std::span<const MessageForm> forms);
 
-/// Whether two scripts are the same but for blanks around their lines, empty lines and the last line's end,
-/// which saving and opening takes away or adds. Empty CLEAR pages at the start count as empty lines: they are
-/// left of the empty message that a page was appended to.
-bool saySame(std::string_view script, std::string_view other);
-
-/// The forms whose built script says the same as `script`, one for each page; nothing where the wizard could
+/// The forms whose built script is equivalent to `script`, one for each page; nothing where the wizard could
 /// not have written it. A form without text and bitmap is an empty page.
 std::optional<std::vector<MessageForm>> pageForms(std::string_view script, const FieldFormats& formats);
 

@@ -67,7 +67,7 @@ void disableUsed(QPushButton* used, QWidget* next) {
         next->setFocus();
 }
 
-OkCancelRow::OkCancelRow(QWidget* form)
+OkCancelBar::OkCancelBar(QWidget* form)
     : btnOK(namedButton(QStringLiteral("btnOK"), QStringLiteral("OK"), form)),
       btnCancel(namedButton(QStringLiteral("btnCancel"), QStringLiteral("Cancel"), form)),
       layout(new QHBoxLayout) {

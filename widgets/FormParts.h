@@ -42,8 +42,8 @@ QPushButton* namedButton(const QString& name, const QString& caption, QWidget* p
 void disableUsed(QPushButton* used, QWidget* next);
 
 /// The two buttons `btnOK` (the form's default) and `btnCancel`, at the end of their row.
-struct OkCancelRow {
-    explicit OkCancelRow(QWidget* form);
+struct OkCancelBar {
+    explicit OkCancelBar(QWidget* form);
     QPushButton* btnOK;
     QPushButton* btnCancel;
     QHBoxLayout* layout;

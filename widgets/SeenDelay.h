@@ -1,8 +1,6 @@
 #pragma once
 
-#include <QTimer>
-
-#include <functional>
+#include "widgets/QuietTimer.h"
 
 class QWidget;
 
@@ -23,11 +21,8 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    void act();
-
     QWidget& widget_;
-    std::function<void()> action_;
-    QTimer timer_{this};
+    QuietTimer timer_;
 };
 
 } // namespace orvista

@@ -5,7 +5,7 @@
 #include "display/SettledPage.h"
 #include "display/forms/MarkedBitmaps.h"
 #include "display/forms/PictureFile.h"
-#include "display/forms/PreviewRow.h"
+#include "display/forms/PreviewBar.h"
 #include "widgets/DeviceText.h"
 #include "widgets/DeviceTextEdit.h"
 #include "widgets/ModalDialogs.h"
@@ -32,17 +32,17 @@ DisplayPreview::DisplayPreview(const Project& project, DeviceTextEdit& box, Mess
       box_(box),
       messages_(messages),
       clock_(std::move(clock)),
-      panel_(new PanelView(LedRaster({PreviewRow::usualColumns}))),
-      row_(new PreviewRow),
+      panel_(new PanelView(LedRaster({PreviewBar::usualColumns}))),
+      row_(new PreviewBar),
       savePicture_(new QAction(tr("Save Picture…"), panel_)),
-      player_(Programme({PreviewRow::usualColumns}, {})),
-      cursorPage_(*box.document()) {
+      player_(Programme({PreviewBar::usualColumns}, {})),
+      cursorPage_(*box.document()),
+      quiet_(
+          QuietTimer::usual, [this] { isEnabled() ? readLongScript() : quiet_.start(); }, this) {
     setObjectName(QStringLiteral("displayPreview"));
     buildLayout();
     frames_.setTimerType(Qt::PreciseTimer);
     frames_.setInterval(previewFrameMilliseconds);
-    quiet_.setSingleShot(true);
-    quiet_.setInterval(quietTime);
     connectControls();
 }
 
@@ -71,21 +71,15 @@ void DisplayPreview::connectControls() {
     connect(&box_, &QPlainTextEdit::cursorPositionChanged, this, &DisplayPreview::takeCursor);
     box_.installEventFilter(this);
     connect(&frames_, &QTimer::timeout, this, &DisplayPreview::takeFrame);
-    connect(&quiet_, &QTimer::timeout, this, [this] {
-        if (isHeld())
-            quiet_.start();
-        else
-            readLongScript();
-    });
-    connect(row_, &PreviewRow::playPressed, this, &DisplayPreview::play);
-    connect(row_, &PreviewRow::backPressed, this, [this] { turnPage(-1); });
-    connect(row_, &PreviewRow::forwardPressed, this, [this] { turnPage(1); });
-    connect(row_, &PreviewRow::timeChosen, this, [this](int time) {
+    connect(row_, &PreviewBar::playPressed, this, &DisplayPreview::play);
+    connect(row_, &PreviewBar::backPressed, this, [this] { turnPage(-1); });
+    connect(row_, &PreviewBar::forwardPressed, this, [this] { turnPage(1); });
+    connect(row_, &PreviewBar::timeChosen, this, [this](int time) {
         readAll();
         player_.seek(time);
         render();
     });
-    connect(row_, &PreviewRow::columnsChosen, this, [this] {
+    connect(row_, &PreviewBar::columnsChosen, this, [this] {
         emit columnsChanged();
         if (isVisible())
             readScript();
@@ -95,7 +89,7 @@ void DisplayPreview::connectControls() {
 QSize DisplayPreview::sizeHint() const {
     // As high as a panel of the usual width is in a window of the usual size.
     const int cell = std::max(3, fontMetrics().height() / 3);
-    const QSize panel = PanelPicture::roomFor({PreviewRow::usualColumns}, cell);
+    const QSize panel = PanelPicture::roomFor({PreviewBar::usualColumns}, cell);
     return {panel.width(), panel.height() + layout()->spacing() + row_->sizeHint().height()};
 }
 

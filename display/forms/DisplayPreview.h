@@ -8,6 +8,7 @@
 #include "display/forms/PreviewClock.h"
 #include "model/People.h"
 #include "model/Project.h"
+#include "widgets/QuietTimer.h"
 #include "widgets/ScriptPositions.h"
 
 #include <QTimer>
@@ -22,7 +23,7 @@ namespace orvista {
 
 class DeviceTextEdit;
 class PanelView;
-class PreviewRow;
+class PreviewBar;
 
 /// The panel as the script in a box makes it look, and the controls to play it. It stands still on the page
 /// of the cursor's line until it is played. Where the box is disabled no message is shown: the panel is dark.
@@ -30,8 +31,7 @@ class PreviewRow;
 class DisplayPreview final : public QWidget {
     Q_OBJECT
 public:
-    /// A longer text is shown this many milliseconds after the last change.
-    static constexpr int quietTime = 300;
+    /// A longer text is shown a moment after the last change.
     static constexpr int longScript = 64 * 1024;
 
     /// \param project whose variables and bitmaps are shown; it and the rest must outlive the preview
@@ -89,7 +89,7 @@ private:
     Messages& messages_;
     PreviewClock clock_;
     PanelView* panel_;
-    PreviewRow* row_;
+    PreviewBar* row_;
     QAction* savePicture_;
 
     FieldFormats formats_;
@@ -102,7 +102,7 @@ private:
     ScriptPositions positions_;
     int shownRevision_ = 0; ///< of the document
     QTimer frames_{this};
-    QTimer quiet_{this};
+    QuietTimer quiet_;
 };
 
 } // namespace orvista

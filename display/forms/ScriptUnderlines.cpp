@@ -2,8 +2,8 @@
 
 #include "check/ProjectCheck.h"
 #include "widgets/DeviceTextEdit.h"
-#include "widgets/ModalDialogs.h"
 #include "widgets/ScriptPositions.h"
+#include "widgets/SeenDelay.h"
 
 #include <QHelpEvent>
 #include <QTextBlock>
@@ -44,30 +44,25 @@ QTextEdit::ExtraSelection selectionOf(const Finding& finding, std::pair<int, int
 
 ScriptUnderlines::ScriptUnderlines(DeviceTextEdit& box, const Project& project, Subject subject,
                                    QObject* parent)
-    : QObject(parent), box_(box), project_(project), subject_(std::move(subject)) {
-    quiet_.setSingleShot(true);
-    quiet_.setInterval(quietTime);
-    connect(&quiet_, &QTimer::timeout, this, &ScriptUnderlines::check);
+    : QObject(parent),
+      box_(box),
+      project_(project),
+      subject_(std::move(subject)),
+      delay_(new SeenDelay(box, [this] { check(); })) {
     connect(&box, &QPlainTextEdit::textChanged, this, &ScriptUnderlines::checkSoon);
     box.installEventFilter(this);
     box.viewport()->installEventFilter(this);
 }
 
 void ScriptUnderlines::checkSoon() {
-    if (box_.isVisible())
-        quiet_.start();
+    delay_->start();
 }
 
 bool ScriptUnderlines::eventFilter(QObject* watched, QEvent* event) {
     switch (event->type()) {
-    case QEvent::Show:
     case QEvent::EnabledChange:
         if (watched == &box_)
-            quiet_.start();
-        break;
-    case QEvent::Hide:
-        if (watched == &box_)
-            quiet_.stop();
+            checkSoon();
         break;
     case QEvent::ToolTip:
         if (watched == box_.viewport() && tell(static_cast<const QHelpEvent&>(*event)))
@@ -80,8 +75,6 @@ bool ScriptUnderlines::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void ScriptUnderlines::check() {
-    if (isModalDialogOpen())
-        return quiet_.start();
     if (!box_.isEnabled())
         return box_.setExtraSelections({});
     if (!bitmaps_ || bitmapFolder_ != project_.ProjPath) {

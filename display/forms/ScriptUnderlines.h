@@ -5,7 +5,6 @@
 #include "model/Project.h"
 
 #include <QObject>
-#include <QTimer>
 
 #include <functional>
 #include <optional>
@@ -16,15 +15,13 @@ class QHelpEvent;
 namespace orvista {
 
 class DeviceTextEdit;
+class SeenDelay;
 
 /// Underlines in a script box what is found in its text, and tells what in tool-tips. Nothing of it is part
 /// of the text: neither the bytes nor undo know of it, and no signal of the box is fired.
 class ScriptUnderlines final : public QObject {
     Q_OBJECT
 public:
-    /// The text is looked at this many milliseconds after its last change.
-    static constexpr int quietTime = 300;
-
     /// What the box shows, and on how wide a panel.
     struct Subject {
         std::function<std::optional<Item>()> message; ///< nothing where none is shown
@@ -50,7 +47,7 @@ private:
     Subject subject_;
     std::string bitmapFolder_;
     std::optional<FolderBitmaps> bitmaps_;
-    QTimer quiet_{this};
+    SeenDelay* delay_;
 };
 
 } // namespace orvista

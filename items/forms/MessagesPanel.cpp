@@ -55,7 +55,7 @@ void MessagesPanel::read() {
     const ItemSources& from = sources();
     const bool isComplete = from.messages.update(from.project, bytesReadAtOnce);
     rows_ = messageRows(from.project, from.messages);
-    pictures_->forget();
+    pictures_->clear();
     if (!isComplete)
         reading_.start(0);
     showMatches();

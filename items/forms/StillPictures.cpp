@@ -31,10 +31,10 @@ void StillPictures::setPanel(PanelSize panel) {
     const int room =
         static_cast<int>(widestPictureCharacters * table_.fontMetrics().averageCharWidth() * ratio);
     panel_.emplace(panel, PanelPicture::cellFor(panel, {room, room}));
-    forget();
+    clear();
 }
 
-void StillPictures::forget() {
+void StillPictures::clear() {
     formats_.reset();
     pictures_.clear();
 }

@@ -29,7 +29,7 @@ public:
 
     void setPanel(PanelSize panel);
     /// The project has changed.
-    void forget();
+    void clear();
     /// Of a cell, in pixels.
     int width() const;
     int rowHeight() const;

@@ -75,7 +75,7 @@ void frmReplace::buildLayout() {
     boxes->addRow(find, txtReplaceFind);
     boxes->addRow(with, txtReplaceWith);
     boxes->addRow(nullptr, chkReplaceCase);
-    const OkCancelRow buttons(this);
+    const OkCancelBar buttons(this);
     btnOK = buttons.btnOK;
     btnOK->setText(tr("&Replace"));
     btnOK->setToolTip(tr("Replace the ticked places in one step, which Undo takes back"));

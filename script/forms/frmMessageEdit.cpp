@@ -92,7 +92,7 @@ QWidget* frmMessageEdit::createTextFrame() {
 }
 
 QLayout* frmMessageEdit::createButtons() {
-    const OkCancelRow buttons(this);
+    const OkCancelBar buttons(this);
     btnOK = buttons.btnOK;
     connect(btnOK, &QPushButton::clicked, this, &frmMessageEdit::btnOK_Click);
     connect(buttons.btnCancel, &QPushButton::clicked, this, &QDialog::reject);

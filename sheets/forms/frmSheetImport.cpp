@@ -40,7 +40,7 @@ frmSheetImport::frmSheetImport(const QString& file, std::vector<SheetChange> cha
                            tr("Of these, %L1 for an empty cell: the default of a number, an empty text.")
                                .arg(fromEmptyCells));
     list_->setHidden(changes_.empty());
-    const OkCancelRow buttons(this);
+    const OkCancelBar buttons(this);
     buttons.btnOK->setToolTip(tr("Take the ticked texts into the project, in one step that can be undone"));
     auto* const layout = new QVBoxLayout(this);
     layout->addWidget(lblImport);

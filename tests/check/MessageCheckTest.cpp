@@ -475,7 +475,7 @@ TEST_F(MessageCheck, FindingsBeyondTheListAreCounted) {
     EXPECT_EQ(findings.list[999].place.item, named("ALTMSG1"));
 }
 
-TEST_F(MessageCheck, RefusesPanelsThatThereAreNot) {
+TEST_F(MessageCheck, RejectsUnknownPanelWidths) {
     EXPECT_THROW(checkMessage(named("STDMSG1"), "", project, bitmaps, 0), std::invalid_argument);
     EXPECT_THROW(checkProject(project, bitmaps, 5000), std::invalid_argument);
 }

@@ -78,7 +78,7 @@ TEST(DifferenceRows, TakeSingleSettingsAndAddresses) {
     EXPECT_THAT(takenOver(before, after, {}), IsEmpty());
 }
 
-TEST(DifferenceRows, ThatAreTakenAreNoDifferencesAnyMore) {
+TEST(DifferenceRows, TakenOverNoLongerDiffer) {
     std::mt19937 random(5);
     const auto script = [&random] {
         std::string lines = "CLEAR";

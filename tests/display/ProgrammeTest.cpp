@@ -1,6 +1,7 @@
 #include "display/RasterAt.h"
 
 #include "tests/support/BitmapFile.h"
+#include "tests/support/PageDuration.h"
 #include "tests/support/StoredBitmaps.h"
 
 #include <gtest/gtest.h>
@@ -68,9 +69,9 @@ TEST(Moments, FollowPagesAndBeginAgain) {
                                       "CLEAR\nACT STILL 10");
     EXPECT_EQ(shown.duration(), 160);
     ASSERT_EQ(shown.pageCount(), 3U);
-    EXPECT_EQ(shown.pageDuration(0), 100);
-    EXPECT_EQ(shown.pageDuration(1), 50);
-    EXPECT_EQ(shown.pageDuration(2), 10);
+    EXPECT_EQ(pageDuration(shown, 0), 100);
+    EXPECT_EQ(pageDuration(shown, 1), 50);
+    EXPECT_EQ(pageDuration(shown, 2), 10);
     EXPECT_EQ(textAt(shown, -5), "a");
     EXPECT_EQ(textAt(shown, 0), "a");
     EXPECT_EQ(textAt(shown, 99), "a");

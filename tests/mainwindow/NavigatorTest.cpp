@@ -122,7 +122,7 @@ void NavigatorTest::theSecondCallCountsOnlyDirectlyAfterTheFirst() {
     editor.navigator->goTo({named("STDMSG12"), 1});
     editor.navigator->goTo({named("STDMSG12"), 2});
     QCOMPARE(editor.text("txtMsgName"), QStringLiteral("STDMSG3"));
-    editor.navigator->forget();
+    editor.navigator->clear();
     QCOMPARE(editor.notice(), QString());
     editor.navigator->goTo({named("STDMSG12"), 2});
     QCOMPARE(editor.text("txtMsgName"), QStringLiteral("STDMSG3"));

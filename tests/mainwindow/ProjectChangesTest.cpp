@@ -27,7 +27,7 @@ constexpr auto shiftControl = Qt::ControlModifier | Qt::ShiftModifier;
 /// The editor as it is when what stands beside the pages changes the project.
 struct Changed : EditorFixture {
     Changed() { startWithNewProject(); }
-    ProjectChanges& door() const { return window->changes(); }
+    ProjectChanges& changes() const { return window->changes(); }
     QPlainTextEdit* script() const { return find<QPlainTextEdit>("txtMsg"); }
     bool applies() const { return find<QPushButton>("btnMsgApply")->isEnabled(); }
     QString caption(const char* entry) const { return find<QAction>(entry)->text(); }
@@ -80,7 +80,7 @@ class ProjectChangesTest : public QObject {
     Q_OBJECT
 private slots:
     void everyApplyThatChangesSomethingIsOneNamedStep();
-    void anApplyThatChangesNothingIsNone();
+    void anApplyWithoutChangesAddsNoStep();
     void restoreDefaultIsTheStepOfTheAddresses();
     void theAddressOfTheDeviceIsNone();
     void aChangeFromOutsideIsOneStepOfAllItsItems();
@@ -101,7 +101,7 @@ private slots:
     void theOldestGoWhereStepsKeepMoreThanTheirShare();
     void aNewStepDropsWhatWasTakenBack();
     void everyStepLeadsBackToWhatWasThere();
-    void keysAreTheBoxesWhereOneCanTypeIntoThem();
+    void textBoxesKeepUndoKeys();
     void keysAreTheBoxesAlsoWithNothingToUndo();
     void keysAreTheProjectsEverywhereElse();
     void theMenuIsTheProjectsAlsoFromABox();
@@ -147,7 +147,7 @@ void ProjectChangesTest::everyApplyThatChangesSomethingIsOneNamedStep() {
     QCOMPARE(editor.caption("miEditRedo"), QStringLiteral("Redo"));
 }
 
-void ProjectChangesTest::anApplyThatChangesNothingIsNone() {
+void ProjectChangesTest::anApplyWithoutChangesAddsNoStep() {
     Changed editor;
     editor.typeInto("R1", QStringLiteral("x"));
     QTest::keyClick(editor.script(), Qt::Key_Backspace);
@@ -158,7 +158,7 @@ void ProjectChangesTest::anApplyThatChangesNothingIsNone() {
     editor.click("btnVarApply");
     editor.showPage("C2");
     editor.click("btnRestoreDefault");
-    QCOMPARE(editor.door().steps().count(), 0);
+    QCOMPARE(editor.changes().steps().count(), 0);
 }
 
 void ProjectChangesTest::restoreDefaultIsTheStepOfTheAddresses() {
@@ -166,7 +166,7 @@ void ProjectChangesTest::restoreDefaultIsTheStepOfTheAddresses() {
     editor.typeAddresses();
     editor.click("btnModBusApply");
     editor.click("btnRestoreDefault");
-    QCOMPARE(editor.door().steps().count(), 2);
+    QCOMPARE(editor.changes().steps().count(), 2);
     QCOMPARE(editor.caption("miEditUndo"), QStringLiteral("Undo Addresses"));
     editor.trigger("miEditUndo");
     QCOMPARE(editor.project.DigitalInput, 300);
@@ -175,7 +175,7 @@ void ProjectChangesTest::restoreDefaultIsTheStepOfTheAddresses() {
 void ProjectChangesTest::theAddressOfTheDeviceIsNone() {
     Changed editor;
     editor.type("txtSystemIP", QStringLiteral("127.0.0.9"));
-    QCOMPARE(editor.door().steps().count(), 0);
+    QCOMPARE(editor.changes().steps().count(), 0);
 }
 
 void ProjectChangesTest::aChangeFromOutsideIsOneStepOfAllItsItems() {
@@ -185,7 +185,7 @@ void ProjectChangesTest::aChangeFromOutsideIsOneStepOfAllItsItems() {
                                            {"ALTMSG20", "two"},
                                            {"RegVar64", FloatVariable{"RegVar1", "5", "4", "1"}},
                                            {"CoilVar1", BooleanVariable{"", "1", "AUF", "ZU"}}};
-    QVERIFY(editor.door().change(QStringLiteral("Paste"), wanted));
+    QVERIFY(editor.changes().change(QStringLiteral("Paste"), wanted));
     QCOMPARE(editor.caption("miEditUndo"), QStringLiteral("Undo Paste"));
     QCOMPARE(editor.project.STDMSG[2], std::string("one"));
     QCOMPARE(editor.project.ALTMSG[19], std::string("two"));
@@ -202,12 +202,12 @@ void ProjectChangesTest::aChangeFromOutsideIsOneStepOfAllItsItems() {
 void ProjectChangesTest::whatHoldsItsValueAlreadyIsPassedOver() {
     Changed editor;
     editor.trigger("miFileSave");
-    QVERIFY(editor.door().change(QStringLiteral("Clear"), {{"STDMSG3", "CLEAR"}, {"STDMSG4", "CLEAR"}}));
-    QCOMPARE(editor.door().steps().count(), 0);
+    QVERIFY(editor.changes().change(QStringLiteral("Clear"), {{"STDMSG3", "CLEAR"}, {"STDMSG4", "CLEAR"}}));
+    QCOMPARE(editor.changes().steps().count(), 0);
     QVERIFY(!editor.project.modified);
     // Nor does an edit of such an item stop the others.
     editor.typeInto("R3", QStringLiteral("x"));
-    QVERIFY(editor.door().change(QStringLiteral("Paste"), {{"STDMSG3", "CLEAR"}, {"STDMSG4", "y"}}));
+    QVERIFY(editor.changes().change(QStringLiteral("Paste"), {{"STDMSG3", "CLEAR"}, {"STDMSG4", "y"}}));
     QCOMPARE(editor.script()->toPlainText(), QStringLiteral("xCLEAR"));
 }
 
@@ -225,7 +225,8 @@ void ProjectChangesTest::undoAndRedoShowTheShownItemAnewWithApplyDisabled() {
     QCOMPARE(editor.script()->toPlainText(), QStringLiteral("xCLEAR"));
     QVERIFY(!editor.applies());
     editor.showVariable("F6");
-    QVERIFY(editor.door().change(QStringLiteral("Import"), {{"RegVar6", FloatVariable{"", "8", "6", "2"}}}));
+    QVERIFY(
+        editor.changes().change(QStringLiteral("Import"), {{"RegVar6", FloatVariable{"", "8", "6", "2"}}}));
     QCOMPARE(editor.text("txtVarDefValue"), QStringLiteral("8"));
     QCOMPARE(editor.text("txtVarWidth"), QStringLiteral("6"));
     editor.trigger("miEditUndo");
@@ -312,11 +313,11 @@ void ProjectChangesTest::anEditThatIsNotAppliedStopsEveryChangeOfItsItem() {
     QCOMPARE(editor.caption("miEditUndo"), QStringLiteral("Undo Apply STDMSG3"));
     editor.find<PanelDock>("dockPanels")->showNotice({});
     // Where one item of several is concerned, none is changed.
-    QVERIFY(!editor.door().change(QStringLiteral("Paste"), {{"STDMSG2", "one"}, {"STDMSG3", "two"}}));
+    QVERIFY(!editor.changes().change(QStringLiteral("Paste"), {{"STDMSG2", "one"}, {"STDMSG3", "two"}}));
     QCOMPARE(editor.notice(), first);
     QCOMPARE(editor.project.STDMSG[1], std::string("CLEAR"));
-    QVERIFY(!editor.door().mayChange(std::vector<std::string>{"STDMSG3"}));
-    QVERIFY(editor.door().mayChange(std::vector<std::string>{"STDMSG2", "RegVar1"}));
+    QVERIFY(!editor.changes().mayChange(std::vector<std::string>{"STDMSG3"}));
+    QVERIFY(editor.changes().mayChange(std::vector<std::string>{"STDMSG2", "RegVar1"}));
     QVERIFY(editor.script()->hasFocus());
 }
 
@@ -388,23 +389,23 @@ void ProjectChangesTest::newAndOpenEmptyThem() {
     editor.apply("R3", QStringLiteral("x"));
     editor.trigger("miFileSave");
     editor.openProject("Line3");
-    QCOMPARE(editor.door().steps().count(), 0);
+    QCOMPARE(editor.changes().steps().count(), 0);
     QCOMPARE(editor.caption("miEditUndo"), QStringLiteral("Undo"));
     editor.apply("R3", QStringLiteral("x"));
     editor.trigger("miEditUndo");
     editor.messages.answers.push_back(Answer::No);
     editor.trigger("miFileNew");
-    QCOMPARE(editor.door().steps().count(), 0);
+    QCOMPARE(editor.changes().steps().count(), 0);
     QCOMPARE(editor.caption("miEditRedo"), QStringLiteral("Redo"));
 }
 
 void ProjectChangesTest::twoHundredStepsAreKept() {
     Changed editor;
     for (int i = 1; i <= 205; ++i)
-        editor.door().change(QStringLiteral("Paste"), {{"STDMSG1", std::to_string(i)}});
-    QCOMPARE(editor.door().steps().count(), 200);
+        editor.changes().change(QStringLiteral("Paste"), {{"STDMSG1", std::to_string(i)}});
+    QCOMPARE(editor.changes().steps().count(), 200);
     for (int i = 0; i < 205; ++i)
-        editor.door().undo();
+        editor.changes().undo();
     QCOMPARE(editor.project.STDMSG[0], std::string("5"));
 }
 
@@ -412,20 +413,20 @@ void ProjectChangesTest::theOldestGoWhereStepsKeepMoreThanTheirShare() {
     Changed editor;
     const auto script = [](char letter) { return std::string(std::size_t{9} << 20, letter); };
     for (const char letter : {'a', 'b', 'c', 'd', 'e'})
-        editor.door().change(QString(QLatin1Char(letter)), {{"STDMSG1", script(letter)}});
+        editor.changes().change(QString(QLatin1Char(letter)), {{"STDMSG1", script(letter)}});
     // The first keeps one such script, each further one two.
-    QCOMPARE(editor.door().steps().count(), 3);
+    QCOMPARE(editor.changes().steps().count(), 3);
     QCOMPARE(editor.caption("miEditUndo"), QStringLiteral("Undo e"));
     for (int i = 0; i < 4; ++i)
-        editor.door().undo();
+        editor.changes().undo();
     QVERIFY(editor.project.STDMSG[0] == script('b'));
     QCOMPARE(editor.caption("miEditRedo"), QStringLiteral("Redo c"));
     for (int i = 0; i < 4; ++i)
-        editor.door().redo();
+        editor.changes().redo();
     QVERIFY(editor.project.STDMSG[0] == script('e'));
     // One that alone keeps more cannot be taken back.
-    editor.door().change(QStringLiteral("f"), {{"STDMSG1", std::string(std::size_t{65} << 20, 'f')}});
-    QCOMPARE(editor.door().steps().count(), 0);
+    editor.changes().change(QStringLiteral("f"), {{"STDMSG1", std::string(std::size_t{65} << 20, 'f')}});
+    QCOMPARE(editor.changes().steps().count(), 0);
     QCOMPARE(editor.caption("miEditUndo"), QStringLiteral("Undo"));
 }
 
@@ -457,13 +458,14 @@ void ProjectChangesTest::everyStepLeadsBackToWhatWasThere() {
             editor.click("btnMsgApply");
         },
         [&] {
-            editor.door().change("Paste", {{"STDMSG1", script()}, {"ALTMSG2", script()}, {"STDMSG40", "x"}});
+            editor.changes().change("Paste",
+                                    {{"STDMSG1", script()}, {"ALTMSG2", script()}, {"STDMSG40", "x"}});
         },
         [&] {
-            editor.door().change("Import",
-                                 {{"CoilVar3", BooleanVariable{"", "0", script(), "OFF"}},
-                                  {"RegVar64", FloatVariable{"", "1.5", "7", "3"}},
-                                  {addressMapName, AddressMap{0, 1, static_cast<int>(upTo(3)), 3}}});
+            editor.changes().change("Import",
+                                    {{"CoilVar3", BooleanVariable{"", "0", script(), "OFF"}},
+                                     {"RegVar64", FloatVariable{"", "1.5", "7", "3"}},
+                                     {addressMapName, AddressMap{0, 1, static_cast<int>(upTo(3)), 3}}});
         },
         [&] {
             editor.showPage("C2");
@@ -490,15 +492,15 @@ void ProjectChangesTest::everyStepLeadsBackToWhatWasThere() {
             step(choice % 2 == 0);
         }
         QVERIFY(contents() == states[at]);
-        QCOMPARE(editor.door().steps().index(), static_cast<int>(at));
-        QCOMPARE(editor.door().steps().count(), static_cast<int>(states.size() - 1));
+        QCOMPARE(editor.changes().steps().index(), static_cast<int>(at));
+        QCOMPARE(editor.changes().steps().count(), static_cast<int>(states.size() - 1));
     }
     while (at > 0)
         step(true);
     QVERIFY(contents() == states.front());
 }
 
-void ProjectChangesTest::keysAreTheBoxesWhereOneCanTypeIntoThem() {
+void ProjectChangesTest::textBoxesKeepUndoKeys() {
     Changed editor;
     editor.apply("R3", QStringLiteral("x"));
     for (const auto& [key, modifiers] : {std::pair(Qt::Key_Y, Qt::KeyboardModifiers(Qt::ControlModifier)),

@@ -22,18 +22,6 @@ TEST(PageForms, AThousandWizardPagesComeBackAsForms) {
     }
 }
 
-TEST(PageForms, SayTheSameWhateverSavingTakesAwayOrAdds) {
-    EXPECT_TRUE(saySame("CLEAR\r\nTEXT\r\n", "  CLEAR \r\n\r\nTEXT"));
-    EXPECT_TRUE(saySame("CLEAR\r\n\r\nCLEAR\r\nTEXT", "CLEAR\r\nTEXT"));
-    EXPECT_TRUE(saySame("CLEAR", "CLEAR\r\n\r\nCLEAR\r\n"));
-    EXPECT_TRUE(saySame("", " \r\n"));
-    EXPECT_FALSE(saySame("CLEAR", ""));
-    EXPECT_FALSE(saySame("CLEAR\r\nTEXT", "clear\r\nTEXT"));
-    EXPECT_FALSE(saySame("CLEAR\r\nA\r\nCLEAR", "CLEAR\r\nA"));
-    EXPECT_FALSE(saySame("CLEAR\r\nTEXT \"a\"", "CLEAR\r\nTEXT \"a \""));
-    EXPECT_FALSE(saySame("CLEAR\r\nTEXT", "CLEAR\r\nTEXT\r\nIN"));
-}
-
 TEST(PageForms, AreThereForEmptyPages) {
     EXPECT_EQ(pageForms("CLEAR", plainFormats), std::vector{MessageForm{}});
     EXPECT_EQ(pageForms("CLEAR\r\n\r\nCLEAR\r\n", plainFormats), std::vector{MessageForm{}});

@@ -1,4 +1,4 @@
-#include "display/forms/PreviewRow.h"
+#include "display/forms/PreviewBar.h"
 
 #include "check/FitTexts.h"
 #include "display/forms/ShapeButton.h"
@@ -35,7 +35,7 @@ ShapeButton* signButton(const QString& name, ShapeButton::Shape shape, const QSt
 
 } // namespace
 
-PreviewRow::PreviewRow(QWidget* parent)
+PreviewBar::PreviewBar(QWidget* parent)
     : QWidget(parent),
       btnPreviewPlay(signButton(QStringLiteral("btnPreviewPlay"), ShapeButton::Shape::Play, tr("Play"))),
       btnPreviewBack(
@@ -56,14 +56,14 @@ PreviewRow::PreviewRow(QWidget* parent)
     spnPreviewColumns->setFocusPolicy(Qt::StrongFocus);
     spnPreviewColumns->setToolTip(tr("How many dots the display is wide"));
     buildLayout();
-    connect(btnPreviewPlay, &QToolButton::clicked, this, &PreviewRow::playPressed);
-    connect(btnPreviewBack, &QToolButton::clicked, this, &PreviewRow::backPressed);
-    connect(btnPreviewForward, &QToolButton::clicked, this, &PreviewRow::forwardPressed);
-    connect(sldPreviewTime, &QSlider::valueChanged, this, &PreviewRow::timeChosen);
-    connect(spnPreviewColumns, &QSpinBox::valueChanged, this, &PreviewRow::columnsChosen);
+    connect(btnPreviewPlay, &QToolButton::clicked, this, &PreviewBar::playPressed);
+    connect(btnPreviewBack, &QToolButton::clicked, this, &PreviewBar::backPressed);
+    connect(btnPreviewForward, &QToolButton::clicked, this, &PreviewBar::forwardPressed);
+    connect(sldPreviewTime, &QSlider::valueChanged, this, &PreviewBar::timeChosen);
+    connect(spnPreviewColumns, &QSpinBox::valueChanged, this, &PreviewBar::columnsChosen);
 }
 
-void PreviewRow::buildLayout() {
+void PreviewBar::buildLayout() {
     auto* const layout = new QHBoxLayout(this);
     layout->setContentsMargins({});
     layout->addWidget(btnPreviewPlay);
@@ -79,7 +79,7 @@ void PreviewRow::buildLayout() {
     sldPreviewTime->setMinimumWidth(8 * fontMetrics().averageCharWidth());
 }
 
-void PreviewRow::show(const State& state) {
+void PreviewBar::show(const State& state) {
     const auto shape = state.isPlaying ? ShapeButton::Shape::Pause : ShapeButton::Shape::Play;
     if (shape != btnPreviewPlay->shape()) {
         btnPreviewPlay->setShape(shape);
@@ -95,7 +95,7 @@ void PreviewRow::show(const State& state) {
     showTime(state);
 }
 
-void PreviewRow::showTime(const State& state) {
+void PreviewBar::showTime(const State& state) {
     const QSignalBlocker blocker(sldPreviewTime);
     sldPreviewTime->setMaximum(sliderTime(state.duration));
     // While it plays, the handle is moved when it would be seen to move.
@@ -104,11 +104,11 @@ void PreviewRow::showTime(const State& state) {
         sldPreviewTime->setValue(sliderTime(state.time));
 }
 
-int PreviewRow::columns() const {
+int PreviewBar::columns() const {
     return spnPreviewColumns->value();
 }
 
-void PreviewRow::setColumns(int columns) {
+void PreviewBar::setColumns(int columns) {
     spnPreviewColumns->setValue(columns);
 }
 

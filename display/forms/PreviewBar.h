@@ -15,14 +15,14 @@ class ElidedLabel;
 class ShapeButton;
 
 /// The controls under a preview: play, pages, time, columns, and what does not fit.
-class PreviewRow final : public QWidget {
+class PreviewBar final : public QWidget {
     Q_OBJECT
 public:
     static constexpr int minimumColumns = 32;
     static constexpr int maximumColumns = 512;
     static constexpr int usualColumns = 128;
 
-    explicit PreviewRow(QWidget* parent = nullptr);
+    explicit PreviewBar(QWidget* parent = nullptr);
 
     struct State {
         std::size_t page = 0; ///< from 0

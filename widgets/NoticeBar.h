@@ -11,11 +11,11 @@ namespace orvista {
 
 /// One line of text for the user, perhaps with a button that does something about it, and one that takes the
 /// line away. It takes the focus only from a user who goes there.
-class NoticeLine final : public QWidget {
+class NoticeBar final : public QWidget {
     Q_OBJECT
 public:
     /// \param name of the line without a prefix: "Notice" has `lblNotice`, `btnNotice`, `btnDismissNotice`
-    explicit NoticeLine(const QString& name, QWidget* parent = nullptr);
+    explicit NoticeBar(const QString& name, QWidget* parent = nullptr);
 
     /// An empty text takes the line away, an empty caption its button.
     /// \param run what the button does once the line is gone; it does not throw

@@ -7,7 +7,7 @@ class QWidget;
 namespace orvista {
 
 /// A page of the main window: its tab, its node in the navigation tree, and its entry in the Option menu.
-struct PageRow {
+struct MainPage {
     const char* title; ///< of the tab and of the entry
     const char* nodeKey;
     const char* nodeText;

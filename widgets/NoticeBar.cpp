@@ -1,4 +1,4 @@
-#include "widgets/NoticeLine.h"
+#include "widgets/NoticeBar.h"
 
 #include "widgets/EnterButton.h"
 #include "widgets/FormParts.h"
@@ -36,7 +36,7 @@ QString breakable(const QString& text) {
 
 } // namespace
 
-NoticeLine::NoticeLine(const QString& name, QWidget* parent)
+NoticeBar::NoticeBar(const QString& name, QWidget* parent)
     : QWidget(parent),
       text_(named<QLabel>(QStringLiteral("lbl") + name)),
       button_(namedButton(QStringLiteral("btn") + name, {})) {
@@ -54,12 +54,12 @@ NoticeLine::NoticeLine(const QString& name, QWidget* parent)
     layout->addWidget(text_, 1);
     layout->addWidget(button_);
     layout->addWidget(dismiss);
-    connect(button_, &QPushButton::clicked, this, &NoticeLine::press);
-    connect(dismiss, &QToolButton::clicked, this, &NoticeLine::dismissed);
+    connect(button_, &QPushButton::clicked, this, &NoticeBar::press);
+    connect(dismiss, &QToolButton::clicked, this, &NoticeBar::dismissed);
     hide();
 }
 
-void NoticeLine::press() {
+void NoticeBar::press() {
     if (isModalDialogOpen())
         return;
     const auto run = run_; // it may put another text here
@@ -67,7 +67,7 @@ void NoticeLine::press() {
     run();
 }
 
-void NoticeLine::say(const QString& text, const QString& button, std::function<void()> run) {
+void NoticeBar::say(const QString& text, const QString& button, std::function<void()> run) {
     text_->setText(breakable(text));
     button_->setText(button);
     run_ = std::move(run);
@@ -79,7 +79,7 @@ void NoticeLine::say(const QString& text, const QString& button, std::function<v
     QAccessible::updateAccessibility(&alert);
 }
 
-bool NoticeLine::saysSomething() const {
+bool NoticeBar::saysSomething() const {
     return !text_->text().isEmpty();
 }
 
