@@ -67,7 +67,7 @@ void Interruption::takeInput() {
     if (!watchesInput_)
         return;
     std::array<char, 256> bytes{};
-    const ssize_t size = read(STDIN_FILENO, bytes.data(), bytes.size());
+    const ssize_t size = ::read(STDIN_FILENO, bytes.data(), bytes.size());
     if (size == 0 || (size < 0 && errno != EINTR && errno != EAGAIN))
         hasCome = 1;
 }

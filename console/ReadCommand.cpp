@@ -151,7 +151,7 @@ ExitStatus watch(const DisplayAddress& display, const ReadOptions& options, std:
     }
 }
 
-ExitStatus read(const ReadOptions& options) {
+ExitStatus readItems(const ReadOptions& options) {
     const DisplayAddress display = modbusAddress(options.display);
     const Project project = readProject(options.project);
     const ItemTexts texts(project);
@@ -187,7 +187,7 @@ void addRead(CLI::App& program, Run& run) {
         "  orvista read gate.example:1502 --project PUMPSTATION.orx --watch 2\n\n"
         "Tells the messages that are on with their texts, and of each variable address, value, raw words in\n"
         "hexadecimal and text. Ends with status 1 when the display does not answer as it should.");
-    command->callback([options, &run] { run = [options] { return read(*options); }; });
+    command->callback([options, &run] { run = [options] { return readItems(*options); }; });
 }
 
 } // namespace orvista::console
