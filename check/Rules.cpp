@@ -165,10 +165,9 @@ constexpr std::array table = {
     Rule{Code::UnknownCommand, "unknown-command", Severity::Error,
          "A line begins with no command of the display",
          "The display skips a line whose first word is none of its commands: CLEAR, TEXT, TEXTS, IMG, "
-         "DISPVAR, "
-         "DISPVARS, TIME, TIMES, DATE, DATES, IN, OUT and ACT, in capital or small letters. Blanks part the "
-         "words; a tab does not, it belongs to the word that it stands in. Correct the word or delete the "
-         "line.",
+         "DISPVAR, DISPVARS, TIME, TIMES, DATE, DATES, IN, OUT and ACT, in capital or small letters. Words "
+         "are separated by blanks; a tab separates nothing and is part of its word. Correct the word or "
+         "delete the line.",
          R"(STDMSG1:
   CLEAR
   TXET 0 0 RED BLACK "Pump 1"
@@ -241,12 +240,11 @@ constexpr std::array table = {
   IMG 0 0 RED BLACK pump16x16.bmp
   ACT STILL 3000)"},
     Rule{Code::ReservedLine, "reserved-line", Severity::Error,
-         "A line of a message is one that the project's files need",
-         "In the project's files a message stands between DEFMSG and ENDMSG, and lines such as [STDMSG.ILM] "
-         "begin "
-         "a section. A line of a script that begins so is taken for one of these when the project is opened "
-         "again: messages are cut, are lost or get other numbers. To the display such a line is no command. "
-         "Change it or delete it.",
+         "A line of a message would break the project's files",
+         "In the project's files a message stands between DEFMSG and ENDMSG, and a line such as [STDMSG.ILM] "
+         "begins a section. A line of a script that begins like one of these is taken for it when the "
+         "project is opened again: messages are cut, are lost or get other numbers. To the display such a "
+         "line is no command. Change it or delete it.",
          R"(STDMSG1:
   CLEAR
   ENDMSG
@@ -256,13 +254,12 @@ constexpr std::array table = {
   CLEAR
   TEXT 0 0 RED BLACK "ENDMSG"
   ACT STILL 3000)"},
-    Rule{
-        Code::LostMessage, "lost-message", Severity::Error, "A message holds nothing but blanks",
-        "A message of blanks and line ends alone is gone when the project is opened again, and every message "
-        "after it gets the number before its own. Write CLEAR.",
-        R"(STDMSG1:
+    Rule{Code::LostMessage, "lost-message", Severity::Error, "A message holds nothing but blanks",
+         "A message of blanks and line ends alone is gone when the project is opened again, and each message "
+         "after it gets the previous number. Write CLEAR.",
+         R"(STDMSG1:
   (a blank))",
-        R"(STDMSG1:
+         R"(STDMSG1:
   CLEAR)"},
     Rule{
         Code::AddressRange, "address-range", Severity::Error, "A block of addresses goes beyond 0 to 65535",
@@ -298,11 +295,9 @@ constexpr std::array table = {
   AlertMessage 300
   RegularMessage 320)"},
     Rule{Code::TextCut, "text-cut", Severity::Warning, "A text does not fit on the panel",
-         "Characters beyond the edge of the panel, be it by a part, cannot be read, unless the page passes "
-         "over "
-         "the panel as it comes or goes, so that each of them is seen. Shorten or move the text, or let the "
-         "page "
-         "leave that way. The panel has as many columns as the check is made for.",
+         "Characters that lie beyond the edge of the panel, wholly or in part, cannot be read, unless the "
+         "page moves across the panel as it enters or leaves, so that each of them is seen. Shorten or move "
+         "the text, or let the page leave that way. The panel has as many columns as the check is made for.",
          R"(STDMSG1:
   CLEAR
   TEXT 0 0 RED BLACK "Emergency stop pump"
@@ -314,10 +309,8 @@ constexpr std::array table = {
   OUT GO-LEFT 1 50)"},
     Rule{Code::FieldCut, "field-cut", Severity::Warning, "A value does not fit on the panel",
          "A float is as wide as its width says, a Boolean as the longer of its two texts, a time 8 "
-         "characters and "
-         "a date 10. What of that lies beyond the edge of the panel cannot be read, unless the page passes "
-         "over "
-         "the panel as it comes or goes. Move the value or make it narrower.",
+         "characters and a date 10. What lies beyond the edge of the panel cannot be read, unless the page "
+         "moves across the panel as it enters or leaves. Move the value or make it narrower.",
          R"(STDMSG1:
   CLEAR
   DISPVAR 80 0 RED BLACK RegVar1
@@ -327,9 +320,9 @@ constexpr std::array table = {
   DISPVAR 72 0 RED BLACK RegVar1
   ACT STILL 3000)"},
     Rule{Code::BitmapCut, "bitmap-cut", Severity::Warning, "A bitmap does not fit on the panel",
-         "A part of the bitmap lies beyond the edge of the panel and is not seen, unless the page passes "
-         "over the "
-         "panel as it comes or goes. Move the bitmap or make it smaller, or let the page leave that way.",
+         "A part of the bitmap lies beyond the edge of the panel and is not seen, unless the page moves "
+         "across the panel as it enters or leaves. Move the bitmap or make it smaller, or let the page leave "
+         "that way.",
          R"(STDMSG1:
   CLEAR
   IMG 0 0 RED BLACK plan200x16.bmp
@@ -340,8 +333,8 @@ constexpr std::array table = {
   ACT STILL 3000
   OUT GO-LEFT 1 50)"},
     Rule{Code::FieldGap, "field-gap", Severity::Warning, "A value covers characters of a text",
-         "A value fills all of its width with its background colour. Characters that stand there already are "
-         "gone. Leave as many blanks in the text as the value is wide: 7 for a float of width 7.",
+         "A value fills all of its width with its background colour and covers the characters that are "
+         "already there. Leave as many blanks in the text as the value is wide: 7 for a float of width 7.",
          R"(STDMSG1:
   CLEAR
   TEXT 0 0 RED BLACK "Level   m"
@@ -353,9 +346,9 @@ constexpr std::array table = {
   DISPVAR 48 0 RED BLACK RegVar1
   ACT STILL 3000)"},
     Rule{Code::FieldOverlap, "field-overlap", Severity::Warning, "Something covers a value",
-         "What is drawn later takes the dots of what was drawn before. Where a text, a bitmap or another "
-         "value "
-         "meets a value that is there already, a part of that cannot be read. Begin it where the value ends.",
+         "What is drawn later replaces the dots that were drawn before. Where a text, a bitmap or another "
+         "value meets a value that is already there, part of that value cannot be read. Begin it where the "
+         "value ends.",
          R"(STDMSG1:
   CLEAR
   DISPVAR 0 0 RED BLACK RegVar1
@@ -392,10 +385,9 @@ constexpr std::array table = {
   ACT STILL 3000)"},
     Rule{Code::BadDefault, "bad-default", Severity::Warning,
          "A default value cannot be shown as it is written",
-         "The display shows the default of a variable until a value is written to it. That of a float is a "
-         "number "
-         "that fits into width and precision, that of a Boolean 0 or 1. For anything else the display begins "
-         "with what it makes of it, or with stars.",
+         "The display shows the default of a variable until a value is written to it. The default of a float "
+         "is a number that fits into its width and precision, that of a Boolean is 0 or 1. Anything else "
+         "counts as the number that it begins with, or as 0; a number that does not fit is shown as stars.",
          R"(RegVar1:
   default 12,5)",
          R"(RegVar1:
@@ -403,9 +395,8 @@ constexpr std::array table = {
     Rule{Code::BadFormat, "bad-format", Severity::Warning,
          "The display does not support a width or precision",
          "Widths go from 2 to 8 and precisions from 0 to 3; a width of 2 needs precision 0, and a width of 8 "
-         "one "
-         "from 1 on. The display may show the value in another form. Choose a width and a precision that it "
-         "has.",
+         "one from 1 to 3. The display may show the value with another width or precision. Choose those that "
+         "it supports.",
          R"(RegVar1:
   width 9)",
          R"(RegVar1:

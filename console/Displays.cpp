@@ -63,7 +63,9 @@ DisplayAddress modbusAddress(const std::string& argument) {
 }
 
 CLI::Option* addModbusDisplay(CLI::App& command, std::string& display) {
-    return command.add_option("DISPLAY", display, "The display: NAME, NAME:PORT or [IPv6]:PORT; port 502")
+    return command
+        .add_option("DISPLAY", display,
+                    "The display: NAME, NAME:PORT or [IPv6]:PORT; port " + decimalText(modbusTcp.port))
         ->check(CLI::Validator(
             [](const std::string& text) {
                 const bool isProject = endsWithIgnoringCase(text, DocMgrModule::projectExtension);

@@ -7,9 +7,11 @@
 #include "console/Output.h"
 #include "console/Projects.h"
 #include "console/Worker.h"
+#include "link/DisplayAddress.h"
 #include "link/TransferredFiles.h"
 #include "link/ftp/DownloadStaging.h"
 #include "model/FolderLookup.h"
+#include "model/Numbers.h"
 #include "model/ProjectFile.h"
 
 #include <filesystem>
@@ -137,7 +139,7 @@ void addDownload(CLI::App& program, Run& run) {
     CLI::App* command = program.add_subcommand("download", "Fetch projects from displays, many at once");
     command
         ->add_option("--from", options->fleet.displays,
-                     "A display: NAME, NAME:PORT or [IPv6]:PORT; port 7000")
+                     "A display: NAME, NAME:PORT or [IPv6]:PORT; port " + decimalText(fileTransfer.port))
         ->type_name("DISPLAY")
         ->expected(1);
     addFleetOptions(*command, options->fleet);

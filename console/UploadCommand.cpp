@@ -10,6 +10,7 @@
 #include "console/Projects.h"
 #include "console/Worker.h"
 #include "display/FolderBitmaps.h"
+#include "link/DisplayAddress.h"
 #include "link/ProjectSnapshot.h"
 #include "model/Numbers.h"
 #include "model/ProjectFile.h"
@@ -158,7 +159,8 @@ void addUpload(CLI::App& program, Run& run) {
     CLI::App* command = program.add_subcommand("upload", "Send projects to displays, many at once");
     command->add_option("PROJECT", options->project, "A project file, .orx");
     command
-        ->add_option("--to", options->fleet.displays, "Displays: NAME, NAME:PORT or [IPv6]:PORT; port 7000")
+        ->add_option("--to", options->fleet.displays,
+                     "Displays: NAME, NAME:PORT or [IPv6]:PORT; port " + decimalText(fileTransfer.port))
         ->type_name("DISPLAY");
     addFleetOptions(*command, options->fleet);
     command->add_flag("--check", options->check, "Send nothing where the check finds an error");

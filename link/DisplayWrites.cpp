@@ -2,7 +2,7 @@
 
 #include "link/ModbusConnection.h"
 #include "link/ModbusReader.h"
-#include "model/ItemKind.h"
+#include "model/Item.h"
 #include "model/Numbers.h"
 #include "model/Text.h"
 
@@ -14,53 +14,37 @@ namespace orvista {
 
 namespace {
 
-struct WrittenItem {
-    const ItemKind* kind;
-    std::size_t index;
-    bool operator==(const WrittenItem&) const = default;
-
-    std::string name() const { return kind->name(index); }
-};
-
-std::optional<WrittenItem> writtenItemNamed(std::string_view name,
-                                            std::initializer_list<const ItemKind*> kinds) {
-    for (const ItemKind* const kind : kinds)
-        if (const auto index = kind->indexOfName(name))
-            return WrittenItem{kind, *index};
-    return std::nullopt;
-}
-
-std::vector<WrittenItem> messagesNamed(const std::vector<std::string>& names) {
-    std::vector<WrittenItem> messages;
+std::vector<Item> messagesNamed(const std::vector<std::string>& names) {
+    std::vector<Item> messages;
     for (const std::string& name : names) {
-        const auto message = writtenItemNamed(name, {&regularMessages, &emergencyMessages});
+        const auto message = messageNamed(name);
         if (!message)
-            throw BadWrite(name + " is not a message; there are STDMSG1 to STDMSG40 and ALTMSG1 to ALTMSG20");
+            throw BadWrite(notAMessage(name));
         if (std::ranges::find(messages, *message) == messages.end())
             messages.push_back(*message);
     }
     return messages;
 }
 
-std::uint16_t addressOf(const Project& project, const WrittenItem& item) {
-    const std::int64_t address = item.kind->address(project, item.index);
-    if (!isAddressable(*item.kind, address))
-        throw BadWrite(item.name() + " has no address that a request can hold: the address map puts it at " +
+std::uint16_t requestAddress(const Project& project, Item item) {
+    const std::int64_t address = addressOf(project, item);
+    if (!isAddressable(rowOf(item.kind), address))
+        throw BadWrite(nameOf(item) + " has no address that a request can hold: the address map puts it at " +
                        decimalText(address));
     return static_cast<std::uint16_t>(address);
 }
 
 /// The first coil of a block that lies wholly within the addresses.
-std::uint16_t blockAddress(const Project& project, const ItemKind& kind) {
-    addressOf(project, {&kind, kind.count - 1});
-    return addressOf(project, {&kind, 0});
+std::uint16_t blockAddress(const Project& project, Kind kind) {
+    requestAddress(project, {kind, rowOf(kind).count - 1});
+    return requestAddress(project, {kind, 0});
 }
 
 template <std::size_t count>
-std::array<bool, count> switched(const std::vector<WrittenItem>& messages, const ItemKind& kind) {
+std::array<bool, count> switched(const std::vector<Item>& messages, Kind kind) {
     std::array<bool, count> on{};
-    for (const WrittenItem& message : messages)
-        if (message.kind == &kind)
+    for (const Item message : messages)
+        if (message.kind == kind)
             on.at(message.index) = true;
     return on;
 }
@@ -97,21 +81,22 @@ DisplayWrite addressedWrite(const std::string& assignment, std::string_view digi
 
 DisplayWrite namedWrite(const std::string& assignment, std::string_view name, std::string_view value,
                         const Project* project) {
-    const auto item = writtenItemNamed(name, {&floatVariables, &booleanVariables});
-    if (!item && writtenItemNamed(name, {&regularMessages, &emergencyMessages}))
+    const auto item = variableNamed(name);
+    if (!item && messageNamed(name))
         throw BadWrite(assignment + ": messages are switched, not written");
     if (!item)
-        throw BadWrite(assignment + ": \"" + std::string(name) +
-                       "\" is neither an address nor one of RegVar1 to RegVar64 and CoilVar1 to CoilVar32");
+        throw BadWrite(assignment + ": \"" + std::string(name) + "\" is neither an address nor one of " +
+                       namesOf(Kind::Float) + " and " + namesOf(Kind::Boolean));
     if (project == nullptr)
-        throw BadWrite(assignment + ": the address of " + item->name() +
+        throw BadWrite(assignment + ": the address of " + nameOf(*item) +
                        " is in the project: give --project");
-    if (item->kind == &floatVariables)
-        return {item->name(), registerPairRequest(addressOf(*project, *item), floatValue(assignment, value))};
+    if (item->kind == Kind::Float)
+        return {nameOf(*item),
+                registerPairRequest(requestAddress(*project, *item), floatValue(assignment, value))};
     const auto on = switchValue(value);
     if (!on)
         throw BadWrite(assignment + ": a Boolean variable is on or off");
-    return {item->name(), coilRequest(addressOf(*project, *item), *on)};
+    return {nameOf(*item), coilRequest(requestAddress(*project, *item), *on)};
 }
 
 DisplayWrite assignedWrite(const std::string& assignment, const Project* project) {
@@ -128,26 +113,26 @@ DisplayWrite assignedWrite(const std::string& assignment, const Project* project
 
 std::vector<DisplayWrite> switchWrites(const Project& project, const std::vector<std::string>& on,
                                        const std::vector<std::string>& off) {
-    const std::vector<WrittenItem> toSwitchOn = messagesNamed(on);
+    const std::vector<Item> toSwitchOn = messagesNamed(on);
     std::vector<DisplayWrite> writes;
-    for (const WrittenItem& message : messagesNamed(off)) {
+    for (const Item message : messagesNamed(off)) {
         if (std::ranges::find(toSwitchOn, message) != toSwitchOn.end())
-            throw BadWrite(message.name() + " is in both --on and --off");
-        writes.push_back({message.name(), coilRequest(addressOf(project, message), false)});
+            throw BadWrite(nameOf(message) + " is in both --on and --off");
+        writes.push_back({nameOf(message), coilRequest(requestAddress(project, message), false)});
     }
-    for (const WrittenItem& message : toSwitchOn)
-        writes.push_back({message.name(), coilRequest(addressOf(project, message), true)});
+    for (const Item message : toSwitchOn)
+        writes.push_back({nameOf(message), coilRequest(requestAddress(project, message), true)});
     return writes;
 }
 
 std::vector<DisplayWrite> onlyWrites(const Project& project, const std::vector<std::string>& on) {
-    const std::vector<WrittenItem> messages = messagesNamed(on);
+    const std::vector<Item> messages = messagesNamed(on);
     return {{"the emergency messages",
-             emergencyMessagesRequest(blockAddress(project, emergencyMessages),
-                                      switched<emergencyMessageCount>(messages, emergencyMessages))},
+             emergencyMessagesRequest(blockAddress(project, Kind::Emergency),
+                                      switched<emergencyMessageCount>(messages, Kind::Emergency))},
             {"the regular messages",
-             regularMessagesRequest(blockAddress(project, regularMessages),
-                                    switched<regularMessageCount>(messages, regularMessages))}};
+             regularMessagesRequest(blockAddress(project, Kind::Regular),
+                                    switched<regularMessageCount>(messages, Kind::Regular))}};
 }
 
 std::vector<DisplayWrite> assignedWrites(const std::vector<std::string>& assignments,

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "link/DisplayAddress.h"
 #include "link/ModbusFrames.h"
 #include "link/RunningTransfer.h"
 #include "model/People.h"
@@ -55,7 +56,7 @@ public:
 /// connection has ended, so that the one pending frame is never overwritten.
 class ModbusClient final : public SocketEvents {
 public:
-    static constexpr std::uint16_t modbusPort = 502;
+    static constexpr std::uint16_t modbusPort = modbusTcp.port;
     /// An address where nobody answers would otherwise hold the buttons for minutes.
     static constexpr std::chrono::milliseconds connectTimeout{10'000};
 

@@ -1,6 +1,7 @@
 #include "link/ProjectTransfer.h"
 
 #include "model/DeviceFileReaders.h"
+#include "model/DeviceFiles.h"
 #include "model/Windows1252.h"
 
 #include <utility>
@@ -91,7 +92,7 @@ bool ProjectTransfer::fetch(const DeviceConnection& connection, const std::strin
 void ProjectTransfer::openDownloadedProject(const ChosenProject& target) {
     lifecycle_.InitProject();
     FileRemarks remarks;
-    ConfigModule::readDeviceFiles(target.ProjPath, project_, lifecycle_.fileContext(), "Modbus.adr",
+    ConfigModule::readDeviceFiles(target.ProjPath, project_, lifecycle_.fileContext(), modbusAdrFile.name,
                                   &remarks);
     lifecycle_.adoptDownloadedProject(target, std::move(remarks));
 }

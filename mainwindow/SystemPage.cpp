@@ -1,5 +1,6 @@
 #include "mainwindow/SystemPage.h"
 
+#include "link/DisplayAddress.h"
 #include "mainwindow/TcpTesterPage.h"
 #include "widgets/FormParts.h"
 #include "widgets/ShownBox.h"
@@ -60,8 +61,8 @@ QGroupBox* SystemPage::buildCommunicationFrame() {
     optEthernet->setAccessibleDescription(QStringLiteral("Use TCP/IP"));
     txtSystemIP->setToolTip(tr("The device's IP address"));
     auto* txtPort = named<ShownBox>(QStringLiteral("txtPort"));
-    txtPort->setText(QStringLiteral("502"));
-    txtPort->setToolTip(tr("The device's Modbus/TCP port; it is always 502"));
+    txtPort->setText(QString::number(modbusTcp.port));
+    txtPort->setToolTip(tr("The device's Modbus/TCP port; it is always %1").arg(modbusTcp.port));
 
     auto* typeRow = new QHBoxLayout;
     typeRow->addWidget(optEthernet);

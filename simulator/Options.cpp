@@ -26,9 +26,13 @@ constexpr std::array<std::pair<std::string_view, TransferFault>, 3> transferFaul
 void addOptions(QCommandLineParser& parser) {
     parser.addHelpOption();
     parser.addVersionOption();
+    const QString modbusPort = QString::number(DeviceSettings().modbusPort);
+    const QString transferPort = QString::number(DeviceSettings().transferPort);
     parser.addOptions({
-        {"modbus-port", "Modbus/TCP port, 0 for any free one (502).", "port", "502"},
-        {"transfer-port", "File transfer port, 0 for any free one (7000).", "port", "7000"},
+        {"modbus-port", QStringLiteral("Modbus/TCP port, 0 for any free one (%1).").arg(modbusPort), "port",
+         modbusPort},
+        {"transfer-port", QStringLiteral("File transfer port, 0 for any free one (%1).").arg(transferPort),
+         "port", transferPort},
         {"listen", "Address to listen on (127.0.0.1).", "address", "127.0.0.1"},
         {"root", "Folder of the device's files; without it the device starts empty and forgets.", "folder"},
         {"columns", "Dots across the panel (128).", "count", "128"},

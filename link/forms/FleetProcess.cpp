@@ -1,5 +1,7 @@
 #include "link/forms/FleetProcess.h"
 
+#include "link/FleetFields.h"
+
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -58,23 +60,25 @@ void FleetProcess::stopNow() {
 void FleetProcess::takeLines() {
     while (process_.canReadLine()) {
         const QJsonObject object = QJsonDocument::fromJson(process_.readLine()).object();
-        if (object.contains(QLatin1String("results")))
+        if (object.contains(QLatin1String(fleetFields::results)))
             takeResults(object);
         else
-            emit changed({text(object, "name").toStdString(), text(object, "state"), text(object, "file"),
-                          number(object, "files"), number(object, "of"), text(object, "reason")});
+            emit changed({text(object, fleetFields::name).toStdString(), text(object, fleetFields::state),
+                          text(object, fleetFields::file), number(object, fleetFields::files),
+                          number(object, fleetFields::of), text(object, fleetFields::reason)});
     }
 }
 
 void FleetProcess::takeResults(const QJsonObject& document) {
-    for (const QJsonValue value : document.value(QLatin1String("results")).toArray()) {
+    for (const QJsonValue value : document.value(QLatin1String(fleetFields::results)).toArray()) {
         const QJsonObject result = value.toObject();
-        const auto outcome = outcomeOfWord(text(result, "result").toStdString());
-        results_.push_back({text(result, "name").toStdString(),
-                            text(result, "address").toStdString(),
-                            {outcome.value_or(FleetOutcome::Failed), text(result, "reason").toStdString(),
-                             static_cast<std::size_t>(number(result, "files"))},
-                            result.value(QLatin1String("seconds")).toDouble()});
+        const auto outcome = outcomeOfWord(text(result, fleetFields::result).toStdString());
+        results_.push_back(
+            {text(result, fleetFields::name).toStdString(),
+             text(result, fleetFields::address).toStdString(),
+             {outcome.value_or(FleetOutcome::Failed), text(result, fleetFields::reason).toStdString(),
+              static_cast<std::size_t>(number(result, fleetFields::files))},
+             result.value(QLatin1String(fleetFields::seconds)).toDouble()});
     }
 }
 

@@ -1,5 +1,6 @@
 #include "link/forms/frmConnection.h"
 
+#include "link/DisplayAddress.h"
 #include "model/Text.h"
 #include "widgets/FormParts.h"
 
@@ -14,8 +15,6 @@ namespace orvista {
 
 namespace {
 
-constexpr const char* defaultPort = "7000";
-
 QLabel* namedLabelFor(QLineEdit* box, const QString& name, const QString& text) {
     QLabel* const label = labelFor(box, text);
     label->setObjectName(name);
@@ -27,7 +26,7 @@ QLabel* namedLabelFor(QLineEdit* box, const QString& name, const QString& text) 
 frmConnection::frmConnection(const QString& deviceAddress, QWidget* parent)
     : QDialog(parent),
       txtIP(named<QLineEdit>(QStringLiteral("txtIP"), deviceAddress)),
-      txtPort(named<QLineEdit>(QStringLiteral("txtPort"), QLatin1String(defaultPort))),
+      txtPort(named<QLineEdit>(QStringLiteral("txtPort"), QString::number(fileTransfer.port))),
       btnOK(namedButton(QStringLiteral("btnOK"), QStringLiteral("Connect"))),
       btnCancel(namedButton(QStringLiteral("btnCancel"), QStringLiteral("Cancel"))) {
     setObjectName(QStringLiteral("frmConnection"));

@@ -39,9 +39,9 @@ std::string htmlRow(const Rule& rule) {
 
 std::string htmlSection(const Rule& rule) {
     const std::string head = replacedAll("<h2><a name=\"NAME\"></a>NAME</h2>\n", "NAME", rule.name);
-    return "\n" + head + "<p>" + html(rule.title) + ".</p>\n<p>" + html(rule.explanation) +
-           "</p>\n<p>It is found here:</p>\n<pre>" + html(rule.example) +
-           "</pre>\n<p>and not here:</p>\n<pre>" + html(rule.clean) + "</pre>\n";
+    return "\n" + head + "<p><b>" + html(rule.title) + "</b> (" + std::string(severityName(rule.severity)) +
+           ")</p>\n<p>" + html(rule.explanation) + "</p>\n<p>It is found here:</p>\n<pre>" +
+           html(rule.example) + "</pre>\n<p>and not here:</p>\n<pre>" + html(rule.clean) + "</pre>\n";
 }
 
 std::string htmlOfRules() {
