@@ -1,5 +1,5 @@
 #include "bench/ProgramRun.h"
-#include "items/ProjectMessages.h"
+#include "model/Item.h"
 #include "sheets/MessageSheet.h"
 
 #include <benchmark/benchmark.h>
@@ -55,8 +55,8 @@ Project projectOf(std::size_t bytes) {
     const std::string page =
         "CLEAR\r\nTEXT 0 0 GREEN BLACK \"Level       m\"\r\nDISPVAR 48 0 ORANGE BLACK RegVar1\r\n"
         "IN GO-LEFT 1 50\r\nACT STILL 4000\r\nOUT GO-LEFT 1 50\r\n";
-    for (std::size_t position = 0; position < messageCount; ++position) {
-        std::string& script = messageScript(project, position);
+    for (const Item message : allMessages()) {
+        std::string& script = scriptOf(project, message);
         script.clear();
         while (script.size() < bytes / messageCount)
             script += page;

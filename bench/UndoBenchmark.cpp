@@ -1,7 +1,7 @@
 #include "bench/Pair.h"
-#include "items/ProjectMessages.h"
 #include "mainwindow/ProjectChanges.h"
 #include "tests/support/EditorFixture.h"
+#include "tests/support/NamedItem.h"
 
 #include <memory>
 #include <string>
@@ -49,7 +49,8 @@ void makeStep(benchmark::State& state) {
         state,
         [&] {
             script[scriptBytes / 2] ^= 1;
-            editor->window->changes().change(QStringLiteral("Paste"), {{"STDMSG3", script}});
+            editor->window->changes().change(QStringLiteral("Paste"),
+                                             std::vector{scriptChange(editor->project, "STDMSG3", script)});
         },
         CopyOfAScript());
 }
@@ -58,12 +59,12 @@ BENCHMARK(makeStep)->UseManualTime()->Iterations(2000)->Unit(benchmark::kMicrose
 /// The argument is how many of the 60 scripts the step changes, a word of each.
 void undoAndRedo(benchmark::State& state) {
     const auto editor = editorOfLongScripts();
-    std::vector<ItemState> wanted;
+    std::vector<Change> wanted;
     std::string script = longScript();
     script[scriptBytes / 2] ^= 1;
     const auto count = static_cast<std::size_t>(state.range(0));
-    for (std::size_t message = 0; message < count; ++message)
-        wanted.push_back({messageName(message), script});
+    for (const Item message : allMessages().first(count))
+        wanted.push_back(scriptChange(editor->project, nameOf(message), script));
     editor->window->changes().change(QStringLiteral("Replace"), wanted);
     runBesideFloor(
         state,

@@ -1,11 +1,10 @@
 #include "compare/DifferenceRows.h"
 
-#include "items/ProjectMessages.h"
 #include "model/Lines.h"
 #include "script/ScriptLines.h"
-#include "sheets/SheetChange.h"
 
 #include <algorithm>
+#include <array>
 #include <set>
 
 namespace orvista {
@@ -15,7 +14,7 @@ namespace {
 /// Lines removed and added at one place, those in each other's place beside each other.
 class LineRows {
 public:
-    LineRows(std::string item, std::vector<DifferenceRow>& rows) : item_(std::move(item)), rows_(rows) {}
+    LineRows(Item item, std::vector<DifferenceRow>& rows) : item_(item), rows_(rows) {}
 
     void take(const ComparedLine& line) {
         switch (line.kind) {
@@ -48,7 +47,7 @@ public:
     }
 
 private:
-    std::string item_;
+    Item item_;
     std::vector<DifferenceRow>& rows_;
     std::vector<const ComparedLine*> removed_;
     std::vector<const ComparedLine*> added_;
@@ -60,7 +59,7 @@ struct TakenLines {
     std::set<std::size_t> added;
 };
 
-TakenLines takenLines(std::span<const DifferenceRow> rows, const std::string& item) {
+TakenLines takenLines(std::span<const DifferenceRow> rows, Item item) {
     TakenLines lines;
     for (const DifferenceRow& row : rows) {
         if (row.item == item) {
@@ -85,22 +84,22 @@ std::string mergedScript(const std::string& before, const std::string& after, co
     return equivalent(script, after) ? after : script;
 }
 
-void takeLines(Project& project, const Project& from, const std::string& item, const TakenLines& taken) {
-    const auto position = messagePosition(item);
-    if (!position)
+/// A setting that differs, and what follows from it.
+void takeSetting(const DifferenceRow& row, const Project& before, const Project& after,
+                 std::vector<Change>& changes) {
+    changes.push_back({row.item, row.field, row.before, row.after});
+    if (row.item.kind != Kind::AddressMap || row.field->name != "AlertMessage")
         return;
-    std::string& script = messageScript(project, *position);
-    script = mergedScript(script, messageScript(from, *position), taken);
+    // The regular messages follow the emergency messages, as for whoever reads them.
+    for (Change& change : changesBetween(before, after, row.item))
+        if (!change.field->isRead)
+            changes.push_back(std::move(change));
 }
 
-void takeAddress(Project& project, const Project& from, std::string_view field) {
-    for (const AddressField& address : addressFields) {
-        if (address.name == field)
-            project.*address.start = from.*address.start;
-    }
-    // No file of the display names this start: it follows the emergency messages, as for whoever reads them.
-    if (field == emergencyAddressField.name)
-        project.RegularMessage = from.RegularMessage;
+void takeLines(Item message, const Project& before, const Project& after, const TakenLines& taken,
+               std::vector<Change>& changes) {
+    addChanges(changes, before, message,
+               std::array{mergedScript(scriptOf(before, message), scriptOf(after, message), taken)});
 }
 
 } // namespace
@@ -108,8 +107,8 @@ void takeAddress(Project& project, const Project& from, std::string_view field) 
 std::vector<DifferenceRow> differenceRows(std::span<const ItemDifference> differences) {
     std::vector<DifferenceRow> rows;
     for (const ItemDifference& difference : differences) {
-        for (const FieldDifference& field : difference.fields)
-            rows.push_back({difference.item, field.field, 0, 0, field.before, field.after});
+        for (const Change& change : difference.fields)
+            rows.push_back({change.item, change.field, 0, 0, change.before, change.after});
         LineRows lines(difference.item, rows);
         for (const ComparedLine& line : difference.lines)
             lines.take(line);
@@ -118,22 +117,17 @@ std::vector<DifferenceRow> differenceRows(std::span<const ItemDifference> differ
     return rows;
 }
 
-std::vector<ItemState> takenOver(const Project& before, const Project& after,
-                                 std::span<const DifferenceRow> rows) {
-    Project merged = before;
-    std::vector<std::string> items;
+std::vector<Change> takenOver(const Project& before, const Project& after,
+                              std::span<const DifferenceRow> rows) {
+    std::vector<Change> changes;
+    std::set<Item> messages;
     for (const DifferenceRow& row : rows) {
-        const bool isNew = std::ranges::find(items, row.item) == items.end();
-        if (isNew)
-            items.push_back(row.item);
-        if (row.item == addressMapName)
-            takeAddress(merged, after, row.field);
-        else if (!row.isLine())
-            applyChanges(merged, {{row.item, row.field, row.before, row.after}});
-        else if (isNew)
-            takeLines(merged, after, row.item, takenLines(rows, row.item));
+        if (!row.isLine())
+            takeSetting(row, before, after, changes);
+        else if (messages.insert(row.item).second)
+            takeLines(row.item, before, after, takenLines(rows, row.item), changes);
     }
-    return itemStates(merged, items);
+    return changes;
 }
 
 } // namespace orvista

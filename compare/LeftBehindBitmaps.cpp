@@ -1,7 +1,7 @@
 #include "compare/LeftBehindBitmaps.h"
 
-#include "items/ProjectMessages.h"
 #include "model/BitmapFiles.h"
+#include "model/Item.h"
 #include "model/SystemPath.h"
 #include "model/Text.h"
 #include "model/Windows1252.h"
@@ -21,8 +21,8 @@ namespace fs = std::filesystem;
 /// Lower case, UTF-8: the display knows bitmaps in any ASCII case.
 std::set<std::string> namedBitmaps(const Project& project) {
     std::set<std::string> names;
-    for (std::size_t message = 0; message < messageCount; ++message)
-        for (const std::string& name : bitmapNames(interpretScript(messageScript(project, message)).pages))
+    for (const Item message : allMessages())
+        for (const std::string& name : bitmapNames(interpretScript(scriptOf(project, message)).pages))
             names.insert(lowerAscii(utf8FromWindows1252(name)));
     return names;
 }

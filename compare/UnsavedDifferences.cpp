@@ -18,9 +18,9 @@ UnsavedDifferences unsavedDifferences(const UnsavedWork& work, const PathRules& 
     if (saved.IP != work.project.IP)
         differences.items.emplace_back(systemPageName);
     for (const ItemDifference& item : compareItems(saved, work.project))
-        differences.items.push_back(item.item);
+        differences.items.push_back(nameOf(item.item));
     for (const NotAppliedTexts& item : work.notApplied)
-        differences.notApplied.push_back(item.item);
+        differences.notApplied.push_back(nameOf(item.item));
     return differences;
 }
 

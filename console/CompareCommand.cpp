@@ -100,10 +100,10 @@ std::string linesText(const std::vector<ComparedLine>& lines) {
 }
 
 std::string itemText(const ItemDifference& difference) {
-    std::string text = difference.item + "\n";
-    for (const FieldDifference& field : difference.fields) {
-        for (const auto& [sign, value] : {std::pair("- ", field.before), std::pair("+ ", field.after)})
-            text.append(sign).append(field.field).append(" ").append(printable(value)).append("\n");
+    std::string text = nameOf(difference.item) + "\n";
+    for (const Change& change : difference.fields) {
+        for (const auto& [sign, value] : {std::pair("- ", change.before), std::pair("+ ", change.after)})
+            text.append(sign).append(change.field->name).append(" ").append(printable(value)).append("\n");
     }
     return text + linesText(difference.lines);
 }
@@ -137,15 +137,15 @@ Json object(const std::string& item, std::string_view field, std::size_t oldLine
 }
 
 void addRows(const ItemDifference& difference, Json& list) {
-    for (const FieldDifference& field : difference.fields)
-        list.push_back(object(difference.item, field.field, 0, 0, utf8FromWindows1252(field.before),
-                              utf8FromWindows1252(field.after)));
+    for (const Change& change : difference.fields)
+        list.push_back(object(nameOf(difference.item), change.field->name, 0, 0,
+                              utf8FromWindows1252(change.before), utf8FromWindows1252(change.after)));
     for (const ComparedLine& line : difference.lines) {
         const std::string text = utf8FromWindows1252(line.text);
         if (line.kind == ComparedLine::Kind::Removed)
-            list.push_back(object(difference.item, "script", line.numberBefore, 0, text, nullptr));
+            list.push_back(object(nameOf(difference.item), "script", line.numberBefore, 0, text, nullptr));
         else if (line.kind == ComparedLine::Kind::Added)
-            list.push_back(object(difference.item, "script", 0, line.numberAfter, nullptr, text));
+            list.push_back(object(nameOf(difference.item), "script", 0, line.numberAfter, nullptr, text));
     }
 }
 

@@ -4,9 +4,9 @@
 #include "console/Output.h"
 #include "console/Projects.h"
 #include "model/FolderLookup.h"
+#include "model/Numbers.h"
 #include "model/ProjectFile.h"
 #include "model/Text.h"
-#include "sheets/Sheet.h"
 
 #include <filesystem>
 #include <memory>

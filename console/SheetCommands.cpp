@@ -4,6 +4,7 @@
 #include "console/Output.h"
 #include "console/Projects.h"
 #include "console/Sheets.h"
+#include "model/Change.h"
 #include "model/Numbers.h"
 #include "model/ProjectFile.h"
 #include "model/Quotation.h"
@@ -57,8 +58,8 @@ ExitStatus exportMessages(const ExportOptions& options) {
     const MessageSheet sheet =
         messageSheet(project, options.pages ? MessageSheetForm::Pages : MessageSheetForm::Scripts);
     deliver(options.output, sheet.csv);
-    for (const std::string& message : sheet.mendedLineEnds)
-        complain(message + ": lone CR or LF was written as CR LF");
+    for (const Item message : sheet.mendedLineEnds)
+        complain(nameOf(message) + ": lone CR or LF was written as CR LF");
     return ExitStatus::Well;
 }
 
@@ -78,10 +79,10 @@ std::string marked(char mark, std::string_view text) {
     return lines;
 }
 
-void printChanges(const std::vector<SheetChange>& changes) {
-    for (const SheetChange& change : changes)
-        print(change.item + " " + std::string(change.column) + "\n" + marked('-', change.before) +
-              marked('+', change.after));
+void printChanges(const std::vector<Change>& changes) {
+    for (const Change& change : changes)
+        print(nameOf(change.item) + " " + std::string(change.field->name) + "\n" +
+              marked('-', change.before) + marked('+', change.after));
 }
 
 std::string countText(std::size_t count, std::string_view done) {

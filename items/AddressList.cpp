@@ -1,7 +1,6 @@
 #include "items/AddressList.h"
 
-#include "items/ProjectMessages.h"
-#include "model/ItemKind.h"
+#include "model/Item.h"
 #include "model/Numbers.h"
 #include "model/Windows1252.h"
 
@@ -22,7 +21,7 @@ constexpr std::string_view coilTable = "coil";
 /// What is the same for all items of a kind.
 struct ListedBlock {
     std::string_view kind;
-    const ItemKind& items;
+    Kind items;
     std::string_view table;
     std::string_view dataType;
     std::string_view wordOrder;
@@ -30,10 +29,10 @@ struct ListedBlock {
 };
 
 constexpr std::array<ListedBlock, 4> blocks{{
-    {"float", floatVariables, "holding register", "float32", "low word first", "16"},
-    {"boolean", booleanVariables, coilTable, "bit", "", "5"},
-    {"emergency", emergencyMessages, coilTable, "bit", "", "5 15"},
-    {"regular", regularMessages, coilTable, "bit", "", "5 15"},
+    {"float", Kind::Float, "holding register", "float32", "low word first", "16"},
+    {"boolean", Kind::Boolean, coilTable, "bit", "", "5"},
+    {"emergency", Kind::Emergency, coilTable, "bit", "", "5 15"},
+    {"regular", Kind::Regular, coilTable, "bit", "", "5 15"},
 }};
 
 /// The number under which many programs know a place: 0 for coils or 4 for registers, then the place counted
@@ -48,9 +47,9 @@ std::string referenceNumber(char table, std::int64_t address) {
 class VariableUsers {
 public:
     explicit VariableUsers(const MessageDigests& messages) {
-        for (std::size_t position = 0; position < messageCount; ++position)
-            if (const MessageDigest* const message = messages.of(position))
-                note(messageName(position), message->variables);
+        for (const Item message : allMessages())
+            if (const MessageDigest* const digest = messages.of(message))
+                note(nameOf(message), digest->variables);
     }
 
     const std::string& ofFloat(std::size_t index) const { return floats_[index]; }
@@ -75,10 +74,11 @@ AddressRow placedRow(const ListedBlock& block, const Project& project, std::size
     AddressRow row;
     row.kind = block.kind;
     row.number = index + 1;
-    row.name = block.items.name(index);
+    row.item = {block.items, index};
+    row.name = nameOf(row.item);
     row.table = block.table;
-    row.address = block.items.address(project, index);
-    row.count = block.items.addressesPerItem;
+    row.address = addressOf(project, row.item);
+    row.count = rowOf(block.items).addressesPerItem;
     row.dataType = block.dataType;
     row.wordOrder = block.wordOrder;
     row.writeFunction = block.writeFunction;
@@ -161,10 +161,10 @@ std::vector<AddressRow> addressList(const Project& project, const MessageDigests
     const VariableUsers users(messages);
     std::vector<AddressRow> rows;
     for (const ListedBlock& block : blocks) {
-        for (std::size_t index = 0; index < block.items.count; ++index) {
+        for (std::size_t index = 0; index < rowOf(block.items).count; ++index) {
             AddressRow row = placedRow(block, project, index);
-            if (const auto position = messagePosition(row.name))
-                describeMessage(row, messages.of(*position));
+            if (isMessage(row.item))
+                describeMessage(row, messages.of(row.item));
             else
                 describeVariable(row, project, index, users);
             rows.push_back(std::move(row));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "items/MessageDigest.h"
+#include "model/Item.h"
 #include "model/Project.h"
 
 #include <array>
@@ -15,6 +16,7 @@ namespace orvista {
 
 /// One item. All texts are UTF-8.
 struct AddressRow {
+    Item item;
     std::string_view kind;  ///< "float", "boolean", "emergency" or "regular"
     std::size_t number = 0; ///< from 1
     std::string name;

@@ -1,8 +1,7 @@
 #include "items/CopiedItems.h"
 
 #include "items/CountedTexts.h"
-#include "items/ProjectMessages.h"
-#include "model/ItemKind.h"
+#include "model/Fields.h"
 #include "model/Numbers.h"
 
 #include <algorithm>
@@ -10,7 +9,6 @@
 #include <cstdint>
 #include <optional>
 #include <set>
-#include <stdexcept>
 
 namespace orvista {
 
@@ -21,49 +19,16 @@ constexpr int version = 1;
 constexpr std::size_t mostItems = floatVariableCount + booleanVariableCount;
 static_assert(mostItems >= messageCount);
 
-/// The texts of an item that are its own, wherever it is put.
-using Texts = std::vector<std::string>;
-
-Texts textsOf(const std::string& script) {
-    return {script};
-}
-
-Texts textsOf(const FloatVariable& variable) {
-    return {variable.defaultValue, variable.width, variable.precision};
-}
-
-Texts textsOf(const BooleanVariable& variable) {
-    return {variable.defaultValue, variable.onText, variable.offText};
-}
-
-Texts textsOf(const AddressMap& /*addresses*/) {
-    throw std::out_of_range("the address map is no item of a table");
-}
-
-Texts textsOf(const ItemState& state) {
-    return std::visit([](const auto& value) { return textsOf(value); }, state.value);
-}
-
-bool isMessage(std::string_view name) {
-    return messagePosition(name).has_value();
-}
-
 /// Nothing where no item of a table has that name, letter by letter.
-std::optional<ItemState> readItem(CountedTextReader& reader) {
-    const std::string name(reader.text());
-    const auto is = [&name](const ItemKind& kind) {
-        const auto index = kind.indexOfName(name);
-        return index && kind.name(*index) == name;
-    };
-    const auto text = [&reader] { return std::string(reader.text()); };
-    if (is(regularMessages) || is(emergencyMessages))
-        return ItemState{name, text()};
-    // In braces the texts are read from left to right.
-    if (is(floatVariables))
-        return ItemState{name, FloatVariable{name, text(), text(), text()}};
-    if (is(booleanVariables))
-        return ItemState{name, BooleanVariable{name, text(), text(), text()}};
-    return std::nullopt;
+std::optional<CopiedItem> readItem(CountedTextReader& reader) {
+    const std::string_view name = reader.text();
+    const auto item = itemNamed(name);
+    if (!item || item->kind == Kind::AddressMap || nameOf(*item) != name)
+        return std::nullopt;
+    CopiedItem copied{*item, {}};
+    for (std::size_t left = fieldsOf(item->kind).size(); left > 0; --left)
+        copied.texts.emplace_back(reader.text());
+    return copied;
 }
 
 CopyFault faultOf(std::string_view bytes) {
@@ -86,30 +51,33 @@ std::string counted(std::size_t count, std::string_view one, std::string_view se
 }
 
 /// Why an item cannot be put there; empty where it can.
-std::string refusalOf(const ItemState& item, const std::string& place) {
-    if (isMessage(item.item) != isMessage(place))
-        return isMessage(item.item) ? "Messages were copied; they cannot be pasted onto variables"
-                                    : "Variables were copied; they cannot be pasted onto messages";
-    const bool isFloat = floatVariables.indexOfName(place).has_value();
-    if (!isMessage(place) && std::holds_alternative<FloatVariable>(item.value) != isFloat)
-        return item.item + " cannot be pasted onto " + place + ": " +
-               (isFloat ? "a Boolean has no width and precision" : "a float has no ON and OFF texts");
+std::string refusalOf(Item item, Item place) {
+    if (isMessage(item) != isMessage(place))
+        return isMessage(item) ? "Messages were copied; they cannot be pasted onto variables"
+                               : "Variables were copied; they cannot be pasted onto messages";
+    if (isVariable(place) && item.kind != place.kind)
+        return nameOf(item) + " cannot be pasted onto " + nameOf(place) + ": " +
+               (place.kind == Kind::Float ? "a Boolean has no width and precision"
+                                          : "a float has no ON and OFF texts");
     return {};
 }
 
 } // namespace
 
-CopiedItems copiedItems(const Project& project, const std::vector<std::string>& names) {
-    return {project.ProjPath, itemStates(project, names)};
+CopiedItems copiedItems(const Project& project, std::span<const Item> items) {
+    CopiedItems copied{project.ProjPath, {}};
+    for (const Item item : items)
+        copied.items.push_back({item, textsOf(project, item)});
+    return copied;
 }
 
 std::string copiedBytes(const CopiedItems& copied) {
     CountedTextWriter writer;
     writer.add(copied.folder);
     writer.add(copied.items.size());
-    for (const ItemState& item : copied.items) {
-        writer.add(item.item);
-        for (const std::string& text : textsOf(item))
+    for (const CopiedItem& item : copied.items) {
+        writer.add(nameOf(item.item));
+        for (const std::string& text : item.texts)
             writer.add(text);
     }
     return copiesFirstLine() + writer.bytes();
@@ -122,14 +90,14 @@ std::variant<CopiedItems, CopyFault> readCopied(std::string_view bytes) {
     CountedTextReader reader(bytes.substr(line.size()));
     CopiedItems copied;
     copied.folder = reader.text();
-    std::set<std::string> names;
+    std::set<Item> known;
     for (std::size_t left = reader.number(mostItems); left > 0 && !reader.hasFailed(); --left) {
         auto item = readItem(reader);
-        if (!item || !names.insert(item->item).second)
+        if (!item || !known.insert(item->item).second)
             return CopyFault::NotItems;
         copied.items.push_back(std::move(*item));
     }
-    const auto isOther = [&](const ItemState& item) {
+    const auto isOther = [&](const CopiedItem& item) {
         return isMessage(item.item) != isMessage(copied.items.front().item);
     };
     if (!reader.isDone() || copied.items.empty() || std::ranges::any_of(copied.items, isOther))
@@ -137,29 +105,34 @@ std::variant<CopiedItems, CopyFault> readCopied(std::string_view bytes) {
     return copied;
 }
 
-Pasted pasteOnto(const CopiedItems& copied, const std::vector<std::string>& selected,
-                 const std::vector<std::string>& onwards) {
+Pasted pasteOnto(const Project& project, const CopiedItems& copied, std::span<const Item> selected,
+                 std::span<const Item> onwards) {
     const bool fillsSelection = copied.items.size() == 1;
-    const std::vector<std::string>& places = fillsSelection ? selected : onwards;
+    const std::span<const Item> places = fillsSelection ? selected : onwards;
     if (places.empty())
         return {{}, "Select the row to paste onto first"};
     if (copied.items.size() > places.size() && !fillsSelection)
         return {{},
                 counted(copied.items.size(), "row was copied", "rows were copied") + "; there is room for " +
-                    decimalText(places.size()) + " from " + places.front() + " on: nothing was pasted"};
+                    decimalText(places.size()) + " from " + nameOf(places.front()) +
+                    " on: nothing was pasted"};
     Pasted pasted;
     const std::size_t count = fillsSelection ? places.size() : copied.items.size();
     for (std::size_t i = 0; i < count; ++i) {
-        const ItemState& item = copied.items[fillsSelection ? 0 : i];
-        if (const std::string refusal = refusalOf(item, places[i]); !refusal.empty())
+        const CopiedItem& item = copied.items[fillsSelection ? 0 : i];
+        if (const std::string refusal = refusalOf(item.item, places[i]); !refusal.empty())
             return {{}, refusal + ". Nothing was pasted"};
-        pasted.items.push_back({places[i], item.value});
+        addChanges(pasted.changes, project, places[i], item.texts);
     }
     return pasted;
 }
 
-std::vector<ItemState> clearedItems(const std::vector<std::string>& names) {
-    return itemStates(Project(), names);
+std::vector<Change> clearedItems(const Project& project, std::span<const Item> items) {
+    const Project fresh;
+    std::vector<Change> changes;
+    for (const Item item : items)
+        std::ranges::move(changesBetween(project, fresh, item), std::back_inserter(changes));
+    return changes;
 }
 
 } // namespace orvista

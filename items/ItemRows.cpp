@@ -1,7 +1,7 @@
 #include "items/ItemRows.h"
 
 #include "items/AddressList.h"
-#include "model/ItemKind.h"
+#include "model/Item.h"
 #include "model/Windows1252.h"
 
 #include <algorithm>
@@ -12,13 +12,13 @@ namespace {
 
 std::string variableNames(const VariableUse& use) {
     std::string names;
-    const auto add = [&names](const auto& used, const ItemKind& kind) {
+    const auto add = [&names](const auto& used, Kind kind) {
         for (std::size_t i = 0; i < used.size(); ++i)
             if (used[i])
-                names.append(names.empty() ? "" : " ").append(kind.name(i));
+                names.append(names.empty() ? "" : " ").append(nameOf({kind, i}));
     };
-    add(use.floats, floatVariables);
-    add(use.booleans, booleanVariables);
+    add(use.floats, Kind::Float);
+    add(use.booleans, Kind::Boolean);
     return names;
 }
 
@@ -31,7 +31,7 @@ std::string joined(const std::vector<std::string>& names) {
 
 MessageRow messageRow(const AddressRow& place, const MessageDigest* message) {
     MessageRow row;
-    row.name = place.name;
+    row.item = place.item;
     row.address = place.address;
     row.reference = place.reference;
     row.isRead = message != nullptr;
@@ -50,13 +50,13 @@ MessageRow messageRow(const AddressRow& place, const MessageDigest* message) {
 std::vector<MessageRow> messageRows(const Project& project, const MessageDigests& messages) {
     std::vector<MessageRow> rows(messageCount);
     for (const AddressRow& place : addressList(project, messages))
-        if (const auto position = messagePosition(place.name))
-            rows[*position] = messageRow(place, messages.of(*position));
+        if (isMessage(place.item))
+            rows[messagePosition(place.item)] = messageRow(place, messages.of(place.item));
     return rows;
 }
 
 bool messageHas(const TextSearch& search, const MessageRow& row, std::string_view script) {
-    if (search.isIn(row.name) || search.isIn(script))
+    if (search.isIn(nameOf(row.item)) || search.isIn(script))
         return true;
     const auto text = windows1252FromUtf8(row.text);
     return text && search.isIn(*text);
@@ -65,8 +65,8 @@ bool messageHas(const TextSearch& search, const MessageRow& row, std::string_vie
 std::vector<VariableRow> variableRows(const Project& project, const MessageDigests& messages) {
     std::vector<VariableRow> rows;
     for (AddressRow& row : addressList(project, messages))
-        if (!messagePosition(row.name))
-            rows.push_back({row.name, row.address, row.reference, row.defaultValue,
+        if (isVariable(row.item))
+            rows.push_back({row.item, row.address, row.reference, row.defaultValue,
                             row.format.empty() ? row.text : row.format, row.usedBy});
     return rows;
 }

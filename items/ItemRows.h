@@ -2,6 +2,7 @@
 
 #include "items/MessageDigest.h"
 #include "items/TextSearch.h"
+#include "model/Item.h"
 #include "model/Project.h"
 
 #include <cstddef>
@@ -14,7 +15,7 @@
 namespace orvista {
 
 struct MessageRow {
-    std::string name; ///< "STDMSG12"
+    Item item;
     std::int64_t address = 0;
     std::string reference;
     /// False while the message was not read; what follows is empty then.
@@ -27,7 +28,7 @@ struct MessageRow {
 };
 
 struct VariableRow {
-    std::string name; ///< "RegVar3"
+    Item item;
     std::int64_t address = 0;
     std::string reference;
     std::string defaultValue;

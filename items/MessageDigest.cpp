@@ -30,15 +30,16 @@ bool MessageDigests::update(const Project& project, std::size_t most) {
     }
     std::size_t bytes = 0;
     bool isComplete = true;
-    for (std::size_t i = 0; i < messageCount; ++i) {
-        const std::string& script = messageScript(project, i);
-        if (read_[i] && read_[i]->script == script)
+    for (const Item message : allMessages()) {
+        const std::string& script = scriptOf(project, message);
+        auto& read = read_[messagePosition(message)];
+        if (read && read->script == script)
             continue;
-        read_[i].reset();
+        read.reset();
         isComplete = isComplete && bytes < most;
         if (bytes >= most)
             continue;
-        read_[i] = Read{script, messageDigest(script, formats_)};
+        read = Read{script, messageDigest(script, formats_)};
         bytes += script.size();
     }
     return isComplete;

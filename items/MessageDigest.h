@@ -1,7 +1,8 @@
 #pragma once
 
 #include "display/FieldFormats.h"
-#include "items/ProjectMessages.h"
+#include "model/Item.h"
+#include "model/Project.h"
 #include "script/VariableUse.h"
 
 #include <array>
@@ -37,9 +38,9 @@ public:
     /// bytes or more; the rest is left for the next time. \returns true when nothing is left
     bool update(const Project& project, std::size_t most = allBytes);
     /// Null for one that was left.
-    /// \param position from 0 to messageCount - 1
-    const MessageDigest* of(std::size_t position) const {
-        return read_[position] ? &read_[position]->digest : nullptr;
+    const MessageDigest* of(Item message) const {
+        const auto& read = read_[messagePosition(message)];
+        return read ? &read->digest : nullptr;
     }
 
 private:

@@ -1,9 +1,9 @@
 #include "items/MessageReplace.h"
 
-#include "items/ProjectMessages.h"
 #include "script/ScriptCommands.h"
 
 #include <algorithm>
+#include <array>
 
 namespace orvista {
 
@@ -105,8 +105,8 @@ ReplaceHits findToReplace(const Project& project, const std::string& wanted, std
     if (wanted.empty())
         return hits;
     const TextSearch search(wanted, letters);
-    for (std::size_t message = 0; message < messageCount; ++message) {
-        const std::string_view script = messageScript(project, message);
+    for (const Item message : allMessages()) {
+        const std::string_view script = scriptOf(project, message);
         LineCounter lines(script);
         WhereInScript where(script);
         for (std::size_t at = search.find(script); at != std::string_view::npos;
@@ -125,12 +125,12 @@ ReplaceHits findToReplace(const Project& project, const std::string& wanted, std
     return hits;
 }
 
-std::vector<ItemState> replacedScripts(const Project& project, const std::vector<ReplaceHit>& hits,
-                                       std::size_t length, std::string_view replacement) {
-    std::vector<ItemState> items;
+std::vector<Change> replacedScripts(const Project& project, const std::vector<ReplaceHit>& hits,
+                                    std::size_t length, std::string_view replacement) {
+    std::vector<Change> changes;
     for (auto hit = hits.begin(); hit != hits.end();) {
-        const std::size_t message = hit->message;
-        const std::string_view script = messageScript(project, message);
+        const Item message = hit->message;
+        const std::string_view script = scriptOf(project, message);
         std::string replaced;
         std::size_t taken = 0;
         for (; hit != hits.end() && hit->message == message; ++hit) {
@@ -138,9 +138,10 @@ std::vector<ItemState> replacedScripts(const Project& project, const std::vector
             taken = hit->at + length;
         }
         replaced.append(script.substr(taken));
-        items.push_back({messageName(message), replaced.empty() ? clearScript : std::move(replaced)});
+        addChanges(changes, project, message,
+                   std::array{replaced.empty() ? clearScript : std::move(replaced)});
     }
-    return items;
+    return changes;
 }
 
 } // namespace orvista

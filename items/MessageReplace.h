@@ -1,7 +1,7 @@
 #pragma once
 
 #include "items/TextSearch.h"
-#include "model/ItemState.h"
+#include "model/Change.h"
 #include "model/Project.h"
 
 #include <cstddef>
@@ -21,9 +21,9 @@ enum class ReplaceWhere {
 
 /// One place where the text stands. Texts are device bytes.
 struct ReplaceHit {
-    std::size_t message = 0; ///< by position
-    std::size_t at = 0;      ///< of the script's bytes
-    std::size_t line = 0;    ///< of the script, from 1
+    Item message;
+    std::size_t at = 0;   ///< of the script's bytes
+    std::size_t line = 0; ///< of the script, from 1
     ReplaceWhere where = ReplaceWhere::Other;
     std::string before; ///< the line, or what is around the place in a long one
     std::string after;  ///< the same with this one place replaced
@@ -41,9 +41,9 @@ struct ReplaceHits {
 ReplaceHits findToReplace(const Project& project, const std::string& wanted, std::string_view replacement,
                           Case letters);
 
-/// What the messages hold once these places are replaced; a message of which nothing is left becomes "CLEAR".
+/// What replaces these places; a message of which nothing is left becomes "CLEAR".
 /// \param hits some of those that were found, in their order, in the same project with the same texts
-std::vector<ItemState> replacedScripts(const Project& project, const std::vector<ReplaceHit>& hits,
-                                       std::size_t length, std::string_view replacement);
+std::vector<Change> replacedScripts(const Project& project, const std::vector<ReplaceHit>& hits,
+                                    std::size_t length, std::string_view replacement);
 
 } // namespace orvista

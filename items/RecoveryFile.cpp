@@ -1,11 +1,12 @@
 #include "items/RecoveryFile.h"
 
 #include "items/CountedTexts.h"
-#include "model/Numbers.h"
+#include "model/Fields.h"
 
 #include <array>
 #include <charconv>
 #include <cstdint>
+#include <utility>
 
 namespace orvista {
 
@@ -14,9 +15,6 @@ namespace {
 constexpr std::string_view recoveryFirstLine = "orvista-recovery 1\n";
 constexpr std::size_t checksumDigits = 16;
 
-constexpr std::array addresses{&Project::AnalogInput, &Project::DigitalInput, &Project::AlertMessage,
-                               &Project::RegularMessage};
-
 /// Calls `visit` with every text that stands before the addresses.
 template <typename Projects, typename Visit>
 void visitSettings(Projects& project, Visit&& visit) {
@@ -24,25 +22,6 @@ void visitSettings(Projects& project, Visit&& visit) {
     visit(project.ProjName);
     visit(project.SerialPort);
     visit(project.IP);
-}
-
-/// The same for those after them.
-template <typename Projects, typename Visit>
-void visitItems(Projects& project, Visit&& visit) {
-    for (auto& variable : project.RegVar) {
-        visit(variable.defaultValue);
-        visit(variable.width);
-        visit(variable.precision);
-    }
-    for (auto& variable : project.CoilVar) {
-        visit(variable.defaultValue);
-        visit(variable.onText);
-        visit(variable.offText);
-    }
-    for (auto& script : project.STDMSG)
-        visit(script);
-    for (auto& script : project.ALTMSG)
-        visit(script);
 }
 
 std::uint64_t checksum(std::string_view bytes) {
@@ -72,10 +51,12 @@ std::string recoveryHead(std::string_view texts) {
 
 void readNotApplied(CountedTextReader& reader, std::vector<NotAppliedTexts>& items) {
     for (std::size_t left = reader.number(maximumNotAppliedItems); left > 0 && !reader.hasFailed(); --left) {
-        NotAppliedTexts& item = items.emplace_back();
-        item.item = reader.text();
+        const auto item = itemNamed(reader.text());
+        std::vector<std::string> shown;
         for (std::size_t texts = reader.number(maximumNotAppliedTexts); texts > 0; --texts)
-            item.texts.emplace_back(reader.text());
+            shown.emplace_back(reader.text());
+        if (item) // there is no page for anything else
+            items.push_back({*item, std::move(shown)});
     }
 }
 
@@ -91,12 +72,12 @@ std::string recoveryBytes(const Project& project, const std::vector<NotAppliedTe
     CountedTextWriter writer;
     const auto add = [&writer](const std::string& text) { writer.add(text); };
     visitSettings(project, add);
-    for (const auto address : addresses)
-        writer.add(decimalText(project.*address));
-    visitItems(project, add);
+    for (const Item item : allItems())
+        for (const Field& field : fieldsOf(item.kind))
+            add(textOf(project, item, field));
     writer.add(notApplied.size());
     for (const NotAppliedTexts& item : notApplied) {
-        writer.add(item.item);
+        writer.add(nameOf(item.item));
         writer.add(item.texts.size());
         for (const std::string& text : item.texts)
             writer.add(text);
@@ -112,11 +93,12 @@ std::optional<UnsavedWork> readRecovery(std::string_view bytes) {
     UnsavedWork work;
     const auto take = [&reader](std::string& text) { text = reader.text(); };
     visitSettings(work.project, take);
-    for (const auto address : addresses)
-        work.project.*address = reader.number<std::int32_t>();
-    visitItems(work.project, take);
+    bool isRead = true;
+    for (const Item item : allItems())
+        for (const Field& field : fieldsOf(item.kind))
+            isRead = setText(work.project, item, field, reader.text()) && isRead;
     readNotApplied(reader, work.notApplied);
-    return reader.isDone() ? std::optional(std::move(work)) : std::nullopt;
+    return isRead && reader.isDone() ? std::optional(std::move(work)) : std::nullopt;
 }
 
 } // namespace orvista

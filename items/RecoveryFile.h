@@ -1,5 +1,6 @@
 #pragma once
 
+#include "model/Item.h"
 #include "model/Project.h"
 
 #include <cstddef>
@@ -15,13 +16,14 @@
 /// (FNV-1a, 64 bits, 16 hexadecimal digits), both ending in LF, then texts, each as its length in decimal, a
 /// colon and its bytes: folder, name, serial port, IP; the starts AnalogInput, DigitalInput, AlertMessage and
 /// RegularMessage in decimal; default, width and precision of the float variables; default, on and off of the
-/// Boolean ones; the scripts of the regular and the emergency messages; how many items were not applied, and
+/// Boolean ones; the scripts of the regular and the emergency messages, thus all items in the order of
+/// allItems() and fieldsOf(), which the form's version stands for; how many items were not applied, and
 /// of each its name, how many texts, and the texts.
 namespace orvista {
 
 /// What a page shows of an item and the project does not have.
 struct NotAppliedTexts {
-    std::string item;               ///< "STDMSG3", "RegVar3", "CoilVar3" or addressMapName
+    Item item;
     std::vector<std::string> texts; ///< of the page's boxes, in their order; device bytes
     bool operator==(const NotAppliedTexts&) const = default;
 };

@@ -88,8 +88,8 @@ ComparisonPanel& ComparisonCommands::openPanel() {
     return panel;
 }
 
-void ComparisonCommands::takeOver(const std::vector<ItemState>& states) {
-    if (changes_.change(tr("Take Theirs"), states) && !theirFolder_.empty())
+void ComparisonCommands::takeOver(const std::vector<Change>& changes) {
+    if (changes_.change(tr("Take Theirs"), changes) && !theirFolder_.empty())
         emit itemsCameFrom(theirFolder_);
 }
 

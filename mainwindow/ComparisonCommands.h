@@ -39,7 +39,7 @@ signals:
 
 private:
     ComparisonPanel& openPanel();
-    void takeOver(const std::vector<ItemState>& states);
+    void takeOver(const std::vector<Change>& changes);
     const Project& project() const { return world_.lifecycle.project(); }
 
     World world_;

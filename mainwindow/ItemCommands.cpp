@@ -57,9 +57,9 @@ void ItemCommands::clearNotice() {
         dock_.showNotice({});
 }
 
-std::vector<std::string> ItemCommands::selectedItems() {
+std::vector<Item> ItemCommands::selectedItems() {
     clearNotice();
-    std::vector<std::string> items;
+    std::vector<Item> items;
     if (const ItemPanel* const panel = shownPanel())
         items = panel->selectedItems();
     else // what was selected before is shown, but nothing is done with rows that are out of sight
@@ -69,7 +69,7 @@ std::vector<std::string> ItemCommands::selectedItems() {
     return items;
 }
 
-void ItemCommands::copy(const std::vector<std::string>& items) {
+void ItemCommands::copy(const std::vector<Item>& items) {
     const CopiedItems copied = copiedItems(project_, items);
     auto* const data = new QMimeData;
     data->setData(QString::fromLatin1(copiedItemsType), QByteArray::fromStdString(copiedBytes(copied)));
@@ -83,16 +83,16 @@ void ItemCommands::miEditCopy_Click() {
 }
 
 void ItemCommands::miEditCut_Click() {
-    const std::vector<std::string> items = selectedItems();
+    const std::vector<Item> items = selectedItems();
     if (items.empty() || !changes_.mayChange(items))
         return;
     copy(items);
-    changes_.change(tr("Clear"), clearedItems(items));
+    changes_.change(tr("Clear"), clearedItems(project_, items));
 }
 
 void ItemCommands::miEditClear_Click() {
     if (const auto items = selectedItems(); !items.empty())
-        changes_.change(tr("Clear"), clearedItems(items));
+        changes_.change(tr("Clear"), clearedItems(project_, items));
 }
 
 void ItemCommands::miEditReplace_Click() {
@@ -117,16 +117,16 @@ std::optional<CopiedItems> ItemCommands::clipboardItems() {
 }
 
 void ItemCommands::miEditPaste_Click() {
-    const std::vector<std::string> selected = selectedItems();
+    const std::vector<Item> selected = selectedItems();
     if (selected.empty())
         return;
     const auto copied = clipboardItems();
     if (!copied)
         return;
-    const Pasted pasted = pasteOnto(*copied, selected, shownPanel()->itemsFromSelected());
+    const Pasted pasted = pasteOnto(project_, *copied, selected, shownPanel()->itemsFromSelected());
     if (!pasted.refusal.empty())
         return say(QString::fromStdString(pasted.refusal));
-    if (changes_.change(tr("Paste"), pasted.items))
+    if (changes_.change(tr("Paste"), pasted.changes))
         emit pastedFrom(copied->folder);
 }
 

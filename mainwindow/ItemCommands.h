@@ -46,9 +46,9 @@ signals:
 private:
     void serve(ProjectPanel& made);
     ItemPanel* shownPanel() const;
-    std::vector<std::string> selectedItems();
+    std::vector<Item> selectedItems();
     std::optional<CopiedItems> clipboardItems();
-    void copy(const std::vector<std::string>& items);
+    void copy(const std::vector<Item>& items);
     void say(const QString& text);
     void clearNotice();
 

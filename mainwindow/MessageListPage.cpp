@@ -4,7 +4,6 @@
 #include "display/forms/ScriptUnderlines.h"
 #include "mainwindow/Guard.h"
 #include "mainwindow/ItemTree.h"
-#include "model/ItemKind.h"
 #include "model/Lines.h"
 #include "model/Numbers.h"
 #include "script/forms/frmMessageEdit.h"
@@ -130,8 +129,9 @@ void MessageListPage::connectHandlers(Messages& messages) {
     connectGuarded(messages, btnMsgApply, &QPushButton::clicked, this, &MessageListPage::btnMsgApply_Click);
 }
 
-std::string* MessageListPage::storedScript() const {
-    return scriptNamed(project_, txtMsgName->bytes());
+const std::string* MessageListPage::storedScript() const {
+    const auto message = shownItem();
+    return message ? &scriptOf(project_, *message) : nullptr;
 }
 
 void MessageListPage::noteDiscarded(bool differs) {
@@ -141,23 +141,18 @@ void MessageListPage::noteDiscarded(bool differs) {
 
 void MessageListPage::trvMsg_NodeClick(QTreeWidgetItem* node) {
     noteDiscarded(isNotApplied());
-    const std::string key = nodeKey(*node).toStdString();
-    const auto number = [](std::size_t index) { return decimalText(index + 1); };
-    if (const auto regular = regularMessages.indexOfKey(key))
-        showMessage(regularMessages.name(*regular), " " + number(*regular), project_.STDMSG.at(*regular));
-    else if (const auto emergency = emergencyMessages.indexOfKey(key))
-        showMessage(emergencyMessages.name(*emergency), number(*emergency), project_.ALTMSG.at(*emergency));
+    if (const auto message = itemOfKey(nodeKey(*node).toStdString()))
+        showMessage(*message);
     else
         showNothing();
     btnMsgApply->setEnabled(false);
     compare();
 }
 
-void MessageListPage::showMessage(const std::string& name, const std::string& serial,
-                                  const std::string& script) {
-    txtMsgName->setBytes(name); // first, since the script is compared as it is written
-    txtMsg->setBytes(script);
-    txtMsgSno->setBytes(serial);
+void MessageListPage::showMessage(Item message) {
+    txtMsgName->setBytes(nameOf(message)); // first, since the script is compared as it is written
+    txtMsg->setBytes(scriptOf(project_, message));
+    txtMsgSno->setBytes((message.kind == Kind::Regular ? " " : "") + decimalText(message.index + 1));
     txtMsg->setEnabled(true);
     btnEditMessage->setEnabled(true);
     preview_->restart();
@@ -272,17 +267,15 @@ bool MessageListPage::hasUnappliedEdits() const {
 }
 
 void MessageListPage::btnMsgApply_Click() {
-    std::string* const script = storedScript();
     if (txtMsg->document()->isEmpty())
         txtMsg->setBytes(clearScript);
-    ItemState before;
-    if (script)
-        before = {nameOf(*shownItem()), std::exchange(*script, txtMsg->bytes())};
+    const auto message = shownItem();
+    const auto changes = message ? storeTexts(project_, *message, editedTexts()) : std::vector<Change>();
     disableUsed(btnMsgApply, txtMsg);
     compare();
     modifiedMark_.SetModified(true);
-    if (script)
-        emit stored(before);
+    if (message)
+        emit stored(changes);
 }
 
 } // namespace orvista

@@ -2,7 +2,7 @@
 
 #include "display/forms/PreviewClock.h"
 #include "mainwindow/ItemPage.h"
-#include "model/ItemState.h"
+#include "model/Change.h"
 #include "model/People.h"
 
 #include <QWidget>
@@ -53,8 +53,8 @@ public:
 
 signals:
     void notAppliedChanged();
-    /// Apply has stored the shown script; the message held this before.
-    void stored(const ItemState& before);
+    /// Apply has stored the shown script: these changes were made.
+    void stored(const std::vector<orvista::Change>& changes);
     /// An edited script of that message was thrown away.
     void discarded(orvista::Item item, const std::string& script);
     /// The script in the box is another.
@@ -65,12 +65,12 @@ private:
     QWidget* buildScriptSplitter();
     void buildUnusedLists();
     void connectHandlers(Messages& messages);
-    /// Where the project holds the shown message's script; nothing when none is shown.
-    std::string* storedScript() const;
+    /// Of the shown message; null when none is shown.
+    const std::string* storedScript() const;
 
     void noteDiscarded(bool differs);
     void trvMsg_NodeClick(QTreeWidgetItem* node);
-    void showMessage(const std::string& name, const std::string& serial, const std::string& script);
+    void showMessage(Item message);
     void showNothing();
     void txtMsg_Change();
     void compareSoon();

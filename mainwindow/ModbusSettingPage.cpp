@@ -2,7 +2,6 @@
 
 #include "mainwindow/Guard.h"
 #include "mainwindow/TcpTesterPage.h"
-#include "model/ItemState.h"
 #include "model/Numbers.h"
 #include "model/Text.h"
 #include "widgets/FormParts.h"
@@ -192,11 +191,9 @@ void ModbusSettingPage::btnModBusApply_Click() {
     const std::int32_t regularStart = addressOf(*regular_.next);
     const std::int32_t floatStart = addressOf(*float_.next);
     const std::int32_t booleanStart = addressOf(*boolean_.next);
-    const ItemState before = itemState(project_, addressMapName);
-    project_.AlertMessage = emergencyStart;
-    project_.RegularMessage = regularStart;
-    project_.AnalogInput = floatStart;
-    project_.DigitalInput = booleanStart;
+    const std::array starts{decimalText(floatStart), decimalText(booleanStart), decimalText(emergencyStart),
+                            decimalText(regularStart)}; // as fieldsOf() has them
+    const std::vector<Change> changes = storeTexts(project_, Item(), starts);
 
     disableUsed(btnModBusApply, emergency_.next);
     modifiedMark_.SetModified(true);
@@ -205,15 +202,15 @@ void ModbusSettingPage::btnModBusApply_Click() {
     for (const AddressBoxes* block : {&emergency_, &regular_, &float_, &boolean_})
         block->next->clear();
     fillTestPage();
-    emit stored(before);
+    emit stored(changes);
 }
 
 void ModbusSettingPage::btnRestoreDefault_Click() {
-    const ItemState before = itemState(project_, addressMapName);
+    const std::vector<Change> changes = changesBetween(project_, Project(), Item());
     setUp();
     fillTestPage();
     modifiedMark_.SetModified(true);
-    emit stored(before);
+    emit stored(changes);
 }
 
 void ModbusSettingPage::txtNewAltAddr_Change() {

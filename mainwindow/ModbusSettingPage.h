@@ -1,7 +1,7 @@
 #pragma once
 
 #include "mainwindow/ItemPage.h"
-#include "model/ItemState.h"
+#include "model/Change.h"
 #include "model/People.h"
 
 #include <QWidget>
@@ -53,8 +53,8 @@ public:
 
 signals:
     void notAppliedChanged();
-    /// The project's addresses were set; they were these before.
-    void stored(const ItemState& before);
+    /// The project's addresses were set: these changes were made.
+    void stored(const std::vector<orvista::Change>& changes);
     /// One of the new boxes is another.
     void edited();
 

@@ -5,6 +5,7 @@
 #include <QUndoCommand>
 
 #include <algorithm>
+#include <iterator>
 #include <memory>
 #include <utility>
 
@@ -12,33 +13,25 @@ namespace orvista {
 
 namespace {
 
-QString shownName(const std::string& item) {
-    return item == addressMapName ? ProjectChanges::tr("the address map") : QString::fromStdString(item);
+QString shownName(Item item) {
+    return item.kind == Kind::AddressMap ? ProjectChanges::tr("the address map")
+                                         : QString::fromStdString(nameOf(item));
 }
 
-/// Empty where the page shows none.
-std::string shownName(const ItemPage& page) {
-    const auto item = page.shownItem();
-    return item ? nameOf(*item) : std::string();
+QString stepOfPage(Item item) {
+    return item.kind == Kind::AddressMap ? ProjectChanges::tr("Addresses")
+                                         : ProjectChanges::tr("Apply %1").arg(shownName(item));
 }
 
-QString stepOfPage(const std::string& item) {
-    return item == addressMapName ? ProjectChanges::tr("Addresses")
-                                  : ProjectChanges::tr("Apply %1").arg(QString::fromStdString(item));
+bool shows(const ItemPage& page, std::span<const Item> items) {
+    const auto shown = page.shownItem();
+    return shown && std::ranges::find(items, *shown) != items.end();
 }
 
-std::vector<std::string> itemsOf(const std::vector<ItemChange>& changes) {
-    std::vector<std::string> items;
-    items.reserve(changes.size());
-    for (const ItemChange& change : changes)
-        items.push_back(change.item());
-    return items;
-}
-
-std::size_t bytesOf(const std::vector<ItemChange>& changes) {
+std::size_t bytesOf(std::span<const Change> changes) {
     std::size_t bytes = 0;
-    for (const ItemChange& change : changes)
-        bytes += change.bytes();
+    for (const Change& change : changes)
+        bytes += bytesOf(change);
     return bytes;
 }
 
@@ -46,23 +39,21 @@ std::size_t bytesOf(const std::vector<ItemChange>& changes) {
 
 class ProjectChanges::Step final : public QUndoCommand {
 public:
-    using Changes = std::shared_ptr<const std::vector<ItemChange>>;
+    using Changes = std::shared_ptr<const std::vector<Change>>;
 
     /// Of changes that were made already.
     Step(ProjectChanges& owner, const QString& name, Changes changes)
         : QUndoCommand(name), changes_(std::move(changes)), owner_(owner) {}
 
     void undo() override {
-        for (const ItemChange& change : *changes_)
-            change.revert(owner_.project_);
+        revertChanges(owner_.project_, *changes_);
         owner_.show(*changes_);
     }
     void redo() override {
         // The stack does so once when it gets the step.
         if (!std::exchange(isUndoable_, true))
             return;
-        for (const ItemChange& change : *changes_)
-            change.apply(owner_.project_);
+        applyChanges(owner_.project_, *changes_);
         owner_.show(*changes_);
     }
 
@@ -81,46 +72,33 @@ ProjectChanges::ProjectChanges(Project& project, ModifiedMark& modifiedMark, std
     stack_.setUndoLimit(maximumSteps);
 }
 
-bool ProjectChanges::change(const QString& step, const std::vector<ItemState>& wanted) {
-    std::vector<ItemChange> changes = changesTo(wanted);
+bool ProjectChanges::change(const QString& step, std::span<const Change> changes) {
     if (changes.empty())
         return true;
     if (!mayChange(itemsOf(changes)))
         return false;
-    for (const ItemChange& change : changes)
-        change.apply(project_);
+    applyChanges(project_, changes);
     show(changes);
-    push(step, std::move(changes));
+    push(step, changes);
     return true;
 }
 
-std::vector<ItemChange> ProjectChanges::changesTo(const std::vector<ItemState>& wanted) const {
-    std::vector<ItemChange> changes;
-    for (const ItemState& state : wanted) {
-        ItemChange change(itemState(project_, state.item), state.value);
-        if (!change.changesNothing())
-            changes.push_back(std::move(change));
-    }
-    return changes;
-}
-
-bool ProjectChanges::mayChange(std::span<const std::string> items) {
+bool ProjectChanges::mayChange(std::span<const Item> items) {
     for (const ItemPage* page : pages_) {
-        const std::string shown = shownName(*page);
-        if (std::find(items.begin(), items.end(), shown) == items.end() || !page->isNotApplied())
+        if (!shows(*page, items) || !page->isNotApplied())
             continue;
         refused_ = true;
-        emit notice(tr("Not done: apply or discard the edit of %1 first.").arg(shownName(shown)));
+        emit notice(
+            tr("Not done: apply or discard the edit of %1 first.").arg(shownName(*page->shownItem())));
         return false;
     }
     settle();
     return true;
 }
 
-void ProjectChanges::noteStored(const ItemState& before) {
-    ItemChange change(before, itemState(project_, before.item).value);
-    if (!change.changesNothing())
-        push(stepOfPage(before.item), {std::move(change)});
+void ProjectChanges::noteStored(std::span<const Change> changes) {
+    if (!changes.empty())
+        push(stepOfPage(changes.front().item), changes);
 }
 
 void ProjectChanges::undo() {
@@ -147,8 +125,11 @@ void ProjectChanges::settle() {
         emit notice({});
 }
 
-void ProjectChanges::push(const QString& step, std::vector<ItemChange> changes) {
-    stack_.push(new Step(*this, step, std::make_shared<const std::vector<ItemChange>>(std::move(changes))));
+void ProjectChanges::push(const QString& step, std::span<const Change> changes) {
+    std::vector<Change> kept;
+    kept.reserve(changes.size());
+    std::ranges::transform(changes, std::back_inserter(kept), trimmed);
+    stack_.push(new Step(*this, step, std::make_shared<const std::vector<Change>>(std::move(kept))));
     forgetOldest();
 }
 
@@ -172,12 +153,11 @@ const ProjectChanges::Step& ProjectChanges::step(int index) const {
     return static_cast<const Step&>(*stack_.command(index));
 }
 
-void ProjectChanges::show(const std::vector<ItemChange>& changes) {
-    const std::vector<std::string> items = itemsOf(changes);
-    for (ItemPage* const page : pages_) {
-        if (std::find(items.begin(), items.end(), shownName(*page)) != items.end())
+void ProjectChanges::show(std::span<const Change> changes) {
+    const std::vector<Item> items = itemsOf(changes);
+    for (ItemPage* const page : pages_)
+        if (shows(*page, items))
             page->showAnew();
-    }
     modifiedMark_.SetModified(true);
 }
 

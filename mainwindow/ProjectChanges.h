@@ -1,12 +1,12 @@
 #pragma once
 
-#include "model/ItemChange.h"
+#include "model/Change.h"
+#include "model/Item.h"
 #include "model/People.h"
 
 #include <QUndoStack>
 
 #include <span>
-#include <string>
 #include <vector>
 
 namespace orvista {
@@ -27,19 +27,17 @@ public:
     ProjectChanges(Project& project, ModifiedMark& modifiedMark, std::vector<ItemPage*> pages,
                    QObject* parent);
 
-    /// Gives items new values in one step: writes them into the project, shows anew what is on a page, and
-    /// marks the project modified. Items that hold their value already are passed over; where all do, nothing
-    /// happens.
+    /// Makes changes in one step: writes them into the project, shows anew what is on a page, and marks the
+    /// project modified. Where there are none, nothing happens.
     /// \param step what was done, as it stands after "Undo": "Paste"
-    /// \param wanted each item once
+    /// \param changes of the project as it is now
     /// \returns false where mayChange() refuses; then nothing was changed
-    /// \throws std::out_of_range, std::bad_variant_access as ItemState tells
-    bool change(const QString& step, const std::vector<ItemState>& wanted);
+    bool change(const QString& step, std::span<const Change> changes);
     /// False while a page shows an edit of one of these items that is not applied. Then the notice says so.
-    bool mayChange(std::span<const std::string> items);
+    bool mayChange(std::span<const Item> items);
 
-    /// A page's own button has stored something. It becomes a step when the item held something else before.
-    void noteStored(const ItemState& before);
+    /// A page's own button has made these changes of its item. Where there are any they become a step.
+    void noteStored(std::span<const Change> changes);
 
     /// Do nothing where there is no step, or where mayChange() refuses.
     void undo();
@@ -59,12 +57,11 @@ signals:
 private:
     class Step;
 
-    std::vector<ItemChange> changesTo(const std::vector<ItemState>& wanted) const;
     bool mayRun(int step);
-    void push(const QString& step, std::vector<ItemChange> changes);
+    void push(const QString& step, std::span<const Change> changes);
     void forgetOldest();
     const Step& step(int index) const;
-    void show(const std::vector<ItemChange>& changes);
+    void show(std::span<const Change> changes);
 
     Project& project_;
     ModifiedMark& modifiedMark_;

@@ -97,12 +97,9 @@ void Recovery::open(const QString& path) {
     const std::vector<NotAppliedTexts> notApplied = claimed->work.notApplied;
     keeper_->folder().adopt(std::move(*claimed));
     for (const NotAppliedTexts& item : notApplied) {
-        const auto place = itemNamed(item.item);
-        if (!place)
-            continue;
-        around_.navigator.goTo({*place});
+        around_.navigator.goTo({item.item});
         for (ItemPage* const page : pages_)
-            if (page->shownItem() == place)
+            if (page->shownItem() == item.item)
                 page->putBack(item.texts);
     }
 }

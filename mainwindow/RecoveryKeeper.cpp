@@ -32,7 +32,7 @@ void RecoveryKeeper::keep() {
     std::vector<NotAppliedTexts> notApplied;
     for (const ItemPage* const page : pages_)
         if (page->isNotApplied())
-            notApplied.push_back({nameOf(*page->shownItem()), page->editedTexts()});
+            notApplied.push_back({*page->shownItem(), page->editedTexts()});
     if (!project_.modified && notApplied.empty())
         return discard();
     std::string bytes = recoveryBytes(project_, notApplied);

@@ -89,8 +89,8 @@ void SheetCommands::miToolsExportMessages_Click() {
         return messages_.show(MessageIcon::Exclamation, fault);
     write(chosen->path, sheet.csv);
     QStringList mended;
-    for (const std::string& message : sheet.mendedLineEnds)
-        mended << QString::fromStdString(message);
+    for (const Item message : sheet.mendedLineEnds)
+        mended << QString::fromStdString(nameOf(message));
     if (!mended.isEmpty())
         dock_.showNotice(tr("%1: lone CR or LF was written as CR LF").arg(mended.join(u' ')));
 }
@@ -154,16 +154,14 @@ void SheetCommands::take(const std::string& path, SheetImport sheet) {
         return;
     }
     // Before the user has chosen among many rows, not after.
-    if (!changes_.mayChange(changedItems(sheet.changes)))
+    if (!changes_.mayChange(itemsOf(sheet.changes)))
         return;
     frmSheetImport dialog(fileName(path), std::move(sheet.changes), sheet.fromEmptyCells, &window_);
     dialog.exec();
     if (dialog.IsCanceled || dialog.chosen.empty())
         return;
-    Project changed = project_;
-    applyChanges(changed, dialog.chosen);
     const auto parts = lifecycle_.environment().paths.split(lifecycle_.environment().paths.nativeForm(path));
-    if (changes_.change(tr("Import"), itemStates(changed, changedItems(dialog.chosen))) && parts)
+    if (changes_.change(tr("Import"), dialog.chosen) && parts)
         emit itemsCameFrom(parts->folder);
 }
 

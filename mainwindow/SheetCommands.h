@@ -2,7 +2,7 @@
 
 #include "model/ProjectLifecycle.h"
 #include "sheets/Sheet.h"
-#include "sheets/SheetChange.h"
+#include "sheets/SheetImport.h"
 
 #include <QObject>
 

@@ -4,6 +4,7 @@
 #include "dialogs/frmFloatVarEdit.h"
 #include "mainwindow/Guard.h"
 #include "mainwindow/ItemTree.h"
+#include "model/Fields.h"
 #include "model/Numbers.h"
 #include "widgets/FormParts.h"
 #include "widgets/NotAppliedLabel.h"
@@ -15,12 +16,38 @@
 #include <QPushButton>
 #include <QSplitter>
 
+#include <algorithm>
+#include <array>
+
 namespace orvista {
 
 namespace {
 
 constexpr const char* floatType = "FLOAT";
 constexpr const char* booleanType = "BOOLEAN";
+
+/// The box of a field, and its row of the form.
+struct SettingBox {
+    std::string_view field;
+    QString name;
+    QString caption;
+};
+
+/// Those that were given; a field without one gets a box of its own name.
+SettingBox settingBox(const Field& field) {
+    static const std::array given{
+        SettingBox{"default", QStringLiteral("txtVarDefValue"), QStringLiteral("Default value:")},
+        SettingBox{"width", QStringLiteral("txtVarWidth"), QStringLiteral("Width:")},
+        SettingBox{"precision", QStringLiteral("txtVarPrec"), QStringLiteral("Precision:")},
+        SettingBox{"on", QStringLiteral("txtVarOnStr"), QStringLiteral("\"ON\" message:")},
+        SettingBox{"off", QStringLiteral("txtVarOffStr"), QStringLiteral("\"OFF\" message")}};
+    const auto found = std::ranges::find(given, field.name, &SettingBox::field);
+    if (found != given.end())
+        return *found;
+    const QString name = QString::fromUtf8(field.name);
+    const QString capitalised = name.left(1).toUpper() + name.mid(1);
+    return {field.name, QStringLiteral("txtVar") + capitalised, capitalised + u':'};
+}
 
 } // namespace
 
@@ -33,11 +60,6 @@ VariableListPage::VariableListPage(Project& project, ModifiedMark& modifiedMark,
       txtVarName(named<ShownBox>(QStringLiteral("txtVarName"))),
       txtVarAddr(named<ShownBox>(QStringLiteral("txtVarAddr"))),
       txtVarType(named<ShownBox>(QStringLiteral("txtVarType"))),
-      txtVarDefValue(named<ShownBox>(QStringLiteral("txtVarDefValue"))),
-      txtVarWidth(named<ShownBox>(QStringLiteral("txtVarWidth"))),
-      txtVarPrec(named<ShownBox>(QStringLiteral("txtVarPrec"))),
-      txtVarOnStr(named<ShownBox>(QStringLiteral("txtVarOnStr"))),
-      txtVarOffStr(named<ShownBox>(QStringLiteral("txtVarOffStr"))),
       btnEditVariable(namedButton(QStringLiteral("btnEditVariable"), QStringLiteral("Edit Variable"))),
       btnVarApply(namedButton(QStringLiteral("btnVarApply"), QStringLiteral("Apply"))),
       lblNotApplied(new NotAppliedLabel) {
@@ -66,11 +88,16 @@ QWidget* VariableListPage::buildDetails() {
     form->addRow(labelFor(txtVarName, QStringLiteral("Variable Name:")), txtVarName);
     form->addRow(labelFor(txtVarAddr, QStringLiteral("Variable address:")), txtVarAddr);
     form->addRow(labelFor(txtVarType, QStringLiteral("Variable Type:")), txtVarType);
-    form->addRow(labelFor(txtVarDefValue, QStringLiteral("Default value:")), txtVarDefValue);
-    form->addRow(labelFor(txtVarWidth, QStringLiteral("Width:")), txtVarWidth);
-    form->addRow(labelFor(txtVarPrec, QStringLiteral("Precision:")), txtVarPrec);
-    form->addRow(labelFor(txtVarOnStr, QStringLiteral("\"ON\" message:")), txtVarOnStr);
-    form->addRow(labelFor(txtVarOffStr, QStringLiteral("\"OFF\" message")), txtVarOffStr);
+    for (const Kind kind : {Kind::Float, Kind::Boolean}) {
+        for (const Field& field : fieldsOf(kind)) {
+            const auto [setting, isNew] = settings_.try_emplace(field.name);
+            if (!isNew) // both kinds have it
+                continue;
+            const SettingBox box = settingBox(field);
+            setting->second = named<ShownBox>(box.name);
+            form->addRow(labelFor(setting->second, box.caption), setting->second);
+        }
+    }
 
     auto* details = new QWidget;
     auto* layout = new QVBoxLayout(details);
@@ -88,98 +115,74 @@ void VariableListPage::connectHandlers(Messages& messages) {
     connectGuarded(messages, btnVarApply, &QPushButton::clicked, this, &VariableListPage::btnVarApply_Click);
 }
 
-std::size_t VariableListPage::shownIndex(const ItemKind& kind) const {
-    return kind.indexOfName(txtVarName->bytes()).value();
-}
-
 void VariableListPage::trvVar_NodeClick(QTreeWidgetItem* node) {
-    const std::string key = nodeKey(*node).toStdString();
-    const auto floatIndex = floatVariables.indexOfKey(key);
-    const auto booleanIndex = booleanVariables.indexOfKey(key);
-    if (floatIndex)
-        showFloatVariable(*floatIndex);
-    else if (booleanIndex)
-        showBooleanVariable(*booleanIndex);
-    else
-        clearFields();
-    btnEditVariable->setEnabled(floatIndex || booleanIndex);
+    const auto variable = itemOfKey(nodeKey(*node).toStdString());
+    clearFields();
+    if (variable)
+        showVariable(*variable);
+    btnEditVariable->setEnabled(variable.has_value());
     btnVarApply->setEnabled(false);
     compare();
 }
 
-void VariableListPage::showFloatVariable(std::size_t index) {
-    clearFields();
-    txtVarName->setBytes(floatVariables.name(index));
-    txtVarAddr->setBytes(decimalText(floatVariables.address(project_, index)));
-    txtVarType->setBytes(floatType);
-    showFloatSettings(project_.RegVar.at(index));
-}
-
-void VariableListPage::showBooleanVariable(std::size_t index) {
-    clearFields();
-    txtVarName->setBytes(booleanVariables.name(index));
-    txtVarAddr->setBytes(decimalText(booleanVariables.address(project_, index)));
-    txtVarType->setBytes(booleanType);
-    showBooleanSettings(project_.CoilVar.at(index));
+void VariableListPage::showVariable(Item variable) {
+    txtVarName->setBytes(nameOf(variable));
+    txtVarAddr->setBytes(decimalText(addressOf(project_, variable)));
+    txtVarType->setBytes(variable.kind == Kind::Float ? floatType : booleanType);
+    showTexts(textsOf(project_, variable));
 }
 
 void VariableListPage::clearFields() {
-    for (ShownBox* box : {txtVarName, txtVarAddr, txtVarType, txtVarDefValue, txtVarWidth, txtVarPrec,
-                          txtVarOnStr, txtVarOffStr})
+    for (ShownBox* const box : {txtVarName, txtVarAddr, txtVarType})
+        box->clear();
+    for (const auto& [field, box] : settings_)
         box->clear();
 }
 
-void VariableListPage::showFloatSettings(const FloatVariable& variable) {
-    txtVarWidth->setBytes(variable.width);
-    txtVarPrec->setBytes(variable.precision);
-    txtVarDefValue->setBytes(variable.defaultValue);
-}
-
-void VariableListPage::showBooleanSettings(const BooleanVariable& variable) {
-    txtVarOnStr->setBytes(variable.onText);
-    txtVarOffStr->setBytes(variable.offText);
-    txtVarDefValue->setBytes(variable.defaultValue);
+void VariableListPage::showTexts(const std::vector<std::string>& texts) {
+    const std::vector<ShownBox*> boxes = settingBoxes();
+    for (std::size_t i = 0; i < boxes.size(); ++i)
+        boxes[i]->setBytes(texts.at(i));
 }
 
 void VariableListPage::refresh() {
-    const std::string type = txtVarType->bytes();
-    if (type == booleanType)
-        showBooleanSettings(project_.CoilVar.at(shownIndex(booleanVariables)));
-    else if (type == floatType)
-        showFloatSettings(project_.RegVar.at(shownIndex(floatVariables)));
+    if (const auto variable = shownItem())
+        showTexts(textsOf(project_, *variable));
     btnVarApply->setEnabled(false);
     compare();
 }
 
 void VariableListPage::btnEditVariable_Click() {
-    const std::string type = txtVarType->bytes();
-    if (type == booleanType)
-        editBooleanVariable();
-    else if (type == floatType)
-        editFloatVariable();
+    const auto variable = shownItem();
+    if (!variable)
+        return;
+    if (variable->kind == Kind::Float)
+        editFloatVariable(variable->index);
+    else
+        editBooleanVariable(variable->index);
 }
 
-void VariableListPage::editFloatVariable() {
+void VariableListPage::editFloatVariable(std::size_t index) {
     frmFloatVarEdit editor(project_, window());
-    editor.InitContent(static_cast<int>(shownIndex(floatVariables)));
+    editor.InitContent(static_cast<int>(index));
     editor.exec();
     if (editor.IsCancel)
         return;
-    txtVarWidth->setBytes(editor.VarWidth);
-    txtVarPrec->setBytes(editor.VarPrecision);
-    txtVarDefValue->setBytes(editor.VarDefValue);
+    settings_.at("width")->setBytes(editor.VarWidth);
+    settings_.at("precision")->setBytes(editor.VarPrecision);
+    settings_.at("default")->setBytes(editor.VarDefValue);
     noteEdit();
 }
 
-void VariableListPage::editBooleanVariable() {
+void VariableListPage::editBooleanVariable(std::size_t index) {
     frmBoolVarEdit editor(project_, window());
-    editor.InitContent(static_cast<int>(shownIndex(booleanVariables)));
+    editor.InitContent(static_cast<int>(index));
     editor.exec();
     if (editor.IsCanceled)
         return;
-    txtVarOnStr->setBytes(editor.VarOnStr);
-    txtVarOffStr->setBytes(editor.VarOFFStr);
-    txtVarDefValue->setBytes(editor.VarDefValue);
+    settings_.at("on")->setBytes(editor.VarOnStr);
+    settings_.at("off")->setBytes(editor.VarOFFStr);
+    settings_.at("default")->setBytes(editor.VarDefValue);
     noteEdit();
 }
 
@@ -190,11 +193,11 @@ void VariableListPage::noteEdit() {
 }
 
 std::vector<ShownBox*> VariableListPage::settingBoxes() const {
-    if (txtVarType->bytes() == floatType)
-        return {txtVarDefValue, txtVarWidth, txtVarPrec};
-    if (txtVarType->bytes() == booleanType)
-        return {txtVarDefValue, txtVarOnStr, txtVarOffStr};
-    return {};
+    std::vector<ShownBox*> boxes;
+    if (const auto variable = shownItem())
+        for (const Field& field : fieldsOf(variable->kind))
+            boxes.push_back(settings_.at(field.name));
+    return boxes;
 }
 
 std::vector<std::string> VariableListPage::editedTexts() const {
@@ -205,11 +208,9 @@ std::vector<std::string> VariableListPage::editedTexts() const {
 }
 
 void VariableListPage::putBack(const std::vector<std::string>& texts) {
-    const std::vector<ShownBox*> boxes = settingBoxes();
-    if (texts.empty() || texts.size() != boxes.size())
+    if (texts.empty() || texts.size() != settingBoxes().size())
         return;
-    for (std::size_t i = 0; i < boxes.size(); ++i)
-        boxes[i]->setBytes(texts[i]);
+    showTexts(texts);
     noteEdit();
 }
 
@@ -219,23 +220,15 @@ void VariableListPage::compare() {
 }
 
 std::optional<Item> VariableListPage::shownItem() const {
-    return variableNamed(txtVarName->bytes());
+    const std::string type = txtVarType->bytes();
+    const auto variable = variableNamed(txtVarName->bytes());
+    const bool isOfType = variable && type == (variable->kind == Kind::Float ? floatType : booleanType);
+    return isOfType ? variable : std::nullopt;
 }
 
 bool VariableListPage::isNotApplied() const {
-    const std::string type = txtVarType->bytes();
-    const std::string defaultValue = txtVarDefValue->bytes();
-    if (type == booleanType) {
-        const BooleanVariable& stored = project_.CoilVar.at(shownIndex(booleanVariables));
-        return defaultValue != stored.defaultValue || txtVarOnStr->bytes() != stored.onText ||
-               txtVarOffStr->bytes() != stored.offText;
-    }
-    if (type == floatType) {
-        const FloatVariable& stored = project_.RegVar.at(shownIndex(floatVariables));
-        return defaultValue != stored.defaultValue || txtVarWidth->bytes() != stored.width ||
-               txtVarPrec->bytes() != stored.precision;
-    }
-    return false;
+    const auto variable = shownItem();
+    return variable && editedTexts() != textsOf(project_, *variable);
 }
 
 void VariableListPage::showItem(Item item) {
@@ -251,27 +244,14 @@ bool VariableListPage::hasUnappliedEdits() const {
 }
 
 void VariableListPage::btnVarApply_Click() {
-    const std::string type = txtVarType->bytes();
-    ItemState before;
-    if (type == booleanType) {
-        BooleanVariable& variable = project_.CoilVar.at(shownIndex(booleanVariables));
-        before = {nameOf(*shownItem()), variable};
-        variable.defaultValue = txtVarDefValue->bytes();
-        variable.onText = txtVarOnStr->bytes();
-        variable.offText = txtVarOffStr->bytes();
-    } else if (type == floatType) {
-        FloatVariable& variable = project_.RegVar.at(shownIndex(floatVariables));
-        before = {nameOf(*shownItem()), variable};
-        variable.defaultValue = txtVarDefValue->bytes();
-        variable.width = txtVarWidth->bytes();
-        variable.precision = txtVarPrec->bytes();
-    } else {
+    const auto variable = shownItem();
+    if (!variable)
         return;
-    }
+    const std::vector<Change> changes = storeTexts(project_, *variable, editedTexts());
     disableUsed(btnVarApply, btnEditVariable);
     compare();
     modifiedMark_.SetModified(true);
-    emit stored(before);
+    emit stored(changes);
 }
 
 } // namespace orvista

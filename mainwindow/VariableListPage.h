@@ -1,11 +1,13 @@
 #pragma once
 
 #include "mainwindow/ItemPage.h"
-#include "model/ItemKind.h"
-#include "model/ItemState.h"
+#include "model/Change.h"
 #include "model/People.h"
 
 #include <QWidget>
+
+#include <map>
+#include <string_view>
 
 class QPushButton;
 class QTreeWidgetItem;
@@ -43,30 +45,27 @@ public:
 
 signals:
     void notAppliedChanged();
-    /// Apply has stored the shown settings; the variable held this before.
-    void stored(const ItemState& before);
+    /// Apply has stored the shown settings: these changes were made.
+    void stored(const std::vector<orvista::Change>& changes);
     /// The user has edited the shown settings.
     void edited();
 
 private:
     QWidget* buildDetails();
     void connectHandlers(Messages& messages);
-    std::size_t shownIndex(const ItemKind& kind) const;
 
     void trvVar_NodeClick(QTreeWidgetItem* node);
-    void showFloatVariable(std::size_t index);
-    void showBooleanVariable(std::size_t index);
+    void showVariable(Item variable);
     void clearFields();
-    /// Those that Apply stores.
+    /// The boxes that Apply stores, in the order of the shown variable's fields.
     std::vector<ShownBox*> settingBoxes() const;
+    void showTexts(const std::vector<std::string>& texts);
     void noteEdit();
     void compare();
-    void showFloatSettings(const FloatVariable& variable);
-    void showBooleanSettings(const BooleanVariable& variable);
 
     void btnEditVariable_Click();
-    void editFloatVariable();
-    void editBooleanVariable();
+    void editFloatVariable(std::size_t index);
+    void editBooleanVariable(std::size_t index);
 
     Project& project_;
     ModifiedMark& modifiedMark_;
@@ -75,11 +74,7 @@ private:
     ShownBox* txtVarName;
     ShownBox* txtVarAddr;
     ShownBox* txtVarType;
-    ShownBox* txtVarDefValue;
-    ShownBox* txtVarWidth;
-    ShownBox* txtVarPrec;
-    ShownBox* txtVarOnStr;
-    ShownBox* txtVarOffStr;
+    std::map<std::string_view, ShownBox*> settings_; ///< by the name of the field
     QPushButton* btnEditVariable;
     QPushButton* btnVarApply;
     NotAppliedLabel* lblNotApplied;

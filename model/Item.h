@@ -67,6 +67,11 @@ const std::string& scriptOf(const Project& project, Item message);
 
 /// The regular messages by number, then the emergency messages.
 std::span<const Item> allMessages();
+inline constexpr std::size_t messageCount = regularMessageCount + emergencyMessageCount;
+/// Where a message stands among all of them, from 0.
+constexpr std::size_t messagePosition(Item message) {
+    return message.index + (message.kind == Kind::Emergency ? regularMessageCount : 0);
+}
 /// The float variables by number, then the Boolean ones.
 std::span<const Item> allVariables();
 /// The address map, the variables and the messages, as above.

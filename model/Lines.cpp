@@ -90,4 +90,29 @@ bool LineReader::next(std::string_view& line) {
     return found;
 }
 
+bool hasLoneLineEnd(std::string_view text) {
+    for (auto end = text.find_first_of(lineEnd); end != std::string_view::npos;
+         end = text.find_first_of(lineEnd, end)) {
+        if (!text.substr(end).starts_with(lineEnd))
+            return true;
+        end += lineEnd.size();
+    }
+    return false;
+}
+
+std::string withWholeLineEnds(std::string_view text) {
+    std::string whole;
+    whole.reserve(text.size());
+    while (!text.empty()) {
+        const auto end = std::min(text.find_first_of(lineEnd), text.size());
+        whole.append(text, 0, end);
+        text.remove_prefix(end);
+        if (text.empty())
+            break;
+        whole.append(lineEnd);
+        text.remove_prefix(text.starts_with(lineEnd) ? lineEnd.size() : 1);
+    }
+    return whole;
+}
+
 } // namespace orvista

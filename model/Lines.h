@@ -47,4 +47,9 @@ private:
     bool lastWasCarriageReturn_ = false;
 };
 
+/// CR LF, LF and CR alone all become CR LF.
+std::string withWholeLineEnds(std::string_view text);
+/// Whether that changes the text.
+bool hasLoneLineEnd(std::string_view text);
+
 } // namespace orvista

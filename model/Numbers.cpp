@@ -107,6 +107,15 @@ bool isNumber(std::string_view text) {
     return read.ec != std::errc::invalid_argument && read.ptr == end;
 }
 
+std::optional<std::size_t> wholeNumber(std::string_view text, std::size_t lowest, std::size_t highest) {
+    text = trimBlanksAndTabs(text);
+    std::size_t number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (error != std::errc{} || end != text.data() + text.size() || number < lowest || number > highest)
+        return std::nullopt;
+    return number;
+}
+
 double roundHalfToEven(double value) {
     const double below = std::floor(value);
     const double fraction = value - below;

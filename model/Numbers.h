@@ -3,8 +3,10 @@
 #include <chrono>
 #include <cmath>
 #include <concepts>
+#include <cstddef>
 #include <cstdint>
 #include <limits>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -32,6 +34,9 @@ bool beginsWithNumber(std::string_view text);
 
 /// Whether leadingNumber() takes the text whole, or finds it beyond the range of a double.
 bool isNumber(std::string_view text);
+
+/// Digits that are a number from `lowest` to `highest`, blanks and tabs around them apart.
+std::optional<std::size_t> wholeNumber(std::string_view text, std::size_t lowest, std::size_t highest);
 
 /// Rounds to the nearest whole number, halves to the even neighbour, whatever the rounding mode.
 double roundHalfToEven(double value);

@@ -25,6 +25,14 @@ std::string_view trimBlanks(std::string_view text) {
     return text.substr(0, text.find_last_not_of(' ') + 1);
 }
 
+std::string_view trimBlanksAndTabs(std::string_view text) {
+    constexpr std::string_view blanks = " \t";
+    const auto first = text.find_first_not_of(blanks);
+    if (first == std::string_view::npos)
+        return {};
+    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
+}
+
 std::string upperAscii(std::string_view text) {
     std::string upper(text);
     std::transform(upper.begin(), upper.end(), upper.begin(), upperLetter);

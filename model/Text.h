@@ -9,6 +9,8 @@ namespace orvista {
 
 std::string_view trimBlanks(std::string_view text);
 std::string_view trimLeadingBlanks(std::string_view text);
+/// For cells of tables: spreadsheets and people leave tabs around a word, too.
+std::string_view trimBlanksAndTabs(std::string_view text);
 
 std::string upperAscii(std::string_view text);
 std::string lowerAscii(std::string_view text);

@@ -1,5 +1,7 @@
 #include "model/Windows1252.h"
 
+#include "model/Utf8.h"
+
 #include <algorithm>
 #include <array>
 
@@ -98,6 +100,17 @@ std::optional<std::string> windows1252FromUtf8(std::string_view utf8) {
         bytes.push_back(static_cast<char>(*byte));
     }
     return bytes;
+}
+
+std::string_view foreignCharacter(std::string_view utf8) {
+    while (!utf8.empty()) {
+        const std::string_view character =
+            utf8.substr(0, std::max<std::size_t>(utf8CharacterLength(utf8), 1));
+        if (!windows1252FromUtf8(character))
+            return character;
+        utf8.remove_prefix(character.size());
+    }
+    return {};
 }
 
 } // namespace orvista

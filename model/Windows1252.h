@@ -19,5 +19,7 @@ unsigned char lowerWindows1252(unsigned char byte);
 std::string utf8FromWindows1252(std::string_view bytes);
 /// Nothing when `utf8` is not well formed or holds a character that the encoding does not have.
 std::optional<std::string> windows1252FromUtf8(std::string_view utf8);
+/// The first character of a UTF-8 text that the encoding does not have; empty when it has all of them.
+std::string_view foreignCharacter(std::string_view utf8);
 
 } // namespace orvista

@@ -1,7 +1,8 @@
 #include "sheets/MessageSheet.h"
 
 #include "check/ProjectCheck.h"
-#include "items/ProjectMessages.h"
+#include "model/Fields.h"
+#include "model/Lines.h"
 #include "model/Numbers.h"
 #include "model/Quotation.h"
 #include "model/Text.h"
@@ -11,7 +12,7 @@
 #include "sheets/PageForms.h"
 
 #include <algorithm>
-#include <array>
+#include <map>
 #include <utility>
 
 namespace orvista {
@@ -68,8 +69,8 @@ public:
         if (hasItsColumns())
             while (sheet_.next())
                 takeRow();
-        for (std::size_t position = 0; position < messageCount; ++position)
-            finish(position);
+        for (auto& [message, rows] : rows_)
+            finish(message, rows);
         if (!result_.errors.none())
             result_.changes.clear();
         return std::move(result_);
@@ -86,21 +87,22 @@ private:
     }
 
     void takeRow() {
-        const std::string name(trimBlanks(sheet_.cell(columns::Message)));
-        const auto position = messagePosition(name);
-        if (!position)
+        const std::string name(trimBlanksAndTabs(sheet_.cell(columns::Message)));
+        const auto message = messageNamed(name);
+        if (!message)
             return sheet_.fail(columns::Message, notAMessage(quotation(name)));
         const std::size_t errorsBefore = result_.errors.count();
         const bool isPage = sheet_.has(columns::Page) && sheet_.cell(columns::Script).empty();
+        MessageRows& rows = rows_[*message];
         if (isPage)
-            takePage(messageName(*position), rows_[*position]);
+            takePage(*message, rows);
         else
-            takeScript(messageName(*position), rows_[*position]);
+            takeScript(*message, rows);
         if (result_.errors.count() > errorsBefore)
-            rows_[*position].hasErrors = true;
+            rows.hasErrors = true;
     }
 
-    void takePage(const std::string& name, MessageRows& rows) {
+    void takePage(Item message, MessageRows& rows) {
         const auto page = wholeNumber(sheet_.cell(columns::Page), 1, maximumPageNumber);
         const auto form = columns::form(sheet_);
         if (!page) {
@@ -109,48 +111,47 @@ private:
                                                   " is not the number of a page, from 1");
         }
         if (rows.scriptRow > 0)
-            return sheet_.fail(columns::Page,
-                               name + " has its whole script in row " + decimalText(rows.scriptRow));
+            return sheet_.fail(columns::Page, nameOf(message) + " has its whole script in row " +
+                                                  decimalText(rows.scriptRow));
         rows.pages.push_back({*page, sheet_.row(), form});
     }
 
-    void takeScript(const std::string& name, MessageRows& rows) {
+    void takeScript(Item message, MessageRows& rows) {
         if (columns::describesPage(sheet_))
             return sheet_.fail(columns::Script, "a row is a page or a whole script, not both");
         if (rows.scriptRow > 0)
-            return sheet_.fail(columns::Message,
-                               name + " stands in row " + decimalText(rows.scriptRow) + " already");
+            return sheet_.fail(columns::Message, nameOf(message) + " stands in row " +
+                                                     decimalText(rows.scriptRow) + " already");
         if (!rows.pages.empty())
-            return sheet_.fail(columns::Script, name + " has a page in row " +
+            return sheet_.fail(columns::Script, nameOf(message) + " has a page in row " +
                                                     decimalText(rows.pages.front().row) + " already");
         rows.scriptRow = sheet_.row();
-        const auto script = deviceText(sheet_, columns::Script);
-        rows.script = script ? withWholeLineEnds(*script) : "";
-        if (rows.script.empty())
-            rows.script = clearScript;
-        reportWhatNoFileKeeps(name, rows.script);
+        auto script = cellText(scriptField(), sheet_.cell(columns::Script));
+        if (const auto* const fault = std::get_if<CellFault>(&script))
+            return sheet_.fail(columns::Script, fault->text);
+        rows.script = std::move(std::get<std::string>(script));
+        reportWhatNoFileKeeps(message, rows.script);
     }
 
     /// A project file cannot hold such a script: opening it again would move or cut messages.
-    void reportWhatNoFileKeeps(const std::string& name, const std::string& script) {
+    void reportWhatNoFileKeeps(Item message, const std::string& script) {
         for (const Finding& finding :
-             checkMessage(*messageNamed(name), script, project_, NoBitmaps(), PanelSize::maximumColumns).list)
+             checkMessage(message, script, project_, NoBitmaps(), PanelSize::maximumColumns).list)
             if (finding.code == Code::ReservedLine || finding.code == Code::LostMessage)
                 sheet_.fail(columns::Script,
                             (finding.place.line > 0 ? "line " + decimalText(finding.place.line) + ": " : "") +
                                 finding.text);
     }
 
-    void finish(std::size_t position) {
-        MessageRows& rows = rows_[position];
-        const std::string& before = messageScript(project_, position);
-        judgePages(messageName(position), rows);
+    void finish(Item message, MessageRows& rows) {
+        const std::string& before = scriptOf(project_, message);
+        judgePages(nameOf(message), rows);
         if (rows.hasErrors || (rows.pages.empty() && rows.scriptRow == 0))
             return;
         if (rows.scriptRow > 0) {
             const bool bothEmpty = before.empty() && rows.script == clearScript;
             if (before != rows.script && !bothEmpty)
-                result_.changes.push_back({messageName(position), "script", before, rows.script});
+                change(message, before, std::move(rows.script));
             return;
         }
         std::vector<MessageForm> forms;
@@ -162,7 +163,11 @@ private:
         // The empty message has no line end.
         if (equivalent(built, clearScript, EmptyStart::IsLeftOut))
             built = clearScript;
-        result_.changes.push_back({messageName(position), "script", before, std::move(built)});
+        change(message, before, std::move(built));
+    }
+
+    void change(Item message, const std::string& before, std::string after) {
+        result_.changes.push_back({message, &scriptField(), before, std::move(after)});
     }
 
     /// Sorts the pages; tells of every one that is there twice or missing.
@@ -198,7 +203,7 @@ private:
     const Project& project_;
     SheetImport result_;
     SheetReader sheet_;
-    std::array<MessageRows, messageCount> rows_;
+    std::map<Item, MessageRows> rows_;
 };
 
 } // namespace
@@ -209,11 +214,11 @@ MessageSheet messageSheet(const Project& project, MessageSheetForm form) {
     const std::vector<std::string> scriptHead{pageHead[columns::Message], pageHead[columns::Script]};
     appendRecord(sheet.csv, form == MessageSheetForm::Pages ? pageHead : scriptHead);
     const FieldFormats formats = fieldFormats(project);
-    for (std::size_t position = 0; position < messageCount; ++position) {
-        const std::string& script = messageScript(project, position);
-        const std::string name = messageName(position);
+    for (const Item message : allMessages()) {
+        const std::string& script = scriptOf(project, message);
+        const std::string name = nameOf(message);
         if (hasLoneLineEnd(script))
-            sheet.mendedLineEnds.push_back(name);
+            sheet.mendedLineEnds.push_back(message);
         if (form == MessageSheetForm::Pages)
             appendPages(sheet.csv, name, script, formats);
         else

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "sheets/SheetChange.h"
+#include "sheets/SheetImport.h"
 
 #include <string>
 #include <string_view>
@@ -16,7 +16,7 @@ enum class MessageSheetForm { Scripts, Pages };
 struct MessageSheet {
     std::string csv; ///< UTF-8 with its mark
     /// Messages with a CR or LF alone, which the sheet has as a whole line end.
-    std::vector<std::string> mendedLineEnds;
+    std::vector<Item> mendedLineEnds;
 };
 
 MessageSheet messageSheet(const Project& project, MessageSheetForm form);

@@ -10,7 +10,6 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 
 namespace orvista {
 
@@ -20,15 +19,6 @@ std::string_view withoutMark(std::string_view bytes) {
     if (bytes.starts_with(utf8Mark))
         bytes.remove_prefix(utf8Mark.size());
     return bytes;
-}
-
-/// Blanks and tabs: what spreadsheets and people leave around a word.
-std::string_view trimmed(std::string_view text) {
-    constexpr std::string_view blanks = " \t";
-    const auto first = text.find_first_not_of(blanks);
-    if (first == std::string_view::npos)
-        return {};
-    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
 }
 
 /// By its mark, or by the letters that a head begins with.
@@ -51,18 +41,6 @@ std::string faultText(CsvFault fault) {
         return "there are more than " + decimalText(maximumCells) + " cells";
     case CsvFault::None:
         break;
-    }
-    return {};
-}
-
-/// The first character of a UTF-8 text that the device does not have; empty when it has all of them.
-std::string_view foreignCharacter(std::string_view utf8) {
-    while (!utf8.empty()) {
-        const std::string_view character =
-            utf8.substr(0, std::max<std::size_t>(utf8CharacterLength(utf8), 1));
-        if (!windows1252FromUtf8(character))
-            return character;
-        utf8.remove_prefix(character.size());
     }
     return {};
 }
@@ -158,7 +136,7 @@ void SheetReader::readHead() {
     }
     failed_ = reportFault();
     for (std::size_t i = 0; i < record_.size(); ++i) {
-        const std::string name = text(trimmed(record_[i]));
+        const std::string name = text(trimBlanksAndTabs(record_[i]));
         named_.push_back(!name.empty());
         if (name.empty()) // a spreadsheet's empty column
             continue;
@@ -229,46 +207,12 @@ void SheetReader::fail(std::size_t column, std::string text) {
     errors_.add(row(), columns_[column], std::move(text));
 }
 
-bool hasLoneLineEnd(std::string_view text) {
-    for (auto end = text.find_first_of(lineEnd); end != std::string_view::npos;
-         end = text.find_first_of(lineEnd, end)) {
-        if (!text.substr(end).starts_with(lineEnd))
-            return true;
-        end += lineEnd.size();
-    }
-    return false;
-}
-
-std::string withWholeLineEnds(std::string_view text) {
-    std::string whole;
-    whole.reserve(text.size());
-    while (!text.empty()) {
-        const auto end = std::min(text.find_first_of(lineEnd), text.size());
-        whole.append(text, 0, end);
-        text.remove_prefix(end);
-        if (text.empty())
-            break;
-        whole.append(lineEnd);
-        text.remove_prefix(text.starts_with(lineEnd) ? lineEnd.size() : 1);
-    }
-    return whole;
-}
-
 std::optional<std::string> deviceText(SheetReader& sheet, std::size_t column) {
     auto bytes = windows1252FromUtf8(sheet.cell(column));
     if (!bytes)
         sheet.fail(column,
                    quotation(foreignCharacter(sheet.cell(column))) + " is not a character of the display");
     return bytes;
-}
-
-std::optional<std::size_t> wholeNumber(std::string_view text, std::size_t lowest, std::size_t highest) {
-    text = trimmed(text);
-    std::size_t number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (error != std::errc{} || end != text.data() + text.size() || number < lowest || number > highest)
-        return std::nullopt;
-    return number;
 }
 
 } // namespace orvista

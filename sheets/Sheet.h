@@ -101,16 +101,8 @@ enum class SheetSubject { Messages, Variables };
 /// By the columns of its head; nothing where they are those of neither.
 std::optional<SheetSubject> sheetSubject(std::string_view bytes);
 
-/// CR LF, LF and CR alone all become CR LF.
-std::string withWholeLineEnds(std::string_view text);
-/// Whether that changes the text.
-bool hasLoneLineEnd(std::string_view text);
-
 /// A cell in device bytes. Where it holds a character that the device does not have, the error names it and
 /// there is nothing.
 std::optional<std::string> deviceText(SheetReader& sheet, std::size_t column);
-
-/// Digits that are a number from `lowest` to `highest`, blanks around them apart.
-std::optional<std::size_t> wholeNumber(std::string_view text, std::size_t lowest, std::size_t highest);
 
 } // namespace orvista

@@ -36,8 +36,8 @@ TableRow fileRow(const FileDifference& file, int position) {
 TableRow differenceRow(const DifferenceRow& row, int position, const QString& mark) {
     const QString line = row.lineBefore > 0 ? QString::number(row.lineBefore) : QString();
     const std::size_t from = shownFrom(row.before, row.after);
-    return {{QString::fromStdString(row.item), position},
-            {row.isLine() ? line : QString::fromUtf8(row.field), position},
+    return {{QString::fromStdString(nameOf(row.item)), position},
+            {row.isLine() ? line : QString::fromUtf8(row.field->name), position},
             {shortened(row.before, from)},
             {shortened(row.after, from) + mark}};
 }
@@ -141,8 +141,8 @@ void ComparisonPanel::markNotApplied() {
     const std::vector<Item> notApplied = notAppliedItems_();
     std::vector<TableRow> rows;
     for (const DifferenceRow& row : rows_)
-        rows.push_back(differenceRow(row, static_cast<int>(rows.size()),
-                                     notAppliedMark(notApplied, *itemNamed(row.item))));
+        rows.push_back(
+            differenceRow(row, static_cast<int>(rows.size()), notAppliedMark(notApplied, row.item)));
     for (const FileDifference& file : files_)
         rows.push_back(fileRow(file, static_cast<int>(rows.size())));
     tblComparison->setRows(std::move(rows));
@@ -173,7 +173,7 @@ void ComparisonPanel::btnTakeTheirs_Click() {
 void ComparisonPanel::leadToRow(int row) {
     const auto index = static_cast<std::size_t>(row);
     if (index < rows_.size())
-        emit placeChosen({*itemNamed(rows_[index].item), rows_[index].lineBefore});
+        emit placeChosen({rows_[index].item, rows_[index].lineBefore});
 }
 
 } // namespace orvista

@@ -46,8 +46,8 @@ public:
     void markNotApplied() override;
 
 signals:
-    /// These items are to hold what the other side has.
-    void takeWanted(const std::vector<orvista::ItemState>& states);
+    /// The project is to hold what the other side has.
+    void takeWanted(const std::vector<orvista::Change>& changes);
 
 protected:
     void showEvent(QShowEvent* event) override;

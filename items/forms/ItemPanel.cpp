@@ -33,7 +33,7 @@ ItemPanel::ItemPanel(ItemSources sources, FilterBox* filter, RowsTable* table)
     layout->addWidget(table_, 1);
     filter_->leadTo(*table_);
     connect(table_, &RowsTable::rowActivated, this,
-            [this](int row) { emit placeChosen({*itemNamed(item(static_cast<std::size_t>(row)))}); });
+            [this](int row) { emit placeChosen({item(static_cast<std::size_t>(row))}); });
     connect(table_, &RowsTable::rowLeft, this, &ProjectPanel::rowLeft);
 }
 
@@ -68,13 +68,13 @@ void ItemPanel::fill() {
     std::vector<TableRow> rows;
     for (std::size_t row = 0; row < count(); ++row) {
         rows.push_back(cells(row));
-        rows.back().back().text += notAppliedMark(notApplied, *itemNamed(item(row)));
+        rows.back().back().text += notAppliedMark(notApplied, item(row));
     }
     table_->setRows(std::move(rows));
 }
 
-std::vector<std::string> ItemPanel::names(const std::vector<int>& rows) const {
-    std::vector<std::string> items;
+std::vector<Item> ItemPanel::items(const std::vector<int>& rows) const {
+    std::vector<Item> items;
     items.reserve(rows.size());
     for (const int row : rows)
         items.push_back(item(static_cast<std::size_t>(row)));
@@ -86,13 +86,13 @@ const MessageDigests& ItemPanel::digests() const {
     return sources_.messages;
 }
 
-std::vector<std::string> ItemPanel::selectedItems() const {
-    return names(table_->selectedRows());
+std::vector<Item> ItemPanel::selectedItems() const {
+    return items(table_->selectedRows());
 }
 
-std::vector<std::string> ItemPanel::itemsFromSelected() const {
+std::vector<Item> ItemPanel::itemsFromSelected() const {
     const std::vector<int> selected = table_->selectedRows();
-    return selected.empty() ? std::vector<std::string>() : names(table_->rowsFrom(selected.front()));
+    return selected.empty() ? std::vector<Item>() : items(table_->rowsFrom(selected.front()));
 }
 
 } // namespace orvista

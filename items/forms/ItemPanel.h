@@ -33,10 +33,10 @@ public:
     /// Puts the cursor into the filter's box.
     void enterFilter();
 
-    /// The names of the selected items, in the order in which they are shown.
-    std::vector<std::string> selectedItems() const;
+    /// In the order in which they are shown.
+    std::vector<Item> selectedItems() const;
     /// The first of them and all that are shown below it.
-    std::vector<std::string> itemsFromSelected() const;
+    std::vector<Item> itemsFromSelected() const;
     /// Digests of all messages as they are now.
     const MessageDigests& digests() const;
     RowsTable& table() { return *table_; }
@@ -56,13 +56,13 @@ protected:
     /// What takes longer, a moment after read().
     virtual void readMore() {}
     virtual std::size_t count() const = 0;
-    virtual const std::string& item(std::size_t row) const = 0;
+    virtual Item item(std::size_t row) const = 0;
     /// The last of them may get the notAppliedMark() after it.
     virtual TableRow cells(std::size_t row) const = 0;
 
 private:
     void readNow();
-    std::vector<std::string> names(const std::vector<int>& rows) const;
+    std::vector<Item> items(const std::vector<int>& rows) const;
 
     ItemSources sources_;
     FilterBox* filter_;

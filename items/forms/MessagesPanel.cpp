@@ -86,7 +86,7 @@ void MessagesPanel::showMatches() {
     if (wanted && !wanted->empty()) {
         const TextSearch search(*wanted, Case::Folded);
         for (std::size_t row = 0; row < rows_.size(); ++row)
-            shown.push_back(messageHas(search, rows_[row], messageScript(sources().project, row)));
+            shown.push_back(messageHas(search, rows_[row], scriptOf(sources().project, rows_[row].item)));
     } else if (!wanted) {
         shown.assign(rows_.size(), false); // no script holds such a character
     }
@@ -95,10 +95,10 @@ void MessagesPanel::showMatches() {
 
 TableRow MessagesPanel::cells(std::size_t row) const {
     const MessageRow& message = rows_.at(row);
-    const auto found = findings_.find(*messageNamed(message.name));
+    const auto found = findings_.find(message.item);
     const FindingCounts counts = found == findings_.end() ? FindingCounts() : found->second;
     TableRow cells(FindingsMark + 1);
-    cells[Name] = {cellText(message.name), static_cast<int>(row)};
+    cells[Name] = {cellText(nameOf(message.item)), static_cast<int>(row)};
     cells[Address] = {QString::number(message.address), static_cast<qlonglong>(message.address)};
     cells[Reference] = {cellText(message.reference)};
     if (message.isRead)

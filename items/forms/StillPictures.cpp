@@ -2,7 +2,7 @@
 
 #include "check/FolderCheck.h"
 #include "display/FirstSight.h"
-#include "items/ProjectMessages.h"
+#include "model/Item.h"
 #include "widgets/RowsTable.h"
 
 #include <QPainter>
@@ -60,7 +60,7 @@ const QPixmap& StillPictures::picture(int row) const {
     }
     QPixmap& kept = pictures_[row];
     if (kept.isNull()) {
-        const std::string& script = messageScript(project_, static_cast<std::size_t>(row));
+        const std::string& script = scriptOf(project_, allMessages()[static_cast<std::size_t>(row)]);
         kept = QPixmap::fromImage(panel_->image(
             firstSight(script, panel_->panel(), *formats_, values_, folder_.bitmaps(project_))));
         kept.setDevicePixelRatio(table_.devicePixelRatioF());

@@ -24,7 +24,7 @@ void VariablesPanel::read() {
 
 TableRow VariablesPanel::cells(std::size_t row) const {
     const VariableRow& variable = rows_.at(row);
-    return {{cellText(variable.name), static_cast<int>(row)},
+    return {{cellText(nameOf(variable.item)), static_cast<int>(row)},
             {QString::number(variable.address), static_cast<qlonglong>(variable.address)},
             {cellText(variable.reference)},
             {cellText(variable.defaultValue)},

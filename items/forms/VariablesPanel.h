@@ -14,7 +14,7 @@ public:
 protected:
     void read() override;
     std::size_t count() const override { return rows_.size(); }
-    const std::string& item(std::size_t row) const override { return rows_.at(row).name; }
+    Item item(std::size_t row) const override { return rows_.at(row).item; }
     TableRow cells(std::size_t row) const override;
 
 private:

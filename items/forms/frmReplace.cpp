@@ -1,6 +1,5 @@
 #include "items/forms/frmReplace.h"
 
-#include "items/ProjectMessages.h"
 #include "widgets/DeviceLineEdit.h"
 #include "widgets/DeviceText.h"
 #include "widgets/FormParts.h"
@@ -101,12 +100,11 @@ void frmReplace::find() {
                           chkReplaceCase->isChecked() ? Case::Matters : Case::Folded);
     std::vector<TableRow> rows;
     for (const ReplaceHit& hit : hits_.list) {
-        const std::string message = messageName(hit.message);
-        rows.push_back({{QString::fromStdString(message), static_cast<int>(rows.size())},
+        rows.push_back({{QString::fromStdString(nameOf(hit.message)), static_cast<int>(rows.size())},
                         {QString::number(hit.line), static_cast<qulonglong>(hit.line)},
                         {whereText(hit.where)},
                         {shownLine(hit.before)},
-                        {shownLine(hit.after) + notAppliedMark(notApplied_, *itemNamed(message))}});
+                        {shownLine(hit.after) + notAppliedMark(notApplied_, hit.message)}});
     }
     tblReplace->setRows(std::move(rows));
     tblReplace->setTicks(texts());
@@ -123,8 +121,7 @@ std::vector<bool> frmReplace::texts() const {
 std::vector<bool> frmReplace::tickable() const {
     std::vector<bool> free;
     for (const ReplaceHit& hit : hits_.list)
-        free.push_back(std::ranges::find(notApplied_, *itemNamed(messageName(hit.message))) ==
-                       notApplied_.end());
+        free.push_back(std::ranges::find(notApplied_, hit.message) == notApplied_.end());
     return free;
 }
 

@@ -26,8 +26,8 @@ public:
     ///     ticked
     frmReplace(const Project& project, std::vector<Item> notApplied, QWidget* parent = nullptr);
 
-    bool IsCanceled = true;          ///< true unless something is to be replaced
-    std::vector<ItemState> Replaced; ///< what the messages are to hold
+    bool IsCanceled = true;       ///< true unless something is to be replaced
+    std::vector<Change> Replaced; ///< what replaces the ticked places
 
     void reject() override;
 

@@ -95,7 +95,7 @@ DeviceTextEdit* shownText(const QString& name) {
 
 } // namespace
 
-ChangeList::ChangeList(std::vector<ShownChange> changes, QWidget* parent)
+ChangeList::ChangeList(std::vector<Change> changes, QWidget* parent)
     : QWidget(parent),
       changes_(std::move(changes)),
       chkAllChanges(named<QCheckBox>(QStringLiteral("chkAllChanges"), tr("&All changes"))),
@@ -130,10 +130,10 @@ void ChangeList::enter() {
 
 void ChangeList::fillTable() {
     std::vector<TableRow> rows;
-    for (const ShownChange& change : changes_) {
+    for (const Change& change : changes_) {
         const std::size_t from = shownFrom(change.before, change.after);
-        rows.push_back({{QString::fromStdString(change.item), static_cast<int>(rows.size())},
-                        {change.text},
+        rows.push_back({{QString::fromStdString(nameOf(change.item)), static_cast<int>(rows.size())},
+                        {QString::fromUtf8(change.field->name)},
                         {onOneLine(change.before, from)},
                         {onOneLine(change.after, from)}});
     }
@@ -165,7 +165,7 @@ QWidget* ChangeList::buildTexts() {
 void ChangeList::showTexts(int row) {
     if (row < 0)
         return;
-    const ShownChange& change = changes_[static_cast<std::size_t>(row)];
+    const Change& change = changes_[static_cast<std::size_t>(row)];
     txtOld->setBytes(change.before);
     txtNew->setBytes(change.after);
     markDifferences(*txtOld, *txtNew);

@@ -1,8 +1,9 @@
 #pragma once
 
+#include "model/Change.h"
+
 #include <QWidget>
 
-#include <string>
 #include <vector>
 
 class QCheckBox;
@@ -12,20 +13,12 @@ namespace orvista {
 class DeviceTextEdit;
 class RowsTable;
 
-/// One text of an item, old and new, in device bytes.
-struct ShownChange {
-    std::string item;
-    QString text; ///< which one it is: "script", "width"
-    std::string before;
-    std::string after;
-};
-
 /// Changes to choose from: a row each with a tick, which Space sets and takes away, and below them both texts
 /// of the current row side by side, the lines that differ marked. All are ticked at first.
 class ChangeList final : public QWidget {
     Q_OBJECT
 public:
-    explicit ChangeList(std::vector<ShownChange> changes, QWidget* parent = nullptr);
+    explicit ChangeList(std::vector<Change> changes, QWidget* parent = nullptr);
 
     /// Puts the focus on the rows.
     void enter();
@@ -41,7 +34,7 @@ private:
     void showTexts(int row);
     void followTicks();
 
-    std::vector<ShownChange> changes_;
+    std::vector<Change> changes_;
     QCheckBox* chkAllChanges;
     RowsTable* tblChanges;
     DeviceTextEdit* txtOld;

@@ -12,21 +12,9 @@
 
 namespace orvista {
 
-namespace {
-
-std::vector<ShownChange> shown(const std::vector<SheetChange>& changes) {
-    std::vector<ShownChange> rows;
-    rows.reserve(changes.size());
-    for (const SheetChange& change : changes)
-        rows.push_back({change.item, QString::fromUtf8(change.column), change.before, change.after});
-    return rows;
-}
-
-} // namespace
-
-frmSheetImport::frmSheetImport(const QString& file, std::vector<SheetChange> changes,
-                               std::size_t fromEmptyCells, QWidget* parent)
-    : QDialog(parent), changes_(std::move(changes)), list_(new ChangeList(shown(changes_))) {
+frmSheetImport::frmSheetImport(const QString& file, std::vector<Change> changes, std::size_t fromEmptyCells,
+                               QWidget* parent)
+    : QDialog(parent), changes_(std::move(changes)), list_(new ChangeList(changes_)) {
     setObjectName(QStringLiteral("frmSheetImport"));
     setWindowTitle(tr("Import"));
     auto* const lblImport = named<QLabel>(QStringLiteral("lblImport"));

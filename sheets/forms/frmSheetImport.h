@@ -1,6 +1,6 @@
 #pragma once
 
-#include "sheets/SheetChange.h"
+#include "model/Change.h"
 
 #include <QDialog>
 
@@ -15,16 +15,16 @@ class frmSheetImport final : public QDialog {
 public:
     /// \param file name of the table, for people
     /// \param fromEmptyCells how many of the changes come from an empty cell
-    frmSheetImport(const QString& file, std::vector<SheetChange> changes, std::size_t fromEmptyCells = 0,
+    frmSheetImport(const QString& file, std::vector<Change> changes, std::size_t fromEmptyCells = 0,
                    QWidget* parent = nullptr);
 
-    bool IsCanceled = true;          ///< true unless OK was pressed
-    std::vector<SheetChange> chosen; ///< those that were ticked
+    bool IsCanceled = true;     ///< true unless OK was pressed
+    std::vector<Change> chosen; ///< those that were ticked
 
     void accept() override;
 
 private:
-    std::vector<SheetChange> changes_;
+    std::vector<Change> changes_;
     ChangeList* list_;
 };
 

@@ -1,4 +1,5 @@
 #include "compare/DifferenceRows.h"
+#include "tests/support/NamedItem.h"
 
 #include <gmock/gmock.h>
 
@@ -23,8 +24,7 @@ std::size_t changedLines(const Project& before, const Project& after) {
 
 /// The project once these rows are taken over.
 Project taken(Project before, const Project& after, const std::vector<DifferenceRow>& rows) {
-    for (const ItemState& state : takenOver(before, after, rows))
-        setItem(before, state);
+    applyChanges(before, takenOver(before, after, rows));
     return before;
 }
 
@@ -34,10 +34,11 @@ TEST(DifferenceRows, SetLinesBesideThoseInTheirPlace) {
     before.STDMSG[2] = "CLEAR\r\nA\r\nB\r\nSTILL\r\n\r\nX";
     after.STDMSG[2] = "CLEAR\r\nC\r\nSTILL\r\nX\r\nY";
     after.RegVar[0].width = "8";
-    EXPECT_THAT(rowsOf(before, after), ElementsAre(DifferenceRow{"RegVar1", "width", 0, 0, "7", "8"},
-                                                   DifferenceRow{"STDMSG3", "", 2, 2, "A", "C"},
-                                                   DifferenceRow{"STDMSG3", "", 3, 0, "B", ""},
-                                                   DifferenceRow{"STDMSG3", "", 0, 5, "", "Y"}));
+    EXPECT_THAT(rowsOf(before, after),
+                ElementsAre(DifferenceRow{named("RegVar1"), fieldOf("RegVar1", "width"), 0, 0, "7", "8"},
+                            DifferenceRow{named("STDMSG3"), nullptr, 2, 2, "A", "C"},
+                            DifferenceRow{named("STDMSG3"), nullptr, 3, 0, "B", ""},
+                            DifferenceRow{named("STDMSG3"), nullptr, 0, 5, "", "Y"}));
 }
 
 TEST(DifferenceRows, AreTakenOneByOne) {
@@ -73,8 +74,9 @@ TEST(DifferenceRows, TakeSingleSettingsAndAddresses) {
     const Project merged = taken(before, after, {rows[1], rows[3], rows[7]});
     EXPECT_THAT(compareItems(expected, merged), IsEmpty());
     EXPECT_EQ(merged.RegularMessage, 520);
-    EXPECT_THAT(takenOver(before, after, std::vector{rows[2], rows[3]}),
-                ElementsAre(ItemState{"RegVar4", FloatVariable{"RegVar4", "1.5", "8", "3"}}));
+    EXPECT_THAT(
+        takenOver(before, after, std::vector{rows[2], rows[3]}),
+        ElementsAre(changed("RegVar4", "default", "0.0", "1.5"), changed("RegVar4", "width", "7", "8")));
     EXPECT_THAT(takenOver(before, after, {}), IsEmpty());
 }
 

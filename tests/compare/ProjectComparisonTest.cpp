@@ -2,6 +2,7 @@
 #include "model/Bytes.h"
 #include "model/DeviceFiles.h"
 #include "tests/support/ExampleProject.h"
+#include "tests/support/NamedItem.h"
 
 #include <gmock/gmock.h>
 
@@ -11,7 +12,7 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
-using Kind = ComparedLine::Kind;
+using Line = ComparedLine::Kind;
 
 /// What a display that got the project's files gives back.
 Project asOnDisplay(const Project& project) {
@@ -46,13 +47,23 @@ TEST(ProjectComparison, NamesEveryItemAndFieldThatDiffers) {
     EXPECT_THAT(
         compareItems(before, after),
         ElementsAre(
-            ItemDifference{"address map", {{"AnalogInput", "100", "200"}, {"AlertMessage", "300", "-5"}}, {}},
-            ItemDifference{"RegVar3", {{"default", "0.0", "1.5"}}, {}},
-            ItemDifference{"RegVar64", {{"width", "7", "8"}, {"precision", "3", "1"}}, {}},
+            ItemDifference{named("address map"),
+                           {changed("address map", "AnalogInput", "100", "200"),
+                            changed("address map", "AlertMessage", "300", "-5")},
+                           {}},
+            ItemDifference{named("RegVar3"), {changed("RegVar3", "default", "0.0", "1.5")}, {}},
             ItemDifference{
-                "CoilVar1", {{"default", "0", "1"}, {"on", "ON", "OPEN"}, {"off", "OFF", "SHUT"}}, {}},
-            ItemDifference{"STDMSG12", {}, {{Kind::Same, "CLEAR", 1, 1}, {Kind::Added, "STILL 5", 0, 2}}},
-            ItemDifference{"ALTMSG2", {}, {{Kind::Removed, "CLEAR", 1, 0}, {Kind::Added, "STILL 5", 0, 1}}}));
+                named("RegVar64"),
+                {changed("RegVar64", "width", "7", "8"), changed("RegVar64", "precision", "3", "1")},
+                {}},
+            ItemDifference{named("CoilVar1"),
+                           {changed("CoilVar1", "default", "0", "1"), changed("CoilVar1", "on", "ON", "OPEN"),
+                            changed("CoilVar1", "off", "OFF", "SHUT")},
+                           {}},
+            ItemDifference{
+                named("STDMSG12"), {}, {{Line::Same, "CLEAR", 1, 1}, {Line::Added, "STILL 5", 0, 2}}},
+            ItemDifference{
+                named("ALTMSG2"), {}, {{Line::Removed, "CLEAR", 1, 0}, {Line::Added, "STILL 5", 0, 1}}}));
 }
 
 TEST(ProjectComparison, LeavesOutWhatNoReaderReads) {

@@ -10,13 +10,13 @@ namespace {
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
-using Kind = ComparedLine::Kind;
+using Line = ComparedLine::Kind;
 
 /// As a person would read it: " same", "-removed", "+added".
 std::vector<std::string> told(std::string_view before, std::string_view after) {
     std::vector<std::string> lines;
     for (const ComparedLine& line : comparedLines(before, after)) {
-        const char mark = line.kind == Kind::Same ? ' ' : line.kind == Kind::Removed ? '-' : '+';
+        const char mark = line.kind == Line::Same ? ' ' : line.kind == Line::Removed ? '-' : '+';
         lines.push_back(mark + line.text);
     }
     return lines;
@@ -36,12 +36,12 @@ TEST(ScriptComparison, SetsRemovedLinesBeforeThoseInTheirPlace) {
 
 TEST(ScriptComparison, NumbersLinesAsTheyStandInEachScript) {
     EXPECT_THAT(comparedLines("CLEAR\r\n\r\nA", "\nCLEAR\n B"),
-                ElementsAre(ComparedLine{Kind::Same, "CLEAR", 1, 2}, ComparedLine{Kind::Removed, "A", 3, 0},
-                            ComparedLine{Kind::Added, "B", 0, 3}));
+                ElementsAre(ComparedLine{Line::Same, "CLEAR", 1, 2}, ComparedLine{Line::Removed, "A", 3, 0},
+                            ComparedLine{Line::Added, "B", 0, 3}));
 }
 
 /// The lines that a script keeps, joined.
-std::string side(const std::vector<ComparedLine>& lines, Kind left) {
+std::string side(const std::vector<ComparedLine>& lines, Line left) {
     std::string script;
     for (const ComparedLine& line : lines)
         script += line.kind == left ? "" : line.text + "\n";
@@ -81,9 +81,9 @@ TEST(ScriptComparison, KeepsAsManyLinesAsCanBeKept) {
         const std::string one = letters();
         const std::string other = letters();
         const auto lines = comparedLines(script(one), script(other));
-        ASSERT_EQ(side(lines, Kind::Added), script(one));
-        ASSERT_EQ(side(lines, Kind::Removed), script(other));
-        const auto same = std::ranges::count(lines, Kind::Same, &ComparedLine::kind);
+        ASSERT_EQ(side(lines, Line::Added), script(one));
+        ASSERT_EQ(side(lines, Line::Removed), script(other));
+        const auto same = std::ranges::count(lines, Line::Same, &ComparedLine::kind);
         ASSERT_EQ(static_cast<std::size_t>(same), longestCommon(one, other)) << one << " " << other;
     }
 }
@@ -97,8 +97,8 @@ TEST(ScriptComparison, EndsWhereLongScriptsHaveNothingInCommon) {
     }
     const auto lines = comparedLines("CLEAR\n" + one + "STILL 5", "CLEAR\n" + other + "STILL 5");
     EXPECT_EQ(lines.size(), 100'002U);
-    EXPECT_EQ(lines.front().kind, Kind::Same);
-    EXPECT_EQ(lines.back().kind, Kind::Same);
+    EXPECT_EQ(lines.front().kind, Line::Same);
+    EXPECT_EQ(lines.back().kind, Line::Same);
 }
 
 } // namespace

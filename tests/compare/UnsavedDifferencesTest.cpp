@@ -1,5 +1,6 @@
 #include "compare/UnsavedDifferences.h"
 #include "model/ProjectFile.h"
+#include "tests/support/NamedItem.h"
 #include "tests/support/ScriptedPeople.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -46,7 +47,7 @@ TEST(UnsavedDifferences, NameEverythingInTheOrderOfTheProject) {
     work.project.RegVar[63].width = "5";
     work.project.AlertMessage = 500;
     work.project.IP = "127.0.0.1";
-    work.notApplied = {{"STDMSG9", {"ACT"}}};
+    work.notApplied = {{named("STDMSG9"), {"ACT"}}};
     const UnsavedDifferences differences = unsavedDifferences(work, paths);
     EXPECT_TRUE(differences.isSaved);
     EXPECT_THAT(differences.items, ElementsAre("System", "address map", "RegVar64", "CoilVar1", "STDMSG5"));

@@ -13,6 +13,7 @@
 #include "script/forms/frmMessageEdit.h"
 #include "sheets/forms/frmSheetErrors.h"
 #include "sheets/forms/frmSheetImport.h"
+#include "tests/support/NamedItem.h"
 #include "tests/support/ScriptedPeople.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -215,7 +216,7 @@ private:
         add("nothing to restore", okCancel,
             [] { return std::make_unique<frmRestore>(std::vector<frmRestore::Row>()); });
         add("import", okCancel, [] {
-            const SheetChange change{"STDMSG1", "script", "CLEAR", "CLEAR\r\nACT STILL 1"};
+            const Change change = changed("STDMSG1", "script", "CLEAR", "CLEAR\r\nACT STILL 1");
             return std::make_unique<frmSheetImport>("messages.csv", std::vector{change});
         });
         add("errors of an import", {"btnClose"}, [] {

@@ -13,13 +13,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto again = readCopied(copiedBytes(*copied));
     testing::require(std::get<CopiedItems>(again) == *copied);
     Project project;
-    std::vector<std::string> names;
-    for (const ItemState& item : copied->items)
-        names.push_back(item.item);
-    const Pasted pasted = pasteOnto(*copied, names, names);
-    testing::require(pasted.refusal.empty() && pasted.items.size() == copied->items.size());
-    for (const ItemState& item : pasted.items)
-        setItem(project, item);
-    testing::require(copiedItems(project, names).items == copied->items);
+    std::vector<Item> items;
+    for (const CopiedItem& item : copied->items)
+        items.push_back(item.item);
+    const Pasted pasted = pasteOnto(project, *copied, items, items);
+    testing::require(pasted.refusal.empty());
+    applyChanges(project, pasted.changes);
+    testing::require(copiedItems(project, items).items == copied->items);
     return 0;
 }

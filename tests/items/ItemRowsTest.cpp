@@ -1,4 +1,5 @@
 #include "items/ItemRows.h"
+#include "tests/support/NamedItem.h"
 
 #include <gtest/gtest.h>
 
@@ -16,7 +17,7 @@ TEST(MessageRows, SayWhatAMessageHolds) {
     Project project;
     project.ALTMSG[19] = tank;
     const MessageRow row = messageRows(project, MessageDigests(project)).at(59);
-    EXPECT_EQ(row.name, "ALTMSG20");
+    EXPECT_EQ(row.item, named("ALTMSG20"));
     EXPECT_EQ(row.address, 319);
     EXPECT_EQ(row.reference, "00320");
     EXPECT_TRUE(row.isRead);
@@ -32,7 +33,7 @@ TEST(MessageRows, CountPagesThatDrawSomethingOrLast) {
     project.STDMSG[0] = "CLEAR\r\n\r\nCLEAR\r\nACT STILL 500\r\nCLEAR\r\nTEXT 0 0 RED BLACK \"a\"\r\nCLEAR";
     const auto rows = messageRows(project, MessageDigests(project));
     EXPECT_EQ(rows[0].pages, 2U);
-    EXPECT_EQ(rows[1].name, "STDMSG2");
+    EXPECT_EQ(rows[1].item, named("STDMSG2"));
     EXPECT_EQ(rows[1].pages, 0U);
     EXPECT_FALSE(rows[1].drawsSomething);
 }
@@ -44,13 +45,13 @@ TEST(VariableRows, SayWhereAVariableLiesAndWhoShowsIt) {
     project.RegVar[2].defaultValue = "1.5";
     const auto rows = variableRows(project, MessageDigests(project));
     ASSERT_EQ(rows.size(), 96U);
-    EXPECT_EQ(rows[2].name, "RegVar3");
+    EXPECT_EQ(rows[2].item, named("RegVar3"));
     EXPECT_EQ(rows[2].address, 104);
     EXPECT_EQ(rows[2].reference, "40105");
     EXPECT_EQ(rows[2].defaultValue, "1.5");
     EXPECT_EQ(rows[2].format, "7.3");
     EXPECT_EQ(rows[2].usedBy, "STDMSG5 ALTMSG1");
-    EXPECT_EQ(rows[64].name, "CoilVar1");
+    EXPECT_EQ(rows[64].item, named("CoilVar1"));
     EXPECT_EQ(rows[64].format, "OFF/ON");
     EXPECT_EQ(rows[64].usedBy, "STDMSG5");
 }
@@ -60,12 +61,12 @@ TEST(MessageDigests, AreReadInPortions) {
     project.STDMSG.fill(tank);
     MessageDigests digests;
     EXPECT_FALSE(digests.update(project, 2 * tank.size()));
-    EXPECT_NE(digests.of(1), nullptr);
-    EXPECT_EQ(digests.of(2), nullptr);
+    EXPECT_NE(digests.of(allMessages()[1]), nullptr);
+    EXPECT_EQ(digests.of(allMessages()[2]), nullptr);
     EXPECT_FALSE(messageRows(project, digests)[2].isRead);
-    EXPECT_EQ(messageRows(project, digests)[2].name, "STDMSG3");
+    EXPECT_EQ(messageRows(project, digests)[2].item, named("STDMSG3"));
     EXPECT_FALSE(digests.update(project, 1));
-    EXPECT_NE(digests.of(2), nullptr);
+    EXPECT_NE(digests.of(allMessages()[2]), nullptr);
     EXPECT_TRUE(digests.update(project));
     EXPECT_TRUE(digests.update(project, 0)) << "nothing has changed";
 }
@@ -74,15 +75,15 @@ TEST(MessageDigests, FollowTheScriptAndTheFormats) {
     Project project;
     project.STDMSG[0] = "TEXT 0 0 RED BLACK \"        \"\r\nDISPVAR 0 0 RED BLACK RegVar1";
     MessageDigests digests(project);
-    EXPECT_EQ(digests.of(0)->text, "%7v ");
+    EXPECT_EQ(digests.of(allMessages()[0])->text, "%7v ");
     project.RegVar[0].width = "4";
     digests.update(project);
-    EXPECT_EQ(digests.of(0)->text, "%4v    ");
+    EXPECT_EQ(digests.of(allMessages()[0])->text, "%4v    ");
     project.STDMSG[0] = "CLEAR";
     EXPECT_FALSE(digests.update(project, 0));
-    EXPECT_EQ(digests.of(0), nullptr) << "of the old script";
+    EXPECT_EQ(digests.of(allMessages()[0]), nullptr) << "of the old script";
     EXPECT_TRUE(digests.update(project));
-    EXPECT_EQ(digests.of(0)->text, "");
+    EXPECT_EQ(digests.of(allMessages()[0])->text, "");
 }
 
 TEST(MessageHas, LooksIntoNameTextAndScript) {

@@ -1,4 +1,5 @@
 #include "items/MessageReplace.h"
+#include "tests/support/NamedItem.h"
 
 #include <gmock/gmock.h>
 
@@ -25,14 +26,15 @@ Project projectToReplaceIn() {
 }
 
 TEST(FindToReplace, TellsEachPlaceWithItsLineOldAndNew) {
-    EXPECT_THAT(found(projectToReplaceIn(), "pump", "Valve"),
-                ElementsAre(ReplaceHit{2, 27, 2, ReplaceWhere::Text, "TEXT 0 0 RED BLACK \"Pump pump\"",
-                                       "TEXT 0 0 RED BLACK \"Valve pump\""},
-                            ReplaceHit{2, 32, 2, ReplaceWhere::Text, "TEXT 0 0 RED BLACK \"Pump pump\"",
-                                       "TEXT 0 0 RED BLACK \"Pump Valve\""},
-                            ReplaceHit{2, 73, 4, ReplaceWhere::Text, "TEXT 0 0 RED BLACK \"pump\"",
-                                       "TEXT 0 0 RED BLACK \"Valve\""},
-                            ReplaceHit{40, 0, 1, ReplaceWhere::Other, "PUMP", "Valve"}));
+    EXPECT_THAT(
+        found(projectToReplaceIn(), "pump", "Valve"),
+        ElementsAre(ReplaceHit{named("STDMSG3"), 27, 2, ReplaceWhere::Text,
+                               "TEXT 0 0 RED BLACK \"Pump pump\"", "TEXT 0 0 RED BLACK \"Valve pump\""},
+                    ReplaceHit{named("STDMSG3"), 32, 2, ReplaceWhere::Text,
+                               "TEXT 0 0 RED BLACK \"Pump pump\"", "TEXT 0 0 RED BLACK \"Pump Valve\""},
+                    ReplaceHit{named("STDMSG3"), 73, 4, ReplaceWhere::Text, "TEXT 0 0 RED BLACK \"pump\"",
+                               "TEXT 0 0 RED BLACK \"Valve\""},
+                    ReplaceHit{named("ALTMSG1"), 0, 1, ReplaceWhere::Other, "PUMP", "Valve"}));
 }
 
 /// What the only hit of "aa" belongs to.
@@ -101,18 +103,20 @@ TEST(ReplacedScripts, HoldTheNewTextAtTheChosenPlacesOnly) {
     const Project project = projectToReplaceIn();
     auto hits = found(project, "pump", "Valve");
     hits.erase(hits.begin() + 1);
-    EXPECT_THAT(
-        replacedScripts(project, hits, 4, "Valve"),
-        ElementsAre(ItemState{"STDMSG3", "CLEAR\r\nTEXT 0 0 RED BLACK \"Valve pump\"\nACT STILL 1000\r"
-                                         "TEXT 0 0 RED BLACK \"Valve\""},
-                    ItemState{"ALTMSG1", "Valve"}));
+    Project replaced = project;
+    applyChanges(replaced, replacedScripts(project, hits, 4, "Valve"));
+    EXPECT_EQ(replaced.STDMSG[2], "CLEAR\r\nTEXT 0 0 RED BLACK \"Valve pump\"\nACT STILL 1000\r"
+                                  "TEXT 0 0 RED BLACK \"Valve\"");
+    EXPECT_EQ(replaced.ALTMSG[0], "Valve");
+    EXPECT_EQ(replacedScripts(project, hits, 4, "Valve").size(), 2U);
     EXPECT_THAT(replacedScripts(project, {}, 4, "Valve"), IsEmpty());
 }
 
 TEST(ReplacedScripts, OfWhichNothingIsLeftAreClear) {
     const Project project = projectToReplaceIn();
     auto hits = found(project, "pump", "");
-    EXPECT_EQ(replacedScripts(project, {hits.back()}, 4, "").at(0), (ItemState{"ALTMSG1", "CLEAR"}));
+    EXPECT_THAT(replacedScripts(project, {hits.back()}, 4, ""),
+                ElementsAre(changed("ALTMSG1", "script", "PUMP", "CLEAR")));
 }
 
 } // namespace

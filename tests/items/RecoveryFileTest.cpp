@@ -1,5 +1,6 @@
 #include "items/RecoveryFile.h"
 #include "tests/support/ExampleProject.h"
+#include "tests/support/NamedItem.h"
 
 #include <gmock/gmock.h>
 
@@ -57,7 +58,8 @@ TEST(RecoveryFile, HoldsTheFormsLinesThenTheTexts) {
     EXPECT_EQ(recoveryBytes(plainProject(), {}), recoveryFrame(plainTexts(plainSettings, "5:CLEAR", "1:0")));
     Project project = plainProject();
     project.STDMSG[0] = "CLEAR\r\n\x80";
-    EXPECT_EQ(recoveryBytes(project, {{"ALTMSG2", {"CLEAR\r\nACT"}}, {"address map", {"1", "", "2", "3"}}}),
+    EXPECT_EQ(recoveryBytes(project, {{named("ALTMSG2"), {"CLEAR\r\nACT"}},
+                                      {named("address map"), {"1", "", "2", "3"}}}),
               recoveryFrame(plainTexts(plainSettings, "8:CLEAR\r\n\x80",
                                        "1:27:ALTMSG21:110:CLEAR\r\nACT11:address map1:41:10:1:21:3")));
 }
@@ -73,7 +75,8 @@ TEST(RecoveryFile, BringsEverythingBack) {
     project.RegVar[63] = {"RegVar64", "-2.50", "8", "1"};
     project.CoilVar[31] = {"CoilVar32", "1", "12:34", ""};
     project.ALTMSG[19] = std::string("\0\n\r\x1A\xFF", 5);
-    const std::vector<NotAppliedTexts> notApplied{{"ALTMSG20", {""}}, {"RegVar1", {"1", "2", "3"}}};
+    const std::vector<NotAppliedTexts> notApplied{{named("ALTMSG20"), {""}},
+                                                  {named("RegVar1"), {"1", "2", "3"}}};
     const auto work = readRecovery(recoveryBytes(project, notApplied));
     ASSERT_TRUE(work);
     expectSame(work->project, project);
@@ -81,7 +84,7 @@ TEST(RecoveryFile, BringsEverythingBack) {
 }
 
 TEST(RecoveryFile, IsNotReadWhereAByteIsMissingOrAnother) {
-    const std::string whole = recoveryBytes(plainProject(), {{"STDMSG1", {"ACT"}}});
+    const std::string whole = recoveryBytes(plainProject(), {{named("STDMSG1"), {"ACT"}}});
     ASSERT_TRUE(readRecovery(whole));
     for (std::size_t at = 0; at < whole.size(); ++at) {
         EXPECT_FALSE(readRecovery(std::string_view(whole).substr(0, at))) << at;
@@ -117,6 +120,13 @@ TEST(RecoveryFile, IsNotReadWhereTheTextsAreNotThoseOfAProject) {
         {"nothing", ""}};
     for (const auto& [what, texts] : wrong)
         EXPECT_FALSE(isRead(texts)) << what;
+}
+
+TEST(RecoveryFile, IsReadWithoutTextsOfWhatIsNoItem) {
+    const auto work = readRecovery(
+        recoveryFrame(plainTexts(plainSettings, "5:CLEAR", "1:28:STDMSG411:11:a7:STDMSG31:11:b")));
+    ASSERT_TRUE(work);
+    EXPECT_EQ(work->notApplied, (std::vector<NotAppliedTexts>{{named("STDMSG3"), {"b"}}}));
 }
 
 TEST(RecoveryFile, OfAnotherVersionIsNotRead) {

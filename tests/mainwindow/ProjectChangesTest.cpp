@@ -3,6 +3,7 @@
 #include "mainwindow/PanelDock.h"
 #include "tests/support/EditorFixture.h"
 #include "tests/support/ModalDriver.h"
+#include "tests/support/NamedItem.h"
 #include "widgets/DeviceTextEdit.h"
 
 #include <QComboBox>
@@ -28,6 +29,14 @@ constexpr auto shiftControl = Qt::ControlModifier | Qt::ShiftModifier;
 struct Changed : EditorFixture {
     Changed() { startWithNewProject(); }
     ProjectChanges& changes() const { return window->changes(); }
+    /// Lets items hold these texts, as something beside the pages does.
+    bool change(const QString& step,
+                const std::vector<std::pair<const char*, std::vector<std::string>>>& wanted) const {
+        std::vector<Change> made;
+        for (const auto& [item, texts] : wanted)
+            addChanges(made, project, named(item), texts);
+        return changes().change(step, made);
+    }
     QPlainTextEdit* script() const { return find<QPlainTextEdit>("txtMsg"); }
     bool applies() const { return find<QPushButton>("btnMsgApply")->isEnabled(); }
     QString caption(const char* entry) const { return find<QAction>(entry)->text(); }
@@ -181,11 +190,10 @@ void ProjectChangesTest::theAddressOfTheDeviceIsNone() {
 void ProjectChangesTest::aChangeFromOutsideIsOneStepOfAllItsItems() {
     Changed editor;
     editor.trigger("miFileSave");
-    const std::vector<ItemState> wanted = {{"STDMSG3", "one"},
-                                           {"ALTMSG20", "two"},
-                                           {"RegVar64", FloatVariable{"RegVar1", "5", "4", "1"}},
-                                           {"CoilVar1", BooleanVariable{"", "1", "AUF", "ZU"}}};
-    QVERIFY(editor.changes().change(QStringLiteral("Paste"), wanted));
+    QVERIFY(editor.change("Paste", {{"STDMSG3", {"one"}},
+                                    {"ALTMSG20", {"two"}},
+                                    {"RegVar64", {"5", "4", "1"}},
+                                    {"CoilVar1", {"1", "AUF", "ZU"}}}));
     QCOMPARE(editor.caption("miEditUndo"), QStringLiteral("Undo Paste"));
     QCOMPARE(editor.project.STDMSG[2], std::string("one"));
     QCOMPARE(editor.project.ALTMSG[19], std::string("two"));
@@ -202,12 +210,12 @@ void ProjectChangesTest::aChangeFromOutsideIsOneStepOfAllItsItems() {
 void ProjectChangesTest::whatHoldsItsValueAlreadyIsPassedOver() {
     Changed editor;
     editor.trigger("miFileSave");
-    QVERIFY(editor.changes().change(QStringLiteral("Clear"), {{"STDMSG3", "CLEAR"}, {"STDMSG4", "CLEAR"}}));
+    QVERIFY(editor.change("Clear", {{"STDMSG3", {"CLEAR"}}, {"STDMSG4", {"CLEAR"}}}));
     QCOMPARE(editor.changes().steps().count(), 0);
     QVERIFY(!editor.project.modified);
     // Nor does an edit of such an item stop the others.
     editor.typeInto("R3", QStringLiteral("x"));
-    QVERIFY(editor.changes().change(QStringLiteral("Paste"), {{"STDMSG3", "CLEAR"}, {"STDMSG4", "y"}}));
+    QVERIFY(editor.change("Paste", {{"STDMSG3", {"CLEAR"}}, {"STDMSG4", {"y"}}}));
     QCOMPARE(editor.script()->toPlainText(), QStringLiteral("xCLEAR"));
 }
 
@@ -225,8 +233,7 @@ void ProjectChangesTest::undoAndRedoShowTheShownItemAnewWithApplyDisabled() {
     QCOMPARE(editor.script()->toPlainText(), QStringLiteral("xCLEAR"));
     QVERIFY(!editor.applies());
     editor.showVariable("F6");
-    QVERIFY(
-        editor.changes().change(QStringLiteral("Import"), {{"RegVar6", FloatVariable{"", "8", "6", "2"}}}));
+    QVERIFY(editor.change("Import", {{"RegVar6", {"8", "6", "2"}}}));
     QCOMPARE(editor.text("txtVarDefValue"), QStringLiteral("8"));
     QCOMPARE(editor.text("txtVarWidth"), QStringLiteral("6"));
     editor.trigger("miEditUndo");
@@ -313,11 +320,11 @@ void ProjectChangesTest::anEditThatIsNotAppliedStopsEveryChangeOfItsItem() {
     QCOMPARE(editor.caption("miEditUndo"), QStringLiteral("Undo Apply STDMSG3"));
     editor.find<PanelDock>("dockPanels")->showNotice({});
     // Where one item of several is concerned, none is changed.
-    QVERIFY(!editor.changes().change(QStringLiteral("Paste"), {{"STDMSG2", "one"}, {"STDMSG3", "two"}}));
+    QVERIFY(!editor.change("Paste", {{"STDMSG2", {"one"}}, {"STDMSG3", {"two"}}}));
     QCOMPARE(editor.notice(), first);
     QCOMPARE(editor.project.STDMSG[1], std::string("CLEAR"));
-    QVERIFY(!editor.changes().mayChange(std::vector<std::string>{"STDMSG3"}));
-    QVERIFY(editor.changes().mayChange(std::vector<std::string>{"STDMSG2", "RegVar1"}));
+    QVERIFY(!editor.changes().mayChange(itemsNamed({"STDMSG3"})));
+    QVERIFY(editor.changes().mayChange(itemsNamed({"STDMSG2", "RegVar1"})));
     QVERIFY(editor.script()->hasFocus());
 }
 
@@ -402,7 +409,7 @@ void ProjectChangesTest::newAndOpenEmptyThem() {
 void ProjectChangesTest::twoHundredStepsAreKept() {
     Changed editor;
     for (int i = 1; i <= 205; ++i)
-        editor.changes().change(QStringLiteral("Paste"), {{"STDMSG1", std::to_string(i)}});
+        editor.change("Paste", {{"STDMSG1", {std::to_string(i)}}});
     QCOMPARE(editor.changes().steps().count(), 200);
     for (int i = 0; i < 205; ++i)
         editor.changes().undo();
@@ -413,7 +420,7 @@ void ProjectChangesTest::theOldestGoWhereStepsKeepMoreThanTheirShare() {
     Changed editor;
     const auto script = [](char letter) { return std::string(std::size_t{9} << 20, letter); };
     for (const char letter : {'a', 'b', 'c', 'd', 'e'})
-        editor.changes().change(QString(QLatin1Char(letter)), {{"STDMSG1", script(letter)}});
+        editor.change(QString(QLatin1Char(letter)), {{"STDMSG1", {script(letter)}}});
     // The first keeps one such script, each further one two.
     QCOMPARE(editor.changes().steps().count(), 3);
     QCOMPARE(editor.caption("miEditUndo"), QStringLiteral("Undo e"));
@@ -425,7 +432,7 @@ void ProjectChangesTest::theOldestGoWhereStepsKeepMoreThanTheirShare() {
         editor.changes().redo();
     QVERIFY(editor.project.STDMSG[0] == script('e'));
     // One that alone keeps more cannot be taken back.
-    editor.changes().change(QStringLiteral("f"), {{"STDMSG1", std::string(std::size_t{65} << 20, 'f')}});
+    editor.change("f", {{"STDMSG1", {std::string(std::size_t{65} << 20, 'f')}}});
     QCOMPARE(editor.changes().steps().count(), 0);
     QCOMPARE(editor.caption("miEditUndo"), QStringLiteral("Undo"));
 }
@@ -458,14 +465,12 @@ void ProjectChangesTest::everyStepLeadsBackToWhatWasThere() {
             editor.click("btnMsgApply");
         },
         [&] {
-            editor.changes().change("Paste",
-                                    {{"STDMSG1", script()}, {"ALTMSG2", script()}, {"STDMSG40", "x"}});
+            editor.change("Paste", {{"STDMSG1", {script()}}, {"ALTMSG2", {script()}}, {"STDMSG40", {"x"}}});
         },
         [&] {
-            editor.changes().change("Import",
-                                    {{"CoilVar3", BooleanVariable{"", "0", script(), "OFF"}},
-                                     {"RegVar64", FloatVariable{"", "1.5", "7", "3"}},
-                                     {addressMapName, AddressMap{0, 1, static_cast<int>(upTo(3)), 3}}});
+            editor.change("Import", {{"CoilVar3", {"0", script(), "OFF"}},
+                                     {"RegVar64", {"1.5", "7", "3"}},
+                                     {"address map", {"0", "1", std::to_string(upTo(3)), "3"}}});
         },
         [&] {
             editor.showPage("C2");
@@ -477,8 +482,8 @@ void ProjectChangesTest::everyStepLeadsBackToWhatWasThere() {
         editor.trigger(back ? "miEditUndo" : "miEditRedo");
         at = back ? std::max<std::size_t>(at, 1) - 1 : std::min(at + 1, states.size() - 1);
         QVERIFY(!editor.applies());
-        const std::string* const shown = scriptNamed(editor.project, editor.text("txtMsgName").toStdString());
-        QVERIFY(!shown || editor.find<DeviceTextEdit>("txtMsg")->bytes() == *shown);
+        const auto shown = messageNamed(editor.text("txtMsgName").toStdString());
+        QVERIFY(!shown || editor.find<DeviceTextEdit>("txtMsg")->bytes() == scriptOf(editor.project, *shown));
     };
     for (int turn = 0; turn < 300; ++turn) {
         const unsigned choice = upTo(2 * works.size());

@@ -2,6 +2,7 @@
 #include "model/SystemPath.h"
 #include "tests/support/EditorFixture.h"
 #include "tests/support/ModalDriver.h"
+#include "tests/support/NamedItem.h"
 #include "widgets/DeviceTextEdit.h"
 
 #include <QDir>
@@ -155,8 +156,8 @@ void RecoveryTest::holdsTheModelAndWhatIsNotApplied() {
     QCOMPARE(work.project.ProjPath, editor.projectFolder.path());
     QCOMPARE(work.project.STDMSG[6], std::string("CLEAR applied"));
     QCOMPARE(work.project.ALTMSG[1], std::string("CLEAR"));
-    const std::vector<NotAppliedTexts> expected{{"address map", {"50", "70", "", ""}},
-                                                {"ALTMSG2", {"CLEAR typed"}}};
+    const std::vector<NotAppliedTexts> expected{{named("address map"), {"50", "70", "", ""}},
+                                                {named("ALTMSG2"), {"CLEAR typed"}}};
     QCOMPARE(work.notApplied, expected);
 }
 
@@ -264,7 +265,7 @@ void RecoveryTest::whatASaveLeavesOutIsKept() {
     editor.typeScript("R7", "CLEAR typed");
     editor.keep();
     editor.trigger("miFileSave");
-    QCOMPARE(copyIn(data).notApplied.front(), (NotAppliedTexts{"STDMSG7", {"CLEAR typed"}}));
+    QCOMPARE(copyIn(data).notApplied.front(), (NotAppliedTexts{named("STDMSG7"), {"CLEAR typed"}}));
 }
 
 void RecoveryTest::anEditThatWasTakenBackLeavesNone() {

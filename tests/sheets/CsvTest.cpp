@@ -1,4 +1,5 @@
 #include "sheets/Csv.h"
+#include "model/Lines.h"
 #include "sheets/Sheet.h"
 
 #include <gmock/gmock.h>

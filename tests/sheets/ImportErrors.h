@@ -1,6 +1,6 @@
 #pragma once
 
-#include "sheets/SheetChange.h"
+#include "sheets/SheetImport.h"
 
 #include <gtest/gtest.h>
 

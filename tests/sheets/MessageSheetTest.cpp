@@ -1,10 +1,10 @@
 #include "sheets/MessageSheet.h"
-#include "items/ProjectMessages.h"
 #include "script/ScriptLines.h"
 #include "sheets/PageForms.h"
 #include "tests/sheets/ImportErrors.h"
 #include "tests/sheets/RandomForms.h"
 #include "tests/support/ExampleProject.h"
+#include "tests/support/NamedItem.h"
 
 #include <gmock/gmock.h>
 
@@ -119,8 +119,8 @@ TEST(MessageSheet, TenThousandScriptsComeBackByteForByte) {
     RandomScripts scripts(10);
     for (std::size_t count = 0; count < 10'000; count += messageCount) {
         Project project;
-        for (std::size_t position = 0; position < messageCount; ++position)
-            messageScript(project, position) = scripts.next();
+        for (const Item message : allMessages())
+            scriptOf(project, message) = scripts.next();
         const Project back = imported(sheetOf(project, MessageSheetForm::Scripts));
         ASSERT_EQ(back.STDMSG, project.STDMSG);
         ASSERT_EQ(back.ALTMSG, project.ALTMSG);
@@ -128,10 +128,10 @@ TEST(MessageSheet, TenThousandScriptsComeBackByteForByte) {
         const std::string pages = sheetOf(project, MessageSheetForm::Pages);
         ASSERT_THAT(importMessages(pages, project).changes, IsEmpty());
         const Project elsewhere = imported(pages);
-        for (std::size_t position = 0; position < messageCount; ++position)
-            ASSERT_TRUE(equivalent(messageScript(elsewhere, position), messageScript(project, position),
-                                   EmptyStart::IsLeftOut))
-                << messageScript(project, position);
+        for (const Item message : allMessages())
+            ASSERT_TRUE(
+                equivalent(scriptOf(elsewhere, message), scriptOf(project, message), EmptyStart::IsLeftOut))
+                << scriptOf(project, message);
     }
 }
 
@@ -189,14 +189,14 @@ TEST(MessageSheet, EveryLineEndMeansAWholeOne) {
     project.STDMSG[0] = "a\nb";
     project.ALTMSG[19] = "a\r\nb\r";
     const MessageSheet sheet = messageSheet(project, MessageSheetForm::Scripts);
-    EXPECT_THAT(sheet.mendedLineEnds, ElementsAre("STDMSG1", "ALTMSG20"));
+    EXPECT_THAT(sheet.mendedLineEnds, ElementsAre(named("STDMSG1"), named("ALTMSG20")));
     EXPECT_THAT(sheet.csv, HasSubstr("\nSTDMSG1,\"a\r\nb\"\r\n"));
 }
 
 TEST(MessageSheet, TellsOldAndNew) {
-    EXPECT_THAT(importMessages("message,script\nALTMSG2,b\nSTDMSG9,a\n", Project()).changes,
-                ElementsAre(SheetChange{"STDMSG9", "script", "CLEAR", "a"},
-                            SheetChange{"ALTMSG2", "script", "CLEAR", "b"}));
+    EXPECT_THAT(
+        importMessages("message,script\nALTMSG2,b\nSTDMSG9,a\n", Project()).changes,
+        ElementsAre(changed("STDMSG9", "script", "CLEAR", "a"), changed("ALTMSG2", "script", "CLEAR", "b")));
 }
 
 TEST(MessageSheet, TellsOfEveryErrorAtOnce) {

@@ -2,6 +2,7 @@
 #include "sheets/MessageSheet.h"
 #include "tests/sheets/ImportErrors.h"
 #include "tests/support/ExampleProject.h"
+#include "tests/support/NamedItem.h"
 
 #include <gmock/gmock.h>
 
@@ -16,7 +17,7 @@ std::vector<std::string> variableErrors(const std::string& csv, const Project& p
     return testing::errorTexts(importVariables(csv, project));
 }
 
-std::vector<SheetChange> changesOf(const std::string& csv, const Project& project = {}) {
+std::vector<Change> changesOf(const std::string& csv, const Project& project = {}) {
     EXPECT_THAT(variableErrors(csv, project), IsEmpty());
     return importVariables(csv, project).changes;
 }
@@ -57,9 +58,18 @@ TEST(VariableSheet, TakesEqualNumbersForNoChange) {
     project.RegVar[0].defaultValue = " 7.50  ";
     EXPECT_THAT(changesOf("name,default\nRegVar1,7.5\n", project), IsEmpty());
     project.RegVar[0].defaultValue = "7.50";
-    EXPECT_THAT(changesOf("name,default\nRegVar1,7.51\ncoilvar1,0\n", project),
-                ElementsAre(SheetChange{"RegVar1", "default", "7.50", "7.51"},
-                            SheetChange{"CoilVar1", "default", "1", "0"}));
+    EXPECT_THAT(
+        changesOf("name,default\nRegVar1,7.51\ncoilvar1,0\n", project),
+        ElementsAre(changed("RegVar1", "default", "7.50", "7.51"), changed("CoilVar1", "default", "1", "0")));
+}
+
+TEST(VariableSheet, TakesNumbersWithoutTheTabsAroundThem) {
+    Project project;
+    applyChanges(project,
+                 changesOf("name,default,width,precision\r\n\tRegVar1 ,\"\t2.5\",\"5\t\",\"\t1 \"\r\n"
+                           "CoilVar1,\"1\t\",,\r\n"));
+    EXPECT_EQ(project.RegVar[0], (FloatVariable{"RegVar1", "2.5", "5", "1"}));
+    EXPECT_EQ(project.CoilVar[0].defaultValue, "1");
 }
 
 TEST(VariableSheet, LeavesColumnsAndRowsThatAreNotThere) {
@@ -100,10 +110,10 @@ TEST(VariableSheet, TellsOfEveryErrorAtOnce) {
             "row 2, name: \"RegVar65\" is not a variable; there are RegVar1 to RegVar64 and CoilVar1 to "
             "CoilVar32",
             "row 3, default: \"7,5\" is not a number", "row 3, width: \"9\" is not a number from 2 to 8",
-            "row 3, precision: \"4\" is not a number from 0 to 3", "row 4, on: RegVar2 has none",
-            "row 4, precision: \"4\" is not a number from 0 to 3", "row 7, width: CoilVar1 has none",
-            "row 7, default: \"2\" is not 0 or 1", "row 7, off: the text is one line",
-            "row 8, on: \"\xCE\x93\" is not a character of the display",
+            "row 3, precision: \"4\" is not a number from 0 to 3",
+            "row 4, precision: \"4\" is not a number from 0 to 3", "row 4, on: RegVar2 has none",
+            "row 7, default: \"2\" is not 0 or 1", "row 7, width: CoilVar1 has none",
+            "row 7, off: the text is one line", "row 8, on: \"\xCE\x93\" is not a character of the display",
             "row 9, name: RegVar1 stands in row 3 already"));
     EXPECT_THAT(variableErrors("default\n1\n"), ElementsAre("row 1, name: missing column"));
 }
