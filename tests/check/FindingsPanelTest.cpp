@@ -42,7 +42,8 @@ struct Shown {
     Project project;
     FolderCheck folderCheck;
     std::vector<Item> notApplied;
-    FindingsPanel panel{project, folderCheck, 128, [this] { return notApplied; }};
+    FileRemarks fileRemarks;
+    FindingsPanel panel{project, fileRemarks, folderCheck, 128, [this] { return notApplied; }};
 };
 
 enum Column { SeverityColumn, ItemColumn, LineColumn, CodeColumn, SentenceColumn };

@@ -76,7 +76,7 @@ void ItemPanelTest::followsTheProject() {
     shown.variables.follow();
     QCOMPARE(Shown::cell(shown.messages, 2, textColumn), QStringLiteral("Level"));
     QCOMPARE(Shown::cell(shown.variables, 2, usedByColumn), QString());
-    QVERIFY(shown.messages.digests().of(2)->text == "Level");
+    QVERIFY(shown.messages.digests().of(named("STDMSG3"))->text == "Level");
 }
 
 void ItemPanelTest::marksWhatIsNotApplied() {
@@ -106,8 +106,8 @@ void ItemPanelTest::namesTheSelectedItems() {
     QVERIFY(shown.messages.selectedItems().empty());
     QVERIFY(shown.messages.itemsFromSelected().empty());
     shown.messages.table().selectRow(58);
-    QCOMPARE(shown.messages.selectedItems(), std::vector<std::string>{"ALTMSG19"});
-    QCOMPARE(shown.messages.itemsFromSelected(), (std::vector<std::string>{"ALTMSG19", "ALTMSG20"}));
+    QCOMPARE(shown.messages.selectedItems(), itemsNamed({"ALTMSG19"}));
+    QCOMPARE(shown.messages.itemsFromSelected(), itemsNamed({"ALTMSG19", "ALTMSG20"}));
 }
 
 void ItemPanelTest::doesNothingWhileItIsHidden() {

@@ -5,6 +5,7 @@
 #include "tests/support/EditorFixture.h"
 #include "tests/support/FtpTestServer.h"
 #include "tests/support/ModalDriver.h"
+#include "tests/support/NamedItem.h"
 
 #include <QLineEdit>
 #include <QPushButton>
@@ -168,13 +169,15 @@ void DeviceTransferTest::onlyADownloadThatSucceedsEmptiesTheUndoSteps() {
         connectTo(server);
         editor.trigger("miLinkDownload");
     };
-    editor.window->changes().change(QStringLiteral("Paste"), {{"STDMSG3", "CLEAR\r\nSTILL 1"}});
+    editor.window->changes().change(QStringLiteral("Paste"),
+                                    std::vector{scriptChange(editor.project, "STDMSG3", "CLEAR\r\nSTILL 1")});
     editor.save();
     download(); // nothing is there yet
     QCOMPARE(editor.messages.shown.back().text, std::string("Download Fail!"));
     QCOMPARE(undo(), QStringLiteral("Undo Paste"));
 
-    editor.window->changes().change(QStringLiteral("Clear"), {{"STDMSG3", "CLEAR"}});
+    editor.window->changes().change(QStringLiteral("Clear"),
+                                    std::vector{scriptChange(editor.project, "STDMSG3", "CLEAR")});
     connectTo(server);
     editor.trigger("miLinkUpload"); // which saves first
     QCOMPARE(editor.messages.shown.back().text, std::string("All files were successfully uploaded"));
