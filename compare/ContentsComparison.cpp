@@ -1,5 +1,7 @@
 #include "compare/ContentsComparison.h"
 
+#include "model/Text.h"
+
 #include <algorithm>
 #include <cstddef>
 
@@ -64,6 +66,7 @@ std::vector<HeldAnswer> compareBitmaps(const std::vector<HeldBitmap>& before,
         if (std::ranges::find(paired, &bitmap) == paired.end())
             answers.push_back(
                 {bitmap.name, HeldState::Extra, bitmap.counts, {}, sizeOfFile(bitmap.path), {}});
+    std::ranges::stable_sort(answers, {}, [](const HeldAnswer& answer) { return lowerAscii(answer.name); });
     return answers;
 }
 
@@ -72,6 +75,13 @@ std::vector<HeldAnswer> compareBitmaps(const std::vector<HeldBitmap>& before,
 bool ContentsComparison::isEqual() const {
     const auto isNoDifference = [](const HeldAnswer& answer) { return !answer.counts || answer.isWell(); };
     return std::ranges::all_of(files, isNoDifference) && std::ranges::all_of(bitmaps, isNoDifference);
+}
+
+bool ContentsComparison::sendingChangesNothing() const {
+    const auto stays = [](const HeldAnswer& answer) {
+        return !answer.counts || answer.isWell() || answer.state == HeldState::Extra;
+    };
+    return std::ranges::all_of(files, stays) && std::ranges::all_of(bitmaps, stays);
 }
 
 bool ContentsComparison::holdsEveryByte() const {

@@ -40,6 +40,8 @@ struct ContentsComparison {
 
     /// Nothing that counts differs.
     bool isEqual() const;
+    /// Sending the first side to the second would change nothing that counts there: it takes nothing away.
+    bool sendingChangesNothing() const;
     /// All that the first side has is on the second one, byte for byte.
     bool holdsEveryByte() const;
 };

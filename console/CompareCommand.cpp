@@ -1,22 +1,21 @@
 #include "console/Commands.h"
 
-#include "compare/ProjectComparison.h"
-#include "console/Displays.h"
+#include "compare/ContentsComparison.h"
+#include "console/HeldContents.h"
 #include "console/JsonText.h"
 #include "console/Output.h"
 #include "console/Projects.h"
-#include "link/TransferredFiles.h"
 #include "model/FileNames.h"
 #include "model/Numbers.h"
-#include "model/ProjectFile.h"
 #include "model/Quotation.h"
-#include "model/ScratchFolder.h"
 #include "model/Text.h"
 #include "model/Windows1252.h"
 
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <system_error>
@@ -35,28 +34,6 @@ struct CompareOptions {
     std::string after;
     bool json = false;
     bool notWhole = false;
-};
-
-/// What a project or a display holds.
-class Side {
-public:
-    /// \throws CommandFailure
-    Side(const std::string& argument, bool notWhole) {
-        if (endsWithIgnoringCase(argument, DocMgrModule::projectExtension)) {
-            project_ = readWholeProject(argument, notWhole);
-        } else {
-            const DisplayAddress display = transferAddress(argument);
-            fetched_.emplace();
-            fetchDisplay(display, fetched_->path());
-            project_ = readFetchedProject(fetched_->path(), argument);
-        }
-    }
-
-    ComparedProject compared() const { return {project_, bitmapsIn(project_.ProjPath)}; }
-
-private:
-    std::optional<ScratchFolder> fetched_; ///< of a display
-    Project project_;
 };
 
 /// Unchanged lines that are shown on either side of a changed one.
@@ -108,7 +85,7 @@ std::string itemText(const ItemDifference& difference) {
     return text + linesText(difference.lines);
 }
 
-std::string bitmapText(const FileDifference& difference) {
+std::string fileText(const HeldAnswer& difference) {
     const auto side = [](std::optional<std::uint64_t> size) {
         return size ? countedText(*size, "byte") : "not there";
     };
@@ -119,15 +96,49 @@ std::string bitmapText(const FileDifference& difference) {
     return text + "\n";
 }
 
-void printText(const CompareOptions& options, const ProjectDifferences& differences) {
-    if (differences.none())
-        return print("No differences\n");
-    printLine("--- " + options.before);
-    printLine("+++ " + options.after);
-    for (const ItemDifference& item : differences.items)
+/// Bitmaps that differ, but no message shows them.
+std::string unshownText(const CompareOptions& options, const HeldAnswer& bitmap) {
+    const std::string name = withoutControlCharacters(bitmap.name);
+    const auto onlyOn = [&](const std::string& side) {
+        return "only on " + withoutControlCharacters(side) + ": " + name + "\n";
+    };
+    switch (bitmap.state) {
+    case HeldState::Missing:
+        return onlyOn(options.before);
+    case HeldState::Extra:
+        return onlyOn(options.after);
+    case HeldState::Different:
+        return "not the same, but shown by no message: " + name + "\n";
+    case HeldState::Same:
+    case HeldState::Equal:
+        break;
+    }
+    return {};
+}
+
+/// A device file in which no item differs, and yet its reader does not find the same.
+bool isUnexplained(const HeldAnswer& file, const ContentsComparison& comparison) {
+    return file.counts && !file.isWell() && comparison.items.empty();
+}
+
+void printText(const CompareOptions& options, const ContentsComparison& comparison) {
+    if (comparison.isEqual()) {
+        print("No differences\n");
+    } else {
+        printLine("--- " + options.before);
+        printLine("+++ " + options.after);
+    }
+    for (const ItemDifference& item : comparison.items)
         print(itemText(item));
-    for (const FileDifference& bitmap : differences.bitmaps)
-        print(bitmapText(bitmap));
+    for (const HeldAnswer& file : comparison.files)
+        if (isUnexplained(file, comparison))
+            print(fileText(file));
+    for (const HeldAnswer& bitmap : comparison.bitmaps)
+        if (bitmap.counts && !bitmap.isWell())
+            print(fileText(bitmap));
+    for (const HeldAnswer& bitmap : comparison.bitmaps)
+        if (!bitmap.counts)
+            print(unshownText(options, bitmap));
 }
 
 Json object(const std::string& item, std::string_view field, std::size_t oldLine, std::size_t newLine,
@@ -149,48 +160,60 @@ void addRows(const ItemDifference& difference, Json& list) {
     }
 }
 
-Json bitmapObject(const FileDifference& difference) {
+std::string_view stateWord(HeldState state) {
+    constexpr std::array<std::string_view, 5> words{"same", "equal", "different", "missing", "extra"};
+    return words.at(static_cast<std::size_t>(state));
+}
+
+Json fileObject(const HeldAnswer& difference) {
     const auto number = [](std::optional<std::uint64_t> value) { return value ? Json(*value) : Json(); };
     return {{"name", difference.name},
+            {"state", stateWord(difference.state)},
+            {"counts", difference.counts},
             {"old_size", number(difference.sizeBefore)},
             {"new_size", number(difference.sizeAfter)},
             {"first_difference", number(difference.firstOffset)}};
 }
 
-void printJson(const CompareOptions& options, const ProjectDifferences& differences) {
+void printJson(const CompareOptions& options, const ContentsComparison& comparison) {
     Json list = Json::array();
-    for (const ItemDifference& item : differences.items)
+    for (const ItemDifference& item : comparison.items)
         addRows(item, list);
+    Json files = Json::array();
+    for (const HeldAnswer& file : comparison.files)
+        files.push_back(fileObject(file));
     Json bitmaps = Json::array();
-    for (const FileDifference& bitmap : differences.bitmaps)
-        bitmaps.push_back(bitmapObject(bitmap));
+    for (const HeldAnswer& bitmap : comparison.bitmaps)
+        if (!bitmap.isWell())
+            bitmaps.push_back(fileObject(bitmap));
     print(jsonText({{"version", programRelease},
                     {"old", options.before},
                     {"new", options.after},
-                    {"equal", differences.none()},
+                    {"equal", comparison.isEqual()},
                     {"differences", std::move(list)},
+                    {"files", std::move(files)},
                     {"bitmaps", std::move(bitmaps)}}),
           Reader::Program);
 }
 
 /// \throws CommandFailure
-ProjectDifferences differencesOf(const CompareOptions& options) {
+ContentsComparison comparisonOf(const CompareOptions& options) {
     try {
-        const Side before(options.before, options.notWhole);
-        const Side after(options.after, options.notWhole);
-        return compareProjects(before.compared(), after.compared());
+        const HeldContents before(options.before, options.notWhole);
+        const HeldContents after(options.after, options.notWhole);
+        return compareContents(before.contents(), after.contents());
     } catch (const std::system_error& failure) { // of bitmaps, and of the folder for what is fetched
         throw CommandFailure(ExitStatus::Unusable, failure.what());
     }
 }
 
 ExitStatus compare(const CompareOptions& options) {
-    const ProjectDifferences differences = differencesOf(options);
+    const ContentsComparison comparison = comparisonOf(options);
     if (options.json)
-        printJson(options, differences);
+        printJson(options, comparison);
     else
-        printText(options, differences);
-    return differences.none() ? ExitStatus::Well : ExitStatus::Found;
+        printText(options, comparison);
+    return comparison.isEqual() ? ExitStatus::Well : ExitStatus::Found;
 }
 
 } // namespace
@@ -204,13 +227,13 @@ void addCompare(CLI::App& program, Run& run) {
     command->add_option("B", options->after, "What it is compared with, a project or a display")->required();
     command->add_flag("--json", options->json, "JSON instead of text");
     addNotWhole(*command, options->notWhole);
-    command->footer(
-        "Examples:\n"
-        "  orvista compare PUMPSTATION.orx 192.168.1.103\n"
-        "  orvista compare yesterday/PUMPSTATION.orx PUMPSTATION.orx\n"
-        "  orvista compare --json 192.168.1.103 192.168.1.104:7001\n\n"
-        "Nothing changes on either side. Ends with status 0 when both are equal, 1 when they differ, "
-        "2 when one cannot be read.");
+    command->footer("Examples:\n"
+                    "  orvista compare PUMPSTATION.orx 192.168.1.103\n"
+                    "  orvista compare yesterday/PUMPSTATION.orx PUMPSTATION.orx\n"
+                    "  orvista compare --json 192.168.1.103 192.168.1.104:7001\n\n"
+                    "Nothing changes on either side. Bitmaps that no message shows are named and do not "
+                    "count. Ends with\n"
+                    "status 0 when both are equal, 1 when they differ, 2 when one cannot be read.");
     command->callback([options, &run] { run = [options] { return compare(*options); }; });
 }
 

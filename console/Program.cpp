@@ -98,6 +98,7 @@ ExitStatus runCommand(std::vector<std::string> arguments) {
     addMessages(program, run);
     addVariables(program, run);
     addCompare(program, run);
+    addFingerprint(program, run);
     addMend(program, run);
     addNew(program, run);
     addUpload(program, run);

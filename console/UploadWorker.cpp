@@ -1,6 +1,6 @@
 #include "console/Commands.h"
 
-#include "compare/ProjectComparison.h"
+#include "compare/ContentsComparison.h"
 #include "console/Displays.h"
 #include "console/Worker.h"
 #include "link/TransferControls.h"
@@ -21,28 +21,30 @@ struct UploadWorkerOptions {
     bool verify = false;
 };
 
-/// Whether the files of both folders are the same project for the display.
-bool areEqual(const std::string& folder, const std::string& fetched) {
+ContentsComparison comparisonOf(const std::string& folder, const std::string& fetched) {
+    return compareContents(DisplayContents::ofFolder(folder), DisplayContents::ofFolder(fetched));
+}
+
+/// Whether sending the folder's files would change nothing that counts; what cannot be read is to be
+/// replaced.
+bool hasAll(const std::string& folder, const std::string& fetched) {
     try {
-        const Project sent = readFetchedProject(folder, folder);
-        const Project there = readFetchedProject(fetched, fetched);
-        return compareProjects({sent, bitmapsIn(folder)}, {there, bitmapsIn(fetched)}).none();
-    } catch (const CommandFailure&) { // what cannot be read is to be replaced
+        return comparisonOf(folder, fetched).sendingChangesNothing();
+    } catch (const std::system_error&) {
         return false;
     }
 }
 
 /// Holds every byte that was sent against what came back.
 std::string faultOfSent(const std::string& folder, const std::string& fetched) {
-    const auto allFiles = [](const std::string& of) {
-        std::vector<std::string> names(transferredDeviceFiles.begin(), transferredDeviceFiles.end());
-        std::ranges::copy(bitmapsOfFolder(of), std::back_inserter(names));
-        return filesIn(of, names);
-    };
-    for (const FileDifference& file : compareFiles(allFiles(folder), allFiles(fetched))) {
-        if (file.sizeBefore) // what only the display has was not sent
-            return file.name + (file.sizeAfter ? " came back with other bytes" : " did not come back");
-    }
+    const ContentsComparison comparison = comparisonOf(folder, fetched);
+    for (const auto* const answers : {&comparison.files, &comparison.bitmaps})
+        for (const HeldAnswer& answer : *answers) {
+            if (answer.state == HeldState::Missing)
+                return answer.name + " did not come back";
+            if (answer.state == HeldState::Equal || answer.state == HeldState::Different)
+                return answer.name + " came back with other bytes";
+        }
     return {};
 }
 
@@ -53,7 +55,7 @@ ExitStatus uploadAsWorker(const UploadWorkerOptions& options) {
     if (options.verify)
         wishes.faultOfSent = [&folder](const std::string& fetched) { return faultOfSent(folder, fetched); };
     if (options.skipEqual)
-        wishes.isEqual = [&folder](const std::string& fetched) { return areEqual(folder, fetched); };
+        wishes.isEqual = [&folder](const std::string& fetched) { return hasAll(folder, fetched); };
     StatePrinter states(options.display);
     return states.finish(uploadToDisplay(display, folder, wishes, states, makeTransferControl));
 }

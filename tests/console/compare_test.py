@@ -22,6 +22,9 @@ from displays import PORTS, Display
 from program import PROGRAM, PROJECT, ProgramTest, main
 
 
+DEVICE_FILES = ["modbus.adr", "ilmvar.def", "stdmsg.ilm", "altmsg.ilm", "default.pls"]
+
+
 def listener():
     """On a port that a transfer can take."""
     for port in random.sample(PORTS, 100):
@@ -84,7 +87,10 @@ class Compare(ProgramTest):
         self.assertEqual(self.expect(0, "compare", display.address, PROJECT), b"No differences\n")
         self.assertEqual(self.expect(0, "compare", PROJECT, PROJECT), b"No differences\n")
         self.assertEqual(self.expect(0, "compare", display.address, display.address), b"No differences\n")
-        self.assertEqual(json.loads(self.expect(0, "compare", "--json", PROJECT, display.address)),
+        told = json.loads(self.expect(0, "compare", "--json", PROJECT, display.address))
+        self.assertEqual([(file["name"], file["state"]) for file in told.pop("files")],
+                         [(name, "same") for name in DEVICE_FILES])
+        self.assertEqual(told,
                          {"version": self.version(), "old": PROJECT, "new": display.address, "equal": True, "differences": [], "bitmaps": []})
         self.assertEqual(self.files(), before)
 
@@ -109,22 +115,24 @@ STDMSG3
   DISPVAR 48 0 ORANGE BLACK RegVar1
   IN GO-LEFT 1 50
   ...
-new.bmp
-- not there
-+ 126 bytes
 pump.bmp
 - {size} bytes
 + {size + 1} bytes, differs from byte {size} onwards
+only on {other}: new.bmp
 """)
         mirrored = self.expect(1, "compare", other, display.address).decode()
         self.assertIn("- AnalogInput 200\n+ AnalogInput 100\n", mirrored)
-        self.assertIn("new.bmp\n- 126 bytes\n+ not there\n", mirrored)
+        self.assertTrue(mirrored.endswith(f"\nonly on {other}: new.bmp\n"), mirrored)
         self.assertEqual(self.files(), before)
 
     def test_json_says_the_same(self):
         other = self.other_project()
         size = len((self.folder / "pump.bmp").read_bytes())
         told = json.loads(self.expect(1, "compare", PROJECT, other, "--json"))
+        self.assertEqual([(file["name"], file["state"], file["counts"]) for file in told.pop("files")],
+                         [("modbus.adr", "different", True), ("ilmvar.def", "different", True),
+                          ("stdmsg.ilm", "different", True), ("altmsg.ilm", "same", True),
+                          ("default.pls", "same", False)])
         self.assertEqual(told, {
             "version": self.version(), "old": PROJECT, "new": other, "equal": False,
             "differences": [
@@ -135,8 +143,23 @@ pump.bmp
                 {"item": "STDMSG3", "field": "script", "old_line": 0, "new_line": 2,
                  "old": None, "new": 'TEXT 0 0 GREEN BLACK "Lävel\x1b       m"'}],
             "bitmaps": [
-                {"name": "new.bmp", "old_size": None, "new_size": 126, "first_difference": None},
-                {"name": "pump.bmp", "old_size": size, "new_size": size + 1, "first_difference": size - 1}]})
+                {"name": "new.bmp", "state": "extra", "counts": False, "old_size": None, "new_size": 126, "first_difference": None},
+                {"name": "pump.bmp", "state": "different", "counts": True, "old_size": size, "new_size": size + 1, "first_difference": size - 1}]})
+
+    def test_fingerprints_are_the_same_where_nothing_that_counts_differs(self):
+        display = self.display()
+        shutil.copytree(self.folder, self.folder / "copy", ignore=lambda *_: ["held", "other"])
+        (self.folder / "copy" / "old.bmp").write_bytes(b"BM")
+        other = self.other_project()
+        lines = self.expect(0, "fingerprint", PROJECT, display.address, f"copy/{PROJECT}", other).decode().splitlines()
+        digits = [line.split("  ")[0] for line in lines]
+        self.assertEqual([line.split("  ")[1] for line in lines], [PROJECT, display.address, f"copy/{PROJECT}", other])
+        self.assertRegex(digits[0], "^[0-9a-f]{12}$")
+        self.assertEqual(digits[:3], [digits[0]] * 3)
+        self.assertNotEqual(digits[3], digits[0])
+        self.assertEqual(self.expect(0, "compare", PROJECT, f"copy/{PROJECT}").decode(),
+                         f"No differences\nonly on copy/{PROJECT}: old.bmp\n")
+        self.assertEqual(self.complaint(2, "fingerprint", "missing.orx"), "orvista: Unable to open missing.orx")
 
     def test_a_project_is_as_its_display_had_it_after_each_upload(self):
         """Each save and each reading adds or takes empty lines."""
@@ -217,10 +240,9 @@ pump.bmp
         shutil.copy(self.folder / PROJECT, self.folder / "other" / "a\nb.orx")
         for name in ("alarm.bmp", "pump.bmp", "x\x1b\n.bmp"):
             shutil.copy(self.folder / "pump.bmp", self.folder / "other" / name)
-        size = (self.folder / "pump.bmp").stat().st_size
         text = self.expect(1, "compare", PROJECT, "other/a\nb.orx").decode()
         self.assertTrue(text.startswith(f"--- {PROJECT}\n+++ other/a?b.orx\nalarm.bmp\n"), text)
-        self.assertTrue(text.endswith(f"x??.bmp\n- not there\n+ {size} bytes\n"), text)
+        self.assertTrue(text.endswith(": x??.bmp\n"), text)
         self.assertEqual(self.complaint(2, "compare", "no\nfile.orx", PROJECT), "orvista: Unable to open no?file.orx")
 
     @unittest.skipUnless(sys.platform == "linux", "finds its libraries by another way")

@@ -161,9 +161,10 @@ class Upload(FleetTest):
         self.assertNotIn("STOR", " ".join(equal.commands))
         self.assertIn("comparing", {state["state"] for state in states})
         self.assertEqual(other.files(), self.sent())
+        # No message shows it.
         (self.folder / "plant" / "b.bmp").write_bytes(b"BM other")
         results, _ = self.results(0, "upload", "plant/LINE3.orx", "--skip-equal", "--to", equal.address)
-        self.assertEqual(results[equal.address]["result"], "done")
+        self.assertEqual(results[equal.address]["result"], "equal")
 
     def test_verify_compares_every_byte(self):
         good = self.displays.make()

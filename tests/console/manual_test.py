@@ -159,10 +159,10 @@ class Manual(ProgramTest):
         return display
 
     def on_displays(self, line, displays):
-        """A command that talks to displays, made to talk to these: by the last number of their addresses."""
-        speaks_modbus = line.startswith(("orvista read", "orvista switch", "orvista write"))
-        if not speaks_modbus and not line.startswith(("orvista compare", "orvista upload", "orvista download")):
+        """Any command that could talk to displays, made to talk to these: by the last number of their addresses."""
+        if line.startswith("orvista new"):  # writes the address into a file
             return line
+        speaks_modbus = line.startswith(("orvista read", "orvista switch", "orvista write"))
 
         def address(match):
             display = displays[match[1]]
