@@ -7,6 +7,7 @@
 #include "model/Text.h"
 
 #include <algorithm>
+#include <charconv>
 #include <optional>
 #include <string_view>
 
@@ -67,10 +68,44 @@ float floatValue(const std::string& assignment, std::string_view value) {
     }
 }
 
-DisplayWrite addressedWrite(const std::string& assignment, std::string_view digits, std::string_view value) {
+/// The address of a name of digits, hexadecimal ones after "0x"; nothing for another name.
+std::optional<double> addressNamed(std::string_view name) {
+    if (GenenalModule::IsAllDigits(name))
+        return leadingNumber(name);
+    if (!startsWithIgnoringCase(name, "0x"))
+        return std::nullopt;
+    std::uint64_t address = 0;
+    const char* const end = name.data() + name.size();
+    const auto read = std::from_chars(name.data() + 2, end, address, 16);
+    return read.ec == std::errc() && read.ptr == end ? std::optional(static_cast<double>(address))
+                                                     : std::nullopt;
+}
+
+bool liesThere(const Project& project, double address) {
+    return std::ranges::any_of(
+        allVariables(), [&](Item item) { return static_cast<double>(addressOf(project, item)) == address; });
+}
+
+/// PLC programmers write register 100 as 40101, and coil 100 as 00101. Whether that or the address 40101 is
+/// meant cannot be told, and the wrong one is another register of the display.
+void refuseReference(std::string_view name, std::string_view value) {
+    constexpr double firstRegister = 40001;
+    constexpr double lastRegister = 49999;
+    const double number = leadingNumber(name);
+    const bool isRegister = number >= firstRegister && number <= lastRegister;
+    const bool isCoil = name.size() == 5 && name.front() == '0' && number > 0;
+    if (!GenenalModule::IsAllDigits(name) || !(isRegister || isCoil))
+        return;
+    const auto meant = static_cast<std::int64_t>(number - (isRegister ? firstRegister : 1));
+    const std::string assigned = "=" + std::string(value);
+    throw BadWrite(std::string(name) + " reads like a reference: write " + decimalText(meant) + assigned +
+                   ", or 0x" + hexWord(static_cast<std::uint16_t>(number)) + assigned + " for address " +
+                   decimalText(static_cast<std::int64_t>(number)));
+}
+
+DisplayWrite addressedWrite(const std::string& assignment, double address, std::string_view value) {
     const bool isSwitch = equalsIgnoringCase(value, "on") || equalsIgnoringCase(value, "off");
     const std::int64_t last = isSwitch ? lastModbusAddress : lastModbusAddress - 1;
-    const double address = leadingNumber(digits);
     if (address > static_cast<double>(last))
         throw BadWrite(assignment + ": there are " + (isSwitch ? "coils" : "floats") + " from 0 to " +
                        decimalText(last));
@@ -105,8 +140,12 @@ DisplayWrite assignedWrite(const std::string& assignment, const Project* project
         throw BadWrite(assignment + " has no value: write RegVar3=12.5, CoilVar2=on or 200=1.5");
     const std::string_view name = std::string_view(assignment).substr(0, sign);
     const std::string_view value = std::string_view(assignment).substr(sign + 1);
-    return GenenalModule::IsAllDigits(name) ? addressedWrite(assignment, name, value)
-                                            : namedWrite(assignment, name, value, project);
+    const auto address = addressNamed(name);
+    if (!address)
+        return namedWrite(assignment, name, value, project);
+    if (project == nullptr || !liesThere(*project, *address))
+        refuseReference(name, value);
+    return addressedWrite(assignment, *address, value);
 }
 
 } // namespace

@@ -302,6 +302,26 @@ class Switching(ProgramTest):
             self.assertEqual(server.write(), "coils 300 " + ",".join("0" * 20))
             self.assertEqual(server.write(), "coils 320 " + ",".join("0" * 40))
 
+    def test_a_number_that_reads_like_a_reference_is_refused(self):
+        with Scripted(right_answer) as display:
+            for value, said in (("40101=1.5", "40101 reads like a reference: write 100=1.5, or 0x9CA5=1.5 for address 40101"),
+                                ("40001=1", "40001 reads like a reference: write 0=1, or 0x9C41=1 for address 40001"),
+                                ("49999=on", "49999 reads like a reference: write 9998=on, or 0xC34F=on for address 49999"),
+                                ("00101=on", "00101 reads like a reference: write 100=on, or 0x0065=on for address 101")):
+                self.assertEqual(self.complaint(2, "write", display.display, value), "orvista: " + said)
+            self.complaint(2, "write", display.display, "0x=1")
+            self.complaint(2, "write", display.display, "0x10000=on")
+        self.assertEqual(display.requests, [])
+        with Server() as server:
+            self.expect(0, "write", server.display, "0x9CA5=1.5", "0Xc8=on", "40000=1.5", "50000=off", "0101=on")
+            self.assertEqual([server.write() for _ in range(5)],
+                             ["registers 40101 0,16320", "coils 200 1", "registers 40000 0,16320", "coils 50000 0", "coils 101 1"])
+            # A project that has an item there leaves no doubt.
+            project = (self.folder / PROJECT).read_bytes()
+            (self.folder / PROJECT).write_bytes(project.replace(b"AnalogInput    100", b"AnalogInput    40101"))
+            self.expect(0, "write", server.display, "--project", PROJECT, "--not-whole", "40101=1.5")
+            self.assertEqual(server.write(), "registers 40101 0,16320")
+
     def test_wrong_usage_is_status_2_and_sends_nothing(self):
         with Scripted(right_answer) as display:
             for arguments in ([], ["--on", "STDMSG1", "--off", "STDMSG2,stdmsg1"], ["--on", "STDMSG41"], ["--on", "RegVar1"],
