@@ -92,8 +92,8 @@ bool ProjectTransfer::fetch(const DeviceConnection& connection, const std::strin
 void ProjectTransfer::openDownloadedProject(const ChosenProject& target) {
     lifecycle_.InitProject();
     FileRemarks remarks;
-    ConfigModule::readDeviceFiles(target.ProjPath, project_, lifecycle_.fileContext(), modbusAdrFile.name,
-                                  &remarks);
+    ConfigModule::readDeviceFiles(target.ProjPath, project_, lifecycle_.fileContext(),
+                                  modbusAdrFile.sectionName, &remarks);
     lifecycle_.adoptDownloadedProject(target, std::move(remarks));
 }
 
