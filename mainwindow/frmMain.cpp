@@ -101,6 +101,12 @@ frmMain::frmMain(Project& project, ConfigModule::History& history,
     Form_Load();
 }
 
+frmMain::~frmMain() {
+    // A table that loses the focus while the window goes would still lead to the line below the pages.
+    if (dock_ != nullptr)
+        dock_->disconnect(navigator_);
+}
+
 void frmMain::buildPages() {
     testerPage_ = new TcpTesterPage(seams_.messages);
     systemPage_ = new SystemPage(project_, lifecycle_, *testerPage_);

@@ -62,6 +62,7 @@ public:
     /// Reads the history, builds the views and resets the project.
     frmMain(Project& project, ConfigModule::History& history,
             const DocMgrModule::ProgramEnvironment& environment, const MainWindowSeams& seams);
+    ~frmMain() override;
 
     /// The first activation opens this project file (absolute, UTF-8) instead of the start-up dialog.
     void openAtStart(const std::string& path) { startPath_ = path; }
