@@ -22,8 +22,4 @@ std::vector<ItemDifference> compareItems(const Project& before, const Project& a
     return items;
 }
 
-ProjectDifferences compareProjects(const ComparedProject& before, const ComparedProject& after) {
-    return {compareItems(before.project, after.project), compareFiles(before.bitmaps, after.bitmaps)};
-}
-
 } // namespace orvista

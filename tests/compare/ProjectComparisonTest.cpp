@@ -130,11 +130,5 @@ TEST_F(FileComparison, SaysWhichFileCannotBeRead) {
     }
 }
 
-TEST_F(FileComparison, IsPartOfAProjectsComparison) {
-    const Project project;
-    EXPECT_TRUE(compareProjects({project, {left("a.bmp", "1")}}, {project, {right("A.BMP", "1")}}).none());
-    EXPECT_FALSE(compareProjects({project, {left("a.bmp", "1")}}, {project, {}}).none());
-}
-
 } // namespace
 } // namespace orvista
