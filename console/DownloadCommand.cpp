@@ -5,17 +5,18 @@
 #include "console/FleetOptions.h"
 #include "console/FleetRun.h"
 #include "console/Output.h"
+#include "console/ProjectDelivery.h"
 #include "console/Projects.h"
 #include "console/Worker.h"
 #include "link/DisplayAddress.h"
-#include "link/TransferredFiles.h"
-#include "link/ftp/DownloadStaging.h"
-#include "model/FolderLookup.h"
 #include "model/Numbers.h"
 #include "model/ProjectFile.h"
+#include "model/UtcTime.h"
 
+#include <chrono>
 #include <filesystem>
 #include <memory>
+#include <system_error>
 
 namespace orvista::console {
 
@@ -26,86 +27,75 @@ namespace fs = std::filesystem;
 struct DownloadOptions {
     FleetOptions fleet;
     std::string output;
+    bool dated = false;
 };
 
-/// A folder that is made where it is missing, and goes again unless it is kept.
-class TargetFolder {
-public:
-    /// \throws std::system_error
-    explicit TargetFolder(const std::string& path) {
-        for (fs::path folder = systemPath(path); !folder.empty() && !fs::exists(folder);
-             folder = folder.parent_path())
-            made_.push_back(folder);
-        fs::create_directories(systemPath(path));
-    }
-    ~TargetFolder() {
-        std::error_code notEmpty;
-        for (const fs::path& folder : made_)
-            fs::remove(folder, notEmpty);
-    }
-    TargetFolder(const TargetFolder&) = delete;
-    TargetFolder& operator=(const TargetFolder&) = delete;
-
-private:
-    std::vector<fs::path> made_; ///< innermost first
-};
-
-/// Brings a project that was saved beside the bitmaps it came with into its folder: all files or none.
-/// \throws std::system_error
-void bringOver(const std::string& from, const std::string& to) {
-    const PathRules paths = PathRules::native();
-    const SplitPath source = paths.split(from).value();
-    const SplitPath target = paths.split(to).value_or(SplitPath{".", to});
-    const TargetFolder folder(target.folder);
-    DownloadStaging staging(target.folder, paths);
-    const auto bring = [&](const std::string& name, const std::string& finalPath) {
-        fs::copy_file(systemPath(paths.join(source.folder, name)), systemPath(staging.pathFor(finalPath)));
-    };
-    bring(source.name, projectFileOnDisk(paths, paths.join(target.folder, target.name)));
-    for (const std::string_view name : transferredDeviceFiles)
-        bring(std::string(name), deviceFileOnDisk(paths, paths.join(target.folder, name)));
-    for (const std::string& name : bitmapsOfFolder(source.folder))
-        bring(name, paths.join(target.folder, name));
-    staging.complete();
+/// A download that went well; the reason names what it left in the folder.
+TransferEnd delivered(TransferEnd end, const std::vector<std::string>& kept) {
+    for (const std::string& name : kept)
+        end.reason += (end.reason.empty() ? "kept: " : ", ") + name;
+    return end;
 }
 
 /// The display's worker fetches into a folder under `scratch`.
-FleetTask downloadTask(const FleetDisplay& display, const std::string& target, const std::string& scratch) {
+FleetTask downloadTask(const FleetDisplay& display, const std::string& target, DeliveryFolder folder,
+                       const std::string& scratch) {
     const PathRules paths = PathRules::native();
     const std::string fetched =
         paths.join(scratch, paths.split(target).value_or(SplitPath{".", target}).name);
     return {display.name,
             displayArgument(display.address),
             {std::string(downloadWorker), displayArgument(display.address), fetched},
-            [fetched, target](TransferEnd end) {
+            [fetched, target, folder](const TransferEnd& end) {
                 try {
-                    bringOver(fetched, target);
+                    return delivered(end, deliverProject(fetched, target, folder));
                 } catch (const fs::filesystem_error& failure) {
                     return failedTransfer(target + ": " + failure.code().message());
                 } catch (const std::system_error& failure) { // of a file, which it names
                     return failedTransfer(failure.what());
                 }
-                return end;
             }};
 }
 
-/// FOLDER/NAME/NAME.orx for the displays of a list, else the path that was given.
-std::string targetOf(const FleetDisplay& display, const DownloadOptions& options) {
-    if (options.fleet.list.empty())
-        return options.output;
-    const PathRules paths = PathRules::native();
-    return DocMgrModule::projectFilePath(paths, paths.join(options.output, display.name), display.name);
-}
+/// Where the projects of the command's displays go.
+class Targets {
+public:
+    explicit Targets(const DownloadOptions& options)
+        : options_(options), date_(utcFolderName(std::chrono::system_clock::now())) {}
+
+    /// FOLDER/NAME/NAME.orx for the displays of a list, FOLDER/NAME/DATE/NAME.orx where dates are wanted,
+    /// else the path that was given. \throws CommandFailure where the folder of the date is there
+    std::string of(const FleetDisplay& display) const {
+        if (options_.fleet.list.empty())
+            return options_.output;
+        const PathRules paths = PathRules::native();
+        std::string folder = paths.join(options_.output, display.name);
+        if (options_.dated) {
+            folder = paths.join(folder, date_);
+            std::error_code unknown;
+            if (fs::exists(fs::symlink_status(systemPath(folder), unknown)))
+                throw CommandFailure(ExitStatus::Unusable, folder + " is there already; nothing was begun");
+        }
+        return DocMgrModule::projectFilePath(paths, folder, display.name);
+    }
+
+    DeliveryFolder folder() const { return options_.dated ? DeliveryFolder::NewOne : DeliveryFolder::AnyOne; }
+
+private:
+    const DownloadOptions& options_;
+    std::string date_; ///< the same for all displays of a command
+};
 
 /// Each with a folder of its own under `scratch`.
 std::vector<FleetTask> tasksOf(const std::vector<FleetDisplay>& displays, const DownloadOptions& options,
                                const std::string& scratch) {
+    const Targets targets(options);
     std::vector<FleetTask> tasks;
     tasks.reserve(displays.size());
     for (const FleetDisplay& display : displays) {
-        const std::string folder = PathRules::native().join(scratch, std::to_string(tasks.size()));
+        const std::string folder = PathRules::native().join(scratch, decimalText(tasks.size()));
         fs::create_directory(systemPath(folder));
-        tasks.push_back(downloadTask(display, targetOf(display, options), folder));
+        tasks.push_back(downloadTask(display, targets.of(display), targets.folder(), folder));
     }
     return tasks;
 }
@@ -129,6 +119,8 @@ ExitStatus downloadFromMany(DownloadOptions options) {
 ExitStatus download(const DownloadOptions& options) {
     if (options.fleet.displays.empty() == options.fleet.list.empty())
         throw CommandFailure(ExitStatus::Unusable, "download takes either --from or --list");
+    if (options.dated && options.fleet.list.empty())
+        throw CommandFailure(ExitStatus::Unusable, "--dated takes --list");
     return downloadFromMany(options);
 }
 
@@ -149,13 +141,20 @@ void addDownload(CLI::App& program, Run& run) {
                      "folder of each display")
         ->type_name("PATH")
         ->required();
+    command->add_flag("--dated", options->dated,
+                      "With --list, a folder of this moment (UTC) in each display's folder");
     command->footer(
         "Examples:\n"
         "  orvista download --from 192.168.1.103 -o fetched/PUMPSTATION.orx\n"
-        "  orvista download --list displays.csv -o backup\n\n"
+        "  orvista download --list displays.csv -o backup\n"
+        "  orvista download --list displays.csv --dated -o backup\n\n"
         "Fetches all files of a display or none and saves the project as the editor does, with the "
         "display's\n"
-        "address. A list of displays has the columns name, address, port; NAME is saved as NAME/NAME.orx.\n"
+        "address. A list of displays has the columns name, address, port; NAME is saved as NAME/NAME.orx, "
+        "with\n"
+        "--dated as NAME/2026-11-22T031500Z/NAME.orx. Nothing is removed from a folder that is there: "
+        "bitmaps\n"
+        "that the display no longer has are named as kept. A display that holds no project is failed.\n"
         "Ends with status 1 when a display failed, 2 when nothing was begun.");
     command->callback([options, &run] { run = [options] { return download(*options); }; });
 }

@@ -1,5 +1,6 @@
 #include "console/Commands.h"
 
+#include "compare/DisplayContents.h"
 #include "console/Displays.h"
 #include "console/Projects.h"
 #include "console/Worker.h"
@@ -9,6 +10,7 @@
 #include "model/Windows1252.h"
 
 #include <memory>
+#include <system_error>
 
 namespace orvista::console {
 
@@ -20,10 +22,13 @@ struct DownloadWorkerOptions {
 };
 
 /// Fetches into the folder of `path`, there already, and saves the project there.
+/// \throws FetchFailure, CommandFailure, std::system_error for a file that cannot be read again
 std::size_t fetchProject(const DisplayAddress& display, const std::string& path, StatePrinter& states) {
     const std::string folder = PathRules::native().split(path).value().folder;
     states.enter(UploadStage::Connecting);
     fetchDisplayFiles(display, folder, states, makeTransferControl);
+    if (!DisplayContents::ofFolder(folder).holdsProject())
+        throw CommandFailure(ExitStatus::Unusable, "holds no project");
     Project project = readFetchedProject(folder, display.host);
     project.IP = windows1252FromUtf8(display.host).value_or(std::string());
     saveProject(path, project);
@@ -39,6 +44,8 @@ ExitStatus downloadAsWorker(const DownloadWorkerOptions& options) {
     } catch (const FetchFailure& failure) {
         end = failedTransfer(failure.what());
     } catch (const CommandFailure& failure) {
+        end = failedTransfer(failure.what());
+    } catch (const std::system_error& failure) {
         end = failedTransfer(failure.what());
     }
     return states.finish(end);

@@ -9,14 +9,15 @@ namespace orvista::console {
 
 namespace {
 
-/// "pump1: done, 8 files, 0.41 s"
+/// "pump1: done, 8 files, 0.41 s", "pump1: done, 8 files, 0.41 s; kept: old.bmp", "pump1: failed: hung up"
 std::string resultText(const FleetResult& result) {
     const TransferEnd& end = result.end;
     std::string text = result.name + ": " + std::string(outcomeWord(end.outcome));
-    if (!end.reason.empty())
-        text += ": " + end.reason;
-    else if (end.files > 0)
+    const bool tellsFiles = end.files > 0 && (end.reason.empty() || end.outcome == FleetOutcome::Done);
+    if (tellsFiles)
         text += ", " + decimalText(end.files) + " files, " + fleetResultCells(result).back() + " s";
+    if (!end.reason.empty())
+        text += (tellsFiles ? "; " : ": ") + end.reason;
     return withoutControlCharacters(std::move(text)) + "\n";
 }
 

@@ -315,6 +315,7 @@ class Lists(FleetTest):
                           ["upload", "plant/LINE3.orx", "--list", "missing.csv"], ["download"], ["download", "--from", NOBODY],
                           ["download", "--from", NOBODY, "-o", "x.y"], ["download", "--from", NOBODY, NOBODY, "-o", "x.orx"],
                           ["download", "--list", "list.csv", "--from", NOBODY, "-o", "x"],
+                          ["download", "--from", NOBODY, "--dated", "-o", "x"],
                           ["download", "--list", self.write_list([f"a,{NOBODY},,"]), "-o", ""],
                           ["download", "--from", NOBODY, "-o", ".orx"], ["download", "--from", NOBODY, "-o", "plant/.ORX"],
                           ["download", "--from", "plant/LINE3.orx", "-o", "x.orx"],
@@ -436,6 +437,78 @@ class Download(FleetTest):
             self.assertEqual(self.files_of(f"backup/pump {i}"), self.saved(f"pump {i}", b"localhost"))
             (self.folder / "expected" / f"pump {i}.orx").unlink()
         self.assertFalse((self.folder / "backup" / "pump 2").exists())
+
+    @staticmethod
+    def now(later=0):
+        """The name of a folder of so many seconds later."""
+        return time.strftime("%Y-%m-%dT%H%M%SZ", time.gmtime(time.time() + later))
+
+    def dated(self, name):
+        """The folders of one display."""
+        return sorted((self.folder / "backup" / name).iterdir())
+
+    def test_dated_folders_are_new_each_time(self):
+        display, dead = self.make(2)
+        self.give(display)
+        self.displays.serve()
+        name = self.write_list([f"pump,127.0.0.1,{display.port},", f"dead,127.0.0.1,{dead.port},"])
+        before = self.now()
+        results, _ = self.results(1, "download", "--list", name, "--dated", "-o", "backup")
+        after = self.now()
+        self.assertEqual([result["result"] for result in results.values()], ["done", "failed"])
+        folder, = self.dated("pump")
+        self.assertRegex(folder.name, r"^\d{4}-\d\d-\d\dT\d{6}Z$")
+        self.assertTrue(before <= folder.name <= after, folder.name)
+        self.assertEqual(self.files_of(folder), self.saved("pump", b"127.0.0.1"))
+        self.assertFalse((self.folder / "backup" / "dead").exists())
+
+    def test_a_dated_folder_that_is_there_is_an_error(self):
+        display, = self.make(1)
+        self.give(display)
+        self.displays.serve()
+        for second in range(60):
+            (self.folder / "backup/pump" / self.now(second)).mkdir(parents=True)
+        name = self.write_list([f"pump,127.0.0.1,{display.port},"])
+        out, error = self.outcome(2, "download", "--list", name, "--dated", "-o", "backup")
+        self.assertRegex(error, r"^orvista: backup/pump/\S+Z is there already; nothing was begun\n$")
+        self.assertEqual((out, display.commands, [path for folder in self.dated("pump") for path in folder.iterdir()]), ("", [], []))
+
+    def test_what_the_display_no_longer_has_is_kept_and_named(self):
+        display, = self.make(1)
+        self.give(display)
+        self.displays.serve()
+        here = self.folder / "backup" / "pump"
+        (here / "download7.tmp").mkdir(parents=True)  # what a killed download left before any file had appeared
+        (here / "download7.tmp" / "0").write_bytes(b"")
+        kept = {"old.bmp": b"BM old", "Older.BMP": b"BM older", "notes.txt": b"mine"}
+        for file, data in (kept | {"pump.bmp": b"BM pump yesterday"}).items():
+            (here / file).write_bytes(data)
+        name = self.write_list([f"pump,127.0.0.1,{display.port},"])
+        out, _ = self.outcome(0, "download", "--list", name, "-o", "backup")
+        self.assertRegex(out, r"^pump: done, 6 files, \d+\.\d\d s; kept: old.bmp, Older.BMP\n$")
+        self.assertEqual(self.files_of(here), self.saved("pump", b"127.0.0.1") | kept)
+        results, _ = self.results(0, "download", "--list", name, "-o", "backup")
+        self.assertEqual((results["pump"]["result"], results["pump"]["reason"]), ("done", "kept: old.bmp, Older.BMP"))
+
+    def test_a_display_without_a_project_replaces_nothing(self):
+        empty, strange, one = self.make(3)
+        for display in (empty, strange, one):
+            self.give(display)
+        for file in DEVICE_FILES:
+            (empty.root / file).write_bytes(b"")
+            (strange.root / file).write_bytes(b"\0\xff<html>\r\nno project\r\n" * 20)
+            (one.root / file).write_bytes(b"")
+        (one.root / "stdmsg.ilm").write_bytes(b"DEFMSG STDMSG1\r\nCLEAR\r\nENDMSG\r\n")
+        self.displays.serve()
+        for name in ("empty", "strange"):
+            (self.folder / "backup" / name).mkdir(parents=True)
+            (self.folder / "backup" / name / "stdmsg.ilm").write_bytes(b"as it was")
+        name = self.write_list([f"empty,127.0.0.1,{empty.port},", f"strange,127.0.0.1,{strange.port},", f"one,127.0.0.1,{one.port},"])
+        results, _ = self.results(1, "download", "--list", name, "-o", "backup")
+        self.assertEqual([(result["result"], result["reason"]) for result in results.values()],
+                         [("failed", "holds no project"), ("failed", "holds no project"), ("done", "")])
+        for name in ("empty", "strange"):
+            self.assertEqual(self.files_of(f"backup/{name}"), {"stdmsg.ilm": b"as it was"})
 
     def test_lies_and_names_lead_nowhere(self):
         boaster, miser = self.displays.make(lies=7000000), self.displays.make(lies=5)

@@ -218,7 +218,7 @@ class Manual(ProgramTest):
             self.assertNotIn("/srv", line)
             self.assertEqual(self.shell(line), (0, b""), [path.read_text() for path in (self.folder / "log").iterdir()])
         self.assertIn("2 equal", (self.folder / "log" / "upload.log").read_text())
-        self.assertTrue((self.folder / "backup" / "line 104" / "line 104.orx").is_file())
+        self.assertEqual(len(list((self.folder / "backup" / "line 104").glob("????-??-??T??????Z/line 104.orx"))), 1)
         self.assertIn("line 103,", (self.folder / "log" / "displays.csv").read_text("utf-8"))
 
     @unittest.skipUnless(shutil.which("ansible-playbook"), "Ansible is not installed")

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <chrono>
+#include <string>
+
+/// Moments as they are written down, the same everywhere: UTC, to the second, whatever the time zone.
+namespace orvista {
+
+using UtcMoment = std::chrono::system_clock::time_point;
+
+/// "2026-11-22T031500Z", which can be a folder's name on every platform.
+std::string utcFolderName(UtcMoment moment);
+
+} // namespace orvista

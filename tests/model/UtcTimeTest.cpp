@@ -1,0 +1,25 @@
+#include "model/UtcTime.h"
+
+#include <gtest/gtest.h>
+
+namespace orvista {
+namespace {
+
+using namespace std::chrono;
+
+UtcMoment moment(year_month_day date, seconds time) {
+    return sys_days(date) + time;
+}
+
+TEST(UtcTime, FolderNamesSortAsTheMomentsDo) {
+    EXPECT_EQ(utcFolderName(moment(2026y / November / 22d, 3h + 15min)), "2026-11-22T031500Z");
+    EXPECT_EQ(utcFolderName(moment(2028y / February / 29d, 23h + 59min + 59s)), "2028-02-29T235959Z");
+    EXPECT_EQ(utcFolderName(moment(2027y / January / 1d, 0s)), "2027-01-01T000000Z");
+}
+
+TEST(UtcTime, WhatIsBelowASecondIsLeftOut) {
+    EXPECT_EQ(utcFolderName(moment(2026y / July / 4d, 9h) + 999ms), "2026-07-04T090000Z");
+}
+
+} // namespace
+} // namespace orvista
