@@ -64,7 +64,7 @@ QWidget* PanelDock::closeButton() {
     button->setAutoRaise(true);
     button->setToolTip(tr("Hide the panels"));
     button->setAccessibleName(tr("Hide the panels"));
-    connect(button, &QToolButton::clicked, this, &PanelDock::hide);
+    connect(button, &QToolButton::clicked, this, &PanelDock::closeForUser);
     return button;
 }
 
@@ -80,6 +80,13 @@ ProjectPanel& PanelDock::open(const QMetaObject& type) {
     keepOpen();
     show();
     return *panel->widget;
+}
+
+void PanelDock::closeForUser() {
+    hide();
+    for (const Panel& panel : panels_)
+        if (panel.widget)
+            panel.widget->closeForUser();
 }
 
 void PanelDock::openAsItWas() {

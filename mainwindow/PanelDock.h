@@ -50,6 +50,8 @@ public:
     Type& open() {
         return static_cast<Type&>(open(Type::staticMetaObject));
     }
+    /// The user closes the dock, and with it what goes on in its panels.
+    void closeForUser();
     /// Shows the dock as it was, or with its first panel.
     void openAsItWas();
     /// The panel on the screen, or null.

@@ -173,7 +173,7 @@ void ProjectCommands::importTable(const std::string& path) {
 
 void ProjectCommands::miViewPanels_Click() {
     if (around_.dock.isVisible())
-        around_.dock.hide();
+        around_.dock.closeForUser();
     else
         around_.dock.openAsItWas();
 }

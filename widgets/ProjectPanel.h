@@ -17,6 +17,8 @@ public:
     virtual void follow() = 0;
     /// Marks the rows of items that are shown with an edit that is not applied.
     virtual void markNotApplied() = 0;
+    /// The user has closed the dock: what would go on unseen ends.
+    virtual void closeForUser() {}
 
 signals:
     /// A row was chosen by Enter or a double click.

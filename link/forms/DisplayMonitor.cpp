@@ -28,11 +28,18 @@ void DisplayMonitor::start() {
     if (isRunning_)
         return;
     isRunning_ = true;
+    forget();
+    readAfter(Milliseconds(0));
+}
+
+void DisplayMonitor::forget() {
+    reading_->abort();
     items_.reset();
     failure_.clear();
     failures_ = 0;
+    if (isRunning_)
+        readAfter(interval_);
     emit changed();
-    readAfter(Milliseconds(0));
 }
 
 void DisplayMonitor::stop() {
@@ -82,6 +89,7 @@ void DisplayMonitor::take(const std::vector<DisplayItem>& items) {
     failures_ = 0;
     failure_.clear();
     items_ = items;
+    emit wasRead();
     if (!isModalDialogOpen())
         emit changed();
 }

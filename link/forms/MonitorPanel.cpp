@@ -75,6 +75,7 @@ MonitorPanel::MonitorPanel(const Project& project, int columns, PreviewClock clo
       clock_(std::move(clock)),
       notAppliedItems_(std::move(notAppliedItems)),
       monitor_(new DisplayMonitor(project, port, this)),
+      address_(project.IP),
       btnMonitorStart(namedButton(QStringLiteral("btnMonitorStart"), tr("Start"))),
       btnMonitorStop(namedButton(QStringLiteral("btnMonitorStop"), tr("Stop"))),
       spnMonitorSeconds(named<QDoubleSpinBox>(QStringLiteral("spnMonitorSeconds"))),
@@ -95,6 +96,7 @@ MonitorPanel::MonitorPanel(const Project& project, int columns, PreviewClock clo
         monitor_->setInterval(std::chrono::milliseconds(qRound(seconds * 1000)));
         showState();
     });
+    connect(monitor_, &DisplayMonitor::wasRead, this, [this] { readAt_ = clock_.localTime(); });
     connect(monitor_, &DisplayMonitor::changed, this, &MonitorPanel::showReading);
     connect(tblMonitor, &RowsTable::rowActivated, this, [this](int row) {
         emit placeChosen({*itemNamed(items_.at(static_cast<std::size_t>(row)).name())});
@@ -154,8 +156,6 @@ QWidget* MonitorPanel::buildViews(int columns) {
 }
 
 void MonitorPanel::btnMonitorStart_Click() {
-    items_.clear();
-    changes_.clear();
     monitor_->start();
 }
 
@@ -164,7 +164,7 @@ void MonitorPanel::btnMonitorStop_Click() {
 }
 
 void MonitorPanel::btnMonitorTake_Click() {
-    if (!items_.empty())
+    if (monitor_->isCurrent())
         emit takeAsked(items_);
 }
 
@@ -175,7 +175,15 @@ void MonitorPanel::setColumns(int columns) {
 }
 
 void MonitorPanel::follow() {
+    if (address_ != project_.IP) {
+        address_ = project_.IP;
+        monitor_->forget();
+    }
     textsDelay_->start();
+}
+
+void MonitorPanel::closeForUser() {
+    monitor_->stop();
 }
 
 void MonitorPanel::markNotApplied() {
@@ -196,8 +204,10 @@ void MonitorPanel::hideEvent(QHideEvent* event) {
 
 void MonitorPanel::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
-    if (event->type() == QEvent::EnabledChange && !isEnabled())
-        monitor_->stop();
+    if (event->type() != QEvent::EnabledChange || isEnabled())
+        return;
+    monitor_->stop();
+    monitor_->forget();
 }
 
 bool MonitorPanel::eventFilter(QObject* watched, QEvent* event) {
@@ -230,9 +240,12 @@ void MonitorPanel::showReading() {
 
 void MonitorPanel::noteChanges() {
     const auto& read = monitor_->items();
+    if (!read) {
+        items_.clear();
+        changes_.clear();
+    }
     if (!read || *read == items_)
         return;
-    readAt_ = clock_.localTime();
     changes_.resize(read->size());
     for (std::size_t row = 0; row < read->size(); ++row) {
         if (row >= items_.size() || !isSamePlace((*read)[row], items_[row]))
@@ -252,10 +265,14 @@ void MonitorPanel::showState() {
     next->setEnabled(true);
     if (used->isEnabledTo(this))
         disableUsed(used, next);
-    btnMonitorTake->setEnabled(!items_.empty());
+    btnMonitorTake->setEnabled(monitor_->isCurrent());
 }
 
 QString MonitorPanel::stateText() const {
+    return items_.empty() ? readingText() : tr("%1 (as of %2)").arg(readingText(), timeText(readAt_));
+}
+
+QString MonitorPanel::readingText() const {
     const QString address = QString::fromStdString(utf8FromWindows1252(project_.IP));
     if (!monitor_->isRunning())
         return tr("Stopped");

@@ -26,7 +26,8 @@ class PanelView;
 class SeenDelay;
 
 /// The panel "Display Monitor": what the display holds for each item, read repeatedly, and beside it the
-/// LED panel as the display should show it. It reads no more without a project, and when the window is gone.
+/// LED panel as the display should show it. It reads no more without a project, when the
+/// user closes the dock, and when the window is gone; what it has read goes with the project and the address.
 class MonitorPanel final : public ProjectPanel {
     Q_OBJECT
 public:
@@ -40,6 +41,7 @@ public:
     void setColumns(int columns);
     void follow() override;
     void markNotApplied() override;
+    void closeForUser() override;
 
 signals:
     /// The tester's boxes are to be ticked as these items are on.
@@ -81,6 +83,7 @@ private:
     TableRow cells(std::size_t row) const;
     DisplayValues values() const;
     QString stateText() const;
+    QString readingText() const;
 
     const Project& project_;
     int columns_;
@@ -90,7 +93,8 @@ private:
     std::optional<ItemTexts> texts_;
     std::vector<DisplayItem> items_; ///< that the rows are about; none before the first reading
     std::vector<std::optional<Change>> changes_;
-    LocalTime readAt_;
+    LocalTime readAt_;    ///< the last good reading
+    std::string address_; ///< of the display that is read, as in the project
     std::optional<Programme> programme_;
     MessageCoils coils_;
     std::int64_t programmeStart_ = 0;

@@ -42,7 +42,11 @@ class Shown {
 public:
     explicit Shown(const QWidget& root) : root_(root) {}
 
-    QString state() const { return find<QLabel>("lblMonitorState")->text(); }
+    /// Without the time of the last reading.
+    QString state() const {
+        return find<QLabel>("lblMonitorState")->text().section(QStringLiteral(" (as of "), 0, 0);
+    }
+    QString stateAndTime() const { return find<QLabel>("lblMonitorState")->text(); }
     int rowCount() const { return model().rowCount(); }
     /// "322|ON|0001|Level": what the columns after the item's name say; empty while there is no such row.
     QString row(const QString& item) const {
@@ -287,6 +291,7 @@ void DisplayMonitorTest::showsWhatAnIndependentServerHolds() {
 void DisplayMonitorTest::marksWhatChangedForThreeSeconds() {
     Watched watched;
     QTRY_COMPARE(watched.shown.rowCount(), 156);
+    QCOMPARE(watched.shown.stateAndTime(), QStringLiteral("Reading 127.0.0.1 every 0.5 s (as of 14:05:09)"));
     watched.write("RegVar2=7");
     QTRY_VERIFY(watched.shown.isMarked(QStringLiteral("RegVar2")));
     QCOMPARE(watched.shown.changedAt(QStringLiteral("RegVar2")), QStringLiteral("14:05:09"));
