@@ -7,6 +7,7 @@
 #include "model/Text.h"
 #include "sheets/AddressSheet.h"
 
+#include <CLI/App.hpp>
 #include <nlohmann/json.hpp>
 
 #include <memory>

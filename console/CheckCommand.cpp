@@ -11,6 +11,7 @@
 #include "display/FolderBitmaps.h"
 #include "model/Numbers.h"
 
+#include <CLI/App.hpp>
 #include <nlohmann/json.hpp>
 
 #include <memory>

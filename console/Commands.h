@@ -2,11 +2,13 @@
 
 #include "console/CommandFailure.h"
 
-#include <CLI/App.hpp>
-
 #include <functional>
 #include <string>
 #include <vector>
+
+namespace CLI {
+class App;
+}
 
 /// One function for each command: it adds the command's options to the program's, and what is to be done to
 /// `run` once they have been read.

@@ -11,6 +11,7 @@
 #include "model/Text.h"
 #include "model/Windows1252.h"
 
+#include <CLI/App.hpp>
 #include <nlohmann/json.hpp>
 
 #include <algorithm>

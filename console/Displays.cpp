@@ -11,6 +11,8 @@
 #include "model/ProjectFile.h"
 #include "model/Text.h"
 
+#include <CLI/App.hpp>
+
 #include <system_error>
 
 namespace orvista::console {

@@ -4,9 +4,12 @@
 #include "model/Project.h"
 #include "model/ScratchFolder.h"
 
-#include <CLI/App.hpp>
-
 #include <string>
+
+namespace CLI {
+class App;
+class Option;
+} // namespace CLI
 
 /// Displays on the network, as commands name them.
 namespace orvista::console {

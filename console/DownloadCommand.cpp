@@ -13,6 +13,8 @@
 #include "model/ProjectFile.h"
 #include "model/UtcTime.h"
 
+#include <CLI/App.hpp>
+
 #include <chrono>
 #include <filesystem>
 #include <memory>

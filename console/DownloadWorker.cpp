@@ -9,6 +9,8 @@
 #include "link/TransferredFiles.h"
 #include "model/Windows1252.h"
 
+#include <CLI/App.hpp>
+
 #include <memory>
 #include <system_error>
 

@@ -4,6 +4,8 @@
 #include "console/Output.h"
 #include "console/Projects.h"
 
+#include <CLI/App.hpp>
+
 #include <memory>
 #include <system_error>
 #include <vector>

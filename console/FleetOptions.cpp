@@ -10,6 +10,8 @@
 #include "model/Text.h"
 #include "sheets/FleetSheet.h"
 
+#include <CLI/App.hpp>
+
 #include <map>
 
 namespace orvista::console {

@@ -4,11 +4,13 @@
 
 #include "console/Interruption.h"
 
-#include <CLI/App.hpp>
-
 #include <cstddef>
 #include <string>
 #include <vector>
+
+namespace CLI {
+class App;
+}
 
 namespace orvista::console {
 

@@ -4,6 +4,7 @@
 #include "console/Output.h"
 #include "console/Suggestion.h"
 
+#include <CLI/App.hpp>
 #include <CLI/Formatter.hpp>
 
 #include <algorithm>

@@ -8,6 +8,8 @@
 #include "model/SystemPath.h"
 #include "model/Text.h"
 
+#include <CLI/App.hpp>
+
 #include <filesystem>
 #include <memory>
 #include <system_error>

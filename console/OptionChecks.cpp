@@ -1,5 +1,6 @@
 #include "console/OptionChecks.h"
 
+#include <CLI/App.hpp>
 #include <CLI/TypeTools.hpp>
 
 #include <limits>

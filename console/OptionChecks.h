@@ -1,8 +1,10 @@
 #pragma once
 
-#include <CLI/Validators.hpp>
-
 #include <cstdint>
+
+namespace CLI {
+class Validator;
+}
 
 /// What options take, refused in one manner: --columns: "x" is not a whole number from 1 to 4096.
 namespace orvista::console {

@@ -5,6 +5,8 @@
 #include "model/ProjectFile.h"
 #include "model/Text.h"
 
+#include <CLI/App.hpp>
+
 namespace orvista::console {
 
 namespace {

@@ -4,9 +4,11 @@
 #include "model/FileRemarks.h"
 #include "model/Project.h"
 
-#include <CLI/App.hpp>
-
 #include <string>
+
+namespace CLI {
+class App;
+}
 
 namespace orvista::console {
 

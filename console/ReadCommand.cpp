@@ -10,6 +10,7 @@
 #include "link/ModbusReader.h"
 #include "model/Numbers.h"
 
+#include <CLI/App.hpp>
 #include <nlohmann/json.hpp>
 
 #include <charconv>

@@ -12,6 +12,8 @@
 #include "sheets/MessageSheet.h"
 #include "sheets/VariableSheet.h"
 
+#include <CLI/App.hpp>
+
 #include <memory>
 
 /// Messages and variables to a table and back.

@@ -12,6 +12,8 @@
 #include "model/Item.h"
 #include "model/Text.h"
 
+#include <CLI/App.hpp>
+
 #include <ctime>
 #include <memory>
 #include <optional>

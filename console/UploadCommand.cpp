@@ -17,6 +17,8 @@
 #include "model/Text.h"
 #include "sheets/FleetSheet.h"
 
+#include <CLI/App.hpp>
+
 #include <filesystem>
 #include <map>
 #include <memory>

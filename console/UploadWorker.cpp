@@ -6,6 +6,8 @@
 #include "link/TransferControls.h"
 #include "link/TransferredFiles.h"
 
+#include <CLI/App.hpp>
+
 #include <algorithm>
 #include <iterator>
 #include <memory>

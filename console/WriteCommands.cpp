@@ -5,6 +5,8 @@
 #include "link/DisplayWrites.h"
 #include "model/Item.h"
 
+#include <CLI/App.hpp>
+
 #include <memory>
 #include <optional>
 #include <utility>
