@@ -5,7 +5,6 @@
 #include "console/OptionChecks.h"
 #include "console/Output.h"
 #include "console/Sheets.h"
-#include "model/PathRules.h"
 #include "model/ProjectFile.h"
 #include "model/Text.h"
 #include "sheets/FleetSheet.h"
@@ -21,13 +20,15 @@ namespace {
 constexpr std::size_t mostJobs = 60;
 
 std::vector<FleetDisplay> listedDisplays(const FleetOptions& options, FleetDefaults defaults) {
-    const auto path = PathRules::native().split(options.list);
-    defaults.folder = path ? path->folder + PathRules::native().separator : "";
+    if (options.untilInputEnds && options.list == standardInput)
+        throw CommandFailure(ExitStatus::Unusable,
+                             "--until-input-ends leaves no standard input for the list");
+    defaults.folder = folderOfSheet(options.list);
     SheetErrors errors;
     auto displays = readFleetSheet(sheetBytes(options.list), defaults, errors);
     if (!errors.none()) {
         reportErrors(options.list, errors);
-        throw CommandFailure(ExitStatus::Unusable, options.list + ": nothing was begun");
+        throw CommandFailure(ExitStatus::Unusable, sheetName(options.list) + ": nothing was begun");
     }
     return displays;
 }
@@ -51,8 +52,9 @@ std::vector<FleetDisplay> namedDisplays(const FleetOptions& options, const Fleet
 
 void addFleetOptions(CLI::App& command, FleetOptions& options) {
     command
-        .add_option("--list", options.list,
-                    "A table of displays with the columns name, address, port, project")
+        .add_option(
+            "--list", options.list,
+            "A table of displays with the columns name, address, port, project; \"-\" is standard input")
         ->type_name("FILE.csv");
     command.add_option("--jobs", options.jobs, "How many displays to work on at once, 1 to 60")
         ->type_name("N")

@@ -9,10 +9,22 @@
 #include <CLI/Formatter.hpp>
 
 #include <algorithm>
+#include <memory>
+#include <string>
+#include <utility>
 
 namespace orvista::console {
 
 namespace {
+
+/// Leaves out the empty line that stands for a group of options which help does not tell of.
+class HelpFormatter final : public CLI::Formatter {
+public:
+    std::string make_help(const CLI::App* app, std::string name, CLI::AppFormatMode mode) const override {
+        return CLI::detail::find_and_replace(Formatter::make_help(app, std::move(name), mode), "\n\n\n",
+                                             "\n\n");
+    }
+};
 
 /// The command that was to run, as far as the arguments name it.
 const CLI::App& commandOf(const CLI::App& program) {
@@ -83,6 +95,7 @@ ExitStatus runCommand(std::vector<std::string> arguments) {
     CLI::App program("Prepares message displays of the series Ulvo LX-400D without a window.", "orvista");
     program.set_version_flag("--version", "orvista " ORVISTA_RELEASE, "Print the version and end");
     program.require_subcommand(1);
+    program.formatter(std::make_shared<HelpFormatter>());
     for (const char* const word : {"REQUIRED", "TEXT"}) // help needs no words for what is usual
         program.get_formatter()->label(word, "");
     program.footer("Examples:\n"

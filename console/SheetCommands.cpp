@@ -33,6 +33,7 @@ struct ImportOptions {
     std::string sheet;
     std::string output;
     bool dryRun = false;
+    bool exitChanged = false;
     bool notWhole = false;
 };
 
@@ -117,16 +118,16 @@ ExitStatus importSheet(const ImportOptions& options, Import import) {
         reportErrors(options.sheet, result.errors);
         return ExitStatus::Found;
     }
+    const bool hasChanges = !result.changes.empty();
     if (options.dryRun) {
         printChanges(result.changes);
-        print(countText(result.changes.size(), " would change\n") + emptyCellsText(result.fromEmptyCells));
-        return ExitStatus::Well;
-    }
-    applyChanges(project, result.changes);
-    if (!result.changes.empty() || !options.output.empty())
+    } else if (hasChanges || !options.output.empty()) {
+        applyChanges(project, result.changes);
         saveProject(target, project);
-    print(countText(result.changes.size(), " changed\n") + emptyCellsText(result.fromEmptyCells));
-    return ExitStatus::Well;
+    }
+    print(countText(result.changes.size(), options.dryRun ? " would change\n" : " changed\n") +
+          emptyCellsText(result.fromEmptyCells));
+    return options.exitChanged && hasChanges ? ExitStatus::Found : ExitStatus::Well;
 }
 
 void addExport(CLI::App& group, Run& run, const std::shared_ptr<ExportOptions>& options,
@@ -147,10 +148,12 @@ void addImport(CLI::App& group, Run& run, Import import, const std::string& foot
     CLI::App* command =
         group.add_subcommand("import", "Take what the table says into the project and save it");
     command->add_option("PROJECT", options->project, "A project file, .orx")->required();
-    command->add_option("FILE.csv", options->sheet, "The table")->required();
+    command->add_option("FILE.csv", options->sheet, "The table; \"-\" is standard input")->required();
     command->add_option("-o,--output", options->output, "Save as this project instead; .orx may be left out")
         ->type_name("OTHER.orx");
     command->add_flag("--dry-run", options->dryRun, "Show old and new, and change nothing");
+    command->add_flag("--exit-changed", options->exitChanged,
+                      "End with status 1 where the table says something else than the project");
     addNotWhole(*command, options->notWhole);
     command->footer(footer + spreadsheetHint);
     command->callback(

@@ -26,6 +26,11 @@ std::error_code refusal(std::errc reason) {
     return std::make_error_code(reason);
 }
 
+/// One with a name, or a device such as a terminal.
+bool isPipe(fs::file_type kind) {
+    return kind == fs::file_type::fifo || kind == fs::file_type::character;
+}
+
 /// A pipe that nobody reads would never take what is written.
 const fs::path& refusingPipes(const fs::path& path) {
     std::error_code error;
@@ -36,13 +41,14 @@ const fs::path& refusingPipes(const fs::path& path) {
 
 } // namespace
 
-FileSource::FileSource(const std::string& path) {
+FileSource::FileSource(const std::string& path, Pipes pipes) {
     const fs::path file = systemPath(path);
     std::error_code error;
     const auto kind = fs::status(file, error).type();
     if (kind == fs::file_type::directory)
         throw OpenFailure(refusal(std::errc::is_a_directory));
-    if (kind != fs::file_type::regular && kind != fs::file_type::not_found && !error)
+    if (kind != fs::file_type::regular && kind != fs::file_type::not_found && !error &&
+        !(pipes == Pipes::AreRead && isPipe(kind)))
         throw OpenFailure(refusal(std::errc::not_supported));
     file_ = openFile(file);
     if (!file_)

@@ -18,12 +18,14 @@ struct CloseFile {
 };
 using FileHandle = std::unique_ptr<std::FILE, CloseFile>;
 
+/// Whether reading may wait for what another program writes to a pipe or a terminal.
+enum class Pipes { AreRefused, AreRead };
+
 class FileSource final : public ByteSource {
 public:
-    /// Only regular files (or links to them) are opened: a pipe would never answer.
-    /// \param path UTF-8
+    /// \param path UTF-8; of a regular file, or a link to one, unless pipes are read, too
     /// \throws OpenFailure
-    explicit FileSource(const std::string& path);
+    explicit FileSource(const std::string& path, Pipes pipes = Pipes::AreRefused);
     std::size_t read(char* buffer, std::size_t size) override;
 
 private:

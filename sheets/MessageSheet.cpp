@@ -149,8 +149,7 @@ private:
         if (rows.hasErrors || (rows.pages.empty() && rows.scriptRow == 0))
             return;
         if (rows.scriptRow > 0) {
-            const bool bothEmpty = before.empty() && rows.script == clearScript;
-            if (before != rows.script && !bothEmpty)
+            if (!equivalent(rows.script, before))
                 change(message, before, std::move(rows.script));
             return;
         }

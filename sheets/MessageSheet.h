@@ -21,7 +21,8 @@ struct MessageSheet {
 
 MessageSheet messageSheet(const Project& project, MessageSheetForm form);
 
-/// What a sheet of either form changes in the project.
+/// What a sheet of either form changes in the project. A script that differs only in what saving and opening
+/// takes away or adds is no change, and neither are pages that say the same.
 SheetImport importMessages(std::string_view bytes, const Project& project);
 
 } // namespace orvista

@@ -56,6 +56,10 @@ std::string sheetSizeFault(std::string_view csv) {
 
 std::string sheetBytes(const std::string& path) {
     FileSource source(path);
+    return sheetBytes(source);
+}
+
+std::string sheetBytes(ByteSource& source) {
     std::string bytes;
     std::string piece(std::size_t{1} << 16, '\0');
     while (bytes.size() <= maximumSheetBytes) {

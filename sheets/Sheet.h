@@ -1,5 +1,6 @@
 #pragma once
 
+#include "model/Bytes.h"
 #include "sheets/Csv.h"
 
 #include <cstddef>
@@ -91,7 +92,10 @@ private:
 /// Why a table that is to be written could not be read again, UTF-8; empty where it can.
 std::string sheetSizeFault(std::string_view csv);
 
-/// The bytes of a file, up to one more than a sheet may have: the readers tell of longer ones.
+/// All bytes, up to one more than a sheet may have: the readers tell of longer ones.
+/// \throws ReadFailure
+std::string sheetBytes(ByteSource& source);
+/// The same of a file.
 /// \param path UTF-8
 /// \throws OpenFailure, ReadFailure
 std::string sheetBytes(const std::string& path);

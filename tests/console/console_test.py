@@ -39,6 +39,7 @@ class Usage(ProgramTest):
             self.assertEqual(self.expect(0, "help", *command).decode(), text)
             self.assertIn("Usage: orvista" + "".join(" " + word for word in command), text)
             self.assertIn("Examples:\n  orvista " + " ".join(command), text)
+            self.assertNotIn("\n\n\n", text)
         self.assertRegex(self.expect(0, "--version").decode(), r"^orvista \d+\.\d+-\d+\n$")
 
     def test_wrong_usage_is_status_2(self):
@@ -651,6 +652,52 @@ class Sheets(ProgramTest):
         self.assertEqual(lines[1000], "orvista: wrong.csv: and 3 more")
         (self.folder / "wrong.csv").write_text("message,script\n" + "STDMSG41,x\n" * 1000)
         self.assertNotIn(b"more\n", self.run_program("messages", "import", PROJECT, "wrong.csv").stderr)
+
+    def test_what_a_file_holds_alike_is_kept(self):
+        before = self.files()
+        (self.folder / "messages.csv").write_text('message,script\nSTDMSG2,"CLEAR\n\n  TEXT 0 0 RED BLACK ""a"" "\n', "utf-8")
+        (self.folder / "other").mkdir()
+        self.expect(0, "messages", "import", PROJECT, "messages.csv", "-o", "other/OTHER")
+        other = (self.folder / "other" / "OTHER.orx").read_bytes()
+        (self.folder / "messages.csv").write_text('message,script\nSTDMSG2,"CLEAR\nTEXT 0 0 RED BLACK ""a"""\n', "utf-8")
+        self.assertEqual(self.expect(0, "messages", "import", "other/OTHER.orx", "messages.csv", "--exit-changed"),
+                         b"Nothing changed\n")
+        self.assertEqual((self.folder / "other" / "OTHER.orx").read_bytes(), other)
+        self.assertEqual({name: self.files()[name] for name in before}, before)
+
+    def test_exit_changed_tells_by_the_status(self):
+        (self.folder / "messages.csv").write_bytes(b"message,script\nSTDMSG1,new\n")
+        (self.folder / "variables.csv").write_bytes(b"name,on\nCoilVar2,ZU\n")
+        for kind in ("messages", "variables"):
+            before = self.files()
+            for _ in range(2):
+                out = self.expect(1, kind, "import", PROJECT, f"{kind}.csv", "--dry-run", "--exit-changed")
+                self.assertTrue(out.endswith(b"1 text would change\n"), out)
+            self.assertEqual(self.files(), before)
+            self.assertEqual(self.expect(1, kind, "import", PROJECT, f"{kind}.csv", "--exit-changed"), b"1 text changed\n")
+            self.assertEqual(self.expect(0, kind, "import", PROJECT, f"{kind}.csv", "--exit-changed"), b"Nothing changed\n")
+            self.expect(0, kind, "import", PROJECT, f"{kind}.csv", "--dry-run", "--exit-changed")
+
+    def test_tables_come_from_standard_input_too(self):
+        for kind, table_ in (("messages", b"message,script\nSTDMSG1,new\n"), ("variables", b"name,on\nCoilVar2,ZU\n")):
+            self.assertEqual(self.expect(0, kind, "import", PROJECT, "-", given=table_), b"1 text changed\n")
+        self.assertTrue(b"DEFMSG STDMSG1\r\nnew\r\n" in (self.folder / PROJECT).read_bytes())
+        result = self.run_program("messages", "import", PROJECT, "-", given=b"message,script\nSTDMSG41,x\n")
+        self.assertEqual(result.returncode, 1)
+        self.assertTrue(result.stderr.startswith(b"orvista: standard input: row 2, message: "), result.stderr)
+        self.assertEqual(self.run_program("messages", "import", PROJECT, "-", given=b"").stderr, b"orvista: standard input is empty\n")
+        self.assertEqual(self.complaint(2, "messages", "import", PROJECT, "-", preexec=lambda: os.close(0)),
+                         "orvista: standard input: Bad file descriptor")
+
+    def test_tables_come_through_pipes_too(self):
+        os.mkfifo(self.folder / "table.csv")
+        (self.folder / "new.csv").write_bytes(b"message,script\nSTDMSG1,new\n" + b"STDMSG2,\"" + b"x\n" * 100000 + b"\"\n")
+        for line in (f'cat new.csv > table.csv & "{PROGRAM}" messages import {PROJECT} table.csv --dry-run',
+                     f'"{PROGRAM}" messages import {PROJECT} <(cat new.csv) --dry-run',
+                     f'cat new.csv | "{PROGRAM}" messages import {PROJECT} /dev/stdin --dry-run'):
+            result = subprocess.run(["bash", "-c", line], cwd=self.folder, capture_output=True, check=False, timeout=100)
+            self.assertEqual((result.returncode, result.stderr), (0, b""), line)
+            self.assertTrue(result.stdout.endswith(b"\n2 texts would change\n"), line)
 
     def test_import_to_another_project(self):
         (self.folder / "messages.csv").write_bytes(b"message,script\nSTDMSG1,new\n")

@@ -271,6 +271,31 @@ class Lists(FleetTest):
         self.assertEqual(displays[0].files(), self.sent())
         self.assertNotIn("A.bmp", displays[1].files())
 
+    def test_a_list_comes_from_standard_input_and_pipes_too(self):
+        """Its projects are then relative to the working folder."""
+        display, = self.make(1)
+        self.displays.serve()
+        (self.folder / "lists").mkdir()
+        (self.folder / "lists" / "all.csv").write_text(f"name,address,port,project\na,127.0.0.1,{display.port},plant/LINE3.orx\n")
+        os.mkfifo(self.folder / "lists" / "pipe.csv")
+        for line in ("upload --list - < lists/all.csv", "cat lists/all.csv | PROGRAM upload --list -",
+                     "upload --list <(cat lists/all.csv)", "cat lists/all.csv > lists/pipe.csv & PROGRAM upload --list lists/pipe.csv",
+                     "download --list - -o backup < lists/all.csv"):
+            for path in display.root.iterdir():
+                if not line.startswith("download"):
+                    path.unlink()
+            line = (line if "PROGRAM" in line else "PROGRAM " + line).replace("PROGRAM", f'"{PROGRAM}"')
+            result = subprocess.run(["bash", "-c", line], cwd=self.folder, capture_output=True, check=False, timeout=100)
+            self.assertEqual((result.returncode, result.stderr), (0, b""), line)
+            self.assertTrue(result.stdout.startswith(b"a: done, 7 files"), result.stdout)
+            self.assertEqual(display.files(), self.sent())
+        self.assertEqual((self.folder / "backup/a/A.bmp").read_bytes(), display.files()["A.bmp"])
+        result = self.run_program("upload", "--list", "-", given=b"name,address\na,127.0.0.1\n")
+        self.assertEqual((result.returncode, result.stderr.splitlines()),
+                         (2, [b"orvista: standard input: row 2, project: there is no project for this display",
+                              b"orvista: standard input: nothing was begun"]))
+        self.assertIn("--until-input-ends", self.complaint(2, "upload", "--list", "-", "--until-input-ends", given=b""))
+
     def test_what_cannot_be_used_is_refused_with_both_rows_and_nothing_begins(self):
         display, = self.make(1)
         self.displays.serve()

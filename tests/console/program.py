@@ -32,9 +32,10 @@ class ProgramTest(unittest.TestCase):
         self.addCleanup(shutil.rmtree, self.folder)
         shutil.copytree(EXAMPLE, self.folder, dirs_exist_ok=True)
 
-    def run_program(self, *arguments, preexec=None, stdout=subprocess.PIPE):
+    def run_program(self, *arguments, preexec=None, stdout=subprocess.PIPE, given=None):
+        """`given`: bytes for standard input."""
         return subprocess.run([PROGRAM, *arguments], cwd=self.folder, stdout=stdout, stderr=subprocess.PIPE,
-                              preexec_fn=preexec, check=False, timeout=120)
+                              preexec_fn=preexec, input=given, check=False, timeout=120)
 
     def expect(self, status, *arguments, **keywords):
         """Standard output, once the status is as expected; whatever fails says so in a line."""

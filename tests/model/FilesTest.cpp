@@ -87,6 +87,16 @@ TEST(FileSource, RefusesWhatIsNoFile) {
 #endif
 }
 
+#ifndef _WIN32
+TEST(FileSource, ReadsPipesWhereThatIsWanted) {
+    char byte = 'x';
+    EXPECT_EQ(FileSource("/dev/null", Pipes::AreRead).read(&byte, 1), 0U);
+    EXPECT_EQ(FileSource("/dev/zero", Pipes::AreRead).read(&byte, 1), 1U);
+    EXPECT_EQ(byte, '\0');
+    EXPECT_THROW(FileSource("/", Pipes::AreRead), OpenFailure);
+}
+#endif
+
 TEST(FileSource, TakesAPathThatIsNoTextAsMissing) {
     const testing::TemporaryFolder folder;
     EXPECT_THROW(FileSource(folder.path() + "/\xFF\xC3name"), OpenFailure);

@@ -14,6 +14,7 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
+using ::testing::SizeIs;
 
 std::vector<std::string> messageErrors(const std::string& csv, const Project& project = {}) {
     return testing::errorTexts(importMessages(csv, project));
@@ -117,11 +118,14 @@ private:
 
 TEST(MessageSheet, TenThousandScriptsComeBackByteForByte) {
     RandomScripts scripts(10);
+    Project other; // so that each script is a change, also one that says CLEAR
+    other.STDMSG.fill("other");
+    other.ALTMSG.fill("other");
     for (std::size_t count = 0; count < 10'000; count += messageCount) {
         Project project;
         for (const Item message : allMessages())
             scriptOf(project, message) = scripts.next();
-        const Project back = imported(sheetOf(project, MessageSheetForm::Scripts));
+        const Project back = imported(sheetOf(project, MessageSheetForm::Scripts), other);
         ASSERT_EQ(back.STDMSG, project.STDMSG);
         ASSERT_EQ(back.ALTMSG, project.ALTMSG);
         // As pages they come back the same where they are, and say the same elsewhere.
@@ -181,6 +185,24 @@ TEST(MessageSheet, AnEmptyMessageIsClear) {
     EXPECT_THAT(importMessages("message,page,content\nSTDMSG1,1,\n", project).changes, IsEmpty());
     project.STDMSG[0] = "";
     EXPECT_THAT(importMessages("message,script\nSTDMSG1,\n", project).changes, IsEmpty());
+}
+
+TEST(MessageSheet, WhatSavingAndOpeningTakesAwayOrAddsIsNoChange) {
+    Project project;
+    project.STDMSG[0] = "CLEAR\r\nTEXT 0 0 RED BLACK \"a  b\"\r\n";
+    for (const char* const same :
+         {"CLEAR\nTEXT 0 0 RED BLACK \"\"a  b\"\"", "\n  CLEAR  \n\n \nTEXT 0 0 RED BLACK \"\"a  b\"\" \n\n"})
+        EXPECT_THAT(
+            importMessages(std::string("message,script\nSTDMSG1,\"") + same + "\"\n", project).changes,
+            IsEmpty())
+            << same;
+    for (const char* const other :
+         {"CLEAR\nTEXT 0 0 RED BLACK \"\"a b\"\"", "CLEAR\n\tTEXT 0 0 RED BLACK \"\"a  b\"\"",
+          "Clear\nTEXT 0 0 RED BLACK \"\"a  b\"\"", "CLEAR\nCLEAR\nTEXT 0 0 RED BLACK \"\"a  b\"\""})
+        EXPECT_THAT(
+            importMessages(std::string("message,script\nSTDMSG1,\"") + other + "\"\n", project).changes,
+            SizeIs(1))
+            << other;
 }
 
 TEST(MessageSheet, EveryLineEndMeansAWholeOne) {
