@@ -1,5 +1,6 @@
 """manual_test.py PROGRAM SOURCE: the manual page, the completion and the help know what the program knows."""
 
+import html
 import json
 import os
 import re
@@ -182,7 +183,7 @@ class Manual(ProgramTest):
         for name, pattern, least in (("docs/help/command-line.html", pages, 7), ("docs/help/several-displays.html", pages, 5),
                                      ("README.md", r"^    (orvista .*?)$", 10)):
             found = re.findall(pattern, (SOURCE / name).read_text("utf-8"), re.S | re.M)
-            lines = [self.on_displays(line, displays) for block in found for line in block.splitlines()]
+            lines = [self.on_displays(html.unescape(line), displays) for block in found for line in block.splitlines()]
             self.assertGreaterEqual(len(lines), least, name)
             for line in lines:
                 with self.subTest(name=name, line=line):
