@@ -2,6 +2,8 @@
 
 #include "widgets/MessageBox.h"
 
+#include <QPushButton>
+
 namespace orvista {
 
 namespace {
@@ -50,6 +52,20 @@ bool confirmReplacing(QWidget* parent, const std::string& path) {
                    QMessageBox::Yes | QMessageBox::No, parent);
     box.setDefaultButton(QMessageBox::No);
     return box.exec() == QMessageBox::Yes;
+}
+
+ReloadChoice chooseReload(QWidget* parent, const QString& file) {
+    MessageBox box(QMessageBox::Warning,
+                   QObject::tr("Discard your changes and read %1 again?").arg(file).toStdString(),
+                   QMessageBox::Yes | QMessageBox::No, parent);
+    box.setObjectName(QStringLiteral("ReloadQuestion"));
+    const QAbstractButton* const compare = box.addButton(QObject::tr("&Compare"), QMessageBox::ActionRole);
+    box.setDefaultButton(QMessageBox::No);
+    box.setEscapeButton(QMessageBox::No);
+    const int answer = box.exec();
+    if (box.clickedButton() == compare)
+        return ReloadChoice::Compare;
+    return answer == QMessageBox::Yes ? ReloadChoice::Discard : ReloadChoice::Keep;
 }
 
 } // namespace orvista

@@ -31,4 +31,9 @@ private:
 /// \param path UTF-8
 bool confirmReplacing(QWidget* parent, const std::string& path);
 
+enum class ReloadChoice { Discard, Keep, Compare };
+/// Asks before a project file is read again over changes; to keep them is the default.
+/// \param file its name
+ReloadChoice chooseReload(QWidget* parent, const QString& file);
+
 } // namespace orvista

@@ -110,26 +110,27 @@ void ComparisonCommands::miToolsCompareDisplay_Click() {
 }
 
 void ComparisonCommands::miToolsCompareProject_Click() {
+    if (const auto chosen = world_.chooser.chooseExistingProject("Compare with Project"))
+        compareWithProject(*chosen);
+}
+
+void ComparisonCommands::compareWithProject(const ChosenProject& other) {
     const DocMgrModule::FileContext context = world_.lifecycle.fileContext();
-    const auto chosen = world_.chooser.chooseExistingProject("Compare with Project");
-    if (!chosen)
-        return;
     withFiles(context.messages, [&] {
-        const std::string path =
-            DocMgrModule::projectFilePath(context.paths, chosen->ProjPath, chosen->ProjName);
+        const std::string path = DocMgrModule::projectFilePath(context.paths, other.ProjPath, other.ProjName);
         FileRemarks remarks;
         auto theirs = otherProject(path, context, remarks);
         if (!theirs)
             return;
         if (isToRefuse(remarks)) {
             dock_.showNotice(tr("%1.orx is not whole: %2")
-                                 .arg(QString::fromStdString(chosen->ProjName),
+                                 .arg(QString::fromStdString(other.ProjName),
                                       QString::fromStdString(gravestText(remarks))));
             return;
         }
         openPanel().compareWith({QString::fromStdString(path), std::move(*theirs),
-                                 compareFiles(bitmapsIn(project().ProjPath), bitmapsIn(chosen->ProjPath))});
-        theirFolder_ = chosen->ProjPath;
+                                 compareFiles(bitmapsIn(project().ProjPath), bitmapsIn(other.ProjPath))});
+        theirFolder_ = other.ProjPath;
     });
 }
 

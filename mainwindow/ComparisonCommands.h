@@ -32,6 +32,8 @@ public:
     void miToolsCompareDisplay_Click();
     void miToolsCompareProject_Click();
     void miToolsVerify_Click();
+    /// Shows what differs from that project on the disk.
+    void compareWithProject(const ChosenProject& other);
 
 signals:
     /// Items of another project were taken over, which lies in that folder (UTF-8).

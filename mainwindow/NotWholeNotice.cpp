@@ -2,7 +2,7 @@
 
 #include "check/FileFindings.h"
 #include "check/forms/FindingsPanel.h"
-#include "mainwindow/KeptDeviceFiles.h"
+#include "mainwindow/KeptFiles.h"
 #include "mainwindow/PanelDock.h"
 #include "model/ProjectLifecycle.h"
 

@@ -171,6 +171,10 @@ void ProjectCommands::importTable(const std::string& path) {
     sheets_->importAny(path);
 }
 
+void ProjectCommands::compareWith(const ChosenProject& other) {
+    comparison_->compareWithProject(other);
+}
+
 void ProjectCommands::miViewPanels_Click() {
     if (around_.dock.isVisible())
         around_.dock.closeForUser();

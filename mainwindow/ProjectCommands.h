@@ -51,6 +51,8 @@ public:
     /// Shows what the table of messages or variables would change, and takes what the user chooses.
     /// \param path UTF-8
     void importTable(const std::string& path);
+    /// Shows what differs between the project in memory and that one on the disk.
+    void compareWith(const ChosenProject& other);
 
 signals:
     /// The project got items of one in that folder (UTF-8).

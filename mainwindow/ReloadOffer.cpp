@@ -1,11 +1,14 @@
 #include "mainwindow/ReloadOffer.h"
 
+#include "dialogs/DialogMessages.h"
 #include "mainwindow/Guard.h"
 #include "mainwindow/PanelDock.h"
 #include "model/FolderLookup.h"
 #include "model/SystemPath.h"
 #include "widgets/ModalDialogs.h"
 #include "widgets/PathText.h"
+
+#include <utility>
 
 namespace orvista {
 
@@ -17,8 +20,8 @@ QString lineName() {
 
 } // namespace
 
-ReloadOffer::ReloadOffer(DocMgrModule::ProjectLifecycle& lifecycle, PanelDock& dock, QObject* parent)
-    : QObject(parent), lifecycle_(lifecycle), dock_(dock) {}
+ReloadOffer::ReloadOffer(DocMgrModule::ProjectLifecycle& lifecycle, Surroundings surroundings)
+    : QObject(&surroundings.window), lifecycle_(lifecycle), around_(std::move(surroundings)) {}
 
 std::string ReloadOffer::path() const {
     const Project& project = lifecycle_.project();
@@ -32,7 +35,7 @@ std::optional<FileStamp> ReloadOffer::onDisk() const {
 void ReloadOffer::follow(ProjectTransition transition) {
     if (transition != ProjectTransition::Reset && transition != ProjectTransition::Saved)
         return;
-    dock_.withdraw(lineName());
+    around_.dock.withdraw(lineName());
     // The program's start clears the mark of the unnamed project, too.
     hasFile_ = transition == ProjectTransition::Saved && !lifecycle_.project().ProjName.empty();
     known_ = hasFile_ ? onDisk() : std::nullopt;
@@ -47,24 +50,47 @@ void ReloadOffer::look() {
         return;
     told_ = now;
     if (now == known_)
-        dock_.withdraw(lineName());
+        around_.dock.withdraw(lineName());
     else
         say();
 }
 
+QString ReloadOffer::shownFile() const {
+    return shownPath(lifecycle_.project().ProjName + std::string(DocMgrModule::projectExtension));
+}
+
 void ReloadOffer::say() {
-    const QString file =
-        shownPath(lifecycle_.project().ProjName + std::string(DocMgrModule::projectExtension));
     if (told_)
-        dock_.offer({lineName(), tr("%1 was changed on the disk since it was read or written").arg(file),
-                     tr("Reload"), [this] { reload(); }});
+        around_.dock.offer({lineName(),
+                            tr("%1 was changed on the disk since it was read or written").arg(shownFile()),
+                            tr("Reload"), [this] { reload(); }});
     else
         // Opening it would only lose the project that is still here.
-        dock_.offer({lineName(), tr("%1 is no longer on the disk").arg(file), {}, nullptr});
+        around_.dock.offer({lineName(), tr("%1 is no longer on the disk").arg(shownFile()), {}, nullptr});
+}
+
+bool ReloadOffer::isOverwriting(const std::string& saved) const {
+    if (!hasFile_ || saved != path())
+        return false;
+    const auto now = onDisk();
+    return now && now != known_;
 }
 
 void ReloadOffer::reload() {
-    runGuarded(lifecycle_.fileContext().messages, [this] { lifecycle_.openGivenProject(path()); });
+    const Project& project = lifecycle_.project();
+    const bool loses = project.modified || around_.hasUnappliedEdits();
+    const ReloadChoice choice = loses ? chooseReload(&around_.window, shownFile()) : ReloadChoice::Discard;
+    if (choice == ReloadChoice::Discard)
+        readAgain();
+    if (choice == ReloadChoice::Compare)
+        around_.compare({project.ProjPath, project.ProjName});
+    // It stands until the file was read, or the user takes it away.
+    if (hasFile_ && told_ != known_)
+        say();
+}
+
+void ReloadOffer::readAgain() {
+    runGuarded(lifecycle_.fileContext().messages, [this] { lifecycle_.ReloadCommand(); });
 }
 
 } // namespace orvista

@@ -13,6 +13,7 @@
 #include "mainwindow/ModbusSettingPage.h"
 #include "mainwindow/Navigator.h"
 #include "mainwindow/NotWholeNotice.h"
+#include "mainwindow/OverwriteNotice.h"
 #include "mainwindow/PanelDock.h"
 #include "mainwindow/ProjectChanges.h"
 #include "mainwindow/ProjectCommands.h"
@@ -27,6 +28,7 @@
 #include "mainwindow/ToolIcons.h"
 #include "mainwindow/TryOut.h"
 #include "mainwindow/VariableListPage.h"
+#include "model/FolderLookup.h"
 #include "model/Item.h"
 #include "widgets/FormParts.h"
 
@@ -176,6 +178,7 @@ void frmMain::buildCommands() {
     buildDock();
     buildRecovery();
     notWhole_ = new NotWholeNotice(lifecycle_, *dock_, seams_.recovery.folder, this);
+    overwritten_ = new OverwriteNotice(*dock_, seams_.recovery.folder, this);
     tryOut_ = new TryOut(lifecycle_, *navigator_, *dock_,
                          seams_.tryOut.value_or(TryOutSettings::usual(lifecycle_.environment(), this)), this);
     auto* const tools = new ProjectCommands(
@@ -221,8 +224,10 @@ void frmMain::buildRecovery() {
                              {modbusPage_, variablePage_, messagePage_}, seams_.recovery);
 }
 
-void frmMain::buildOffers(const ProjectCommands& tools) {
-    reload_ = new ReloadOffer(lifecycle_, *dock_, this);
+void frmMain::buildOffers(ProjectCommands& tools) {
+    reload_ =
+        new ReloadOffer(lifecycle_, {*this, *dock_, [this] { return hasUnappliedEdits(); },
+                                     [&tools](const ChosenProject& onDisk) { tools.compareWith(onDisk); }});
     bitmaps_ = new BitmapOffer(project_, *dock_, this);
     connect(&tools, &ProjectCommands::itemsCameFrom, bitmaps_, &BitmapOffer::offerFrom);
     connect(bitmaps_, &BitmapOffer::copied, this, [this] {
@@ -356,6 +361,11 @@ void frmMain::showProjectName(const std::string& name) {
 
 void frmMain::beforeReplacing(const std::string& folder, const FileRemarks& remarks) {
     notWhole_->beforeReplacing(folder, remarks);
+}
+
+void frmMain::beforeSaving(const std::string& path) {
+    if (reload_->isOverwriting(path))
+        overwritten_->keep(projectFileOnDisk(lifecycle_.environment().paths, path));
 }
 
 bool frmMain::hasUnappliedEdits() const {

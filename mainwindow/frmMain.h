@@ -29,6 +29,7 @@ class ModbusSettingPage;
 class ProjectChanges;
 class Navigator;
 class NotWholeNotice;
+class OverwriteNotice;
 class PanelDock;
 class ProjectCommands;
 class Recovery;
@@ -81,6 +82,7 @@ public:
     void follow(ProjectTransition transition) override;
     void showProjectName(const std::string& name) override;
     void beforeReplacing(const std::string& folder, const FileRemarks& remarks) override;
+    void beforeSaving(const std::string& path) override;
 
 protected:
     bool event(QEvent* event) override;
@@ -92,7 +94,7 @@ private:
     void buildCommands();
     void buildDock();
     void buildRecovery();
-    void buildOffers(const ProjectCommands& tools);
+    void buildOffers(ProjectCommands& tools);
     template <typename Page>
     void connectItemPage(Page* page);
     void takeDroppedFiles(ProjectCommands& tools);
@@ -143,6 +145,7 @@ private:
     Recovery* recovery_ = nullptr;
     ReloadOffer* reload_ = nullptr;
     NotWholeNotice* notWhole_ = nullptr;
+    OverwriteNotice* overwritten_ = nullptr;
     BitmapOffer* bitmaps_ = nullptr;
     TryOut* tryOut_ = nullptr;
     ItemTree* trvSystem;

@@ -57,6 +57,8 @@ public:
     virtual void showProjectName(const std::string& name) = 0;
     /// Opening a project file in which this was met is about to replace the device files of that folder.
     virtual void beforeReplacing(const std::string& folder, const FileRemarks& remarks) = 0;
+    /// A save is about to replace the project file of that path, or to write it for the first time.
+    virtual void beforeSaving(const std::string& path) = 0;
 };
 
 /// What a page needs of the project's life.

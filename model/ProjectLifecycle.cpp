@@ -1,5 +1,6 @@
 #include "model/ProjectLifecycle.h"
 
+#include "model/NoMessages.h"
 #include "model/Text.h"
 
 #include <utility>
@@ -71,8 +72,25 @@ bool ProjectLifecycle::leaveProjectToOpen() {
     return true;
 }
 
+void ProjectLifecycle::ReloadCommand() {
+    const std::string path = projectFilePath(environment_.paths, project_.ProjPath, project_.ProjName);
+    NoMessages silent;
+    Project tried;
+    if (!readProjectWithoutWriting(path, tried, {environment_.paths, silent})) {
+        messages_.show(MessageIcon::None, "Unable to open " + path);
+        return;
+    }
+    InitProject();
+    openProjectFile(path);
+}
+
+SaveOutcome ProjectLifecycle::save(const std::string& folder, const std::string& name) {
+    window_.beforeSaving(projectFilePath(environment_.paths, folder, name));
+    return SaveProject(folder, name, project_, fileContext());
+}
+
 SaveOutcome ProjectLifecycle::SaveCommand() {
-    const SaveOutcome outcome = SaveProject(project_.ProjPath, project_.ProjName, project_, fileContext());
+    const SaveOutcome outcome = save(project_.ProjPath, project_.ProjName);
     if (outcome != SaveOutcome::ProjectFileFailed) {
         fileRemarks_ = {};
         SetModified(false);
@@ -86,7 +104,7 @@ void ProjectLifecycle::SaveAsCommand() {
     if (!parts)
         return;
     const std::string name = projectNameOfFile(parts->name);
-    if (SaveProject(parts->folder, name, project_, fileContext()) == SaveOutcome::ProjectFileFailed)
+    if (save(parts->folder, name) == SaveOutcome::ProjectFileFailed)
         return;
     project_.ProjPath = parts->folder;
     project_.ProjName = name;

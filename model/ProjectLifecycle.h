@@ -32,6 +32,9 @@ public:
     /// Open with this path (absolute, UTF-8) in place of the dialog: the question, the reset, the file. Where
     /// the file cannot be read, there is no project afterwards, as after a failed Open.
     void openGivenProject(const std::string& path);
+    /// Reads the project's own file again, without a question: what is not saved is lost. A file that cannot
+    /// be read changes nothing.
+    void ReloadCommand();
     /// Saves under the current folder and name, without a dialog.
     SaveOutcome SaveCommand();
     void SaveAsCommand();
@@ -63,6 +66,7 @@ public:
 private:
     /// False when the project could not be saved and stays.
     bool leaveProjectToOpen();
+    SaveOutcome save(const std::string& folder, const std::string& name);
     void setIdentity(const ChosenProject& chosen);
     /// The project in memory gets its identity and is modified: it has no file yet.
     void adoptUnsaved(const ChosenProject& chosen);

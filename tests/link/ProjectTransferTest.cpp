@@ -140,6 +140,7 @@ public:
     void follow(ProjectTransition transition) override { transitions.add(transition); }
     void showProjectName(const std::string&) override {}
     void beforeReplacing(const std::string&, const FileRemarks&) override {}
+    void beforeSaving(const std::string&) override {}
 
     int refreshes = 0;
     std::string caption;

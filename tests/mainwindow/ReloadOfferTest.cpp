@@ -2,11 +2,15 @@
 #include "model/ProjectFile.h"
 #include "model/SystemPath.h"
 #include "tests/support/EditorFixture.h"
+#include "tests/support/ModalDriver.h"
 
 #include <QDialog>
+#include <QDirIterator>
 #include <QLabel>
+#include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QTableView>
 
 #include <chrono>
 #include <filesystem>
@@ -20,6 +24,7 @@ namespace {
 /// The editor with a saved project, beside somebody who saves the same project.
 struct Shared : EditorFixture {
     Shared() {
+        recovery = {QString::fromStdString(kept.path()), std::chrono::hours(1)};
         startWithNewProject();
         trigger("miFileSave");
     }
@@ -38,10 +43,32 @@ struct Shared : EditorFixture {
         QEvent activation(QEvent::WindowActivate);
         QCoreApplication::sendEvent(window.get(), &activation);
     }
-    QString line() const {
-        const auto* const label = window->findChild<QLabel*>(QStringLiteral("lblReload"));
-        return label && label->isVisible() ? label->text() : QString();
+    /// Another program saves while the user has changes.
+    void changeBeside(const std::string& script) {
+        type("txtSystemIP", QStringLiteral("127.0.0.9"));
+        saveElsewhere(script);
+        comeBack();
     }
+    /// Presses Reload and answers the question that it has to ask.
+    void answer(const std::function<void(QMessageBox*)>& act) const {
+        onModal(QStringLiteral("ReloadQuestion"),
+                [act](QWidget* box) { act(qobject_cast<QMessageBox*>(box)); });
+        click("btnReload");
+        QVERIFY(allModalsServed());
+    }
+    QString line(const char* label = "lblReload") const {
+        const auto* const found = window->findChild<QLabel*>(QLatin1String(label));
+        return found && found->isVisible() ? found->text().remove(QChar(0x200B)) : QString();
+    }
+    QStringList keptFiles() const {
+        QStringList paths;
+        QDirIterator files(QString::fromStdString(kept.path()), {"*.orx"}, QDir::Files,
+                           QDirIterator::Subdirectories);
+        while (files.hasNext())
+            paths << files.next();
+        return paths;
+    }
+    TemporaryFolder kept;
     fs::file_time_type changed = fs::file_time_type::clock::now();
 };
 
@@ -55,7 +82,16 @@ private slots:
     void saysSoWhenSomebodyElseSavedTheProject();
     void saysNothingOfWhatTheEditorItselfWrote();
     void reloadingOpensTheFile();
-    void reloadingAsksForChangesFirst();
+    void aReloadAsksBeforeItDiscardsChanges();
+    void noLeavesEverythingAsItIs_data();
+    void noLeavesEverythingAsItIs();
+    void textsThatAreNotAppliedAreChanges();
+    void compareShowsWhatTheDiskHas();
+    void aFileThatCannotBeReadChangesNothing();
+    void aSaveKeepsWhatAnotherProgramWrote();
+    void aSaveGoesOnWhereNothingCanBeKept();
+    void aSaveOfItsOwnFileKeepsNothing();
+    void whatIsSavedUnderAnotherNameReplacesNothingOfOthers();
     void saysSoOnceForEachState();
     void goesWithASaveAndWithTheProject();
     void goesWhenTheFileIsAsItWas();
@@ -105,16 +141,118 @@ void ReloadOfferTest::reloadingOpensTheFile() {
     QCOMPARE(editor.line(), QString());
 }
 
-void ReloadOfferTest::reloadingAsksForChangesFirst() {
+void ReloadOfferTest::aReloadAsksBeforeItDiscardsChanges() {
+    Shared editor;
+    editor.changeBeside("x");
+    const std::string theirs = fileBytes(editor.file());
+    editor.answer([](QMessageBox* box) {
+        QCOMPARE(box->text(), QStringLiteral("Discard your changes and read Line3.orx again?"));
+        QTest::keyClick(box->button(QMessageBox::Yes), Qt::Key_Space);
+    });
+    QCOMPARE(editor.project.STDMSG[2], std::string("x\r\n"));
+    QCOMPARE(fileBytes(editor.file()), theirs);
+    QCOMPARE(editor.title(), QStringLiteral("Orvista Message Editor - [Line3]"));
+    QCOMPARE(editor.line(), QString());
+    QVERIFY(editor.messages.asked.empty());
+}
+
+void ReloadOfferTest::noLeavesEverythingAsItIs_data() {
+    QTest::addColumn<int>("key");
+    QTest::newRow("Enter presses No") << static_cast<int>(Qt::Key_Return);
+    QTest::newRow("Esc is No") << static_cast<int>(Qt::Key_Escape);
+}
+
+void ReloadOfferTest::noLeavesEverythingAsItIs() {
+    QFETCH(const int, key);
+    Shared editor;
+    editor.changeBeside("x");
+    editor.answer([key](QMessageBox* box) { QTest::keyClick(box, static_cast<Qt::Key>(key)); });
+    QCOMPARE(editor.project.IP, std::string("127.0.0.9"));
+    QCOMPARE(editor.title(), QStringLiteral("Orvista Message Editor - [Line3*]"));
+    QCOMPARE(editor.line(), changedLine);
+}
+
+void ReloadOfferTest::textsThatAreNotAppliedAreChanges() {
+    Shared editor;
+    editor.showMessage("R3");
+    QTest::keyClicks(editor.find<QPlainTextEdit>("txtMsg"), QStringLiteral("typed"));
+    editor.saveElsewhere("x");
+    editor.comeBack();
+    editor.answer([](QMessageBox* box) { QTest::keyClick(box, Qt::Key_Escape); });
+    QCOMPARE(editor.project.STDMSG[2], std::string("CLEAR"));
+}
+
+void ReloadOfferTest::compareShowsWhatTheDiskHas() {
+    Shared editor;
+    editor.changeBeside("x");
+    editor.answer([](QMessageBox* box) {
+        QTRY_VERIFY(box->isActiveWindow());
+        QTest::keyClick(box, Qt::Key_C, Qt::AltModifier);
+    });
+    const auto* const rows = editor.find<QTableView>("tblComparison")->model();
+    QStringList differing;
+    for (int row = 0; row < rows->rowCount(); ++row)
+        differing << rows->index(row, 0).data().toString();
+    QVERIFY2(differing.contains(QStringLiteral("STDMSG3")), qPrintable(differing.join(u' ')));
+    QCOMPARE(editor.project.IP, std::string("127.0.0.9"));
+    QCOMPARE(editor.line(), changedLine);
+}
+
+void ReloadOfferTest::aFileThatCannotBeReadChangesNothing() {
     Shared editor;
     editor.saveElsewhere("x");
     editor.comeBack();
-    editor.type("txtSystemIP", QStringLiteral("127.0.0.9"));
-    editor.messages.answers = {Answer::No};
+    fs::remove(systemPath(editor.file()));
     editor.click("btnReload");
-    QCOMPARE(editor.messages.asked,
-             std::vector<std::string>{"Do you want to save current project before open new one?"});
-    QCOMPARE(editor.project.STDMSG[2], std::string("x\r\n"));
+    QCOMPARE(editor.messages.shown.size(), std::size_t{1});
+    QCOMPARE(editor.messages.shown[0].text, "Unable to open " + editor.file());
+    QCOMPARE(editor.title(), QStringLiteral("Orvista Message Editor - [Line3]"));
+    QCOMPARE(editor.project.STDMSG[2], std::string("CLEAR"));
+}
+
+void ReloadOfferTest::aSaveKeepsWhatAnotherProgramWrote() {
+    Shared editor;
+    editor.changeBeside("x");
+    const std::string theirs = fileBytes(editor.file());
+    editor.trigger("miFileSave");
+    const QStringList kept = editor.keptFiles();
+    QCOMPARE(kept.size(), 1);
+    QVERIFY(kept.front().endsWith(QStringLiteral("/Line3.orx")));
+    QCOMPARE(fileBytes(kept.front().toStdString()), theirs);
+    QCOMPARE(editor.line("lblOverwritten"),
+             "What another program had written to Line3.orx was kept as " + kept.front());
+    QVERIFY(fileBytes(editor.file()) != theirs);
+}
+
+void ReloadOfferTest::aSaveGoesOnWhereNothingCanBeKept() {
+    Shared editor;
+    editor.changeBeside("x");
+    fs::remove_all(systemPath(editor.kept.path()));
+    writeBytes(editor.kept.path(), "a file where the folder was to be");
+    editor.trigger("miFileSave");
+    QCOMPARE(editor.line("lblOverwritten"),
+             QStringLiteral("No copy was kept of what another program had written to Line3.orx"));
+    QCOMPARE(editor.title(), QStringLiteral("Orvista Message Editor - [Line3]"));
+}
+
+void ReloadOfferTest::aSaveOfItsOwnFileKeepsNothing() {
+    Shared editor;
+    editor.type("txtSystemIP", QStringLiteral("127.0.0.9"));
+    editor.trigger("miFileSave");
+    editor.saveElsewhere("x");
+    fs::remove(systemPath(editor.file()));
+    editor.type("txtSystemIP", QStringLiteral("127.0.0.8"));
+    editor.trigger("miFileSave");
+    QCOMPARE(editor.keptFiles(), QStringList());
+    QCOMPARE(editor.line("lblOverwritten"), QString());
+}
+
+void ReloadOfferTest::whatIsSavedUnderAnotherNameReplacesNothingOfOthers() {
+    Shared editor;
+    editor.changeBeside("x");
+    editor.chooser.saveAsPaths.push_back(editor.projectFolder.file("Line4.orx"));
+    editor.trigger("miFileSaveAs");
+    QCOMPARE(editor.keptFiles(), QStringList());
 }
 
 void ReloadOfferTest::saysSoOnceForEachState() {

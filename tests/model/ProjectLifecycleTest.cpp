@@ -42,6 +42,7 @@ public:
         replacedIn = folder;
         metBefore = remarks.list();
     }
+    void beforeSaving(const std::string& path) override { aboutToSave.push_back(path); }
 
     ModifiedMark* mark = nullptr;
     int refreshes = 0;
@@ -50,6 +51,7 @@ public:
     std::string caption;
     std::string replacedIn;
     std::vector<FileRemark> metBefore;
+    std::vector<std::string> aboutToSave;
     RecordedTransitions transitions;
 
 private:
@@ -293,6 +295,33 @@ TEST_F(Lifecycle, AGivenFileThatCannotBeReadLeavesTheResetState) {
     ASSERT_EQ(messages.shown.size(), 1U);
     EXPECT_EQ(messages.shown[0], (Shown{MessageIcon::None, "Unable to open " + plant("Gone.orx")}));
     expectReset();
+}
+
+TEST_F(Lifecycle, AReloadDiscardsChangesWithoutAQuestion) {
+    storeProject("A");
+    lifecycle.openProjectFile(plant("A.orx"));
+    project.STDMSG[0] = "mine";
+    lifecycle.SetModified(true);
+    lifecycle.ReloadCommand();
+    EXPECT_EQ(project.STDMSG[0], "CLEAR\r\n");
+    EXPECT_EQ(window.caption, "Orvista Message Editor - [A]");
+    EXPECT_TRUE(messages.asked.empty());
+}
+
+TEST_F(Lifecycle, AReloadOfAFileThatCannotBeReadChangesNothing) {
+    create("A");
+    lifecycle.ReloadCommand();
+    EXPECT_EQ(window.caption, "Orvista Message Editor - [A*]");
+    EXPECT_EQ(messages.shown, (std::vector<ScriptedMessages::Shown>{
+                                  {MessageIcon::None, "Unable to open " + plant("A.orx")}}));
+}
+
+TEST_F(Lifecycle, TheWindowIsToldOfEverySaveBefore) {
+    create("A");
+    lifecycle.SaveCommand();
+    chooser.saveAsPaths.push_back(plant("B.orx"));
+    lifecycle.SaveAsCommand();
+    EXPECT_EQ(window.aboutToSave, (std::vector<std::string>{plant("A.orx"), plant("B.orx")}));
 }
 
 TEST_F(Lifecycle, SaveAsTakesFolderAndNameFromThePath) {
