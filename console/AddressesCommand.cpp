@@ -1,17 +1,21 @@
 #include "console/Commands.h"
 
+#include "compare/DisplayContents.h"
 #include "console/JsonText.h"
 #include "console/Output.h"
 #include "console/Projects.h"
 #include "items/AddressList.h"
 #include "model/Text.h"
+#include "model/UtcTime.h"
 #include "sheets/AddressSheet.h"
 
 #include <CLI/App.hpp>
 #include <nlohmann/json.hpp>
 
+#include <chrono>
 #include <memory>
 #include <optional>
+#include <system_error>
 
 namespace orvista::console {
 
@@ -66,11 +70,23 @@ nlohmann::ordered_json jsonRow(const AddressRow& row) {
     return object;
 }
 
-std::string addressJson(const std::vector<AddressRow>& rows) {
+/// \throws CommandFailure for a bitmap that cannot be read
+AddressHead headOf(const Project& project) {
+    try {
+        return {fingerprint(DisplayContents::ofProject(project)), utcText(std::chrono::system_clock::now())};
+    } catch (const std::system_error& failure) {
+        throw CommandFailure(ExitStatus::Unusable, failure.what());
+    }
+}
+
+std::string addressJson(const std::vector<AddressRow>& rows, const AddressHead& head) {
     auto list = nlohmann::ordered_json::array();
     for (const AddressRow& row : rows)
         list.push_back(jsonRow(row));
-    return jsonText({{"version", programRelease}, {"addresses", std::move(list)}});
+    return jsonText({{"version", programRelease},
+                     {"fingerprint", head.fingerprint},
+                     {"time", head.time},
+                     {"addresses", std::move(list)}});
 }
 
 ExitStatus listAddresses(const AddressesOptions& options) {
@@ -84,10 +100,10 @@ ExitStatus listAddresses(const AddressesOptions& options) {
         text = addressCsv(rows, separator);
         break;
     case Format::Html:
-        text = addressHtml(rows, project);
+        text = addressHtml(rows, project, headOf(project));
         break;
     case Format::Json:
-        text = addressJson(rows);
+        text = addressJson(rows, headOf(project));
         break;
     }
     if (options.output.empty())

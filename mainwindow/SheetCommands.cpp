@@ -1,10 +1,12 @@
 #include "mainwindow/SheetCommands.h"
 
+#include "compare/DisplayContents.h"
 #include "items/AddressList.h"
 #include "mainwindow/PanelDock.h"
 #include "mainwindow/ProjectChanges.h"
 #include "model/FileReplacing.h"
 #include "model/Text.h"
+#include "model/UtcTime.h"
 #include "sheets/AddressSheet.h"
 #include "sheets/MessageSheet.h"
 #include "sheets/VariableSheet.h"
@@ -16,6 +18,7 @@
 
 #include <QFileInfo>
 
+#include <chrono>
 #include <system_error>
 
 namespace orvista {
@@ -28,6 +31,17 @@ QString fileName(const std::string& path) {
     return QFileInfo(shownPath(path)).fileName();
 }
 
+/// Without a fingerprint where a bitmap cannot be read.
+AddressHead headOf(const Project& project) {
+    AddressHead head{{}, utcText(std::chrono::system_clock::now())};
+    try {
+        head.fingerprint = fingerprint(DisplayContents::ofProject(project));
+    } catch (const std::system_error&) {
+        return head;
+    }
+    return head;
+}
+
 /// The list in the form that the file's ending names; nothing for another ending.
 std::optional<std::string> addressListFor(const std::string& path, const Project& project) {
     const auto rows = addressList(project);
@@ -35,9 +49,9 @@ std::optional<std::string> addressListFor(const std::string& path, const Project
     if (endsWith(".csv"))
         return addressCsv(rows);
     if (endsWith(".html") || endsWith(".htm"))
-        return addressHtml(rows, project);
+        return addressHtml(rows, project, headOf(project));
     if (endsWith(".pdf"))
-        return addressPdf(addressHtmlBody(rows, project),
+        return addressPdf(addressHtmlBody(rows, project, headOf(project)),
                           SheetCommands::tr("Addresses of %1").arg(shownPath(project.ProjName)))
             .toStdString();
     return std::nullopt;

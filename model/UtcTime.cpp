@@ -2,6 +2,8 @@
 
 #include "model/Numbers.h"
 
+#include <string_view>
+
 namespace orvista {
 
 namespace {
@@ -17,14 +19,28 @@ std::string dateText(std::chrono::sys_days day) {
            "-" + twoDigits(static_cast<unsigned>(date.day()));
 }
 
+/// \param between hours, minutes and seconds
+std::string momentText(UtcMoment moment, std::string_view between) {
+    const auto day = std::chrono::floor<std::chrono::days>(moment);
+    const std::chrono::hh_mm_ss time(std::chrono::floor<std::chrono::seconds>(moment - day));
+    return dateText(day)
+        .append("T")
+        .append(twoDigits(static_cast<unsigned>(time.hours().count())))
+        .append(between)
+        .append(twoDigits(static_cast<unsigned>(time.minutes().count())))
+        .append(between)
+        .append(twoDigits(static_cast<unsigned>(time.seconds().count())))
+        .append("Z");
+}
+
 } // namespace
 
 std::string utcFolderName(UtcMoment moment) {
-    const auto day = std::chrono::floor<std::chrono::days>(moment);
-    const std::chrono::hh_mm_ss time(std::chrono::floor<std::chrono::seconds>(moment - day));
-    return dateText(day) + "T" + twoDigits(static_cast<unsigned>(time.hours().count())) +
-           twoDigits(static_cast<unsigned>(time.minutes().count())) +
-           twoDigits(static_cast<unsigned>(time.seconds().count())) + "Z";
+    return momentText(moment, {});
+}
+
+std::string utcText(UtcMoment moment) {
+    return momentText(moment, ":");
 }
 
 } // namespace orvista

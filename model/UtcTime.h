@@ -11,4 +11,7 @@ using UtcMoment = std::chrono::system_clock::time_point;
 /// "2026-11-22T031500Z", which can be a folder's name on every platform.
 std::string utcFolderName(UtcMoment moment);
 
+/// "2026-11-22T03:15:00Z"
+std::string utcText(UtcMoment moment);
+
 } // namespace orvista

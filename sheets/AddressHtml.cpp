@@ -2,6 +2,8 @@
 
 #include "model/Windows1252.h"
 
+#include <algorithm>
+
 namespace orvista {
 
 namespace {
@@ -109,23 +111,35 @@ void appendBlock(std::string& html, std::span<const AddressRow> rows, std::strin
     html += "</tbody>\n</table>\n";
 }
 
+/// "2026-11-22 03:15:00 UTC"
+std::string timeForPeople(std::string time) {
+    std::ranges::replace(time, 'T', ' ');
+    if (time.ends_with('Z'))
+        time.replace(time.size() - 1, 1, " UTC");
+    return time;
+}
+
 std::string titleOf(const Project& project) {
     return "Addresses of " + escapedForHtml(project.ProjName);
 }
 
 } // namespace
 
-std::string addressHtml(std::span<const AddressRow> rows, const Project& project) {
+std::string addressHtml(std::span<const AddressRow> rows, const Project& project, const AddressHead& head) {
     return std::string(pageStart)
         .append(titleOf(project))
         .append(style)
-        .append(addressHtmlBody(rows, project))
+        .append(addressHtmlBody(rows, project, head))
         .append("</body>\n</html>\n");
 }
 
-std::string addressHtmlBody(std::span<const AddressRow> rows, const Project& project) {
+std::string addressHtmlBody(std::span<const AddressRow> rows, const Project& project,
+                            const AddressHead& head) {
     std::string html = "<h1>" + titleOf(project) + "</h1>\n<p>Device address: ";
-    html.append(escapedForHtml(utf8FromWindows1252(project.IP))).append("</p>\n").append(explanations);
+    html.append(escapedForHtml(utf8FromWindows1252(project.IP))).append("</p>\n<p>");
+    if (!head.fingerprint.empty())
+        html.append("Fingerprint of the project: ").append(head.fingerprint).append("<br>\n");
+    html.append("As of ").append(timeForPeople(head.time)).append("</p>\n").append(explanations);
     appendBlock(html, rows, "float", "Float variables");
     appendBlock(html, rows, "boolean", "Boolean variables");
     appendBlock(html, rows, "emergency", "Emergency messages");

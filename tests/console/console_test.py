@@ -1,5 +1,6 @@
 """console_test.py PROGRAM SOURCE: the commands as their users know them."""
 
+import calendar
 import csv
 import io
 import json
@@ -10,6 +11,7 @@ import select
 import struct
 import subprocess
 import sys
+import time
 import tty
 import zlib
 from pathlib import Path
@@ -178,6 +180,16 @@ class Addresses(ProgramTest):
         self.assertIsInstance(rows[0]["address"], int)
         self.expect(0, "addresses", PROJECT, "-o", "list.json")
         self.assertEqual(json.loads((self.folder / "list.json").read_bytes())["addresses"], rows)
+
+    def test_the_head_has_the_fingerprint_and_the_time(self):
+        fingerprint = self.expect(0, "fingerprint", PROJECT).decode().split()[0]
+        before = int(time.time())
+        listed = json.loads(self.expect(0, "addresses", PROJECT, "--json"))
+        self.assertEqual(listed["fingerprint"], fingerprint)
+        self.assertTrue(before <= calendar.timegm(time.strptime(listed["time"], "%Y-%m-%dT%H:%M:%SZ")) <= time.time())
+        self.expect(0, "addresses", PROJECT, "-o", "list.html")
+        self.assertRegex((self.folder / "list.html").read_text("utf-8"),
+                         rf"<p>Fingerprint of the project: {fingerprint}<br>\nAs of \d{{4}}-\d\d-\d\d \d\d:\d\d:\d\d UTC</p>")
 
     def test_html(self):
         self.expect(0, "addresses", PROJECT, "-o", "list.html")

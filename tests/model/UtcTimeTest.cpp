@@ -17,6 +17,10 @@ TEST(UtcTime, FolderNamesSortAsTheMomentsDo) {
     EXPECT_EQ(utcFolderName(moment(2027y / January / 1d, 0s)), "2027-01-01T000000Z");
 }
 
+TEST(UtcTime, TextsAreIso8601) {
+    EXPECT_EQ(utcText(moment(2026y / November / 22d, 3h + 15min + 7s)), "2026-11-22T03:15:07Z");
+}
+
 TEST(UtcTime, WhatIsBelowASecondIsLeftOut) {
     EXPECT_EQ(utcFolderName(moment(2026y / July / 4d, 9h) + 999ms), "2026-07-04T090000Z");
 }
