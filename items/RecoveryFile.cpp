@@ -13,6 +13,8 @@ namespace orvista {
 namespace {
 
 constexpr std::string_view recoveryFirstLine = "orvista-recovery 1\n";
+constexpr std::string_view recoveryWord = recoveryFirstLine.substr(0, recoveryFirstLine.size() - 2);
+constexpr int recoveryVersion = 1;
 constexpr std::size_t checksumDigits = 16;
 
 /// Calls `visit` with every text that stands before the addresses.
@@ -83,6 +85,15 @@ std::string recoveryBytes(const Project& project, const std::vector<NotAppliedTe
             writer.add(text);
     }
     return recoveryFrame(writer.bytes());
+}
+
+bool isRecoveryOfNewerVersion(std::string_view bytes) {
+    if (!bytes.starts_with(recoveryWord))
+        return false;
+    const std::string_view line = bytes.substr(recoveryWord.size(), bytes.find('\n') - recoveryWord.size());
+    int version = 0;
+    const auto [end, error] = std::from_chars(line.data(), line.data() + line.size(), version);
+    return error == std::errc() && end == line.data() + line.size() && version > recoveryVersion;
 }
 
 std::optional<UnsavedWork> readRecovery(std::string_view bytes) {

@@ -42,6 +42,9 @@ std::string recoveryBytes(const Project& project, const std::vector<NotAppliedTe
 /// Nothing when the bytes are not whole, or of another version.
 std::optional<UnsavedWork> readRecovery(std::string_view bytes);
 
+/// The bytes begin as a later version of the program writes them.
+bool isRecoveryOfNewerVersion(std::string_view bytes);
+
 /// The texts with the two lines in front of them.
 std::string recoveryFrame(std::string_view texts);
 

@@ -18,6 +18,7 @@ constexpr std::size_t namesTold = 8;
 
 /// Of the line in the dock, and of its button.
 constexpr const char* recoveryOffer = "UnsavedWork";
+constexpr const char* noCopyNotice = "NoCopy";
 
 QString told(const std::vector<std::string>& names) {
     QStringList list;
@@ -52,6 +53,20 @@ Recovery::Recovery(DocMgrModule::ProjectLifecycle& lifecycle, const Surroundings
       pages_(std::move(pages)),
       keeper_(new RecoveryKeeper(lifecycle.project(), {pages_.begin(), pages_.end()}, settings, this)) {
     connect(&around_.dock, &PanelDock::shownChanged, this, &Recovery::tellOnce);
+    if (!settings.folder.isEmpty())
+        connect(keeper_, &RecoveryKeeper::failed, this,
+                [this, folder = settings.folder] { tellNotKept(folder); });
+}
+
+void Recovery::tellNotKept(const QString& folder) {
+    if (std::exchange(hasToldNotKept_, true))
+        return;
+    around_.dock.offer({QString::fromLatin1(noCopyNotice),
+                        tr("No copy of unsaved work can be kept in %1. Save often, and see that this folder "
+                           "can be written and that the disk is not full.")
+                            .arg(shownPath(folder.toStdString())),
+                        {},
+                        nullptr});
 }
 
 /// Looked for with the first sight of the dock only: the start is to cost nothing, and to show nothing.
@@ -64,11 +79,22 @@ void Recovery::tellOnce(bool dockShown) {
 
 void Recovery::miToolsRestore_Click() {
     around_.dock.withdraw(QString::fromLatin1(recoveryOffer));
-    const std::vector<RecoveryFolder::Copy> copies = keeper_->folder().abandoned();
-    frmRestore dialog(rowsOf(copies), &around_.window);
+    std::vector<RecoveryFolder::Copy> copies = keeper_->folder().abandoned();
+    frmRestore dialog(
+        rowsOf(copies), [&](std::size_t row) { return remove(copies, row); }, &around_.window);
     dialog.exec();
     if (!dialog.IsCanceled)
         open(copies.at(static_cast<std::size_t>(dialog.chosen)).path);
+}
+
+bool Recovery::remove(std::vector<RecoveryFolder::Copy>& copies, std::size_t row) {
+    const QString path = copies.at(row).path;
+    if (!RecoveryFolder::removeAbandoned(path)) {
+        around_.messages.show(MessageIcon::Exclamation, "Unable to remove " + path.toStdString());
+        return false;
+    }
+    copies.erase(copies.begin() + static_cast<std::ptrdiff_t>(row));
+    return true;
 }
 
 std::vector<frmRestore::Row> Recovery::rowsOf(const std::vector<RecoveryFolder::Copy>& copies) const {
@@ -82,7 +108,10 @@ std::vector<frmRestore::Row> Recovery::rowsOf(const std::vector<RecoveryFolder::
 frmRestore::Row Recovery::rowOf(const RecoveryFolder::Copy& copy) const {
     const auto work = RecoveryFolder::read(copy.path);
     if (!work)
-        return {copy.written, shownPath(copy.path.toStdString()), tr("cannot be read")};
+        return {copy.written, shownPath(copy.path.toStdString()),
+                RecoveryFolder::isOfNewerVersion(copy.path)
+                    ? tr("was written by a newer version of the program")
+                    : tr("cannot be read")};
     const PathRules& paths = lifecycle_.environment().paths;
     return {copy.written, shownPath(paths.join(work->project.ProjPath, work->project.ProjName)),
             told(unsavedDifferences(*work, paths))};

@@ -40,14 +40,17 @@ public:
 
 private:
     void tellOnce(bool dockShown);
+    void tellNotKept(const QString& folder);
     std::vector<frmRestore::Row> rowsOf(const std::vector<RecoveryFolder::Copy>& copies) const;
     frmRestore::Row rowOf(const RecoveryFolder::Copy& copy) const;
+    bool remove(std::vector<RecoveryFolder::Copy>& copies, std::size_t row);
     void open(const QString& path);
 
     DocMgrModule::ProjectLifecycle& lifecycle_;
     Surroundings around_;
     std::vector<ItemPage*> pages_;
     bool hasTold_ = false;
+    bool hasToldNotKept_ = false;
     RecoveryKeeper* keeper_;
 };
 

@@ -1,5 +1,6 @@
 #include "mainwindow/RecoveryFolder.h"
 
+#include "mainwindow/RecoveryLock.h"
 #include "model/Bytes.h"
 #include "model/SystemFile.h"
 #include "model/SystemPath.h"
@@ -17,18 +18,35 @@ namespace orvista {
 namespace {
 
 constexpr QLatin1String copySuffix(".recovery");
-constexpr QLatin1String lockSuffix(".lock");
 
 /// Longer files are none of ours.
 constexpr qint64 maximumCopyBytes = qint64{256} << 20;
 
-/// The lock of the editor whose copy, or what was to become one, is at `path`. Held when it can be had.
-std::unique_ptr<QLockFile> lockOf(const QString& path) {
-    const QFileInfo file(path);
-    auto lock =
-        std::make_unique<QLockFile>(file.dir().filePath(file.fileName().section(u'.', 0, 0) + lockSuffix));
-    lock->setStaleLockTime(0); // an editor may run for days: only that it has ended counts
+constexpr QDir::Filters regularFiles = QDir::Files | QDir::NoSymLinks;
+
+/// Our names begin with an identifier.
+bool isOurs(const QFileInfo& file) {
+    return file.isFile() && !QUuid::fromString(file.fileName().section(u'.', 0, 0)).isNull();
+}
+
+/// Null where another editor has it, or it cannot be written.
+std::unique_ptr<QLockFile> heldLock(const QString& path) {
+    auto lock = recoveryLockOf(path);
     return lock->tryLock(0) ? std::move(lock) : nullptr;
+}
+
+/// Nothing of what is no regular file, or too long.
+QByteArray copyBytes(const QString& path) {
+    const QFileInfo info(path);
+    QFile file(path);
+    if (info.isSymLink() || !info.isFile() || !file.open(QIODevice::ReadOnly) ||
+        file.size() > maximumCopyBytes)
+        return {};
+    return file.read(maximumCopyBytes);
+}
+
+std::string_view viewOf(const QByteArray& bytes) {
+    return {bytes.constData(), static_cast<std::size_t>(bytes.size())};
 }
 
 } // namespace
@@ -41,7 +59,7 @@ bool RecoveryFolder::prepare() {
     // Scripts are nobody else's business.
     QFile::setPermissions(folder_, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     path_ = QDir(folder_).filePath(QUuid::createUuid().toString(QUuid::WithoutBraces) + copySuffix);
-    lock_ = lockOf(path_);
+    lock_ = heldLock(path_);
     if (lock_)
         removeLeftovers();
     return lock_ != nullptr;
@@ -81,15 +99,15 @@ std::vector<RecoveryFolder::Copy> RecoveryFolder::copies() const {
     const QDir folder(folder_);
     if (folder_.isEmpty())
         return copies;
-    for (const QFileInfo& file : folder.entryInfoList({u'*' + copySuffix}, QDir::Files, QDir::Time))
-        if (file.filePath() != path_)
+    for (const QFileInfo& file : folder.entryInfoList({u'*' + copySuffix}, regularFiles, QDir::Time))
+        if (isOurs(file) && file.filePath() != path_)
             copies.push_back({file.filePath(), file.lastModified()});
     return copies;
 }
 
 std::vector<RecoveryFolder::Copy> RecoveryFolder::abandoned() const {
     std::vector<Copy> found = copies();
-    std::erase_if(found, [](const Copy& copy) { return !lockOf(copy.path); });
+    std::erase_if(found, [](const Copy& copy) { return isRecoveryLockHeld(copy.path); });
     return found;
 }
 
@@ -104,7 +122,7 @@ void RecoveryFolder::removeOld() const {
         if (copy.written >= oldest && bytes <= keptBytes)
             return;
         const qint64 size = QFileInfo(copy.path).size();
-        if (const auto lock = lockOf(copy.path); lock && QFile::remove(copy.path))
+        if (const auto lock = heldLock(copy.path); lock && QFile::remove(copy.path))
             bytes -= size;
     }
 }
@@ -112,36 +130,46 @@ void RecoveryFolder::removeOld() const {
 /// Locks without a copy, and copies that were not yet whole, of editors that were killed.
 void RecoveryFolder::removeLeftovers() const {
     const QDir folder(folder_);
-    for (const QString& name : folder.entryList(QDir::Files)) {
-        const bool isLock = name.endsWith(lockSuffix);
+    for (const QFileInfo& file : folder.entryInfoList(regularFiles)) {
+        const QString name = file.fileName();
+        const bool isLock = name.endsWith(recoveryLockSuffix);
+        const bool isPart = name.section(u'.', 1).startsWith(copySuffix.mid(1) + u'.');
         const bool hasCopy = QFile::exists(folder.filePath(name.section(u'.', 0, 0) + copySuffix));
-        if (name.endsWith(copySuffix) || (isLock && hasCopy))
+        if (!isOurs(file) || !(isPart || (isLock && !hasCopy)))
             continue;
         // Giving the lock back removes its file.
-        if (const auto lock = lockOf(folder.filePath(name)); lock && !isLock)
-            QFile::remove(folder.filePath(name));
+        if (const auto lock = heldLock(file.filePath()); lock && isPart)
+            QFile::remove(file.filePath());
     }
 }
 
 std::optional<UnsavedWork> RecoveryFolder::read(const QString& path) {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly) || file.size() > maximumCopyBytes)
-        return std::nullopt;
-    const QByteArray bytes = file.readAll();
-    return readRecovery({bytes.constData(), static_cast<std::size_t>(bytes.size())});
+    return readRecovery(viewOf(copyBytes(path)));
+}
+
+bool RecoveryFolder::isOfNewerVersion(const QString& path) {
+    return isRecoveryOfNewerVersion(viewOf(copyBytes(path)));
+}
+
+bool RecoveryFolder::removeAbandoned(const QString& path) {
+    const auto lock = heldLock(path);
+    return lock && QFile::remove(path);
 }
 
 std::optional<RecoveryFolder::Claimed> RecoveryFolder::claim(const QString& path) {
-    auto lock = lockOf(path);
-    if (!lock)
+    auto lock = recoveryLockOf(path);
+    const bool isHeld = lock->tryLock(0);
+    if (!isHeld && lock->error() == QLockFile::LockFailedError)
         return std::nullopt;
     auto work = read(path);
     if (!work)
         return std::nullopt;
-    return Claimed{path, std::move(lock), std::move(*work)};
+    return Claimed{path, isHeld ? std::move(lock) : nullptr, std::move(*work)};
 }
 
 void RecoveryFolder::adopt(Claimed claimed) {
+    if (!claimed.lock)
+        return;
     remove();
     path_ = claimed.path;
     lock_ = std::move(claimed.lock);

@@ -14,7 +14,8 @@
 namespace orvista {
 
 /// The folder in which every running editor keeps one copy of its unsaved work. A lock beside the copy tells
-/// whether its editor still runs; copies of ended ones lie there to be restored.
+/// whether its editor still runs; copies of ended ones lie there to be restored. Only regular files with
+/// names as it gives them are read, counted or removed.
 class RecoveryFolder {
 public:
     /// Copies of ended editors are removed when they are older, and the oldest while all copies together
@@ -34,20 +35,25 @@ public:
         QString path;
         QDateTime written;
     };
-    /// The copies of ended editors, newest first.
+    /// The copies of ended editors, newest first. Nothing is written for it.
     std::vector<Copy> abandoned() const;
-    /// Nothing when the file is gone or not whole.
+    /// Nothing when the file is gone, not whole, or no regular file.
     static std::optional<UnsavedWork> read(const QString& path);
+    /// A later version of the program has written it.
+    static bool isOfNewerVersion(const QString& path);
+    /// Removes an abandoned copy. False where another editor has it, or it cannot be removed.
+    static bool removeAbandoned(const QString& path);
 
     /// An abandoned copy that no other editor can take any more.
     struct Claimed {
         QString path;
-        std::unique_ptr<QLockFile> lock;
+        std::unique_ptr<QLockFile> lock; ///< null where the folder cannot be written
         UnsavedWork work;
     };
     /// Nothing when another editor was first, or when it cannot be read.
     static std::optional<Claimed> claim(const QString& path);
-    /// What was claimed is this editor's copy from now on, instead of its own.
+    /// What was claimed is this editor's copy from now on, instead of its own. Without a lock it stays as it
+    /// is.
     void adopt(Claimed claimed);
 
 private:

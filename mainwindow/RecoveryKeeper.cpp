@@ -38,7 +38,10 @@ void RecoveryKeeper::keep() {
     std::string bytes = recoveryBytes(project_, notApplied);
     if (bytes == kept_)
         return;
-    kept_ = folder_.write(bytes) ? std::move(bytes) : std::string();
+    const bool isKept = folder_.write(bytes);
+    kept_ = isKept ? std::move(bytes) : std::string();
+    if (!isKept)
+        emit failed();
 }
 
 void RecoveryKeeper::follow(ProjectTransition transition) {

@@ -34,6 +34,10 @@ public:
     /// The user does not want the work.
     void discard();
 
+signals:
+    /// The copy that was due could not be written.
+    void failed();
+
 private:
     void keep();
 

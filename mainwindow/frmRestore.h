@@ -4,6 +4,8 @@
 #include <QDialog>
 #include <QString>
 
+#include <cstddef>
+#include <functional>
 #include <vector>
 
 class QLabel;
@@ -24,19 +26,27 @@ public:
         QString project;
         QString difference;
     };
-    explicit frmRestore(const std::vector<Row>& rows, QWidget* parent = nullptr);
+    /// Removes the work of that row, from 0, for good. False when it stays; the user knows why then.
+    using Remove = std::function<bool(std::size_t row)>;
+    frmRestore(std::vector<Row> rows, Remove remove, QWidget* parent = nullptr);
 
     bool IsCanceled = true; ///< true unless a row was chosen
-    int chosen = -1;        ///< of the rows, from 0
+    int chosen = -1;        ///< of the rows that are left, from 0
 
     void reject() override;
 
 private:
-    void buildLayout(const QString& text);
+    void buildLayout();
+    void showRows();
     void tblRestore_RowActivated(int row);
+    void btnRemove_Click();
 
+    std::vector<Row> shown_;
+    Remove remove_;
     RowsTable* tblRestore;
+    QLabel* lblRestore = nullptr;
     QPushButton* btnOK = nullptr;
+    QPushButton* btnRemove = nullptr;
 };
 
 } // namespace orvista

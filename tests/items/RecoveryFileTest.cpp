@@ -135,5 +135,15 @@ TEST(RecoveryFile, OfAnotherVersionIsNotRead) {
     EXPECT_FALSE(readRecovery(bytes));
 }
 
+TEST(RecoveryFile, TellsANewerVersion) {
+    EXPECT_TRUE(isRecoveryOfNewerVersion("orvista-recovery 2\nx"));
+    EXPECT_TRUE(isRecoveryOfNewerVersion("orvista-recovery 10\n"));
+    for (const char* const other :
+         {"", "orvista-recovery", "orvista-recovery ", "orvista-recovery 1\nx", "orvista-recovery 2x\n",
+          "orvista-recovery x\n", "orvista-recovery 99999999999\n", "Orvista-recovery 2\n"})
+        EXPECT_FALSE(isRecoveryOfNewerVersion(other)) << other;
+    EXPECT_FALSE(isRecoveryOfNewerVersion(recoveryBytes(plainProject(), {})));
+}
+
 } // namespace
 } // namespace orvista

@@ -1,12 +1,21 @@
 #include "mainwindow/RecoveryFolder.h"
 
+#include "model/SystemPath.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <QDir>
+#include <QRegularExpression>
 #include <QTest>
+
+#include <chrono>
+#include <filesystem>
+#ifdef Q_OS_UNIX
+#include "tests/support/Unprivileged.h"
+#endif
 
 using namespace orvista;
 using namespace orvista::testing;
+namespace fs = std::filesystem;
 
 namespace {
 
@@ -87,6 +96,12 @@ private slots:
     void aCopyIsClaimedOnce();
     void anAdoptedCopyIsTheEditorsOwn();
     void whatCannotBeReadCannotBeClaimed();
+    void listingWritesNothing();
+    void aFolderThatMayNotBeWrittenIsListedAndOpened();
+    void aLockOfAnEarlierStartOfTheSystemCountsNoMore();
+    void whatIsNotOursIsLeftAlone();
+    void aLinkToADeviceIsNoCopy();
+    void anAbandonedCopyCanBeRemoved();
     void withoutAFolderNothingIsKept();
     void aFolderThatCannotBeMadeIsNoError();
 };
@@ -213,14 +228,15 @@ void RecoveryFolderTest::whatKilledEditorsLeftIsRemoved() {
     const auto put = [&copies](const QString& name, const std::string& bytes) {
         writeBytes((copies.path() + u'/' + name).toStdString(), bytes);
     };
-    put(QStringLiteral("dead.lock"), lock);
-    put(QStringLiteral("dead.recovery.AbCdEf"), "orvista-rec");
+    const QString dead = QStringLiteral("01234567-89ab-cdef-0123-456789abcdef");
+    put(dead + QStringLiteral(".lock"), lock);
+    put(dead + QStringLiteral(".recovery.AbCdEf"), "orvista-rec");
     put(kept.section(u'.', 0, 0) + QStringLiteral(".lock"), lock);
     RecoveryFolder running(copies.path());
     QVERIFY(running.write(workOf("running")));
     RecoveryFolder editor(copies.path());
     QVERIFY(editor.write(workOf("Line3")));
-    QCOMPARE(copies.files().filter("dead"), QStringList());
+    QCOMPARE(copies.files().filter(dead), QStringList());
     QCOMPARE(copies.files().filter(".recovery").size(), 3);
     QCOMPARE(namesIn(editor), QStringList{"kept"});
 }
@@ -258,6 +274,100 @@ void RecoveryFolderTest::whatCannotBeReadCannotBeClaimed() {
     QVERIFY(!RecoveryFolder::read(path));
     QVERIFY(!RecoveryFolder::claim(copies.path() + QStringLiteral("/none.recovery")));
     QCOMPARE(RecoveryFolder(copies.path()).abandoned().size(), std::size_t{1});
+}
+
+void RecoveryFolderTest::listingWritesNothing() {
+    const Copies copies;
+    copies.leave("Line3", 1);
+    const fs::path folder = systemPath(copies.path().toStdString());
+    const auto longAgo = fs::file_time_type::clock::now() - std::chrono::hours(1);
+    fs::last_write_time(folder, longAgo);
+    QCOMPARE(namesIn(RecoveryFolder(copies.path())), QStringList{"Line3"});
+    QVERIFY(fs::last_write_time(folder) == longAgo);
+}
+
+void RecoveryFolderTest::aFolderThatMayNotBeWrittenIsListedAndOpened() {
+#ifdef Q_OS_UNIX
+    const Copies copies;
+    const std::string copy = copies.path().toStdString() + "/" + copies.leave("Line3", 1).toStdString();
+    fs::permissions(copies.folder.path(), fs::perms(0755));
+    fs::permissions(copies.path().toStdString(), fs::perms(0555));
+    fs::permissions(copy, fs::perms(0444));
+    QVERIFY(holdsUnprivileged([&] {
+        RecoveryFolder editor(copies.path());
+        auto claimed = RecoveryFolder::claim(QString::fromStdString(copy));
+        if (namesIn(editor) != QStringList{"Line3"} || !claimed || claimed->lock)
+            return false;
+        editor.adopt(std::move(*claimed));
+        return !editor.write(workOf("Line3")) &&
+               !RecoveryFolder::removeAbandoned(QString::fromStdString(copy));
+    }));
+    fs::permissions(copies.path().toStdString(), fs::perms(0755));
+    QCOMPARE(namesIn(RecoveryFolder(copies.path())), QStringList{"Line3"});
+#endif
+}
+
+void RecoveryFolderTest::aLockOfAnEarlierStartOfTheSystemCountsNoMore() {
+    if (QSysInfo::bootUniqueId().isEmpty())
+        QSKIP("this system does not tell its starts apart");
+    const Copies copies;
+    RecoveryFolder running(copies.path());
+    QVERIFY(running.write(workOf("running")));
+    const std::string lock =
+        copies.path().toStdString() + "/" + copies.files().filter(".lock").value(0).toStdString();
+    std::string bytes = fileBytes(lock);
+    const std::string start = QSysInfo::bootUniqueId().toStdString();
+    QCOMPARE(namesIn(RecoveryFolder(copies.path())), QStringList());
+    writeBytes(lock, bytes.replace(bytes.find(start), start.size(), "another start"));
+    QCOMPARE(namesIn(RecoveryFolder(copies.path())), QStringList{"running"});
+}
+
+void RecoveryFolderTest::whatIsNotOursIsLeftAlone() {
+    const Copies copies;
+    copies.leave("Line3", 1);
+    const QStringList others{"notes.txt", "notes.recovery", "notes.lock", "notes.recovery.AbCdEf",
+                             "01234567-89ab-cdef-0123-456789abcdef.txt"};
+    for (const QString& name : others) {
+        QFile file(copies.path() + u'/' + name);
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.resize(60 * megabyte));
+        QVERIFY(
+            file.setFileTime(QDateTime::currentDateTime().addDays(-40), QFileDevice::FileModificationTime));
+    }
+    RecoveryFolder editor(copies.path());
+    QVERIFY(editor.write(workOf("Line4")));
+    for (const QString& name : others)
+        QVERIFY2(copies.files().contains(name), qPrintable(name));
+    QCOMPARE(namesIn(editor), QStringList{"Line3"}); // their size does not count
+}
+
+void RecoveryFolderTest::aLinkToADeviceIsNoCopy() {
+#ifdef Q_OS_UNIX
+    const Copies copies;
+    QVERIFY(QDir().mkpath(copies.path()));
+    const QString link = copies.path() + QStringLiteral("/01234567-89ab-cdef-0123-456789abcdef.recovery");
+    fs::create_symlink("/dev/zero", link.toStdString());
+    QVERIFY(!RecoveryFolder::read(link));
+    RecoveryFolder editor(copies.path());
+    QVERIFY(editor.write(workOf("Line3")));
+    QVERIFY(editor.abandoned().empty());
+    QVERIFY(fs::is_symlink(link.toStdString()));
+#endif
+}
+
+void RecoveryFolderTest::anAbandonedCopyCanBeRemoved() {
+    const Copies copies;
+    const QString path = copies.path() + u'/' + copies.leave("Line3", 1);
+    RecoveryFolder running(copies.path());
+    QVERIFY(running.write(workOf("running")));
+    const QString own = copies.path() + u'/' +
+                        copies.files()
+                            .filter(".recovery")
+                            .filter(QRegularExpression("^(?!" + path.section(u'/', -1) + ")"))
+                            .value(0);
+    QVERIFY(RecoveryFolder::removeAbandoned(path));
+    QVERIFY(!RecoveryFolder::removeAbandoned(path));
+    QVERIFY(!RecoveryFolder::removeAbandoned(own));
+    QCOMPARE(copies.files().filter(".recovery").size(), 1);
 }
 
 void RecoveryFolderTest::withoutAFolderNothingIsKept() {

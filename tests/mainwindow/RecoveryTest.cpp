@@ -8,6 +8,7 @@
 #include <QDir>
 #include <QLabel>
 #include <QMenu>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTabWidget>
@@ -115,6 +116,10 @@ private slots:
     void aModifiedProjectIsAskedForFirst();
     void aFailedSaveStopsTheRestore();
     void aDamagedCopyChangesNothing();
+    void aCopyOfANewerVersionSaysSo();
+    void aRowIsRemovedOnceItWasAskedFor();
+    void noRemovesNothing();
+    void thatNoCopyCanBeKeptIsSaidOnce();
     void theCopyOfARunningEditorIsNotOffered();
     void saveAfterARestoreRemovesTheCopy();
 };
@@ -524,6 +529,76 @@ void RecoveryTest::aDamagedCopyChangesNothing() {
     QCOMPARE(editor.messages.shown[0].text, "Unable to open " + QDir::toNativeSeparators(copy).toStdString());
     QCOMPARE(editor.project.ProjName, std::string("Line4"));
     QVERIFY(editor.messages.asked.empty());
+}
+
+void RecoveryTest::aCopyOfANewerVersionSaysSo() {
+    const TemporaryFolder data;
+    leaveWork(data, "Line3");
+    const QString copy = copiesIn(data).value(0);
+    writeBytes(copy.toStdString(), "orvista-recovery 2\n");
+    Editor editor(data);
+    onModal("frmRestore", [&copy](QWidget* dialog) {
+        QCOMPARE(rowsOf(dialog), QStringList{QDir::toNativeSeparators(copy) +
+                                             "|was written by a newer version of the program"});
+        dialog->close();
+    });
+    editor.trigger("miToolsRestore");
+    QVERIFY(QFile::exists(copy));
+}
+
+void RecoveryTest::aRowIsRemovedOnceItWasAskedFor() {
+    const TemporaryFolder data;
+    leaveWork(data, "Line3");
+    Editor editor(data);
+    onModal("RemoveQuestion", [](QWidget* window) {
+        auto* const box = qobject_cast<QMessageBox*>(window);
+        QVERIFY(box->text().remove(QChar(0x200B)).endsWith("Line3? It cannot be brought back."));
+        QTest::keyClick(box->button(QMessageBox::Yes), Qt::Key_Space);
+    });
+    onModal("frmRestore", [](QWidget* dialog) {
+        auto* const remove = dialog->findChild<QPushButton*>("btnRemove");
+        QTest::keyClick(remove, Qt::Key_Space);
+        QCOMPARE(rowsOf(dialog), QStringList());
+        QVERIFY(!remove->isEnabled());
+        QCOMPARE(dialog->findChild<QLabel*>("lblRestore")->text(), "There is no unsaved work.");
+        dialog->close();
+    });
+    editor.trigger("miToolsRestore");
+    QVERIFY(allModalsServed());
+    QCOMPARE(copiesIn(data), QStringList());
+}
+
+void RecoveryTest::noRemovesNothing() {
+    const TemporaryFolder data;
+    leaveWork(data, "Line3");
+    Editor editor(data);
+    onModal("RemoveQuestion", [](QWidget* box) { QTest::keyClick(box, Qt::Key_Return); });
+    onModal("frmRestore", [](QWidget* dialog) {
+        QTest::keyClick(dialog->findChild<QPushButton*>("btnRemove"), Qt::Key_Space);
+        QCOMPARE(rowsOf(dialog).size(), 1);
+        dialog->close();
+    });
+    editor.trigger("miToolsRestore");
+    QVERIFY(allModalsServed());
+    QCOMPARE(copiesIn(data).size(), 1);
+}
+
+void RecoveryTest::thatNoCopyCanBeKeptIsSaidOnce() {
+    const TemporaryFolder data;
+    const std::string folder = data.file("recovery");
+    writeBytes(folder, "in the way");
+    EditorFixture editor;
+    editor.recovery = {QString::fromStdString(folder), 1h};
+    editor.startWithNewProject("Line3");
+    RecoveryKeeper& keeper = editor.window->recovery().keeper();
+    keeper.keepNow();
+    auto* const line = editor.find<QLabel>("lblNoCopy");
+    QVERIFY(line->isVisible());
+    QVERIFY(line->text().startsWith("No copy of unsaved work can be kept in "));
+    editor.click("btnDismissNoCopy");
+    keeper.noteChange();
+    keeper.keepNow();
+    QVERIFY(!line->isVisible());
 }
 
 void RecoveryTest::theCopyOfARunningEditorIsNotOffered() {
