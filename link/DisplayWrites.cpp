@@ -82,8 +82,8 @@ std::optional<double> addressNamed(std::string_view name) {
 }
 
 bool liesThere(const Project& project, double address) {
-    return std::ranges::any_of(
-        allVariables(), [&](Item item) { return static_cast<double>(addressOf(project, item)) == address; });
+    const auto liesAtIt = [&](Item item) { return static_cast<double>(addressOf(project, item)) == address; };
+    return std::ranges::any_of(allVariables(), liesAtIt) || std::ranges::any_of(allMessages(), liesAtIt);
 }
 
 /// PLC programmers write register 100 as 40101, and coil 100 as 00101. Whether that or the address 40101 is
@@ -93,10 +93,11 @@ void refuseReference(std::string_view name, std::string_view value) {
     constexpr double lastRegister = 49999;
     const double number = leadingNumber(name);
     const bool isRegister = number >= firstRegister && number <= lastRegister;
-    const bool isCoil = name.size() == 5 && name.front() == '0' && number > 0;
+    const bool isCoil = name.size() == 5 && name.front() == '0';
     if (!GenenalModule::IsAllDigits(name) || !(isRegister || isCoil))
         return;
-    const auto meant = static_cast<std::int64_t>(number - (isRegister ? firstRegister : 1));
+    // There is no 00000; whoever writes it means the first coil.
+    const auto meant = static_cast<std::int64_t>(std::max(number - (isRegister ? firstRegister : 1), 0.0));
     const std::string assigned = "=" + std::string(value);
     throw BadWrite(std::string(name) + " reads like a reference: write " + decimalText(meant) + assigned +
                    ", or 0x" + hexWord(static_cast<std::uint16_t>(number)) + assigned + " for address " +

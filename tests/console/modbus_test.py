@@ -307,6 +307,7 @@ class Switching(ProgramTest):
             for value, said in (("40101=1.5", "40101 reads like a reference: write 100=1.5, or 0x9CA5=1.5 for address 40101"),
                                 ("40001=1", "40001 reads like a reference: write 0=1, or 0x9C41=1 for address 40001"),
                                 ("49999=on", "49999 reads like a reference: write 9998=on, or 0xC34F=on for address 49999"),
+                                ("00000=on", "00000 reads like a reference: write 0=on, or 0x0000=on for address 0"),
                                 ("00101=on", "00101 reads like a reference: write 100=on, or 0x0065=on for address 101")):
                 self.assertEqual(self.complaint(2, "write", display.display, value), "orvista: " + said)
             self.complaint(2, "write", display.display, "0x=1")
@@ -321,6 +322,9 @@ class Switching(ProgramTest):
             (self.folder / PROJECT).write_bytes(project.replace(b"AnalogInput    100", b"AnalogInput    40101"))
             self.expect(0, "write", server.display, "--project", PROJECT, "--not-whole", "40101=1.5")
             self.assertEqual(server.write(), "registers 40101 0,16320")
+            (self.folder / PROJECT).write_bytes(project)
+            self.expect(0, "write", server.display, "--project", PROJECT, "00321=on")  # STDMSG2
+            self.assertEqual(server.write(), "coils 321 1")
 
     def test_wrong_usage_is_status_2_and_sends_nothing(self):
         with Scripted(right_answer) as display:
