@@ -6,6 +6,7 @@
 #include "model/Text.h"
 
 #include <algorithm>
+#include <optional>
 #include <string_view>
 
 namespace orvista {
@@ -90,8 +91,10 @@ std::string briefly(const FileRemark& remark) {
     return {};
 }
 
-std::string capitalized(std::string text) {
-    if (!text.empty() && text.front() >= 'a' && text.front() <= 'z')
+/// As a sentence begins; a name at its start stays as the file has it.
+std::string capitalized(const FileRemark& remark, std::string text) {
+    const bool beginsWithName = !remark.name.empty() && text.starts_with(printable(remark.name));
+    if (!beginsWithName && !text.empty() && text.front() >= 'a' && text.front() <= 'z')
         text.front() = static_cast<char>(text.front() - 'a' + 'A');
     return text;
 }
@@ -99,7 +102,7 @@ std::string capitalized(std::string text) {
 std::string movedText(const FileRemark& remark) {
     const std::string others =
         remark.count > 1 ? " (" + decimalText(remark.count - 1) + " more have another number, too)" : "";
-    return capitalized(briefly(remark)) + others +
+    return capitalized(remark, briefly(remark)) + others +
            (isOfVariables(remark)
                 ? ", because a variable is known by its address: correct its name or its address."
                 : ", because messages are numbered by their order: put the blocks into the order of their "
@@ -128,7 +131,7 @@ std::string doubleItemText(const FileRemark& remark) {
 }
 
 std::string extraItemsText(const FileRemark& remark) {
-    return capitalized(nameAndMore(remark)) + std::string(wasOrWere(remark)) + " not read, because " +
+    return capitalized(remark, nameAndMore(remark)) + std::string(wasOrWere(remark)) + " not read, because " +
            (isOfVariables(remark) ? "no variable lies at the address: correct it, "
                                   : "there are no more rows: delete what is not used, ") +
            "or saving leaves " + (remark.count > 1 ? "them" : "it") + " out.";
@@ -136,7 +139,7 @@ std::string extraItemsText(const FileRemark& remark) {
 
 /// With what to do about it.
 std::string remarkText(const FileRemark& remark) {
-    const std::string happened = capitalized(briefly(remark));
+    const std::string happened = capitalized(remark, briefly(remark));
     switch (remark.kind) {
     case Met::NotAProject:
         return "No line of this file is the header of a section, so the device files of its folder were read "
@@ -196,6 +199,20 @@ bool isMild(const FileRemark& remark) {
 
 Severity severityOf(const FileRemark& remark) {
     return isMild(remark) ? Severity::Warning : ruleOf(codeOf(remark.kind)).severity;
+}
+
+/// "STDMSG41 and 3 more", of all sections; empty where there are none.
+std::string extraItems(const FileRemarks& remarks) {
+    std::optional<FileRemark> all;
+    for (const FileRemark& remark : remarks.list()) {
+        if (remark.kind != Met::ExtraItems)
+            continue;
+        if (all)
+            all->count += remark.count;
+        else
+            all = remark;
+    }
+    return all ? nameAndMore(*all) : std::string();
 }
 
 /// The kinds stand in the order of their weight.
@@ -272,9 +289,8 @@ std::string gravestText(const FileRemarks& remarks) {
 
 std::string notWholeText(const std::string& projectFile, const FileRemarks& remarks) {
     const std::string file = gravest(remarks).file.empty() ? projectFile : std::string(gravest(remarks).file);
-    const auto extra = std::ranges::find(remarks.list(), Met::ExtraItems, &FileRemark::kind);
-    const std::string saving =
-        extra == remarks.list().end() ? "makes it whole as it is shown" : "leaves out " + nameAndMore(*extra);
+    const std::string leftOut = extraItems(remarks);
+    const std::string saving = leftOut.empty() ? "makes it whole as it is shown" : "leaves out " + leftOut;
     return file + " is not whole: " + gravestText(remarks) + ". Saving " + saving + ".";
 }
 
