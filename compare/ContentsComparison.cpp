@@ -1,5 +1,6 @@
 #include "compare/ContentsComparison.h"
 
+#include "compare/FileComparison.h"
 #include "model/Text.h"
 
 #include <algorithm>
@@ -35,7 +36,7 @@ HeldAnswer answerOf(const HeldFile& before, const HeldFile& after) {
 
 HeldAnswer answerOf(const HeldBitmap& before, const HeldBitmap& after) {
     const bool counts = before.counts || after.counts;
-    const auto difference = compareBytes({before.name, before.path}, {after.name, after.path});
+    const auto difference = compareFiles(before.path, after.path);
     if (!difference)
         return {before.name, HeldState::Same, counts, {}, {}, {}};
     return {before.name,           HeldState::Different,   counts, difference->sizeBefore,
@@ -70,6 +71,21 @@ std::vector<HeldAnswer> compareBitmaps(const std::vector<HeldBitmap>& before,
     return answers;
 }
 
+const DeviceFile& fileOf(Kind kind) {
+    switch (kind) {
+    case Kind::AddressMap:
+        break;
+    case Kind::Float:
+    case Kind::Boolean:
+        return ilmVarFile;
+    case Kind::Regular:
+        return stdMsgFile;
+    case Kind::Emergency:
+        return altMsgFile;
+    }
+    return modbusAdrFile;
+}
+
 } // namespace
 
 bool ContentsComparison::isEqual() const {
@@ -89,6 +105,22 @@ bool ContentsComparison::holdsEveryByte() const {
         return answer.state == HeldState::Same || answer.state == HeldState::Extra;
     };
     return std::ranges::all_of(files, isThere) && std::ranges::all_of(bitmaps, isThere);
+}
+
+std::vector<Item> ContentsComparison::itemsIn(const HeldAnswer& file) const {
+    std::vector<Item> inFile;
+    for (const ItemDifference& difference : items)
+        if (fileOf(difference.item.kind).name == file.name)
+            inFile.push_back(difference.item);
+    return inFile;
+}
+
+std::vector<HeldAnswer> ContentsComparison::unexplainedFiles() const {
+    std::vector<HeldAnswer> unexplained;
+    for (const HeldAnswer& file : files)
+        if (file.counts && !file.isWell() && (file.state != HeldState::Different || itemsIn(file).empty()))
+            unexplained.push_back(file);
+    return unexplained;
 }
 
 ContentsComparison compareContents(const DisplayContents& before, const DisplayContents& after) {

@@ -44,6 +44,11 @@ struct ContentsComparison {
     bool sendingChangesNothing() const;
     /// All that the first side has is on the second one, byte for byte.
     bool holdsEveryByte() const;
+
+    /// The items that differ in that device file.
+    std::vector<Item> itemsIn(const HeldAnswer& file) const;
+    /// Device files that count and differ while no item of theirs says how, or that one side does not have.
+    std::vector<HeldAnswer> unexplainedFiles() const;
 };
 
 /// \throws std::system_error for a bitmap that cannot be read

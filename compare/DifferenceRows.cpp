@@ -130,4 +130,14 @@ std::vector<Change> takenOver(const Project& before, const Project& after,
     return changes;
 }
 
+std::vector<Change> fitted(std::vector<Change> changes, const Project& project) {
+    for (Change& change : changes)
+        change.before = textOf(project, change.item, *change.field);
+    std::erase_if(changes, [](const Change& change) {
+        return isMessage(change.item) ? equivalent(change.before, change.after)
+                                      : change.before == change.after;
+    });
+    return changes;
+}
+
 } // namespace orvista

@@ -31,5 +31,8 @@ std::vector<DifferenceRow> differenceRows(std::span<const ItemDifference> differ
 /// \param rows of the two projects as they are now
 std::vector<Change> takenOver(const Project& before, const Project& after,
                               std::span<const DifferenceRow> rows);
+/// The same changes of a project that may hold other texts than the first one; without those that would
+/// change nothing that counts.
+std::vector<Change> fitted(std::vector<Change> changes, const Project& project);
 
 } // namespace orvista

@@ -3,6 +3,7 @@
 #include "model/BitmapFiles.h"
 #include "model/Files.h"
 #include "model/FolderLookup.h"
+#include "model/Item.h"
 #include "model/Numbers.h"
 #include "model/ReadingRemarks.h"
 #include "model/Sha256.h"
@@ -118,8 +119,25 @@ DisplayContents DisplayContents::ofProject(const Project& project) {
     for (const DeviceFile* const file : deviceFiles)
         contents.files_.push_back({file, writtenBytes(*file, project), std::nullopt});
     contents.read();
+    contents.keepScripts(project);
     contents.findBitmaps(project.ProjPath);
     return contents;
+}
+
+DisplayContents DisplayContents::ofUpload(const Project& project) {
+    DisplayContents contents = project.modified ? ofProject(project) : ofFolder(project.ProjPath);
+    for (const HeldFile& held : contents.files_)
+        if (!held.bytes)
+            throw std::system_error(std::make_error_code(std::errc::no_such_file_or_directory),
+                                    PathRules::native().join(project.ProjPath, std::string(held.file->name)));
+    contents.keepScripts(project);
+    return contents;
+}
+
+void DisplayContents::keepScripts(const Project& project) {
+    for (const Item message : allMessages())
+        if (std::string& script = scriptOf(project_, message); equivalent(script, scriptOf(project, message)))
+            script = scriptOf(project, message);
 }
 
 void DisplayContents::read() {
@@ -149,6 +167,14 @@ void DisplayContents::findBitmaps(const std::string& folder) {
         bitmaps_.push_back(
             {name, PathRules::native().join(folder, name), isAlone ? lower : name, shown.contains(lower)});
     }
+}
+
+std::vector<std::string> DisplayContents::missingFiles() const {
+    std::vector<std::string> names;
+    for (const HeldFile& held : files_)
+        if (!held.bytes && held.file->readSection != nullptr)
+            names.emplace_back(held.file->name);
+    return names;
 }
 
 std::string fingerprint(const DisplayContents& contents) {

@@ -33,11 +33,18 @@ public:
     /// The files of a folder (UTF-8) as they are: those of a saved project, or of a display, fetched.
     /// \throws std::system_error for a file that is there and cannot be read
     static DisplayContents ofFolder(const std::string& folder);
-    /// What saving the project writes, and its folder's bitmaps.
+    /// What saving the project writes, and its folder's bitmaps. Scripts are those of the project where the
+    /// files say the same, so that a line keeps its number.
     static DisplayContents ofProject(const Project& project);
+    /// What an upload of the open project sends: it is saved first where it is modified, else its folder's
+    /// files go as they are. Scripts as above.
+    /// \throws std::system_error for a device file that is not there or cannot be read
+    static DisplayContents ofUpload(const Project& project);
 
     /// In the order of `deviceFiles`.
     const std::vector<HeldFile>& files() const { return files_; }
+    /// The names of those that are not there and a reader asks for.
+    std::vector<std::string> missingFiles() const;
     /// Ordered by name with ASCII case folded, then by name.
     const std::vector<HeldBitmap>& bitmaps() const { return bitmaps_; }
     /// What the readers make of the files; defaults for what they do not find.
@@ -48,6 +55,7 @@ public:
 private:
     DisplayContents() = default;
     void read();
+    void keepScripts(const Project& project);
     void findBitmaps(const std::string& folder);
 
     std::vector<HeldFile> files_;

@@ -1,13 +1,9 @@
 #include "compare/FileComparison.h"
 
-#include "model/BitmapFiles.h"
 #include "model/Files.h"
-#include "model/PathRules.h"
-#include "model/Text.h"
 
 #include <algorithm>
 #include <array>
-#include <map>
 #include <string_view>
 
 namespace orvista {
@@ -63,20 +59,11 @@ private:
     std::uint64_t total_ = 0;
 };
 
-using FilesByName = std::map<std::string, const NamedFile*>;
-
-FilesByName byName(const std::vector<NamedFile>& files) {
-    FilesByName found;
-    for (const NamedFile& file : files)
-        found[lowerAscii(file.name)] = &file;
-    return found;
-}
-
 } // namespace
 
-std::optional<FileDifference> compareBytes(const NamedFile& before, const NamedFile& after) {
-    Pieces left(before.path);
-    Pieces right(after.path);
+std::optional<FileDifference> compareFiles(const std::string& before, const std::string& after) {
+    Pieces left(before);
+    Pieces right(after);
     while (true) {
         const std::string_view one = left.piece();
         const std::string_view other = right.piece();
@@ -90,49 +77,13 @@ std::optional<FileDifference> compareBytes(const NamedFile& before, const NamedF
         right.advance(same);
         if (same < length || length == 0) {
             const std::uint64_t offset = left.total();
-            return FileDifference{before.name, left.totalToEnd(), right.totalToEnd(), offset};
+            return FileDifference{left.totalToEnd(), right.totalToEnd(), offset};
         }
     }
 }
 
 std::uint64_t sizeOfFile(const std::string& path) {
     return Pieces(path).totalToEnd();
-}
-
-std::vector<NamedFile> filesIn(const std::string& folder, const std::vector<std::string>& names) {
-    const PathRules paths = PathRules::native();
-    std::vector<NamedFile> files;
-    files.reserve(names.size());
-    for (const std::string& name : names)
-        files.push_back({name, paths.join(folder, name)});
-    return files;
-}
-
-std::vector<NamedFile> bitmapsIn(const std::string& folder) {
-    return filesIn(folder, bitmapsOfFolder(folder));
-}
-
-std::vector<FileDifference> compareFiles(const std::vector<NamedFile>& before,
-                                         const std::vector<NamedFile>& after) {
-    const FilesByName left = byName(before);
-    const FilesByName right = byName(after);
-    std::map<std::string, FileDifference> differences;
-    for (const auto& [key, file] : left) {
-        const auto other = right.find(key);
-        if (other == right.end())
-            differences[key] = {file->name, sizeOfFile(file->path), std::nullopt, std::nullopt};
-        else if (const auto difference = compareBytes(*file, *other->second))
-            differences[key] = *difference;
-    }
-    for (const auto& [key, file] : right) {
-        if (!left.contains(key))
-            differences[key] = {file->name, std::nullopt, sizeOfFile(file->path), std::nullopt};
-    }
-    std::vector<FileDifference> list;
-    list.reserve(differences.size());
-    for (auto& [key, difference] : differences)
-        list.push_back(std::move(difference));
-    return list;
 }
 
 } // namespace orvista

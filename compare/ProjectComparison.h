@@ -1,6 +1,5 @@
 #pragma once
 
-#include "compare/FileComparison.h"
 #include "compare/ScriptComparison.h"
 #include "model/Change.h"
 #include "model/Project.h"

@@ -117,11 +117,6 @@ std::string unshownText(const CompareOptions& options, const HeldAnswer& bitmap)
     return {};
 }
 
-/// A device file in which no item differs, and yet its reader does not find the same.
-bool isUnexplained(const HeldAnswer& file, const ContentsComparison& comparison) {
-    return file.counts && !file.isWell() && comparison.items.empty();
-}
-
 void printText(const CompareOptions& options, const ContentsComparison& comparison) {
     if (comparison.isEqual()) {
         print("No differences\n");
@@ -131,9 +126,8 @@ void printText(const CompareOptions& options, const ContentsComparison& comparis
     }
     for (const ItemDifference& item : comparison.items)
         print(itemText(item));
-    for (const HeldAnswer& file : comparison.files)
-        if (isUnexplained(file, comparison))
-            print(fileText(file));
+    for (const HeldAnswer& file : comparison.unexplainedFiles())
+        print(fileText(file));
     for (const HeldAnswer& bitmap : comparison.bitmaps)
         if (bitmap.counts && !bitmap.isWell())
             print(fileText(bitmap));

@@ -8,6 +8,27 @@
 
 namespace orvista::DocTsfModule {
 
+namespace {
+
+/// Passes on what a transfer shows, and keeps what the device does not have.
+class HeardProgress final : public TransferProgress {
+public:
+    HeardProgress(TransferProgress& progress, std::vector<std::string>& missing)
+        : progress_(progress), missing_(missing) {}
+    void showActivity(const std::string& text) override { progress_.showActivity(text); }
+    void showFile(const std::string& name, std::size_t number, std::size_t count) override {
+        progress_.showFile(name, number, count);
+    }
+    void noteMissing(const std::vector<std::string>& names) override { missing_ = names; }
+    bool isToEnd() const override { return progress_.isToEnd(); }
+
+private:
+    TransferProgress& progress_;
+    std::vector<std::string>& missing_;
+};
+
+} // namespace
+
 ProjectTransfer::ProjectTransfer(Project& project, DocMgrModule::ProjectLifecycle& lifecycle,
                                  ProjectChooser& chooser, TransferDialogs& dialogs, Messages& messages,
                                  TransferControlMaker makeControl)
@@ -44,49 +65,52 @@ void ProjectTransfer::send(const DeviceConnection& connection) {
         messages_.show(MessageIcon::Information, "All files were successfully uploaded");
 }
 
-void ProjectTransfer::Download() {
+FetchedDisplay ProjectTransfer::Download() {
     if (!lifecycle_.saveModifiedProject("Do you want to save current project before download?"))
-        return;
+        return {};
     const auto target = chooser_.chooseNewProject("Create new project for downloaded files");
     if (!target)
-        return;
-    bool goesAhead = true;
+        return {};
+    FetchedDisplay display;
     if (const auto connection = chooseConnection({}))
-        running_.during([&] { goesAhead = fetch(*connection, "Download", target->ProjPath); });
-    if (goesAhead)
+        running_.during([&] { display = fetch(*connection, "Download", target->ProjPath); });
+    if (display.end != FetchedDisplay::End::Failed)
         openDownloadedProject(*target);
+    return display;
 }
 
 std::optional<DeviceConnection> ProjectTransfer::chooseConnection(const std::string& caption) {
     return dialogs_.chooseConnection(utf8FromWindows1252(project_.IP), caption);
 }
 
-std::optional<std::string> ProjectTransfer::Fetch(const std::string& title, const std::string& folder) {
-    const auto connection = chooseConnection(title);
-    bool fetched = false;
-    if (connection)
-        running_.during([&] { fetched = fetch(*connection, title, folder); });
-    return fetched ? std::optional(connection->txtIP + ":" + connection->txtPort) : std::nullopt;
+FetchedDisplay ProjectTransfer::Fetch(const std::string& title, const std::string& folder) {
+    FetchedDisplay display;
+    if (const auto connection = chooseConnection(title))
+        running_.during([&] { display = fetch(*connection, title, folder); });
+    return display;
 }
 
-bool ProjectTransfer::fetch(const DeviceConnection& connection, const std::string& title,
-                            const std::string& folder) {
-    auto progress = dialogs_.showProgress(title);
-    progress->showActivity("Connecting to " + connection.txtIP);
-    const auto control = makeControl_(*progress);
+FetchedDisplay ProjectTransfer::fetch(const DeviceConnection& connection, const std::string& title,
+                                      const std::string& folder) {
+    FetchedDisplay display{FetchedDisplay::End::Failed, connection.txtIP + ":" + connection.txtPort, {}};
+    auto window = dialogs_.showProgress(title);
+    HeardProgress progress(*window, display.missing);
+    progress.showActivity("Connecting to " + connection.txtIP);
+    const auto control = makeControl_(progress);
     if (!control || !connect(*control, connection)) {
-        progress.reset();
+        window.reset();
         messages_.show(MessageIcon::Exclamation, "Connect Fail!");
-        return false;
+        return display;
     }
-    progress->showActivity("Downloading files");
-    const bool fetched = transferSucceeded(control->DownloadFiles({}, folder));
-    if (!fetched) {
-        progress.reset();
+    progress.showActivity("Downloading files");
+    if (transferSucceeded(control->DownloadFiles({}, folder))) {
+        display.end = FetchedDisplay::End::Fetched;
+    } else {
+        window.reset();
         messages_.show(MessageIcon::Exclamation, "Download Fail!");
     }
     control->CloseLink();
-    return fetched;
+    return display;
 }
 
 void ProjectTransfer::openDownloadedProject(const ChosenProject& target) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "link/RunningTransfer.h"
+#include "link/TransferCommands.h"
 #include "link/TransferSteps.h"
 #include "model/ProjectLifecycle.h"
 
@@ -37,15 +38,17 @@ public:
     /// Fetches the device's files into the folder of a new project and opens that, unsaved. Without a
     /// connection (its dialog cancelled) the folder is opened as it is.
     /// \throws Overflow for a port beyond 32767; the open project is untouched then
-    void Download();
+    /// \returns the connection dialog cancelled as cancelled
+    FetchedDisplay Download();
 
     /// As TransferCommands::fetch tells.
     /// \throws Overflow for a port beyond 32767
-    std::optional<std::string> Fetch(const std::string& title, const std::string& folder);
+    FetchedDisplay Fetch(const std::string& title, const std::string& folder);
 
 private:
     void send(const DeviceConnection& connection);
-    bool fetch(const DeviceConnection& connection, const std::string& title, const std::string& folder);
+    FetchedDisplay fetch(const DeviceConnection& connection, const std::string& title,
+                         const std::string& folder);
     void openDownloadedProject(const ChosenProject& target);
     std::optional<DeviceConnection> chooseConnection(const std::string& caption);
 

@@ -23,6 +23,7 @@ makeTransferControl([[maybe_unused]] DocTsfModule::TransferProgress& progress) {
         [&progress](const std::string& name, std::size_t number, std::size_t count) {
             progress.showFile(name, number, count);
         });
+    control->onMissing([&progress](const std::vector<std::string>& names) { progress.noteMissing(names); });
     control->endWhen([&progress] { return progress.isToEnd(); });
     return control;
 #else

@@ -27,6 +27,8 @@ public:
     virtual void showActivity(const std::string& text) = 0;
     /// \param number counted from 1
     virtual void showFile(const std::string& name, std::size_t number, std::size_t count) = 0;
+    /// A download fails since the device does not have these device files, of which there is at least one.
+    virtual void noteMissing(const std::vector<std::string>& /*names*/) {}
     /// Whether the transfer is to fail at once, where its control can do that. Asked every few milliseconds.
     virtual bool isToEnd() const { return false; }
 };

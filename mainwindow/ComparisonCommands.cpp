@@ -1,16 +1,14 @@
 #include "mainwindow/ComparisonCommands.h"
 
 #include "check/FileFindings.h"
+#include "compare/HeldSentences.h"
 #include "link/TransferCommands.h"
-#include "link/TransferredFiles.h"
 #include "mainwindow/PanelDock.h"
 #include "mainwindow/ProjectChanges.h"
 #include "model/DeviceFiles.h"
-#include "model/FolderLookup.h"
 #include "model/ScratchFolder.h"
 
-#include <algorithm>
-#include <iterator>
+#include <memory>
 #include <optional>
 #include <system_error>
 #include <utility>
@@ -36,13 +34,6 @@ private:
     bool any_ = false;
 };
 
-std::optional<Project> fetchedProject(const std::string& folder, const DocMgrModule::FileContext& context) {
-    HeardMessages messages(context.messages);
-    Project project;
-    ConfigModule::readDeviceFiles(folder, project, {context.paths, messages}, modbusAdrFile.name);
-    return messages.any() ? std::nullopt : std::optional(project);
-}
-
 std::optional<Project> otherProject(const std::string& path, const DocMgrModule::FileContext& context,
                                     FileRemarks& remarks) {
     HeardMessages messages(context.messages);
@@ -50,31 +41,6 @@ std::optional<Project> otherProject(const std::string& path, const DocMgrModule:
     const bool isRead =
         DocMgrModule::readProjectWithoutWriting(path, project, {context.paths, messages}, &remarks);
     return isRead && !messages.any() ? std::optional(project) : std::nullopt;
-}
-
-/// The five files that an upload sends, which saves a modified project first.
-/// \param scratch for what a save would write
-std::optional<std::vector<NamedFile>> deviceFilesToSend(const Project& project, const std::string& scratch,
-                                                        const DocMgrModule::FileContext& context) {
-    std::vector<NamedFile> files;
-    for (const DeviceFile* const file : deviceFiles) {
-        const std::string name(file->name);
-        const std::string& folder = project.modified ? scratch : project.ProjPath;
-        const std::string path = deviceFileOnDisk(context.paths, context.paths.join(folder, name));
-        if (project.modified && !file->Write(path, project, context))
-            return std::nullopt;
-        files.push_back({name, path});
-    }
-    return files;
-}
-
-/// Runs what works on files and tells the user of a failure.
-void withFiles(Messages& messages, const std::function<void()>& work) {
-    try {
-        work();
-    } catch (const std::system_error& failure) {
-        messages.show(MessageIcon::Exclamation, failure.what());
-    }
 }
 
 } // namespace
@@ -93,20 +59,64 @@ void ComparisonCommands::takeOver(const std::vector<Change>& changes) {
         emit itemsCameFrom(theirFolder_);
 }
 
-void ComparisonCommands::miToolsCompareDisplay_Click() {
-    const DocMgrModule::FileContext context = world_.lifecycle.fileContext();
-    withFiles(context.messages, [&] {
-        const ScratchFolder fetched;
-        TransferCommands* const transfer = world_.transfer();
-        const auto display =
-            transfer ? transfer->fetch("Compare with Display", fetched.path()) : std::nullopt;
-        auto theirs = display ? fetchedProject(fetched.path(), context) : std::nullopt;
-        if (!theirs)
+void ComparisonCommands::compare(const std::function<bool()>& work) {
+    try {
+        if (work())
             return;
-        openPanel().compareWith({QString::fromStdString(*display), std::move(*theirs),
-                                 compareFiles(bitmapsIn(project().ProjPath), bitmapsIn(fetched.path()))});
-        theirFolder_.clear();
+    } catch (const std::system_error& failure) {
+        world_.lifecycle.fileContext().messages.show(MessageIcon::Exclamation, failure.what());
+    } catch (...) { // who started the command tells the user
+        forgetComparison();
+        throw;
+    }
+    forgetComparison();
+}
+
+void ComparisonCommands::forgetComparison() {
+    for (const PanelDock::Panel& panel : dock_.panels())
+        if (auto* const comparison = qobject_cast<ComparisonPanel*>(panel.widget))
+            comparison->clear();
+}
+
+void ComparisonCommands::sayWhatIsMissing(const std::vector<std::string>& names) {
+    if (!names.empty())
+        dock_.showNotice(QString::fromStdString(notThereText(names)));
+}
+
+bool ComparisonCommands::isReadable(const DisplayContents& contents, const std::string& folder) {
+    const DocMgrModule::FileContext context = world_.lifecycle.fileContext();
+    HeardMessages messages(context.messages);
+    Project project;
+    ConfigModule::readDeviceFiles(folder, project, {context.paths, messages}, modbusAdrFile.name);
+    sayWhatIsMissing(contents.missingFiles());
+    return !messages.any();
+}
+
+bool ComparisonCommands::isComparedWithDisplay(const std::string& title, ComparisonPanel::Question question) {
+    TransferCommands* const transfer = world_.transfer();
+    if (!transfer)
+        return true;
+    const auto fetched = std::make_shared<const ScratchFolder>();
+    const FetchedDisplay display = transfer->fetch(title, fetched->path());
+    sayWhatIsMissing(display.missing);
+    if (display.end != FetchedDisplay::End::Fetched)
+        return display.end == FetchedDisplay::End::Cancelled;
+    DisplayContents theirs = DisplayContents::ofFolder(fetched->path());
+    if (question == ComparisonPanel::Question::WhatDiffers && !isReadable(theirs, fetched->path()))
+        return false;
+    openPanel().compareWith({QString::fromStdString(display.name), std::move(theirs), fetched}, question);
+    theirFolder_.clear();
+    return true;
+}
+
+void ComparisonCommands::miToolsCompareDisplay_Click() {
+    compare([this] {
+        return isComparedWithDisplay("Compare with Display", ComparisonPanel::Question::WhatDiffers);
     });
+}
+
+void ComparisonCommands::miToolsVerify_Click() {
+    compare([this] { return isComparedWithDisplay("Verify Display", ComparisonPanel::Question::HoldsAll); });
 }
 
 void ComparisonCommands::miToolsCompareProject_Click() {
@@ -115,47 +125,27 @@ void ComparisonCommands::miToolsCompareProject_Click() {
 }
 
 void ComparisonCommands::compareWithProject(const ChosenProject& other) {
-    const DocMgrModule::FileContext context = world_.lifecycle.fileContext();
-    withFiles(context.messages, [&] {
-        const std::string path = DocMgrModule::projectFilePath(context.paths, other.ProjPath, other.ProjName);
-        FileRemarks remarks;
-        auto theirs = otherProject(path, context, remarks);
-        if (!theirs)
-            return;
-        if (isToRefuse(remarks)) {
-            dock_.showNotice(tr("%1.orx is not whole: %2")
-                                 .arg(QString::fromStdString(other.ProjName),
-                                      QString::fromStdString(gravestText(remarks))));
-            return;
-        }
-        openPanel().compareWith({QString::fromStdString(path), std::move(*theirs),
-                                 compareFiles(bitmapsIn(project().ProjPath), bitmapsIn(other.ProjPath))});
-        theirFolder_ = other.ProjPath;
-    });
+    compare([&] { return isComparedWith(other); });
 }
 
-void ComparisonCommands::miToolsVerify_Click() {
+bool ComparisonCommands::isComparedWith(const ChosenProject& other) {
     const DocMgrModule::FileContext context = world_.lifecycle.fileContext();
-    withFiles(context.messages, [&] {
-        const ScratchFolder saved;
-        auto sent = deviceFilesToSend(project(), saved.path(), context);
-        if (!sent)
-            return;
-        const ScratchFolder fetched;
-        TransferCommands* const transfer = world_.transfer();
-        const auto display = transfer ? transfer->fetch("Verify Display", fetched.path()) : std::nullopt;
-        if (!display)
-            return;
-        std::vector<NamedFile> theirs = bitmapsIn(fetched.path());
-        for (const NamedFile& file : *sent)
-            theirs.push_back({file.name, context.paths.join(fetched.path(), file.name)});
-        std::ranges::move(bitmapsIn(project().ProjPath), std::back_inserter(*sent));
-        ComparisonPanel::Verified verified{QString::fromStdString(*display), sent->size(),
-                                           compareFiles(*sent, theirs)};
-        // What only the display has is not sent.
-        std::erase_if(verified.differences, [](const FileDifference& file) { return !file.sizeBefore; });
-        openPanel().showVerified(verified);
-    });
+    const std::string path = DocMgrModule::projectFilePath(context.paths, other.ProjPath, other.ProjName);
+    FileRemarks remarks;
+    auto theirs = otherProject(path, context, remarks);
+    if (!theirs)
+        return false;
+    if (isToRefuse(remarks)) {
+        dock_.showNotice(
+            tr("%1.orx is not whole: %2")
+                .arg(QString::fromStdString(other.ProjName), QString::fromStdString(gravestText(remarks))));
+        return false;
+    }
+    theirs->ProjPath = other.ProjPath;
+    openPanel().compareWith({QString::fromStdString(path), DisplayContents::ofProject(*theirs), nullptr},
+                            ComparisonPanel::Question::WhatDiffers);
+    theirFolder_ = other.ProjPath;
+    return true;
 }
 
 } // namespace orvista

@@ -41,6 +41,15 @@ signals:
 
 private:
     ComparisonPanel& openPanel();
+    /// An earlier answer goes where a new one fails: it would be taken for that.
+    /// \param work false when it failed, which it told
+    void compare(const std::function<bool()>& work);
+    void forgetComparison();
+    bool isComparedWithDisplay(const std::string& title, ComparisonPanel::Question question);
+    bool isComparedWith(const ChosenProject& other);
+    /// Reads what was fetched as opening does, for what the readers have to say of it.
+    bool isReadable(const DisplayContents& contents, const std::string& folder);
+    void sayWhatIsMissing(const std::vector<std::string>& names);
     void takeOver(const std::vector<Change>& changes);
     const Project& project() const { return world_.lifecycle.project(); }
 

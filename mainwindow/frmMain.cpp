@@ -5,6 +5,7 @@
 #include "mainwindow/BitmapOffer.h"
 #include "mainwindow/Commands.h"
 #include "mainwindow/DockRoom.h"
+#include "mainwindow/DownloadNotice.h"
 #include "mainwindow/FileDrops.h"
 #include "mainwindow/Guard.h"
 #include "mainwindow/HelpOpener.h"
@@ -440,8 +441,11 @@ void frmMain::miLinkUpload_Click() {
 }
 
 void frmMain::miLinkDownload_Click() {
-    if (transfer_)
-        transfer_->download();
+    if (!transfer_)
+        return;
+    const FetchedDisplay display = transfer_->download();
+    if (const QString notice = downloadNotice(display, project_.ProjPath); !notice.isEmpty())
+        dock_->showNotice(notice);
 }
 
 void frmMain::miOptionSystemCfg_Click() {

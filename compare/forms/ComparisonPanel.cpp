@@ -1,6 +1,8 @@
 #include "compare/forms/ComparisonPanel.h"
 
+#include "compare/HeldSentences.h"
 #include "items/forms/ShownTexts.h"
+#include "model/BitmapName.h"
 #include "widgets/FormParts.h"
 #include "widgets/NotAppliedMark.h"
 #include "widgets/RowsTable.h"
@@ -12,6 +14,11 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
+
+#include <algorithm>
+#include <iterator>
+#include <system_error>
+#include <utility>
 
 namespace orvista {
 
@@ -25,12 +32,27 @@ QString sizeText(const std::optional<std::uint64_t>& size) {
     return size ? bytesText(*size) : ComparisonPanel::tr("not there");
 }
 
-TableRow fileRow(const FileDifference& file, int position) {
-    QString theirs = sizeText(file.sizeAfter);
-    if (file.firstOffset)
-        theirs += ComparisonPanel::tr(", differs from byte %L1 onwards").arg(*file.firstOffset + 1);
-    return {
-        {QString::fromStdString(file.name), position}, {QString()}, {sizeText(file.sizeBefore)}, {theirs}};
+QString theirsText(const HeldAnswer& file) {
+    const QString size = sizeText(file.sizeAfter);
+    if (!file.firstOffset)
+        return size;
+    const auto byte = *file.firstOffset + 1;
+    return file.state == HeldState::Equal
+               ? ComparisonPanel::tr("%1, the same, written differently from byte %L2 onwards")
+                     .arg(size)
+                     .arg(byte)
+               : ComparisonPanel::tr("%1, differs from byte %L2 onwards").arg(size).arg(byte);
+}
+
+TableRow fileRow(const HeldAnswer& file, int position) {
+    const bool isUnseen = !file.counts && isBitmapName(file.name);
+    TableRow row{{QString::fromStdString(file.name), position},
+                 {isUnseen ? ComparisonPanel::tr("shown by no message") : QString(), position},
+                 {sizeText(file.sizeBefore)},
+                 {theirsText(file)}};
+    for (TableCell& cell : row)
+        cell.isFaint = isUnseen;
+    return row;
 }
 
 TableRow differenceRow(const DifferenceRow& row, int position, const QString& mark) {
@@ -40,6 +62,41 @@ TableRow differenceRow(const DifferenceRow& row, int position, const QString& ma
             {row.isLine() ? line : QString::fromUtf8(row.field->name), position},
             {shortened(row.before, from)},
             {shortened(row.after, from) + mark}};
+}
+
+/// What an upload sends and the display does not hold byte for byte.
+std::vector<HeldAnswer> filesNotHeld(const ContentsComparison& comparison) {
+    std::vector<HeldAnswer> listed;
+    for (const auto* const answers : {&comparison.files, &comparison.bitmaps})
+        std::ranges::copy_if(*answers, std::back_inserter(listed), [](const HeldAnswer& answer) {
+            return answer.state != HeldState::Same && answer.state != HeldState::Extra;
+        });
+    return listed;
+}
+
+/// Device files that no row explains, bitmaps that a message shows, then the others.
+std::vector<HeldAnswer> filesThatDiffer(const ContentsComparison& comparison) {
+    std::vector<HeldAnswer> listed = comparison.unexplainedFiles();
+    for (const bool counts : {true, false})
+        std::ranges::copy_if(comparison.bitmaps, std::back_inserter(listed), [&](const HeldAnswer& answer) {
+            return answer.counts == counts && !answer.isWell();
+        });
+    return listed;
+}
+
+QString differencesText(std::size_t count, const QString& name) {
+    if (count == 0)
+        return ComparisonPanel::tr("No differences between this project and %1").arg(name);
+    if (count == 1)
+        return ComparisonPanel::tr("1 difference between this project and %1").arg(name);
+    return ComparisonPanel::tr("%1 differences between this project and %2")
+        .arg(QString::number(count), name);
+}
+
+QString fingerprintsText(const std::string& ours, const std::string& theirs) {
+    return ours == theirs ? ComparisonPanel::tr("(fingerprint %1)").arg(QString::fromStdString(ours))
+                          : ComparisonPanel::tr("(fingerprints %1 and %2)")
+                                .arg(QString::fromStdString(ours), QString::fromStdString(theirs));
 }
 
 } // namespace
@@ -78,36 +135,37 @@ void ComparisonPanel::buildLayout() {
     layout->addWidget(tblComparison, 1);
 }
 
-void ComparisonPanel::compareWith(Theirs theirs) {
+void ComparisonPanel::compareWith(Theirs theirs, Question question) {
     theirs_ = std::move(theirs);
-    files_ = theirs_->bitmaps;
-    compare();
-}
-
-void ComparisonPanel::showVerified(const Verified& verified) {
-    theirs_.reset();
-    rows_.clear();
-    files_ = verified.differences;
-    markNotApplied();
-    const QString all = QString::number(verified.files);
-    lblComparison->setText(
-        files_.empty()
-            ? tr("%1 holds every byte of the %2 files that an upload sends").arg(verified.name, all)
-            : tr("%1 of the %2 files that an upload sends are not the same on %3")
-                  .arg(QString::number(files_.size()), all, verified.name));
+    question_ = question;
+    try {
+        compare();
+    } catch (const std::system_error&) {
+        clear();
+        throw;
+    }
 }
 
 void ComparisonPanel::clear() {
     theirs_.reset();
+    showNothing(tr("Nothing to compare yet. Use Tools > Compare."));
+}
+
+void ComparisonPanel::showNothing(const QString& reason) {
     rows_.clear();
     files_.clear();
     markNotApplied();
-    lblComparison->setText(tr("Nothing to compare yet. Use Tools > Compare."));
+    lblComparison->setText(reason);
 }
 
 void ComparisonPanel::follow() {
-    if (theirs_ && isVisible())
+    if (!theirs_ || !isVisible())
+        return;
+    try {
         compare();
+    } catch (const std::system_error& failure) {
+        showNothing(tr("Nothing to compare: %1").arg(QString::fromUtf8(failure.what())));
+    }
 }
 
 void ComparisonPanel::showEvent(QShowEvent* event) {
@@ -123,18 +181,19 @@ void ComparisonPanel::changeEvent(QEvent* event) {
 }
 
 void ComparisonPanel::compare() {
-    rows_ = differenceRows(compareItems(project_, theirs_->project));
+    const DisplayContents ours = DisplayContents::ofUpload(project_);
+    const ContentsComparison comparison = compareContents(ours, theirs_->contents);
+    const QString fingerprints = fingerprintsText(fingerprint(ours), fingerprint(theirs_->contents));
+    sent_ = ours.project();
+    rows_ = differenceRows(comparison.items);
+    files_ = question_ == Question::HoldsAll ? filesNotHeld(comparison) : filesThatDiffer(comparison);
+    const auto count =
+        rows_.size() + static_cast<std::size_t>(std::ranges::count(files_, true, &HeldAnswer::counts));
+    lblComparison->setText((question_ == Question::HoldsAll ? QString::fromStdString(verifiedText(
+                                                                  theirs_->name.toStdString(), comparison))
+                                                            : differencesText(count, theirs_->name)) +
+                           u' ' + fingerprints);
     markNotApplied();
-    lblComparison->setText(summary());
-}
-
-QString ComparisonPanel::summary() const {
-    const std::size_t count = rows_.size() + files_.size();
-    if (count == 0)
-        return tr("No differences between this project and %1").arg(theirs_->name);
-    if (count == 1)
-        return tr("1 difference between this project and %1").arg(theirs_->name);
-    return tr("%1 differences between this project and %2").arg(QString::number(count), theirs_->name);
 }
 
 void ComparisonPanel::markNotApplied() {
@@ -143,7 +202,7 @@ void ComparisonPanel::markNotApplied() {
     for (const DifferenceRow& row : rows_)
         rows.push_back(
             differenceRow(row, static_cast<int>(rows.size()), notAppliedMark(notApplied, row.item)));
-    for (const FileDifference& file : files_)
+    for (const HeldAnswer& file : files_)
         rows.push_back(fileRow(file, static_cast<int>(rows.size())));
     tblComparison->setRows(std::move(rows));
     enableTake();
@@ -166,8 +225,12 @@ void ComparisonPanel::enableTake() {
 }
 
 void ComparisonPanel::btnTakeTheirs_Click() {
-    if (theirs_)
-        emit takeWanted(takenOver(project_, theirs_->project, selectedRows()));
+    if (!theirs_)
+        return;
+    // The files may say less than the project, or were changed beside it.
+    const auto changes = fitted(takenOver(sent_, theirs_->contents.project(), selectedRows()), project_);
+    if (!changes.empty())
+        emit takeWanted(changes);
 }
 
 void ComparisonPanel::leadToRow(int row) {

@@ -1,11 +1,13 @@
 #pragma once
 
+#include "compare/ContentsComparison.h"
 #include "compare/DifferenceRows.h"
 #include "model/Item.h"
+#include "model/ScratchFolder.h"
 #include "widgets/ProjectPanel.h"
 
-#include <cstddef>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -17,29 +19,29 @@ namespace orvista {
 
 class RowsTable;
 
-/// The panel "Comparison": what differs between the project in memory and another one, or what a display
-/// holds. While it is on the screen it follows the project's changes.
+/// The panel "Comparison": what differs between what an upload of the project sends and another project, or
+/// what a display holds. While it is on the screen it follows the project's changes.
 class ComparisonPanel final : public ProjectPanel {
     Q_OBJECT
 public:
+    enum class Question {
+        WhatDiffers, ///< in what the display shows
+        HoldsAll     ///< every byte that an upload sends
+    };
     /// What the project is compared with.
     struct Theirs {
         QString name; ///< of the display or the project, as the user knows it
-        Project project;
-        std::vector<FileDifference> bitmaps; ///< from this project's to theirs
-    };
-    /// What came of comparing every byte that an upload sends.
-    struct Verified {
-        QString name; ///< of the display
-        std::size_t files = 0;
-        std::vector<FileDifference> differences; ///< from what is sent to what the display holds
+        DisplayContents contents;
+        std::shared_ptr<const ScratchFolder> fetched; ///< where the files of a display lie
     };
 
     /// \param notAppliedItems the items that are shown with an edit that is not applied
     ComparisonPanel(const Project& project, std::function<std::vector<Item>()> notAppliedItems);
 
-    void compareWith(Theirs theirs);
-    void showVerified(const Verified& verified);
+    /// \throws std::system_error for a file that cannot be read; nothing is compared then
+    void compareWith(Theirs theirs, Question question);
+    /// Nothing is compared any more.
+    void clear();
 
     /// Compares again, at once or when the panel comes to the screen.
     void follow() override;
@@ -54,20 +56,21 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
-    void clear();
     void buildLayout();
     void compare();
+    void showNothing(const QString& reason);
     void enableTake();
     std::vector<DifferenceRow> selectedRows() const;
     void btnTakeTheirs_Click();
     void leadToRow(int row);
-    QString summary() const;
 
     const Project& project_;
     std::function<std::vector<Item>()> notAppliedItems_;
     std::optional<Theirs> theirs_;
-    std::vector<DifferenceRow> rows_;   ///< what can be taken over; the files follow them
-    std::vector<FileDifference> files_; ///< bitmaps, or what was verified
+    Question question_ = Question::WhatDiffers;
+    Project sent_;                    ///< what the files say that an upload sends
+    std::vector<DifferenceRow> rows_; ///< what can be taken over; the files follow them
+    std::vector<HeldAnswer> files_;
 
     QLabel* lblComparison;
     QPushButton* btnTakeTheirs;

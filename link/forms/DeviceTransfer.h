@@ -16,8 +16,8 @@ public:
 
     RunningTransfer& running() { return transfer_.running(); }
     void upload() override { transfer_.Upload(); }
-    void download() override { transfer_.Download(); }
-    std::optional<std::string> fetch(const std::string& title, const std::string& folder) override {
+    FetchedDisplay download() override { return transfer_.Download(); }
+    FetchedDisplay fetch(const std::string& title, const std::string& folder) override {
         return transfer_.Fetch(title, folder);
     }
 

@@ -134,8 +134,10 @@ std::int64_t FtpTransferControl::DownloadFiles(const std::string&, const std::st
             if (notice_)
                 notice_(wanted[index].shownName, index + 1, wanted.size());
             FileSink sink(stagedPaths[index]);
-            if (!link_->fetch(wanted[index].remoteName, fileSizeLimit, sink))
+            if (!link_->fetch(wanted[index].remoteName, fileSizeLimit, sink)) {
+                noteMissing(wanted[index].remoteName, listing);
                 return failure;
+            }
             sink.close();
         }
         staging.complete();
@@ -143,6 +145,16 @@ std::int64_t FtpTransferControl::DownloadFiles(const std::string&, const std::st
         return failure;
     }
     return success;
+}
+
+void FtpTransferControl::noteMissing(const std::string& remoteName, const RemoteListing& listing) const {
+    if (!missing_ || listing.has(remoteName))
+        return;
+    std::vector<std::string> names;
+    for (const std::string_view name : transferredDeviceFiles)
+        if (!listing.has(listing.variantOf(name)))
+            names.emplace_back(name);
+    missing_(names);
 }
 
 } // namespace orvista

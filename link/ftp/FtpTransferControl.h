@@ -11,10 +11,12 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace orvista {
 
 class FtpLink;
+class RemoteListing;
 
 /// The commands that tell the device of an upload, sent on the control connection outside any transfer.
 /// A server that does not know them is served all the same.
@@ -50,6 +52,11 @@ public:
     FtpTransferControl(const FtpTransferControl&) = delete;
     FtpTransferControl& operator=(const FtpTransferControl&) = delete;
 
+    /// Called with the device files that the other end does not list, where a download fails for one of them.
+    void onMissing(std::function<void(const std::vector<std::string>& names)> notice) {
+        missing_ = std::move(notice);
+    }
+
     /// Whatever the control does fails at once when this gets true. For the links opened from now on.
     void endWhen(std::function<bool()> isToEnd) { isToEnd_ = std::move(isToEnd); }
 
@@ -63,7 +70,10 @@ public:
     std::int64_t DownloadFiles(const std::string& argument, const std::string& folder) override;
 
 private:
+    void noteMissing(const std::string& remoteName, const RemoteListing& listing) const;
+
     FileNotice notice_;
+    std::function<void(const std::vector<std::string>& names)> missing_;
     std::chrono::seconds timeout_;
     PathRules paths_;
     TransferWatch::Clock clock_;

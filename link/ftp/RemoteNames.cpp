@@ -76,9 +76,13 @@ bool RemoteListing::endLine() {
     return !tooLong_;
 }
 
+bool RemoteListing::has(std::string_view name) const {
+    return std::ranges::find(names_, name) != names_.end();
+}
+
 std::string RemoteListing::variantOf(std::string_view name) const {
     const std::string lowerCase = lowerAscii(name);
-    if (std::ranges::find(names_, lowerCase) != names_.end())
+    if (has(lowerCase))
         return lowerCase;
     const auto variant = std::ranges::find_if(
         names_, [&](const std::string& listed) { return equalsIgnoringCase(listed, name); });

@@ -36,6 +36,8 @@ public:
     const std::vector<std::string>& names() const { return names_; }
     /// The name that equals `name` but for case: its lower-case form first, else any; else `name` itself.
     std::string variantOf(std::string_view name) const;
+    /// Whether it is one of the names, in this case.
+    bool has(std::string_view name) const;
 
 private:
     bool endLine();

@@ -16,11 +16,13 @@ namespace {
 struct Shown {
     Shown() {
         project.STDMSG[2] = "CLEAR\r\nACT STILL 500";
+        project.modified = true; // and so nothing is read from a folder
         Project theirs;
         theirs.STDMSG[2] = "CLEAR\r\nACT STILL 900";
         panel.show();
         QVERIFY(QTest::qWaitForWindowExposed(&panel));
-        panel.compareWith({QStringLiteral("10.0.0.9"), theirs, {}});
+        panel.compareWith({QStringLiteral("10.0.0.9"), DisplayContents::ofProject(theirs), nullptr},
+                          ComparisonPanel::Question::WhatDiffers);
     }
     ~Shown() { panel.hide(); } // the focus leaves the table while the panel is whole
     RowsTable& table() const { return *panel.findChild<RowsTable*>(QStringLiteral("tblComparison")); }
@@ -39,6 +41,10 @@ struct Shown {
     ComparisonPanel panel{project, [this] { return notApplied; }};
 };
 
+QString fingerprintOf(const Project& project) {
+    return QString::fromStdString(fingerprint(DisplayContents::ofProject(project)));
+}
+
 } // namespace
 
 class ComparisonPanelTest : public QObject {
@@ -56,7 +62,10 @@ void ComparisonPanelTest::listsWhatDiffers() {
     const Shown shown;
     QCOMPARE(shown.count(), 1);
     QCOMPARE(shown.cells(), (QStringList{"STDMSG3", "2", "ACT STILL 500", "ACT STILL 900"}));
-    QCOMPARE(shown.summary(), QStringLiteral("1 difference between this project and 10.0.0.9"));
+    Project theirs;
+    theirs.STDMSG[2] = "CLEAR\r\nACT STILL 900";
+    QCOMPARE(shown.summary(), "1 difference between this project and 10.0.0.9 (fingerprints " +
+                                  fingerprintOf(shown.project) + " and " + fingerprintOf(theirs) + ")");
 }
 
 void ComparisonPanelTest::followsTheProject() {
@@ -67,11 +76,12 @@ void ComparisonPanelTest::followsTheProject() {
     QCOMPARE(shown.count(), 1);
     shown.panel.show();
     QCOMPARE(shown.count(), 0);
-    QCOMPARE(shown.summary(), QStringLiteral("No differences between this project and 10.0.0.9"));
+    QCOMPARE(shown.summary(), "No differences between this project and 10.0.0.9 (fingerprint " +
+                                  fingerprintOf(shown.project) + ")");
     shown.project.STDMSG[0] = "CLEAR\r\nACT STILL 5";
     shown.project.RegVar[0].width = "3";
     shown.panel.follow();
-    QCOMPARE(shown.summary(), QStringLiteral("2 differences between this project and 10.0.0.9"));
+    QVERIFY(shown.summary().startsWith(QStringLiteral("2 differences between this project and 10.0.0.9 (")));
 }
 
 void ComparisonPanelTest::marksWhatIsNotApplied() {

@@ -1,4 +1,5 @@
 #include "compare/ProjectComparison.h"
+#include "compare/FileComparison.h"
 #include "model/Bytes.h"
 #include "model/DeviceFiles.h"
 #include "tests/support/ExampleProject.h"
@@ -78,52 +79,31 @@ TEST(ProjectComparison, LeavesOutWhatNoReaderReads) {
 
 class FileComparison : public ::testing::Test {
 protected:
-    NamedFile left(const std::string& name, const std::string& bytes) { return inFolder(left_, name, bytes); }
-    NamedFile right(const std::string& name, const std::string& bytes) {
-        return inFolder(right_, name, bytes);
+    std::optional<FileDifference> compared(const std::string& before, const std::string& after) {
+        testing::writeBytes(folder_.file("before"), before);
+        testing::writeBytes(folder_.file("after"), after);
+        return compareFiles(folder_.file("before"), folder_.file("after"));
     }
 
-private:
-    static NamedFile inFolder(const testing::TemporaryFolder& folder, const std::string& name,
-                              const std::string& bytes) {
-        testing::writeBytes(folder.file(name), bytes);
-        return {name, folder.file(name)};
-    }
-
-    testing::TemporaryFolder left_;
-    testing::TemporaryFolder right_;
+    testing::TemporaryFolder folder_;
 };
 
 TEST_F(FileComparison, FindsTheFirstByteThatDiffers) {
-    const std::string long1(100'000, 'x');
-    std::string long2 = long1;
-    long2[70'000] = 'y';
-    EXPECT_THAT(compareFiles({left("A.bmp", "abc"), left("B.bmp", "abc"), left("c.bmp", "abc"),
-                              left("D.bmp", ""), left("E.bmp", long1)},
-                             {right("a.BMP", "abc"), right("B.bmp", "abX"), right("c.bmp", "abcd"),
-                              right("D.bmp", ""), right("E.bmp", long2)}),
-                ElementsAre(FileDifference{"B.bmp", 3, 3, 2}, FileDifference{"c.bmp", 3, 4, 3},
-                            FileDifference{"E.bmp", 100'000, 100'000, 70'000}));
-}
-
-TEST_F(FileComparison, NamesFilesOfOneSideOnly) {
-    EXPECT_THAT(compareFiles({left("b.bmp", "12")}, {right("A.bmp", "123")}),
-                ElementsAre(FileDifference{"A.bmp", std::nullopt, 3, std::nullopt},
-                            FileDifference{"b.bmp", 2, std::nullopt, std::nullopt}));
-}
-
-TEST_F(FileComparison, CountsTheLastOfNamesThatDifferInCaseOnly) {
-    const NamedFile first = left("one", "old");
-    const NamedFile last = left("two", "new");
-    EXPECT_THAT(compareFiles({{"LOGO.BMP", first.path}, {"logo.bmp", last.path}}, {right("Logo.bmp", "new")}),
-                IsEmpty());
+    std::string other(100'000, 'x');
+    const std::string same = other;
+    other[70'000] = 'y';
+    EXPECT_EQ(compared("abc", "abc"), std::nullopt);
+    EXPECT_EQ(compared("", ""), std::nullopt);
+    EXPECT_EQ(compared("abc", "abX"), (FileDifference{3, 3, 2}));
+    EXPECT_EQ(compared("abc", "abcd"), (FileDifference{3, 4, 3}));
+    EXPECT_EQ(compared(same, same), std::nullopt);
+    EXPECT_EQ(compared(same, other), (FileDifference{100'000, 100'000, 70'000}));
 }
 
 TEST_F(FileComparison, SaysWhichFileCannotBeRead) {
-    NamedFile missing = left("a.bmp", "abc");
-    missing.path += ".gone";
+    testing::writeBytes(folder_.file("a.bmp"), "abc");
     try {
-        compareFiles({missing}, {right("a.bmp", "abc")});
+        compareFiles(folder_.file("a.bmp"), folder_.file("a.bmp.gone"));
         FAIL() << "read a file that is not there";
     } catch (const std::system_error& failure) {
         EXPECT_THAT(failure.what(), HasSubstr("a.bmp.gone"));

@@ -506,9 +506,12 @@ TEST_F(FtpTransferControlTest, AMissingDeviceFileFailsTheDownload) {
     const FtpTestServer server;
     server.putDeviceFiles();
     fs::remove(server.file("altmsg.ilm"));
+    std::vector<std::string> missing;
+    control.onMissing([&missing](const std::vector<std::string>& names) { missing = names; });
     ASSERT_EQ(open(server), 1);
     EXPECT_LE(download(), 0);
     EXPECT_THAT(localNames(), IsEmpty());
+    EXPECT_THAT(missing, ElementsAre("altmsg.ilm"));
 }
 
 TEST_F(FtpTransferControlTest, EmptyServer) {
@@ -523,6 +526,7 @@ TEST_F(FtpTransferControlTest, FailedDownloadLeavesTheFolderAsItWas) {
         const FtpTestServer server({"--fault", fault});
         server.putDeviceFiles();
         writeBytes(local.file("modbus.adr"), "mine");
+        control.onMissing([&](const std::vector<std::string>&) { FAIL() << fault; });
         ASSERT_EQ(open(server), 1);
         EXPECT_LE(download(), 0) << fault;
         EXPECT_THAT(localNames(), ElementsAre("modbus.adr")) << fault;

@@ -37,6 +37,7 @@ struct ControlScript {
     std::int64_t openResult = 1;
     std::int64_t downloadResult = 1;
     std::map<std::string, std::int64_t> uploadResults; ///< by bare name; others give 1
+    Lines missing;                                     ///< which a failed download names
     std::function<void()> open;
     std::function<void(const std::string& folder)> download;
     std::function<void(const std::string& path)> upload;
@@ -45,7 +46,8 @@ struct ControlScript {
 
 class ScriptedControl final : public TransferControl {
 public:
-    explicit ScriptedControl(ControlScript& script) : script_(script) {}
+    ScriptedControl(ControlScript& script, TransferProgress& progress)
+        : script_(script), progress_(progress) {}
 
     void RemoteAddress(const std::string& address) override { note("RemoteAddress <" + address + ">"); }
     void RemotePort(std::int16_t port) override { note("RemotePort " + std::to_string(port)); }
@@ -69,6 +71,8 @@ public:
         note("DownloadFiles <" + argument + "> " + folder);
         if (script_.download)
             script_.download(folder);
+        if (!script_.missing.empty())
+            progress_.noteMissing(script_.missing);
         return script_.downloadResult;
     }
 
@@ -76,6 +80,7 @@ private:
     void note(const std::string& line) { script_.calls.push_back(line); }
 
     ControlScript& script_;
+    TransferProgress& progress_;
 };
 
 /// Messages land among the control's calls, so that their order shows.
@@ -190,10 +195,13 @@ protected:
     RecordedWindow window;
     ScriptedDialogs dialogs;
     DocMgrModule::ProjectLifecycle lifecycle{project, history, environment, messages, chooser, window};
-    ProjectTransfer transfer{
-        project, lifecycle, chooser,
-        dialogs, messages,  [this](TransferProgress&) {
-                                 return std::make_unique<ScriptedControl>(script); }};
+    ProjectTransfer transfer{project,
+                             lifecycle,
+                             chooser,
+                             dialogs,
+                             messages,
+                             [this](TransferProgress& progress) {
+                                 return std::make_unique<ScriptedControl>(script, progress); }};
 
     const Lines deviceFiles = {"modbus.adr", "ilmvar.def", "stdmsg.ilm", "altmsg.ilm", "default.pls"};
     const Lines success = {"FinishUpload", "CloseLink", "information: All files were successfully uploaded"};
@@ -455,6 +463,24 @@ TEST_F(ProjectTransferTest, CancelledConnectionStillOpensTheTargetFolder) {
     EXPECT_EQ(project.ProjName, "Fetched");
     EXPECT_TRUE(project.modified);
     EXPECT_THAT(dialogs.shown, IsEmpty());
+}
+
+TEST_F(ProjectTransferTest, ADownloadTellsWhatCameOfIt) {
+    using End = FetchedDisplay::End;
+    EXPECT_EQ(transfer.Download().end, End::Cancelled);
+    chooseTarget();
+    const FetchedDisplay fetched = transfer.Download();
+    EXPECT_EQ(fetched.end, End::Fetched);
+    EXPECT_EQ(fetched.name, "127.0.0.1:7000");
+    script.downloadResult = 0;
+    script.missing = {"stdmsg.ilm", "altmsg.ilm"};
+    const FetchedDisplay failed = transfer.Fetch("Verify Display", targetFolder);
+    EXPECT_EQ(failed.end, End::Failed);
+    EXPECT_THAT(failed.missing, ElementsAre("stdmsg.ilm", "altmsg.ilm"));
+    script.openResult = 0;
+    EXPECT_THAT(transfer.Fetch("Verify Display", targetFolder).missing, IsEmpty());
+    dialogs.connection.reset();
+    EXPECT_EQ(transfer.Fetch("Verify Display", targetFolder).end, End::Cancelled);
 }
 
 TEST_F(ProjectTransferTest, FailedDownloadLeavesTheOpenProjectAndClosesTheLinkAfterItsMessage) {

@@ -91,6 +91,8 @@ TEST(RemoteListing, VariantsPreferLowerCase) {
     EXPECT_EQ(listing.variantOf("modbus.adr"), "modbus.adr");
     EXPECT_EQ(listing.variantOf("stdmsg.ilm"), "STDMSG.ILM");
     EXPECT_EQ(listing.variantOf("altmsg.ilm"), "altmsg.ilm");
+    EXPECT_TRUE(listing.has("STDMSG.ILM"));
+    EXPECT_FALSE(listing.has("stdmsg.ilm"));
 }
 
 TEST(RemoteListing, TenThousandNamesAreTheMost) {

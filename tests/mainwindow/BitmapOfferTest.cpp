@@ -205,6 +205,11 @@ void BitmapOfferTest::messagesThatWereTakenOverOfferTheirBitmaps() {
     QCOMPARE(editor.find<QPushButton>("btnCopyBitmaps")->text(), QStringLiteral("Copy 2 Bitmaps"));
     editor.click("btnCopyBitmaps");
     QCOMPARE(fileBytes(editor.other.file("pump.bmp")), std::string("old"));
+    // The comparison has them as well.
+    const QAbstractItemModel& rows = *editor.find<QTableView>("tblComparison")->model();
+    QCOMPARE(rows.rowCount(), 1);
+    QCOMPARE(rows.index(0, 0).data().toString(), QStringLiteral("unused.bmp"));
+    QVERIFY(editor.find<QLabel>("lblComparison")->text().startsWith(QStringLiteral("No differences")));
 }
 
 void BitmapOfferTest::anOfferStandsWhileItsBitmapsAreMissing() {

@@ -18,16 +18,19 @@ namespace {
 class RecordedTransfer final : public TransferCommands {
 public:
     void upload() override { calls << QStringLiteral("upload"); }
-    void download() override { calls << QStringLiteral("download"); }
-    std::optional<std::string> fetch(const std::string&, const std::string&) override { return {}; }
+    FetchedDisplay download() override {
+        calls << QStringLiteral("download");
+        return {};
+    }
+    FetchedDisplay fetch(const std::string&, const std::string&) override { return {}; }
     QStringList calls;
 };
 
 class OverflowingTransfer final : public TransferCommands {
 public:
     void upload() override { throw Overflow(); }
-    void download() override { throw Overflow(); }
-    std::optional<std::string> fetch(const std::string&, const std::string&) override { throw Overflow(); }
+    FetchedDisplay download() override { throw Overflow(); }
+    FetchedDisplay fetch(const std::string&, const std::string&) override { throw Overflow(); }
 };
 
 QStringList captions(const QMenu& menu) {

@@ -1,3 +1,4 @@
+#include "compare/DisplayContents.h"
 #include "link/TransferControls.h"
 #include "link/forms/DeviceTransfer.h"
 #include "model/ProjectFile.h"
@@ -21,6 +22,23 @@ using namespace orvista::testing;
 
 namespace {
 
+/// The user leaves the connection dialog with Connect, after typing this port.
+void connectTo(const FtpTestServer& server) {
+    onModal(QStringLiteral("frmConnection"), [port = QString::number(server.port())](QWidget* dialog) {
+        auto* const box = dialog->findChild<QLineEdit*>(QStringLiteral("txtPort"));
+        QCOMPARE(dialog->findChild<QLineEdit*>(QStringLiteral("txtIP"))->text(), QStringLiteral("127.0.0.1"));
+        box->selectAll();
+        QTest::keyClicks(box, port);
+        QTest::mouseClick(dialog->findChild<QPushButton*>(QStringLiteral("btnOK")), Qt::LeftButton);
+    });
+}
+
+const QString nothingYet = QStringLiteral("Nothing to compare yet. Use Tools > Compare.");
+
+QString fingerprintOf(const Project& project) {
+    return QString::fromStdString(fingerprint(DisplayContents::ofProject(project)));
+}
+
 /// The real main window with the real transfer, and another project to compare with.
 struct ComparingEditor : EditorFixture {
     ComparingEditor() {
@@ -42,8 +60,26 @@ struct ComparingEditor : EditorFixture {
         trigger("miToolsCompareProject");
     }
 
+    /// Save, and an upload to that display.
+    void saveAndUpload(const FtpTestServer& server) {
+        trigger("miFileSave");
+        connectTo(server);
+        trigger("miLinkUpload");
+        messages.shown.clear();
+    }
+    /// A download into a folder of its own.
+    void downloadFrom(const FtpTestServer& server) {
+        chooser.newProjects.push_back({fetched.path(), "Fetched"});
+        connectTo(server);
+        trigger("miLinkDownload");
+    }
+
     QTableView* table() const { return find<QTableView>("tblComparison"); }
-    QString summary() const { return find<QLabel>("lblComparison")->text(); }
+    /// Without the fingerprints behind it.
+    QString summary() const {
+        const QString text = find<QLabel>("lblComparison")->text();
+        return text.left(text.lastIndexOf(QStringLiteral(" (fingerprint")));
+    }
     QStringList rows() const {
         QStringList lines;
         const QAbstractItemModel& model = *table()->model();
@@ -60,6 +96,7 @@ struct ComparingEditor : EditorFixture {
 
     std::optional<DeviceTransfer> transfer;
     TemporaryFolder other;
+    TemporaryFolder fetched;
 };
 
 /// Every file below a folder with its bytes.
@@ -69,17 +106,6 @@ std::map<std::string, std::string> filesBelow(const std::string& folder) {
         if (entry.is_regular_file())
             files[utf8Path(entry.path())] = fileBytes(utf8Path(entry.path()));
     return files;
-}
-
-/// The user leaves the connection dialog with Connect, after typing this port.
-void connectTo(const FtpTestServer& server) {
-    onModal(QStringLiteral("frmConnection"), [port = QString::number(server.port())](QWidget* dialog) {
-        auto* const box = dialog->findChild<QLineEdit*>(QStringLiteral("txtPort"));
-        QCOMPARE(dialog->findChild<QLineEdit*>(QStringLiteral("txtIP"))->text(), QStringLiteral("127.0.0.1"));
-        box->selectAll();
-        QTest::keyClicks(box, port);
-        QTest::mouseClick(dialog->findChild<QPushButton*>(QStringLiteral("btnOK")), Qt::LeftButton);
-    });
 }
 
 /// A project that differs in an address, a variable and two lines of a message.
@@ -120,6 +146,15 @@ private slots:
     void verifiesWhatASaveWouldWriteWhereTheProjectIsModified();
     void verifyNamesEveryFileThatIsOtherwise();
     void verifyNamesAMissingFile();
+    void verifyTakesAnotherSpellingForTheSame();
+    void comparesTheFolderOfAnUnmodifiedProject();
+    void aFileWithoutADifferentItemIsNamed();
+    void aFileThatTheDisplayLacksIsNamedBesideTheBox();
+    void aDownloadNamesWhatTheDisplayLacks();
+    void aDownloadThatHoldsNoProjectSaysSo();
+    void anEarlierAnswerGoesWhereANewComparisonFails();
+    void aCancelledQuestionKeepsTheAnswer();
+    void theLineHoldsTheFingerprints();
     void worksOnAProjectOnly();
 };
 
@@ -161,6 +196,7 @@ void ComparisonTest::changesNothingOnEitherSide() {
 
 void ComparisonTest::namesBitmapsThatDiffer() {
     ComparingEditor editor;
+    editor.project.STDMSG[0] = "IMG 0 0 RED BLACK A.bmp\r\nIMG 0 0 RED BLACK B.bmp";
     editor.saveAs(editor.other, editor.project);
     writeBytes(editor.projectFolder.file("a.bmp"), "same");
     writeBytes(editor.other.file("A.BMP"), "same");
@@ -169,7 +205,8 @@ void ComparisonTest::namesBitmapsThatDiffer() {
     writeBytes(editor.other.file("c.bmp"), "there");
     editor.compareWith(editor.other);
     QCOMPARE(editor.rows(), (QStringList{"b.bmp||4 bytes|5 bytes, differs from byte 5 onwards",
-                                         "c.bmp||not there|5 bytes"}));
+                                         "c.bmp|shown by no message|not there|5 bytes"}));
+    QVERIFY(editor.summary().startsWith(QStringLiteral("1 difference ")));
     editor.table()->selectAll();
     QVERIFY(!editor.takeTheirs()->isEnabled());
 }
@@ -262,7 +299,7 @@ void ComparisonTest::anotherProjectHasNothingToBeComparedWith() {
     editor.messages.answers.push_back(Answer::No);
     editor.newProject("Next");
     QCOMPARE(editor.rows(), QStringList());
-    QCOMPARE(editor.summary(), QStringLiteral("Nothing to compare yet. Use Tools > Compare."));
+    QCOMPARE(editor.summary(), nothingYet);
 }
 
 void ComparisonTest::rowsOfAnItemThatIsNotAppliedSaySo() {
@@ -285,9 +322,9 @@ void ComparisonTest::comparesWithADisplay() {
     const auto mine = filesBelow(editor.projectFolder.path());
     connectTo(server);
     editor.trigger("miToolsCompareDisplay");
-    QCOMPARE(editor.rows(), otherRows + QStringList{"only.bmp||not there|5 bytes"});
+    QCOMPARE(editor.rows(), otherRows + QStringList{"only.bmp|shown by no message|not there|5 bytes"});
     QCOMPARE(editor.summary(),
-             QStringLiteral("5 differences between this project and 127.0.0.1:%1").arg(server.port()));
+             QStringLiteral("4 differences between this project and 127.0.0.1:%1").arg(server.port()));
     QVERIFY(editor.messages.shown.empty());
     QCOMPARE(filesBelow(editor.projectFolder.path()), mine);
 }
@@ -317,7 +354,9 @@ void ComparisonTest::aDisplayThatRefusesIsSaidInTheBoxOfDownload() {
     editor.trigger("miToolsCompareDisplay");
     QCOMPARE(editor.messages.shown.size(), std::size_t{1});
     QCOMPARE(editor.messages.shown[0].text, std::string("Download Fail!"));
-    QVERIFY(!editor.find<QWidget>("dockPanels")->isVisible());
+    QCOMPARE(editor.notice(),
+             QStringLiteral("modbus.adr, ilmvar.def, stdmsg.ilm, altmsg.ilm, default.pls are not there"));
+    QVERIFY(!editor.window->findChild<QTableView*>(QStringLiteral("tblComparison")));
 }
 
 void ComparisonTest::aProjectThatCannotBeReadIsSaidInTheReadersOwnWords() {
@@ -345,8 +384,7 @@ void ComparisonTest::verifiesEveryByteThatUploadSends() {
     editor.trigger("miToolsVerify");
     QCOMPARE(editor.rows(), QStringList());
     QCOMPARE(editor.summary(),
-             QStringLiteral("127.0.0.1:%1 holds every byte of the 6 files that an upload sends")
-                 .arg(server.port()));
+             QStringLiteral("127.0.0.1:%1 holds every byte that an upload sends").arg(server.port()));
     QVERIFY(editor.messages.shown.empty());
     QCOMPARE(filesBelow(editor.projectFolder.path()), mine);
 }
@@ -367,10 +405,13 @@ void ComparisonTest::verifiesWhatASaveWouldWriteWhereTheProjectIsModified() {
     // In the third block, after "CLEAR": STILL instead of ENDMSG.
     const std::size_t byte = held.find("DEFMSG STDMSG3\r\nCLEAR\r\n") + 24;
     QCOMPARE(editor.rows(),
-             QStringList{QStringLiteral("stdmsg.ilm||%1 bytes|%2 bytes, differs from byte %3 onwards")
-                             .arg(QLocale().toString(held.size() + 9), QLocale().toString(held.size()),
-                                  QLocale().toString(byte))});
-    QVERIFY(editor.summary().startsWith(QStringLiteral("1 of the 5 files")));
+             (QStringList{QStringLiteral("STDMSG3|2|STILL 5|"),
+                          QStringLiteral("stdmsg.ilm||%1 bytes|%2 bytes, differs from byte %3 onwards")
+                              .arg(QLocale().toString(held.size() + 9), QLocale().toString(held.size()),
+                                   QLocale().toString(byte))}));
+    QCOMPARE(editor.summary(),
+             QStringLiteral("127.0.0.1:%1 does not hold what an upload sends: stdmsg.ilm (STDMSG3)")
+                 .arg(server.port()));
     QCOMPARE(filesBelow(editor.projectFolder.path()), mine);
     QVERIFY(editor.project.modified);
 }
@@ -389,9 +430,13 @@ void ComparisonTest::verifyNamesEveryFileThatIsOtherwise() {
     connectTo(server);
     editor.trigger("miToolsVerify");
     QCOMPARE(editor.rows().size(), 3);
-    QCOMPARE(editor.rows()[0], QStringLiteral("a.bmp||7 bytes|7 bytes, differs from byte 7 onwards"));
-    QCOMPARE(editor.rows()[1], QStringLiteral("b.bmp||7 bytes|not there"));
-    QVERIFY(editor.rows()[2].startsWith(QStringLiteral("default.pls||")));
+    QVERIFY(editor.rows()[0].startsWith(QStringLiteral("default.pls||")));
+    QCOMPARE(editor.rows()[1],
+             QStringLiteral("a.bmp|shown by no message|7 bytes|7 bytes, differs from byte 7 onwards"));
+    QCOMPARE(editor.rows()[2], QStringLiteral("b.bmp|shown by no message|7 bytes|not there"));
+    QCOMPARE(editor.summary(), QStringLiteral("127.0.0.1:%1 does not hold what an upload sends: default.pls; "
+                                              "a.bmp; b.bmp is not there")
+                                   .arg(server.port()));
     editor.table()->selectAll();
     QVERIFY(!editor.takeTheirs()->isEnabled());
 }
@@ -407,6 +452,134 @@ void ComparisonTest::verifyNamesAMissingFile() {
     editor.trigger("miToolsVerify");
     QCOMPARE(editor.messages.shown.size(), std::size_t{1});
     QVERIFY(editor.messages.shown[0].text.find(editor.projectFolder.file("altmsg.ilm")) != std::string::npos);
+}
+
+void ComparisonTest::verifyTakesAnotherSpellingForTheSame() {
+    const FtpTestServer server;
+    ComparingEditor editor;
+    editor.saveAndUpload(server);
+    const std::string held = server.bytes("stdmsg.ilm");
+    server.put("stdmsg.ilm", "\r\n" + held);
+    connectTo(server);
+    editor.trigger("miToolsVerify");
+    QCOMPARE(
+        editor.rows(),
+        QStringList{
+            QStringLiteral("stdmsg.ilm||%1 bytes|%2 bytes, the same, written differently from byte 1 onwards")
+                .arg(QLocale().toString(held.size()), QLocale().toString(held.size() + 2))});
+    QCOMPARE(
+        editor.summary(),
+        QStringLiteral("127.0.0.1:%1 holds the same, written differently: stdmsg.ilm").arg(server.port()));
+    connectTo(server);
+    editor.trigger("miToolsCompareDisplay");
+    QCOMPARE(editor.rows(), QStringList());
+}
+
+void ComparisonTest::comparesTheFolderOfAnUnmodifiedProject() {
+    ComparingEditor editor;
+    editor.saveAs(editor.other, editor.project);
+    editor.trigger("miFileSave");
+    std::string bytes = fileBytes(editor.projectFolder.file("stdmsg.ilm"));
+    writeBytes(editor.projectFolder.file("stdmsg.ilm"), bytes.insert(bytes.find("ENDMSG"), "STILL 7\r\n"));
+    editor.compareWith(editor.other);
+    QCOMPARE(editor.rows(), QStringList{"STDMSG1|2|STILL 7|"}); // that is what an upload sends
+    editor.select(0);
+    editor.click("btnTakeTheirs"); // and the project itself holds theirs already
+    QVERIFY(!editor.project.modified);
+    editor.project.modified = true;
+    editor.compareWith(editor.other);
+    QCOMPARE(editor.rows(), QStringList());
+}
+
+void ComparisonTest::aFileWithoutADifferentItemIsNamed() {
+    const FtpTestServer server;
+    ComparingEditor editor;
+    editor.saveAndUpload(server);
+    const std::string held = server.bytes("ilmvar.def");
+    server.put("ilmvar.def", "stray\r\n" + held);
+    server.put("stdmsg.ilm",
+               "DEFMSG STDMSG1\r\nSTILL 7\r\nENDMSG\r\n" + server.bytes("stdmsg.ilm").substr(31));
+    connectTo(server);
+    editor.trigger("miToolsCompareDisplay");
+    QVERIFY(editor.rows()[0].startsWith(QStringLiteral("STDMSG1|")));
+    QCOMPARE(editor.rows().filter(QStringLiteral("stdmsg.ilm")), QStringList());
+    QCOMPARE(editor.rows().back(),
+             QStringLiteral("ilmvar.def||%1 bytes|%2 bytes, differs from byte 1 onwards")
+                 .arg(QLocale().toString(held.size()), QLocale().toString(held.size() + 7)));
+}
+
+void ComparisonTest::aFileThatTheDisplayLacksIsNamedBesideTheBox() {
+    const FtpTestServer server;
+    ComparingEditor editor;
+    editor.saveAndUpload(server);
+    connectTo(server);
+    editor.trigger("miToolsCompareDisplay");
+    std::filesystem::remove(server.file("stdmsg.ilm"));
+    for (const char* const entry : {"miToolsCompareDisplay", "miToolsVerify"}) {
+        connectTo(server);
+        editor.trigger(entry);
+        QCOMPARE(editor.messages.shown.back().text, std::string("Download Fail!"));
+        QCOMPARE(editor.notice(), QStringLiteral("stdmsg.ilm is not there"));
+        QCOMPARE(editor.summary(), nothingYet);
+    }
+    QCOMPARE(editor.messages.shown.size(), std::size_t{2});
+}
+
+void ComparisonTest::aDownloadNamesWhatTheDisplayLacks() {
+    const FtpTestServer server;
+    ComparingEditor editor;
+    editor.saveAndUpload(server);
+    std::filesystem::remove(server.file("altmsg.ilm"));
+    editor.downloadFrom(server);
+    QCOMPARE(editor.messages.shown.back().text, std::string("Download Fail!"));
+    QCOMPARE(editor.notice(), QStringLiteral("altmsg.ilm is not there"));
+    QCOMPARE(editor.project.ProjName, std::string("Plant"));
+}
+
+void ComparisonTest::aDownloadThatHoldsNoProjectSaysSo() {
+    const FtpTestServer server;
+    ComparingEditor editor;
+    editor.saveAndUpload(server);
+    for (const char* const name : {"modbus.adr", "ilmvar.def", "stdmsg.ilm", "altmsg.ilm"})
+        server.put(name, "");
+    editor.downloadFrom(server);
+    QCOMPARE(editor.notice(),
+             QStringLiteral("127.0.0.1:%1 holds no project: its files say nothing").arg(server.port()));
+}
+
+void ComparisonTest::anEarlierAnswerGoesWhereANewComparisonFails() {
+    ComparingEditor editor;
+    editor.saveAs(editor.other, otherProject());
+    editor.compareWith(editor.other);
+    std::filesystem::remove(systemPath(editor.other.file("Other.orx")));
+    editor.compareWith(editor.other);
+    QCOMPARE(editor.rows(), QStringList());
+    QCOMPARE(editor.summary(), nothingYet);
+}
+
+void ComparisonTest::aCancelledQuestionKeepsTheAnswer() {
+    ComparingEditor editor;
+    editor.saveAs(editor.other, otherProject());
+    editor.compareWith(editor.other);
+    for (const char* const entry : {"miToolsCompareDisplay", "miToolsVerify"}) {
+        onModal(QStringLiteral("frmConnection"), [](QWidget* dialog) { dialog->close(); });
+        editor.trigger(entry);
+        QCOMPARE(editor.rows(), otherRows);
+    }
+    editor.trigger("miToolsCompareProject");
+    QCOMPARE(editor.rows(), otherRows);
+}
+
+void ComparisonTest::theLineHoldsTheFingerprints() {
+    ComparingEditor editor;
+    editor.saveAs(editor.other, otherProject());
+    editor.compareWith(editor.other);
+    const auto line = [&editor] { return editor.find<QLabel>("lblComparison")->text(); };
+    const QString ours = fingerprintOf(editor.project);
+    QVERIFY(line().endsWith(" (fingerprints " + ours + " and " + fingerprintOf(otherProject()) + ")"));
+    editor.saveAs(editor.other, editor.project);
+    editor.compareWith(editor.other);
+    QVERIFY(line().endsWith(" (fingerprint " + ours + ")"));
 }
 
 void ComparisonTest::worksOnAProjectOnly() {
