@@ -142,8 +142,10 @@ bool ComparisonCommands::isComparedWith(const ChosenProject& other) {
         return false;
     }
     theirs->ProjPath = other.ProjPath;
-    openPanel().compareWith({QString::fromStdString(path), DisplayContents::ofProject(*theirs), nullptr},
-                            ComparisonPanel::Question::WhatDiffers);
+    const bool isOwnFile = other.ProjPath == project().ProjPath && other.ProjName == project().ProjName;
+    openPanel().compareWith(
+        {QString::fromStdString(path), DisplayContents::ofProject(*theirs), nullptr, isOwnFile},
+        ComparisonPanel::Question::WhatDiffers);
     theirFolder_ = other.ProjPath;
     return true;
 }

@@ -181,7 +181,8 @@ void ComparisonPanel::changeEvent(QEvent* event) {
 }
 
 void ComparisonPanel::compare() {
-    const DisplayContents ours = DisplayContents::ofUpload(project_);
+    const DisplayContents ours =
+        theirs_->isOwnFile ? DisplayContents::ofProject(project_) : DisplayContents::ofUpload(project_);
     const ContentsComparison comparison = compareContents(ours, theirs_->contents);
     const QString fingerprints = fingerprintsText(fingerprint(ours), fingerprint(theirs_->contents));
     sent_ = ours.project();

@@ -33,6 +33,7 @@ public:
         QString name; ///< of the display or the project, as the user knows it
         DisplayContents contents;
         std::shared_ptr<const ScratchFolder> fetched; ///< where the files of a display lie
+        bool isOwnFile = false; ///< of the project itself, which is compared as it is in memory then
     };
 
     /// \param notAppliedItems the items that are shown with an edit that is not applied

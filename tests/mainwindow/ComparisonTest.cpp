@@ -148,6 +148,7 @@ private slots:
     void verifyNamesAMissingFile();
     void verifyTakesAnotherSpellingForTheSame();
     void comparesTheFolderOfAnUnmodifiedProject();
+    void comparesTheProjectInMemoryWithItsOwnFile();
     void aFileWithoutADifferentItemIsNamed();
     void aFileThatTheDisplayLacksIsNamedBesideTheBox();
     void aDownloadNamesWhatTheDisplayLacks();
@@ -489,6 +490,20 @@ void ComparisonTest::comparesTheFolderOfAnUnmodifiedProject() {
     editor.project.modified = true;
     editor.compareWith(editor.other);
     QCOMPARE(editor.rows(), QStringList());
+}
+
+void ComparisonTest::comparesTheProjectInMemoryWithItsOwnFile() {
+    ComparingEditor editor;
+    editor.trigger("miFileSave");
+    Project changed = editor.project;
+    changed.STDMSG[0] = "CLEAR\r\nSTILL 7";
+    const PathRules paths = PathRules::native();
+    QCOMPARE(
+        DocMgrModule::SaveProject(editor.projectFolder.path(), "Plant", changed, {paths, editor.messages}),
+        DocMgrModule::SaveOutcome::Saved);
+    editor.chooser.existingProjects.push_back(editor.projectNamed("Plant"));
+    editor.trigger("miToolsCompareProject");
+    QCOMPARE(editor.rows(), QStringList{"STDMSG1|||STILL 7"});
 }
 
 void ComparisonTest::aFileWithoutADifferentItemIsNamed() {
