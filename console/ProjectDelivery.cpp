@@ -3,6 +3,7 @@
 #include "link/TransferredFiles.h"
 #include "link/ftp/DownloadStaging.h"
 #include "model/FolderLookup.h"
+#include "model/StagedFiles.h"
 #include "model/SystemPath.h"
 #include "model/Text.h"
 
@@ -40,6 +41,15 @@ private:
     std::vector<fs::path> made_; ///< innermost first
 };
 
+/// Into the folders beside a new one nothing is brought any more, which would clear them.
+void clearFoldersBeside(const std::string& folder) {
+    std::error_code unreadable;
+    const fs::directory_iterator beside(systemPath(folder).parent_path(), unreadable);
+    for (const fs::directory_entry& entry : beside)
+        if (entry.is_directory(unreadable) && !entry.is_symlink(unreadable))
+            clearStaging(utf8Path(entry.path()));
+}
+
 /// Where the disk knows names in any case, one of them may have come under another.
 bool hasCome(const std::string& name, const std::vector<std::string>& brought, const std::string& folder) {
     const auto inFolder = [&folder](const std::string& file) {
@@ -61,6 +71,8 @@ std::vector<std::string> deliverProject(const std::string& from, const std::stri
     const SplitPath target = paths.split(to).value_or(SplitPath{".", to});
     const std::vector<std::string> bitmaps = bitmapsOfFolder(source.folder);
     const TargetFolder folder(target.folder, wanted);
+    if (wanted == DeliveryFolder::NewOne)
+        clearFoldersBeside(target.folder);
     DownloadStaging staging(target.folder, paths);
     const auto bring = [&](const std::string& name, const std::string& finalPath) {
         fs::copy_file(systemPath(paths.join(source.folder, name)), systemPath(staging.pathFor(finalPath)));

@@ -487,6 +487,19 @@ class Download(FleetTest):
         self.assertEqual(self.files_of(folder), self.saved("pump", b"127.0.0.1"))
         self.assertFalse((self.folder / "backup" / "dead").exists())
 
+    def test_remains_of_killed_downloads_go_from_dated_folders_too(self):
+        display, = self.make(1)
+        self.give(display)
+        self.displays.serve()
+        former = self.folder / "backup" / "pump" / "2026-01-01T000000Z"
+        (former / "download0.tmp").mkdir(parents=True)
+        (former / "download0.tmp" / "0").write_bytes(b"half")
+        (former / "pump.orx").write_bytes(b"of that day")
+        name = self.write_list([f"pump,127.0.0.1,{display.port},"])
+        self.results(0, "download", "--list", name, "--dated", "-o", "backup")
+        self.assertEqual(self.files_of(former), {"pump.orx": b"of that day"})
+        self.assertEqual(len(self.dated("pump")), 2)
+
     def test_a_dated_folder_that_is_there_is_an_error(self):
         display, = self.make(1)
         self.give(display)
