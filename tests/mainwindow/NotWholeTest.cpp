@@ -24,14 +24,16 @@ std::string cutBehind(int messages) {
 
 /// In the project folder lies Whole.orx with its device files, and Cut.orx is to be written by the test.
 struct Editor : EditorFixture {
-    explicit Editor(const std::string& cut = cutBehind(12)) {
+    explicit Editor(const std::string& cut = cutBehind(12)) : Editor(Unstarted{}, cut) { start(); }
+
+    struct Unstarted {};
+    explicit Editor(Unstarted, const std::string& cut = cutBehind(12)) {
         const PathRules paths = PathRules::native();
         Project saved;
         saved.STDMSG.fill("TEXT former");
         DocMgrModule::SaveProject(projectFolder.path(), "Whole", saved, {paths, messages});
         writeBytes(projectFolder.file("Cut.orx"), cut);
         recovery.folder = QString::fromStdString(kept.path());
-        start();
     }
     QPushButton* show() const { return window->findChild<QPushButton*>(QStringLiteral("btnShowNotWhole")); }
     QString line() const {
@@ -65,6 +67,10 @@ class NotWholeTest : public QObject {
     Q_OBJECT
 private slots:
     void aLineSaysSoAfterOpening();
+    void theStartOfTheProgramSaysSoToo();
+    void aPathOnTheCommandLineSaysSoToo();
+    void reloadSaysSoToo();
+    void savingAsAnotherTakesItAway();
     void aWholeProjectHasNone();
     void showListsWhatWasLost();
     void enterOnSuchARowDoesNothing();
@@ -83,6 +89,43 @@ void NotWholeTest::aLineSaysSoAfterOpening() {
     QVERIFY(editor.show()->isVisible());
     QVERIFY(editor.messages.shown.empty());
     QCOMPARE(editor.title(), QStringLiteral("Orvista Message Editor - [Cut]"));
+}
+
+void NotWholeTest::theStartOfTheProgramSaysSoToo() {
+    Editor editor(Editor::Unstarted{});
+    editor.chooser.atStartup = StartupChoice::LoadExisting;
+    editor.chooser.existingProjects.push_back(editor.projectNamed("Cut"));
+    editor.start();
+    QTRY_COMPARE(editor.line(), twelveRead);
+}
+
+void NotWholeTest::aPathOnTheCommandLineSaysSoToo() {
+    Editor editor(Editor::Unstarted{});
+    editor.load().openAtStart(editor.projectFolder.file("Cut.orx"));
+    editor.window->show();
+    QTRY_COMPARE(editor.line(), twelveRead);
+}
+
+void NotWholeTest::reloadSaysSoToo() {
+    Editor editor;
+    editor.openProject("Whole");
+    QCOMPARE(editor.line(), QString());
+    writeBytes(editor.projectFolder.file("Whole.orx"), cutBehind(12));
+    QEvent activation(QEvent::WindowActivate);
+    QCoreApplication::sendEvent(editor.window.get(), &activation);
+    editor.click("btnReload");
+    QCOMPARE(editor.line(), QString(twelveRead).replace(QStringLiteral("Cut"), QStringLiteral("Whole")));
+}
+
+void NotWholeTest::savingAsAnotherTakesItAway() {
+    Editor editor;
+    editor.openProject("Cut");
+    editor.show()->click();
+    editor.chooser.saveAsPaths.emplace_back(editor.projectFolder.file("Other.orx"));
+    editor.trigger("miFileSaveAs");
+    QCOMPARE(editor.line(), QString());
+    QTest::keyClick(editor.window.get(), Qt::Key_F8);
+    QCOMPARE(editor.rows(), QStringList());
 }
 
 void NotWholeTest::aWholeProjectHasNone() {
