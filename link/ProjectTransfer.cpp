@@ -92,7 +92,8 @@ FetchedDisplay ProjectTransfer::Fetch(const std::string& title, const std::strin
 
 FetchedDisplay ProjectTransfer::fetch(const DeviceConnection& connection, const std::string& title,
                                       const std::string& folder) {
-    FetchedDisplay display{FetchedDisplay::End::Failed, connection.txtIP + ":" + connection.txtPort, {}};
+    FetchedDisplay display{
+        FetchedDisplay::End::Failed, connection.txtIP + ":" + connection.txtPort, {}, connection.txtIP};
     auto window = dialogs_.showProgress(title);
     HeardProgress progress(*window, display.missing);
     progress.showActivity("Connecting to " + connection.txtIP);

@@ -15,6 +15,7 @@ struct FetchedDisplay {
     End end = End::Cancelled;
     std::string name;                 ///< of the device as the user named it, UTF-8; empty when cancelled
     std::vector<std::string> missing; ///< device files that it does not have, which made it fail, if known
+    std::string address = {};         ///< of the device alone, as typed, UTF-8
 };
 
 /// The ways between the project and the device, as menu and toolbar call them.

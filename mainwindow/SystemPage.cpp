@@ -100,6 +100,10 @@ void SystemPage::showProjectName(const std::string& name) {
     txtSystemName->setText(QString::fromStdString(name));
 }
 
+void SystemPage::typeAddress(const QString& address) {
+    txtSystemIP->setText(address);
+}
+
 void SystemPage::optEthernet_Click() {
     optEthernet->setChecked(true);
     txtSystemIP->setEnabled(true);

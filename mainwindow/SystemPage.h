@@ -25,6 +25,8 @@ public:
     /// the address box does.
     void refresh();
     void showProjectName(const std::string& name);
+    /// Types the device's address.
+    void typeAddress(const QString& address);
 
 private:
     QGroupBox* buildCommunicationFrame();

@@ -2,6 +2,7 @@
 
 #include "dialogs/frmLic.h"
 #include "link/TransferCommands.h"
+#include "mainwindow/AddressOffer.h"
 #include "mainwindow/BitmapOffer.h"
 #include "mainwindow/Commands.h"
 #include "mainwindow/DockRoom.h"
@@ -229,6 +230,8 @@ void frmMain::buildOffers(ProjectCommands& tools) {
     reload_ =
         new ReloadOffer(lifecycle_, {*this, *dock_, [this] { return hasUnappliedEdits(); },
                                      [&tools](const ChosenProject& onDisk) { tools.compareWith(onDisk); }});
+    address_ = new AddressOffer(
+        project_, *dock_, [this](const QString& address) { systemPage_->typeAddress(address); }, this);
     bitmaps_ = new BitmapOffer(project_, *dock_, this);
     connect(&tools, &ProjectCommands::itemsCameFrom, bitmaps_, &BitmapOffer::offerFrom);
     connect(bitmaps_, &BitmapOffer::copied, this, [this] {
@@ -346,6 +349,7 @@ void frmMain::follow(ProjectTransition transition) {
         forgetProject();
     recovery_->keeper().follow(transition);
     reload_->follow(transition);
+    address_->follow();
     notWhole_->follow(transition);
     messagePage_->followProject();
     dock_->followProject();
@@ -446,6 +450,8 @@ void frmMain::miLinkDownload_Click() {
     const FetchedDisplay display = transfer_->download();
     if (const QString notice = downloadNotice(display, project_.ProjPath); !notice.isEmpty())
         dock_->showNotice(notice);
+    if (display.end == FetchedDisplay::End::Fetched)
+        address_->offer(QString::fromStdString(display.address).trimmed());
 }
 
 void frmMain::miOptionSystemCfg_Click() {

@@ -19,6 +19,7 @@ class QTreeWidgetItem;
 
 namespace orvista {
 
+class AddressOffer;
 class BitmapOffer;
 class Commands;
 class HelpOpener;
@@ -147,6 +148,7 @@ private:
     NotWholeNotice* notWhole_ = nullptr;
     OverwriteNotice* overwritten_ = nullptr;
     BitmapOffer* bitmaps_ = nullptr;
+    AddressOffer* address_ = nullptr;
     TryOut* tryOut_ = nullptr;
     ItemTree* trvSystem;
     QTabWidget* tabDetails;

@@ -496,6 +496,12 @@ TEST_F(ProjectTransferTest, FailedDownloadLeavesTheOpenProjectAndClosesTheLinkAf
     EXPECT_EQ(window.refreshes, 0);
 }
 
+TEST_F(ProjectTransferTest, ADownloadTellsTheAddressThatWasTyped) {
+    chooseTarget();
+    dialogs.connection = DeviceConnection{" 127.0.0.1", "7001"};
+    EXPECT_EQ(transfer.Download().address, " 127.0.0.1");
+}
+
 TEST_F(ProjectTransferTest, FailedConnectionEndsTheDownload) {
     chooseTarget();
     script.openResult = -1;
