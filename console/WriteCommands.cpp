@@ -115,11 +115,13 @@ void addWrite(CLI::App& program, Run& run) {
         ->required();
     addProjectOnDisplay(*command, options->project, "The project that is on the display, .orx; for names");
     addNotWhole(*command, options->notWhole);
-    command->footer(
-        "Examples:\n"
-        "  orvista write 192.168.1.103 --project PUMPSTATION.orx RegVar3=12.5 CoilVar2=on\n"
-        "  orvista write 192.168.1.103 200=1.5\n\n"
-        "Values are written in the order given. Ends with status 1 when the display does not confirm.");
+    command->footer("Examples:\n"
+                    "  orvista write 192.168.1.103 --project PUMPSTATION.orx RegVar3=12.5 CoilVar2=on\n"
+                    "  orvista write 192.168.1.103 200=1.5\n\n"
+                    "Addresses count from 0; 0xC8 is 200, too, and 40101 is refused, because it reads like "
+                    "the reference\n"
+                    "of register 100. Values are written in the order given. Ends with status 1 when the "
+                    "display does not confirm.");
     command->callback([options, &run] { run = [options] { return writeValues(*options); }; });
 }
 
