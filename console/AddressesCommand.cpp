@@ -4,6 +4,7 @@
 #include "console/JsonText.h"
 #include "console/Output.h"
 #include "console/Projects.h"
+#include "console/ReadFiles.h"
 #include "items/AddressList.h"
 #include "model/Text.h"
 #include "model/UtcTime.h"
@@ -92,6 +93,7 @@ std::string addressJson(const std::vector<AddressRow>& rows, const AddressHead& 
 ExitStatus listAddresses(const AddressesOptions& options) {
     const Format format = formatOf(options);
     const char separator = separatorOf(options);
+    expectApartFromProject(options.output, options.project);
     const Project project = readWholeProject(options.project, options.notWhole);
     const auto rows = addressList(project, options.usedOnly ? AddressRows::UsedOnly : AddressRows::All);
     std::string text;

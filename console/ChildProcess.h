@@ -5,13 +5,14 @@
 #include <memory>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace orvista::console {
 
 /// This very program, started once more with other arguments. What it writes to standard output is read here,
-/// its standard input is empty, its standard error is this program's. It ends with this program, however that
-/// ends, and with the object; Ctrl+C does not reach it.
+/// its standard input is written here, its standard error is this program's. It ends with this program,
+/// however that ends, and with the object; Ctrl+C does not reach it.
 class ChildProcess {
 public:
     struct Setting {
@@ -26,6 +27,8 @@ public:
     ChildProcess(const ChildProcess&) = delete;
     ChildProcess& operator=(const ChildProcess&) = delete;
 
+    /// What the child reads next: no more than a pipe holds. False when the child is gone.
+    bool write(std::string_view bytes);
     /// Appends what the child has written by now, without waiting. False when nothing more will come.
     bool read(std::string& bytes);
 

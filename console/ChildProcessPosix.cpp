@@ -1,5 +1,6 @@
 #include "console/ChildProcess.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <csignal>
@@ -10,6 +11,7 @@
 #include <sys/wait.h>
 #include <system_error>
 #include <unistd.h>
+#include <utility>
 
 namespace orvista::console {
 
@@ -29,14 +31,13 @@ std::string ownPath() {
 }
 
 /// Between fork and exec, in the child.
-[[noreturn]] void becomeChild(const char* program, char* const* arguments, pid_t parent, int output,
-                              std::span<const ChildProcess::Setting> environment) {
+[[noreturn]] void becomeChild(const char* program, char* const* arguments, pid_t parent, int input,
+                              int output, std::span<const ChildProcess::Setting> environment) {
     // The parent may have ended before the request was made.
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     if (getppid() != parent)
         _exit(EXIT_FAILURE);
-    const int nothing = open("/dev/null", O_RDONLY | O_CLOEXEC);
-    if (nothing < 0 || dup2(nothing, STDIN_FILENO) < 0 || dup2(output, STDOUT_FILENO) < 0)
+    if (dup2(input, STDIN_FILENO) < 0 || dup2(output, STDOUT_FILENO) < 0)
         _exit(EXIT_FAILURE);
     std::signal(SIGINT, SIG_IGN);
     for (const auto& [name, value] : environment)
@@ -45,11 +46,43 @@ std::string ownPath() {
     _exit(EXIT_FAILURE);
 }
 
+class PipeEnd {
+public:
+    explicit PipeEnd(int end = -1) : end_(end) {}
+    PipeEnd(PipeEnd&& other) noexcept : end_(std::exchange(other.end_, -1)) {}
+    PipeEnd& operator=(PipeEnd&& other) noexcept {
+        std::swap(end_, other.end_);
+        return *this;
+    }
+    ~PipeEnd() {
+        if (end_ >= 0)
+            close(end_);
+    }
+
+    int get() const { return end_; }
+
+private:
+    int end_;
+};
+
+struct Pipe {
+    PipeEnd reading;
+    PipeEnd writing;
+};
+
+Pipe makePipe() {
+    std::array<int, 2> ends{};
+    if (pipe2(ends.data(), O_CLOEXEC) != 0)
+        fail("pipe");
+    return {PipeEnd(ends[0]), PipeEnd(ends[1])};
+}
+
 } // namespace
 
 struct ChildProcess::System {
     pid_t process = -1;
-    int output = -1;
+    PipeEnd input;
+    PipeEnd output;
 };
 
 ChildProcess::ChildProcess(const std::vector<std::string>& arguments, std::span<const Setting> environment)
@@ -63,34 +96,40 @@ ChildProcess::ChildProcess(const std::vector<std::string>& arguments, std::span<
         pointers.push_back(word.data());
     pointers.push_back(nullptr);
 
-    std::array<int, 2> ends{};
-    if (pipe2(ends.data(), O_CLOEXEC) != 0)
-        fail("pipe");
+    Pipe input = makePipe();
+    Pipe output = makePipe();
     const pid_t parent = getpid();
     system_->process = fork();
     if (system_->process == 0)
-        becomeChild(program.c_str(), pointers.data(), parent, ends[1], environment);
-    const int error = errno;
-    close(ends[1]);
-    system_->output = ends[0];
-    if (system_->process < 0) {
-        close(system_->output);
-        throw std::system_error(error, std::generic_category(), "fork");
-    }
-    fcntl(system_->output, F_SETFL, O_NONBLOCK);
+        becomeChild(program.c_str(), pointers.data(), parent, input.reading.get(), output.writing.get(),
+                    environment);
+    if (system_->process < 0)
+        fail("fork");
+    system_->input = std::move(input.writing);
+    system_->output = std::move(output.reading);
+    fcntl(system_->output.get(), F_SETFL, O_NONBLOCK);
 }
 
 ChildProcess::~ChildProcess() {
     kill(system_->process, SIGKILL);
-    close(system_->output);
     while (waitpid(system_->process, nullptr, 0) < 0 && errno == EINTR) {
     }
+}
+
+bool ChildProcess::write(std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t size = ::write(system_->input.get(), bytes.data(), bytes.size());
+        if (size < 0 && errno != EINTR)
+            return false;
+        bytes.remove_prefix(static_cast<std::size_t>(std::max<ssize_t>(size, 0)));
+    }
+    return true;
 }
 
 bool ChildProcess::read(std::string& bytes) {
     std::array<char, 4096> piece{};
     for (;;) {
-        const ssize_t size = ::read(system_->output, piece.data(), piece.size());
+        const ssize_t size = ::read(system_->output.get(), piece.data(), piece.size());
         if (size > 0)
             bytes.append(piece.data(), static_cast<std::size_t>(size));
         else if (size == 0 || errno != EINTR)
@@ -102,7 +141,7 @@ void ChildProcess::waitForAny(std::span<const std::unique_ptr<ChildProcess>> chi
                               Interruption& interruption) {
     std::vector<pollfd> watched{{interruption.signals(), POLLIN, 0}, {interruption.input(), POLLIN, 0}};
     for (const auto& child : children)
-        watched.push_back({child->system_->output, POLLIN, 0});
+        watched.push_back({child->system_->output.get(), POLLIN, 0});
     constexpr int shortWhile = 1000;
     poll(watched.data(), watched.size(), shortWhile);
     if (watched[1].revents != 0)

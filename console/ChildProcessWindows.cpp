@@ -3,6 +3,7 @@
 
 #include <array>
 #include <system_error>
+#include <utility>
 #include <windows.h>
 
 namespace orvista::console {
@@ -64,8 +65,30 @@ std::wstring wide(const std::string& utf8) {
 
 struct ChildProcess::System {
     Handle process;
+    Handle input;
     Handle output;
 };
+
+namespace {
+
+struct Pipe {
+    Handle reading;
+    Handle writing;
+};
+
+/// Its ends are inherited, but for the one that stays here.
+Pipe makePipe(Handle Pipe::*ownEnd) {
+    SECURITY_ATTRIBUTES inherited{sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
+    HANDLE reading = nullptr;
+    HANDLE writing = nullptr;
+    if (CreatePipe(&reading, &writing, &inherited, 0) == 0)
+        fail("pipe");
+    Pipe pipe{Handle(reading), Handle(writing)};
+    SetHandleInformation((pipe.*ownEnd).get(), HANDLE_FLAG_INHERIT, 0);
+    return pipe;
+}
+
+} // namespace
 
 ChildProcess::ChildProcess(const std::vector<std::string>& arguments, std::span<const Setting> environment)
     : system_(std::make_unique<System>()) {
@@ -77,22 +100,14 @@ ChildProcess::ChildProcess(const std::vector<std::string>& arguments, std::span<
     for (const auto& [name, value] : environment)
         SetEnvironmentVariableW(wide(name).c_str(), wide(value).c_str());
 
-    SECURITY_ATTRIBUTES inherited{sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
-    HANDLE readEnd = nullptr;
-    HANDLE writeEnd = nullptr;
-    if (CreatePipe(&readEnd, &writeEnd, &inherited, 0) == 0)
-        fail("pipe");
-    system_->output.reset(readEnd);
-    const Handle given(writeEnd);
-    SetHandleInformation(readEnd, HANDLE_FLAG_INHERIT, 0);
-    const Handle nothing(CreateFileW(L"NUL", GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, &inherited,
-                                     OPEN_EXISTING, 0, nullptr));
+    Pipe input = makePipe(&Pipe::writing);
+    Pipe output = makePipe(&Pipe::reading);
 
     STARTUPINFOW start{};
     start.cb = sizeof start;
     start.dwFlags = STARTF_USESTDHANDLES;
-    start.hStdInput = nothing.get();
-    start.hStdOutput = writeEnd;
+    start.hStdInput = input.reading.get();
+    start.hStdOutput = output.writing.get();
     start.hStdError = GetStdHandle(STD_ERROR_HANDLE);
     PROCESS_INFORMATION made{};
     // Stopped until it is in the job; in a group of its own, which Ctrl+C does not reach.
@@ -105,12 +120,21 @@ ChildProcess::ChildProcess(const std::vector<std::string>& arguments, std::span<
         TerminateProcess(made.hProcess, EXIT_FAILURE);
         fail("job");
     }
+    system_->input = std::move(input.writing);
+    system_->output = std::move(output.reading);
     ResumeThread(made.hThread);
 }
 
 ChildProcess::~ChildProcess() {
     TerminateProcess(system_->process.get(), EXIT_FAILURE);
     WaitForSingleObject(system_->process.get(), INFINITE);
+}
+
+bool ChildProcess::write(std::string_view bytes) {
+    DWORD size = 0;
+    return WriteFile(system_->input.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &size, nullptr) !=
+               0 &&
+           size == bytes.size();
 }
 
 bool ChildProcess::read(std::string& bytes) {

@@ -27,9 +27,8 @@ void addMend(CLI::App& program, Run& run);
 void addNew(CLI::App& program, Run& run);
 void addUpload(CLI::App& program, Run& run);
 void addDownload(CLI::App& program, Run& run);
-/// What the two start for each display.
-void addUploadWorker(CLI::App& program, Run& run);
-void addDownloadWorker(CLI::App& program, Run& run);
+/// What commands on many displays start.
+void addWorker(CLI::App& program, Run& run);
 void addRead(CLI::App& program, Run& run);
 void addSwitch(CLI::App& program, Run& run);
 void addWrite(CLI::App& program, Run& run);

@@ -1,6 +1,7 @@
 #include "console/Commands.h"
 
 #include "compare/ContentsComparison.h"
+#include "console/CompareList.h"
 #include "console/HeldContents.h"
 #include "console/JsonText.h"
 #include "console/Output.h"
@@ -33,7 +34,7 @@ using Json = nlohmann::ordered_json;
 struct CompareOptions {
     std::string before;
     std::string after;
-    bool json = false;
+    FleetOptions fleet; ///< for a list; "--json" counts without one, too
     bool notWhole = false;
 };
 
@@ -202,9 +203,23 @@ ContentsComparison comparisonOf(const CompareOptions& options) {
     }
 }
 
+void expectSides(const CompareOptions& options) {
+    if (options.fleet.list.empty() && options.after.empty())
+        throw CommandFailure(ExitStatus::Unusable, "compare takes two projects or displays, or --list");
+    if (!options.fleet.list.empty() && !options.after.empty())
+        throw CommandFailure(ExitStatus::Unusable, "with --list, compare takes at most a project");
+    const bool wantsList =
+        options.fleet.onlyChanges || !options.fleet.report.empty() || !options.fleet.journal.empty();
+    if (wantsList && options.fleet.list.empty())
+        throw CommandFailure(ExitStatus::Unusable, "--only-changes, --report and --journal take --list");
+}
+
 ExitStatus compare(const CompareOptions& options) {
+    expectSides(options);
+    if (!options.fleet.list.empty())
+        return compareList(options.fleet, options.before, options.notWhole);
     const ContentsComparison comparison = comparisonOf(options);
-    if (options.json)
+    if (options.fleet.json)
         printJson(options, comparison);
     else
         printText(options, comparison);
@@ -216,16 +231,26 @@ ExitStatus compare(const CompareOptions& options) {
 void addCompare(CLI::App& program, Run& run) {
     const auto options = std::make_shared<CompareOptions>();
     CLI::App* command = program.add_subcommand("compare", "Tell what differs between projects and displays");
-    command
-        ->add_option("A", options->before, "A project file, .orx, or a display: NAME, NAME:PORT, [IPv6]:PORT")
-        ->required();
-    command->add_option("B", options->after, "What it is compared with, a project or a display")->required();
-    command->add_flag("--json", options->json, "JSON instead of text");
+    command->add_option("A", options->before,
+                        "A project file, .orx, or a display: NAME, NAME:PORT, [IPv6]:PORT");
+    command->add_option("B", options->after, "What it is compared with, a project or a display");
+    addFleetOptions(*command, options->fleet);
+    command->get_option("--json")->description(
+        "JSON instead of text; with --list a line for each change, the results last");
+    command->add_flag("--only-changes", options->fleet.onlyChanges,
+                      "With --list, leave out the displays that are equal");
+    addReport(*command, options->fleet);
     addNotWhole(*command, options->notWhole);
     command->footer("Examples:\n"
                     "  orvista compare PUMPSTATION.orx 192.168.1.103\n"
                     "  orvista compare yesterday/PUMPSTATION.orx PUMPSTATION.orx\n"
-                    "  orvista compare --json 192.168.1.103 192.168.1.104:7001\n\n"
+                    "  orvista compare --json 192.168.1.103 192.168.1.104:7001\n"
+                    "  orvista compare --list displays.csv --only-changes --report differing.csv\n\n"
+                    "With --list, each display with its project; A is then the project of displays without "
+                    "one, and\n"
+                    "the results are equal, different, failed, and refused (the project cannot be read or is "
+                    "not\n"
+                    "whole); status 1 when one is not equal.\n\n"
                     "Nothing changes on either side. Bitmaps that no message shows are named and do not "
                     "count. Ends with\n"
                     "status 0 when both are equal, 1 when they differ, 2 when one cannot be read.");

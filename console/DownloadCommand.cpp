@@ -1,13 +1,10 @@
 #include "console/Commands.h"
 #include "model/SystemPath.h"
 
-#include "console/Displays.h"
-#include "console/FleetOptions.h"
-#include "console/FleetRun.h"
-#include "console/Output.h"
+#include "compare/DisplayContents.h"
+#include "console/FleetCommand.h"
 #include "console/ProjectDelivery.h"
 #include "console/Projects.h"
-#include "console/Worker.h"
 #include "link/DisplayAddress.h"
 #include "model/Numbers.h"
 #include "model/ProjectFile.h"
@@ -39,24 +36,27 @@ TransferEnd delivered(TransferEnd end, const std::vector<std::string>& kept) {
     return end;
 }
 
-/// The display's worker fetches into a folder under `scratch`.
-FleetTask downloadTask(const FleetDisplay& display, const std::string& target, DeliveryFolder folder,
-                       const std::string& scratch) {
+/// \param scratch folder of the display's own, into which its worker fetches
+void prepareTask(FleetTask& task, const std::string& target, DeliveryFolder folder,
+                 const std::string& scratch) {
     const PathRules paths = PathRules::native();
     const std::string fetched =
         paths.join(scratch, paths.split(target).value_or(SplitPath{".", target}).name);
-    return {display.name,
-            displayArgument(display.address),
-            {std::string(downloadWorker), displayArgument(display.address), fetched},
-            [fetched, target, folder](const TransferEnd& end) {
-                try {
-                    return delivered(end, deliverProject(fetched, target, folder));
-                } catch (const fs::filesystem_error& failure) {
-                    return failedTransfer(target + ": " + failure.code().message());
-                } catch (const std::system_error& failure) { // of a file, which it names
-                    return failedTransfer(failure.what());
-                }
-            }};
+    task.request = {std::string(downloadWork), displayArgument(task.display.address), fetched};
+    task.display.project = target;
+    task.complete = [fetched, target, folder](const TransferEnd& end) {
+        try {
+            return delivered(end, deliverProject(fetched, target, folder));
+        } catch (const fs::filesystem_error& failure) {
+            return failedTransfer(target + ": " + failure.code().message());
+        } catch (const std::system_error& failure) { // of a file, which it names
+            return failedTransfer(failure.what());
+        }
+    };
+    task.fingerprint = [scratch](const TransferEnd& end) {
+        return end.outcome == FleetOutcome::Done ? fingerprint(DisplayContents::ofFolder(scratch))
+                                                 : std::string();
+    };
 }
 
 /// Where the projects of the command's displays go.
@@ -88,34 +88,25 @@ private:
     std::string date_; ///< the same for all displays of a command
 };
 
-/// Each with a folder of its own under `scratch`.
-std::vector<FleetTask> tasksOf(const std::vector<FleetDisplay>& displays, const DownloadOptions& options,
-                               const std::string& scratch) {
+/// Each gets a folder of its own under `scratch`.
+void prepareTasks(std::vector<FleetTask>& tasks, const DownloadOptions& options, const std::string& scratch) {
+    if (options.output.empty()) // such as an unset variable of a script; "/" would be written to
+        throw CommandFailure(ExitStatus::Unusable, "the output folder is empty");
     const Targets targets(options);
-    std::vector<FleetTask> tasks;
-    tasks.reserve(displays.size());
-    for (const FleetDisplay& display : displays) {
-        const std::string folder = PathRules::native().join(scratch, decimalText(tasks.size()));
+    std::size_t number = 0;
+    for (FleetTask& task : tasks) {
+        const std::string folder = PathRules::native().join(scratch, decimalText(number++));
         fs::create_directory(systemPath(folder));
-        tasks.push_back(downloadTask(display, targets.of(display), targets.folder(), folder));
+        prepareTask(task, targets.of(task.display), targets.folder(), folder);
     }
-    return tasks;
 }
 
 ExitStatus downloadFromMany(DownloadOptions options) {
-    const auto displays = chosenDisplays(options.fleet, {.needsProjects = false});
     if (options.fleet.list.empty())
         options.output = writtenProjectName(options.output);
-    else if (options.output.empty()) // such as an unset variable of a script; "/" would be written to
-        throw CommandFailure(ExitStatus::Unusable, "the output folder is empty");
-    Interruption interruption(watchInput(options.fleet)); // or Ctrl+C would leave the folder
-    const ScratchFolder scratch = scratchFolder();
-    std::vector<FleetTask> tasks = tasksOf(displays, options, scratch.path());
-    FleetOutput output(tasks.size(), options.fleet.json);
-    FleetRun fleet(std::move(tasks), options.fleet.jobs, scratch.path(), output);
-    const ExitStatus status = output.finish(fleet.run(interruption));
-    output.expectWritten();
-    return status;
+    return runOnDisplays(options.fleet, {.needsProjects = false},
+                         [&options](std::vector<FleetTask>& tasks, const std::string& scratch,
+                                    const Interruption&) { prepareTasks(tasks, options, scratch); });
 }
 
 ExitStatus download(const DownloadOptions& options) {

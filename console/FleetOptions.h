@@ -2,9 +2,11 @@
 
 #include "link/FleetList.h"
 
+#include "console/CommandFailure.h"
 #include "console/Interruption.h"
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -21,15 +23,25 @@ struct FleetOptions {
     std::size_t jobs = 8;
     bool json = false;
     bool untilInputEnds = false;
+    std::string journal;
+    std::string report;       ///< of those that write one
+    bool onlyChanges = false; ///< leaves out displays that are equal
 };
 
-/// Adds the options that both directions have, but for the displays themselves.
+/// Adds the options that all of these commands have, but for the displays themselves.
 void addFleetOptions(CLI::App& command, FleetOptions& options);
+void addReport(CLI::App& command, FleetOptions& options);
 
 WatchInput watchInput(const FleetOptions& options);
 
+struct ChosenDisplays {
+    std::vector<FleetDisplay> displays;  ///< those that can be used
+    std::optional<CommandFailure> fault; ///< nothing is to be begun then; the list's errors have been told
+};
+
 /// The displays named one by one, or those of the list.
-/// \throws CommandFailure where one cannot be used; every reason has been told then
-std::vector<FleetDisplay> chosenDisplays(const FleetOptions& options, const FleetDefaults& defaults);
+/// \throws CommandFailure where one that is named cannot be used, and where the report or the journal would
+///         take the place of a file that is read
+ChosenDisplays chosenDisplays(const FleetOptions& options, const FleetDefaults& defaults);
 
 } // namespace orvista::console

@@ -1,7 +1,5 @@
 #include "console/FleetRun.h"
 
-#include "console/Worker.h"
-
 #include <algorithm>
 #include <system_error>
 #include <utility>
@@ -10,7 +8,7 @@ namespace orvista::console {
 
 namespace {
 
-/// What an upload that was ended from outside leaves; a download leaves nothing.
+/// What an upload that was ended from outside leaves; anything else leaves nothing.
 TransferEnd endedFromOutside(std::vector<std::string> sending, std::size_t arrived, std::string why) {
     if (arrived < sending.size())
         why += " while " + sending[arrived] + " was sent";
@@ -24,13 +22,13 @@ FleetRun::FleetRun(std::vector<FleetTask> tasks, std::size_t jobs, std::string s
     : tasks_(std::move(tasks)), jobs_(jobs), environment_(workerEnvironment(scratch)), output_(output) {
     results_.reserve(tasks_.size());
     for (const FleetTask& task : tasks_)
-        results_.push_back({task.name, task.address, {}, 0});
+        results_.push_back(resultWithoutTurn(task));
 }
 
 std::vector<FleetResult> FleetRun::run(Interruption& interruption) {
     while (next_ < tasks_.size() || !processes_.empty()) {
-        while (next_ < tasks_.size() && processes_.size() < jobs_ && !interruption.came())
-            begin();
+        while (!interruption.came() && processes_.size() < jobs_ && begin()) {
+        }
         if (!interruption.came() && !processes_.empty())
             ChildProcess::waitForAny(processes_, interruption);
         takeWhatCame();
@@ -40,16 +38,34 @@ std::vector<FleetResult> FleetRun::run(Interruption& interruption) {
     return std::move(results_);
 }
 
-void FleetRun::begin() {
+/// The next display's turn. False when there is none left.
+bool FleetRun::begin() {
+    if (next_ == tasks_.size())
+        return false;
     Turn turn;
     turn.task = next_++;
     turn.began = Clock::now();
-    if (const std::string& refusal = tasks_[turn.task].refusal; !refusal.empty()) {
-        finish(turn, {FleetOutcome::Refused, refusal, 0});
-        return;
+    const FleetTask& task = tasks_[turn.task];
+    if (task.refusal.empty())
+        start(std::move(turn));
+    else
+        finish(turn, {FleetOutcome::Refused, task.refusal, 0});
+    return true;
+}
+
+void FleetRun::start(Turn turn) {
+    const std::string request = requestBytes(tasks_[turn.task].request);
+    std::unique_ptr<ChildProcess> process;
+    if (!idle_.empty()) {
+        process = std::move(idle_.back());
+        idle_.pop_back();
     }
     try {
-        processes_.push_back(std::make_unique<ChildProcess>(tasks_[turn.task].arguments, environment_));
+        if (!process || !process->write(request)) {
+            process = std::make_unique<ChildProcess>(std::vector{std::string(workerCommand)}, environment_);
+            process->write(request); // where that fails, nothing is read from it either
+        }
+        processes_.push_back(std::move(process));
         turns_.push_back(std::move(turn));
     } catch (const std::system_error& failure) {
         finish(turn, failedTransfer("its process could not be started: " + failure.code().message()));
@@ -58,25 +74,30 @@ void FleetRun::begin() {
 
 void FleetRun::takeWhatCame() {
     for (std::size_t i = 0; i < processes_.size();) {
-        Turn& turn = turns_[i];
-        const bool goesOn = processes_[i]->read(turn.unread);
-        std::string_view rest = turn.unread;
-        for (auto end = rest.find('\n'); end != std::string_view::npos; end = rest.find('\n')) {
-            take(turn, rest.substr(0, end));
-            rest.remove_prefix(end + 1);
-        }
-        turn.unread = std::string(rest);
-        if (goesOn) {
+        const bool goesOn = processes_[i]->read(turns_[i].unread);
+        takeLines(turns_[i]);
+        if (goesOn && !turns_[i].end) {
             ++i;
             continue;
         }
         const auto place = static_cast<std::ptrdiff_t>(i);
+        if (goesOn && next_ < tasks_.size())
+            idle_.push_back(std::move(processes_[i]));
         processes_.erase(processes_.begin() + place);
-        Turn over = std::move(turn);
+        Turn over = std::move(turns_[i]);
         turns_.erase(turns_.begin() + place);
         finish(over, over.end ? *std::move(over.end)
                               : endedFromOutside(over.sending, over.arrived, "its process ended"));
     }
+}
+
+void FleetRun::takeLines(Turn& turn) {
+    std::string_view rest = turn.unread;
+    for (auto end = rest.find('\n'); end != std::string_view::npos; end = rest.find('\n')) {
+        take(turn, rest.substr(0, end));
+        rest.remove_prefix(end + 1);
+    }
+    turn.unread = std::string(rest);
 }
 
 void FleetRun::take(Turn& turn, std::string_view line) {
@@ -96,9 +117,9 @@ void FleetRun::note(Turn& turn, DisplayState state) {
         turn.arrived = turn.sending.size();
     }
     turn.of = std::max(turn.of, state.of);
-    const FleetTask& task = tasks_[turn.task];
-    state.name = task.name;
-    state.address = task.address;
+    const FleetResult& result = results_[turn.task];
+    state.name = result.name;
+    state.address = result.address;
     state.seconds = std::chrono::duration<double>(Clock::now() - turn.began).count();
     output_.show(state);
 }
@@ -110,20 +131,17 @@ void FleetRun::finish(Turn& turn, TransferEnd end) {
     FleetResult& result = results_[turn.task];
     result.end = std::move(end);
     result.seconds = std::chrono::duration<double>(Clock::now() - turn.began).count();
-    output_.show(result, turn.of);
+    output_.show(task, result, turn.of);
 }
 
 void FleetRun::endAll() {
+    idle_.clear();
     processes_.clear();
     for (Turn& turn : std::exchange(turns_, {}))
         finish(turn,
                turn.end ? *std::move(turn.end) : endedFromOutside(turn.sending, turn.arrived, "interrupted"));
-    for (; next_ < tasks_.size(); ++next_) {
-        Turn turn;
-        turn.task = next_;
-        turn.began = Clock::now();
-        finish(turn, failedTransfer("interrupted before its turn"));
-    }
+    for (; next_ < tasks_.size(); ++next_)
+        output_.show(tasks_[next_], results_[next_], 0);
 }
 
 } // namespace orvista::console

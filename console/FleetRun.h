@@ -1,13 +1,12 @@
 #pragma once
 
 #include "console/ChildProcess.h"
-#include "console/CommandFailure.h"
 #include "console/FleetOutput.h"
+#include "console/FleetTask.h"
 #include "console/Interruption.h"
 #include "link/FleetResult.h"
 
 #include <chrono>
-#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -15,18 +14,9 @@
 
 namespace orvista::console {
 
-/// One display's share of a command.
-struct FleetTask {
-    std::string name;
-    std::string address;
-    std::vector<std::string> arguments; ///< of the worker, from its command on
-    /// What is left to do here when the process is well done; may fail it. Empty for nothing.
-    std::function<TransferEnd(TransferEnd)> complete = {};
-    std::string refusal = {}; ///< why nothing is done for this display; empty where something is
-};
-
-/// Works on many displays, each in a process of its own, a few at once. One that is dead, slow or refuses
-/// holds up none of the others. Ctrl+C ends them all.
+/// Works on many displays, a few at once, each by a process that takes one after the other. One that is dead,
+/// slow or refuses holds up none of the others, and a process that dies costs only the display it worked on.
+/// Ctrl+C ends them all.
 class FleetRun {
 public:
     /// \param jobs so many at once
@@ -50,8 +40,10 @@ private:
         std::optional<TransferEnd> end;
     };
 
-    void begin();
+    bool begin();
+    void start(Turn turn);
     void takeWhatCame();
+    void takeLines(Turn& turn);
     void take(Turn& turn, std::string_view line);
     void note(Turn& turn, DisplayState state);
     void finish(Turn& turn, TransferEnd end);
@@ -64,7 +56,8 @@ private:
     std::vector<FleetResult> results_;
     std::size_t next_ = 0;
     std::vector<std::unique_ptr<ChildProcess>> processes_;
-    std::vector<Turn> turns_; ///< of each process
+    std::vector<Turn> turns_;                         ///< of each process
+    std::vector<std::unique_ptr<ChildProcess>> idle_; ///< done with their display
 };
 
 } // namespace orvista::console

@@ -3,10 +3,9 @@
 #include "check/Mending.h"
 #include "console/Output.h"
 #include "console/Projects.h"
+#include "console/SaveTarget.h"
 #include "model/Bytes.h"
-#include "model/ProjectFile.h"
 #include "model/SystemPath.h"
-#include "model/Text.h"
 
 #include <CLI/App.hpp>
 
@@ -34,24 +33,20 @@ std::string folderOfProject(const std::string& path) {
 
 /// What is mended stands apart from every other project, above all from the one that it was made of.
 void expectNoOtherProject(const std::string& project, const std::string& output) {
-    const fs::path target = systemPath(output);
-    std::error_code error;
-    if (fs::equivalent(systemPath(project), target, error))
+    if (isSameFile(project, output))
         throw CommandFailure(ExitStatus::Unusable, output + " is the project itself; name another folder");
-    const std::string folder = folderOfProject(output);
-    for (const fs::directory_entry& file : fs::directory_iterator(systemPath(folder), error)) {
-        const std::string name = utf8Path(file.path().filename());
-        if (endsWithIgnoringCase(name, DocMgrModule::projectExtension) &&
-            file.path().filename() != target.filename())
-            throw CommandFailure(ExitStatus::Unusable,
-                                 folder + " holds another project, " + name + "; name another folder");
-    }
+    if (const std::string other = otherProjectBeside(output); !other.empty())
+        throw CommandFailure(ExitStatus::Unusable, folderOfProject(output) + " holds another project, " +
+                                                       other + "; name another folder");
+}
+
+std::string folderOfDeviceFiles(const MendOptions& options) {
+    return options.folder.empty() ? folderOfProject(options.project) : options.folder;
 }
 
 Mended mendedOf(const MendOptions& options) {
-    const std::string folder = options.folder.empty() ? folderOfProject(options.project) : options.folder;
     try {
-        return mendedProject(options.project, folder, PathRules::native());
+        return mendedProject(options.project, folderOfDeviceFiles(options), PathRules::native());
     } catch (const OpenFailure&) {
         throw CommandFailure(ExitStatus::Unusable, "Unable to open " + options.project);
     } catch (const std::system_error& failure) {
@@ -70,6 +65,10 @@ ExitStatus mendProject(const MendOptions& options) {
     expectProject(options.project);
     const std::string output = writtenProjectName(options.output);
     expectNoOtherProject(options.project, output);
+    ReadFiles files;
+    files.addProject(options.project);
+    files.addFolder(folderOfDeviceFiles(options));
+    files.expectApart(output);
     const Mended mended = mendedOf(options);
     for (const std::string& fault : mended.faults)
         complain(options.project + ": " + fault);

@@ -116,8 +116,7 @@ ExitStatus runCommand(std::vector<std::string> arguments) {
     addNew(program, run);
     addUpload(program, run);
     addDownload(program, run);
-    addUploadWorker(program, run);
-    addDownloadWorker(program, run);
+    addWorker(program, run);
     addRead(program, run);
     addSwitch(program, run);
     addWrite(program, run);

@@ -3,6 +3,7 @@
 
 #include "console/Output.h"
 #include "console/Projects.h"
+#include "console/SaveTarget.h"
 #include "console/Sheets.h"
 #include "model/Change.h"
 #include "model/Numbers.h"
@@ -57,6 +58,7 @@ void deliver(const std::string& output, const std::string& csv) {
 }
 
 ExitStatus exportMessages(const ExportOptions& options) {
+    expectApartFromProject(options.output, options.project);
     const Project project = readWholeProject(options.project, options.notWhole);
     const MessageSheet sheet =
         messageSheet(project, options.pages ? MessageSheetForm::Pages : MessageSheetForm::Scripts);
@@ -67,6 +69,7 @@ ExitStatus exportMessages(const ExportOptions& options) {
 }
 
 ExitStatus exportVariables(const ExportOptions& options) {
+    expectApartFromProject(options.output, options.project);
     deliver(options.output, variableSheet(readWholeProject(options.project, options.notWhole)));
     return ExitStatus::Well;
 }
@@ -111,7 +114,9 @@ std::string emptyCellsText(std::size_t count) {
 
 ExitStatus importSheet(const ImportOptions& options, Import import) {
     expectProjectFirst(options);
-    const std::string target = options.output.empty() ? options.project : writtenProjectName(options.output);
+    ReadFiles table;
+    table.add(options.sheet);
+    const SaveTarget target(options.project, options.output, std::move(table));
     Project project = readWholeProject(options.project, options.notWhole);
     const SheetImport result = import(sheetBytes(options.sheet), project);
     if (!result.errors.none()) {
@@ -121,9 +126,9 @@ ExitStatus importSheet(const ImportOptions& options, Import import) {
     const bool hasChanges = !result.changes.empty();
     if (options.dryRun) {
         printChanges(result.changes);
-    } else if (hasChanges || !options.output.empty()) {
+    } else if (hasChanges || target.isAnother()) {
         applyChanges(project, result.changes);
-        saveProject(target, project);
+        target.save(project);
     }
     print(countText(result.changes.size(), options.dryRun ? " would change\n" : " changed\n") +
           emptyCellsText(result.fromEmptyCells));

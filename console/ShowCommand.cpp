@@ -3,6 +3,7 @@
 #include "console/OptionChecks.h"
 #include "console/Output.h"
 #include "console/Projects.h"
+#include "console/ReadFiles.h"
 #include "display/FirstSight.h"
 #include "display/FolderBitmaps.h"
 #include "display/PanelDrawing.h"
@@ -59,6 +60,7 @@ ExitStatus showMessages(const ShowOptions& options) {
     const MessageCoils coils = coilsOf(options.items);
     if (!endsWithIgnoringCase(options.output, ".png"))
         throw CommandFailure(ExitStatus::Unusable, options.output + " does not end in .png");
+    expectApartFromProject(options.output, options.project);
     const Project project = readProject(options.project);
     const Programme programme = deviceProgramme(project, coils, PlayList::inOrder(),
                                                 FolderBitmaps(project.ProjPath), {options.columns});

@@ -1,27 +1,14 @@
-#include "console/Commands.h"
+#include "console/Worker.h"
 
 #include "compare/ContentsComparison.h"
 #include "console/Displays.h"
-#include "console/Worker.h"
 #include "link/TransferControls.h"
-#include "link/TransferredFiles.h"
 
-#include <CLI/App.hpp>
-
-#include <algorithm>
-#include <iterator>
-#include <memory>
+#include <system_error>
 
 namespace orvista::console {
 
 namespace {
-
-struct UploadWorkerOptions {
-    std::string display;
-    std::string project;
-    bool skipEqual = false;
-    bool verify = false;
-};
 
 ContentsComparison comparisonOf(const std::string& folder, const std::string& fetched) {
     return compareContents(DisplayContents::ofFolder(folder), DisplayContents::ofFolder(fetched));
@@ -50,28 +37,16 @@ std::string faultOfSent(const std::string& folder, const std::string& fetched) {
     return {};
 }
 
-ExitStatus uploadAsWorker(const UploadWorkerOptions& options) {
-    const DisplayAddress display = transferAddress(options.display);
-    const std::string folder = PathRules::native().split(options.project).value().folder;
-    UploadWishes wishes;
-    if (options.verify)
-        wishes.faultOfSent = [&folder](const std::string& fetched) { return faultOfSent(folder, fetched); };
-    if (options.skipEqual)
-        wishes.isEqual = [&folder](const std::string& fetched) { return hasAll(folder, fetched); };
-    StatePrinter states(options.display);
-    return states.finish(uploadToDisplay(display, folder, wishes, states, makeTransferControl));
-}
-
 } // namespace
 
-void addUploadWorker(CLI::App& program, Run& run) {
-    const auto options = std::make_shared<UploadWorkerOptions>();
-    CLI::App* command = program.add_subcommand(std::string(uploadWorker))->group("");
-    command->add_option("DISPLAY", options->display)->required();
-    command->add_option("PROJECT", options->project, "The project whose folder is sent")->required();
-    command->add_flag("--skip-equal", options->skipEqual);
-    command->add_flag("--verify", options->verify);
-    command->callback([options, &run] { run = [options] { return uploadAsWorker(*options); }; });
+TransferEnd uploadAsWorker(const WorkerRequest& request, StatePrinter& states) {
+    const std::string folder = PathRules::native().split(request.project).value().folder;
+    UploadWishes wishes;
+    if (request.verify)
+        wishes.faultOfSent = [&folder](const std::string& fetched) { return faultOfSent(folder, fetched); };
+    if (request.skipEqual)
+        wishes.isEqual = [&folder](const std::string& fetched) { return hasAll(folder, fetched); };
+    return uploadToDisplay(transferAddress(request.display), folder, wishes, states, makeTransferControl);
 }
 
 } // namespace orvista::console

@@ -1,8 +1,18 @@
 #include "console/Worker.h"
 
+#include "console/CommandFailure.h"
+#include "console/Commands.h"
 #include "console/Output.h"
+#include "link/DisplayFiles.h"
+#include "link/TransferControls.h"
+
+#include <CLI/App.hpp>
 
 #include <array>
+#include <cstdio>
+#include <optional>
+#include <system_error>
+#include <utility>
 
 namespace orvista::console {
 
@@ -22,7 +32,71 @@ std::string_view word(UploadStage stage) {
     return {};
 }
 
+constexpr std::string_view skipEqualWish = "--skip-equal";
+constexpr std::string_view verifyWish = "--verify";
+
+/// The next words of standard input, each with a NUL behind it, up to an empty one. Nothing at the end.
+std::optional<std::vector<std::string>> nextWords() {
+    std::vector<std::string> words(1);
+    for (int c = std::getchar(); c != EOF; c = std::getchar()) {
+        if (c != 0)
+            words.back() += static_cast<char>(c);
+        else if (words.back().empty())
+            return words;
+        else
+            words.emplace_back();
+    }
+    return std::nullopt;
+}
+
+TransferEnd endOf(const WorkerRequest& request, StatePrinter& states) {
+    try {
+        if (request.work == downloadWork)
+            return downloadAsWorker(request, states);
+        return request.work == compareWork ? compareAsWorker(request, states)
+                                           : uploadAsWorker(request, states);
+    } catch (const FetchFailure& failure) {
+        return failedTransfer(failure.what());
+    } catch (const CommandFailure& failure) {
+        return failedTransfer(failure.what());
+    } catch (const std::system_error& failure) { // of the folder for what is fetched, and of bitmaps
+        return failedTransfer(failure.what());
+    }
+}
+
+ExitStatus work() {
+    // Else every display would have libcurl begin anew.
+    const auto library = keptTransferLibrary();
+    while (const auto words = nextWords()) {
+        constexpr std::size_t fixedWords = 3;
+        if (words->size() <= fixedWords)
+            return ExitStatus::Unusable;
+        WorkerRequest request{words->at(0), words->at(1), words->at(2)};
+        for (const std::string& wish : *words) {
+            request.skipEqual = request.skipEqual || wish == skipEqualWish;
+            request.verify = request.verify || wish == verifyWish;
+        }
+        StatePrinter states(request.display);
+        states.finish(endOf(request, states));
+    }
+    return ExitStatus::Well;
+}
+
 } // namespace
+
+std::string requestBytes(const WorkerRequest& request) {
+    std::string bytes;
+    const auto append = [&bytes](std::string_view text) { bytes.append(text).push_back('\0'); };
+    append(request.work);
+    append(request.display);
+    append(request.project);
+    if (request.skipEqual)
+        append(skipEqualWish);
+    if (request.verify)
+        append(verifyWish);
+    append({});
+    return bytes;
+}
 
 std::vector<ChildProcess::Setting> workerEnvironment(const std::string& scratch) {
 #ifdef _WIN32
@@ -49,17 +123,20 @@ void StatePrinter::showFile(const std::string& name, std::size_t number, std::si
     printState();
 }
 
-void StatePrinter::printState() {
+void StatePrinter::printState() const {
     print(stateLine(state_), Reader::Program);
     finishOutput();
 }
 
-ExitStatus StatePrinter::finish(const TransferEnd& end) {
+void StatePrinter::finish(const TransferEnd& end) const {
     const std::array results{FleetResult{state_.name, state_.address, end, 0}};
     print(resultsLine(results), Reader::Program);
-    FleetTally tally;
-    tally.add(end.outcome);
-    return tally.isWell() ? ExitStatus::Well : ExitStatus::Found;
+    finishOutput();
+}
+
+void addWorker(CLI::App& program, Run& run) {
+    CLI::App* command = program.add_subcommand(std::string(workerCommand))->group("");
+    command->callback([&run] { run = work; });
 }
 
 } // namespace orvista::console

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "console/ChildProcess.h"
-#include "console/CommandFailure.h"
 #include "console/FleetLines.h"
 #include "link/DisplayUpload.h"
 
@@ -9,13 +8,28 @@
 #include <string_view>
 #include <vector>
 
-/// The process that works on one display, started by the first with a command that help does not show. What
-/// it is to send lies in a folder that is its own already.
+/// The process that works on displays, one after the other, started by the first with a command that help
+/// does not show. It is told of each on its standard input, and what it is to send lies in a folder that is
+/// its own already.
 namespace orvista::console {
 
-/// The commands: DISPLAY and PROJECT follow, and for an upload --skip-equal and --verify as users give them.
-inline constexpr std::string_view uploadWorker = "upload-worker";
-inline constexpr std::string_view downloadWorker = "download-worker";
+inline constexpr std::string_view workerCommand = "worker";
+
+/// What is to be done for one display.
+struct WorkerRequest {
+    std::string work; ///< one of the words below
+    std::string display;
+    /// Path of a project file: of what is sent or compared, or to be written. Its folder is there.
+    std::string project;
+    bool skipEqual = false; ///< an upload's wishes, as users give them
+    bool verify = false;
+};
+inline constexpr std::string_view uploadWork = "upload";
+inline constexpr std::string_view downloadWork = "download";
+inline constexpr std::string_view compareWork = "compare";
+
+/// As the worker reads it.
+std::string requestBytes(const WorkerRequest& request);
 
 /// Keeps what a worker writes meanwhile in a folder that the first process removes.
 /// \param scratch UTF-8
@@ -30,13 +44,18 @@ public:
     void showActivity(const std::string&) override {}
     void showFile(const std::string& name, std::size_t number, std::size_t count) override;
 
-    /// The last line. \returns the status to end with
-    ExitStatus finish(const TransferEnd& end);
+    /// The last line.
+    void finish(const TransferEnd& end) const;
 
 private:
-    void printState();
+    void printState() const;
 
     DisplayState state_;
 };
+
+/// Each kind of work. \throws what a display that cannot be worked on throws: the worker makes its end of it
+TransferEnd uploadAsWorker(const WorkerRequest& request, StatePrinter& states);
+TransferEnd downloadAsWorker(const WorkerRequest& request, StatePrinter& states);
+TransferEnd compareAsWorker(const WorkerRequest& request, StatePrinter& states);
 
 } // namespace orvista::console

@@ -34,6 +34,19 @@ std::string_view faultOfName(std::string_view name) {
     return {};
 }
 
+/// An address of numbers, one of which begins with 0 and goes on: 010 is 10 to people and 8 to systems.
+bool hasOctalNumber(std::string_view host) {
+    if (host.find_first_not_of("0123456789.") != std::string_view::npos)
+        return false;
+    bool begins = true;
+    for (std::size_t i = 0; i + 1 < host.size(); ++i) {
+        if (begins && host[i] == '0' && host[i + 1] != '.')
+            return true;
+        begins = host[i] == '.';
+    }
+    return false;
+}
+
 class FleetReading {
 public:
     explicit FleetReading(const FleetDefaults& defaults) : defaults_(defaults) {}
@@ -67,6 +80,10 @@ private:
             // The port has a column of its own here, so that a colon is the address's.
             const bool isNumericV6 = std::ranges::count(text, ':') > 1 && !text.starts_with('[');
             address = displayAddress(isNumericV6 ? "[" + text + "]" : text, fileTransfer);
+            if (hasOctalNumber(address.host))
+                return refuse(column,
+                              "a number that begins with 0 is read as octal by some systems: write it "
+                              "without the 0");
             column = fleetColumn::Port;
             if (!port.empty()) {
                 const std::uint16_t number = displayPort(port, fileTransfer);

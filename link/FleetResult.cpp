@@ -10,7 +10,7 @@ namespace orvista {
 
 namespace {
 
-constexpr std::array<std::string_view, 5> words{"done", "equal", "failed", "half", "refused"};
+constexpr std::array<std::string_view, 6> words{"done", "equal", "different", "failed", "half", "refused"};
 
 /// With two decimals, the same in every locale.
 std::string secondsText(double seconds) {
@@ -34,6 +34,10 @@ std::optional<FleetOutcome> outcomeOfWord(std::string_view word) {
 
 TransferEnd failedTransfer(std::string reason) {
     return {FleetOutcome::Failed, std::move(reason), 0};
+}
+
+TransferEnd notBegun() {
+    return failedTransfer("not begun");
 }
 
 TransferEnd stoppedUpload(std::span<const std::string> arrived, const std::string& why) {
@@ -67,6 +71,9 @@ void FleetTally::add(FleetOutcome outcome) {
     case FleetOutcome::Equal:
         ++equal;
         break;
+    case FleetOutcome::Different:
+        ++different;
+        break;
     case FleetOutcome::Failed:
         ++failed;
         break;
@@ -90,6 +97,7 @@ std::string FleetTally::text() const {
     };
     append(done, FleetOutcome::Done);
     append(equal, FleetOutcome::Equal);
+    append(different, FleetOutcome::Different);
     append(half, FleetOutcome::Half);
     append(failed, FleetOutcome::Failed);
     append(refused, FleetOutcome::Refused);

@@ -16,13 +16,14 @@ namespace orvista {
 
 enum class FleetOutcome {
     Done,
-    Equal,  ///< the display has the project already; nothing was sent
-    Failed, ///< the display is as it was, or holds what was sent and did not prove right
-    Half,   ///< some files arrived, some did not
-    Refused ///< nothing was begun, because the project is not fit to be sent
+    Equal,     ///< the display has the project already; nothing was sent
+    Different, ///< the display has something else; nothing was to be sent
+    Failed,    ///< the display is as it was, or holds what was sent and did not prove right
+    Half,      ///< some files arrived, some did not
+    Refused    ///< nothing was begun, because the project is not fit to be sent
 };
 
-/// "done", "equal", "failed", "half", "refused".
+/// "done", "equal", "different", "failed", "half", "refused".
 std::string_view outcomeWord(FleetOutcome outcome);
 /// Nothing for any other word.
 std::optional<FleetOutcome> outcomeOfWord(std::string_view word);
@@ -30,12 +31,14 @@ std::optional<FleetOutcome> outcomeOfWord(std::string_view word);
 /// The end of one transfer.
 struct TransferEnd {
     FleetOutcome outcome = FleetOutcome::Failed;
-    std::string reason;    ///< a sentence; empty where all is well
+    std::string reason;    ///< a sentence; empty where there is nothing to say
     std::size_t files = 0; ///< that arrived
 };
 
 /// A transfer that failed before any file had arrived.
 TransferEnd failedTransfer(std::string reason);
+/// Nothing was begun for the display.
+TransferEnd notBegun();
 /// An upload that stopped on its way: half where a file arrived, else failed.
 /// \param arrived names of the files that the display has
 /// \param why what happened then
@@ -61,13 +64,14 @@ FleetResultCells fleetResultCells(const FleetResult& result);
 struct FleetTally {
     std::size_t done = 0;
     std::size_t equal = 0;
+    std::size_t different = 0;
     std::size_t failed = 0;
     std::size_t half = 0;
     std::size_t refused = 0;
 
     void add(FleetOutcome outcome);
-    std::size_t ended() const { return done + equal + failed + half + refused; }
-    bool isWell() const { return failed + half + refused == 0; }
+    std::size_t ended() const { return done + equal + different + failed + half + refused; }
+    bool isWell() const { return different + failed + half + refused == 0; }
     /// "3 done, 1 equal, 2 failed"; what there is none of is left out.
     std::string text() const;
 };

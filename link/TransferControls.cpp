@@ -31,4 +31,12 @@ makeTransferControl([[maybe_unused]] DocTsfModule::TransferProgress& progress) {
 #endif
 }
 
+std::shared_ptr<const void> keptTransferLibrary() {
+#ifdef ORVISTA_HAS_LIBCURL
+    return CurlLibrary::open();
+#else
+    return nullptr;
+#endif
+}
+
 } // namespace orvista

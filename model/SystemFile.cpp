@@ -36,7 +36,20 @@ bool knowsNoSync() {
 
 #ifdef _WIN32
 
+/// The C library's own way looks for the end first, where another program may write meanwhile.
+int openForAppending(const fs::path& path) {
+    const HANDLE file =
+        CreateFileW(path.c_str(), FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                    nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file != INVALID_HANDLE_VALUE)
+        return _open_osfhandle(reinterpret_cast<std::intptr_t>(file), _O_APPEND | _O_BINARY);
+    errno = GetLastError() == ERROR_ACCESS_DENIED ? EACCES : ENOENT;
+    return -1;
+}
+
 int openForWriting(const fs::path& path, SystemFile::Mode mode) {
+    if (mode == SystemFile::Mode::Append)
+        return openForAppending(path);
     const int creation = mode == SystemFile::Mode::Truncate ? _O_CREAT | _O_TRUNC
                          : mode == SystemFile::Mode::New    ? _O_CREAT | _O_EXCL
                                                             : 0;
@@ -74,6 +87,7 @@ bool lockFile(int file) {
 int openForWriting(const fs::path& path, SystemFile::Mode mode) {
     const int creation = mode == SystemFile::Mode::Truncate ? O_CREAT | O_TRUNC
                          : mode == SystemFile::Mode::New    ? O_CREAT | O_EXCL
+                         : mode == SystemFile::Mode::Append ? O_CREAT | O_APPEND
                                                             : 0;
     return ::open(path.c_str(), O_WRONLY | O_CLOEXEC | creation, 0666);
 }

@@ -16,7 +16,8 @@ public:
     enum class Mode {
         Truncate, ///< an existing file is emptied, else one is made
         New,      ///< there must be none
-        Existing  ///< there must be one; it keeps its bytes until they are overwritten
+        Existing, ///< there must be one; it keeps its bytes until they are overwritten
+        Append    ///< every write goes to the end, whoever else writes; where there is no file one is made
     };
     /// \throws OpenFailure
     SystemFile(const std::filesystem::path& path, Mode mode);

@@ -34,7 +34,7 @@ std::vector<FleetDisplay> readFleetSheet(std::string_view bytes, const FleetDefa
         errors.add(refusal.row, refusal.column, std::move(refusal.text));
     if (rows.empty() && errors.none())
         errors.add(0, {}, "has no displays");
-    return errors.none() ? std::move(fleet.displays) : std::vector<FleetDisplay>();
+    return std::move(fleet.displays);
 }
 
 std::string fleetSheet(std::span<const FleetDisplay> displays) {

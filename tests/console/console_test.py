@@ -719,6 +719,42 @@ class Sheets(ProgramTest):
         self.assertEqual(after[PROJECT], before[PROJECT])
         self.assertIn(b"DEFMSG STDMSG1\r\nnew\r\nENDMSG", after["OTHER.orx"])
 
+    def test_import_onto_the_project_itself_is_as_without_output(self):
+        (self.folder / "messages.csv").write_bytes(b"message,script\nSTDMSG1,new\n")
+        (self.folder / "none.csv").write_bytes(b"message,script\n")
+        (self.folder / "LINK.orx").symlink_to(PROJECT)
+        before = self.files()
+        self.assertEqual(self.expect(0, "messages", "import", PROJECT, "none.csv", "-o", "LINK"), b"Nothing changed\n")
+        self.assertEqual(self.files(), before)
+        self.assertEqual(self.expect(0, "messages", "import", PROJECT, "messages.csv", "-o", "./LINK.orx"), b"1 text changed\n")
+        self.assertTrue((self.folder / "LINK.orx").is_symlink())
+        self.assertIn(b"DEFMSG STDMSG1\r\nnew\r\nENDMSG", (self.folder / PROJECT).read_bytes())
+
+    def test_import_beside_another_project_says_that_its_device_files_are_replaced(self):
+        (self.folder / "messages.csv").write_bytes(b"message,script\nSTDMSG1,new\n")
+        self.assertEqual(self.expect(0, "messages", "import", PROJECT, "messages.csv", "-o", "OTHER").decode(),
+                         f"The device files of {PROJECT} in the same folder were replaced\n1 text changed\n")
+        (self.folder / "new").mkdir()
+        self.assertEqual(self.expect(0, "messages", "import", PROJECT, "messages.csv", "-o", "new/OTHER"), b"1 text changed\n")
+
+    def test_no_output_is_a_file_that_is_read(self):
+        self.expect(0, "messages", "export", PROJECT, "-o", "messages.csv")
+        for name, target in (("a.csv", PROJECT), ("b.csv", "stdmsg.ilm"), ("c.png", "pump.bmp"), ("d.html", PROJECT),
+                             ("E.orx", "messages.csv"), ("F.orx", "ilmvar.def")):
+            (self.folder / name).symlink_to(target)
+        (self.folder / "new").mkdir()
+        os.link(self.folder / "modbus.adr", self.folder / "new" / "G.orx")
+        before = self.files()
+        for arguments, output, target in (
+                (["messages", "export", PROJECT], "a.csv", PROJECT), (["variables", "export", PROJECT], "b.csv", "stdmsg.ilm"),
+                (["show", PROJECT, "STDMSG1"], "c.png", "pump.bmp"), (["addresses", PROJECT], "d.html", PROJECT),
+                (["messages", "import", PROJECT, "messages.csv"], "E.orx", "messages.csv"),
+                (["messages", "import", PROJECT, "messages.csv"], "F.orx", "ilmvar.def"),
+                (["mend", PROJECT], "new/G.orx", "modbus.adr")):
+            self.assertIn(f"orvista: {output} is {target if '/' in target or target.endswith(('.orx', '.csv')) else ''}",
+                          self.complaint(2, *arguments, "-o", output))
+        self.assertEqual(self.files(), before)
+
     def test_dry_run_prints_old_and_new(self):
         (self.folder / "messages.csv").write_text('message,script\nSTDMSG3,"CLEAR\nTEXT 0 0 RED BLACK ""é"""\nALTMSG9,x\n',
                                                   "utf-8")

@@ -10,69 +10,13 @@ import resource
 import signal
 import socket
 import subprocess
-import sys
 import time
 from pathlib import Path
 
-sys.path.insert(0, str(Path(__file__).parents[1] / "tour"))
-import device_files  # noqa: E402  the project's files, written apart from the program
-
-from displays import PORTS, Display  # noqa: E402
-from ftp_displays import DEVICE_FILES, Displays  # noqa: E402
-from program import PROGRAM, ProgramTest, main  # noqa: E402
-
-NOBODY = "127.0.0.1:1"  # where nobody listens
-STATE_FIELDS = ["name", "address", "state", "file", "files", "of", "reason", "seconds"]
-
-
-class FleetTest(ProgramTest):
-    """A project with two bitmaps, and as many displays as a test makes. What the program leaves in the folder for
-    temporary files is seen."""
-
-    def setUp(self):
-        super().setUp()
-        self.project = device_files.new_project()
-        self.project["STDMSG"][3] = b'CLEAR\r\nTEXT 0 0 RED BLACK "Level"\r\nACT STILL 1000'
-        device_files.write(self.folder / "plant", "LINE3", self.project)
-        for name in ("b.bmp", "A.bmp"):
-            (self.folder / "plant" / name).write_bytes(b"BM" + name.encode() * 1000)
-        (self.folder / "tmp").mkdir()
-        self.displays = Displays(self.folder / "displays")
-        self.addCleanup(self.displays.close)
-
-    def make(self, count):
-        return [self.displays.make() for _ in range(count)]
-
-    def sent(self):
-        """What a display is to hold: the project as read, as saving writes it, and the bitmaps."""
-        device_files.write(self.folder / "expected", "LINE3", device_files.reopened(self.project))
-        files = {name: (self.folder / "expected" / name).read_bytes() for name in DEVICE_FILES}
-        return files | {name: (self.folder / "plant" / name).read_bytes() for name in ("A.bmp", "b.bmp")}
-
-    def start(self, *arguments, **keywords):
-        return subprocess.Popen([PROGRAM, *arguments], cwd=self.folder, stdout=subprocess.PIPE, stderr=subprocess.PIPE,
-                                env=os.environ | {"TMPDIR": str(self.folder / "tmp")}, **keywords)
-
-    def outcome(self, status, *arguments):
-        """Standard output and standard error, once the status is as expected and nothing is left behind."""
-        process = self.start(*arguments)
-        out, error = process.communicate(timeout=100)
-        self.assertEqual(process.returncode, status, (arguments, out, error))
-        self.assertEqual(list((self.folder / "tmp").iterdir()), [])
-        return out.decode(), error.decode()
-
-    def results(self, status, *arguments):
-        """By name, from the last line of --json; every line before it is a state."""
-        out, error = self.outcome(status, *arguments, "--json")
-        self.assertEqual(error, "")
-        lines = [json.loads(line) for line in out.splitlines()]
-        for line in lines[:-1]:
-            self.assertEqual(list(line), STATE_FIELDS)
-        return {result["name"]: result for result in lines[-1]["results"]}, lines[:-1]
-
-    def write_list(self, rows, head="name,address,port,project"):
-        (self.folder / "list.csv").write_text("\n".join([head, *rows]) + "\n", "utf-8")
-        return "list.csv"
+from displays import PORTS, Display
+from fleet import NOBODY, FleetTest, device_files
+from ftp_displays import DEVICE_FILES, Displays
+from program import PROGRAM, main
 
 
 class Upload(FleetTest):
@@ -100,8 +44,7 @@ class Upload(FleetTest):
 
     def test_workers_are_not_for_people(self):
         self.assertNotIn("worker", self.outcome(0, "--help")[0])
-        for arguments in (["upload-worker"], ["upload-worker", "127.0.0.1"], ["download-worker"],
-                          ["download-worker", "127.0.0.1"], ["upload-worker", "127.0.0.1", "plant/LINE3.orx", "--list", "a.csv"]):
+        for arguments in (["upload-worker"], ["worker", "127.0.0.1"], ["worker", "--list", "a.csv"]):
             self.assertTrue(self.complaint(2, *arguments))
 
     def test_one_that_is_dead_or_refuses_holds_up_none(self):
@@ -233,9 +176,10 @@ class Upload(FleetTest):
         display, other = self.make(2)
         self.displays.serve()
         name = self.write_list([f"a,127.0.0.1,{display.port},plant/LINE3.orx", f"b,127.0.0.1,{other.port},none.orx"])
-        out, error = self.outcome(2, "upload", "--list", name)
-        self.assertIn("none.orx", error)
-        self.assertEqual((out, display.commands, other.commands), ("", [], []))
+        for arguments in (["--list", name, "--all-or-none"], ["none.orx", "--to", display.address, other.address]):
+            out, error = self.outcome(2, "upload", *arguments)
+            self.assertEqual(error, "orvista: Unable to open none.orx\norvista: nothing was sent\n")
+            self.assertEqual((out, display.commands, other.commands), ("", [], []))
 
     def test_a_project_that_is_not_whole_is_refused_and_the_others_are_sent(self):
         first, second = self.make(2)
@@ -387,7 +331,7 @@ class Lists(FleetTest):
         out, _ = process.communicate(timeout=100)
         results = json.loads(out.splitlines()[-1])["results"]
         self.assertEqual((process.returncode, len(results)), (1, 10000))
-        self.assertEqual(results[-1]["reason"], "interrupted before its turn")
+        self.assertEqual(results[-1]["reason"], "not begun")
 
 
 class Download(FleetTest):

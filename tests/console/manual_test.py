@@ -62,6 +62,11 @@ class Manual(ProgramTest):
             self.assertEqual(list(lines[0]), re.findall(r"^\.B (\w+)$", section, re.M))
             self.assertEqual((list(lines[-1]), list(lines[-1]["results"][0])), manual_fields("upload"))
 
+    def test_fields_of_a_journal_are_those_of_the_manual(self):
+        self.run_program("upload", PROJECT, "--to", "127.0.0.1:1", "--journal", "j.jsonl")
+        section = re.split(r"\n\.S[SH] ", PAGE.split(".SS Lines of a journal\n")[1])[0]
+        self.assertEqual(list(json.loads((self.folder / "j.jsonl").read_text())), re.findall(r"^\.B (\w+)$", section, re.M))
+
     def test_manual_has_every_option_and_command(self):
         told = {"--help", "--version"}.union(*(self.options(*command) for command in COMMANDS))
         section = PAGE.split(".SH OPTIONS\n")[1].split("\n.SH ")[0].replace("\\-", "-")

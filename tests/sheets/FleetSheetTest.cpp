@@ -8,6 +8,7 @@ namespace {
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
+using ::testing::SizeIs;
 using ::testing::StartsWith;
 
 const std::string head = "name,address,port,project\n";
@@ -16,7 +17,7 @@ const std::string head = "name,address,port,project\n";
 std::vector<std::string> fleetErrors(const std::string& bytes,
                                      const FleetDefaults& defaults = {"", "P.orx"}) {
     SheetErrors errors;
-    EXPECT_THAT(readFleetSheet(bytes, defaults, errors), IsEmpty());
+    readFleetSheet(bytes, defaults, errors);
     return testing::errorTexts(errors);
 }
 
@@ -46,6 +47,25 @@ TEST(FleetSheet, TakesNumericAddressesOfBothKinds) {
     EXPECT_EQ(displays[0].address, (DisplayAddress{"fe80::5", 7001}));
     EXPECT_EQ(displays[1].address, (DisplayAddress{"fe80::6", 7000}));
     EXPECT_EQ(displays[2].address, (DisplayAddress{"fe80::7", 7003}));
+}
+
+TEST(FleetSheet, NamesTheDisplaysOfGoodRowsBesideBadOnes) {
+    SheetErrors errors;
+    const auto displays = readFleetSheet(head + "a,10.0.0.1,,\na/b,10.0.0.2,,\nA,10.0.0.3,,\nc,10.0.0.4,,\n",
+                                         {"", "P.orx"}, errors);
+    EXPECT_EQ(errors.count(), 2U);
+    ASSERT_EQ(displays.size(), 2U);
+    EXPECT_EQ(displays[0].name, "a");
+    EXPECT_EQ(displays[1].name, "c");
+}
+
+TEST(FleetSheet, RefusesNumbersThatBeginWithZero) {
+    for (const char* address : {"010.0.0.1", "10.0.0.01", "10.00.0.1", "10.0.0.01:7001", "010"})
+        EXPECT_THAT(
+            fleetErrors(head + "a," + address + ",,\n"),
+            ElementsAre("row 2, address: a number that begins with 0 is read as octal by some systems: "
+                        "write it without the 0"));
+    EXPECT_THAT(read(head + "a,10.0.0.0,,\nb,0x.example,,\nc,01.example,,\nd,fe80::05,,\n"), SizeIs(4));
 }
 
 TEST(FleetSheet, RefusesProjectsThatAreNone) {

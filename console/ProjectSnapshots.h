@@ -1,0 +1,54 @@
+#pragma once
+
+#include "console/CommandFailure.h"
+#include "console/FleetTask.h"
+#include "console/Interruption.h"
+
+#include <map>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace orvista::console {
+
+/// How projects are judged before they are sent or compared.
+struct SnapshotWishes {
+    bool check = false;    ///< refuse those in which the check finds an error
+    bool notWhole = false; ///< take those of which something is lost, too
+    bool tellEach = false; ///< tell of every error, not only of the first
+    bool fingerprints = false;
+};
+
+/// The projects of displays, each as it was when the command began. \see writeSnapshot
+class ProjectSnapshots {
+public:
+    /// Ends early when the command is interrupted: projects not reached have neither a path nor a refusal.
+    /// \param scratch folder to write into, UTF-8
+    /// \throws CommandFailure where that cannot be written to
+    ProjectSnapshots(std::span<const FleetTask> tasks, std::string scratch, const SnapshotWishes& wishes,
+                     const Interruption& interruption);
+
+    /// Gives each task that work on its project's snapshot, or the reason why it is refused.
+    void prepare(std::span<FleetTask> tasks, std::string_view work) const;
+    /// What a command that needs all of the projects ends with; nothing where none is refused.
+    std::optional<ExitStatus> worst() const { return worst_; }
+
+private:
+    struct Snapshot {
+        std::string path;        ///< of the project file; empty where the project is refused
+        std::string refusal;     ///< why
+        std::string fingerprint; ///< empty where it is not asked for or cannot be known
+    };
+
+    Snapshot snapshotOf(const std::string& path);
+    void write(const std::string& path, Snapshot& snapshot);
+    void refuse(Snapshot& snapshot, const CommandFailure& why);
+
+    std::string scratch_;
+    SnapshotWishes wishes_;
+    std::map<std::string, Snapshot> snapshots_; ///< by the project's path
+    std::optional<ExitStatus> worst_;
+};
+
+} // namespace orvista::console
