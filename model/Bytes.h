@@ -38,6 +38,10 @@ public:
     virtual std::string_view takeWhole() { return {}; }
 };
 
+/// The bytes that are left, but at most that many of them.
+/// \throws ReadFailure
+std::string bytesUpTo(ByteSource& source, std::size_t most);
+
 class ByteSink {
 public:
     virtual ~ByteSink() = default;

@@ -67,6 +67,15 @@ std::optional<Item> itemNamed(std::string_view name) {
     return name == nameOfAddressMap ? std::optional(Item()) : std::nullopt;
 }
 
+std::optional<Item> itemWritten(std::string_view name) {
+    if (const auto item = itemNamed(name))
+        return item;
+    for (const Kind kind : kinds)
+        if (const auto index = rowOf(kind).indexOfTreeName(name))
+            return Item(kind, *index);
+    return std::nullopt;
+}
+
 std::optional<Item> messageNamed(std::string_view name) {
     return onlyIf(&isMessage, itemNamed(name));
 }

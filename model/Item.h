@@ -44,7 +44,9 @@ std::string nameOf(Item item);
 /// The item of that name, ASCII case folded and leading zeros allowed ("address map" in this case only);
 /// nothing when it names none.
 std::optional<Item> itemNamed(std::string_view name);
-/// The same where the item must be a message, or a variable.
+/// The same, also as the trees write it: "Regular3", "Emergency2".
+std::optional<Item> itemWritten(std::string_view name);
+/// As itemNamed(), where the item must be a message, or a variable.
 std::optional<Item> messageNamed(std::string_view name);
 std::optional<Item> variableNamed(std::string_view name);
 /// "STDMSG1 to STDMSG40"

@@ -22,6 +22,10 @@ std::optional<std::size_t> indexOfNumber(std::string_view digits, std::size_t co
     return number >= 1 && number <= count ? std::optional(number - 1) : std::nullopt;
 }
 
+std::optional<std::size_t> indexAfterWord(std::string_view name, std::string_view word, std::size_t count) {
+    return startsWithIgnoringCase(name, word) ? indexOfNumber(name.substr(word.size()), count) : std::nullopt;
+}
+
 } // namespace
 
 std::string ItemKind::name(std::size_t index) const {
@@ -32,8 +36,16 @@ std::string ItemKind::key(std::size_t index) const {
     return letter + numberText(index);
 }
 
+std::string ItemKind::treeName(std::size_t index) const {
+    return std::string(treeWord) + numberText(index);
+}
+
 std::optional<std::size_t> ItemKind::indexOfName(std::string_view name) const {
-    return startsWithIgnoringCase(name, word) ? indexOfNumber(name.substr(word.size()), count) : std::nullopt;
+    return indexAfterWord(name, word, count);
+}
+
+std::optional<std::size_t> ItemKind::indexOfTreeName(std::string_view name) const {
+    return indexAfterWord(name, treeWord, count);
 }
 
 std::optional<std::size_t> ItemKind::indexOfKey(std::string_view key) const {

@@ -60,16 +60,7 @@ std::string sheetBytes(const std::string& path) {
 }
 
 std::string sheetBytes(ByteSource& source) {
-    std::string bytes;
-    std::string piece(std::size_t{1} << 16, '\0');
-    while (bytes.size() <= maximumSheetBytes) {
-        const std::size_t wanted = std::min(piece.size(), maximumSheetBytes + 1 - bytes.size());
-        const std::size_t count = source.read(piece.data(), wanted);
-        if (count == 0)
-            break;
-        bytes.append(piece, 0, count);
-    }
-    return bytes;
+    return bytesUpTo(source, maximumSheetBytes + 1);
 }
 
 std::optional<SheetSubject> sheetSubject(std::string_view bytes) {

@@ -1,0 +1,100 @@
+#include "items/NotesFile.h"
+
+#include "model/FileReplacing.h"
+#include "model/Files.h"
+#include "model/PathRules.h"
+#include "model/ProjectFile.h"
+#include "model/SystemPath.h"
+#include "model/Text.h"
+
+#include <filesystem>
+#include <optional>
+#include <system_error>
+
+namespace orvista {
+
+namespace {
+
+constexpr std::string_view notesExtension = ".notes.json";
+
+/// Nothing where there is no file. \throws std::system_error
+std::optional<std::string> bytesOf(const std::string& path) {
+    try {
+        FileSource source(path);
+        return bytesUpTo(source, mostNotesBytes + 1);
+    } catch (const OpenFailure& failure) {
+        if (failure.code() == std::errc::no_such_file_or_directory)
+            return std::nullopt;
+        throw;
+    }
+}
+
+[[noreturn]] void fail(const std::string& path, const std::system_error& failure) {
+    throw NotesFailure(path + ": " + failure.code().message());
+}
+
+} // namespace
+
+std::string notesPath(const std::string& projectPath) {
+    const bool hasExtension = endsWithIgnoringCase(projectPath, DocMgrModule::projectExtension);
+    return projectPath.substr(0, projectPath.size() -
+                                     (hasExtension ? DocMgrModule::projectExtension.size() : 0)) +
+           std::string(notesExtension);
+}
+
+std::string notesPath(const Project& project) {
+    if (project.ProjName.empty())
+        return {};
+    return PathRules::native().join(project.ProjPath, project.ProjName + std::string(notesExtension));
+}
+
+NotesReading readNotesFile(const std::string& path) {
+    NotesReading reading;
+    try {
+        const auto bytes = bytesOf(path);
+        return bytes ? readNotes(*bytes) : reading;
+    } catch (const std::system_error& failure) {
+        reading.fault = failure.code().message();
+        return reading;
+    }
+}
+
+std::string notesFaultText(const std::string& name, const NotesReading& reading) {
+    return reading.fault.empty() ? std::string() : name + " is not taken: " + reading.fault;
+}
+
+ProjectNotes changeNotes(const std::string& path, const ProjectNotes& before, const ProjectNotes& after) {
+    try {
+        const std::string former = bytesOf(path).value_or(std::string());
+        const NotesReading now = former.empty() ? NotesReading() : readNotes(former);
+        if (!now.fault.empty())
+            throw NotesFailure(notesFaultText(path, now) + "; mend or remove it first");
+        ProjectNotes notes = withDifferences(now.notes, before, after);
+        if (const auto faults = noteFaults(notes); !faults.empty())
+            throw NotesFailure(path + ": " + nameOf(faults.front().item) + ": " + faults.front().text);
+        const std::string bytes = notesBytes(former, notes);
+        if (bytes != former)
+            replaceFile(path, bytes);
+        return notes;
+    } catch (const std::invalid_argument& failure) {
+        throw NotesFailure(path + " is not written: " + failure.what());
+    } catch (const std::system_error& failure) {
+        fail(path, failure);
+    }
+}
+
+void copyNotes(const std::string& fromProject, const std::string& toProject) {
+    const std::string from = notesPath(fromProject);
+    const std::string to = notesPath(toProject);
+    std::error_code error;
+    if (std::filesystem::equivalent(systemPath(from), systemPath(to), error))
+        return;
+    try {
+        if (const auto bytes = bytesOf(from))
+            replaceFile(to, *bytes);
+    } catch (const std::system_error& failure) {
+        fail(to, failure);
+    }
+}
+
+} // namespace orvista
