@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <variant>
 
 namespace orvista {
 
@@ -86,6 +87,16 @@ const DeviceFile& fileOf(Kind kind) {
     return modbusAdrFile;
 }
 
+/// The start addresses of the variables stand in ilmvar.def, too.
+bool concerns(const ItemDifference& difference, const HeldAnswer& file) {
+    const auto movesVariables = [](const Change& change) {
+        const auto* const start = std::get_if<std::int32_t Project::*>(&change.field->member);
+        return start != nullptr && (*start == floatVariables.start || *start == booleanVariables.start);
+    };
+    return fileOf(difference.item.kind).name == file.name ||
+           (file.name == ilmVarFile.name && std::ranges::any_of(difference.fields, movesVariables));
+}
+
 } // namespace
 
 bool ContentsComparison::isEqual() const {
@@ -110,7 +121,7 @@ bool ContentsComparison::holdsEveryByte() const {
 std::vector<Item> ContentsComparison::itemsIn(const HeldAnswer& file) const {
     std::vector<Item> inFile;
     for (const ItemDifference& difference : items)
-        if (fileOf(difference.item.kind).name == file.name)
+        if (concerns(difference, file))
             inFile.push_back(difference.item);
     return inFile;
 }

@@ -13,7 +13,6 @@
 #include <CLI/App.hpp>
 #include <nlohmann/json.hpp>
 
-#include <chrono>
 #include <memory>
 #include <optional>
 #include <system_error>
@@ -74,7 +73,7 @@ nlohmann::ordered_json jsonRow(const AddressRow& row) {
 /// \throws CommandFailure for a bitmap that cannot be read
 AddressHead headOf(const Project& project) {
     try {
-        return {fingerprint(DisplayContents::ofProject(project)), utcText(std::chrono::system_clock::now())};
+        return {fingerprint(DisplayContents::ofProject(project)), utcText(presentMoment())};
     } catch (const std::system_error& failure) {
         throw CommandFailure(ExitStatus::Unusable, failure.what());
     }

@@ -18,7 +18,6 @@
 
 #include <QFileInfo>
 
-#include <chrono>
 #include <system_error>
 
 namespace orvista {
@@ -33,7 +32,7 @@ QString fileName(const std::string& path) {
 
 /// Without a fingerprint where a bitmap cannot be read.
 AddressHead headOf(const Project& project) {
-    AddressHead head{{}, utcText(std::chrono::system_clock::now())};
+    AddressHead head{{}, utcText(presentMoment())};
     try {
         head.fingerprint = fingerprint(DisplayContents::ofProject(project));
     } catch (const std::system_error&) {

@@ -2,6 +2,8 @@
 
 #include "model/Numbers.h"
 
+#include <cstddef>
+#include <cstdlib>
 #include <string_view>
 
 namespace orvista {
@@ -34,6 +36,13 @@ std::string momentText(UtcMoment moment, std::string_view between) {
 }
 
 } // namespace
+
+UtcMoment presentMoment() {
+    constexpr std::size_t latest = 0xFFFFFFFF; // in 2106
+    const char* const given = std::getenv("SOURCE_DATE_EPOCH");
+    const auto seconds = wholeNumber(given != nullptr ? given : "", 0, latest);
+    return seconds ? UtcMoment(std::chrono::seconds(*seconds)) : std::chrono::system_clock::now();
+}
 
 std::string utcFolderName(UtcMoment moment) {
     return momentText(moment, {});

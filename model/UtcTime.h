@@ -8,6 +8,10 @@ namespace orvista {
 
 using UtcMoment = std::chrono::system_clock::time_point;
 
+/// Now, or the moment that a build whose results are to be the same every time gives in SOURCE_DATE_EPOCH:
+/// seconds since 1970.
+UtcMoment presentMoment();
+
 /// "2026-11-22T031500Z", which can be a folder's name on every platform.
 std::string utcFolderName(UtcMoment moment);
 

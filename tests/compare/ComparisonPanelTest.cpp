@@ -1,5 +1,6 @@
 #include "compare/forms/ComparisonPanel.h"
 
+#include "tests/compare/HeldCases.h"
 #include "tests/support/NamedItem.h"
 #include "widgets/RowsTable.h"
 
@@ -55,6 +56,7 @@ private slots:
     void marksWhatIsNotApplied();
     void enterOnARowNamesItsPlace();
     void theSelectedRowIsWanted();
+    void eachKindOfDifferenceIsAnsweredAsElsewhere();
     void withoutAProjectNothingIsCompared();
 };
 
@@ -109,6 +111,28 @@ void ComparisonPanelTest::theSelectedRowIsWanted() {
     QVERIFY(shown.take().isEnabled());
     shown.take().click();
     QCOMPARE(wanted.size(), 1);
+}
+
+void ComparisonPanelTest::eachKindOfDifferenceIsAnsweredAsElsewhere() {
+    for (const testing::Case& row : testing::heldCases()) {
+        const testing::TwoFolders folders;
+        row.change(folders);
+        Project project;
+        project.ProjPath = folders.ours.path();
+        ComparisonPanel panel(project, [] { return std::vector<Item>(); });
+        const auto answer = [&](ComparisonPanel::Question question) {
+            panel.compareWith({"D", DisplayContents::ofFolder(folders.theirs.path()), nullptr}, question);
+            return panel.findChild<QLabel*>(QStringLiteral("lblComparison"))->text();
+        };
+        const QString differs = answer(ComparisonPanel::Question::WhatDiffers);
+        QVERIFY2(differs.startsWith(QStringLiteral("No differences")) == row.isEqual, row.what);
+        QVERIFY2(differs.contains(QStringLiteral("(fingerprint ")) == row.isEqual, row.what);
+        const bool holdsAll = row.state == HeldState::Same || row.state == HeldState::Extra;
+        const QString verified = answer(ComparisonPanel::Question::HoldsAll);
+        QVERIFY2(verified.startsWith(QStringLiteral("D holds every byte")) == holdsAll, row.what);
+        QVERIFY2(verified.startsWith(QStringLiteral("D holds the same")) == (row.state == HeldState::Equal),
+                 row.what);
+    }
 }
 
 void ComparisonPanelTest::withoutAProjectNothingIsCompared() {

@@ -1,48 +1,26 @@
-#include "compare/DisplayContents.h"
-#include "compare/ContentsComparison.h"
-#include "model/SystemPath.h"
-#include "tests/support/TemporaryFolder.h"
+#include "compare/HeldSentences.h"
+#include "model/Fields.h"
+#include "model/Numbers.h"
+#include "tests/compare/HeldCases.h"
+#include "tests/support/ExampleProject.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
-#include <functional>
-#include <set>
-#include <string_view>
+#include <stdexcept>
+#include <system_error>
 
 namespace orvista {
 namespace {
 
+using testing::Case;
+using ::testing::ElementsAre;
 using testing::fileBytes;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::StartsWith;
 using testing::TemporaryFolder;
+using testing::TwoFolders;
 using testing::writeBytes;
-
-/// Two folders with the files of the example, one of which is changed.
-class TwoFolders {
-public:
-    TwoFolders() {
-        for (const auto& entry : std::filesystem::directory_iterator(ORVISTA_EXAMPLES "/pumpstation")) {
-            std::filesystem::copy(entry, systemPath(ours.path()));
-            std::filesystem::copy(entry, systemPath(theirs.path()));
-        }
-    }
-    void replace(const std::string& name, std::string_view part, std::string_view by) const {
-        std::string bytes = fileBytes(theirs.file(name));
-        const auto at = bytes.find(part);
-        ASSERT_NE(at, std::string::npos) << part;
-        writeBytes(theirs.file(name), bytes.replace(at, part.size(), by));
-    }
-    ContentsComparison compared() const {
-        return compareContents(DisplayContents::ofFolder(ours.path()),
-                               DisplayContents::ofFolder(theirs.path()));
-    }
-    bool haveOneFingerprint() const {
-        return fingerprint(DisplayContents::ofFolder(ours.path())) ==
-               fingerprint(DisplayContents::ofFolder(theirs.path()));
-    }
-
-    TemporaryFolder ours;
-    TemporaryFolder theirs;
-};
 
 HeldState stateOf(const std::vector<HeldAnswer>& answers, const std::string& name) {
     for (const HeldAnswer& answer : answers)
@@ -51,17 +29,20 @@ HeldState stateOf(const std::vector<HeldAnswer>& answers, const std::string& nam
     throw std::logic_error("no answer about " + name);
 }
 
-/// What is done to one side, and what is said of it then.
-struct Case {
-    const char* what;
-    std::function<void(const TwoFolders&)> change;
-    const char* file;
-    HeldState state;
-    bool isEqual;
-};
-
-void PrintTo(const Case& row, std::ostream* out) {
-    *out << row.what;
+/// How the answer about a single file begins.
+std::string sentenceAbout(const std::string& file, HeldState state) {
+    switch (state) {
+    case HeldState::Same:
+    case HeldState::Extra:
+        return "D holds every byte that an upload sends";
+    case HeldState::Equal:
+        return "D holds the same, written differently: " + file;
+    case HeldState::Different:
+        return "D does not hold what an upload sends: " + file;
+    case HeldState::Missing:
+        break;
+    }
+    return "D does not hold what an upload sends: " + file + " is not there";
 }
 
 class OneDifference : public ::testing::TestWithParam<Case> {};
@@ -70,86 +51,121 @@ TEST_P(OneDifference, IsAnsweredAlikeByAll) {
     const TwoFolders folders;
     GetParam().change(folders);
     const ContentsComparison comparison = folders.compared();
-    const std::string file = GetParam().file;
-    EXPECT_EQ(stateOf(file.ends_with(".bmp") ? comparison.bitmaps : comparison.files, file),
-              GetParam().state);
-    EXPECT_EQ(comparison.isEqual(), GetParam().isEqual);
-    EXPECT_EQ(folders.haveOneFingerprint(), GetParam().isEqual);
-    EXPECT_EQ(comparison.holdsEveryByte(),
-              GetParam().state == HeldState::Same || GetParam().state == HeldState::Extra);
+    const auto& [what, change, name, state, isEqual] = GetParam();
+    const std::string file = name;
+    EXPECT_EQ(stateOf(file.ends_with(".bmp") ? comparison.bitmaps : comparison.files, file), state);
+    EXPECT_EQ(comparison.isEqual(), isEqual);
+    EXPECT_EQ(folders.haveOneFingerprint(), isEqual);
+    EXPECT_EQ(comparison.sendingChangesNothing(), isEqual || state == HeldState::Extra);
+    EXPECT_EQ(comparison.holdsEveryByte(), state == HeldState::Same || state == HeldState::Extra);
+    EXPECT_THAT(verifiedText("D", comparison), StartsWith(sentenceAbout(file, state)));
+    const bool isListed = !comparison.items.empty() || !comparison.unexplainedFiles().empty();
+    EXPECT_EQ(isListed, !isEqual && !file.ends_with(".bmp"));
 }
 
-auto replaced(const char* file, const char* part, const char* by) {
-    return [=](const TwoFolders& folders) { folders.replace(file, part, by); };
+INSTANTIATE_TEST_SUITE_P(Table, OneDifference, ::testing::ValuesIn(testing::heldCases()));
+
+/// Another text that the field takes.
+std::string otherText(Item item, const Field& field, const std::string& text) {
+    switch (field.rule) {
+    case Field::Rule::Script:
+        return "CLEAR\r\nSTILL 7";
+    case Field::Rule::Line:
+        return text + "x";
+    case Field::Rule::Number:
+        return text == "7.5" ? "8.5" : "7.5";
+    case Field::Rule::Whole:
+        return item.kind == Kind::AddressMap ? decimalText(std::stoi(text) + 1) : text == "3" ? "4" : "3";
+    case Field::Rule::Switch:
+        break;
+    }
+    return text == "0" ? "1" : "0";
 }
 
-void nothing(const TwoFolders&) {}
+std::string fileOf(Item item, const Field& field) {
+    switch (item.kind) {
+    case Kind::AddressMap:
+        return field.name == "AlertMessage" ? "modbus.adr (address map)"
+                                            : "modbus.adr (address map); ilmvar.def (address map)";
+    case Kind::Regular:
+        return "stdmsg.ilm (" + nameOf(item) + ")";
+    case Kind::Emergency:
+        return "altmsg.ilm (" + nameOf(item) + ")";
+    case Kind::Float:
+    case Kind::Boolean:
+        break;
+    }
+    return "ilmvar.def (" + nameOf(item) + ")";
+}
 
-INSTANTIATE_TEST_SUITE_P(
-    Files, OneDifference,
-    ::testing::Values(
-        Case{"nothing", nothing, "stdmsg.ilm", HeldState::Same, true},
-        Case{"a start address", replaced("modbus.adr", "AlertMessage   300", "AlertMessage   301"),
-             "modbus.adr", HeldState::Different, false},
-        Case{"an address written otherwise", replaced("modbus.adr", "AnalogInput    ", "analoginput="),
-             "modbus.adr", HeldState::Equal, true},
-        Case{"a line that no reader knows", replaced("modbus.adr", "AnalogInput", "Speed 1\r\nAnalogInput"),
-             "modbus.adr", HeldState::Different, false},
-        Case{"a default", replaced("ilmvar.def", "    default   0.0", "    default   0.5"), "ilmvar.def",
-             HeldState::Different, false},
-        Case{"a variable's case and blanks", replaced("ilmvar.def", "    type      float", "TYPE FLOAT"),
-             "ilmvar.def", HeldState::Equal, true},
-        Case{"an address that rounds to its row",
-             replaced("ilmvar.def", "    address   100", "    address   101"), "ilmvar.def",
-             HeldState::Different, false},
-        Case{"an empty line of a message", replaced("stdmsg.ilm", "CLEAR\r\n", "\r\n  CLEAR  \r\n"),
-             "stdmsg.ilm", HeldState::Equal, true},
-        Case{"a line of a message", replaced("stdmsg.ilm", "CLEAR\r\n", "CLEAR\r\nACT STILL 7\r\n"),
-             "stdmsg.ilm", HeldState::Different, false},
-        Case{"a message's name", replaced("altmsg.ilm", "DEFMSG ALTMSG2\r\n", "DEFMSG ALTMSG3\r\n"),
-             "altmsg.ilm", HeldState::Different, false},
-        Case{"two messages in another order",
-             [](const TwoFolders& folders) {
-                 folders.replace("altmsg.ilm", "DEFMSG ALTMSG19\r\n", "DEFMSG ALTMSG99\r\n");
-                 folders.replace("altmsg.ilm", "DEFMSG ALTMSG20\r\n", "DEFMSG ALTMSG19\r\n");
-                 folders.replace("altmsg.ilm", "DEFMSG ALTMSG99\r\n", "DEFMSG ALTMSG20\r\n");
-             },
-             "altmsg.ilm", HeldState::Different, false},
-        Case{"the play list", replaced("default.pls", "STDMSG1\r\n", "STDMSG2\r\n"), "default.pls",
-             HeldState::Different, true},
-        Case{"no play list",
-             [](const TwoFolders& folders) { std::filesystem::remove(folders.theirs.file("default.pls")); },
-             "default.pls", HeldState::Missing, true},
-        Case{"no messages",
-             [](const TwoFolders& folders) { std::filesystem::remove(folders.theirs.file("stdmsg.ilm")); },
-             "stdmsg.ilm", HeldState::Missing, false}));
+TEST(DisplayContents, EachFieldOfEachItemIsAnsweredAlikeByAll) {
+    const Project project = testing::exampleProject();
+    const DisplayContents sent = DisplayContents::ofProject(project);
+    const std::string known = fingerprint(sent);
+    for (const Item item : allItems())
+        for (const Field& field : fieldsOf(item.kind)) {
+            SCOPED_TRACE(nameOf(item).append(" ").append(field.name));
+            Project other = project;
+            ASSERT_TRUE(setText(other, item, field, otherText(item, field, textOf(project, item, field))));
+            const DisplayContents held = DisplayContents::ofProject(other);
+            const ContentsComparison comparison = compareContents(sent, held);
+            ASSERT_EQ(comparison.isEqual(), !field.isRead);
+            ASSERT_EQ(fingerprint(held) == known, !field.isRead);
+            ASSERT_EQ(comparison.sendingChangesNothing(), !field.isRead);
+            ASSERT_EQ(verifiedText("D", comparison),
+                      field.isRead ? "D does not hold what an upload sends: " + fileOf(item, field)
+                                   : "D holds every byte that an upload sends");
+            ASSERT_THAT(comparison.unexplainedFiles(), IsEmpty());
+            ASSERT_EQ(comparison.items.size(), field.isRead ? 1U : 0U);
+        }
+}
 
-INSTANTIATE_TEST_SUITE_P(
-    Bitmaps, OneDifference,
-    ::testing::Values(
-        Case{"other bytes of a shown bitmap",
-             [](const TwoFolders& folders) { writeBytes(folders.theirs.file("pump.bmp"), "BM"); }, "pump.bmp",
-             HeldState::Different, false},
-        Case{"a shown bitmap is not there",
-             [](const TwoFolders& folders) { std::filesystem::remove(folders.theirs.file("pump.bmp")); },
-             "pump.bmp", HeldState::Missing, false},
-        Case{"a shown bitmap in other case",
-             [](const TwoFolders& folders) {
-                 std::filesystem::rename(folders.theirs.file("pump.bmp"), folders.theirs.file("PUMP.bmp"));
-             },
-             "pump.bmp", HeldState::Same, true},
-        Case{"a bitmap that no message shows is only there",
-             [](const TwoFolders& folders) { writeBytes(folders.theirs.file("old.bmp"), "BM"); }, "old.bmp",
-             HeldState::Extra, true},
-        Case{"a bitmap that no message shows is only here",
-             [](const TwoFolders& folders) { writeBytes(folders.ours.file("old.bmp"), "BM"); }, "old.bmp",
-             HeldState::Missing, true},
-        Case{"a bitmap that no message shows has other bytes",
-             [](const TwoFolders& folders) {
-                 writeBytes(folders.ours.file("old.bmp"), "BM1");
-                 writeBytes(folders.theirs.file("old.bmp"), "BM2");
-             },
-             "old.bmp", HeldState::Different, true}));
+TEST(DisplayContents, SentencesNameWhatALineHasRoomFor) {
+    const TwoFolders folders;
+    for (const char* const name : {"1.bmp", "2.bmp", "3.bmp", "4.bmp", "5.bmp", "6.bmp"})
+        writeBytes(folders.ours.file(name), "BM");
+    EXPECT_EQ(verifiedText("D", folders.compared()),
+              "D does not hold what an upload sends: 1.bmp is not there; 2.bmp is not there; "
+              "3.bmp is not there; 4.bmp is not there; 5.bmp is not there and 1 more");
+    EXPECT_EQ(notThereText({"a"}), "a is not there");
+    EXPECT_EQ(notThereText({"a", "b\n"}), "a, b? are not there");
+}
+
+TEST(DisplayContents, AFileIsNamedWhereNoItemOfItsOwnSaysWhatDiffers) {
+    const TwoFolders folders;
+    folders.replace("stdmsg.ilm", "CLEAR\r\n", "CLEAR\r\nACT STILL 7\r\n");
+    EXPECT_THAT(folders.compared().unexplainedFiles(), IsEmpty());
+    folders.replace("altmsg.ilm", "DEFMSG ALTMSG1\r\n", "stray\r\nDEFMSG ALTMSG1\r\n");
+    const auto unexplained = folders.compared().unexplainedFiles();
+    ASSERT_EQ(unexplained.size(), 1U);
+    EXPECT_EQ(unexplained.front().name, "altmsg.ilm");
+}
+
+TEST(DisplayContents, OfAnUploadAreTheFolderUnlessTheProjectIsModified) {
+    const TwoFolders folders;
+    Project project = DisplayContents::ofFolder(folders.ours.path()).project();
+    project.ProjPath = folders.theirs.path();
+    folders.replace("default.pls", "STDMSG1\r\n", "STDMSG2\r\n");
+    const auto playList = [&project] {
+        return DisplayContents::ofUpload(project).files().back().bytes.value().substr(0, 17);
+    };
+    EXPECT_EQ(playList(), "DISPMSG STDMSG2\r\n");
+    project.modified = true;
+    EXPECT_EQ(playList(), "DISPMSG STDMSG1\r\n");
+    std::filesystem::remove(folders.theirs.file("default.pls"));
+    EXPECT_EQ(playList(), "DISPMSG STDMSG1\r\n");
+    project.modified = false;
+    EXPECT_THROW(DisplayContents::ofUpload(project), std::system_error);
+}
+
+TEST(DisplayContents, KeepTheLinesOfAProjectWhoseFilesSayTheSame) {
+    Project project = testing::exampleProject();
+    project.STDMSG[0] = "\r\nCLEAR\r\n\r\nSTILL 7";
+    project.STDMSG[1] = "CLEAR\r\nENDMSG\r\nSTILL 7";
+    const DisplayContents contents = DisplayContents::ofProject(project);
+    EXPECT_EQ(contents.project().STDMSG[0], project.STDMSG[0]);
+    EXPECT_EQ(contents.project().STDMSG[1], "CLEAR\r\n");
+}
 
 TEST(DisplayContents, OfAProjectAreWhatSavingWrites) {
     const TwoFolders folders;

@@ -33,6 +33,58 @@ def listener():
     raise RuntimeError("no free port")
 
 
+def replaced(name, part, by):
+    def change(folder):
+        content = (folder / name).read_bytes()
+        assert part in content, part
+        (folder / name).write_bytes(content.replace(part, by, 1))
+    return change
+
+
+def written(name, content):
+    return lambda folder: (folder / name).write_bytes(content)
+
+
+def renamed(name, other):
+    return lambda folder: (folder / name).rename(folder / other)
+
+
+def in_turn(*changes):
+    def change(folder):
+        for each in changes:
+            each(folder)
+    return change
+
+
+def held_cases():
+    """What differs on the display: the file that tells, the change, its state, and whether nothing that counts differs."""
+    yield "stdmsg.ilm", lambda folder: None, "same", True
+    for field, value in (("AnalogInput    ", "100"), ("DigitalInput   ", "100"), ("AlertMessage   ", "300")):
+        yield "modbus.adr", replaced("modbus.adr", f"{field}{value}".encode(), f"{field}{value[0]}50".encode()), "different", False
+    yield "modbus.adr", replaced("modbus.adr", b"AnalogInput    ", b"analoginput="), "equal", True
+    yield "modbus.adr", replaced("modbus.adr", b"AnalogInput", b"Speed 1\r\nAnalogInput"), "different", False
+    for old, new in ((b"default   0", b"default   1"), (b"width     5", b"width     6"), (b"precision 1", b"precision 0"),
+                     (b'ON        "ON"', b'ON        "OPEN"'), (b'OFF       "OFF"', b'OFF       "SHUT"')):
+        yield "ilmvar.def", replaced("ilmvar.def", b"    " + old, b"    " + new), "different", False
+    yield "ilmvar.def", replaced("ilmvar.def", b"    type      float", b"TYPE FLOAT"), "equal", True
+    yield "ilmvar.def", replaced("ilmvar.def", b"    address   100", b"    address   101"), "different", False
+    yield "ilmvar.def", in_turn(replaced("ilmvar.def", b"RegVar2\r", b"RegVar0\r"), replaced("ilmvar.def", b"RegVar3\r", b"RegVar2\r"),
+                                replaced("ilmvar.def", b"RegVar0\r", b"RegVar3\r")), "different", False
+    for name in ("stdmsg.ilm", "altmsg.ilm"):
+        word = name[:6].upper().encode()
+        yield name, replaced(name, b"CLEAR\r\n", b"\r\n  CLEAR  \r\n"), "equal", True
+        yield name, replaced(name, b"CLEAR\r\n", b"clear\r\n"), "different", False
+        yield name, replaced(name, b"CLEAR\r\n", b"CLEAR\r\nACT STILL 7\r\n"), "different", False
+        yield name, replaced(name, b"DEFMSG " + word + b"2\r", b"defmsg " + word.lower() + b"2\r"), "equal", True
+        yield name, replaced(name, b"DEFMSG " + word + b"2\r", b"DEFMSG " + word + b"3\r"), "different", False
+        yield name, replaced(name, b"DEFMSG " + word + b"2\r", b"stray\r\nDEFMSG " + word + b"2\r"), "different", False
+    yield "default.pls", replaced("default.pls", b"STDMSG1\r", b"STDMSG2\r"), "different", True
+    yield "pump.bmp", written("pump.bmp", b"BM"), "different", False
+    yield "pump.bmp", lambda folder: (folder / "pump.bmp").unlink(), "missing", False
+    yield "pump.bmp", renamed("pump.bmp", "PUMP.BMP"), "same", True
+    yield "old.bmp", written("old.bmp", b"BM"), "extra", True
+
+
 class Compare(ProgramTest):
     def setUp(self):
         super().setUp()
@@ -160,6 +212,39 @@ only on {other}: new.bmp
         self.assertEqual(self.expect(0, "compare", PROJECT, f"copy/{PROJECT}").decode(),
                          f"No differences\nonly on copy/{PROJECT}: old.bmp\n")
         self.assertEqual(self.complaint(2, "fingerprint", "missing.orx"), "orvista: Unable to open missing.orx")
+
+    def test_each_kind_of_difference_is_answered_alike_by_all(self):
+        """The window's answers are held against the same kinds in tests/compare."""
+        display = self.display()
+        held = self.folder / "held"
+        ours = {path.name: path.read_bytes() for path in held.iterdir()}
+        status = {True: 0, False: 1}
+        sent = {True: "equal", False: "done"}
+        for name, change, state, equal in held_cases():
+            for path in held.iterdir():
+                path.unlink()
+            for path, content in ours.items():
+                (held / path).write_bytes(content)
+            change(held)
+            for sides in ((PROJECT, display.address), (display.address, PROJECT)):
+                self.assertEqual(self.run_program("compare", *sides).returncode, status[equal], (name, state))
+            told = json.loads(self.run_program("compare", PROJECT, display.address, "--json").stdout)
+            self.assertEqual(told["equal"], equal, (name, state))
+            states = {file["name"]: file["state"] for file in told["files"] + told["bitmaps"]}
+            self.assertEqual(states.get(name, "same"), state, name)
+            digits = [line.split()[0] for line in self.expect(0, "fingerprint", PROJECT, display.address).splitlines()]
+            self.assertEqual(digits[0] == digits[1], equal, (name, state))
+            lines = self.expect(0, "upload", PROJECT, "--to", display.address, "--skip-equal", "--json").splitlines()
+            [result] = json.loads(lines[-1])["results"]
+            self.assertEqual(result["result"], sent[equal or state == "extra"], (name, state))
+
+    def test_a_file_is_named_where_no_item_of_its_own_differs(self):
+        other = self.other_project()
+        display = self.display()
+        altmsg = self.folder / "held" / "altmsg.ilm"
+        altmsg.write_bytes(b"stray\r\n" + altmsg.read_bytes())
+        self.assertIn(f"\naltmsg.ilm\n- {altmsg.stat().st_size - 7} bytes\n+ {altmsg.stat().st_size} bytes, differs from byte 1 onwards\n",
+                      self.expect(1, "compare", other, display.address).decode())
 
     def test_a_project_is_as_its_display_had_it_after_each_upload(self):
         """Each save and each reading adds or takes empty lines."""

@@ -15,6 +15,7 @@ import time
 import tty
 import zlib
 from pathlib import Path
+from unittest import mock
 
 sys.path.insert(0, str(Path(__file__).parents[1] / "tour"))
 import device_files  # noqa: E402  the project's files, written apart from the program
@@ -190,6 +191,19 @@ class Addresses(ProgramTest):
         self.expect(0, "addresses", PROJECT, "-o", "list.html")
         self.assertRegex((self.folder / "list.html").read_text("utf-8"),
                          rf"<p>Fingerprint of the project: {fingerprint}<br>\nAs of \d{{4}}-\d\d-\d\d \d\d:\d\d:\d\d UTC</p>")
+
+    def test_a_given_time_makes_the_same_bytes_every_time(self):
+        with mock.patch.dict(os.environ, SOURCE_DATE_EPOCH="1795317300"):
+            listed = json.loads(self.expect(0, "addresses", PROJECT, "--json"))
+            self.assertEqual(listed["time"], "2026-11-22T03:15:00Z")
+            pages = [self.expect(0, "addresses", PROJECT, "-o", f"{name}.html") or (self.folder / f"{name}.html").read_bytes()
+                     for name in ("one", "two")]
+        self.assertEqual(pages[0], pages[1])
+        self.assertIn(b"As of 2026-11-22 03:15:00 UTC", pages[0])
+        for nonsense in ("", "yesterday", "-1"):
+            with mock.patch.dict(os.environ, SOURCE_DATE_EPOCH=nonsense):
+                listed = json.loads(self.expect(0, "addresses", PROJECT, "--json"))
+                self.assertGreater(calendar.timegm(time.strptime(listed["time"], "%Y-%m-%dT%H:%M:%SZ")), time.time() - 60)
 
     def test_html(self):
         self.expect(0, "addresses", PROJECT, "-o", "list.html")
