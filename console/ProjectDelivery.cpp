@@ -51,7 +51,8 @@ void clearFoldersBeside(const std::string& folder) {
 }
 
 /// Where the disk knows names in any case, one of them may have come under another.
-bool hasCome(const std::string& name, const std::vector<std::string>& brought, const std::string& folder) {
+bool isAmongBrought(const std::string& name, const std::vector<std::string>& brought,
+                    const std::string& folder) {
     const auto inFolder = [&folder](const std::string& file) {
         return systemPath(PathRules::native().join(folder, file));
     };
@@ -84,7 +85,8 @@ std::vector<std::string> deliverProject(const std::string& from, const std::stri
         bring(name, paths.join(target.folder, name));
     staging.complete();
     std::vector<std::string> kept = bitmapsOfFolder(target.folder);
-    std::erase_if(kept, [&](const std::string& name) { return hasCome(name, bitmaps, target.folder); });
+    std::erase_if(kept,
+                  [&](const std::string& name) { return isAmongBrought(name, bitmaps, target.folder); });
     return kept;
 }
 
