@@ -1,5 +1,7 @@
 #include "bench/Pair.h"
 #include "check/FileFindings.h"
+#include "compare/DisplayContents.h"
+#include "model/BitmapName.h"
 #include "model/DeviceFiles.h"
 #include "model/ProjectFile.h"
 #include "model/SystemPath.h"
@@ -158,6 +160,41 @@ void Judge(benchmark::State& state) {
         state, [&] { saved.judge(); }, [&] { saved.readProjectFile(); });
 }
 
+/// The example's folder as a display's files lie there once they are fetched.
+class FetchedExample {
+public:
+    FetchedExample() {
+        for (const auto& entry : std::filesystem::directory_iterator(ORVISTA_EXAMPLES "/pumpstation")) {
+            std::filesystem::copy(entry, systemPath(folder_.path()));
+            const std::string name = utf8Path(entry.path().filename());
+            if (isBitmapName(name))
+                files_[folder_.file(name)] = testing::fileBytes(folder_.file(name));
+        }
+        for (const DeviceFile* const file : deviceFiles)
+            files_[folder_.file(std::string(file->name))] =
+                testing::fileBytes(folder_.file(std::string(file->name)));
+    }
+
+    /// Within a millisecond of the processor.
+    void fingerprint() {
+        benchmark::DoNotOptimize(orvista::fingerprint(DisplayContents::ofFolder(folder_.path())));
+    }
+    void readEveryFile() {
+        for (auto& [path, bytes] : files_)
+            readWhole(path, bytes);
+    }
+
+private:
+    testing::TemporaryFolder folder_;
+    std::map<std::string, std::string> files_;
+};
+
+void Fingerprint(benchmark::State& state) {
+    FetchedExample example;
+    runBesideFloor(
+        state, [&] { example.fingerprint(); }, [&] { example.readEveryFile(); });
+}
+
 /// 16 MB beside 1 MB: linear cost keeps the ratio near 16.
 void Growth(benchmark::State& state, void (SavedProject::*work)()) {
     SavedProject small(projectOfSize(megabyte));
@@ -176,6 +213,7 @@ void OpenGrowth(benchmark::State& state) {
 BENCHMARK(Save)->Arg(0)->Arg(1)->Arg(16)->UseManualTime()->Unit(benchmark::kMicrosecond);
 BENCHMARK(Open)->Arg(0)->Arg(1)->Arg(16)->UseManualTime()->Unit(benchmark::kMicrosecond);
 BENCHMARK(Judge)->Arg(0)->Arg(1)->UseManualTime()->Unit(benchmark::kMicrosecond);
+BENCHMARK(Fingerprint)->UseManualTime()->Unit(benchmark::kMicrosecond);
 BENCHMARK(SaveGrowth)->UseManualTime()->Unit(benchmark::kMicrosecond);
 BENCHMARK(OpenGrowth)->UseManualTime()->Unit(benchmark::kMicrosecond);
 
