@@ -44,14 +44,14 @@ QString theirsText(const HeldAnswer& file) {
                : ComparisonPanel::tr("%1, differs from byte %L2 onwards").arg(size).arg(byte);
 }
 
-TableRow fileRow(const HeldAnswer& file, int position) {
+TableRow fileRow(const HeldAnswer& file, int position, ComparisonPanel::Question question) {
     const bool isUnseen = !file.counts && isBitmapName(file.name);
     TableRow row{{QString::fromStdString(file.name), position},
                  {isUnseen ? ComparisonPanel::tr("shown by no message") : QString(), position},
                  {sizeText(file.sizeBefore)},
                  {theirsText(file)}};
     for (TableCell& cell : row)
-        cell.isFaint = isUnseen;
+        cell.isFaint = isUnseen && question == ComparisonPanel::Question::WhatDiffers;
     return row;
 }
 
@@ -204,7 +204,7 @@ void ComparisonPanel::markNotApplied() {
         rows.push_back(
             differenceRow(row, static_cast<int>(rows.size()), notAppliedMark(notApplied, row.item)));
     for (const HeldAnswer& file : files_)
-        rows.push_back(fileRow(file, static_cast<int>(rows.size())));
+        rows.push_back(fileRow(file, static_cast<int>(rows.size()), question_));
     tblComparison->setRows(std::move(rows));
     enableTake();
 }
