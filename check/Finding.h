@@ -4,6 +4,7 @@
 #include "check/Rules.h"
 #include "model/Place.h"
 
+#include <array>
 #include <cstddef>
 #include <map>
 #include <string>
@@ -27,9 +28,13 @@ struct Finding {
 
 inline constexpr std::size_t maximumFindings = 1000;
 
+/// How many there are of each code.
+using CodeCounts = std::array<std::size_t, static_cast<std::size_t>(Code::Count)>;
+
 struct Findings {
     std::vector<Finding> list; ///< in order; at most maximumFindings
     FindingCounts counts;      ///< of all, also of those that the list has no room for
+    CodeCounts byCode{};       ///< the same of those about items
     /// How many the list has no room for.
     std::size_t notListed() const { return counts.total() - list.size(); }
     bool operator==(const Findings&) const = default;

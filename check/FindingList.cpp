@@ -1,15 +1,25 @@
 #include "check/FindingList.h"
 
 #include <algorithm>
+#include <functional>
 #include <iterator>
 #include <tuple>
 
 namespace orvista {
 
+namespace {
+
+void addCounts(Findings& findings, const Findings& others) {
+    findings.counts += others.counts;
+    std::ranges::transform(findings.byCode, others.byCode, findings.byCode.begin(), std::plus<>());
+}
+
+} // namespace
+
 Findings FindingList::merged(std::vector<FindingList> lists) {
     Findings all;
     for (FindingList& list : lists) {
-        all.counts += list.findings_.counts;
+        addCounts(all, list.findings_);
         std::ranges::move(list.findings_.list, std::back_inserter(all.list));
     }
     const auto place = [](const Finding& finding) {
@@ -30,7 +40,7 @@ Findings FindingList::sorted() && {
 }
 
 void append(Findings& findings, const Findings& later) {
-    findings.counts += later.counts;
+    addCounts(findings, later);
     const std::size_t room = maximumFindings - findings.list.size();
     std::ranges::copy_n(later.list.begin(), static_cast<std::ptrdiff_t>(std::min(room, later.list.size())),
                         std::back_inserter(findings.list));

@@ -25,14 +25,17 @@ public:
     /// \param sentence makes the finding's text (UTF-8)
     template <typename Sentence>
     void add(Code code, Where where, Sentence&& sentence) {
-        count(ruleOf(code).severity);
+        count(code);
         // What stands on one line is put into order later.
         const auto& list = findings_.list;
         if (list.size() < maximumFindings || list.back().place.line == where.line)
             findings_.list.push_back({{item_, where.line, where.column, where.length}, code, sentence()});
     }
     /// Findings that are known by their number alone.
-    void count(Severity severity, std::size_t number = 1) { findings_.counts.add(severity, number); }
+    void count(Code code, std::size_t number = 1) {
+        findings_.counts.add(ruleOf(code).severity, number);
+        findings_.byCode[static_cast<std::size_t>(code)] += number;
+    }
 
     /// All that was added to the lists, by line and column.
     static Findings merged(std::vector<FindingList> lists);

@@ -95,14 +95,20 @@ FindingList skippedLines(Item item, const InterpretedScript& script,
         if (!std::ranges::binary_search(reserved, remark.line))
             found.add(codeOf(remark.reason), {remark.line, remark.column, remark.length},
                       [&] { return remarkText(remark); });
-    if (script.moreRemarks > 0) {
-        const auto later = std::ranges::upper_bound(reserved, script.remarks.back().line);
-        found.count(Severity::Error, script.moreRemarks - static_cast<std::size_t>(reserved.end() - later));
+    for (std::size_t i = 0; i < script.moreRemarks.size(); ++i) {
+        const auto reason = static_cast<RemarkReason>(i);
+        std::size_t more = script.moreRemarks[i];
+        // To the display a reserved line is no command.
+        if (reason == RemarkReason::UnknownCommand && more > 0)
+            more -= static_cast<std::size_t>(reserved.end() -
+                                             std::ranges::upper_bound(reserved, script.remarks.back().line));
+        found.count(codeOf(reason), more);
     }
     return found;
 }
 
-/// Asks for each bitmap of a page that has not been asked for. Other files never come to the display.
+} // namespace
+
 void lookUpBitmaps(ScriptPage& page, const BitmapProvider& provider, BitmapsByName& bitmaps) {
     for (ScriptElement& element : page.elements) {
         auto* const image = std::get_if<ImageElement>(&element);
@@ -114,8 +120,6 @@ void lookUpBitmaps(ScriptPage& page, const BitmapProvider& provider, BitmapsByNa
         image->image = known->second.image;
     }
 }
-
-} // namespace
 
 CheckedMessage checkScript(Item item, std::string_view script, PanelSize panel, const FieldFormats& formats,
                            const BitmapProvider& bitmaps) {

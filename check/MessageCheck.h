@@ -5,6 +5,7 @@
 #include "display/BitmapProvider.h"
 #include "display/FieldFormats.h"
 #include "display/LedRaster.h"
+#include "script/ScriptPage.h"
 #include "script/VariableUse.h"
 
 #include <string>
@@ -18,6 +19,10 @@ struct CheckedMessage {
     VariableUse variables;
     BitmapsByName bitmaps; ///< that it names
 };
+
+/// Gives a page's bitmaps their pictures, and asks for those that have not been asked for. Files of other
+/// names never come to the display.
+void lookUpBitmaps(ScriptPage& page, const BitmapProvider& provider, BitmapsByName& bitmaps);
 
 CheckedMessage checkScript(Item item, std::string_view script, PanelSize panel, const FieldFormats& formats,
                            const BitmapProvider& bitmaps);

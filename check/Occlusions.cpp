@@ -61,13 +61,17 @@ std::optional<std::size_t> Occlusions::fieldUnder(std::size_t element) const {
 }
 
 bool Occlusions::coversText(std::size_t field) {
-    return std::ranges::any_of(texts_, [&](std::size_t text) {
-        return text < field && meet(boxes_[text], boxes_[field]) &&
-               hasDotUnder(std::get<TextElement>(page_.elements[text]), boxes_[field]);
-    });
+    return std::ranges::any_of(texts_,
+                               [&](std::size_t text) { return firstCovered(field, text).has_value(); });
 }
 
-bool Occlusions::hasDotUnder(const TextElement& text, const DotBox& cells) {
+std::optional<std::size_t> Occlusions::firstCovered(std::size_t field, std::size_t text) {
+    if (text >= field || !meet(boxes_[text], boxes_[field]))
+        return std::nullopt;
+    return firstUnder(std::get<TextElement>(page_.elements[text]), boxes_[field]);
+}
+
+std::optional<std::size_t> Occlusions::firstUnder(const TextElement& text, const DotBox& cells) {
     const std::int64_t width = cellWidth(text.font);
     const std::int64_t left = text.placement.x;
     const std::int64_t first = std::max<std::int64_t>(0, (cells.left - left) / width);
@@ -77,9 +81,9 @@ bool Occlusions::hasDotUnder(const TextElement& text, const DotBox& cells) {
         const char character = text.text[static_cast<std::size_t>(i)];
         if (character != ' ' && hasDotWithin(glyph(text.font, static_cast<unsigned char>(character)),
                                              text.font, left + i * width, text.placement.y, cells))
-            return true;
+            return static_cast<std::size_t>(i);
     }
-    return false;
+    return std::nullopt;
 }
 
 } // namespace orvista

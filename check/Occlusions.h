@@ -20,6 +20,8 @@ public:
     std::optional<std::size_t> fieldUnder(std::size_t element) const;
     /// Whether a field's cells cover a lit dot of a character drawn earlier.
     bool coversText(std::size_t field);
+    /// The first character of that text, drawn earlier, of which they do, from 0.
+    std::optional<std::size_t> firstCovered(std::size_t field, std::size_t text);
 
 private:
     struct Field {
@@ -28,7 +30,7 @@ private:
         DotBox reach; ///< of this field and all before it
     };
 
-    bool hasDotUnder(const TextElement& text, const DotBox& cells);
+    std::optional<std::size_t> firstUnder(const TextElement& text, const DotBox& cells);
 
     const ScriptPage& page_;
     std::vector<DotBox> boxes_; ///< of the elements

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <string>
 #include <string_view>
 
 namespace orvista {
@@ -175,7 +176,8 @@ constexpr std::array table = {
          R"(STDMSG1:
   CLEAR
   TEXT 0 0 RED BLACK "Pump 1"
-  ACT STILL 3000)"},
+  ACT STILL 3000)",
+         Fixes::OnDemand},
     Rule{Code::BadArgument, "bad-argument", Severity::Error, "A command lacks a word, or has a wrong one",
          "The display skips a line in which a position, colour, text, name, effect or number is missing, or "
          "is "
@@ -188,7 +190,8 @@ constexpr std::array table = {
          R"(STDMSG1:
   CLEAR
   TEXT 0 0 RED BLACK "Pump 1"
-  ACT STILL 3000)"},
+  ACT STILL 3000)",
+         Fixes::OnDemand},
     Rule{Code::VariableRange, "variable-range", Severity::Error,
          "A variable has a number that does not exist",
          "The display has the variables RegVar1 to RegVar64 and CoilVar1 to CoilVar32. It skips a line that "
@@ -226,7 +229,8 @@ constexpr std::array table = {
          R"(STDMSG1:
   CLEAR
   IMG 0 0 RED BLACK pump16x16.bmp
-  ACT STILL 3000)"},
+  ACT STILL 3000)",
+         Fixes::OnDemand},
     Rule{
         Code::UnreadableBitmap, "unreadable-bitmap", Severity::Error, "A bitmap cannot be shown",
         "The display draws uncompressed BMP files of 1, 4, 8, 24 or 32 bits a dot, of at most 1024 x 64 dots "
@@ -253,14 +257,16 @@ constexpr std::array table = {
          R"(STDMSG1:
   CLEAR
   TEXT 0 0 RED BLACK "ENDMSG"
-  ACT STILL 3000)"},
+  ACT STILL 3000)",
+         Fixes::OnDemand},
     Rule{Code::LostMessage, "lost-message", Severity::Error, "A message holds nothing but blanks",
          "A message of blanks and line ends alone is gone when the project is opened again, and each message "
          "after it gets the previous number. Write CLEAR.",
          R"(STDMSG1:
   (a blank))",
          R"(STDMSG1:
-  CLEAR)"},
+  CLEAR)",
+         Fixes::Offered},
     Rule{
         Code::AddressRange, "address-range", Severity::Error, "A block of addresses goes beyond 0 to 65535",
         "Modbus addresses go from 0 to 65535. The float variables take 128 registers from their start on, "
@@ -306,7 +312,8 @@ constexpr std::array table = {
   CLEAR
   TEXT 0 0 RED BLACK "Emergency stop pump"
   ACT STILL 3000
-  OUT GO-LEFT 1 50)"},
+  OUT GO-LEFT 1 50)",
+         Fixes::Offered},
     Rule{Code::FieldCut, "field-cut", Severity::Warning, "A value does not fit on the panel",
          "A float is as wide as its width says, a Boolean as the longer of its two texts, a time 8 "
          "characters and a date 10. What lies beyond the edge of the panel cannot be read, unless the page "
@@ -318,7 +325,8 @@ constexpr std::array table = {
          R"(STDMSG1:
   CLEAR
   DISPVAR 72 0 RED BLACK RegVar1
-  ACT STILL 3000)"},
+  ACT STILL 3000)",
+         Fixes::Offered},
     Rule{Code::BitmapCut, "bitmap-cut", Severity::Warning, "A bitmap does not fit on the panel",
          "A part of the bitmap lies beyond the edge of the panel and is not seen, unless the page moves "
          "across the panel as it enters or leaves. Move the bitmap or make it smaller, or let the page leave "
@@ -331,7 +339,8 @@ constexpr std::array table = {
   CLEAR
   IMG 0 0 RED BLACK plan200x16.bmp
   ACT STILL 3000
-  OUT GO-LEFT 1 50)"},
+  OUT GO-LEFT 1 50)",
+         Fixes::Offered},
     Rule{Code::FieldGap, "field-gap", Severity::Warning, "A value covers characters of a text",
          "A value fills all of its width with its background colour and covers the characters that are "
          "already there. Leave as many blanks in the text as the value is wide: 7 for a float of width 7.",
@@ -344,7 +353,8 @@ constexpr std::array table = {
   CLEAR
   TEXT 0 0 RED BLACK "Level        m"
   DISPVAR 48 0 RED BLACK RegVar1
-  ACT STILL 3000)"},
+  ACT STILL 3000)",
+         Fixes::Offered},
     Rule{Code::FieldOverlap, "field-overlap", Severity::Warning, "Something covers a value",
          "What is drawn later replaces the dots that were drawn before. Where a text, a bitmap or another "
          "value meets a value that is already there, part of that value cannot be read. Begin it where the "
@@ -358,7 +368,8 @@ constexpr std::array table = {
   CLEAR
   DISPVAR 0 0 RED BLACK RegVar1
   DISPVAR 56 0 RED BLACK CoilVar1
-  ACT STILL 3000)"},
+  ACT STILL 3000)",
+         Fixes::Offered},
     Rule{Code::Invisible, "invisible", Severity::Warning, "Foreground and background are the same colour",
          "A text, a value or a picture of greys whose two colours are the same fills its place and shows "
          "nothing. "
@@ -391,7 +402,8 @@ constexpr std::array table = {
          R"(RegVar1:
   default 12,5)",
          R"(RegVar1:
-  default 12.5)"},
+  default 12.5)",
+         Fixes::OnDemand},
     Rule{Code::BadFormat, "bad-format", Severity::Warning,
          "The display does not support a width or precision",
          "Widths go from 2 to 8 and precisions from 0 to 3; a width of 2 needs precision 0, and a width of 8 "
@@ -400,7 +412,8 @@ constexpr std::array table = {
          R"(RegVar1:
   width 9)",
          R"(RegVar1:
-  width 8)"},
+  width 8)",
+         Fixes::Offered},
     Rule{Code::NotInUse, "not-in-use", Severity::Note, "A variable is set up, but no message shows it",
          "The settings of the variable are no longer those of a new project, but no message shows it. Show "
          "it with "
@@ -431,6 +444,19 @@ std::span<const Rule> rules() {
 
 const Rule& ruleOf(Code code) {
     return table.at(static_cast<std::size_t>(code));
+}
+
+std::string mendingText(const Rule& rule) {
+    switch (rule.fixes) {
+    case Fixes::None:
+        return {};
+    case Fixes::Offered:
+        return "The list of findings and orvista fix know how to mend it.";
+    case Fixes::OnDemand:
+        return "The list of findings and orvista fix --only " + std::string(rule.name) +
+               " know how to mend it.";
+    }
+    return {};
 }
 
 const Rule* ruleNamed(std::string_view name) {

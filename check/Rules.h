@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <span>
+#include <string>
 #include <string_view>
 
 /// What a check can find: one table of rules. Severities, `orvista help CODE`, the tool-tips of the findings,
@@ -71,6 +72,13 @@ enum class Code : std::uint8_t {
     Count ///< how many there are
 };
 
+/// Whether findings of a code can be mended by the program; see check/Fixing.h.
+enum class Fixes : std::uint8_t {
+    None,
+    Offered, ///< what they change is sure to be meant
+    OnDemand ///< they guess what was meant, or what is gone is gone: only where people ask for that code
+};
+
 /// All texts are ASCII.
 struct Rule {
     Code code;
@@ -80,11 +88,14 @@ struct Rule {
     std::string_view explanation; ///< sentences: what happens, why, and what to do
     std::string_view example;     ///< in which it is found
     std::string_view clean;       ///< just beside the example, and it is not found
+    Fixes fixes = Fixes::None;
 };
 
 /// All of them, in the order of their codes.
 std::span<const Rule> rules();
 const Rule& ruleOf(Code code);
+/// A sentence that says how the program mends it; empty where it does not.
+std::string mendingText(const Rule& rule);
 /// Null where no code has that name, in small letters.
 const Rule* ruleNamed(std::string_view name);
 

@@ -2,8 +2,10 @@
 
 #include "check/FileFindings.h"
 #include "check/FindingList.h"
+#include "check/Fixing.h"
 #include "check/ProjectCheck.h"
 #include "console/FindingText.h"
+#include "console/FixJson.h"
 #include "console/JsonText.h"
 #include "console/OptionChecks.h"
 #include "console/Output.h"
@@ -40,14 +42,14 @@ struct Report {
     Json unreadable = Json::array();
 };
 
-Json findingObject(const std::string& project, const Finding& finding) {
-    return {{"project", project},
-            {"item", nameOf(finding.place)},
-            {"line", finding.place.line},
-            {"column", finding.place.column},
-            {"severity", severityName(finding.severity())},
-            {"code", finding.rule().name},
-            {"text", finding.text}};
+Json objectOf(const std::string& project, const Finding& finding, Fixing& fixing) {
+    Json object = findingObject(project, finding);
+    Json fixes = Json::array();
+    if (finding.rule().fixes != Fixes::None)
+        for (const Fix& fix : fixing.fixesOf(finding))
+            fixes.push_back(fixObject(fix));
+    object["fixes"] = fixes;
+    return object;
 }
 
 void checkOne(const std::string& path, const CheckOptions& options, Report& report) {
@@ -57,9 +59,10 @@ void checkOne(const std::string& path, const CheckOptions& options, Report& repo
     Findings findings = fileFindings(remarks);
     append(findings,
            checkProject(project, bitmaps, options.columns, options.notes ? Notes::Included : Notes::LeftOut));
+    Fixing fixing(project, bitmaps, options.columns);
     for (const Finding& finding : findings.list) {
         if (options.json)
-            report.list.push_back(findingObject(path, finding));
+            report.list.push_back(objectOf(path, finding, fixing));
         else
             report.lines.push_back(findingText(path, finding));
     }

@@ -23,6 +23,7 @@ void addMessages(CLI::App& program, Run& run);
 void addVariables(CLI::App& program, Run& run);
 void addCompare(CLI::App& program, Run& run);
 void addFingerprint(CLI::App& program, Run& run);
+void addFix(CLI::App& program, Run& run);
 void addMend(CLI::App& program, Run& run);
 void addNew(CLI::App& program, Run& run);
 void addUpload(CLI::App& program, Run& run);

@@ -4,12 +4,17 @@
 
 namespace orvista::console {
 
+std::string placeText(const Place& place) {
+    std::string text = nameOf(place);
+    if (place.line > 0)
+        text += ":" + decimalText(place.line);
+    if (place.column > 0)
+        text += ":" + decimalText(place.column);
+    return text;
+}
+
 std::string findingText(const std::string& project, const Finding& finding) {
-    std::string text = project + ":" + nameOf(finding.place);
-    if (finding.place.line > 0)
-        text += ":" + decimalText(finding.place.line);
-    if (finding.place.column > 0)
-        text += ":" + decimalText(finding.place.column);
+    std::string text = project + ":" + placeText(finding.place);
     return text.append(": ")
         .append(severityName(finding.severity()))
         .append(": ")

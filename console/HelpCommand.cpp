@@ -40,8 +40,9 @@ std::string indented(std::string_view lines) {
 std::string explanation(const Rule& rule) {
     std::string text(rule.name);
     text.append(" (").append(severityName(rule.severity)).append("): ").append(rule.title);
+    const std::string mending = mendingText(rule);
     return text + "\n\n" + wrapped(rule.explanation) + "\nIt is found here:\n" + indented(rule.example) +
-           "\nand not here:\n" + indented(rule.clean);
+           "\nand not here:\n" + indented(rule.clean) + (mending.empty() ? mending : "\n" + wrapped(mending));
 }
 
 std::string listOfCodes() {

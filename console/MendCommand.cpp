@@ -1,15 +1,15 @@
 #include "console/Commands.h"
 
 #include "check/Mending.h"
+#include "console/NewFolder.h"
 #include "console/Output.h"
 #include "console/Projects.h"
-#include "console/SaveTarget.h"
+#include "console/ReadFiles.h"
 #include "model/Bytes.h"
-#include "model/SystemPath.h"
+#include "model/PathRules.h"
 
 #include <CLI/App.hpp>
 
-#include <filesystem>
 #include <memory>
 #include <system_error>
 
@@ -18,27 +18,11 @@ namespace orvista::console {
 
 namespace {
 
-namespace fs = std::filesystem;
-
 struct MendOptions {
     std::string project;
     std::string folder;
     std::string output;
 };
-
-std::string folderOfProject(const std::string& path) {
-    const auto parts = PathRules::native().split(path);
-    return parts ? parts->folder : ".";
-}
-
-/// What is mended stands apart from every other project, above all from the one that it was made of.
-void expectNoOtherProject(const std::string& project, const std::string& output) {
-    if (isSameFile(project, output))
-        throw CommandFailure(ExitStatus::Unusable, output + " is the project itself; name another folder");
-    if (const std::string other = otherProjectBeside(output); !other.empty())
-        throw CommandFailure(ExitStatus::Unusable, folderOfProject(output) + " holds another project, " +
-                                                       other + "; name another folder");
-}
 
 std::string folderOfDeviceFiles(const MendOptions& options) {
     return options.folder.empty() ? folderOfProject(options.project) : options.folder;
@@ -54,13 +38,6 @@ Mended mendedOf(const MendOptions& options) {
     }
 }
 
-void makeFolder(const std::string& folder) {
-    std::error_code error;
-    fs::create_directories(systemPath(folder), error);
-    if (error)
-        throw CommandFailure(ExitStatus::Found, folder + ": " + error.message());
-}
-
 ExitStatus mendProject(const MendOptions& options) {
     expectProject(options.project);
     const std::string output = writtenProjectName(options.output);
@@ -74,7 +51,7 @@ ExitStatus mendProject(const MendOptions& options) {
         complain(options.project + ": " + fault);
     if (!mended.faults.empty())
         return ExitStatus::Found;
-    makeFolder(folderOfProject(output));
+    makeFolderOf(output);
     saveProject(output, mended.project);
     for (const Mended::Taken& taken : mended.taken)
         print(taken.section + " was taken from " + taken.path + "\n");

@@ -112,6 +112,7 @@ ExitStatus runCommand(std::vector<std::string> arguments) {
     addVariables(program, run);
     addCompare(program, run);
     addFingerprint(program, run);
+    addFix(program, run);
     addMend(program, run);
     addNew(program, run);
     addUpload(program, run);

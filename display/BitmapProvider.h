@@ -4,7 +4,9 @@
 
 #include <memory>
 #include <optional>
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace orvista {
 
@@ -23,6 +25,8 @@ public:
     virtual ~BitmapProvider() = default;
     /// \param name of a BMP file: Windows-1252, without a folder, ASCII case folded
     virtual FoundBitmap bitmap(std::string_view name) const = 0;
+    /// The names of all that are known, as above, in an order that never varies.
+    virtual std::vector<std::string> names() const { return {}; }
 };
 
 /// For scripts whose bitmaps are not at hand.

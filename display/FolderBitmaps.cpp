@@ -1,5 +1,6 @@
 #include "display/FolderBitmaps.h"
 
+#include "model/BitmapFiles.h"
 #include "model/Files.h"
 #include "model/SystemPath.h"
 #include "model/Text.h"
@@ -70,6 +71,14 @@ FoundBitmap FolderBitmaps::bitmap(std::string_view name) const {
         path = pathOf(*variant);
     }
     return read(onDisk, path);
+}
+
+std::vector<std::string> FolderBitmaps::names() const {
+    std::vector<std::string> names;
+    for (const std::string& utf8 : bitmapsOfFolder(utf8Path(folder_)))
+        if (auto name = windows1252FromUtf8(utf8))
+            names.push_back(std::move(*name));
+    return names;
 }
 
 const FoundBitmap& FolderBitmaps::read(const std::string& name, const fs::path& path) const {

@@ -9,6 +9,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace orvista {
 
@@ -23,6 +24,7 @@ public:
     /// \param folder UTF-8
     explicit FolderBitmaps(const std::string& folder, Links links = Links::Followed);
     FoundBitmap bitmap(std::string_view name) const override;
+    std::vector<std::string> names() const override;
 
 private:
     using Time = std::filesystem::file_time_type;

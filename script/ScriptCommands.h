@@ -3,6 +3,7 @@
 #include "script/ScriptPage.h"
 #include "script/ScriptWords.h"
 
+#include <cstddef>
 #include <optional>
 #include <string_view>
 #include <variant>
@@ -17,6 +18,7 @@ enum class RemarkReason {
     VariableRange, ///< a variable of a number that there is not
     PageFull       ///< the page has maximumElementsOfAPage already
 };
+inline constexpr std::size_t remarkReasons = 4;
 
 struct ClearPage {};
 

@@ -25,7 +25,7 @@ public:
         if (!reason)
             return;
         if (result_.remarks.size() >= maximumRemarks)
-            ++result_.moreRemarks;
+            ++result_.moreRemarks[static_cast<std::size_t>(*reason)];
         else if (words.wrong())
             remark(line, *words.wrong(), *reason, words.wrong()->argument);
         else

@@ -3,6 +3,7 @@
 #include "script/ScriptCommands.h"
 #include "script/ScriptPage.h"
 
+#include <array>
 #include <cstddef>
 #include <functional>
 #include <optional>
@@ -28,7 +29,8 @@ struct ScriptRemark {
 struct InterpretedScript {
     std::vector<ScriptPage> pages;
     std::vector<ScriptRemark> remarks; ///< the first maximumRemarks
-    std::size_t moreRemarks = 0;       ///< how many there are beyond those
+    /// How many there are beyond those, by reason.
+    std::array<std::size_t, remarkReasons> moreRemarks{};
 };
 
 /// Bounds that keep a hostile script cheap to show.

@@ -57,16 +57,11 @@ std::optional<int> ScriptWords::number(ScriptArgument argument, int maximum) {
 
 std::optional<int> ScriptWords::coordinate(ScriptArgument argument) {
     const std::size_t start = column();
-    const std::string_view left = line_.substr(position_);
-    const bool isNegative = left.starts_with('-');
-    if (isNegative) {
-        ++position_;
-        skipBlanks();
-    }
     const std::string_view word = this->word();
-    const auto number = digits(word, maximumCoordinate);
+    const bool isNegative = word.starts_with('-');
+    const auto number = digits(word.substr(isNegative ? 1 : 0), maximumCoordinate);
     if (!number)
-        refuse(argument, start, isNegative ? left.substr(0, left.find(' ')) : word);
+        refuse(argument, start, word);
     return number && isNegative ? std::optional(-*number) : number;
 }
 

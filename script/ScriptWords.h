@@ -51,6 +51,7 @@ public:
 
     /// Digits alone; a larger number counts as `maximum`.
     std::optional<int> number(ScriptArgument argument, int maximum);
+    /// The same with "-" directly in front or without.
     std::optional<int> coordinate(ScriptArgument argument);
     std::optional<Led> colour(ScriptArgument argument);
     /// From the first to the last double quote: quotes within are not escaped. What follows does not count.

@@ -274,7 +274,8 @@ class Check(ProgramTest):
         self.assertEqual((report["errors"], report["warnings"], report["columns"]), (1, 2, 128))
         first = report["findings"][0]
         self.assertEqual({**first, "text": ""}, {"project": "CUT.orx", "item": "STDMSG12", "line": 2, "column": 37,
-                                                 "severity": "warning", "code": "text-cut", "text": ""})
+                                                 "severity": "warning", "code": "text-cut", "text": "",
+                                                 "fixes": first["fixes"]})
         self.assertEqual(json.loads(self.expect(0, "check", "--json", PROJECT)),
                          {"version": self.version(), "findings": [], "errors": 0, "warnings": 0, "unreadable": [],
                           "columns": 128})
@@ -395,7 +396,7 @@ class Whole(ProgramTest):
         (self.folder / "COPY.ORX").write_bytes(self.whole)
         for command in (["check", "copy.txt"], ["show", "copy.txt", "STDMSG1", "-o", "a.png"], ["addresses", "copy.txt"],
                         ["messages", "export", "copy.txt"], ["upload", "copy.txt", "--to", "127.0.0.1:1"],
-                        ["read", "127.0.0.1:1", "--project", "copy.txt"], ["mend", "copy.txt", "-o", "new/A.orx"]):
+                        ["read", "127.0.0.1:1", "--project", "copy.txt"], ["mend", "copy.txt", "-o", "new/A.orx"], ["fix", "copy.txt"]):
             self.assertEqual(self.complaint(2, *command), "orvista: copy.txt is not a project (.orx)", command)
         self.expect(0, "addresses", "COPY.ORX")
 
@@ -436,6 +437,78 @@ class Whole(ProgramTest):
         self.assertEqual(self.complaint(2, "mend", PROJECT, "-o", PROJECT),
                          f"orvista: {PROJECT} is the project itself; name another folder")
         self.assertEqual(self.files(), before)
+
+
+class Fix(ProgramTest):
+    """A message in which a value has too few blanks, a text is cut and a word is mistyped."""
+
+    SCRIPT = (b'CLEAR\r\nTEXT 0 0 RED BLACK "Level   m"\r\nDISPVAR 48 0 RED BLACK RegVar1\r\nACT STILL 3000\r\nCLEAR\r\n'
+              b'TEXT 0 0 RDE BLACK "Pump"\r\nTEXT 0 0 RED BLACK "Emergency stop pump"\r\nACT STILL 3000')
+
+    def setUp(self):
+        super().setUp()
+        project = device_files.new_project()
+        project["STDMSG"][3] = self.SCRIPT
+        device_files.write(self.folder, "A", project)
+        self.old = (self.folder / "A.orx").read_bytes()
+
+    def test_prints_old_and_new_and_saves_once(self):
+        said = self.expect(0, "fix", "A.orx").decode()
+        self.assertEqual(said, 'STDMSG3:3:24: Leave 7 blanks [field-gap]\n- TEXT 0 0 RED BLACK "Level   m"\n'
+                               '+ TEXT 0 0 RED BLACK "Level        m"\n'
+                               'STDMSG3:7:37: Let the page leave with OUT GO-LEFT [text-cut]\n+ OUT GO-LEFT 1 50\n'
+                               '2 findings mended, 0 left\n')
+        mended = self.SCRIPT.replace(b"Level   m", b"Level        m") + b"\r\nOUT GO-LEFT 1 50"
+        self.assertIn(b"DEFMSG STDMSG3\r\n" + mended, (self.folder / "A.orx").read_bytes())
+        before = self.files()
+        self.assertEqual(self.expect(0, "fix", "A.orx").decode(), "Nothing mended, 0 left\n")
+        self.assertEqual(self.files(), before)
+
+    def test_only_mends_the_codes_and_items_that_are_named(self):
+        self.assertIn("+ TEXT 0 0 RED BLACK", self.expect(0, "fix", "A.orx", "--only", "bad-argument", "--dry-run").decode())
+        self.assertEqual((self.folder / "A.orx").read_bytes(), self.old)
+        self.assertEqual(self.expect(0, "fix", "A.orx", "--item", "STDMSG4,RegVar1").decode(), "Nothing mended, 0 left\n")
+        (self.folder / "A.orx").write_bytes(self.old.replace(b"RDE", b"PINK"))
+        self.assertEqual(self.expect(1, "fix", "A.orx", "--only", "bad-argument,field-gap", "--item", "STDMSG3").decode().splitlines()[-1],
+                         "1 finding mended, 1 left")
+
+    def test_writes_into_a_folder_of_its_own_with_bitmaps(self):
+        self.expect(0, "fix", "A.orx", "-o", "new/B")
+        self.assertEqual((self.folder / "A.orx").read_bytes(), self.old)
+        self.assertEqual({path.name for path in (self.folder / "new").iterdir()},
+                         {"B.orx", "altmsg.ilm", "default.pls", "ilmvar.def", "modbus.adr", "stdmsg.ilm"} |
+                         {path.name for path in self.folder.glob("*.bmp")})
+        self.assertEqual(self.complaint(2, "fix", "A.orx", "-o", "new/C.orx"),
+                         "orvista: new holds another project, B.orx; name another folder")
+        self.expect(0, "fix", "new/B.orx", "-o", "other/B.orx")
+        self.assertFalse((self.folder / "other").exists(), "there was nothing to mend")
+
+    def test_wrong_codes_and_items(self):
+        for arguments, text in ((["--only", "text-cuts"], "--only: text-cuts is not a code; did you mean text-cut?"),
+                                (["--only", "invisible"], "--only: invisible is for people to mend; see orvista help invisible"),
+                                (["--item", "STDMSG99"], '--item: "STDMSG99" is neither a message nor a variable, such as STDMSG3 or '
+                                                         "RegVar12")):
+            self.assertEqual(self.complaint(2, "fix", "A.orx", *arguments), "orvista: " + text)
+
+    def test_json_has_the_same_edits_as_the_check(self):
+        fixed = json.loads(self.expect(0, "fix", "A.orx", "--json", "--dry-run"))
+        found = json.loads(self.expect(1, "check", "A.orx", "--json"))["findings"]
+        self.assertEqual(found[0]["fixes"], [{"caption": "Leave 7 blanks",
+                                              "edits": [{"line": 2, "column": 29, "length": 0, "new": "     "}]}])
+        self.assertEqual((fixed["mended"][0]["caption"], fixed["mended"][0]["edits"]),
+                         (found[0]["fixes"][0]["caption"], found[0]["fixes"][0]["edits"]))
+        self.assertEqual([finding["code"] for finding in found], ["field-gap", "bad-argument", "text-cut"])
+        self.assertEqual(found[1]["fixes"][0]["edits"], [{"line": 6, "column": 10, "length": 3, "new": "RED"}])
+
+    def test_edits_of_a_variable_name_it(self):
+        project = device_files.new_project()
+        project["RegVar"][9] = (b"0.0", b"9", b"3")
+        device_files.write(self.folder, "A", project)
+        found = json.loads(self.expect(0, "check", "A.orx", "--json"))["findings"]
+        self.assertEqual(found[0]["fixes"], [{"caption": "Set the width to 8",
+                                              "edits": [{"variable": "RegVar9", "field": "width", "new": "8"}]}])
+        self.assertEqual(self.expect(0, "fix", "A.orx").decode(),
+                         "RegVar9: Set the width to 8 [bad-format]\n- RegVar9 width 9\n+ RegVar9 width 8\n1 finding mended, 0 left\n")
 
 
 class Show(ProgramTest):

@@ -234,13 +234,14 @@ TEST(Script, RemarksOfAFullPageNameTheCommand) {
 }
 
 TEST(Script, RemarksBeyondTheLimitAreCounted) {
+    using Counts = std::array<std::size_t, remarkReasons>;
     std::string script;
     for (std::size_t i = 0; i < maximumRemarks + 7; ++i)
         script += "x\n";
     const InterpretedScript interpreted = interpretScript(script);
     EXPECT_EQ(interpreted.remarks.size(), maximumRemarks);
-    EXPECT_EQ(interpreted.moreRemarks, 7U);
-    EXPECT_EQ(interpretScript("x").moreRemarks, 0U);
+    EXPECT_EQ(interpreted.moreRemarks, (Counts{7, 0, 0, 0}));
+    EXPECT_EQ(interpretScript("x").moreRemarks, Counts{});
 }
 
 TEST(Script, ElementsKnowWhereTheyStand) {

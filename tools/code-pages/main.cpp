@@ -39,9 +39,11 @@ std::string htmlRow(const Rule& rule) {
 
 std::string htmlSection(const Rule& rule) {
     const std::string head = replacedAll("<h2><a name=\"NAME\"></a>NAME</h2>\n", "NAME", rule.name);
+    const std::string mending = mendingText(rule);
     return "\n" + head + "<p><b>" + html(rule.title) + "</b> (" + std::string(severityName(rule.severity)) +
            ")</p>\n<p>" + html(rule.explanation) + "</p>\n<p>It is found here:</p>\n<pre>" +
-           html(rule.example) + "</pre>\n<p>and not here:</p>\n<pre>" + html(rule.clean) + "</pre>\n";
+           html(rule.example) + "</pre>\n<p>and not here:</p>\n<pre>" + html(rule.clean) + "</pre>\n" +
+           (mending.empty() ? mending : "<p>" + html(mending) + "</p>\n");
 }
 
 std::string htmlOfRules() {
@@ -55,6 +57,10 @@ std::string htmlOfRules() {
     return text;
 }
 
+std::string lineOf(const std::string& text) {
+    return text.empty() ? text : text + "\n";
+}
+
 std::string manualOfRules() {
     std::string text;
     for (const Rule& rule : orvista::rules())
@@ -64,7 +70,8 @@ std::string manualOfRules() {
             .append(severityName(rule.severity))
             .append(")\"\n")
             .append(manual(rule.title))
-            .append("\n");
+            .append(rule.fixes == orvista::Fixes::None ? "\n" : ".\n")
+            .append(lineOf(manual(mendingText(rule))));
     return text;
 }
 

@@ -5,7 +5,7 @@ function __orvista_messages
 end
 
 complete -c orvista -f
-set -l commands check show addresses messages variables compare fingerprint mend new upload download read switch write help version
+set -l commands check show addresses messages variables compare fingerprint fix mend new upload download read switch write help version
 complete -c orvista -n "not __fish_seen_subcommand_from $commands" -a check -d 'Tell what will go wrong on the display'
 complete -c orvista -n "not __fish_seen_subcommand_from $commands" -a show -d 'Draw what the display shows into a picture'
 complete -c orvista -n "not __fish_seen_subcommand_from $commands" -a addresses -d 'List the Modbus address of every variable and message'
@@ -13,6 +13,7 @@ complete -c orvista -n "not __fish_seen_subcommand_from $commands" -a messages -
 complete -c orvista -n "not __fish_seen_subcommand_from $commands" -a variables -d 'Variables to a table and back'
 complete -c orvista -n "not __fish_seen_subcommand_from $commands" -a compare -d 'Tell what differs between projects and displays'
 complete -c orvista -n "not __fish_seen_subcommand_from $commands" -a fingerprint -d 'Print twelve digits of what a display shows'
+complete -c orvista -n "not __fish_seen_subcommand_from $commands" -a fix -d 'Mend what the check finds, and save the project'
 complete -c orvista -n "not __fish_seen_subcommand_from $commands" -a mend -d 'Make a project whole again with the device files beside it'
 complete -c orvista -n "not __fish_seen_subcommand_from $commands" -a new -d 'Make a project with the defaults of the editor'
 complete -c orvista -n "not __fish_seen_subcommand_from $commands" -a upload -d 'Send projects to displays, many at once'
@@ -87,6 +88,15 @@ complete -c orvista -n '__fish_seen_subcommand_from compare' -k -a '(__fish_comp
 complete -c orvista -n '__fish_seen_subcommand_from fingerprint' -s h -l help -d 'Print this help message and exit'
 complete -c orvista -n '__fish_seen_subcommand_from fingerprint' -l not-whole -d 'Go on with a project of which something is lost or moved'
 complete -c orvista -n '__fish_seen_subcommand_from fingerprint' -k -a '(__fish_complete_suffix .orx)'
+complete -c orvista -n '__fish_seen_subcommand_from fix' -s h -l help -d 'Print this help message and exit'
+complete -c orvista -n '__fish_seen_subcommand_from fix' -l only -x -d 'Findings of these codes'
+complete -c orvista -n '__fish_seen_subcommand_from fix' -l item -x -d 'In these messages and variables'
+complete -c orvista -n '__fish_seen_subcommand_from fix' -l columns -x -d 'Dots across the panel, 1 to 4096'
+complete -c orvista -n '__fish_seen_subcommand_from fix' -l dry-run -d 'Show old and new, and change nothing'
+complete -c orvista -n '__fish_seen_subcommand_from fix' -s o -l output -x -k -a '(__fish_complete_suffix .orx)' -d 'The project to write, in a folder of its own'
+complete -c orvista -n '__fish_seen_subcommand_from fix' -l json -d 'JSON instead of text'
+complete -c orvista -n '__fish_seen_subcommand_from fix' -l not-whole -d 'Go on with a project of which something is lost or moved'
+complete -c orvista -n '__fish_seen_subcommand_from fix' -k -a '(__fish_complete_suffix .orx)'
 complete -c orvista -n '__fish_seen_subcommand_from mend' -s h -l help -d 'Print this help message and exit'
 complete -c orvista -n '__fish_seen_subcommand_from mend' -l from -x -k -a '' -d 'The device files\' folder'
 complete -c orvista -n '__fish_seen_subcommand_from mend' -s o -l output -x -k -a '(__fish_complete_suffix .orx)' -d 'The project to write, in a folder of its own'
@@ -129,6 +139,6 @@ complete -c orvista -n '__fish_seen_subcommand_from write' -s h -l help -d 'Prin
 complete -c orvista -n '__fish_seen_subcommand_from write' -l project -x -k -a '(__fish_complete_suffix .orx)' -d 'The project that is on the display, .orx'
 complete -c orvista -n '__fish_seen_subcommand_from write' -l not-whole -d 'Go on with a project of which something is lost or moved'
 complete -c orvista -n '__fish_seen_subcommand_from help' -s h -l help -d 'Print this help message and exit'
-complete -c orvista -n '__fish_seen_subcommand_from help' -a 'check show addresses messages variables compare fingerprint mend new upload download read switch write help version codes not-a-project conflict-mark not-text cut-off missing-section double-section open-block double-item moved-item extra-items missing-items stray-line unknown-command bad-argument variable-range page-full missing-bitmap unreadable-bitmap reserved-line lost-message address-range address-overlap regular-start text-cut field-cut bitmap-cut field-gap field-overlap invisible never-seen bad-default bad-format not-in-use'
+complete -c orvista -n '__fish_seen_subcommand_from help' -a 'check show addresses messages variables compare fingerprint fix mend new upload download read switch write help version codes not-a-project conflict-mark not-text cut-off missing-section double-section open-block double-item moved-item extra-items missing-items stray-line unknown-command bad-argument variable-range page-full missing-bitmap unreadable-bitmap reserved-line lost-message address-range address-overlap regular-start text-cut field-cut bitmap-cut field-gap field-overlap invisible never-seen bad-default bad-format not-in-use'
 complete -c orvista -n '__fish_seen_subcommand_from help' -a 'export import'
 complete -c orvista -n '__fish_seen_subcommand_from version' -s h -l help -d 'Print this help message and exit'

@@ -1,0 +1,97 @@
+#include "bench/Pair.h"
+#include "check/FixRun.h"
+#include "check/ProjectCheck.h"
+#include "display/BitmapProvider.h"
+#include "model/Item.h"
+
+#include <benchmark/benchmark.h>
+
+#include <string>
+#include <vector>
+
+/// Mending beside the floor: checking the same messages once before and once after each fix, as no trial can
+/// do without.
+namespace orvista::bench {
+namespace {
+
+const NoBitmaps noBitmaps;
+constexpr int columns = 128;
+const std::string clean = "CLEAR\r\nTEXT 0 0 RED BLACK \"Level        m\"\r\n"
+                          "DISPVAR 48 0 GREEN BLACK RegVar1\r\nACT STILL 3000\r\n";
+const std::string wrong = "CLEAR\r\nTEXT 0 0 RED BLACK \"Level   m\"\r\n"
+                          "DISPVAR 48 0 GREEN BLACK RegVar1\r\nACT STILL 3000\r\n";
+
+/// A message of 64 KB.
+std::string longScript(const std::string& last) {
+    constexpr std::size_t length = std::size_t{64} * 1024;
+    std::string script;
+    while (script.size() + clean.size() + last.size() <= length)
+        script += clean;
+    return script + last;
+}
+
+bool alwaysOn(std::size_t /*mended*/) {
+    return true;
+}
+
+void checkTimes(const Project& project, Item message, std::size_t times) {
+    for (std::size_t i = 0; i < times; ++i)
+        benchmark::DoNotOptimize(
+            checkMessage(message, scriptOf(project, message), project, noBitmaps, columns));
+}
+
+/// What the context menu does on a finding.
+void fixesOfOneFinding(benchmark::State& state) {
+    const Item message{Kind::Regular, 0};
+    Project project;
+    project.STDMSG[0] = longScript(wrong);
+    runBesideFloor(
+        state,
+        [&] {
+            Fixing fixing(project, noBitmaps, columns);
+            benchmark::DoNotOptimize(fixing.fixesOf(Finding(fixing.findingsOf(message).at(0))));
+        },
+        [&] { checkTimes(project, message, 2); });
+}
+BENCHMARK(fixesOfOneFinding)->UseManualTime()->Unit(benchmark::kMillisecond);
+
+/// A thousand findings in messages of a usual length.
+void mendAThousand(benchmark::State& state) {
+    Project project;
+    std::string script;
+    for (int i = 0; i < 25; ++i)
+        script += wrong;
+    project.STDMSG.fill(script);
+    runBesideFloor(
+        state,
+        [&] {
+            Fixing fixing(project, noBitmaps, columns);
+            if (mendAll(fixing, {}, alwaysOn).size() != 1000)
+                state.SkipWithError("not all of them were mended");
+        },
+        [&] {
+            checkTimes(project, {Kind::Regular, 0}, 1000);
+        });
+}
+BENCHMARK(mendAThousand)->UseManualTime()->Unit(benchmark::kMillisecond);
+
+/// The same in one message of 64 KB and more.
+void mendAThousandInOneMessage(benchmark::State& state) {
+    const Item message{Kind::Regular, 0};
+    Project project;
+    project.STDMSG[0].clear();
+    for (int i = 0; i < 1000; ++i)
+        project.STDMSG[0] += wrong;
+    runBesideFloor(
+        state,
+        [&] {
+            Fixing fixing(project, noBitmaps, columns);
+            if (mendAll(fixing, {}, alwaysOn).size() != 1000)
+                state.SkipWithError("not all of them were mended");
+        },
+        [&] { checkTimes(project, message, 1000); });
+}
+BENCHMARK(mendAThousandInOneMessage)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(2);
+
+} // namespace
+} // namespace orvista::bench

@@ -1,0 +1,77 @@
+#include "check/FixFamilies.h"
+#include "check/ScriptText.h"
+#include "model/Text.h"
+#include "model/WordDistance.h"
+#include "script/ScriptCommands.h"
+#include "script/ScriptWords.h"
+#include "script/WizardLists.h"
+
+#include <algorithm>
+#include <array>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace orvista {
+
+namespace {
+
+using Words = std::span<const std::string_view>;
+
+constexpr std::array<std::string_view, 13> commandWords{"CLEAR",    "TEXT", "TEXTS", "IMG",  "DISPVAR",
+                                                        "DISPVARS", "TIME", "TIMES", "DATE", "DATES",
+                                                        "IN",       "OUT",  "ACT"};
+constexpr std::array<std::string_view, 5> effectWords{"GO-LEFT", "GO-RIGHT", "GO-UP", "GO-DOWN", "FADE"};
+constexpr std::array<std::string_view, 2> actWords{"STILL", "BLINK"};
+
+/// What may stand for an argument, where that is one of a few words.
+Words wordsFor(ScriptArgument argument) {
+    switch (argument) {
+    case ScriptArgument::Foreground:
+    case ScriptArgument::Background:
+        return wizard::colours;
+    case ScriptArgument::Effect:
+        return effectWords;
+    case ScriptArgument::Act:
+        return actWords;
+    default:
+        return {};
+    }
+}
+
+/// The only word that is one letter from the finding's; none changes nothing.
+std::vector<Fix> nearestWord(const FixGround& ground, const Place& place, Words words) {
+    constexpr std::size_t longest = 9; // of all words, and a letter
+    if (place.length == 0 || place.length > longest)
+        return {};
+    const ScriptText lines(scriptOf(ground.project, place.item));
+    const std::string typed = upperAscii(lines.line(place.line).substr(place.column - 1, place.length));
+    std::string_view nearest;
+    for (const std::string_view word : words) {
+        if (wordDistance(typed, word) != 1)
+            continue;
+        if (!nearest.empty())
+            return {};
+        nearest = word;
+    }
+    if (nearest.empty())
+        return {};
+    const std::string word(nearest);
+    return {{"Write " + word, {{place.item, place.line, place.column, place.length, nullptr, word}}}};
+}
+
+} // namespace
+
+std::vector<Fix> commandFixes(const FixGround& ground, const Finding& finding) {
+    return nearestWord(ground, finding.place, commandWords);
+}
+
+std::vector<Fix> argumentFixes(const FixGround& ground, const Finding& finding) {
+    const Place& place = finding.place;
+    const ScriptText lines(scriptOf(ground.project, place.item));
+    ScriptWords words(lines.line(place.line).substr(lines.skipped(place.line)));
+    scriptCommand(place.line, words);
+    return words.wrong() ? nearestWord(ground, place, wordsFor(words.wrong()->argument)) : std::vector<Fix>();
+}
+
+} // namespace orvista

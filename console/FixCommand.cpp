@@ -1,0 +1,185 @@
+#include "console/Commands.h"
+
+#include "check/FixRun.h"
+#include "console/FindingText.h"
+#include "console/FixJson.h"
+#include "console/JsonText.h"
+#include "console/NewFolder.h"
+#include "console/OptionChecks.h"
+#include "console/Output.h"
+#include "console/Projects.h"
+#include "console/Suggestion.h"
+#include "display/FolderBitmaps.h"
+#include "model/Lines.h"
+#include "model/Numbers.h"
+#include "model/Quotation.h"
+
+#include <CLI/App.hpp>
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <memory>
+#include <string>
+#include <vector>
+
+/// Mends what the check finds, as far as the program knows how.
+namespace orvista::console {
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+struct FixOptions {
+    std::string project;
+    std::vector<std::string> codes;
+    std::vector<std::string> items;
+    std::string output;
+    int columns = PanelSize::usualColumns;
+    bool dryRun = false;
+    bool json = false;
+    bool notWhole = false;
+};
+
+Code codeNamed(const std::string& name) {
+    const Rule* const rule = ruleNamed(name);
+    if (rule != nullptr && rule->fixes != Fixes::None)
+        return rule->code;
+    if (rule != nullptr)
+        throw CommandFailure(ExitStatus::Unusable,
+                             "--only: " + name + " is for people to mend; see orvista help " + name);
+    std::vector<std::string> names;
+    for (const Rule& known : rules())
+        if (known.fixes != Fixes::None)
+            names.emplace_back(known.name);
+    throw CommandFailure(ExitStatus::Unusable, withSuggestion("--only: " + name + " is not a code", name,
+                                                              names, "orvista help codes"));
+}
+
+Item itemOf(const std::string& name) {
+    if (const auto item = itemNamed(name))
+        return *item;
+    throw CommandFailure(ExitStatus::Unusable, "--item: " + quotation(name) + " is neither a message nor a " +
+                                                   "variable, such as STDMSG3 or RegVar12");
+}
+
+FixChoice choiceOf(const FixOptions& options) {
+    FixChoice choice;
+    std::ranges::transform(options.codes, std::back_inserter(choice.codes), codeNamed);
+    std::ranges::transform(options.items, std::back_inserter(choice.items), itemOf);
+    std::ranges::sort(choice.items);
+    choice.items.erase(std::unique(choice.items.begin(), choice.items.end()), choice.items.end());
+    return choice;
+}
+
+/// Each line of the text with a mark in front; none for no line.
+void printMarked(std::string_view mark, std::string_view text) {
+    while (!text.empty()) {
+        const auto end = std::min(text.find(lineEnd), text.size());
+        printLine(std::string(mark) + printable(text.substr(0, end)));
+        text.remove_prefix(std::min(end + lineEnd.size(), text.size()));
+    }
+}
+
+void printMended(const MendedFinding& mended) {
+    printLine(placeText(mended.finding.place) + ": " + mended.fix.caption + " [" +
+              std::string(mended.finding.rule().name) + "]");
+    for (std::size_t i = 0; i < mended.lines.size(); ++i) {
+        const Change& change = mended.changes[i];
+        const bool isScript = change.field == &scriptField();
+        const std::string name =
+            isScript ? std::string() : nameOf(change.item) + " " + std::string(change.field->name) + " ";
+        printMarked("- " + name, mended.lines[i].before);
+        printMarked("+ " + name, mended.lines[i].after);
+    }
+}
+
+Json mendedObject(const std::string& project, const MendedFinding& mended) {
+    Json object = findingObject(project, mended.finding);
+    object.update(fixObject(mended.fix));
+    return object;
+}
+
+void report(const FixOptions& options, const std::vector<MendedFinding>& all, std::size_t left) {
+    if (!options.json) {
+        for (const MendedFinding& mended : all)
+            printMended(mended);
+        print((all.empty() ? "Nothing" : countedText(all.size(), "finding")) +
+              (options.dryRun ? " would be mended, " : " mended, ") + decimalText(left) + " left\n");
+        return;
+    }
+    Json list = Json::array();
+    for (const MendedFinding& mended : all)
+        list.push_back(mendedObject(options.project, mended));
+    print(jsonText({{"version", programRelease},
+                    {"project", options.project},
+                    {"mended", list},
+                    {"left", left},
+                    {"columns", options.columns}}),
+          Reader::Program);
+}
+
+ExitStatus fixProject(const FixOptions& options) {
+    const FixChoice choice = choiceOf(options);
+    expectProject(options.project);
+    const std::string target = options.output.empty() ? options.project : writtenProjectName(options.output);
+    if (!options.output.empty())
+        expectNoOtherProject(options.project, target);
+    const Project project = readWholeProject(options.project, options.notWhole);
+    const FolderBitmaps bitmaps(project.ProjPath);
+    Fixing fixing(project, bitmaps, options.columns);
+    Progress progress;
+    const auto all = mendAll(fixing, choice, [&](std::size_t count) {
+        if (count > 0)
+            progress.show(countedText(count, "finding") + " mended");
+        return true;
+    });
+    progress.clear();
+    if (!all.empty() && !options.dryRun) {
+        if (!options.output.empty()) {
+            makeFolderOf(target);
+            copyBitmaps(options.project, target);
+        }
+        saveProject(target, fixing.project());
+    }
+    const std::size_t left = countOf(fixing, choice);
+    report(options, all, left);
+    return left == 0 ? ExitStatus::Well : ExitStatus::Found;
+}
+
+} // namespace
+
+void addFix(CLI::App& program, Run& run) {
+    const auto options = std::make_shared<FixOptions>();
+    CLI::App* command = program.add_subcommand("fix", "Mend what the check finds, and save the project");
+    command->add_option("PROJECT", options->project, "A project file, .orx")->required();
+    command
+        ->add_option("--only", options->codes,
+                     "Findings of these codes; else of all that are sure to be meant")
+        ->type_name("CODE,...")
+        ->delimiter(',');
+    command->add_option("--item", options->items, "In these messages and variables; else in all")
+        ->type_name("ITEM,...")
+        ->delimiter(',');
+    command->add_option("--columns", options->columns, "Dots across the panel, 1 to 4096")
+        ->type_name("N")
+        ->check(wholeNumbers(1, PanelSize::maximumColumns))
+        ->capture_default_str();
+    command->add_flag("--dry-run", options->dryRun, "Show old and new, and change nothing");
+    command->add_option("-o,--output", options->output, "The project to write, in a folder of its own")
+        ->type_name("NEWFOLDER/NAME.orx");
+    command->add_flag("--json", options->json, "JSON instead of text");
+    addNotWhole(*command, options->notWhole);
+    command->footer(
+        "Examples:\n"
+        "  orvista fix PUMPSTATION.orx --dry-run\n"
+        "  orvista fix PUMPSTATION.orx --only field-gap,text-cut\n"
+        "  orvista fix PUMPSTATION.orx --only bad-argument --item STDMSG3 -o mended/PUMPSTATION.orx\n\n"
+        "Each finding gets the first fix after which it is gone and nothing else is found, old and new are\n"
+        "printed, and the project is saved once. unknown-command, bad-argument, missing-bitmap,\n"
+        "reserved-line and bad-default are mended with --only alone, because a fix of them guesses what was\n"
+        "meant. Ends with status 0 when nothing of these codes is left, 1 when something is, 2 when the\n"
+        "project cannot be read. Where there is nothing to mend, nothing is written.");
+    command->callback([options, &run] { run = [options] { return fixProject(*options); }; });
+}
+
+} // namespace orvista::console
