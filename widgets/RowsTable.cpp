@@ -99,6 +99,20 @@ void RowsTable::makeTickable() {
             });
 }
 
+void RowsTable::makeEditable(int columns) {
+    isEditable_ = true;
+    // The rows may change for it only when the box that was typed into is gone.
+    rows_->makeEditable(columns, [this](int row, int column, const QString& text) {
+        QMetaObject::invokeMethod(
+            this, [this, row, column, text] { emit cellTyped(row, column, text); }, Qt::QueuedConnection);
+    });
+    setTyping(true);
+}
+
+void RowsTable::setTyping(bool allowed) {
+    setEditTriggers(allowed ? DoubleClicked | EditKeyPressed | AnyKeyPressed : EditTriggers(NoEditTriggers));
+}
+
 const std::vector<bool>& RowsTable::ticks() const {
     return rows_->ticks();
 }
@@ -229,6 +243,11 @@ void RowsTable::keyPressEvent(QKeyEvent* event) {
     if (event->matches(QKeySequence::Copy)) {
         if (selectionModel()->hasSelection())
             QGuiApplication::clipboard()->setText(copiedText());
+    } else if (isEditable_ && event->key() == Qt::Key_Delete) {
+        emit removalWanted();
+    } else if (isEditable_ && (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)) {
+        if (editTriggers() != NoEditTriggers && currentIndex().flags() & Qt::ItemIsEditable)
+            edit(currentIndex());
     } else if (rows_->isTickable() && event->key() == Qt::Key_Space) {
         tickSelected();
     } else if (!rows_->isTickable() && (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)) {

@@ -18,8 +18,8 @@ struct TableCell {
 
 using TableRow = std::vector<TableCell>;
 
-/// A table that is only read: sorted by a click on a head, filtered by a word, copied as text. A row leads
-/// somewhere by Enter or a double click, never by being selected alone.
+/// A table that is only read, unless it was made editable: sorted by a click on a head, filtered by a word,
+/// copied as text. A row leads somewhere by Enter or a double click, never by being selected alone.
 class RowsTable final : public QTableView {
     Q_OBJECT
 public:
@@ -36,6 +36,11 @@ public:
     /// Gives each row a box in its first cell, which a click or Space ticks and unticks: all selected rows at
     /// once. Rows are ticked when they come. They lead nowhere: Enter presses the dialog's default button.
     void makeTickable();
+    /// Lets the first columns be typed into: by F2, Enter, a double click, or by typing at once. What was
+    /// typed is told and not kept; setRows() shows what became of it. Del asks for the selected rows to go.
+    void makeEditable(int columns);
+    /// Whether an editable table takes input now.
+    void setTyping(bool allowed);
     /// By the rows that setRows() got.
     const std::vector<bool>& ticks() const;
     /// \param ticks as many as there are rows
@@ -63,6 +68,9 @@ signals:
     /// \param row of those that setRows() got, from 0
     void rowActivated(int row);
     void ticksChanged();
+    /// \param row as in rowActivated()
+    void cellTyped(int row, int column, const QString& text);
+    void removalWanted();
     /// The current row changed, or the table lost the focus.
     void rowLeft();
 
@@ -97,6 +105,7 @@ private:
     Model* rows_;
     Shown* shown_;
     bool rowsAreEqual_ = false; ///< in height
+    bool isEditable_ = false;
     /// What heads and shown cells need in each column; empty while that is not known.
     std::vector<int> contentWidths_;
 };

@@ -73,7 +73,9 @@ QVariant RowsTable::Model::headerData(int section, Qt::Orientation orientation, 
 }
 
 Qt::ItemFlags RowsTable::Model::flags(const QModelIndex& index) const {
-    const Qt::ItemFlags flags = QAbstractTableModel::flags(index);
+    Qt::ItemFlags flags = QAbstractTableModel::flags(index);
+    if (index.column() < editableColumns_)
+        flags |= Qt::ItemIsEditable;
     return isTickable_ && index.column() == 0 ? flags | Qt::ItemIsUserCheckable : flags;
 }
 
@@ -84,7 +86,7 @@ QVariant RowsTable::Model::data(const QModelIndex& index, int role) const {
         rows_.at(static_cast<std::size_t>(index.row())).at(static_cast<std::size_t>(index.column()));
     if (role == Qt::ToolTipRole && !cell.toolTip.isEmpty())
         return cell.toolTip;
-    if (role == Qt::DisplayRole || role == Qt::ToolTipRole)
+    if (role == Qt::DisplayRole || role == Qt::EditRole || role == Qt::ToolTipRole)
         return cell.text;
     if (role == sortRole)
         return cell.sortKey.isValid() ? cell.sortKey : QVariant(cell.text);
@@ -96,6 +98,10 @@ QVariant RowsTable::Model::data(const QModelIndex& index, int role) const {
 }
 
 bool RowsTable::Model::setData(const QModelIndex& index, const QVariant& value, int role) {
+    if (role == Qt::EditRole && index.column() < editableColumns_) {
+        typed_(index.row(), index.column(), value.toString());
+        return true;
+    }
     if (!isTickable_ || index.column() != 0 || role != Qt::CheckStateRole)
         return false;
     ticks_[static_cast<std::size_t>(index.row())] = value.toInt() == Qt::Checked;

@@ -5,6 +5,8 @@
 #include <QAbstractTableModel>
 #include <QSortFilterProxyModel>
 
+#include <functional>
+
 namespace orvista {
 
 /// The rows that a table got, and their ticks.
@@ -20,6 +22,12 @@ public:
     void setRows(std::vector<TableRow> rows);
     /// The cells that may need another width in as many other rows.
     QModelIndexList cellsThatLookOtherwiseIn(const std::vector<TableRow>& rows) const;
+
+    /// \param typed is told of what was typed into one of the first columns, and does not change the rows
+    void makeEditable(int columns, std::function<void(int row, int column, const QString& text)> typed) {
+        editableColumns_ = columns;
+        typed_ = std::move(typed);
+    }
 
     void makeTickable() { isTickable_ = true; }
     bool isTickable() const { return isTickable_; }
@@ -37,6 +45,8 @@ private:
     QStringList heads_;
     std::vector<TableRow> rows_;
     bool isTickable_ = false;
+    int editableColumns_ = 0;
+    std::function<void(int, int, const QString&)> typed_;
     std::vector<bool> ticks_; ///< by row
 };
 

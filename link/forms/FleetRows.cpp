@@ -1,9 +1,12 @@
 #include "link/forms/FleetRows.h"
 
+#include "model/Text.h"
 #include "widgets/PathText.h"
 
 #include <QCoreApplication>
+#include <QFileInfo>
 
+#include <algorithm>
 #include <utility>
 
 namespace orvista {
@@ -25,6 +28,30 @@ QString stateText(const std::optional<FleetProcess::State>& state, bool isBegun)
     return state->file.isEmpty() ? state->word : state->word + u' ' + state->file;
 }
 
+/// As a list has it.
+FleetRow rowOf(std::size_t row, const FleetDisplay& display) {
+    return {row + 1, display.name, displayArgument(display.address), {}, display.project};
+}
+
+/// As far as it can be told apart from a port; the name of a display that has none.
+std::string hostOf(const std::string& address) {
+    try {
+        return displayAddress(trimBlanks(address), fileTransfer).host;
+    } catch (const BadDisplayAddress&) {
+        return address;
+    }
+}
+
+/// What a display was last told to have come to, where the results of the whole never came.
+TransferEnd endOf(const std::optional<FleetProcess::State>& state, const std::string& complaint) {
+    if (!state)
+        return failedTransfer(complaint);
+    const auto files = static_cast<std::size_t>(state->files);
+    if (const auto outcome = outcomeOfWord(state->word.toStdString()))
+        return {*outcome, state->reason.toStdString(), files};
+    return {files > 0 ? FleetOutcome::Half : FleetOutcome::Failed, complaint, files};
+}
+
 QString filesText(const FleetProcess::State& state) {
     return state.of > 0 ? tr("%1 of %2").arg(state.files).arg(state.of) : QString();
 }
@@ -33,10 +60,60 @@ QString filesText(const FleetProcess::State& state) {
 
 FleetRows::FleetRows(std::vector<FleetDisplay> displays) {
     rows_.reserve(displays.size());
-    for (FleetDisplay& display : displays) {
-        places_.emplace(display.name, rows_.size());
+    for (FleetDisplay& display : displays)
         rows_.push_back({std::move(display), {}, {}, false});
+    findPlaces();
+}
+
+void FleetRows::findPlaces() {
+    places_.clear();
+    for (std::size_t row = 0; row < rows_.size(); ++row)
+        places_.emplace(rows_[row].display.name, row);
+}
+
+QString FleetRows::type(std::size_t row, TypedColumn column, const std::string& text,
+                        const std::string& projectFile) {
+    const bool isNew = row >= rows_.size();
+    FleetRow typed = isNew ? draft_ : rowOf(row, rows_[row].display);
+    (column == NameColumn ? typed.name : typed.address) = text;
+    if (isNew)
+        draft_ = typed;
+    if (isNew && trimBlanks(typed.address).empty())
+        return {}; // its address comes next
+    if (trimBlanks(typed.name).empty())
+        typed.name = hostOf(typed.address);
+    return takeTyped(std::min(row, rows_.size()), typed, projectFile);
+}
+
+QString FleetRows::takeTyped(std::size_t row, const FleetRow& typed, const std::string& projectFile) {
+    std::vector<FleetRow> all;
+    for (std::size_t other = 0; other < rows_.size(); ++other)
+        all.push_back(rowOf(other, rows_[other].display));
+    if (row == all.size())
+        all.emplace_back();
+    all[row] = typed;
+    all[row].row = row + 1;
+    Fleet fleet = fleetOf(all, {.folder = {}, .project = projectFile});
+    if (!fleet.refusals.empty())
+        return QString::fromStdString(fleet.refusals.front().text);
+    if (row == rows_.size()) {
+        rows_.emplace_back();
+        draft_ = {};
     }
+    rows_[row] = {std::move(fleet.displays[row]), {}, {}, false};
+    findPlaces();
+    return {};
+}
+
+void FleetRows::remove(const std::vector<int>& rows) {
+    std::vector<Row> left;
+    for (std::size_t row = 0; row < rows_.size(); ++row)
+        if (std::ranges::find(rows, static_cast<int>(row)) == rows.end())
+            left.push_back(std::move(rows_[row]));
+    if (std::ranges::find(rows, static_cast<int>(rows_.size())) != rows.end())
+        draft_ = {};
+    rows_ = std::move(left);
+    findPlaces();
 }
 
 std::vector<FleetDisplay> FleetRows::displays() const {
@@ -79,7 +156,7 @@ void FleetRows::finish(const std::vector<FleetResult>& results, const QString& c
     for (Row& row : rows_) {
         if (std::exchange(row.isBegun, false) && !row.result)
             row.result = {row.display.name, displayArgument(row.display.address),
-                          failedTransfer(complaint.toStdString()), 0};
+                          endOf(row.state, complaint.toStdString()), 0};
     }
 }
 
@@ -114,7 +191,7 @@ QStringList FleetRows::heads() {
     return {tr("Name"), tr("Address"), tr("Project"), tr("State"), tr("Files"), tr("Reason")};
 }
 
-std::vector<TableRow> FleetRows::table() const {
+std::vector<TableRow> FleetRows::table(bool withNew) const {
     std::vector<TableRow> table;
     table.reserve(rows_.size());
     for (const Row& row : rows_) {
@@ -122,13 +199,21 @@ std::vector<TableRow> FleetRows::table() const {
         const QString word =
             end ? QString::fromUtf8(outcomeWord(end->end.outcome)) : stateText(row.state, row.isBegun);
         const QString reason = end ? QString::fromStdString(end->end.reason) : QString();
+        const QString project = shownPath(row.display.project);
         table.push_back({{QString::fromStdString(row.display.name)},
                          {QString::fromStdString(displayArgument(row.display.address))},
-                         {shownPath(row.display.project)},
+                         {.text = QFileInfo(project).fileName(), .toolTip = project.toHtmlEscaped()},
                          {word},
                          {row.state ? filesText(*row.state) : QString()},
                          {reason}});
     }
+    if (withNew)
+        table.push_back({{QString::fromStdString(draft_.name)},
+                         {QString::fromStdString(draft_.address)},
+                         {},
+                         {},
+                         {},
+                         {.text = tr("Type a name and an address for another display"), .isFaint = true}});
     return table;
 }
 

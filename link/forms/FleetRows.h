@@ -17,6 +17,16 @@ public:
     FleetRows() = default;
     explicit FleetRows(std::vector<FleetDisplay> displays);
 
+    /// The columns that can be typed into, before all others.
+    enum TypedColumn { NameColumn, AddressColumn, typedColumns };
+    /// Takes what was typed into a row of table(); the last one is a new display. Without a name it is called
+    /// as its address. \param projectFile path, of a new display \returns why it cannot be taken, in a
+    /// sentence; empty when it was
+    QString type(std::size_t row, TypedColumn column, const std::string& text,
+                 const std::string& projectFile);
+    /// \param rows of table()
+    void remove(const std::vector<int>& rows);
+
     bool isEmpty() const { return rows_.empty(); }
     /// All, or those whose last transfer failed or stopped half-way.
     std::vector<FleetDisplay> displays() const;
@@ -33,7 +43,8 @@ public:
     /// "3 of 20 displays: 2 done, 1 failed"
     QString summary() const;
     static QStringList heads();
-    std::vector<TableRow> table() const;
+    /// A row for each display, and one for a new display where `withNew`.
+    std::vector<TableRow> table(bool withNew) const;
 
 private:
     struct Row {
@@ -43,7 +54,11 @@ private:
         bool isBegun = false;
     };
 
+    void findPlaces();
+    QString takeTyped(std::size_t row, const FleetRow& typed, const std::string& projectFile);
+
     std::vector<Row> rows_;
+    FleetRow draft_{};                          ///< of the new display: what was typed so far
     std::map<std::string, std::size_t> places_; ///< of the rows, by name
 };
 

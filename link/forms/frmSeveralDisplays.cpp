@@ -50,7 +50,9 @@ frmSeveralDisplays::frmSeveralDisplays(Work work, QWidget* parent)
     : QDialog(parent),
       work_(std::move(work)),
       tblDisplays(named<RowsTable>(QStringLiteral("tblDisplays"), FleetRows::heads())),
-      chkSkipEqual(named<QCheckBox>(QStringLiteral("chkSkipEqual"), tr("S&kip Equal"))) {
+      chkCheckFirst(named<QCheckBox>(QStringLiteral("chkCheckFirst"), tr("C&heck First"))),
+      chkSkipEqual(named<QCheckBox>(QStringLiteral("chkSkipEqual"), tr("S&kip Equal"))),
+      chkVerify(named<QCheckBox>(QStringLiteral("chkVerify"), tr("&Verify"))) {
     setObjectName(QStringLiteral("frmSeveralDisplays"));
     setWindowTitle(tr("Upload to Several Displays"));
     buildLayout();
@@ -80,42 +82,77 @@ QPushButton* frmSeveralDisplays::button(const char* name, const QString& caption
     return made;
 }
 
-void frmSeveralDisplays::buildLayout() {
+QLayout* frmSeveralDisplays::buildUpperRow() {
     using Form = frmSeveralDisplays;
-    makeRoom(tblDisplays, {.characters = 130, .lines = 16});
-    chkSkipEqual->setToolTip(tr("Send nothing to displays that have the project already"));
     btnLoad = button("btnLoad", tr("&Load List…"),
                      tr("A table with the columns name, address, port, project"), &Form::btnLoad_Click);
     btnPaste = button("btnPaste", tr("&Paste List"), tr("The same from the clipboard, with its head line"),
                       &Form::btnPaste_Click);
-    btnStart =
-        button("btnStart", tr("&Start"), tr("Send to all displays of the list"), &Form::btnStart_Click);
-    btnStop = button("btnStop", tr("S&top"), tr("End all transfers; the table tells what is half done"),
-                     &Form::btnStop_Click);
-    btnAgain = button("btnAgain", tr("&Failed Ones Again"), tr("Send to those that failed or are half done"),
-                      &Form::btnAgain_Click);
-    btnReport =
-        button("btnReport", tr("Save &Report…"), tr("Write the results as a table"), &Form::btnReport_Click);
-    btnCancel = button("btnCancel", tr("Close"), tr("Ends what is still running"), &Form::reject);
     lblDisplays = labelFor(tblDisplays, {});
     lblDisplays->setObjectName(QStringLiteral("lblDisplays"));
     tblDisplays->setAccessibleName(tr("Displays"));
+    chkCheckFirst->setToolTip(tr("Send nothing to displays whose project has errors"));
+    chkSkipEqual->setToolTip(tr("Send nothing to displays that have the project already"));
+    chkVerify->setToolTip(tr("Fetch every file once more and compare it byte for byte"));
+    auto* const row = new QHBoxLayout;
+    row->addWidget(btnLoad);
+    row->addWidget(btnPaste);
+    row->addWidget(lblDisplays, 1);
+    for (QCheckBox* const box : {chkCheckFirst, chkSkipEqual, chkVerify})
+        row->addWidget(box);
+    return row;
+}
 
-    auto* const above = new QHBoxLayout;
-    above->addWidget(btnLoad);
-    above->addWidget(btnPaste);
-    above->addWidget(lblDisplays, 1);
-    auto* const below = new QHBoxLayout;
-    for (QWidget* const widget : {static_cast<QWidget*>(chkSkipEqual), static_cast<QWidget*>(btnStart),
-                                  static_cast<QWidget*>(btnStop), static_cast<QWidget*>(btnAgain)})
-        below->addWidget(widget);
-    below->addStretch(1);
-    below->addWidget(btnReport);
-    below->addWidget(btnCancel);
+QLayout* frmSeveralDisplays::buildLowerRow() {
+    using Form = frmSeveralDisplays;
+    btnStart =
+        button("btnStart", tr("&Start"), tr("Send to all displays of the list"), &Form::btnStart_Click);
+    btnCompare = button("btnCompare", tr("&Compare"),
+                        tr("Send nothing: tell which displays hold something else than the project"),
+                        &Form::btnCompare_Click);
+    btnStop = button("btnStop", tr("S&top"), tr("End all transfers; the table tells what is half done"),
+                     &Form::btnStop_Click);
+    btnAgain = button("btnAgain", tr("&Failed Ones Again"),
+                      tr("Do the same again with those that failed or are half done"), &Form::btnAgain_Click);
+    btnReport =
+        button("btnReport", tr("Save &Report…"), tr("Write the results as a table"), &Form::btnReport_Click);
+    btnCancel = button("btnCancel", tr("Close"), tr("Ends what is still running"), &Form::reject);
+    auto* const row = new QHBoxLayout;
+    for (QPushButton* const widget : {btnStart, btnCompare, btnStop, btnAgain})
+        row->addWidget(widget);
+    row->addStretch(1);
+    row->addWidget(btnReport);
+    row->addWidget(btnCancel);
+    return row;
+}
+
+void frmSeveralDisplays::buildLayout() {
+    makeRoom(tblDisplays, {.characters = 130, .lines = 16});
+    tblDisplays->makeEditable(FleetRows::typedColumns);
+    connect(tblDisplays, &RowsTable::cellTyped, this, &frmSeveralDisplays::tblDisplays_CellTyped);
+    connect(tblDisplays, &RowsTable::removalWanted, this, &frmSeveralDisplays::tblDisplays_RemovalWanted);
     auto* const layout = new QVBoxLayout(this);
-    layout->addLayout(above);
+    layout->addLayout(buildUpperRow());
     layout->addWidget(tblDisplays, 1);
-    layout->addLayout(below);
+    layout->addLayout(buildLowerRow());
+}
+
+void frmSeveralDisplays::tblDisplays_CellTyped(int row, int column, const QString& text) {
+    const QString refusal =
+        rows_.type(static_cast<std::size_t>(row), static_cast<FleetRows::TypedColumn>(column),
+                   text.toStdString(), work_.projectFile);
+    showRows();
+    enableButtons();
+    if (!refusal.isEmpty())
+        work_.messages.show(MessageIcon::Exclamation, refusal.toStdString());
+}
+
+void frmSeveralDisplays::tblDisplays_RemovalWanted() {
+    if (process_.isRunning())
+        return;
+    rows_.remove(tblDisplays->selectedRows());
+    showRows();
+    enableButtons();
 }
 
 void frmSeveralDisplays::btnLoad_Click() {
@@ -149,11 +186,15 @@ void frmSeveralDisplays::takeList(const std::string& bytes, const std::string& f
 }
 
 void frmSeveralDisplays::btnStart_Click() {
-    start(rows_.displays());
+    start(rows_.displays(), Task::Upload);
+}
+
+void frmSeveralDisplays::btnCompare_Click() {
+    start(rows_.displays(), Task::Compare);
 }
 
 void frmSeveralDisplays::btnAgain_Click() {
-    start(rows_.failed());
+    start(rows_.failed(), task_);
 }
 
 void frmSeveralDisplays::btnStop_Click() {
@@ -161,14 +202,26 @@ void frmSeveralDisplays::btnStop_Click() {
     disableUsed(btnStop, tblDisplays);
 }
 
-void frmSeveralDisplays::start(const std::vector<FleetDisplay>& displays) {
+QStringList frmSeveralDisplays::argumentsFor(Task task, const std::string& list) const {
+    const bool compares = task == Task::Compare;
+    QStringList arguments{compares ? QStringLiteral("compare") : QStringLiteral("upload"),
+                          QStringLiteral("--list"), shownPath(list), QStringLiteral("--json"),
+                          QStringLiteral("--until-input-ends")};
+    if (compares)
+        return arguments;
+    for (const auto& [box, option] : {std::pair(chkCheckFirst, QStringLiteral("--check")),
+                                      std::pair(chkSkipEqual, QStringLiteral("--skip-equal")),
+                                      std::pair(chkVerify, QStringLiteral("--verify"))})
+        if (box->isChecked())
+            arguments << option;
+    return arguments;
+}
+
+void frmSeveralDisplays::start(const std::vector<FleetDisplay>& displays, Task task) {
+    task_ = task;
     try {
         scratch_ = std::make_unique<ScratchFolder>();
-        QStringList arguments{QStringLiteral("upload"), QStringLiteral("--list"),
-                              shownPath(writeList(displays)), QStringLiteral("--json"),
-                              QStringLiteral("--until-input-ends")};
-        if (chkSkipEqual->isChecked())
-            arguments << QStringLiteral("--skip-equal");
+        const QStringList arguments = argumentsFor(task, writeList(displays));
         rows_.begin(displays);
         process_.start(shownPath(work_.program), arguments);
     } catch (const std::system_error& failure) {
@@ -229,16 +282,19 @@ void frmSeveralDisplays::reject() {
 }
 
 void frmSeveralDisplays::showRows() {
-    tblDisplays->setRows(rows_.table());
-    lblDisplays->setText(rows_.isEmpty() ? tr("Load or paste a list of displays.") : rows_.summary());
+    tblDisplays->setRows(rows_.table(!process_.isRunning()));
+    lblDisplays->setText(rows_.isEmpty() ? tr("Load, paste or type a list of displays.") : rows_.summary());
 }
 
 void frmSeveralDisplays::enableButtons() {
     const bool runs = process_.isRunning();
     for (QWidget* const widget : {static_cast<QWidget*>(btnLoad), static_cast<QWidget*>(btnPaste),
-                                  static_cast<QWidget*>(chkSkipEqual)})
+                                  static_cast<QWidget*>(chkCheckFirst), static_cast<QWidget*>(chkSkipEqual),
+                                  static_cast<QWidget*>(chkVerify)})
         widget->setEnabled(!runs);
+    tblDisplays->setTyping(!runs);
     btnStart->setEnabled(!runs && !rows_.isEmpty());
+    btnCompare->setEnabled(!runs && !rows_.isEmpty());
     btnStop->setEnabled(runs);
     btnAgain->setEnabled(!runs && !rows_.failed().empty());
     btnReport->setEnabled(!runs && !rows_.results().empty());

@@ -12,6 +12,7 @@
 
 class QCheckBox;
 class QLabel;
+class QLayout;
 class QPushButton;
 
 namespace orvista {
@@ -20,7 +21,8 @@ class Messages;
 class ScratchFolder;
 struct Project;
 
-/// Sends the project to the displays of a list, many at once. `orvista` beside the program does the work, on
+/// Sends the project to the displays of a list, many at once, or compares it with what they hold. The list is
+/// loaded, pasted or typed in place. `orvista` beside the program does the work, on
 /// a copy of what was saved; this shows what it tells.
 class frmSeveralDisplays final : public QDialog {
     Q_OBJECT
@@ -44,12 +46,20 @@ private:
                         void (frmSeveralDisplays::*click)());
     void btnLoad_Click();
     void btnPaste_Click();
+    void tblDisplays_CellTyped(int row, int column, const QString& text);
+    void tblDisplays_RemovalWanted();
     void btnStart_Click();
+    void btnCompare_Click();
     void btnStop_Click();
     void btnAgain_Click();
     void btnReport_Click();
     void takeList(const std::string& bytes, const std::string& folder, const QString& source);
-    void start(const std::vector<FleetDisplay>& displays);
+    /// What orvista is to do.
+    enum class Task { Upload, Compare };
+    void start(const std::vector<FleetDisplay>& displays, Task task);
+    QStringList argumentsFor(Task task, const std::string& list) const;
+    QLayout* buildUpperRow();
+    QLayout* buildLowerRow();
     /// The list as orvista is to read it, with copies of the projects' files. \throws std::system_error
     std::string writeList(const std::vector<FleetDisplay>& displays);
     void processEnded(const std::vector<FleetResult>& results, const QString& complaint);
@@ -58,16 +68,20 @@ private:
 
     Work work_;
     FleetRows rows_;
+    Task task_ = Task::Upload;               ///< what was done last
     std::unique_ptr<ScratchFolder> scratch_; ///< of what is being sent
     FleetProcess process_;
     QTimer refresh_;
 
     RowsTable* tblDisplays;
+    QCheckBox* chkCheckFirst;
     QCheckBox* chkSkipEqual;
+    QCheckBox* chkVerify;
     QLabel* lblDisplays = nullptr;
     QPushButton* btnLoad = nullptr;
     QPushButton* btnPaste = nullptr;
     QPushButton* btnStart = nullptr;
+    QPushButton* btnCompare = nullptr;
     QPushButton* btnStop = nullptr;
     QPushButton* btnAgain = nullptr;
     QPushButton* btnReport = nullptr;

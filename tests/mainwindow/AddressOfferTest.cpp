@@ -30,6 +30,7 @@ private:
 struct Downloaded : EditorFixture {
     explicit Downloaded(const std::string& source) : transfer(source) {
         startWithNewProject();
+        trigger("miFileSave"); // so that its files are there
         window->useTransfer(transfer);
         trigger("miLinkDownload");
     }
@@ -61,7 +62,6 @@ void AddressOfferTest::theAddressOfTheDisplayIsOffered() {
 
 void AddressOfferTest::useTypesItIntoItsBox() {
     Downloaded editor(" 127.0.8.11 ");
-    editor.trigger("miFileSave");
     QVERIFY(!editor.line().isEmpty());
     editor.click("btnUseAddress");
     QCOMPARE(editor.text("txtSystemIP"), QStringLiteral("127.0.8.11"));

@@ -8,9 +8,14 @@
 #include <QFile>
 #include <QFileDialog>
 #include <QLabel>
+#include <QMenu>
+#include <QMenuBar>
+#include <QProcess>
 #include <QPushButton>
 #include <QTableView>
 
+#include <algorithm>
+#include <array>
 #include <filesystem>
 
 using namespace orvista;
@@ -53,7 +58,29 @@ public:
             cells << model.index(row, column).data().toString();
         return cells.join(u'|');
     }
-    int rowCount() const { return find<QTableView>("tblDisplays")->model()->rowCount(); }
+    /// Without the one for a new display.
+    int rowCount() const {
+        const QAbstractItemModel& model = *find<QTableView>("tblDisplays")->model();
+        int rows = 0;
+        for (int row = 0; row < model.rowCount(); ++row)
+            rows += model.index(row, 3).data().toString().isEmpty() &&
+                            model.index(row, 1).data().toString().isEmpty()
+                        ? 0
+                        : 1;
+        return rows;
+    }
+    /// Types into a cell and leaves it by Enter.
+    void type(int row, int column, const QString& text) const {
+        auto* const table = find<QTableView>("tblDisplays");
+        table->setCurrentIndex(table->model()->index(row, column));
+        table->setFocus();
+        QTest::keyClick(table, Qt::Key_Return);
+        auto* const box = table->findChild<QLineEdit*>();
+        box->selectAll();
+        QTest::keyClicks(box, text);
+        QTest::keyClick(box, Qt::Key_Return);
+        QCoreApplication::processEvents(); // what was typed is told when the box is gone
+    }
     void waitForEnd() const { QTRY_VERIFY_WITH_TIMEOUT(!button("btnStop")->isEnabled(), patience); }
     void startAndWait() const {
         click("btnStart");
@@ -63,7 +90,8 @@ public:
     /// Enabled buttons in the order of the row.
     QStringList enabled() const {
         QStringList names;
-        for (const char* name : {"btnLoad", "btnPaste", "btnStart", "btnStop", "btnAgain", "btnReport"})
+        for (const char* name :
+             {"btnLoad", "btnPaste", "btnStart", "btnCompare", "btnStop", "btnAgain", "btnReport"})
             if (button(name)->isEnabled())
                 names << QString::fromLatin1(name);
         return names;
@@ -131,6 +159,14 @@ private slots:
     void savesFirstAndSendsWhatWasSaved();
     void sendsToTheFailedOnesAgain();
     void skipsEqualOnes();
+    void rowsAreTypedInPlace();
+    void whatCannotBeADisplayIsRefusedAsItIsTyped();
+    void delTakesRowsAway();
+    void checksAndVerifiesOnDemand();
+    void comparesAndSendsNothing();
+    void verifyingTwentyDisplaysTakesAtMostSixClicks();
+    void theProjectsPathLeavesRoomForTheReason();
+    void whatWasDoneStaysDoneWhenOrvistaIsKilled();
     void stopNamesWhatIsHalfDone();
     void closingEndsTheTransfers();
     void aListThatCannotBeUsedIsSaidAndChangesNothing();
@@ -153,7 +189,7 @@ void SeveralDisplaysTest::savesFirstAndSendsWhatWasSaved() {
         QCOMPARE(dialog.rowCount(), 2);
         QCOMPARE(dialog.row(0), "first|" + address(first) + "|||");
         QCOMPARE(dialog.summary(), QStringLiteral("2 displays"));
-        QCOMPARE(dialog.enabled(), (QStringList{"btnLoad", "btnPaste", "btnStart"}));
+        QCOMPARE(dialog.enabled(), (QStringList{"btnLoad", "btnPaste", "btnStart", "btnCompare"}));
         dialog.click("btnStart");
         QCOMPARE(dialog.enabled(), QStringList{"btnStop"});
         QVERIFY(!dialog.find<QCheckBox>("chkSkipEqual")->isEnabled());
@@ -161,7 +197,8 @@ void SeveralDisplaysTest::savesFirstAndSendsWhatWasSaved() {
         QCOMPARE(dialog.row(0), "first|" + address(first) + "|done|6 of 6|");
         QCOMPARE(dialog.row(1), "second|" + address(second) + "|done|6 of 6|");
         QCOMPARE(dialog.summary(), QStringLiteral("2 of 2 displays: 2 done"));
-        QCOMPARE(dialog.enabled(), (QStringList{"btnLoad", "btnPaste", "btnStart", "btnReport"}));
+        QCOMPARE(dialog.enabled(),
+                 (QStringList{"btnLoad", "btnPaste", "btnStart", "btnCompare", "btnReport"}));
     });
     QVERIFY(editor.messages.shown.empty());
     for (const char* name : {"modbus.adr", "ilmvar.def", "default.pls", "pump.bmp"})
@@ -200,6 +237,154 @@ void SeveralDisplaysTest::skipsEqualOnes() {
         QVERIFY2(dialog.row(0).contains(QStringLiteral("|equal|")), qPrintable(dialog.row(0)));
         QVERIFY(!dialog.button("btnAgain")->isEnabled());
     });
+}
+
+void SeveralDisplaysTest::rowsAreTypedInPlace() {
+    Editor editor;
+    const FtpTestServer first;
+    const FtpTestServer second;
+    editor.open([&](const Dialog& dialog) {
+        dialog.type(0, 0, QStringLiteral("pump"));
+        QCOMPARE(dialog.rowCount(), 0);
+        QVERIFY(!dialog.button("btnStart")->isEnabled());
+        dialog.type(0, 1, address(first));
+        QCOMPARE(dialog.row(0), "pump|" + address(first) + "|||");
+        // Without a name it is called as its address, and a row can be changed.
+        dialog.type(1, 1, QStringLiteral("127.0.0.7"));
+        QCOMPARE(dialog.row(1), QStringLiteral("127.0.0.7|127.0.0.7|||"));
+        dialog.type(1, 1, address(second));
+        dialog.startAndWait();
+        QCOMPARE(dialog.row(0), "pump|" + address(first) + "|done|6 of 6|");
+        QCOMPARE(dialog.row(1), "127.0.0.7|" + address(second) + "|done|6 of 6|");
+    });
+    QVERIFY(editor.messages.shown.empty());
+}
+
+void SeveralDisplaysTest::whatCannotBeADisplayIsRefusedAsItIsTyped() {
+    Editor editor;
+    editor.open([&](const Dialog& dialog) {
+        dialog.type(0, 1, QStringLiteral("127.0.0.7"));
+        dialog.type(1, 1, QStringLiteral("127.0.0.7:7000"));
+        QCOMPARE(editor.messages.shown.size(), std::size_t{1});
+        QCOMPARE(editor.messages.shown[0].text, std::string("the same name stands in row 1 already"));
+        dialog.type(0, 0, QStringLiteral("a/b"));
+        QCOMPARE(editor.messages.shown.size(), std::size_t{2});
+        QCOMPARE(dialog.row(0), QStringLiteral("127.0.0.7|127.0.0.7|||"));
+    });
+}
+
+void SeveralDisplaysTest::delTakesRowsAway() {
+    Editor editor;
+    editor.open([&](const Dialog& dialog) {
+        dialog.paste(head + QStringLiteral("a,127.0.0.1,7001,\nb,127.0.0.1,7002,\nc,127.0.0.1,7003,\n"));
+        auto* const table = dialog.find<QTableView>("tblDisplays");
+        table->selectRow(1);
+        QTest::keyClick(table, Qt::Key_Delete);
+        QCOMPARE(dialog.rowCount(), 2);
+        QCOMPARE(dialog.row(1), QStringLiteral("c|127.0.0.1:7003|||"));
+    });
+}
+
+void SeveralDisplaysTest::checksAndVerifiesOnDemand() {
+    Editor editor;
+    editor.project.STDMSG[0] = "CLEAR\r\nNONSENSE";
+    const FtpTestServer server;
+    editor.open([&](const Dialog& dialog) {
+        dialog.paste(head + row("pump", server));
+        dialog.find<QCheckBox>("chkCheckFirst")->setChecked(true);
+        dialog.startAndWait();
+        QVERIFY2(dialog.row(0).contains(QStringLiteral("|refused|")), qPrintable(dialog.row(0)));
+        QVERIFY(server.commands().empty());
+        dialog.find<QCheckBox>("chkCheckFirst")->setChecked(false);
+        dialog.find<QCheckBox>("chkVerify")->setChecked(true);
+        dialog.startAndWait();
+        QVERIFY2(dialog.row(0).contains(QStringLiteral("|done|")), qPrintable(dialog.row(0)));
+    });
+    const auto commands = server.commands();
+    const auto isFetch = [](const std::string& command) { return command.starts_with("RETR"); };
+    QVERIFY(std::ranges::count_if(commands, isFetch) >= 6);
+}
+
+void SeveralDisplaysTest::comparesAndSendsNothing() {
+    Editor editor;
+    const FtpTestServer same;
+    const FtpTestServer other;
+    editor.open([&](const Dialog& dialog) {
+        dialog.paste(head + row("same", same));
+        dialog.startAndWait();
+        other.putDeviceFiles();
+        dialog.paste(head + row("same", same) + row("other", other));
+        dialog.click("btnCompare");
+        dialog.waitForEnd();
+        QVERIFY2(dialog.row(0).contains(QStringLiteral("|equal|")), qPrintable(dialog.row(0)));
+        QVERIFY2(dialog.row(1).contains(QStringLiteral("|different|")), qPrintable(dialog.row(1)));
+        QVERIFY(!dialog.button("btnAgain")->isEnabled());
+    });
+    QCOMPARE(other.bytes("stdmsg.ilm"), std::string("remote stdmsg.ilm"));
+}
+
+void SeveralDisplaysTest::verifyingTwentyDisplaysTakesAtMostSixClicks() {
+    Editor editor;
+    editor.trigger("miFileSave");
+    std::array<FtpTestServer, 20> displays;
+    QString list = head;
+    for (const FtpTestServer& display : displays) {
+        list += row(qPrintable(QStringLiteral("display%1").arg(display.port())), display);
+        for (const char* name :
+             {"modbus.adr", "ilmvar.def", "stdmsg.ilm", "altmsg.ilm", "default.pls", "pump.bmp"})
+            display.put(name, fileBytes(editor.projectFolder.file(name)));
+    }
+    QApplication::clipboard()->setText(list);
+    int clicks = 0;
+    const auto click = [&clicks](QWidget* widget, QPoint at = {5, 5}) {
+        ++clicks;
+        QTest::mouseClick(widget, Qt::LeftButton, {}, at);
+    };
+    onModal(QStringLiteral("frmSeveralDisplays"), [&](QWidget* window) {
+        const Dialog dialog(window);
+        click(dialog.button("btnPaste"));
+        click(dialog.button("btnCompare"));
+        dialog.waitForEnd();
+        QCOMPARE(dialog.summary(), QStringLiteral("20 of 20 displays: 20 equal"));
+        click(dialog.button("btnCancel"));
+    });
+    auto* const menu = editor.find<QMenu>("mnuTools");
+    QMenuBar* const bar = editor.window->menuBar();
+    click(bar, bar->actionGeometry(menu->menuAction()).center());
+    QTRY_VERIFY(menu->isVisible());
+    click(menu, menu->actionGeometry(editor.find<QAction>("miToolsSeveral")).center());
+    QVERIFY(allModalsServed());
+    QVERIFY2(clicks <= 6, qPrintable(QString::number(clicks)));
+}
+
+void SeveralDisplaysTest::theProjectsPathLeavesRoomForTheReason() {
+    Editor editor;
+    editor.open([&](const Dialog& dialog) {
+        dialog.paste(head + QStringLiteral("a,127.0.0.1,7001,\n"));
+        const QModelIndex project = dialog.find<QTableView>("tblDisplays")->model()->index(0, 2);
+        QCOMPARE(project.data().toString(), QStringLiteral("Plant.orx"));
+        QCOMPARE(project.data(Qt::ToolTipRole).toString(),
+                 QString::fromStdString(editor.projectFolder.file("Plant.orx")));
+    });
+}
+
+void SeveralDisplaysTest::whatWasDoneStaysDoneWhenOrvistaIsKilled() {
+    Editor editor;
+    const FtpTestServer good;
+    const FtpTestServer silent({"--fault", "silent-store", "--files-served", "2"});
+    editor.open([&](const Dialog& dialog) {
+        dialog.paste(head + row("good", good) + row("silent", silent));
+        dialog.click("btnStart");
+        QTRY_VERIFY_WITH_TIMEOUT(dialog.row(0).contains(QStringLiteral("|done|")), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(dialog.row(1).contains(QStringLiteral("|2 of 6|")), patience);
+        dialog.window()->findChild<QProcess*>()->kill();
+        dialog.waitForEnd();
+        QCOMPARE(dialog.row(0), "good|" + address(good) + "|done|6 of 6|");
+        QVERIFY2(dialog.row(1).startsWith("silent|" + address(silent) + "|half|2 of 6|"),
+                 qPrintable(dialog.row(1)));
+        QCOMPARE(dialog.summary(), QStringLiteral("2 of 2 displays: 1 done, 1 half"));
+    });
+    QTRY_COMPARE(transfers(), 0);
 }
 
 void SeveralDisplaysTest::stopNamesWhatIsHalfDone() {
