@@ -246,7 +246,9 @@ void RowsTable::keyPressEvent(QKeyEvent* event) {
     } else if (isEditable_ && event->key() == Qt::Key_Delete) {
         emit removalWanted();
     } else if (isEditable_ && (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)) {
-        if (editTriggers() != NoEditTriggers && currentIndex().flags() & Qt::ItemIsEditable)
+        // The Enter that ends typing comes by here, too.
+        if (state() != EditingState && editTriggers() != NoEditTriggers &&
+            currentIndex().flags() & Qt::ItemIsEditable)
             edit(currentIndex());
     } else if (rows_->isTickable() && event->key() == Qt::Key_Space) {
         tickSelected();

@@ -48,7 +48,7 @@ private:
     void takeResults(const QJsonObject& document);
     void end();
 
-    QProcess process_;
+    QProcess process_{this};
     std::vector<FleetResult> results_;
     bool isStarted_ = false;
 };

@@ -70,7 +70,7 @@ private:
     FleetRows rows_;
     Task task_ = Task::Upload;               ///< what was done last
     std::unique_ptr<ScratchFolder> scratch_; ///< of what is being sent
-    FleetProcess process_;
+    FleetProcess process_{this};
     QTimer refresh_;
 
     RowsTable* tblDisplays;

@@ -69,17 +69,18 @@ public:
                         : 1;
         return rows;
     }
-    /// Types into a cell and leaves it by Enter.
-    void type(int row, int column, const QString& text) const {
+    /// Types into a cell and leaves it by Enter. \param shown what stands there then; null for the text
+    void type(int row, int column, const QString& text, const QString& shown = {}) const {
         auto* const table = find<QTableView>("tblDisplays");
         table->setCurrentIndex(table->model()->index(row, column));
         table->setFocus();
         QTest::keyClick(table, Qt::Key_Return);
-        auto* const box = table->findChild<QLineEdit*>();
+        auto* const box = table->viewport()->findChildren<QLineEdit*>().last(); // earlier ones are going
         box->selectAll();
         QTest::keyClicks(box, text);
         QTest::keyClick(box, Qt::Key_Return);
-        QCoreApplication::processEvents(); // what was typed is told when the box is gone
+        // What was typed is told when the box is gone.
+        QTRY_COMPARE(table->model()->index(row, column).data().toString(), shown.isNull() ? text : shown);
     }
     void waitForEnd() const { QTRY_VERIFY_WITH_TIMEOUT(!button("btnStop")->isEnabled(), patience); }
     void startAndWait() const {
@@ -265,10 +266,10 @@ void SeveralDisplaysTest::whatCannotBeADisplayIsRefusedAsItIsTyped() {
     editor.open([&](const Dialog& dialog) {
         dialog.type(0, 1, QStringLiteral("127.0.0.7"));
         dialog.type(1, 1, QStringLiteral("127.0.0.7:7000"));
-        QCOMPARE(editor.messages.shown.size(), std::size_t{1});
+        QTRY_COMPARE(editor.messages.shown.size(), std::size_t{1});
         QCOMPARE(editor.messages.shown[0].text, std::string("the same name stands in row 1 already"));
-        dialog.type(0, 0, QStringLiteral("a/b"));
-        QCOMPARE(editor.messages.shown.size(), std::size_t{2});
+        dialog.type(0, 0, QStringLiteral("a/b"), QStringLiteral("127.0.0.7"));
+        QTRY_COMPARE(editor.messages.shown.size(), std::size_t{2});
         QCOMPARE(dialog.row(0), QStringLiteral("127.0.0.7|127.0.0.7|||"));
     });
 }
