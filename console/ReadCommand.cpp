@@ -99,19 +99,46 @@ std::string wholeReading(const std::vector<DisplayItem>& items, const ItemTexts&
     return (on.empty() ? "No message is on\n" : on) + values;
 }
 
-/// "14:05:03 "
+/// "14:05:03"
 std::string timeOfDay() {
     const std::time_t seconds = std::time(nullptr);
     char text[16];
-    return {text, std::strftime(text, sizeof text, "%H:%M:%S ", std::localtime(&seconds))};
+    return {text, std::strftime(text, sizeof text, "%H:%M:%S", std::localtime(&seconds))};
 }
+
+/// A display that is asked again and again: what is said when it begins to fail, fails otherwise, and answers
+/// again.
+class FailureNews {
+public:
+    FailureNews(const DisplayAddress& display, bool json) : display_(display.text()), json_(json) {}
+
+    /// For standard output; people are told at once, on standard error.
+    /// \param failure empty for an answer
+    std::string told(const std::string& failure) {
+        if (failure == failure_)
+            return {};
+        failure_ = failure;
+        const std::string time = timeOfDay();
+        if (!failure.empty())
+            complain(time + " " + display_ + ": " + failure);
+        if (json_)
+            return jsonLine(
+                {{"version", programRelease}, {"display", display_}, {"time", time}, {"failure", failure}});
+        return failure.empty() ? time + " " + display_ + " answers again\n" : std::string();
+    }
+
+private:
+    std::string display_;
+    bool json_;
+    std::string failure_;
+};
 
 std::string changedLines(const std::vector<DisplayItem>& before, const std::vector<DisplayItem>& items,
                          const ItemTexts& texts) {
     std::string lines;
     for (std::size_t i = 0; i < items.size(); ++i)
         if (items[i] != before[i])
-            lines += timeOfDay() + itemLine(items[i], texts);
+            lines += timeOfDay() + " " + itemLine(items[i], texts);
     return lines;
 }
 
@@ -129,22 +156,20 @@ ExitStatus readOnce(const DisplayAddress& display, const ReadOptions& options, s
 ExitStatus watch(const DisplayAddress& display, const ReadOptions& options, std::vector<DisplayItem> items,
                  const ItemTexts& texts) {
     std::optional<std::vector<DisplayItem>> before;
-    std::string failure;
+    FailureNews news(display, options.json);
     for (;;) {
         const auto next = std::chrono::steady_clock::now() + std::chrono::duration<double>(*options.watch);
         std::string text;
         try {
             readFromDisplay(display, items);
-            failure.clear();
+            text = news.told({});
             if (options.json)
-                text = jsonLine(jsonReading(display, items));
+                text += jsonLine(jsonReading(display, items));
             else
-                text = before ? changedLines(*before, items, texts) : wholeReading(items, texts);
+                text += before ? changedLines(*before, items, texts) : wholeReading(items, texts);
             before = items;
-        } catch (const DisplayFailure& now) {
-            if (failure != now.what())
-                complain(display.text() + ": " + now.what());
-            failure = now.what();
+        } catch (const DisplayFailure& failure) {
+            text = news.told(failure.what());
         }
         if (!printNow(text, options.json ? Reader::Program : Reader::Person))
             return ExitStatus::Well;

@@ -15,8 +15,10 @@ std::unique_ptr<TransferControl> connectedControl(const DisplayAddress& display,
     auto control = makeControl(progress);
     if (!control)
         throw FetchFailure(false, "transfers need the library libcurl, which is missing");
-    if (!DocTsfModule::connect(*control, connectionOf(display)))
-        throw FetchFailure(false, "cannot be connected to");
+    if (!DocTsfModule::connect(*control, connectionOf(display))) {
+        const std::string cause = control->cause();
+        throw FetchFailure(false, cause.empty() ? "cannot be connected to" : cause);
+    }
     return control;
 }
 
@@ -27,11 +29,14 @@ void fetchDisplayFiles(const DisplayAddress& display, const std::string& folder,
     const auto control = connectedControl(display, progress, makeControl);
     progress.showActivity("Downloading files");
     const bool fetched = transferSucceeded(control->DownloadFiles({}, folder));
+    const std::string cause = fetched ? std::string() : control->cause();
     control->CloseLink();
     if (fetched)
         return;
     const std::string fault = writingFault(folder);
-    throw FetchFailure(true, fault.empty() ? "its files could not be fetched" : fault);
+    throw FetchFailure(true, !fault.empty()   ? fault
+                             : !cause.empty() ? cause
+                                              : "its files could not be fetched");
 }
 
 } // namespace orvista

@@ -44,15 +44,15 @@ public:
         progress_.enter(UploadStage::Sending);
         const PathRules paths = PathRules::native();
         const SentFiles sent = DocTsfModule::sendFolder(*control, folder_, paths, progress_);
+        std::string fault = faultOf(sent, paths);
         if (sent.failedPath)
-            return stoppedUpload(sent.arrived, paths.split(*sent.failedPath)->name + " was not taken");
-        if (wishes.faultOfSent)
-            return verified(wishes, sent.arrived.size());
-        return {FleetOutcome::Done, {}, sent.arrived.size()};
+            return stoppedUpload(sent.arrived, fault);
+        const TransferEnd done{FleetOutcome::Done, std::move(fault), sent.arrived.size()};
+        return wishes.faultOfSent ? verified(wishes, done) : done;
     }
 
 private:
-    TransferEnd verified(const UploadWishes& wishes, std::size_t files) {
+    TransferEnd verified(const UploadWishes& wishes, const TransferEnd& done) {
         progress_.enter(UploadStage::Verifying);
         const ScratchFolder fetched;
         std::string fault;
@@ -63,8 +63,8 @@ private:
             fault = failure.what();
         }
         if (!fault.empty())
-            return {FleetOutcome::Failed, "sent, but not verified: " + fault, files};
-        return {FleetOutcome::Done, {}, files};
+            return {FleetOutcome::Failed, "sent, but not verified: " + fault, done.files};
+        return done;
     }
 
     const DisplayAddress& display_;

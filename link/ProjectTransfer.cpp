@@ -47,20 +47,33 @@ void ProjectTransfer::Upload() {
         running_.during([&] { send(*connection); });
 }
 
+/// False where the device does not take the connection; the line says why.
+/// \param control null where there is none
+bool ProjectTransfer::connected(TransferControl* control, const DeviceConnection& connection) {
+    if (control != nullptr && connect(*control, connection))
+        return true;
+    if (const std::string cause = control != nullptr ? control->cause() : std::string(); !cause.empty())
+        dialogs_.showCause(connection.txtIP + ": " + cause);
+    return false;
+}
+
 void ProjectTransfer::send(const DeviceConnection& connection) {
+    dialogs_.showCause({});
     auto progress = dialogs_.showProgress("Upload");
     progress->showActivity("Connecting to " + connection.txtIP);
     const auto control = makeControl_(*progress);
-    if (!control || !connect(*control, connection)) {
+    if (!connected(control.get(), connection)) {
         progress.reset();
         messages_.show(MessageIcon::Exclamation, "Connect Fail!");
         return;
     }
-    const auto failed =
-        sendFolder(*control, project_.ProjPath, lifecycle_.environment().paths, *progress).failedPath;
+    const PathRules& paths = lifecycle_.environment().paths;
+    const SentFiles sent = sendFolder(*control, project_.ProjPath, paths, *progress);
     progress.reset();
-    if (failed)
-        messages_.show(MessageIcon::Exclamation, "Unable to upload " + *failed);
+    if (!sent.cause.empty())
+        dialogs_.showCause(faultOf(sent, paths));
+    if (sent.failedPath)
+        messages_.show(MessageIcon::Exclamation, "Unable to upload " + *sent.failedPath);
     else
         messages_.show(MessageIcon::Information, "All files were successfully uploaded");
 }
@@ -94,11 +107,12 @@ FetchedDisplay ProjectTransfer::fetch(const DeviceConnection& connection, const 
                                       const std::string& folder) {
     FetchedDisplay display{
         FetchedDisplay::End::Failed, connection.txtIP + ":" + connection.txtPort, {}, connection.txtIP};
+    dialogs_.showCause({});
     auto window = dialogs_.showProgress(title);
     HeardProgress progress(*window, display.missing);
     progress.showActivity("Connecting to " + connection.txtIP);
     const auto control = makeControl_(progress);
-    if (!control || !connect(*control, connection)) {
+    if (!connected(control.get(), connection)) {
         window.reset();
         messages_.show(MessageIcon::Exclamation, "Connect Fail!");
         return display;
@@ -108,6 +122,8 @@ FetchedDisplay ProjectTransfer::fetch(const DeviceConnection& connection, const 
         display.end = FetchedDisplay::End::Fetched;
     } else {
         window.reset();
+        if (const std::string cause = control->cause(); !cause.empty())
+            dialogs_.showCause(cause);
         messages_.show(MessageIcon::Exclamation, "Download Fail!");
     }
     control->CloseLink();

@@ -21,6 +21,10 @@ public:
     virtual std::optional<DeviceConnection> chooseConnection(const std::string& deviceAddress,
                                                              const std::string& caption) = 0;
     virtual std::unique_ptr<TransferProgress> showProgress(const std::string& title) = 0;
+    /// Says in a line why a transfer failed or what the device did not confirm, beside the box that tells of
+    /// its end.
+    /// \param text UTF-8; empty when a transfer begins, of which nothing is to be said yet
+    virtual void showCause(const std::string& text) = 0;
 };
 
 class ProjectTransfer final {
@@ -49,6 +53,7 @@ private:
     void send(const DeviceConnection& connection);
     FetchedDisplay fetch(const DeviceConnection& connection, const std::string& title,
                          const std::string& folder);
+    bool connected(TransferControl* control, const DeviceConnection& connection);
     void openDownloadedProject(const ChosenProject& target);
     std::optional<DeviceConnection> chooseConnection(const std::string& caption);
 

@@ -30,6 +30,10 @@ public:
     /// \param argument always empty
     /// \param folder without a trailing separator
     virtual std::int64_t DownloadFiles(const std::string& argument, const std::string& folder) = 0;
+
+    /// Why the last operation failed, in words (UTF-8); empty where it did not, or where the control cannot
+    /// tell. Of FinishUpload: why the device did not confirm the end.
+    virtual std::string cause() const { return {}; }
 };
 
 /// Results count as 16-bit signed numbers: success is 1 to 32767, anything else is a failure.

@@ -11,8 +11,8 @@ namespace orvista {
 /// outlive the control's calls.
 std::unique_ptr<TransferControl> makeTransferControl(DocTsfModule::TransferProgress& progress);
 
-/// While it is held, controls that are made one after the other begin with what the first one has loaded. Null
-/// where there is nothing to hold.
+/// While it is held, controls that are made one after the other begin with what the first one has loaded.
+/// Null where there is nothing to hold.
 std::shared_ptr<const void> keptTransferLibrary();
 
 } // namespace orvista

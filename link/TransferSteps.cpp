@@ -1,5 +1,6 @@
 #include "link/TransferSteps.h"
 
+#include "link/TransferCause.h"
 #include "link/TransferredFiles.h"
 #include "model/Numbers.h"
 
@@ -18,10 +19,12 @@ SentFiles sendFiles(TransferControl& control, const std::string& folder, const P
         const std::size_t number = sent.arrived.size() + 1;
         progress.showFile(name, number, std::max(number, count));
         std::string path = paths.join(folder, name);
-        if (transferSucceeded(control.UploadFile(path)))
+        if (transferSucceeded(control.UploadFile(path))) {
             sent.arrived.push_back(std::move(name));
-        else
+        } else {
             sent.failedPath = std::move(path);
+            sent.cause = control.cause();
+        }
         return !sent.failedPath;
     };
     for (const std::string_view name : transferredDeviceFiles) {
@@ -44,12 +47,20 @@ bool connect(TransferControl& control, const DeviceConnection& connection) {
     return transferSucceeded(control.OpenLink());
 }
 
+std::string faultOf(const SentFiles& sent, const PathRules& paths) {
+    if (sent.failedPath)
+        return withCause(paths.split(*sent.failedPath)->name + " was not taken", sent.cause);
+    return sent.cause.empty() ? std::string() : withCause("the end was not confirmed", sent.cause);
+}
+
 SentFiles sendFolder(TransferControl& control, const std::string& folder, const PathRules& paths,
                      TransferProgress& progress) {
     control.PrepareUpload({});
     SentFiles sent = sendFiles(control, folder, paths, progress);
-    if (!sent.failedPath)
+    if (!sent.failedPath) {
         control.FinishUpload();
+        sent.cause = control.cause();
+    }
     control.CloseLink();
     return sent;
 }

@@ -45,7 +45,12 @@ bool connect(TransferControl& control, const DeviceConnection& connection);
 struct SentFiles {
     std::vector<std::string> arrived;      ///< names, in the order in which they were sent
     std::optional<std::string> failedPath; ///< of the file that was not taken: the last that was tried
+    /// Why that file was not taken, or the end not confirmed; empty where all is well or nobody can tell.
+    std::string cause;
 };
+
+/// "stdmsg.ilm was not taken: 452 disk full", "the end was not confirmed: hung up"; empty where all is well.
+std::string faultOf(const SentFiles& sent, const PathRules& paths);
 
 /// Sends the five device files of `folder` and then its bitmaps over an open link, tells the device of the
 /// beginning and, where every file arrived, of the end, and closes the link.

@@ -69,6 +69,7 @@ EditorProgram::EditorProgram(const std::string& programFolder, std::uint16_t mod
     window_.testerPage().useActions(testerClient_);
     testerClient_.giveWayTo(transfer_.running());
     window_.useTransfer(transfer_);
+    transfer_.tellCauses([this](const QString& text) { window_.showNotice(text); });
     messages_.useParent(&window_);
     chooser_.useParent(&window_);
 }

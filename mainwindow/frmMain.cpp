@@ -329,6 +329,10 @@ bool frmMain::event(QEvent* event) {
     return QMainWindow::event(event);
 }
 
+void frmMain::showNotice(const QString& text) {
+    dock_->showNotice(text);
+}
+
 void frmMain::RefreshViews() {
     systemPage_->refresh();
     modbusPage_->refresh();

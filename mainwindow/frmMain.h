@@ -71,6 +71,9 @@ public:
     /// Carries out Upload and Download; must outlive the window. Without one they do nothing.
     void useTransfer(TransferCommands& transfer) { transfer_ = &transfer; }
 
+    /// Says something in the dock's line; an empty text takes the line away.
+    void showNotice(const QString& text);
+
     DocMgrModule::ProjectLifecycle& lifecycle() { return lifecycle_; }
     MessageListPage& messagePage() { return *messagePage_; }
     Recovery& recovery() { return *recovery_; }

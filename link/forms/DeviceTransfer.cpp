@@ -30,4 +30,11 @@ std::unique_ptr<DocTsfModule::TransferProgress> DeviceTransfer::showProgress(con
     return std::make_unique<TransferProgressWindow>(QString::fromStdString(title), &window_);
 }
 
+void DeviceTransfer::showCause(const std::string& text) {
+    // The line may say something else by now.
+    if (tellCause_ && (isCauseTold_ || !text.empty()))
+        tellCause_(QString::fromStdString(text));
+    isCauseTold_ = !text.empty();
+}
+
 } // namespace orvista

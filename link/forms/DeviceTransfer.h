@@ -3,6 +3,11 @@
 #include "link/ProjectTransfer.h"
 #include "link/TransferCommands.h"
 
+#include <QString>
+
+#include <functional>
+#include <utility>
+
 class QWidget;
 
 namespace orvista {
@@ -14,6 +19,8 @@ public:
     DeviceTransfer(Project& project, DocMgrModule::ProjectLifecycle& lifecycle, ProjectChooser& chooser,
                    Messages& messages, QWidget& window, DocTsfModule::TransferControlMaker makeControl);
 
+    /// Says in a line why a transfer failed; an empty text takes that line away.
+    void tellCauses(std::function<void(const QString&)> tell) { tellCause_ = std::move(tell); }
     RunningTransfer& running() { return transfer_.running(); }
     void upload() override { transfer_.Upload(); }
     FetchedDisplay download() override { return transfer_.Download(); }
@@ -25,8 +32,11 @@ private:
     std::optional<DocTsfModule::DeviceConnection> chooseConnection(const std::string& deviceAddress,
                                                                    const std::string& caption) override;
     std::unique_ptr<DocTsfModule::TransferProgress> showProgress(const std::string& title) override;
+    void showCause(const std::string& text) override;
 
     QWidget& window_;
+    std::function<void(const QString&)> tellCause_;
+    bool isCauseTold_ = false;
     DocTsfModule::ProjectTransfer transfer_;
 };
 

@@ -1,7 +1,10 @@
 #include "link/ftp/FtpLink.h"
 
+#include "link/TransferCause.h"
+#include "link/ftp/FtpCause.h"
 #include "model/Bytes.h"
 
+#include <algorithm>
 #include <exception>
 #include <utility>
 
@@ -109,9 +112,16 @@ bool FtpLink::list(const Receiver& receiver) {
     return perform();
 }
 
-std::size_t FtpLink::noteAnswer(char*, std::size_t size, std::size_t count, void* link) {
+std::size_t FtpLink::noteAnswer(char* bytes, std::size_t size, std::size_t count, void* link) {
     auto& self = *static_cast<FtpLink*>(link);
     self.watch_.noteAnswer(self.clock_());
+    std::string_view line(bytes, size * count);
+    line = line.substr(0, std::min(line.find_last_not_of("\r\n") + 1, line.size()));
+    if (isFtpReply(line))
+        self.lastReply_ = line;
+    else if (self.lastReply_.empty() && !self.open_ && !line.empty() &&
+             (line.front() < '0' || line.front() > '9'))
+        self.hasStrangeLine_ = true; // no greeting, nor the beginning of a long one
     return size * count;
 }
 
@@ -131,7 +141,8 @@ int FtpLink::acceptConnection(void* link, char*, char*, int, int localPort) {
     auto& self = *static_cast<FtpLink*>(link);
     if (self.localPort_ == 0)
         self.localPort_ = localPort;
-    return self.localPort_ == localPort ? CURL_PREREQFUNC_OK : CURL_PREREQFUNC_ABORT;
+    self.isReconnect_ = self.localPort_ != localPort;
+    return self.isReconnect_ ? CURL_PREREQFUNC_ABORT : CURL_PREREQFUNC_OK;
 }
 
 void FtpLink::prepare(const std::string& remoteName) {
@@ -170,10 +181,16 @@ bool FtpLink::setUrl(const std::string& remoteName) {
 }
 
 bool FtpLink::perform() {
+    code_ = CURLE_OK;
+    lastReply_.clear();
+    givenUpCause_.clear();
+    cause_.clear();
     if (!usable_ || curl_->multiAddHandle(multi_.get(), handle_.get()) != CURLM_OK)
         return false;
     watch_ = TransferWatch(clock_(), server_.timeout);
     const bool done = runToItsEnd();
+    if (!done)
+        cause_ = causeOfFailure();
     // Closes the connection of a transfer that was given up, without a farewell nobody would answer.
     curl_->multiRemoveHandle(multi_.get(), handle_.get());
     dataEnd_.forget();
@@ -182,7 +199,7 @@ bool FtpLink::perform() {
 
 bool FtpLink::runToItsEnd() {
     for (int running = 1;;) {
-        if (curl_->multiPerform(multi_.get(), &running) != CURLM_OK || dataEnd_.hasMore())
+        if (curl_->multiPerform(multi_.get(), &running) != CURLM_OK || hasMoreThanToldOf())
             return false;
         if (running == 0)
             break;
@@ -191,7 +208,8 @@ bool FtpLink::runToItsEnd() {
     }
     int others = 0;
     const CURLMsg* const end = curl_->multiInfoRead(multi_.get(), &others);
-    return end && end->data.result == CURLE_OK && seesEndOfData();
+    code_ = end ? end->data.result : CURLE_OK;
+    return end && code_ == CURLE_OK && seesEndOfData();
 }
 
 /// The device may say that all is sent before the last of it is here.
@@ -200,15 +218,38 @@ bool FtpLink::seesEndOfData() {
         if (isGivenUp())
             return false;
         dataEnd_.wait(pollMilliseconds);
-        if (dataEnd_.hasMore())
+        if (hasMoreThanToldOf())
             return false;
     }
     return true;
 }
 
+bool FtpLink::hasMoreThanToldOf() {
+    if (!dataEnd_.hasMore())
+        return false;
+    givenUpCause_ = "it is longer than the display said";
+    return true;
+}
+
 bool FtpLink::isGivenUp() {
+    if (isToEnd_ && isToEnd_()) {
+        givenUpCause_ = "interrupted";
+        return true;
+    }
     // Connecting and logging in have a limit of their own, and so has each answer.
-    return (isToEnd_ && isToEnd_()) || (open_ && watch_.isOver(clock_(), movedBytes()));
+    const TransferWatch::Time now = clock_();
+    if (!open_ || !watch_.isOver(now, movedBytes()))
+        return false;
+    givenUpCause_ = watch_.isSilent(now) ? silenceCause(server_.timeout) : "less than 1 KB in 30 s";
+    return true;
+}
+
+std::string FtpLink::causeOfFailure() {
+    if (!givenUpCause_.empty())
+        return givenUpCause_;
+    long error = 0;
+    curl_->easyGetInfo(handle_.get(), CURLINFO_OS_ERRNO, &error);
+    return ftpCause({code_, !open_, isReconnect_, hasStrangeLine_, error, lastReply_, server_.timeout});
 }
 
 std::int64_t FtpLink::movedBytes() const {

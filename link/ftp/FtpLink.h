@@ -38,6 +38,10 @@ public:
     FtpLink& operator=(const FtpLink&) = delete;
 
     bool isOpen() const { return open_; }
+    /// Why the last call failed; empty where it did not.
+    const std::string& cause() const { return cause_; }
+    /// What the device answered last to the last call, without the line end; empty where nothing came.
+    const std::string& lastReply() const { return lastReply_; }
 
     /// A command outside any transfer. A server may refuse it; that does not count as a failure.
     bool command(std::string_view line);
@@ -60,7 +64,9 @@ private:
     bool perform();
     bool runToItsEnd();
     bool seesEndOfData();
+    bool hasMoreThanToldOf();
     bool isGivenUp();
+    std::string causeOfFailure();
     std::int64_t movedBytes() const;
     template <typename Value>
     void set(CURLoption option, Value value) {
@@ -73,6 +79,12 @@ private:
     EndCondition isToEnd_;
     TransferWatch watch_;
     DataEnd dataEnd_;
+    CURLcode code_ = CURLE_OK; ///< of the last call
+    std::string givenUpCause_; ///< of the last call, where it was ended here
+    std::string lastReply_;
+    std::string cause_;
+    bool hasStrangeLine_ = false;
+    bool isReconnect_ = false;
     int localPort_ = 0;
     bool usable_ = true;
     bool open_ = false;

@@ -1,7 +1,9 @@
 #include "link/ftp/FtpTransferControl.h"
 
+#include "link/TransferCause.h"
 #include "link/TransferredFiles.h"
 #include "link/ftp/DownloadStaging.h"
+#include "link/ftp/FtpCause.h"
 #include "link/ftp/FtpLink.h"
 #include "link/ftp/RemoteNames.h"
 #include "model/BitmapName.h"
@@ -69,25 +71,31 @@ void FtpTransferControl::RemotePort(std::int16_t port) {
     port_ = port;
 }
 
+std::int64_t FtpTransferControl::failed(std::string cause) {
+    cause_ = std::move(cause);
+    return failure;
+}
+
 std::int64_t FtpTransferControl::OpenLink() {
     CloseLink();
     if (port_ <= 0)
-        return failure;
+        return failed("there is no such port");
     auto library = CurlLibrary::open();
     if (!library)
-        return failure;
+        return failed("transfers need the library libcurl, which is missing");
     auto link = std::make_unique<FtpLink>(
         std::move(library),
         FtpLink::Server{address_, static_cast<std::uint16_t>(port_), ftpUser, ftpPassword, timeout_}, clock_,
         isToEnd_);
     if (!link->isOpen())
-        return failure;
+        return failed(link->cause());
     link_ = std::move(link);
     return success;
 }
 
 void FtpTransferControl::CloseLink() {
     link_.reset();
+    cause_.clear();
 }
 
 void FtpTransferControl::PrepareUpload(const std::string&) {
@@ -95,55 +103,72 @@ void FtpTransferControl::PrepareUpload(const std::string&) {
         link_->command(uploadBeginsCommand);
 }
 
+/// Who does not know the command has confirmed all that it could with the last file.
 void FtpTransferControl::FinishUpload() {
-    if (link_)
-        link_->command(uploadEndsCommand);
+    cause_.clear();
+    if (!link_)
+        return;
+    if (!link_->command(uploadEndsCommand))
+        cause_ = link_->cause();
+    else if (const std::string& reply = link_->lastReply();
+             isFtpRefusal(reply) && !isUnknownFtpCommand(reply))
+        cause_ = replyCause(reply);
 }
 
 std::int64_t FtpTransferControl::UploadFile(const std::string& path) {
+    cause_.clear();
     const auto parts = paths_.split(path);
     if (!link_ || !parts)
         return failure;
     const bool ofDevice = isDeviceFile(parts->name);
     const auto name = remoteFileName(ofDevice ? lowerAscii(parts->name) : parts->name);
     if (!name)
-        return failure;
+        return failed("the display has no such characters in names");
     try {
         FileSource source(ofDevice ? deviceFileOnDisk(paths_, path) : path);
-        return link_->store(*name, source) ? success : failure;
-    } catch (const OpenFailure&) {
-        return failure;
+        return link_->store(*name, source) ? success : failed(link_->cause());
+    } catch (const OpenFailure& unreadable) {
+        return failed("it cannot be read here: " + unreadable.code().message());
     }
 }
 
 std::int64_t FtpTransferControl::DownloadFiles(const std::string&, const std::string& folder) {
+    cause_.clear();
     if (!link_ || folder.empty())
         return failure;
+    try {
+        return fetchFiles(folder);
+    } catch (const std::system_error& refused) { // whatever the folder or the disk refused
+        return failed(refused.what());
+    }
+}
+
+/// \throws std::system_error
+std::int64_t FtpTransferControl::fetchFiles(const std::string& folder) {
     RemoteListing listing;
     const bool listed = link_->list([&](std::string_view piece) { return listing.append(piece); });
-    if (!listing.finish() || !listed)
-        return failure;
-    try {
-        const std::vector<WantedFile> wanted = wantedFiles(listing, folder, paths_);
-        DownloadStaging staging(folder, paths_);
-        std::vector<std::string> stagedPaths;
-        stagedPaths.reserve(wanted.size());
-        for (const WantedFile& file : wanted)
-            stagedPaths.push_back(staging.pathFor(file.finalPath));
-        for (std::size_t index = 0; index < wanted.size(); ++index) {
-            if (notice_)
-                notice_(wanted[index].shownName, index + 1, wanted.size());
-            FileSink sink(stagedPaths[index]);
-            if (!link_->fetch(wanted[index].remoteName, fileSizeLimit, sink)) {
-                noteMissing(wanted[index].remoteName, listing);
-                return failure;
-            }
-            sink.close();
+    if (!listing.finish())
+        return failed("its list of files is too long");
+    if (!listed)
+        return failed(withCause("its list of files could not be fetched", link_->cause()));
+    const std::vector<WantedFile> wanted = wantedFiles(listing, folder, paths_);
+    DownloadStaging staging(folder, paths_);
+    std::vector<std::string> stagedPaths;
+    stagedPaths.reserve(wanted.size());
+    for (const WantedFile& file : wanted)
+        stagedPaths.push_back(staging.pathFor(file.finalPath));
+    for (std::size_t index = 0; index < wanted.size(); ++index) {
+        const WantedFile& file = wanted[index];
+        if (notice_)
+            notice_(file.shownName, index + 1, wanted.size());
+        FileSink sink(stagedPaths[index]);
+        if (!link_->fetch(file.remoteName, fileSizeLimit, sink)) {
+            noteMissing(file.remoteName, listing);
+            return failed(withCause(file.shownName + " could not be fetched", link_->cause()));
         }
-        staging.complete();
-    } catch (const std::system_error&) { // whatever the folder or the disk refused
-        return failure;
+        sink.close();
     }
+    staging.complete();
     return success;
 }
 

@@ -68,8 +68,12 @@ public:
     void FinishUpload() override;
     std::int64_t UploadFile(const std::string& path) override;
     std::int64_t DownloadFiles(const std::string& argument, const std::string& folder) override;
+    std::string cause() const override { return cause_; }
 
 private:
+    std::int64_t failed(std::string cause);
+    std::int64_t fetchFiles(const std::string& folder);
+
     void noteMissing(const std::string& remoteName, const RemoteListing& listing) const;
 
     FileNotice notice_;
@@ -81,6 +85,7 @@ private:
     std::string address_;
     std::int16_t port_ = 0;
     std::unique_ptr<FtpLink> link_;
+    std::string cause_; ///< of the last operation
 };
 
 } // namespace orvista

@@ -15,9 +15,8 @@ bool TransferWatch::isOver(Time now, std::int64_t moved) {
         samples_.push_back({now, moved});
     while (samples_.size() > 1 && now - samples_[1].time >= window)
         samples_.pop_front();
-    const bool isSilent = now - lastHeard_ >= timeout_;
     const bool hasRunAWindow = now - samples_.front().time >= window;
-    return isSilent || (hasRunAWindow && moved - samples_.front().moved < leastInWindow);
+    return isSilent(now) || (hasRunAWindow && moved - samples_.front().moved < leastInWindow);
 }
 
 } // namespace orvista

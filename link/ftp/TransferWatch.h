@@ -27,6 +27,8 @@ public:
     void noteAnswer(Time now) { lastHeard_ = now; }
     /// True when the transfer is to end. \param moved its bytes so far, in either direction
     bool isOver(Time now, std::int64_t moved);
+    /// Whether it is silence that ends it.
+    bool isSilent(Time now) const { return now - lastHeard_ >= timeout_; }
 
 private:
     struct Sample {

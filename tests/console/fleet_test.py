@@ -54,8 +54,8 @@ class Upload(FleetTest):
         results, states = self.results(1, "upload", "plant/LINE3.orx", "--jobs", "2", "--to", NOBODY, refusing.address,
                                        *(display.address for display in good))
         self.assertEqual(list(results), [NOBODY, refusing.address, *(display.address for display in good)])
-        self.assertEqual((results[NOBODY]["result"], results[NOBODY]["reason"]), ("failed", "cannot be connected to"))
-        self.assertEqual(results[refusing.address]["reason"], "modbus.adr was not taken")
+        self.assertEqual((results[NOBODY]["result"], results[NOBODY]["reason"]), ("failed", "connection refused"))
+        self.assertEqual(results[refusing.address]["reason"], "modbus.adr was not taken: 550 Not enough privileges.")
         for display in good:
             self.assertEqual((results[display.address]["result"], results[display.address]["files"]), ("done", 7))
             self.assertEqual(display.files(), self.sent())
@@ -86,7 +86,7 @@ class Upload(FleetTest):
             self.assertEqual(result["files"], len(there), result)
             self.assertEqual(result["result"], "half" if there else "failed")
             if there:
-                self.assertEqual(result["reason"], f"{names[len(there)]} was not taken; arrived: {', '.join(there)}")
+                self.assertEqual(result["reason"], f"{names[len(there)]} was not taken: hung up; arrived: {', '.join(there)}")
         self.assertLessEqual({"half", "failed"}, seen)
         self.assertEqual(results[whole.address]["result"], "done")
 
@@ -169,7 +169,7 @@ class Upload(FleetTest):
         self.displays.serve()
         (self.folder / "plant" / "z\n\x1b[2J.bmp").write_bytes(b"BM")
         out, _ = self.outcome(1, "upload", "plant/LINE3.orx", "--to", display.address)
-        self.assertIn("half: z??[2J.bmp was not taken; arrived: ", out)
+        self.assertIn("half: z??[2J.bmp was not taken: the display has no such characters in names; arrived: ", out)
         self.assertEqual(out.count("\n"), 1)
 
     def test_a_project_that_cannot_be_read_is_status_2_and_nothing_is_sent(self):
@@ -674,7 +674,7 @@ class Simulators(FleetTest):
             files = {path.name: path.read_bytes() for path in (self.folder / name).iterdir()}
             if name == "sim7":
                 self.assertEqual((result["result"], result["reason"]),
-                                 ("half", "stdmsg.ilm was not taken; arrived: modbus.adr, ilmvar.def"))
+                                 ("half", "stdmsg.ilm was not taken: 452 No space left on the device; arrived: modbus.adr, ilmvar.def"))
             else:
                 self.assertEqual((result["result"], files), ("done", self.sent()))
         rows.pop(7)

@@ -50,7 +50,7 @@ class Control(FTPHandler):
         display.commands.append(line)
         if len(display.commands) == display.hangs_up_at:
             self.close()
-        else:
+        elif not self.display.silent_at or len(self.display.commands) < self.display.silent_at:
             super().pre_process_command(line, cmd, arg)
 
     def ftp_SIZE(self, path):
@@ -63,6 +63,9 @@ class Control(FTPHandler):
         # To a display that is done with its file once the system has taken the bytes, all is well.
         if self.display.lies and resp.startswith("426 "):
             resp = "226 Transfer complete."
+        for beginning, other in self.display.replies.items():
+            if resp.startswith(beginning):
+                resp = other
         super().respond(resp, *arguments, **keywords)
 
     def ftp_NLST(self, path):
@@ -83,6 +86,8 @@ class Display:
         self.lies = faults.pop("lies", None)  # the size it gives each file
         self.listing = faults.pop("listing", None)  # bytes instead of the true one
         self.spoils = faults.pop("spoils", None)  # the file that gets other bytes than were sent
+        self.silent_at = faults.pop("silent_at", 0)  # says nothing any more from this command on
+        self.replies = faults.pop("replies", {})  # by the beginning of a reply, what is said instead
         read_only = faults.pop("read_only", False)
         assert not faults, faults
         root.mkdir(parents=True, exist_ok=True)

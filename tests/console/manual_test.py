@@ -206,7 +206,14 @@ class Manual(ProgramTest):
         (self.folder / "other" / "BAD.orx").write_bytes(
             (self.folder / PROJECT).read_bytes().replace(b"pump.bmp", b"none.bmp"))
         self.assertEqual(self.shell(step), (1, b""))
-        for name in ("PUMPSTATION-addresses.html", "PUMPSTATION-addresses.csv", "other/BAD-addresses.csv"):
+        (self.folder / "a").mkdir()
+        (self.folder / "a" / "CUT.orx").write_bytes((self.folder / PROJECT).read_bytes()[:9000])
+        names = ("PUMPSTATION-addresses.html", "PUMPSTATION-addresses.csv", "other/BAD-addresses.csv")
+        for name in names:
+            (self.folder / name).unlink(missing_ok=True)
+        status, error = self.shell(step)
+        self.assertEqual((status, error.count(b"orvista: ./a/CUT.orx is not whole: ")), (1, 2), error)
+        for name in names:
             self.assertTrue((self.folder / name).is_file(), name)
 
     def fleet_page(self, first):
@@ -220,15 +227,36 @@ class Manual(ProgramTest):
         (self.folder / "log").mkdir()
         text = (SOURCE / "docs" / "fleet.md").read_text("utf-8")
         lines = re.findall(r"^    (?:[\d*]+ ){5}((?:cd|orvista) .*)$", text, re.M)
-        self.assertEqual(len(lines), 2)
+        self.assertEqual(len(lines), 3)
+        lines = [line.replace("/srv/plant", str(self.folder)).replace("/srv/backup", str(self.folder / "backup"))
+                 .replace("/var/log/orvista", str(self.folder / "log")) for line in lines]
         for line in lines:
-            line = line.replace("/srv/plant", str(self.folder)).replace("/srv/backup", str(self.folder / "backup"))
-            line = line.replace("/var/log/orvista", str(self.folder / "log"))
             self.assertNotIn("/srv", line)
             self.assertEqual(self.shell(line), (0, b""), [path.read_text() for path in (self.folder / "log").iterdir()])
         self.assertIn("2 equal", (self.folder / "log" / "upload.log").read_text())
         self.assertEqual(len(list((self.folder / "backup" / "line 104").glob("????-??-??T??????Z/line 104.orx"))), 1)
         self.assertIn("line 103,", (self.folder / "log" / "displays.csv").read_text("utf-8"))
+        self.assertEqual((self.folder / "log" / "compare.log").read_text(), "2 equal\n")
+        self.cron_lines_with_trouble(lines, displays)
+
+    def cron_lines_with_trouble(self, lines, displays):
+        """A display that is off, and a project that is cut off: the others get theirs, and are told of."""
+        (self.folder / "cut").mkdir()
+        (self.folder / "cut" / "CUT.orx").write_bytes((self.folder / PROJECT).read_bytes()[:9000])
+        with open(self.folder / "displays.csv", "a", encoding="utf-8") as rows:
+            rows.write(f"\ndead,127.0.0.1,1,{PROJECT}\ncut,127.0.0.2,1,cut/CUT.orx\n")
+        (self.folder / "pump.bmp").write_bytes((self.folder / "pump.bmp").read_bytes() + b" ")
+        for line in lines:
+            self.assertEqual(self.shell(line), (1, b""))
+        for name, result in (("displays.csv", "done"), ("differing.csv", None)):
+            table = (self.folder / "log" / name).read_text("utf-8-sig")
+            self.assertRegex(table, r'(?m)^dead,127\.0\.0\.1:1,failed,connection refused,0,')
+            self.assertRegex(table, r'(?m)^cut,127\.0\.0\.2:1,refused,"?cut/CUT\.orx is not whole: ')
+            self.assertEqual(table.count(f",{result},"), 2 if result else 0)
+            self.assertEqual(len(table.splitlines()), 5 if result else 3)
+        results = [json.loads(line)["result"] for line in (self.folder / "log" / "displays.jsonl").read_text().splitlines()]
+        self.assertEqual(sorted(results), ["done", "done", "equal", "equal", "failed", "refused"])
+        self.assertEqual(len(list((self.folder / "backup").iterdir())), len(displays))
 
     @unittest.skipUnless(shutil.which("ansible-playbook"), "Ansible is not installed")
     def test_the_play_sends_and_then_changes_nothing(self):

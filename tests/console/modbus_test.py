@@ -193,6 +193,31 @@ class Reading(ProgramTest):
         process.communicate(timeout=30)
         self.assertEqual(process.returncode, -signal.SIGINT)
 
+    def test_watch_tells_when_a_display_fails_and_when_it_answers_again(self):
+        for options in ([], ["--json"]):
+            hangs_up = [True]
+            with Scripted(lambda request, hangs_up=hangs_up: None if hangs_up else right_answer(request)) as display:
+                process = subprocess.Popen([PROGRAM, "read", display.display, "--project", PROJECT, "--watch", "0.5", *options],
+                                           cwd=self.folder, stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True)
+                said = process.stderr.readline()
+                self.assertRegex(said, rf"^orvista: \d\d:\d\d:\d\d {display.display}: .")
+                if options:
+                    failure = json.loads(process.stdout.readline())
+                    self.assertEqual(list(failure), ["version", "display", "time", "failure"])
+                    self.assertEqual(said, f"orvista: {failure['time']} {display.display}: {failure['failure']}\n")
+                hangs_up.clear()
+                lines = [process.stdout.readline() for _ in range(2)]
+                if options:
+                    again = json.loads(lines[0])
+                    self.assertRegex(again["time"], r"^\d\d:\d\d:\d\d$")
+                    self.assertEqual((again["display"], again["failure"]), (display.display, ""))
+                    self.assertEqual(json.loads(lines[1])["on"], [])
+                else:
+                    self.assertRegex(lines[0], rf"^\d\d:\d\d:\d\d {display.display} answers again\n$")
+                    self.assertEqual(lines[1], "No message is on\n")
+                process.kill()
+                process.communicate()
+
     def test_watch_ends_with_its_reader_though_nothing_changes(self):
         with Server() as server:
             process = subprocess.Popen([PROGRAM, "read", server.display, "--project", PROJECT, "--watch", "0.5"],

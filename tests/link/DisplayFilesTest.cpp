@@ -54,14 +54,14 @@ TEST_F(DisplayFilesTest, FetchesTheDeviceFilesAndTheBitmaps) {
 TEST_F(DisplayFilesTest, ADisplayThatLacksAFileLeavesTheFolderAsItWas) {
     server.putDeviceFiles();
     std::filesystem::remove(server.file("altmsg.ilm"));
-    EXPECT_EQ(fetched(port(), folder.path(), connected), "its files could not be fetched");
+    EXPECT_EQ(fetched(port(), folder.path(), connected), "altmsg.ilm could not be fetched: 550 /altmsg.ilm is not retrievable.");
     EXPECT_TRUE(connected);
     EXPECT_TRUE(std::filesystem::is_empty(folder.path()));
 }
 
 TEST_F(DisplayFilesTest, TellsThatNobodyListens) {
     constexpr std::uint16_t portOfNobody = 1;
-    EXPECT_EQ(fetched(portOfNobody, folder.path(), connected), "cannot be connected to");
+    EXPECT_EQ(fetched(portOfNobody, folder.path(), connected), "connection refused");
     EXPECT_FALSE(connected);
 }
 

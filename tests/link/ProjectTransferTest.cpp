@@ -38,6 +38,8 @@ struct ControlScript {
     std::int64_t downloadResult = 1;
     std::map<std::string, std::int64_t> uploadResults; ///< by bare name; others give 1
     Lines missing;                                     ///< which a failed download names
+    std::string cause;                                 ///< of a failure
+    std::string endCause;                              ///< why the end is not confirmed
     std::function<void()> open;
     std::function<void(const std::string& folder)> download;
     std::function<void(const std::string& path)> upload;
@@ -59,7 +61,11 @@ public:
     }
     void CloseLink() override { note("CloseLink"); }
     void PrepareUpload(const std::string& argument) override { note("PrepareUpload <" + argument + ">"); }
-    void FinishUpload() override { note("FinishUpload"); }
+    void FinishUpload() override {
+        note("FinishUpload");
+        cause_ = script_.endCause;
+    }
+    std::string cause() const override { return cause_; }
     std::int64_t UploadFile(const std::string& path) override {
         note("UploadFile " + path);
         if (script_.upload)
@@ -81,6 +87,7 @@ private:
 
     ControlScript& script_;
     TransferProgress& progress_;
+    std::string cause_ = script_.cause;
 };
 
 /// Messages land among the control's calls, so that their order shows.
@@ -117,6 +124,9 @@ public:
         return std::make_unique<Progress>(*this);
     }
 
+    void showCause(const std::string& text) override { cause = text; }
+
+    std::string cause = "of an earlier transfer";
     std::optional<DeviceConnection> connection = DeviceConnection{"127.0.0.1", "7000"};
     Lines proposed;
     Lines captions;
@@ -289,6 +299,38 @@ TEST_F(ProjectTransferTest, FailedConnectionEndsTheUpload) {
     EXPECT_THAT(script.calls, ElementsAre("RemoteAddress <127.0.0.1>", "RemotePort 7000", "OpenLink",
                                           "exclamation: Connect Fail!"));
     EXPECT_EQ(dialogs.open, 0);
+}
+
+TEST_F(ProjectTransferTest, TheCauseOfAFailureStandsBesideTheGivenBox) {
+    script.cause = "452 disk full";
+    script.uploadResults["stdmsg.ilm"] = 0;
+    transfer.Upload();
+    EXPECT_EQ(dialogs.cause, "stdmsg.ilm was not taken: 452 disk full");
+    EXPECT_EQ(script.calls.back(), "exclamation: Unable to upload " + inProject("stdmsg.ilm"));
+
+    script.cause = "connection refused";
+    script.openResult = 0;
+    transfer.Upload();
+    EXPECT_EQ(dialogs.cause, "127.0.0.1: connection refused");
+    EXPECT_EQ(script.calls.back(), "exclamation: Connect Fail!");
+
+    script.openResult = 1;
+    script.cause = "altmsg.ilm could not be fetched: hung up";
+    script.downloadResult = 0;
+    chooseTarget();
+    transfer.Download();
+    EXPECT_EQ(dialogs.cause, "altmsg.ilm could not be fetched: hung up");
+    EXPECT_EQ(script.calls[script.calls.size() - 2], "exclamation: Download Fail!");
+}
+
+TEST_F(ProjectTransferTest, AnEndThatIsNotConfirmedIsASuccessWithACause) {
+    script.endCause = "hung up";
+    transfer.Upload();
+    EXPECT_EQ(dialogs.cause, "the end was not confirmed: hung up");
+    EXPECT_EQ(script.calls.back(), success.back());
+    script.endCause.clear();
+    transfer.Upload();
+    EXPECT_EQ(dialogs.cause, "");
 }
 
 TEST_F(ProjectTransferTest, WhatWouldInterruptATransferComesAfterItsLastMessage) {
