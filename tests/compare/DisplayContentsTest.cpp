@@ -1,11 +1,14 @@
 #include "compare/HeldSentences.h"
 #include "model/Fields.h"
 #include "model/Numbers.h"
+#include "model/ProjectFile.h"
 #include "tests/compare/HeldCases.h"
 #include "tests/support/ExampleProject.h"
+#include "tests/support/ScriptedPeople.h"
 
 #include <gmock/gmock.h>
 
+#include <functional>
 #include <stdexcept>
 #include <system_error>
 
@@ -17,6 +20,7 @@ using ::testing::ElementsAre;
 using testing::fileBytes;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
+using testing::ScriptedMessages;
 using ::testing::StartsWith;
 using testing::TemporaryFolder;
 using testing::TwoFolders;
@@ -203,32 +207,61 @@ TEST(DisplayContents, NamesThatDifferInCaseOnlyArePairedAsTheyAre) {
     EXPECT_FALSE(folders.haveOneFingerprint());
 }
 
+/// How often a changed byte made no difference, and how often one.
+struct Agreements {
+    std::size_t equal = 0;
+    std::size_t different = 0;
+};
+
+/// Changes bytes of a file of theirs, one at a time. Both answers about what is read then must be the same.
+void holdTogether(const TwoFolders& folders, const std::string& name, const DisplayContents& ours,
+                  const std::function<DisplayContents()>& theirs, Agreements& agreements) {
+    const std::string known = fingerprint(ours);
+    const std::string bytes = fileBytes(folders.theirs.file(name));
+    // Blocks are alike: a step that shares no factor with their length reaches each place of one.
+    const std::size_t step = bytes.size() > 2000 ? 19 : bytes.size() > 500 ? 3 : 1;
+    for (std::size_t at = 0; at < bytes.size(); at += step) {
+        std::string changed = bytes;
+        changed[at] = static_cast<char>(at % 3 == 0 ? ' ' : changed[at] ^ 0x20);
+        writeBytes(folders.theirs.file(name), changed);
+        const DisplayContents held = theirs();
+        const bool isEqual = compareContents(ours, held).isEqual();
+        ASSERT_EQ(fingerprint(held) == known, isEqual) << name << " at " << at;
+        (isEqual ? agreements.equal : agreements.different) += 1;
+    }
+    writeBytes(folders.theirs.file(name), bytes);
+}
+
 // Whatever byte changes, and to whatever: both answers are the same, and one that they notice is noticed by
 // both.
 TEST(DisplayContents, FingerprintAndComparisonAgreeOnEveryChangedByte) {
     const TwoFolders folders;
     const DisplayContents ours = DisplayContents::ofFolder(folders.ours.path());
-    const std::string known = fingerprint(ours);
-    std::size_t equal = 0;
-    std::size_t different = 0;
+    Agreements agreements;
     for (const char* const name :
-         {"modbus.adr", "ilmvar.def", "stdmsg.ilm", "altmsg.ilm", "default.pls", "pump.bmp"}) {
-        const std::string bytes = fileBytes(folders.ours.file(name));
-        // Blocks are alike: a step that shares no factor with their length reaches each place of one.
-        const std::size_t step = bytes.size() > 2000 ? 19 : bytes.size() > 500 ? 3 : 1;
-        for (std::size_t at = 0; at < bytes.size(); at += step) {
-            std::string changed = bytes;
-            changed[at] = static_cast<char>(at % 3 == 0 ? ' ' : changed[at] ^ 0x20);
-            writeBytes(folders.theirs.file(name), changed);
-            const DisplayContents theirs = DisplayContents::ofFolder(folders.theirs.path());
-            const bool isEqual = compareContents(ours, theirs).isEqual();
-            ASSERT_EQ(fingerprint(theirs) == known, isEqual) << name << " at " << at;
-            (isEqual ? equal : different) += 1;
-        }
-        writeBytes(folders.theirs.file(name), bytes);
-    }
-    EXPECT_GT(equal, 50U);
-    EXPECT_GT(different, 500U);
+         {"modbus.adr", "ilmvar.def", "stdmsg.ilm", "altmsg.ilm", "default.pls", "pump.bmp"})
+        holdTogether(
+            folders, name, ours, [&] { return DisplayContents::ofFolder(folders.theirs.path()); },
+            agreements);
+    EXPECT_GT(agreements.equal, 50U);
+    EXPECT_GT(agreements.different, 500U);
+}
+
+TEST(DisplayContents, FingerprintAndComparisonAgreeOnChangedBytesOfAProjectFile) {
+    const TwoFolders folders;
+    const auto projectIn = [](const TemporaryFolder& folder) {
+        ScriptedMessages messages;
+        Project project;
+        const PathRules paths = PathRules::native();
+        DocMgrModule::readProjectWithoutWriting(folder.file("PUMPSTATION.orx"), project, {paths, messages});
+        return DisplayContents::ofProject(project);
+    };
+    Agreements agreements;
+    holdTogether(
+        folders, "PUMPSTATION.orx", projectIn(folders.ours), [&] { return projectIn(folders.theirs); },
+        agreements);
+    EXPECT_GT(agreements.equal, 5U);
+    EXPECT_GT(agreements.different, 200U);
 }
 
 } // namespace
