@@ -4,7 +4,11 @@
 #include "console/JsonText.h"
 #include "console/OptionChecks.h"
 #include "console/Output.h"
+#include "console/Picture.h"
 #include "console/Projects.h"
+#include "display/FirstSight.h"
+#include "display/FolderBitmaps.h"
+#include "items/HeldValues.h"
 #include "items/ItemTexts.h"
 #include "link/ModbusConnection.h"
 #include "link/ModbusReader.h"
@@ -31,6 +35,7 @@ struct ReadOptions {
     std::string display;
     std::string project;
     std::optional<double> watch; ///< seconds
+    PictureOptions picture;      ///< none without a file
     bool json = false;
 };
 
@@ -142,14 +147,25 @@ std::string changedLines(const std::vector<DisplayItem>& before, const std::vect
     return lines;
 }
 
-ExitStatus readOnce(const DisplayAddress& display, const ReadOptions& options, std::vector<DisplayItem> items,
-                    const ItemTexts& texts) {
+/// What the display should show now. It does not tell how far it is: its first page, as it stands.
+ExitStatus drawReading(const PictureOptions& picture, const Project& project,
+                       const std::vector<DisplayItem>& items) {
+    const FolderBitmaps bitmaps(project.ProjPath);
+    const Programme programme =
+        deviceProgramme(project, heldCoils(items), PlayList::inOrder(), bitmaps, {picture.columns});
+    DisplayValues values = heldValues(items);
+    values.clock = localTimeNow();
+    return writePicture(picture, firstSight(programme, values), programme, bitmaps);
+}
+
+ExitStatus readOnce(const DisplayAddress& display, const ReadOptions& options, const Project& project,
+                    std::vector<DisplayItem> items, const ItemTexts& texts) {
     readFromDisplay(display, items);
     if (options.json)
         print(jsonText(jsonReading(display, items)), Reader::Program);
     else
         print(wholeReading(items, texts));
-    return ExitStatus::Well;
+    return options.picture.file.empty() ? ExitStatus::Well : drawReading(options.picture, project, items);
 }
 
 /// Goes on until it is ended from outside or nobody reads it any more; a display that fails may come back.
@@ -179,6 +195,8 @@ ExitStatus watch(const DisplayAddress& display, const ReadOptions& options, std:
 
 ExitStatus readItems(const ReadOptions& options) {
     const DisplayAddress display = modbusAddress(options.display);
+    if (!options.picture.file.empty())
+        expectPicture(options.picture);
     const Project project = readProject(options.project);
     const ItemTexts texts(project);
     std::vector<DisplayItem> items = displayItems(project);
@@ -187,7 +205,7 @@ ExitStatus readItems(const ReadOptions& options) {
     if (options.watch)
         return watch(display, options, std::move(items), texts);
     try {
-        return readOnce(display, options, std::move(items), texts);
+        return readOnce(display, options, project, std::move(items), texts);
     } catch (const DisplayFailure& failure) {
         throw CommandFailure(ExitStatus::Found, display.text() + ": " + failure.what());
     }
@@ -206,11 +224,17 @@ void addRead(CLI::App& program, Run& run) {
         ->type_name("SECONDS")
         ->check(numbers(shortestWatch, longestWatch));
     command->add_flag("--json", options->json, "JSON instead of text; with --watch an object a line");
+    CLI::Option* const picture =
+        command->add_option("--picture", options->picture.file, "Draw what the display should show now, too")
+            ->type_name("FILE.png")
+            ->excludes("--watch");
+    addPictureSize(*command, options->picture, picture);
     command->footer(
         "Examples:\n"
         "  orvista read 192.168.1.103 --project PUMPSTATION.orx\n"
         "  orvista read 192.168.1.103 --project PUMPSTATION.orx --json\n"
-        "  orvista read gate.example:1502 --project PUMPSTATION.orx --watch 2\n\n"
+        "  orvista read gate.example:1502 --project PUMPSTATION.orx --watch 2\n"
+        "  orvista read 192.168.1.103 --project PUMPSTATION.orx --picture panel.png\n\n"
         "Tells the messages that are on with their texts, and of each variable address, value, raw words in\n"
         "hexadecimal and text. Ends with status 1 when the display does not answer as it should.");
     command->callback([options, &run] { run = [options] { return readItems(*options); }; });

@@ -1,21 +1,18 @@
 #include "console/Commands.h"
 
 #include "console/OptionChecks.h"
-#include "console/Output.h"
+#include "console/Picture.h"
 #include "console/Projects.h"
 #include "console/ReadFiles.h"
+#include "console/ValuesOption.h"
 #include "display/FirstSight.h"
 #include "display/FolderBitmaps.h"
-#include "display/PanelDrawing.h"
-#include "display/PngFile.h"
 #include "display/Programme.h"
 #include "display/RasterAt.h"
 #include "model/Item.h"
-#include "model/Text.h"
 
 #include <CLI/App.hpp>
 
-#include <ctime>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -24,15 +21,12 @@ namespace orvista::console {
 
 namespace {
 
-constexpr int largestScale = 64;
-
 struct ShowOptions {
     std::string project;
     std::vector<std::string> items;
-    std::string output;
+    PictureOptions picture;
     std::optional<std::int64_t> moment;
-    int columns = PanelSize::usualColumns;
-    int scale = 8;
+    std::string values = "default";
 };
 
 MessageCoils coilsOf(const std::vector<std::string>& items) {
@@ -49,27 +43,18 @@ MessageCoils coilsOf(const std::vector<std::string>& items) {
     return coils;
 }
 
-LocalTime now() {
-    const std::time_t seconds = std::time(nullptr);
-    const std::tm* const parts = std::localtime(&seconds);
-    return {parts->tm_year + 1900, parts->tm_mon + 1, parts->tm_mday,
-            parts->tm_hour,        parts->tm_min,     parts->tm_sec};
-}
-
 ExitStatus showMessages(const ShowOptions& options) {
     const MessageCoils coils = coilsOf(options.items);
-    if (!endsWithIgnoringCase(options.output, ".png"))
-        throw CommandFailure(ExitStatus::Unusable, options.output + " does not end in .png");
-    expectApartFromProject(options.output, options.project);
+    expectPicture(options.picture);
+    expectApartFromProject(options.picture.file, options.project);
     const Project project = readProject(options.project);
-    const Programme programme = deviceProgramme(project, coils, PlayList::inOrder(),
-                                                FolderBitmaps(project.ProjPath), {options.columns});
-    DisplayValues values = defaultValues(project);
-    values.clock = now();
+    const DisplayValues values = namedValues(options.values, project).at(localTimeNow());
+    const FolderBitmaps bitmaps(project.ProjPath);
+    const Programme programme =
+        deviceProgramme(project, coils, PlayList::inOrder(), bitmaps, {options.picture.columns});
     const LedRaster raster =
         options.moment ? rasterAt(programme, values, *options.moment) : firstSight(programme, values);
-    writeFile(options.output, pngFile(drawPanel(raster, options.scale)));
-    return ExitStatus::Well;
+    return writePicture(options.picture, raster, programme, bitmaps);
 }
 
 } // namespace
@@ -82,7 +67,7 @@ void addShow(CLI::App& program, Run& run) {
         ->add_option("ITEM", options->items,
                      "Messages: " + namesOf(Kind::Regular) + ", " + namesOf(Kind::Emergency))
         ->required();
-    command->add_option("-o,--output", options->output, "The picture to write")
+    command->add_option("-o,--output", options->picture.file, "The picture to write")
         ->type_name("FILE.png")
         ->required();
     command
@@ -91,21 +76,22 @@ void addShow(CLI::App& program, Run& run) {
                      "when its entering effect is over")
         ->type_name("MS")
         ->check(wholeNumbersFrom(0));
-    command->add_option("--columns", options->columns, "Dots across the panel, 1 to 4096")
-        ->type_name("N")
-        ->check(wholeNumbers(1, PanelSize::maximumColumns))
+    addPictureSize(*command, options->picture);
+    command
+        ->add_option(
+            "--values", options->values,
+            "What the fields show: default, widest, smallest, stars (numbers that do not fit), values "
+            "such as RegVar1=-99.9,CoilVar2=on, or what orvista read --json printed")
+        ->type_name("VALUES|FILE.json")
         ->capture_default_str();
-    command->add_option("--scale", options->scale, "Pixels of the picture for each dot, 1 to 64")
-        ->type_name("N")
-        ->check(wholeNumbers(1, largestScale))
-        ->capture_default_str();
-    command->footer(
-        "Examples:\n"
-        "  orvista show PUMPSTATION.orx STDMSG3 -o level.png\n"
-        "  orvista show PUMPSTATION.orx STDMSG3 --at 1500 --columns 96 --scale 4 -o level.png\n"
-        "  orvista show PUMPSTATION.orx STDMSG3 STDMSG4 --at 12000 -o plant.png\n\n"
-        "Variables show their defaults. Several messages are played as the display plays them: one after\n"
-        "the other, and only the emergency messages where there are any.");
+    command->footer("Examples:\n"
+                    "  orvista show PUMPSTATION.orx STDMSG3 -o level.png\n"
+                    "  orvista show PUMPSTATION.orx STDMSG3 --at 1500 --columns 96 --scale 4 -o level.png\n"
+                    "  orvista show PUMPSTATION.orx STDMSG3 STDMSG4 --at 12000 -o plant.png\n"
+                    "  orvista show PUMPSTATION.orx STDMSG3 --values widest -o level.png\n\n"
+                    "Bitmaps that the display cannot show are named, and the status is 1. Several messages "
+                    "are played as the display plays them: one after\n"
+                    "the other, and only the emergency messages where there are any.");
     command->callback([options, &run] { run = [options] { return showMessages(*options); }; });
 }
 

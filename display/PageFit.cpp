@@ -226,12 +226,13 @@ PageFit::Unseen PageFit::unseen(std::size_t element, Passing passing) const {
     return {1, 0, wayOut(box)};
 }
 
-std::size_t unfitCharacters(const ScriptPage& page, PanelSize panel, const FieldFormats& formats) {
+std::size_t unfitCharacters(const ScriptPage& page, PanelSize panel, const FieldFormats& formats,
+                            Passing passing) {
     const PageFit fit(page, panel, formats);
     std::size_t count = 0;
     for (std::size_t i = 0; i < page.elements.size(); ++i)
         if (!std::holds_alternative<ImageElement>(page.elements[i]))
-            count += fit.unseen(i, Passing::Ignored).count;
+            count += fit.unseen(i, passing).count;
     return count;
 }
 

@@ -14,11 +14,12 @@
 /// once; blanks always are. A field's character has the dots of all that it can show.
 namespace orvista {
 
-/// How many characters of the page's texts and fields do not lie on the panel while the page stands still.
-std::size_t unfitCharacters(const ScriptPage& page, PanelSize panel, const FieldFormats& formats);
-
 /// Whether it counts, too, what is seen while the page enters or leaves.
 enum class Passing { Ignored, Counts };
+
+/// How many characters of the page's texts and fields are not seen.
+std::size_t unfitCharacters(const ScriptPage& page, PanelSize panel, const FieldFormats& formats,
+                            Passing passing);
 
 /// Tells what of a page is cut off.
 class PageFit {

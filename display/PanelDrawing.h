@@ -9,4 +9,11 @@ namespace orvista {
 /// lit. \param cell side of one lens' square in pixels, at least 1
 PixelImage drawPanel(const LedRaster& raster, int cell);
 
+struct PixelSize {
+    int width;
+    int height;
+};
+/// Of such a picture.
+PixelSize drawnSize(PanelSize panel, int cell);
+
 } // namespace orvista

@@ -5,6 +5,7 @@
 #include "model/Item.h"
 #include "model/Numbers.h"
 #include "model/Text.h"
+#include "model/VariableValue.h"
 
 #include <algorithm>
 #include <charconv>
@@ -50,21 +51,11 @@ std::array<bool, count> switched(const std::vector<Item>& messages, Kind kind) {
     return on;
 }
 
-/// On and off in words, or by the numbers that stand for them.
-std::optional<bool> switchValue(std::string_view text) {
-    for (const auto& [word, value] : {std::pair{"on", true}, {"1", true}, {"off", false}, {"0", false}})
-        if (equalsIgnoringCase(text, word))
-            return value;
-    return std::nullopt;
-}
-
 float floatValue(const std::string& assignment, std::string_view value) {
-    if (!isNumber(value))
-        throw BadWrite(assignment + ": \"" + std::string(value) + "\" is not a number");
     try {
-        return requestValue(value);
-    } catch (const Overflow&) {
-        throw BadWrite(assignment + ": the number is larger than a float variable can hold");
+        return enteredFloat(value);
+    } catch (const std::invalid_argument& mistake) {
+        throw BadWrite(assignment + ": " + mistake.what());
     }
 }
 
@@ -111,7 +102,7 @@ DisplayWrite addressedWrite(const std::string& assignment, double address, std::
         throw BadWrite(assignment + ": there are " + (isSwitch ? "coils" : "floats") + " from 0 to " +
                        decimalText(last));
     const auto place = static_cast<std::uint16_t>(address);
-    return {decimalText(place), isSwitch ? coilRequest(place, *switchValue(value))
+    return {decimalText(place), isSwitch ? coilRequest(place, *enteredSwitch(value))
                                          : registerPairRequest(place, floatValue(assignment, value))};
 }
 
@@ -129,7 +120,7 @@ DisplayWrite namedWrite(const std::string& assignment, std::string_view name, st
     if (item->kind == Kind::Float)
         return {nameOf(*item),
                 registerPairRequest(requestAddress(*project, *item), floatValue(assignment, value))};
-    const auto on = switchValue(value);
+    const auto on = enteredSwitch(value);
     if (!on)
         throw BadWrite(assignment + ": a Boolean variable is on or off");
     return {nameOf(*item), coilRequest(requestAddress(*project, *item), *on)};

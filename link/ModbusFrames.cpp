@@ -89,15 +89,7 @@ std::uint16_t requestAddress(std::string_view text) {
 }
 
 float requestValue(std::string_view text) {
-    // Half a unit in the last place above the largest single: from here on rounding gives infinity.
-    constexpr double beyondSingle = 0x1.ffffffp127;
-    constexpr double largestSingle = std::numeric_limits<float>::max();
-    const double value = requestNumber(text);
-    if (std::abs(value) >= beyondSingle)
-        throw Overflow();
-    if (std::abs(value) > largestSingle)
-        return static_cast<float>(std::copysign(largestSingle, value));
-    return static_cast<float>(value);
+    return nearestSingle(requestNumber(text));
 }
 
 Frame emergencyMessagesRequest(std::uint16_t address, const std::array<bool, emergencyMessageCount>& on) {

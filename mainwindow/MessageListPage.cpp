@@ -51,8 +51,7 @@ MessageListPage::MessageListPage(Project& project, ModifiedMark& modifiedMark, M
       lblNotApplied(new NotAppliedLabel),
       comparison_(new QuietTimer(
           QuietTimer::usual, [this] { compare(); }, this)),
-      clock_(std::move(clock)),
-      preview_(new DisplayPreview(project, *txtMsg, messages, clock_)),
+      preview_(new DisplayPreview(project, *txtMsg, messages, std::move(clock))),
       underlines_(new ScriptUnderlines(
           *txtMsg, project, {[this] { return shownItem(); }, [this] { return preview_->columns(); }}, this)) {
     trvMsg->setAccessibleName(tr("Messages"));
@@ -68,6 +67,7 @@ MessageListPage::MessageListPage(Project& project, ModifiedMark& modifiedMark, M
     buildUnusedLists();
     connectHandlers(messages);
     connect(preview_, &DisplayPreview::columnsChanged, underlines_, &ScriptUnderlines::checkSoon);
+    connect(preview_, &DisplayPreview::bitmapsChanged, underlines_, &ScriptUnderlines::checkSoon);
 }
 
 QWidget* MessageListPage::buildDetails() {
@@ -190,7 +190,7 @@ void MessageListPage::txtMsg_Change() {
 
 void MessageListPage::btnEditMessage_Click() {
     frmMessageEdit wizard(QString::fromStdString(project_.ProjPath), window());
-    wizard.showPreview(project_, preview_->columns(), clock_.localTime());
+    wizard.showPreview(project_, preview_->columns(), preview_->shownValues());
     wizard.exec();
     if (wizard.PartialScript.empty())
         return;

@@ -89,7 +89,6 @@ private:
     QPushButton* btnMsgApply;
     NotAppliedLabel* lblNotApplied;
     QuietTimer* comparison_;
-    PreviewClock clock_;
     DisplayPreview* preview_;
     ScriptUnderlines* underlines_;
 };

@@ -187,6 +187,7 @@ void ProjectCommands::miViewPreview_Click() {
 }
 
 void ProjectCommands::miToolsCheck_Click() {
+    preview_.lookAtBitmaps();
     around_.dock.open<FindingsPanel>().check();
 }
 

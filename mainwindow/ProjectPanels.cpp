@@ -16,6 +16,7 @@ ProjectPanels::ProjectPanels(const Project& project, const Surroundings& surroun
     : QObject(&dock), project_(project), around_(surroundings), navigator_(navigator) {
     for (const PanelDock::Panel& row : rows())
         dock.addPanel(row);
+    connect(&around_.preview, &DisplayPreview::bitmapsChanged, &dock, &PanelDock::followProject);
     connect(&dock, &PanelDock::placeChosen, &navigator, &Navigator::goTo);
     connect(&dock, &PanelDock::rowLeft, &navigator, &Navigator::clear);
 }

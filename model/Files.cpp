@@ -3,6 +3,7 @@
 #include "model/SystemFile.h"
 #include "model/SystemPath.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <filesystem>
 

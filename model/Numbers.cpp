@@ -126,6 +126,17 @@ double roundHalfToEven(double value) {
     return std::fmod(below, 2.0) == 0.0 ? below : below + 1.0;
 }
 
+float nearestSingle(double value) {
+    // Half a unit in the last place above the largest single: from here on rounding gives infinity.
+    constexpr double beyondSingle = 0x1.ffffffp127;
+    constexpr double largestSingle = std::numeric_limits<float>::max();
+    if (std::abs(value) >= beyondSingle)
+        throw Overflow();
+    if (std::abs(value) > largestSingle)
+        return static_cast<float>(std::copysign(largestSingle, value));
+    return static_cast<float>(value);
+}
+
 std::string countedText(std::uint64_t count, std::string_view thing) {
     return decimalText(count).append(" ").append(thing).append(count == 1 ? "" : "s");
 }

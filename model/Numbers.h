@@ -60,6 +60,10 @@ std::string decimalText(Integer value) {
     return std::to_string(value);
 }
 
+/// Rounds to the nearest single-precision value.
+/// \throws Overflow beyond their range
+float nearestSingle(double value);
+
 /// "1 row", "2 rows", "0 rows".
 /// \param thing one of them; more end in "s"
 std::string countedText(std::uint64_t count, std::string_view thing);

@@ -7,7 +7,7 @@
 
 namespace orvista {
 
-std::vector<std::string> bitmapNames(const std::vector<ScriptPage>& pages) {
+std::vector<std::string> bitmapNames(std::span<const ScriptPage> pages) {
     std::vector<std::string> names;
     std::set<std::string> known;
     for (const ScriptPage& page : pages)

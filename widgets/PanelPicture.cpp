@@ -1,18 +1,13 @@
 #include "widgets/PanelPicture.h"
 
+#include "display/LedSprites.h"
 #include "display/PanelLook.h"
 
-#include <QRadialGradient>
 #include <algorithm>
-#include <cmath>
 
 namespace orvista {
 
 namespace {
-
-using panelLook::glowReach;
-using panelLook::lensRadius;
-using panelLook::lightRadius;
 
 constexpr QColor colourOf(Pixel pixel) {
     return {pixel.red, pixel.green, pixel.blue};
@@ -20,27 +15,18 @@ constexpr QColor colourOf(Pixel pixel) {
 
 constexpr QColor boardColour = colourOf(panelLook::boardColour);
 constexpr QColor rimColour = colourOf(panelLook::rimColour);
-constexpr QColor offCentre = colourOf(panelLook::offCentre);
-constexpr QColor offEdge = colourOf(panelLook::offEdge);
 
 /// Two bits for each of nine lights.
 constexpr std::uint32_t surroundingCount = 1U << 18;
 /// 16 MB; texts need a few hundred squares.
 constexpr std::size_t maximumKeptPixels = std::size_t{4} << 20;
 
-struct Light {
-    QColor core;
-    QColor lens;
-};
-
-Light lightOf(Led led) {
-    const panelLook::Light light = panelLook::lightOf(led);
-    return {colourOf(light.core), colourOf(light.lens)};
-}
-
-QColor covering(double cover, QColor colour) {
-    colour.setAlpha(qRound(cover * 255));
-    return colour;
+QImage imageOf(const Sprite& sprite) {
+    QImage image(sprite.side, sprite.side, QImage::Format_ARGB32_Premultiplied);
+    auto* pixel = reinterpret_cast<QRgb*>(image.bits());
+    for (const Sprite::Dot& dot : sprite.dots)
+        *pixel++ = qRgba(qRound(dot.red), qRound(dot.green), qRound(dot.blue), qRound(dot.cover * 255));
+    return image;
 }
 
 } // namespace
@@ -59,25 +45,10 @@ PanelPicture::PanelPicture(PanelSize panel, int cell)
     : panel_(panel),
       cell_(std::max(1, cell)),
       rim_(panelLook::rimOf(cell_)),
-      lens_(lensImage()),
+      lens_(imageOf(lensSprite(cell_))),
       board_(boardImage(lens_)) {
     for (const Led led : {Led::Red, Led::Green, Led::Orange})
-        glows_[static_cast<std::size_t>(led)] = glowImage(led);
-}
-
-QImage PanelPicture::lensImage() const {
-    QImage square(cell_, cell_, QImage::Format_ARGB32_Premultiplied);
-    square.fill(boardColour);
-    QPainter painter(&square);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    const QPointF centre(0.5 * cell_, 0.5 * cell_);
-    QRadialGradient lens(centre, lensRadius * cell_);
-    lens.setColorAt(0, offCentre);
-    lens.setColorAt(1, offEdge);
-    painter.setBrush(lens);
-    painter.drawEllipse(centre, lensRadius * cell_, lensRadius * cell_);
-    return square;
+        glows_[static_cast<std::size_t>(led)] = imageOf(lightSprite(cell_, led));
 }
 
 QImage PanelPicture::boardImage(const QImage& lens) const {
@@ -95,30 +66,6 @@ QImage PanelPicture::boardImage(const QImage& lens) const {
     painter.setBrushOrigin(rim_, rim_);
     painter.fillRect(rim_, rim_, panel_.columns * cell_, panel_.rows * cell_, QBrush(lens));
     return board;
-}
-
-QImage PanelPicture::glowImage(Led led) const {
-    const int side = 2 * static_cast<int>(std::ceil(glowReach * cell_)) + cell_ % 2;
-    QImage glow(side, side, QImage::Format_ARGB32_Premultiplied);
-    glow.fill(Qt::transparent);
-    QPainter painter(&glow);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    const QPointF centre(side / 2.0, side / 2.0);
-    const auto [core, lens] = lightOf(led);
-    QRadialGradient halo(centre, glowReach * cell_);
-    halo.setColorAt(0, covering(panelLook::glowCover, lens));
-    halo.setColorAt(panelLook::glowBend, covering(panelLook::glowCoverAtBend, lens));
-    halo.setColorAt(1, covering(0, lens));
-    painter.setBrush(halo);
-    painter.drawEllipse(centre, glowReach * cell_, glowReach * cell_);
-    QRadialGradient light(centre, lightRadius * cell_);
-    light.setColorAt(0, core);
-    light.setColorAt(panelLook::coreShare, lens);
-    light.setColorAt(1, lens.darker(115));
-    painter.setBrush(light);
-    painter.drawEllipse(centre, lightRadius * cell_, lightRadius * cell_);
-    return glow;
 }
 
 void PanelPicture::drawGlow(QPainter& painter, Led led, int x, int y) const {

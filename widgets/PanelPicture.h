@@ -39,9 +39,7 @@ private:
     /// A light and its neighbours, two bits each.
     using Surrounding = std::uint32_t;
 
-    QImage lensImage() const;
     QImage boardImage(const QImage& lens) const;
-    QImage glowImage(Led led) const;
     const QRgb* square(Surrounding surrounding) const;
     void drawSquare(QRgb* pixels, Surrounding surrounding) const;
     void fillSquares(const LedRaster& raster) const;

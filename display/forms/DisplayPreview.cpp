@@ -1,11 +1,13 @@
 #include "display/forms/DisplayPreview.h"
 
-#include "display/PageFit.h"
+#include "check/PageFitText.h"
 #include "display/PageText.h"
 #include "display/SettledPage.h"
 #include "display/forms/MarkedBitmaps.h"
 #include "display/forms/PictureFile.h"
 #include "display/forms/PreviewBar.h"
+#include "display/forms/ValuesList.h"
+#include "script/BitmapNames.h"
 #include "widgets/DeviceText.h"
 #include "widgets/DeviceTextEdit.h"
 #include "widgets/ModalDialogs.h"
@@ -33,8 +35,14 @@ DisplayPreview::DisplayPreview(const Project& project, DeviceTextEdit& box, Mess
       messages_(messages),
       clock_(std::move(clock)),
       panel_(new PanelView(LedRaster({PreviewBar::usualColumns}))),
-      row_(new PreviewBar),
+      list_(new ValuesList(project,
+                           [this] {
+                               readAll();
+                               return fieldsShown(player_.programme().pages());
+                           })),
+      row_(new PreviewBar(list_)),
       savePicture_(new QAction(tr("Save Picture…"), panel_)),
+      bitmapWatch_(new BitmapWatch(*this, [this] { takeBitmaps(); })),
       player_(Programme({PreviewBar::usualColumns}, {})),
       cursorPage_(*box.document()),
       quiet_(
@@ -79,6 +87,7 @@ void DisplayPreview::connectControls() {
         player_.seek(time);
         render();
     });
+    connect(list_, &ValuesList::valuesChanged, this, &DisplayPreview::takeValues);
     connect(row_, &PreviewBar::columnsChosen, this, [this] {
         emit columnsChanged();
         if (isVisible())
@@ -104,6 +113,25 @@ int DisplayPreview::columns() const {
 
 void DisplayPreview::setColumns(int columns) {
     row_->setColumns(columns);
+}
+
+DisplayValues DisplayPreview::shownValues() const {
+    return list_->values().at(clock_.localTime());
+}
+
+void DisplayPreview::setHeldValues(const std::optional<DisplayValues>& held) {
+    list_->setHeld(held);
+}
+
+void DisplayPreview::takeValues() {
+    values_ = list_->values();
+    if (isVisible())
+        render();
+}
+
+void DisplayPreview::takeBitmaps() {
+    readScript();
+    emit bitmapsChanged();
 }
 
 bool DisplayPreview::eventFilter(QObject* watched, QEvent* event) {
@@ -143,7 +171,7 @@ void DisplayPreview::followProject() {
 
 void DisplayPreview::readProject() {
     formats_ = fieldFormats(project_);
-    values_ = defaultValues(project_);
+    values_ = list_->values();
     if (!bitmaps_ || bitmapFolder_ != project_.ProjPath) {
         bitmapFolder_ = project_.ProjPath;
         bitmaps_.emplace(bitmapFolder_);
@@ -174,6 +202,7 @@ bool DisplayPreview::readCursorPage() {
     if (programme.pageCount() != 1 || programme.pages().front().firstLine > script->cursorLine)
         return false;
     pageAlone_ = std::move(programme);
+    fitPage_ = nullptr;
     shownRevision_ = box_.document()->revision();
     render();
     return true;
@@ -187,11 +216,13 @@ void DisplayPreview::readAll() {
 void DisplayPreview::readScript() {
     quiet_.stop();
     pageAlone_.reset();
+    fitPage_ = nullptr;
     const bool holdsMessage = box_.isEnabled();
     Programme programme({columns()}, formats_);
     if (holdsMessage)
         programme.add({}, box_.bytes(), MarkedBitmaps(*bitmaps_));
     player_.show(std::move(programme));
+    bitmapWatch_->watch(*bitmaps_, bitmapNames(player_.programme().pages()));
     positions_ = ScriptPositions(*box_.document());
     shownRevision_ = box_.document()->revision();
     row_->setEnabled(holdsMessage);
@@ -227,6 +258,7 @@ void DisplayPreview::takeCursor() {
 
 void DisplayPreview::play() {
     readAll();
+    lookAtBitmaps();
     if (player_.isPlaying()) {
         player_.pause();
         frames_.stop();
@@ -273,17 +305,27 @@ const ScriptPage* DisplayPreview::shownPage() const {
 }
 
 void DisplayPreview::render() {
-    values_.clock = clock_.localTime();
+    const DisplayValues values = values_.at(clock_.localTime());
     const Programme& programme = player_.programme();
     const ScriptPage* const page = shownPage();
-    panel_->showRaster(pageAlone_ ? settledPage(*pageAlone_, 0, values_) : player_.raster(values_));
-    row_->show({player_.page(), programme.pageCount(), player_.time(), programme.duration(),
-                player_.isPlaying(), page ? unfitCharacters(*page, {columns()}, formats_) : 0});
-    describe(page);
+    panel_->showRaster(pageAlone_ ? settledPage(*pageAlone_, 0, values) : player_.raster(values));
+    row_->show(
+        {player_.page(), programme.pageCount(), player_.time(), programme.duration(), player_.isPlaying()});
+    showFit(page);
+    describe(page, values);
 }
 
-void DisplayPreview::describe(const ScriptPage* page) {
-    const QString text = page ? shownLine(pageText(*page, formats_, values_)).simplified() : QString();
+void DisplayPreview::showFit(const ScriptPage* page) {
+    // While it plays, the same page is drawn again and again.
+    if (page && page == fitPage_)
+        return;
+    fitPage_ = page;
+    row_->showFit(page ? QString::fromStdString(pageFitText(*page, {columns()}, formats_, *bitmaps_))
+                       : QString());
+}
+
+void DisplayPreview::describe(const ScriptPage* page, const DisplayValues& values) {
+    const QString text = page ? shownLine(pageText(*page, formats_, values)).simplified() : QString();
     if (text != panel_->accessibleDescription())
         panel_->setAccessibleDescription(text);
 }

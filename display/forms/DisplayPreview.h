@@ -1,9 +1,10 @@
 #pragma once
 
-#include "display/DisplayValues.h"
 #include "display/FieldFormats.h"
+#include "display/FieldValues.h"
 #include "display/FolderBitmaps.h"
 #include "display/MessagePlayer.h"
+#include "display/forms/BitmapWatch.h"
 #include "display/forms/CursorPage.h"
 #include "display/forms/PreviewClock.h"
 #include "model/People.h"
@@ -24,6 +25,7 @@ namespace orvista {
 class DeviceTextEdit;
 class PanelView;
 class PreviewBar;
+class ValuesList;
 
 /// The panel as the script in a box makes it look, and the controls to play it. It stands still on the page
 /// of the cursor's line until it is played. Where the box is disabled no message is shown: the panel is dark.
@@ -51,11 +53,22 @@ public:
     int columns() const;
     void setColumns(int columns);
 
+    /// What the fields show now.
+    DisplayValues shownValues() const;
+    /// What the display holds, while that is known; its clock is not.
+    void setHeldValues(const std::optional<DisplayValues>& held);
+
+    /// Looks whether the bitmaps that the message names have come, gone or changed on the disk. While the
+    /// window is active it does so twice a second.
+    void lookAtBitmaps() { bitmapWatch_->look(); }
+
     QSize sizeHint() const override;
 
 signals:
     void shownChanged(bool shown);
     void columnsChanged();
+    /// A bitmap that the message names has come, gone or changed on the disk.
+    void bitmapsChanged();
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -78,8 +91,11 @@ private:
     void play();
     void turnPage(int by);
     void takeFrame();
+    void takeBitmaps();
+    void takeValues();
     void render();
-    void describe(const ScriptPage* page);
+    void showFit(const ScriptPage* page);
+    void describe(const ScriptPage* page, const DisplayValues& values);
     void savePicture();
     bool isLong() const;
     bool isHeld() const;
@@ -89,16 +105,19 @@ private:
     Messages& messages_;
     PreviewClock clock_;
     PanelView* panel_;
+    ValuesList* list_;
     PreviewBar* row_;
     QAction* savePicture_;
 
     FieldFormats formats_;
-    DisplayValues values_;
+    FieldValues values_;
     std::string bitmapFolder_;
     std::optional<FolderBitmaps> bitmaps_;
+    BitmapWatch* bitmapWatch_;
     MessagePlayer player_;
     CursorPage cursorPage_;
-    std::optional<Programme> pageAlone_; ///< the edited page of a long script, newer than the player's
+    std::optional<Programme> pageAlone_;  ///< the edited page of a long script, newer than the player's
+    const ScriptPage* fitPage_ = nullptr; ///< of which the row says what fits
     ScriptPositions positions_;
     int shownRevision_ = 0; ///< of the document
     QTimer frames_{this};

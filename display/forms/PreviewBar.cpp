@@ -1,7 +1,7 @@
 #include "display/forms/PreviewBar.h"
 
-#include "check/FitTexts.h"
 #include "display/forms/ShapeButton.h"
+#include "display/forms/ValuesList.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/FormParts.h"
 
@@ -35,7 +35,7 @@ ShapeButton* signButton(const QString& name, ShapeButton::Shape shape, const QSt
 
 } // namespace
 
-PreviewBar::PreviewBar(QWidget* parent)
+PreviewBar::PreviewBar(ValuesList* values, QWidget* parent)
     : QWidget(parent),
       btnPreviewPlay(signButton(QStringLiteral("btnPreviewPlay"), ShapeButton::Shape::Play, tr("Play"))),
       btnPreviewBack(
@@ -45,6 +45,7 @@ PreviewBar::PreviewBar(QWidget* parent)
           signButton(QStringLiteral("btnPreviewForward"), ShapeButton::Shape::Forward, tr("Next page"))),
       sldPreviewTime(named<QSlider>(QStringLiteral("sldPreviewTime"), Qt::Horizontal)),
       spnPreviewColumns(named<QSpinBox>(QStringLiteral("spnPreviewColumns"))),
+      cboPreviewValues(values),
       lblPreviewFit(named<ElidedLabel>(QStringLiteral("lblPreviewFit"))) {
     sldPreviewTime->setAccessibleName(tr("Time within the message, in milliseconds"));
     sldPreviewTime->setToolTip(tr("Time within the message"));
@@ -73,6 +74,7 @@ void PreviewBar::buildLayout() {
     layout->addWidget(sldPreviewTime, 1);
     layout->addWidget(labelFor(spnPreviewColumns, tr("Columns:")));
     layout->addWidget(spnPreviewColumns);
+    layout->addWidget(cboPreviewValues);
     layout->addWidget(lblPreviewFit);
     lblPreviewPage->setAlignment(Qt::AlignCenter);
     lblPreviewPage->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("00 of 00")));
@@ -90,9 +92,12 @@ void PreviewBar::show(const State& state) {
     btnPreviewForward->setEnabled(state.page + 1 < state.pageCount);
     lblPreviewPage->setText(state.pageCount == 0 ? QString()
                                                  : tr("%1 of %2").arg(state.page + 1).arg(state.pageCount));
-    lblPreviewFit->setText(QString::fromStdString(unfitText(state.unfitCharacters)));
-    lblPreviewFit->setToolTip(lblPreviewFit->text());
     showTime(state);
+}
+
+void PreviewBar::showFit(const QString& text) {
+    lblPreviewFit->setText(text);
+    lblPreviewFit->setToolTip(text);
 }
 
 void PreviewBar::showTime(const State& state) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QString>
 #include <QWidget>
 
 #include <cstddef>
@@ -13,8 +14,9 @@ namespace orvista {
 
 class ElidedLabel;
 class ShapeButton;
+class ValuesList;
 
-/// The controls under a preview: play, pages, time, columns, and what does not fit.
+/// The controls under a preview: play, pages, time, columns, values, and what does not fit.
 class PreviewBar final : public QWidget {
     Q_OBJECT
 public:
@@ -22,7 +24,8 @@ public:
     static constexpr int maximumColumns = 512;
     static constexpr int usualColumns = 128;
 
-    explicit PreviewBar(QWidget* parent = nullptr);
+    /// \param values a part of the row from now on
+    explicit PreviewBar(ValuesList* values, QWidget* parent = nullptr);
 
     struct State {
         std::size_t page = 0; ///< from 0
@@ -30,9 +33,10 @@ public:
         std::int64_t time = 0; ///< of the round, in milliseconds
         std::int64_t duration = 0;
         bool isPlaying = false;
-        std::size_t unfitCharacters = 0;
     };
     void show(const State& state);
+    /// Says what of the page is not to be seen.
+    void showFit(const QString& text);
 
     int columns() const;
     /// Beyond minimumColumns or maximumColumns the nearest of them counts.
@@ -55,6 +59,7 @@ private:
     ShapeButton* btnPreviewForward;
     QSlider* sldPreviewTime;
     QSpinBox* spnPreviewColumns;
+    ValuesList* cboPreviewValues;
     ElidedLabel* lblPreviewFit;
 };
 

@@ -3,6 +3,7 @@
 #include "display/FolderBitmaps.h"
 #include "display/RasterAt.h"
 #include "display/SettledPage.h"
+#include "items/HeldValues.h"
 #include "model/Numbers.h"
 #include "model/Windows1252.h"
 #include "widgets/FormParts.h"
@@ -45,17 +46,6 @@ bool isSomethingOn(const DisplayItem& item) {
 
 bool isSamePlace(const DisplayItem& item, const DisplayItem& other) {
     return item.kind == other.kind && item.index == other.index && item.address == other.address;
-}
-
-MessageCoils coilsOf(const std::vector<DisplayItem>& items) {
-    MessageCoils coils;
-    for (const DisplayItem& item : items) {
-        if (item.kind == &regularMessages)
-            coils.regular[item.index] = item.isOn();
-        else if (item.kind == &emergencyMessages)
-            coils.emergency[item.index] = item.isOn();
-    }
-    return coils;
 }
 
 /// The page that is on at a time, as it stands when its entering effect is over.
@@ -229,7 +219,7 @@ void MonitorPanel::showReading() {
     if (!isVisible())
         return;
     showRows();
-    if (!programme_ || coilsOf(items_) != coils_)
+    if (!programme_ || heldCoils(items_) != coils_)
         beginProgramme();
     showPanel();
     if (monitor_->isRunning() && programme_->pageCount() > 0)
@@ -363,7 +353,7 @@ void MonitorPanel::showOnly() {
 }
 
 void MonitorPanel::beginProgramme() {
-    coils_ = coilsOf(items_);
+    coils_ = heldCoils(items_);
     programmeStart_ = clock_.milliseconds();
     programme_ =
         deviceProgramme(project_, coils_, PlayList::inOrder(), FolderBitmaps(project_.ProjPath), {columns_});
@@ -376,14 +366,8 @@ void MonitorPanel::beginProgramme() {
 }
 
 DisplayValues MonitorPanel::values() const {
-    DisplayValues values;
+    DisplayValues values = heldValues(items_);
     values.clock = clock_.localTime();
-    for (const DisplayItem& item : items_) {
-        if (item.isFloat())
-            values.floats[item.index] = item.value();
-        else if (item.kind == &booleanVariables)
-            values.booleans[item.index] = item.isOn();
-    }
     return values;
 }
 

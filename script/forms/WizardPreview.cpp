@@ -1,7 +1,7 @@
 #include "script/forms/WizardPreview.h"
 
 #include "check/FitTexts.h"
-#include "display/PageFit.h"
+#include "check/PageFitText.h"
 #include "display/PageLayout.h"
 #include "display/PageText.h"
 #include "display/SettledPage.h"
@@ -26,15 +26,15 @@ constexpr int panelLines = 5;
 
 } // namespace
 
-WizardPreview::WizardPreview(const Project& project, int columns, const LocalTime& now, QWidget* parent)
+WizardPreview::WizardPreview(const Project& project, int columns, const DisplayValues& values,
+                             QWidget* parent)
     : QWidget(parent),
       columns_(columns),
       formats_(fieldFormats(project)),
-      values_(defaultValues(project)),
+      values_(values),
       bitmaps_(project.ProjPath),
       wizardPreview(named<PanelView>(QStringLiteral("wizardPreview"), LedRaster({columns}))),
       lblWizardFit(named<ElidedLabel>(QStringLiteral("lblWizardFit"))) {
-    values_.clock = now;
     wizardPreview->setAccessibleName(tr("Preview of the page"));
     wizardPreview->setMinimumSize(1, 1);
     // Forms around it keep their smallest heights only where no widget's height follows its width.
@@ -72,7 +72,7 @@ QString WizardPreview::misfits(const MessageForm& form, const ScriptPage& page) 
         if (!text.empty())
             texts << QString::fromStdString(text);
     };
-    note(unfitText(unfitCharacters(page, {columns_}, formats_)));
+    note(pageFitText(page, {columns_}, formats_, bitmaps_));
     const PlaceholderScan content = scanPlaceholders(form.txtText);
     std::size_t slot = 0;
     for (const ScriptElement& element : page.elements) {

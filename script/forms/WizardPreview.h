@@ -20,7 +20,9 @@ class WizardPreview final : public QWidget {
     Q_OBJECT
 public:
     /// \param columns of the panel
-    WizardPreview(const Project& project, int columns, const LocalTime& now, QWidget* parent = nullptr);
+    /// \param values that fields show
+    WizardPreview(const Project& project, int columns, const DisplayValues& values,
+                  QWidget* parent = nullptr);
 
     void show(const MessageForm& form);
 

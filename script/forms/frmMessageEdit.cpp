@@ -55,8 +55,8 @@ frmMessageEdit::frmMessageEdit(const QString& projectFolder, QWidget* parent)
     txtText->setFocus();
 }
 
-void frmMessageEdit::showPreview(const Project& project, int columns, const LocalTime& now) {
-    preview_ = new WizardPreview(project, columns, now);
+void frmMessageEdit::showPreview(const Project& project, int columns, const DisplayValues& values) {
+    preview_ = new WizardPreview(project, columns, values);
     static_cast<QGridLayout*>(layout())->addWidget(preview_, 4, 0, 1, 2);
     followControls();
     preview_->show(form());

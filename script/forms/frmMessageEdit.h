@@ -18,7 +18,7 @@ class EffectsFrame;
 class MessageColorFrame;
 class VariableFrame;
 class WizardPreview;
-struct LocalTime;
+struct DisplayValues;
 
 /// The message wizard: composes one page of a message script. It always starts blank; shown modally, hidden
 /// by OK and Cancel, and then read and deleted by its caller.
@@ -28,8 +28,8 @@ public:
     explicit frmMessageEdit(const QString& projectFolder, QWidget* parent = nullptr);
 
     /// Shows under the controls what the page looks like on a panel. `project` must outlive the form.
-    /// \param now what fields of time and date show
-    void showPreview(const Project& project, int columns, const LocalTime& now);
+    /// \param values that its fields show
+    void showPreview(const Project& project, int columns, const DisplayValues& values);
 
     /// The composed page in device bytes; empty until OK is pressed, hence after Cancel.
     std::string PartialScript;

@@ -108,7 +108,7 @@ TEST(PageFit, KnowsTheWayOutThatShowsAllOfIt) {
 }
 
 std::size_t unfit(const std::string& script, const Project& project = {}) {
-    return unfitCharacters(pageOf(script), {128}, fieldFormats(project));
+    return unfitCharacters(pageOf(script), {128}, fieldFormats(project), Passing::Ignored);
 }
 
 TEST(PageFit, WhatDoesNotFitIsCountedWhileThePageStandsStill) {

@@ -198,7 +198,7 @@ void MessagePreviewTest::theWizardPreviewsForTheSameColumns() {
     });
     editor.click("btnEditMessage");
     QVERIFY(allModalsServed());
-    QCOMPARE(fit, "4 characters do not fit");
+    QCOMPARE(fit, "passes whole, 4 characters at a time beyond the edge");
     QCOMPARE(shown.columns(), 64);
     QCOMPARE(editor.find<PanelView>("panelPreview")->shown(), shown);
 }

@@ -108,7 +108,7 @@ private slots:
     void theWizardFitsLowScreens() {
         const EditorFixture editor;
         frmMessageEdit wizard({});
-        wizard.showPreview(editor.project, 128, PreviewClock::system().localTime());
+        wizard.showPreview(editor.project, 128, defaultValues(editor.project));
         const QSize least = wizard.minimumSizeHint();
         // Without the frame; larger letters need a larger screen.
         const QSize low = QSize(911 - 8, 512 - 28) * std::max(1.0, wizard.fontMetrics().lineSpacing() / 14.0);

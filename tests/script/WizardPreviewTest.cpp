@@ -20,7 +20,9 @@ constexpr LocalTime now{2026, 11, 21, 8, 5, 9};
 
 struct PreviewedWizard {
     explicit PreviewedWizard(int columns = 128) : columns(columns), wizard(QString()) {
-        wizard.showPreview(project, columns, now);
+        DisplayValues values = defaultValues(project);
+        values.clock = now;
+        wizard.showPreview(project, columns, values);
         wizard.show();
         QVERIFY(QTest::qWaitForWindowExposed(&wizard));
     }
@@ -115,6 +117,8 @@ void WizardPreviewTest::followsEveryControl() {
 void WizardPreviewTest::tellsWhatDoesNotFit() {
     PreviewedWizard previewed;
     previewed.type("Emergency stop pump station");
+    QCOMPARE(previewed.fit(), "passes whole, 10 characters at a time beyond the edge");
+    previewed.pick("cbOutEffect", "NONE");
     QCOMPARE(previewed.fit(), "10 characters do not fit");
     previewed.type("Emergency stop pu");
     QCOMPARE(previewed.fit(), "1 character does not fit");

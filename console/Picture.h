@@ -1,0 +1,38 @@
+#pragma once
+
+#include "console/CommandFailure.h"
+#include "display/BitmapProvider.h"
+#include "display/DisplayValues.h"
+#include "display/Programme.h"
+
+#include <string>
+
+namespace CLI {
+class App;
+class Option;
+}
+
+/// Pictures of the panel.
+namespace orvista::console {
+
+struct PictureOptions {
+    std::string file;
+    int columns = PanelSize::usualColumns;
+    int scale = 8; ///< pixels for each dot
+};
+
+/// --columns and --scale. \param needed the option without which they do nothing; null where there is none
+void addPictureSize(CLI::App& command, PictureOptions& options, CLI::Option* needed = nullptr);
+
+/// \throws CommandFailure for another ending than .png, and for too large a picture
+void expectPicture(const PictureOptions& options);
+
+/// Writes it, and names the bitmaps that the programme's pages name and the display cannot show.
+/// \returns Found where there are any
+ExitStatus writePicture(const PictureOptions& options, const LedRaster& raster, const Programme& programme,
+                        const BitmapProvider& bitmaps);
+
+/// Of this computer.
+LocalTime localTimeNow();
+
+} // namespace orvista::console

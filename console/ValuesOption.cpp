@@ -1,0 +1,136 @@
+#include "console/ValuesOption.h"
+
+#include "console/CommandFailure.h"
+#include "model/Files.h"
+#include "model/Item.h"
+#include "model/Numbers.h"
+#include "model/Text.h"
+#include "model/VariableValue.h"
+
+#include <nlohmann/json.hpp>
+
+#include <bit>
+#include <cstdint>
+#include <optional>
+#include <stdexcept>
+#include <system_error>
+#include <utility>
+
+namespace orvista::console {
+
+namespace {
+
+using nlohmann::json;
+
+constexpr std::size_t maximumReadingBytes = std::size_t{1} << 20;
+
+[[noreturn]] void refuse(const std::string& text) {
+    throw CommandFailure(ExitStatus::Unusable, text);
+}
+
+std::optional<ValueChoice> choiceNamed(std::string_view name) {
+    using enum ValueChoice;
+    for (const auto& [word, choice] :
+         {std::pair{"default", Defaults}, {"widest", Widest}, {"smallest", Smallest}, {"stars", Stars}})
+        if (equalsIgnoringCase(name, word))
+            return choice;
+    return std::nullopt;
+}
+
+Item variable(std::string_view name, const std::string& where) {
+    const auto item = variableNamed(name);
+    if (!item)
+        refuse(where + ": \"" + std::string(name) + "\" is none of " + namesOf(Kind::Float) + " and " +
+               namesOf(Kind::Boolean));
+    return *item;
+}
+
+void assign(OwnValues& own, const std::string& assignment) {
+    const std::size_t sign = assignment.find('=');
+    if (sign == std::string::npos)
+        refuse(
+            "--values: \"" + assignment +
+            "\" is neither default, widest, smallest, stars, a value such as RegVar1=-99.9 or CoilVar2=on, "
+            "nor a .json file");
+    const std::string_view value = std::string_view(assignment).substr(sign + 1);
+    const Item item = variable(trimBlanks(std::string_view(assignment).substr(0, sign)), assignment);
+    if (item.kind == Kind::Float) {
+        try {
+            own.floats[item.index] = enteredFloat(value);
+        } catch (const std::invalid_argument& mistake) {
+            refuse(assignment + ": " + mistake.what());
+        }
+        return;
+    }
+    const auto isOn = enteredSwitch(value);
+    if (!isOn)
+        refuse(assignment + ": a Boolean variable is on or off");
+    own.booleans[item.index] = *isOn;
+}
+
+OwnValues assignedValues(std::string_view assignments) {
+    OwnValues own;
+    for (;;) {
+        const std::size_t end = assignments.find(',');
+        assign(own, std::string(trimBlanks(assignments.substr(0, end))));
+        if (end == std::string_view::npos)
+            return own;
+        assignments.remove_prefix(end + 1);
+    }
+}
+
+/// A number that JSON has, or the float in two words, the low one first.
+std::optional<float> readFloat(const json& reading) {
+    const json& value = reading.at("value");
+    if (value.is_number())
+        return nearestSingle(value.get<double>());
+    const json& raw = reading.at("raw");
+    if (!value.is_null() || raw.size() != 2)
+        return std::nullopt;
+    const auto word = [&raw](std::size_t index) { return raw.at(index).get<std::uint32_t>() & 0xFFFFU; };
+    return std::bit_cast<float>(word(0) | word(1) << 16);
+}
+
+void take(OwnValues& own, const json& reading, const std::string& file) {
+    const auto& name = reading.at("name").get_ref<const std::string&>();
+    const Item item = variable(name, file);
+    if (item.kind == Kind::Boolean) {
+        // Null where the address map puts it beyond the addresses.
+        if (!reading.at("value").is_null())
+            own.booleans[item.index] = reading.at("value").get<bool>();
+    } else if (const auto value = readFloat(reading)) {
+        own.floats[item.index] = *value;
+    }
+}
+
+} // namespace
+
+OwnValues valuesOfReading(std::string_view text, const std::string& file) {
+    OwnValues own;
+    try {
+        const json document = json::parse(text);
+        for (const json& reading : document.at("values"))
+            take(own, reading, file);
+    } catch (const json::exception&) {
+        refuse(file + " is not what orvista read --json prints");
+    } catch (const Overflow&) {
+        refuse(file + " holds a number that is larger than a float variable can hold");
+    }
+    return own;
+}
+
+FieldValues namedValues(const std::string& argument, const Project& project) {
+    if (const auto choice = choiceNamed(argument))
+        return chosenValues(*choice, project);
+    FieldValues values = chosenValues(ValueChoice::Defaults, project);
+    if (!endsWithIgnoringCase(argument, ".json"))
+        return withOwn(values, assignedValues(argument));
+    try {
+        FileSource file(argument);
+        return withOwn(values, valuesOfReading(bytesUpTo(file, maximumReadingBytes), argument));
+    } catch (const std::system_error& failure) {
+        refuse(argument + ": " + failure.code().message());
+    }
+}
+
+} // namespace orvista::console
