@@ -22,21 +22,15 @@ constexpr std::int64_t maximumPixels = 64'000'000;
 
 } // namespace
 
-void addPictureSize(CLI::App& command, PictureOptions& options, CLI::Option* needed) {
-    CLI::Option* const columns =
-        command.add_option("--columns", options.columns, "Dots across the panel, 1 to 4096")
-            ->type_name("N")
-            ->check(wholeNumbers(1, PanelSize::maximumColumns))
-            ->capture_default_str();
-    CLI::Option* const scale =
-        command.add_option("--scale", options.scale, "Pixels of the picture for each dot, 1 to 64")
-            ->type_name("N")
-            ->check(wholeNumbers(1, largestScale))
-            ->capture_default_str();
-    if (needed == nullptr)
-        return;
-    columns->needs(needed);
-    scale->needs(needed);
+void addPictureSize(CLI::App& command, PictureOptions& options) {
+    command.add_option("--columns", options.columns, "Dots across the panel, 1 to 4096")
+        ->type_name("N")
+        ->check(wholeNumbers(1, PanelSize::maximumColumns))
+        ->capture_default_str();
+    command.add_option("--scale", options.scale, "Pixels of the picture for each dot, 1 to 64")
+        ->type_name("N")
+        ->check(wholeNumbers(1, largestScale))
+        ->capture_default_str();
 }
 
 void expectPicture(const PictureOptions& options) {

@@ -9,7 +9,6 @@
 
 namespace CLI {
 class App;
-class Option;
 }
 
 /// Pictures of the panel.
@@ -21,8 +20,8 @@ struct PictureOptions {
     int scale = 8; ///< pixels for each dot
 };
 
-/// --columns and --scale. \param needed the option without which they do nothing; null where there is none
-void addPictureSize(CLI::App& command, PictureOptions& options, CLI::Option* needed = nullptr);
+/// --columns and --scale.
+void addPictureSize(CLI::App& command, PictureOptions& options);
 
 /// \throws CommandFailure for another ending than .png, and for too large a picture
 void expectPicture(const PictureOptions& options);

@@ -211,6 +211,14 @@ ExitStatus readItems(const ReadOptions& options) {
     }
 }
 
+void expectUseOfPicture(const CLI::App& command, const ReadOptions& options) {
+    const bool hasPicture = command.count("--picture") > 0;
+    if (hasPicture && options.watch)
+        throw CommandFailure(ExitStatus::Unusable, "a picture is drawn once: give --picture or --watch");
+    if (!hasPicture && command.count("--columns") + command.count("--scale") > 0)
+        throw CommandFailure(ExitStatus::Unusable, "--columns and --scale are for a picture: give --picture");
+}
+
 } // namespace
 
 void addRead(CLI::App& program, Run& run) {
@@ -224,11 +232,9 @@ void addRead(CLI::App& program, Run& run) {
         ->type_name("SECONDS")
         ->check(numbers(shortestWatch, longestWatch));
     command->add_flag("--json", options->json, "JSON instead of text; with --watch an object a line");
-    CLI::Option* const picture =
-        command->add_option("--picture", options->picture.file, "Draw what the display should show now, too")
-            ->type_name("FILE.png")
-            ->excludes("--watch");
-    addPictureSize(*command, options->picture, picture);
+    command->add_option("--picture", options->picture.file, "Draw what the display should show now, too")
+        ->type_name("FILE.png");
+    addPictureSize(*command, options->picture);
     command->footer(
         "Examples:\n"
         "  orvista read 192.168.1.103 --project PUMPSTATION.orx\n"
@@ -237,7 +243,10 @@ void addRead(CLI::App& program, Run& run) {
         "  orvista read 192.168.1.103 --project PUMPSTATION.orx --picture panel.png\n\n"
         "Tells the messages that are on with their texts, and of each variable address, value, raw words in\n"
         "hexadecimal and text. Ends with status 1 when the display does not answer as it should.");
-    command->callback([options, &run] { run = [options] { return readItems(*options); }; });
+    command->callback([command, options, &run] {
+        expectUseOfPicture(*command, *options);
+        run = [options] { return readItems(*options); };
+    });
 }
 
 } // namespace orvista::console

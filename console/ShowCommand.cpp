@@ -82,7 +82,7 @@ void addShow(CLI::App& program, Run& run) {
             "--values", options->values,
             "What the fields show: default, widest, smallest, stars (numbers that do not fit), values "
             "such as RegVar1=-99.9,CoilVar2=on, or what orvista read --json printed")
-        ->type_name("VALUES|FILE.json")
+        ->type_name("VALUES")
         ->capture_default_str();
     command->footer("Examples:\n"
                     "  orvista show PUMPSTATION.orx STDMSG3 -o level.png\n"

@@ -3,6 +3,7 @@
 #include "check/forms/FindingsPanel.h"
 #include "compare/forms/ComparisonPanel.h"
 #include "display/forms/DisplayPreview.h"
+#include "items/HeldValues.h"
 #include "items/forms/MessagesPanel.h"
 #include "items/forms/VariablesPanel.h"
 #include "link/forms/MonitorPanel.h"
@@ -52,6 +53,11 @@ ProjectPanel* ProjectPanels::makeMonitor() {
     auto* const panel = followingColumns(new MonitorPanel(
         project_, around_.preview.columns(), around_.preview.clock(), around_.modbusPort, notAppliedItems()));
     shareDisplay(*panel, around_.tester);
+    connect(&panel->monitor(), &DisplayMonitor::changed, &around_.preview,
+            [this, &monitor = panel->monitor()] {
+                around_.preview.setHeldValues(
+                    monitor.isCurrent() ? std::optional(heldValues(*monitor.items())) : std::nullopt);
+            });
     return panel;
 }
 

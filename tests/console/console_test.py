@@ -579,6 +579,72 @@ class Show(ProgramTest):
             self.assertFalse((self.folder / "a.png").exists())
 
 
+    fields = (b"CLEAR\r\nDISPVARS 0 0 RED BLACK RegVar1\r\nDISPVARS 48 0 GREEN BLACK CoilVar1\r\nTIMES 0 8 RED BLACK \r\n"
+              b"ACT STILL 1000")
+
+    def picture(self, script, *arguments):
+        """What show draws of a script, as bytes."""
+        project = device_files.new_project()
+        project["STDMSG"][1] = script
+        device_files.write(self.folder, "VALUES", project)
+        self.expect(0, "show", "VALUES.orx", "STDMSG1", *arguments, "-o", "out.png")
+        return (self.folder / "out.png").read_bytes()
+
+    def texts(self, number, boolean, time=b"00:00:00"):
+        return self.picture(b'CLEAR\r\nTEXTS 0 0 RED BLACK "%s"\r\nTEXTS 48 0 GREEN BLACK "%s"\r\nTEXTS 0 8 RED BLACK "%s"\r\n'
+                            b"ACT STILL 1000" % (number, boolean, time))
+
+    def test_fields_show_the_values_that_are_named(self):
+        self.assertEqual(self.picture(self.fields, "--values", "widest"), self.texts(b"-99.999", b"OFF"))
+        self.assertEqual(self.picture(self.fields, "--values", "STARS"), self.texts(b"*******", b"OFF"))
+        without_time = self.fields.replace(b"TIMES 0 8 RED BLACK \r\n", b"")
+        for values, number, boolean in (("default", b"  0.000", b"OFF"), ("smallest", b"  0.000", b"ON"),
+                                        ("RegVar1=-99.9,CoilVar1=on", b"-99.900", b"ON")):
+            self.assertEqual(self.picture(without_time, "--values", values), self.texts(number, boolean, b" "), values)
+
+    def test_values_come_from_a_reading_of_a_display(self):
+        without_time = self.fields.replace(b"TIMES 0 8 RED BLACK \r\n", b"")
+        for value, raw, shown in ((1.5, [0, 0x3FC0], b"  1.500"), (None, [0, 0x7FC0], b"-------"), (None, [], b"  0.000")):
+            (self.folder / "reading.json").write_text(json.dumps({"values": [
+                {"name": "RegVar1", "value": value, "raw": raw}, {"name": "CoilVar1", "value": None, "raw": []}]}))
+            self.assertEqual(self.picture(without_time, "--values", "reading.json"), self.texts(shown, b"OFF", b" "))
+
+    def test_values_that_are_none(self):
+        self.picture(self.fields)
+        (self.folder / "out.png").unlink()
+        for name, text in (("bad.json", "{"), ("list.json", "[1]"), ("name.json", '{"values": [{"name": 1}]}'),
+                           ("text.json", '{"values": [{"name": "CoilVar1", "value": "on"}]}')):
+            (self.folder / name).write_text(text)
+            self.assertEqual(self.complaint(2, "show", "VALUES.orx", "STDMSG1", "-o", "out.png", "--values", name),
+                             f"orvista: {name} is not what orvista read --json prints")
+        (self.folder / "large.json").write_text('{"values": [{"name": "RegVar1", "value": 1e39}]}')
+        for values, said in (("widst", '--values: "widst" is neither default, widest, smallest, stars, a value such as RegVar1=-99.9 or '
+                                       "CoilVar2=on, nor a .json file"),
+                             ("RegVar65=1", 'RegVar65=1: "RegVar65" is none of RegVar1 to RegVar64 and CoilVar1 to CoilVar32'),
+                             ("RegVar1=1,RegVar2=x", 'RegVar2=x: "x" is not a number'),
+                             ("CoilVar1=2", "CoilVar1=2: a Boolean variable is on or off"),
+                             ("none.json", "none.json: No such file or directory"),
+                             ("large.json", "large.json holds a number that is larger than a float variable can hold")):
+            self.assertEqual(self.complaint(2, "show", "VALUES.orx", "STDMSG1", "-o", "out.png", "--values", values), "orvista: " + said)
+        self.assertFalse((self.folder / "out.png").exists())
+
+    def test_bitmaps_that_cannot_be_shown_are_named_beside_the_picture(self):
+        project = device_files.new_project()
+        project["STDMSG"][1] = b"CLEAR\r\nIMG 0 0 RED BLACK later.bmp\r\nIMG 0 0 RED BLACK cut.bmp\r\nACT STILL 1000"
+        device_files.write(self.folder, "VALUES", project)
+        (self.folder / "cut.bmp").write_bytes(b"BM")
+        ended = self.run_program("show", "VALUES.orx", "STDMSG1", "-o", "out.png")
+        self.assertEqual((ended.returncode, ended.stderr),
+                         (1, b"orvista: later.bmp is missing\norvista: cut.bmp is cut short\n"))
+        pixels(self.folder / "out.png")
+
+    def test_a_picture_that_would_be_too_large_is_refused(self):
+        self.assertEqual(self.complaint(2, "show", "BARS.orx", "STDMSG1", "--columns", "4096", "--scale", "64", "-o", "out.png"),
+                         "orvista: the picture would be 262336 x 1216 pixels, and 64 million are the most: give a smaller --scale or "
+                         "fewer --columns")
+        self.assertFalse((self.folder / "out.png").exists())
+
+
 class Outputs(ProgramTest):
     """Full disk and read-only folder at each output: one line, status 1, no half file."""
 

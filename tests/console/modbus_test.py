@@ -10,6 +10,10 @@ import subprocess
 import sys
 import threading
 import time
+from pathlib import Path
+
+sys.path.insert(0, str(Path(__file__).parents[1] / "tour"))
+import device_files  # noqa: E402  the project's files, written apart from the program
 
 from displays import Display
 from program import PROGRAM, PROJECT, SOURCE, ProgramTest, main
@@ -120,6 +124,23 @@ class Reading(ProgramTest):
         self.assertRegex(lines[2], r"^ALTMSG20 +319 +ON$")
         self.assertRegex(lines[3], r"^RegVar1 +100 +1\.1 +CCCD 3F8C +1\.1")
         self.assertRegex(lines[-1], r"^CoilVar32 +131 +ON +\S")
+
+    def test_draws_what_the_display_should_show(self):
+        project = device_files.new_project()
+        project["STDMSG"][3] = (b"CLEAR\r\nDISPVAR 0 0 RED BLACK RegVar1\r\nACT STILL 1000")
+        project["STDMSG"][4] = b'CLEAR\r\nTEXT 0 0 RED BLACK " -2.500"\r\nACT STILL 1000'
+        device_files.write(self.folder, "DRAWN", project)
+        with Server() as server:
+            read = ["read", server.display, "--project", "DRAWN.orx", "--picture", "out.png"]
+            self.expect(0, "switch", server.display, "--project", "DRAWN.orx", "--on", "STDMSG3")
+            self.expect(0, "write", server.display, "--project", "DRAWN.orx", "RegVar1=-2.5")
+            self.assertIn(b"STDMSG3 ", self.expect(0, *read, "--scale", "4", "--columns", "96"))
+            self.expect(0, "show", "DRAWN.orx", "STDMSG4", "-o", "expected.png", "--scale", "4", "--columns", "96")
+            self.assertEqual((self.folder / "out.png").read_bytes(), (self.folder / "expected.png").read_bytes())
+            self.assertIn("does not end in .png", self.complaint(2, *read[:-1], "out.jpg"))
+            self.assertEqual(self.complaint(2, *read, "--watch", "2"), "orvista: a picture is drawn once: give --picture or --watch")
+            self.assertEqual(self.complaint(2, *read[:-2], "--columns", "96"),
+                             "orvista: --columns and --scale are for a picture: give --picture")
 
     def test_a_number_that_json_has_not_is_null(self):
         with Scripted(lambda request: right_answer(request)[:9] + b"\x00\x00\x7F\xC0\x00\x00\xFF\x80" * 31

@@ -13,9 +13,14 @@
 #include "widgets/ScriptPositions.h"
 
 #include <QAction>
+#include <QComboBox>
 #include <QDialog>
+#include <QFile>
 #include <QFileDialog>
 #include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSignalSpy>
 #include <QSlider>
 #include <QSpinBox>
 #include <QTest>
@@ -28,6 +33,8 @@
 #include <fstream>
 #include <functional>
 #include <memory>
+#include <optional>
+#include <tuple>
 
 using namespace orvista;
 using namespace orvista::testing;
@@ -116,10 +123,16 @@ private slots:
     void showsOtherWidths();
     void countsWhatDoesNotFit();
     void showsDefaultsAndTheClock();
+    void showsTheValuesThatAreChosen();
+    void asksForOwnValues();
+    void showsWhatTheDisplayHoldsWhileItIsKnown();
     void marksAMissingBitmap();
     void marksABitmapThatCannotBeShown_data();
     void marksABitmapThatCannotBeShown();
     void showsTheBitmapsOfTheProjectFolder();
+    void noticesBitmapsOnTheDisk_data();
+    void noticesBitmapsOnTheDisk();
+    void playLooksAtTheBitmaps();
     void doesNothingWhileHidden();
     void showsLongScriptsWhenTheKeysAreQuiet();
     void showsLongScriptsAsItShowsShortOnes();
@@ -320,6 +333,105 @@ void DisplayPreviewTest::showsDefaultsAndTheClock() {
     QCOMPARE(desk.read(), "1.500 ON 08:05:09 21.11.2026");
 }
 
+void DisplayPreviewTest::showsTheValuesThatAreChosen() {
+    Desk desk;
+    desk.project.CoilVar[1].onText = "RUN";
+    desk.project.CoilVar[1].offText = "STOPPED";
+    const std::string script =
+        "CLEAR\r\nDISPVAR 0 0 RED BLACK RegVar1\r\nDISPVARS 64 5 RED BLACK CoilVar2\r\n"
+        "TIMES 90 0 RED BLACK \r\nACT STILL 1000";
+    desk.show(script);
+    auto* const list = desk.find<QComboBox>("cboPreviewValues");
+    const std::pair<const char*, const char*> choices[] = {{"Widest", "-99.999 STOPPED 00:00:00"},
+                                                           {"Smallest", "0.000 RUN 08:05:09"},
+                                                           {"On", "0.000 RUN 08:05:09"},
+                                                           {"Off", "0.000 STOPPED 08:05:09"},
+                                                           {"Defaults", "0.000 STOPPED 08:05:09"}};
+    for (const auto& [choice, text] : choices) {
+        list->setCurrentText(choice);
+        QCOMPARE(desk.read(), text);
+    }
+    list->setCurrentText("Widest");
+    desk.box->setBytes("CLEAR\r\nDISPVAR 0 0 RED BLACK RegVar2\r\nACT STILL 1000");
+    desk.project.RegVar[1].width = "5";
+    desk.preview->restart();
+    QCOMPARE(desk.read(), "9.999");
+}
+
+void DisplayPreviewTest::asksForOwnValues() {
+    Desk desk;
+    desk.show("CLEAR\r\nDISPVAR 0 0 RED BLACK RegVar1\r\nDISPVARS 64 5 RED BLACK CoilVar2\r\n"
+              "TIMES 90 0 RED BLACK \r\nDATES 90 8 RED BLACK \r\nACT STILL 1000");
+    auto* const list = desk.find<QComboBox>("cboPreviewValues");
+    const auto choose = [&](auto&& act) {
+        onModal(QStringLiteral("frmValues"), act);
+        list->setFocus();
+        QTest::keyClick(list, Qt::Key_End);
+        QVERIFY(allModalsServed());
+    };
+    const auto type = [](QWidget* form, const char* name, const char* text) {
+        form->findChild<QLineEdit*>(QString::fromLatin1(name))->setText(text);
+    };
+    const auto press = [](QWidget* form, const char* name) {
+        QTest::mouseClick(form->findChild<QPushButton*>(QString::fromLatin1(name)), Qt::LeftButton);
+    };
+    list->setCurrentText("On");
+    choose([&](QWidget* form) { press(form, "btnCancel"); });
+    QCOMPARE(list->currentText(), "On");
+    choose([&](QWidget* form) {
+        const auto* const ok = form->findChild<QPushButton*>("btnOK");
+        for (const auto& [box, wrong, right] : {std::tuple{"txtValueRegVar1", "1,5", "-99.9"},
+                                                {"txtValueTIME", "25:00:00", "23:59:58"},
+                                                {"txtValueDATE", "30.2.2026", "24.12.2026"}}) {
+            type(form, box, wrong);
+            QVERIFY2(!ok->isEnabled(), box);
+            type(form, box, right);
+            QVERIFY2(ok->isEnabled(), box);
+        }
+        form->findChild<QComboBox*>("cboValueCoilVar2")->setCurrentIndex(1);
+        press(form, "btnOK");
+    });
+    QCOMPARE(desk.read(), "-99.900 ON 23:59:58 24.12.2026");
+    // What another message does not show is kept, and others are at their defaults.
+    desk.box->setBytes(
+        "CLEAR\r\nDISPVAR 0 0 RED BLACK RegVar2\r\nDISPVAR 64 0 RED BLACK RegVar1\r\nACT STILL 1000");
+    desk.preview->restart();
+    QCOMPARE(desk.read(), "0.000 -99.900");
+    onModal(QStringLiteral("frmValues"), [&](QWidget* form) {
+        QCOMPARE(form->findChild<QLineEdit*>("txtValueRegVar1")->text(), "-99.9");
+        type(form, "txtValueRegVar1", "");
+        press(form, "btnOK");
+    });
+    emit list->activated(list->currentIndex());
+    QVERIFY(allModalsServed());
+    QCOMPARE(desk.read(), "0.000 0.000");
+}
+
+void DisplayPreviewTest::showsWhatTheDisplayHoldsWhileItIsKnown() {
+    Desk desk;
+    desk.show("CLEAR\r\nDISPVAR 0 0 RED BLACK RegVar1\r\nTIMES 90 0 RED BLACK \r\nACT STILL 1000");
+    auto* const list = desk.find<QComboBox>("cboPreviewValues");
+    const auto canBeChosen = [&] {
+        return (list->model()->flags(list->model()->index(5, 0)) & Qt::ItemIsEnabled) != 0;
+    };
+    QCOMPARE(list->itemText(5), "As the Display Has It");
+    QVERIFY(!canBeChosen());
+    DisplayValues held;
+    held.floats[0] = 12.5F;
+    desk.preview->setHeldValues(held);
+    QVERIFY(canBeChosen());
+    QCOMPARE(desk.read(), "0.000 08:05:09");
+    list->setCurrentIndex(5);
+    QCOMPARE(desk.read(), "12.500 08:05:09");
+    held.floats[0] = -1;
+    desk.preview->setHeldValues(held);
+    QCOMPARE(desk.read(), "-1.000 08:05:09");
+    desk.preview->setHeldValues(std::nullopt);
+    QCOMPARE(list->currentText(), "Defaults");
+    QCOMPARE(desk.read(), "0.000 08:05:09");
+    QVERIFY(!canBeChosen());
+}
+
 void DisplayPreviewTest::marksAMissingBitmap() {
     const TemporaryFolder folder;
     Desk desk;
@@ -386,6 +498,53 @@ void DisplayPreviewTest::showsTheBitmapsOfTheProjectFolder() {
     LedRaster expected({128});
     expected.fill(0, 0, 4, 2, Led::Red);
     QCOMPARE(desk.shown(), expected);
+}
+
+void DisplayPreviewTest::noticesBitmapsOnTheDisk_data() {
+    QTest::addColumn<bool>("isThere");
+    QTest::newRow("comes") << false;
+    QTest::newRow("changes or goes") << true;
+}
+
+void DisplayPreviewTest::noticesBitmapsOnTheDisk() {
+    QFETCH(const bool, isThere);
+    const TemporaryFolder folder;
+    const QString file = QString::fromStdString(folder.file("later.bmp"));
+    const auto store = [&](int width) {
+        QImage picture(width, 2, QImage::Format_RGB32);
+        picture.fill(Qt::red);
+        QVERIFY(picture.save(file, "BMP"));
+    };
+    if (isThere)
+        store(9);
+    Desk desk;
+    desk.project.ProjPath = folder.path();
+    desk.show("CLEAR\r\nIMG 0 0 RED BLACK later.bmp\r\nACT STILL 1000");
+    QVERIFY(QTest::qWaitForWindowActive(&desk.window));
+    QSignalSpy changes(desk.preview, &DisplayPreview::bitmapsChanged);
+    QCOMPARE(desk.label("lblPreviewFit"), isThere ? "" : "later.bmp is missing");
+    store(200);
+    QTRY_COMPARE(desk.label("lblPreviewFit"), "the bitmap is 72 dots too wide");
+    QCOMPARE(changes.size(), 1);
+    QVERIFY(QFile::remove(file));
+    QTRY_COMPARE(desk.label("lblPreviewFit"), "later.bmp is missing");
+    QCOMPARE(changes.size(), 2);
+}
+
+void DisplayPreviewTest::playLooksAtTheBitmaps() {
+    const TemporaryFolder folder;
+    Desk desk;
+    desk.project.ProjPath = folder.path();
+    desk.show("CLEAR\r\nIMG 0 0 RED BLACK later.bmp\r\nACT STILL 1000");
+    QSignalSpy changes(desk.preview, &DisplayPreview::bitmapsChanged);
+    QImage picture(4, 2, QImage::Format_RGB32);
+    QVERIFY(picture.save(QString::fromStdString(folder.file("later.bmp")), "BMP"));
+    desk.preview->lookAtBitmaps();
+    QCOMPARE(changes.size(), 1);
+    QVERIFY(QFile::remove(QString::fromStdString(folder.file("later.bmp"))));
+    desk.click("btnPreviewPlay");
+    QCOMPARE(changes.size(), 2);
+    QVERIFY(desk.isPlaying());
 }
 
 void DisplayPreviewTest::doesNothingWhileHidden() {

@@ -1,9 +1,12 @@
 #include "widgets/PanelPicture.h"
+#include "display/PanelDrawing.h"
 #include "widgets/PanelView.h"
 
 #include <QPainter>
 #include <QTest>
 
+#include <algorithm>
+#include <cstdlib>
 #include <random>
 
 using namespace orvista;
@@ -38,6 +41,7 @@ class PanelPictureTest : public QObject {
     Q_OBJECT
 private slots:
     void looksTheSameWhateverWasDrawnBefore();
+    void looksAsAPictureFileDoes();
     void everyLightLooksTheSameWhereverItStands();
     void lightsFallOnTheirNeighboursAndTheRim();
     void aRasterOfAnotherSizeIsCutOrLeavesLensesDark();
@@ -52,6 +56,25 @@ void PanelPictureTest::looksTheSameWhateverWasDrawnBefore() {
             QCOMPARE(worn.image(raster), PanelPicture({40}, cell).image(raster));
         }
         QCOMPARE(worn.image(LedRaster({40})), PanelPicture({40}, cell).image(LedRaster({40})));
+    }
+}
+
+void PanelPictureTest::looksAsAPictureFileDoes() {
+    for (const int cell : {2, 4, 8}) {
+        const LedRaster raster = randomRaster({40}, 7);
+        PixelImage file = drawPanel(raster, cell);
+        const PanelPicture picture({40}, cell);
+        const QImage shown = picture.image(raster);
+        QCOMPARE(QSize(file.width, file.height), shown.size());
+        for (int y = picture.rim(); y < file.height - picture.rim(); ++y)
+            for (int x = picture.rim(); x < file.width - picture.rim(); ++x) {
+                const Pixel one = file.at(x, y);
+                const QColor other = shown.pixelColor(x, y);
+                const int apart =
+                    std::max({std::abs(one.red - other.red()), std::abs(one.green - other.green()),
+                              std::abs(one.blue - other.blue())});
+                QVERIFY2(apart <= 8, qPrintable(QStringLiteral("%1 at %2, %3").arg(apart).arg(x).arg(y)));
+            }
     }
 }
 

@@ -91,6 +91,16 @@ void EditingTour::looksAtThePreview() {
     hands.click("btnPreviewPlay");
     time.setValue(3200);
     stage_.show("preview-enters", "Any moment can be looked at: here the page is entering.");
+    hands.pick("cboPreviewValues", "Widest");
+    time.setValue(6400);
+    stage_.show("preview-widest", "The longest number that the field shows, before it comes in the plant.");
+    stage_.inDialog("frmValues", [this](const Hands& values) {
+        values.type("txtValueRegVar1", "-99.5");
+        stage_.show(values.window(), "own-values", "Any other value can be tried, too.");
+        values.click("btnOK");
+    });
+    hands.pick("cboPreviewValues", "Own\u2026");
+    hands.pick("cboPreviewValues", "Defaults");
 }
 
 void EditingTour::composesAPageWithABitmap() {
