@@ -6,6 +6,7 @@
 #include "console/Output.h"
 #include "console/Picture.h"
 #include "console/Projects.h"
+#include "console/ReadFiles.h"
 #include "display/FirstSight.h"
 #include "display/FolderBitmaps.h"
 #include "items/HeldValues.h"
@@ -195,8 +196,10 @@ ExitStatus watch(const DisplayAddress& display, const ReadOptions& options, std:
 
 ExitStatus readItems(const ReadOptions& options) {
     const DisplayAddress display = modbusAddress(options.display);
-    if (!options.picture.file.empty())
+    if (!options.picture.file.empty()) {
         expectPicture(options.picture);
+        expectApartFromProject(options.picture.file, options.project);
+    }
     const Project project = readProject(options.project);
     const ItemTexts texts(project);
     std::vector<DisplayItem> items = displayItems(project);
