@@ -6,8 +6,12 @@
 #include "mainwindow/ProgramBeside.h"
 #include "model/FolderCopy.h"
 #include "model/Place.h"
+#include "model/SystemPath.h"
 #include "widgets/PathText.h"
 
+#include <QWidget>
+
+#include <filesystem>
 #include <system_error>
 #include <utility>
 
@@ -20,6 +24,7 @@ constexpr Item firstMessage(Kind::Regular, 0);
 
 constexpr const char* displayNotice = "TryDisplay";
 constexpr const char* transferNotice = "TryTransfer";
+constexpr const char* nextStep = "GoThere";
 
 } // namespace
 
@@ -39,12 +44,14 @@ TryOutSettings TryOutSettings::usual(const DocMgrModule::ProgramEnvironment& env
 }
 
 TryOut::TryOut(DocMgrModule::ProjectLifecycle& lifecycle, Navigator& navigator, PanelDock& dock,
-               TryOutSettings settings, QObject* parent)
-    : QObject(parent),
+               TryOutSettings settings, QWidget& window, std::function<void()> showTester)
+    : QObject(&window),
       lifecycle_(lifecycle),
       navigator_(navigator),
       dock_(dock),
-      settings_(std::move(settings)) {}
+      settings_(std::move(settings)),
+      window_(window),
+      showTester_(std::move(showTester)) {}
 
 TryOut::~TryOut() {
     if (display_)
@@ -55,10 +62,19 @@ void TryOut::miToolsTry_Click() {
     const auto parent = settings_.chooseFolder("Choose a folder for a copy of the example");
     if (!parent)
         return;
+    std::error_code unknown;
+    if (!std::filesystem::is_directory(systemPath(settings_.example), unknown)) {
+        lifecycle_.fileContext().messages.show(MessageIcon::Exclamation,
+                                               "The example is missing: " + settings_.example);
+        return;
+    }
     try {
         openCopy(copyToNewFolder(settings_.example, *parent));
     } catch (const std::system_error& failure) {
-        lifecycle_.fileContext().messages.show(MessageIcon::Exclamation, failure.what());
+        lifecycle_.fileContext().messages.show(
+            MessageIcon::Exclamation,
+            "Unable to copy the example into " + *parent + ": " + failure.code().message() +
+                ". Choose a folder that you may write to, on a disk that is not full.");
     }
 }
 
@@ -69,6 +85,12 @@ void TryOut::openCopy(const std::string& folder) {
         return; // the project before it could not be saved, and stays
     startDisplay();
     navigator_.goTo({firstMessage, 0});
+    tellHowToGoOn();
+}
+
+void TryOut::tellHowToGoOn() {
+    dock_.offer({QString::fromLatin1(nextStep), tr("Tick a message on the TCP Tester page and press Update"),
+                 tr("Go There"), showTester_});
 }
 
 void TryOut::startDisplay() {
@@ -77,10 +99,15 @@ void TryOut::startDisplay() {
     display_.reset(); // of the last try: its ports are wanted
     copyFiles(settings_.example, held_.emplace().path());
     display_.emplace();
+    const QRect place = window_.frameGeometry();
+    const QString beside =
+        QStringLiteral("%1,%2,%3,%4").arg(place.x()).arg(place.y()).arg(place.width()).arg(place.height());
     display_->setProcessChannelMode(QProcess::ForwardedErrorChannel);
     connect(&*display_, &QProcess::readyReadStandardOutput, this, &TryOut::readOutput);
     connect(&*display_, &QProcess::errorOccurred, this, &TryOut::tellNotStarted);
-    display_->start(settings_.simulator, settings_.options + QStringList{"--root", shownPath(held_->path())});
+    display_->start(settings_.simulator,
+                    settings_.options + QStringList{"--until-input-ends", "--beside", beside, "--root",
+                                                    shownPath(held_->path())});
 }
 
 void TryOut::readOutput() {

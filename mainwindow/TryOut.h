@@ -7,6 +7,7 @@
 #include <QObject>
 #include <QProcess>
 
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -21,7 +22,7 @@ class TryOut final : public QObject {
     Q_OBJECT
 public:
     TryOut(DocMgrModule::ProjectLifecycle& lifecycle, Navigator& navigator, PanelDock& dock,
-           TryOutSettings settings, QObject* parent);
+           TryOutSettings settings, QWidget& window, std::function<void()> showTester);
     ~TryOut() override;
 
     void miToolsTry_Click();
@@ -29,6 +30,7 @@ public:
 private:
     void openCopy(const std::string& folder);
     void startDisplay();
+    void tellHowToGoOn();
     void readOutput();
     void takeLine(const QString& line);
     void tellNotStarted(QProcess::ProcessError error);
@@ -39,6 +41,8 @@ private:
     Navigator& navigator_;
     PanelDock& dock_;
     TryOutSettings settings_;
+    QWidget& window_; ///< beside which the display stands
+    std::function<void()> showTester_;
     std::optional<ScratchFolder> held_; ///< what the display holds; outlives its process
     std::optional<QProcess> display_;
 };

@@ -52,7 +52,7 @@ namespace orvista {
 namespace {
 
 /// In the order of the tabs.
-enum Page { System, ModbusSetting, VariableList, MessageList };
+enum Page { System, ModbusSetting, VariableList, MessageList, TcpTester };
 
 constexpr const char* helpFileName = "OR102.chm";
 
@@ -182,7 +182,8 @@ void frmMain::buildCommands() {
     notWhole_ = new NotWholeNotice(lifecycle_, *dock_, seams_.recovery.folder, this);
     overwritten_ = new OverwriteNotice(*dock_, seams_.recovery.folder, this);
     tryOut_ = new TryOut(lifecycle_, *navigator_, *dock_,
-                         seams_.tryOut.value_or(TryOutSettings::usual(lifecycle_.environment(), this)), this);
+                         seams_.tryOut.value_or(TryOutSettings::usual(lifecycle_.environment(), this)), *this,
+                         [this] { tabDetails->setCurrentIndex(TcpTester); });
     auto* const tools = new ProjectCommands(
         {lifecycle_, seams_.chooser, *changes_, *navigator_, *dock_, *messagePage_, *recovery_, *tryOut_,
          [this] { return transfer_; }, handler(this, &frmMain::miToolsPageHelp_Click)},

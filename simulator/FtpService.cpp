@@ -20,6 +20,10 @@ bool FtpService::start(const QHostAddress& address, quint16 port) {
     return server_.listen(address, port);
 }
 
+QString FtpService::errorText() const {
+    return portFault(server_.serverError(), server_.errorString());
+}
+
 void FtpService::acceptConnections() {
     while (QTcpSocket* control = server_.nextPendingConnection()) {
         if (sessions_ >= mostSessions) {

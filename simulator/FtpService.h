@@ -20,7 +20,7 @@ public:
     /// Takes the port, 0 for any free one. False when it cannot be had; errorText() says why.
     bool start(const QHostAddress& address, quint16 port);
     quint16 port() const { return server_.serverPort(); }
-    QString errorText() const { return server_.errorString(); }
+    QString errorText() const;
 
 signals:
     void logged(const orvista::RequestRecord& record);

@@ -52,7 +52,7 @@ bool ModbusService::listen() {
         port_ = server_.serverPort();
         return true;
     }
-    errorText_ = server_.errorString();
+    errorText_ = portFault(server_.serverError(), server_.errorString());
     mayNotBind_ = server_.serverError() == QAbstractSocket::SocketAccessError;
     return false;
 }
@@ -63,7 +63,7 @@ bool ModbusService::holdWithoutListening() {
         port_ = holder_->localPort();
         return true;
     }
-    errorText_ = holder_->errorString();
+    errorText_ = portFault(holder_->error(), holder_->errorString());
     mayNotBind_ = holder_->error() == QAbstractSocket::SocketAccessError;
     holder_.reset();
     return false;

@@ -50,6 +50,13 @@ void addOptions(QCommandLineParser& parser) {
         {"fail-file", "Let the nth file of every file transfer fail.", "n", "0"},
         {"fail-how", "How it fails: refuse, hang-up or stall (refuse).", "how", "refuse"},
     });
+    // For the editor, which starts the program.
+    QCommandLineOption untilInputEnds("until-input-ends");
+    QCommandLineOption beside("beside", {}, "x,y,width,height");
+    for (QCommandLineOption* const option : {&untilInputEnds, &beside}) {
+        option->setFlags(QCommandLineOption::HiddenFromHelp);
+        parser.addOption(*option);
+    }
 }
 
 qint64 number(const QCommandLineParser& parser, const char* option, qint64 lowest, qint64 highest) {
@@ -73,6 +80,13 @@ Value choice(const QCommandLineParser& parser, const char* option,
             return value;
     }
     throw UsageError("--" + std::string(option) + " does not know \"" + given + "\"");
+}
+
+QRect rectangle(const QString& text) {
+    const QStringList numbers = text.split(u',');
+    if (numbers.size() != 4)
+        throw UsageError("--beside takes x,y,width,height");
+    return {numbers[0].toInt(), numbers[1].toInt(), numbers[2].toInt(), numbers[3].toInt()};
 }
 
 DeviceSettings deviceSettings(const QCommandLineParser& parser) {
@@ -123,6 +137,9 @@ Options parseOptions(const QStringList& arguments) {
     options.faults = faultsAskedFor(parser);
     options.headless = parser.isSet("headless");
     options.printLog = parser.isSet("log");
+    options.untilInputEnds = parser.isSet("until-input-ends");
+    if (parser.isSet("beside"))
+        options.beside = rectangle(parser.value("beside"));
     options.snapshot = parser.value("snapshot");
     if (parser.isSet("at"))
         options.moment = number(parser, "at", 0, std::numeric_limits<qint64>::max());

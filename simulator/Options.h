@@ -3,6 +3,7 @@
 #include "simulator/Faults.h"
 #include "simulator/SimulatedDevice.h"
 
+#include <QRect>
 #include <QString>
 #include <QStringList>
 #include <optional>
@@ -16,6 +17,8 @@ struct Options {
     Faults faults;
     bool headless = false;
     bool printLog = false;
+    bool untilInputEnds = false;  ///< end when standard input does
+    std::optional<QRect> beside;  ///< the window of another program, on the screen, to stand beside
     QString snapshot;             ///< file of the panel's picture, or empty
     std::optional<qint64> moment; ///< milliseconds, see Snapshot
 };

@@ -14,6 +14,13 @@ QString peerText(const QTcpSocket& socket) {
     return QStringLiteral("%1:%2").arg(socket.peerAddress().toString()).arg(socket.peerPort());
 }
 
+QString portFault(QAbstractSocket::SocketError error, const QString& systemText) {
+    if (error == QAbstractSocket::AddressInUseError)
+        return QStringLiteral("another program has this port. Close it, perhaps a simulated display that was "
+                              "started before, and start this one again");
+    return systemText;
+}
+
 bool clientIgnoresReplies(QTcpSocket& socket) {
     constexpr qint64 mostWaitingBytes = qint64{64} * 1024;
     // Many requests that came at once are answered before the system takes the first answer.

@@ -8,6 +8,9 @@ namespace orvista {
 /// "127.0.0.1:40312"
 QString peerText(const QTcpSocket& socket);
 
+/// Why a port cannot be had, in our words where another program has it, else in the system's.
+QString portFault(QAbstractSocket::SocketError error, const QString& systemText);
+
 /// True when a client asks on and on without taking its answers, which would pile up in memory.
 bool clientIgnoresReplies(QTcpSocket& socket);
 

@@ -1,6 +1,7 @@
 #include "model/SystemPath.h"
 #include "simulator/Announcement.h"
 #include "simulator/EndSignals.h"
+#include "simulator/InputEnd.h"
 #include "simulator/Options.h"
 #include "simulator/Snapshot.h"
 #include "simulator/forms/SimulatorWindow.h"
@@ -53,6 +54,8 @@ int run(const Options& options) {
     connectOutput(device, options);
     const EndSignals endSignals;
     QObject::connect(&endSignals, &EndSignals::terminationRequested, qApp, &QCoreApplication::quit);
+    if (options.untilInputEnds)
+        quitWhenInputEnds();
     const bool hasModbus = device.startModbus();
     const bool hasTransfer = device.startTransfer();
     print(modbusLine(device));
@@ -65,6 +68,8 @@ int run(const Options& options) {
         window = std::make_unique<SimulatorWindow>(device);
     const std::unique_ptr<Snapshot> snapshot = makeSnapshot(device, options);
     device.loadFiles();
+    if (window && options.beside)
+        window->standBeside(*options.beside);
     if (window)
         window->show();
     const int result = QApplication::exec();

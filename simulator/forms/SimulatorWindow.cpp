@@ -9,6 +9,7 @@
 
 #include <QFileDialog>
 #include <QFrame>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QMenuBar>
 #include <QMessageBox>
@@ -64,7 +65,7 @@ QWidget* SimulatorWindow::makeCentre() {
     lower->setSizes({generousWidth * 3 / 10, generousWidth * 7 / 10});
     lower->setChildrenCollapsible(false);
     auto* halves = new QSplitter(Qt::Vertical);
-    halves->addWidget(new PanelWidget(device_));
+    halves->addWidget(makePanel());
     halves->addWidget(lower);
     halves->setStretchFactor(0, 0);
     halves->setStretchFactor(1, 1);
@@ -75,6 +76,38 @@ QWidget* SimulatorWindow::makeCentre() {
         layout->addWidget(makePortNotice());
     layout->addWidget(halves, 1);
     return centre;
+}
+
+QWidget* SimulatorWindow::makePanel() {
+    auto* const nothingOn = new QLabel;
+    nothingOn->setObjectName("nothingOn");
+    nothingOn->setWordWrap(true);
+    const auto follow = [this, nothingOn] {
+        // The line keeps its room, so that the panel stays as large as it is.
+        nothingOn->setText(device_.messageCoils() != MessageCoils()
+                               ? QString()
+                               : tr("No message is on. The TCP Tester page of the editor switches "
+                                    "them on."));
+    };
+    connect(&device_, &SimulatedDevice::changed, nothingOn, follow);
+    follow();
+    auto* const box = new QWidget;
+    auto* const layout = new QVBoxLayout(box);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(new PanelWidget(device_), 1);
+    layout->addWidget(nothingOn);
+    return box;
+}
+
+void SimulatorWindow::standBeside(const QRect& other) {
+    const QScreen* const shared = QGuiApplication::screenAt(other.center());
+    const QRect room = (shared ? shared : screen())->availableGeometry();
+    const QSize own = size();
+    for (const QPoint place :
+         {QPoint(other.right() + 1, other.top()), QPoint(other.left() - own.width(), other.top()),
+          QPoint(other.left(), other.bottom() + 1), QPoint(other.left(), other.top() - own.height())})
+        if (room.contains(QRect(place, own)))
+            return move(place);
 }
 
 QWidget* SimulatorWindow::makePortNotice() {

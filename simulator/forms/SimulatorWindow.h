@@ -19,11 +19,14 @@ public:
     bool saveLog(const QString& file, QString& error) const;
 
     QSize sizeHint() const override;
+    /// Takes a place beside that window where the screen has room for both; else the system gives it one.
+    void standBeside(const QRect& other);
 
 private:
     void makeMenus();
     QWidget* makeCentre();
     QWidget* makePortNotice();
+    QWidget* makePanel();
     void askAndSaveLog();
     void askAndSavePicture();
 

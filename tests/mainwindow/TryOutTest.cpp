@@ -9,6 +9,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPlainTextEdit>
+#include <QProcess>
 #include <QPushButton>
 #include <QSlider>
 #include <QTableView>
@@ -89,12 +90,15 @@ private slots:
     void opensACopyOfTheExampleAtItsFirstMessage();
     void startsADisplayThatHoldsTheExample();
     void theDisplayGoesWithTheEditor();
+    void theDisplayEndsWhenItsEditorIsGone();
+    void saysWhatToDoNext();
     void tryingAgainTakesAnotherFolderAndAnotherDisplay();
     void aMessageComesOnAtTheSimulatedDisplay();
     void saysWhatTheSimulatedDisplaySaysOfTakenPorts();
     void saysWhatHelpsWherePort502IsRefused();
     void saysThatThereIsNoSimulator();
     void saysThatThereIsNoExample();
+    void saysWhatHelpsWhereNothingCanBeCopied();
     void withoutAFolderNothingHappens();
     void asksForTheOpenProjectAsOpenDoes();
     void bothEntriesAreAlwaysEnabled();
@@ -125,7 +129,7 @@ void TryOutTest::startsADisplayThatHoldsTheExample() {
     TryingEditor editor(simulator.program());
     editor.tryIn(folder);
     QTRY_COMPARE(simulator.starts().size(), 1);
-    QVERIFY(simulator.starts()[0].contains(QStringLiteral(" --headless --root ")));
+    QVERIFY(simulator.starts()[0].contains(QStringLiteral(" --headless --until-input-ends --beside ")));
     const std::string held = simulator.heldBy(0).toStdString();
     QCOMPARE(fileBytes(held + "/stdmsg.ilm"), fileBytes(example + "/stdmsg.ilm"));
     // What it is sent does not end in the project.
@@ -144,6 +148,31 @@ void TryOutTest::theDisplayGoesWithTheEditor() {
     }
     QVERIFY(!simulator.runs(0));
     QVERIFY(!std::filesystem::exists(simulator.heldBy(0).toStdString()));
+}
+
+void TryOutTest::theDisplayEndsWhenItsEditorIsGone() {
+    const TemporaryFolder folder;
+    QProcess display;
+    display.start(ORVISTA_SIMULATOR, QStringList{"--headless", "--until-input-ends", "--root",
+                                                 QString::fromStdString(folder.path())} +
+                                         portOptions(0));
+    QVERIFY(display.waitForReadyRead(20'000));
+    QCOMPARE(display.state(), QProcess::Running);
+    display.closeWriteChannel(); // as the system does for an editor that was killed
+    QVERIFY(display.waitForFinished(20'000));
+    QCOMPARE(display.exitCode(), 0);
+}
+
+void TryOutTest::saysWhatToDoNext() {
+    const StandIn simulator;
+    const TemporaryFolder folder;
+    TryingEditor editor(simulator.program());
+    editor.tryIn(folder);
+    QCOMPARE(notice(editor, "lblGoThere"),
+             QStringLiteral("Tick a message on the TCP Tester page and press Update"));
+    QCOMPARE(editor.find<QPushButton>("btnGoThere")->text(), QStringLiteral("Go There"));
+    editor.click("btnGoThere");
+    QVERIFY(editor.find<QWidget>("btnRegMsgUpdate")->isVisible());
 }
 
 void TryOutTest::tryingAgainTakesAnotherFolderAndAnotherDisplay() {
@@ -237,6 +266,21 @@ void TryOutTest::saysThatThereIsNoExample() {
     QCOMPARE(editor.messages.shown.size(), std::size_t{1});
     QVERIFY(editor.messages.shown[0].text.find(programFolder.file("examples")) != std::string::npos);
     QVERIFY(std::filesystem::is_empty(folder.path()));
+}
+
+void TryOutTest::saysWhatHelpsWhereNothingCanBeCopied() {
+    const StandIn simulator;
+    const TemporaryFolder folder;
+    writeBytes(folder.file("file"), "no folder");
+    TryingEditor editor(simulator.program());
+    editor.folder = folder.file("file");
+    editor.trigger("miToolsTry");
+    QCOMPARE(editor.messages.shown.size(), std::size_t{1});
+    const QString text = QString::fromStdString(editor.messages.shown[0].text);
+    QVERIFY2(text.startsWith("Unable to copy the example into " + QString::fromStdString(*editor.folder)),
+             qPrintable(text));
+    QVERIFY2(text.endsWith("Choose a folder that you may write to, on a disk that is not full."),
+             qPrintable(text));
 }
 
 void TryOutTest::withoutAFolderNothingHappens() {

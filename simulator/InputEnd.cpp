@@ -1,0 +1,20 @@
+#include "simulator/InputEnd.h"
+
+#include <QCoreApplication>
+
+#include <cstdio>
+#include <thread>
+
+namespace orvista {
+
+void quitWhenInputEnds() {
+    // Pipes cannot be watched in the event loop on Windows. The thread waits until the program is gone.
+    std::thread([] {
+        while (std::fgetc(stdin) != EOF) {
+        }
+        if (QCoreApplication* const program = QCoreApplication::instance())
+            QMetaObject::invokeMethod(program, &QCoreApplication::quit, Qt::QueuedConnection);
+    }).detach();
+}
+
+} // namespace orvista
