@@ -10,11 +10,12 @@
 #include <atomic>
 #include <chrono>
 #include <fstream>
+#include <stdexcept>
 #include <thread>
 #include <vector>
 
-/// `orvista upload` to many simulated displays, beside the same dialogues over plain sockets, as many at
-/// once.
+/// `orvista upload` to many simulated displays and `orvista compare` with them, beside the same dialogues
+/// over plain sockets, as many at once.
 namespace orvista::bench {
 namespace {
 
@@ -74,14 +75,15 @@ std::vector<SentFile> exampleFiles() {
     return files;
 }
 
-void sendPlainly(const std::vector<std::uint16_t>& ports, const std::vector<SentFile>& files) {
+/// The same dialogue with each display, as many at once as the command has.
+template <typename Dialogue>
+void talkPlainly(const std::vector<std::uint16_t>& ports, Dialogue dialogue) {
     std::atomic<std::size_t> next = 0;
     const auto work = [&] {
         for (std::size_t i = next++; i < ports.size(); i = next++) {
             PlainFtp ftp(ports[i]);
-            for (const SentFile& file : files)
-                ftp.store(file.name, file.bytes);
-            ftp.finish();
+            dialogue(ftp);
+            ftp.quit();
         }
     };
     std::vector<std::thread> threads;
@@ -91,23 +93,58 @@ void sendPlainly(const std::vector<std::uint16_t>& ports, const std::vector<Sent
         thread.join();
 }
 
-/// The ratio to the floor may be 1.5; all processes together may take 100 MB.
-void UploadToMany(benchmark::State& state) {
-    const Displays displays(state.range(0));
+void sendPlainly(const std::vector<std::uint16_t>& ports, const std::vector<SentFile>& files) {
+    talkPlainly(ports, [&files](PlainFtp& ftp) {
+        ftp.begin();
+        for (const SentFile& file : files)
+            ftp.store(file.name, file.bytes);
+        ftp.finish();
+    });
+}
+
+void fetchPlainly(const std::vector<std::uint16_t>& ports, const std::vector<SentFile>& files) {
+    talkPlainly(ports, [&files](PlainFtp& ftp) {
+        ftp.fetch();
+        for (const SentFile& file : files)
+            if (ftp.fetch(file.name) != file.bytes)
+                throw std::runtime_error("other bytes");
+    });
+}
+
+std::vector<std::string> commandOf(const std::string& name, const Displays& displays) {
     std::vector<FleetDisplay> list;
     for (const std::uint16_t port : displays.ports)
         list.push_back({"display " + std::to_string(port), {"127.0.0.1", port}, example + "PUMPSTATION.orx"});
     const std::string path = displays.folder.file("displays.csv");
     testing::writeBytes(path, fleetSheet(list));
+    return {ORVISTA_PROGRAM, name, "--list", path, "--jobs", std::to_string(jobs), "--json"};
+}
+
+/// The ratio to the floor may be 1.3; all processes together may take 100 MB. 500 displays may take ten times
+/// as long as 50.
+void UploadToMany(benchmark::State& state) {
+    const Displays displays(state.range(0));
     const std::vector<SentFile> files = exampleFiles();
-    const std::vector<std::string> command{ORVISTA_PROGRAM,      "upload", "--list", path, "--jobs",
-                                           std::to_string(jobs), "--json"};
+    const std::vector<std::string> command = commandOf("upload", displays);
     runBesideFloor(
         state, [&] { finishProgram(startProgram(command)); }, [&] { sendPlainly(displays.ports, files); });
     state.counters["all_MB"] = mostMemoryOf(command); // looking takes time
 }
 BENCHMARK(UploadToMany)->UseManualTime()->Unit(benchmark::kMillisecond)->Arg(50)->Iterations(10);
 BENCHMARK(UploadToMany)->UseManualTime()->Unit(benchmark::kMillisecond)->Arg(500)->Iterations(2);
+
+/// The same limits.
+void CompareMany(benchmark::State& state) {
+    const Displays displays(state.range(0));
+    const std::vector<SentFile> files = exampleFiles();
+    sendPlainly(displays.ports, files);
+    const std::vector<std::string> command = commandOf("compare", displays);
+    runBesideFloor(
+        state, [&] { finishProgram(startProgram(command)); }, [&] { fetchPlainly(displays.ports, files); });
+    state.counters["all_MB"] = mostMemoryOf(command);
+}
+BENCHMARK(CompareMany)->UseManualTime()->Unit(benchmark::kMillisecond)->Arg(50)->Iterations(10);
+BENCHMARK(CompareMany)->UseManualTime()->Unit(benchmark::kMillisecond)->Arg(500)->Iterations(2);
 
 } // namespace
 } // namespace orvista::bench

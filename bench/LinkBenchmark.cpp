@@ -116,9 +116,11 @@ Seconds upload(const testing::FtpTestServer& server, const std::vector<std::stri
 
 void uploadPlainly(const testing::FtpTestServer& server, const std::vector<std::string>& paths) {
     PlainFtp ftp(static_cast<std::uint16_t>(server.port()));
+    ftp.begin();
     for (const std::string& path : paths)
         ftp.store(path.substr(path.find_last_of('/') + 1), testing::fileBytes(path));
     ftp.finish();
+    ftp.quit();
 }
 
 void uploadBesidePlainSockets(benchmark::State& state, const std::vector<std::string>& paths) {

@@ -40,6 +40,14 @@ public:
             bytes.remove_prefix(static_cast<std::size_t>(sent));
         }
     }
+    std::string receiveAll() const {
+        std::string bytes;
+        std::array<char, 4096> piece{};
+        ssize_t size = 0;
+        while ((size = ::recv(socket_, piece.data(), piece.size(), 0)) > 0)
+            bytes.append(piece.data(), static_cast<std::size_t>(size));
+        return bytes;
+    }
     std::string receive() const {
         std::array<char, 4096> bytes{};
         const ssize_t size = ::recv(socket_, bytes.data(), bytes.size(), 0);
@@ -52,7 +60,7 @@ private:
     int socket_;
 };
 
-/// The editor's dialogue with the device over plain blocking sockets: the least that an upload can take.
+/// The editor's dialogue with the device over plain blocking sockets: the least that a transfer can take.
 class PlainFtp {
 public:
     explicit PlainFtp(std::uint16_t port) : control_(port) {
@@ -60,28 +68,43 @@ public:
         say("USER " + std::string(ftpUser));
         say("PASS " + std::string(ftpPassword));
         say("PWD");
-        say(std::string(uploadBeginsCommand));
     }
+    void begin() { say(std::string(uploadBeginsCommand)); }
     void store(const std::string& name, std::string_view bytes) {
-        const std::string opened = say("EPSV");
-        const auto port = opened.find("|||");
         {
-            const PlainSocket data(static_cast<std::uint16_t>(std::stoi(opened.substr(port + 3))));
-            if (!typed_)
-                say("TYPE I");
-            typed_ = true;
+            const PlainSocket data(passivePort());
+            take('I');
             say("STOR " + name);
             data.sendAll(bytes);
         }
         if (!reply().starts_with("226"))
             throw std::runtime_error("not stored");
     }
-    void finish() {
-        say(std::string(uploadEndsCommand));
-        say("QUIT");
+    /// The names of the folder, or with a name that file.
+    std::string fetch(const std::string& name = {}) {
+        const PlainSocket data(passivePort());
+        take(name.empty() ? 'A' : 'I');
+        if (!name.empty())
+            say("SIZE " + name);
+        say(name.empty() ? "NLST" : "RETR " + name);
+        std::string bytes = data.receiveAll();
+        if (!reply().starts_with("226"))
+            throw std::runtime_error("not fetched");
+        return bytes;
     }
+    void finish() { say(std::string(uploadEndsCommand)); }
+    void quit() { say("QUIT"); }
 
 private:
+    std::uint16_t passivePort() {
+        const std::string opened = say("EPSV");
+        return static_cast<std::uint16_t>(std::stoi(opened.substr(opened.find("|||") + 3)));
+    }
+    void take(char type) {
+        if (type_ != type)
+            say(std::string("TYPE ") + type);
+        type_ = type;
+    }
     std::string say(const std::string& line) {
         control_.sendAll(line + "\r\n");
         return reply();
@@ -101,7 +124,7 @@ private:
 
     PlainSocket control_;
     std::string received_;
-    bool typed_ = false;
+    char type_ = 0;
 };
 
 } // namespace orvista::bench

@@ -8,14 +8,13 @@
 
 namespace orvista::console {
 
-TransferEnd compareAsWorker(const WorkerRequest& request, StatePrinter& states) {
+TransferEnd compareAsWorker(const WorkerRequest& request, StatePrinter& states, SentContents& sent) {
     const std::string folder = PathRules::native().split(request.project).value().folder;
     states.enter(UploadStage::Comparing);
     const ScratchFolder fetched;
     fetchDisplayFiles(transferAddress(request.display), fetched.path(), states, makeTransferControl);
-    readFetchedProject(fetched.path(), request.display); // says what cannot be read
     const ContentsComparison comparison =
-        compareContents(DisplayContents::ofFolder(folder), DisplayContents::ofFolder(fetched.path()));
+        compareContents(sent.of(folder), DisplayContents::ofFolder(fetched.path()));
     if (comparison.isEqual())
         return {FleetOutcome::Equal, {}, 0};
     return {FleetOutcome::Different, differingText(comparison), 0};

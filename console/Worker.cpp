@@ -49,11 +49,11 @@ std::optional<std::vector<std::string>> nextWords() {
     return std::nullopt;
 }
 
-TransferEnd endOf(const WorkerRequest& request, StatePrinter& states) {
+TransferEnd endOf(const WorkerRequest& request, StatePrinter& states, SentContents& sent) {
     try {
         if (request.work == downloadWork)
             return downloadAsWorker(request, states);
-        return request.work == compareWork ? compareAsWorker(request, states)
+        return request.work == compareWork ? compareAsWorker(request, states, sent)
                                            : uploadAsWorker(request, states);
     } catch (const FetchFailure& failure) {
         return failedTransfer(failure.what());
@@ -67,6 +67,7 @@ TransferEnd endOf(const WorkerRequest& request, StatePrinter& states) {
 ExitStatus work() {
     // Else every display would have libcurl begin anew.
     const auto library = keptTransferLibrary();
+    SentContents sent;
     while (const auto words = nextWords()) {
         constexpr std::size_t fixedWords = 3;
         if (words->size() <= fixedWords)
@@ -77,12 +78,20 @@ ExitStatus work() {
             request.verify = request.verify || wish == verifyWish;
         }
         StatePrinter states(request.display);
-        states.finish(endOf(request, states));
+        states.finish(endOf(request, states, sent));
     }
     return ExitStatus::Well;
 }
 
 } // namespace
+
+const DisplayContents& SentContents::of(const std::string& folder) {
+    if (!contents_ || folder_ != folder) {
+        contents_ = DisplayContents::ofFolder(folder);
+        folder_ = folder;
+    }
+    return *contents_;
+}
 
 std::string requestBytes(const WorkerRequest& request) {
     std::string bytes;

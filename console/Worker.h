@@ -1,9 +1,11 @@
 #pragma once
 
+#include "compare/DisplayContents.h"
 #include "console/ChildProcess.h"
 #include "console/FleetLines.h"
 #include "link/DisplayUpload.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -53,9 +55,20 @@ private:
     DisplayState state_;
 };
 
+/// What is sent or compared, read once for all displays of a project that come one after the other.
+class SentContents {
+public:
+    /// \param folder of a snapshot, UTF-8 \throws std::system_error for a file that cannot be read
+    const DisplayContents& of(const std::string& folder);
+
+private:
+    std::string folder_;
+    std::optional<DisplayContents> contents_;
+};
+
 /// Each kind of work. \throws what a display that cannot be worked on throws: the worker makes its end of it
 TransferEnd uploadAsWorker(const WorkerRequest& request, StatePrinter& states);
 TransferEnd downloadAsWorker(const WorkerRequest& request, StatePrinter& states);
-TransferEnd compareAsWorker(const WorkerRequest& request, StatePrinter& states);
+TransferEnd compareAsWorker(const WorkerRequest& request, StatePrinter& states, SentContents& sent);
 
 } // namespace orvista::console

@@ -7,6 +7,7 @@
 #include "tests/support/ModalDriver.h"
 #include "tests/support/NamedItem.h"
 
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
@@ -25,6 +26,7 @@ struct TransferEditor : EditorFixture {
         type("txtSystemIP", QStringLiteral("127.0.0.1"));
         transfer.emplace(project, window->lifecycle(), chooser, messages, *window, &makeTransferControl);
         window->useTransfer(*transfer);
+        transfer->tellCauses([this](const QString& text) { window->showNotice(text); });
     }
     ~TransferEditor() { window.reset(); }
 
@@ -110,6 +112,7 @@ void DeviceTransferTest::aRefusedConnectionShowsItsMessage() {
     QCOMPARE(editor.messages.shown.size(), std::size_t{1});
     QCOMPARE(editor.messages.shown[0].text, std::string("Connect Fail!"));
     QVERIFY(editor.messages.shown[0].icon == MessageIcon::Exclamation);
+    QCOMPARE(editor.find<QLabel>("lblNotice")->text(), QStringLiteral("127.0.0.1: connection refused"));
 }
 
 void DeviceTransferTest::aFailedFileShowsItsPath() {
@@ -122,6 +125,15 @@ void DeviceTransferTest::aFailedFileShowsItsPath() {
     QCOMPARE(editor.messages.shown[0].text, "Unable to upload " + editor.projectFolder.file("ilmvar.def"));
     QVERIFY(server.has("modbus.adr"));
     QVERIFY(!server.has("stdmsg.ilm"));
+    const auto* const line = editor.find<QLabel>("lblNotice");
+    QVERIFY(line->isVisible());
+    QCOMPARE(line->text(), QStringLiteral("ilmvar.def was not taken: 452 Insufficient storage space."));
+    // The next transfer takes it away.
+    const FtpTestServer good;
+    connectTo(good);
+    editor.trigger("miLinkUpload");
+    QCOMPARE(editor.messages.shown.back().text, std::string("All files were successfully uploaded"));
+    QVERIFY(!line->isVisible());
 }
 
 void DeviceTransferTest::aPortBeyondSixteenBitsEndsInTheOverflowBox() {

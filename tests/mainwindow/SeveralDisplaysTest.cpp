@@ -214,12 +214,15 @@ void SeveralDisplaysTest::sendsToTheFailedOnesAgain() {
         dialog.paste(head + row("good", good) + row("full", full));
         dialog.startAndWait();
         QCOMPARE(dialog.row(1), "full|" + address(full) +
-                                    "|half|2 of 6|stdmsg.ilm was not taken; arrived: modbus.adr, ilmvar.def");
+                                    "|half|2 of 6|stdmsg.ilm was not taken: 452 Insufficient storage "
+                                    "space.; arrived: modbus.adr, ilmvar.def");
         QCOMPARE(dialog.summary(), QStringLiteral("2 of 2 displays: 1 done, 1 half"));
         const auto commands = good.commands().size();
         dialog.click("btnAgain");
         dialog.waitForEnd();
-        QCOMPARE(dialog.row(1), "full|" + address(full) + "|failed|0 of 6|modbus.adr was not taken");
+        QCOMPARE(dialog.row(1),
+                 "full|" + address(full) +
+                     "|failed|0 of 6|modbus.adr was not taken: 452 Insufficient storage space.");
         QVERIFY(dialog.row(0).contains(QStringLiteral("|done|")));
         QCOMPARE(good.commands().size(), commands);
         QVERIFY(dialog.button("btnAgain")->isEnabled());
