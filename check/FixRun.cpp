@@ -113,6 +113,17 @@ std::vector<MendedFinding> mendAll(Fixing& fixing, const FixChoice& choice,
     return all;
 }
 
+void mendSome(Fixing& fixing, const std::vector<MendedFinding>& all, const std::vector<bool>& ticks) {
+    for (std::size_t i = 0; i < all.size(); ++i) {
+        if (!ticks[i])
+            continue;
+        const Findings findings{fixing.findingsOf(all[i].finding.place.item), {}, {}};
+        // The line may be another one without those before it.
+        if (const Finding* const same = sameFinding(findings, all[i].finding))
+            fixing.mend(*same, [&](const Fix& fix) { return fix.caption == all[i].fix.caption; });
+    }
+}
+
 std::size_t countOf(Fixing& fixing, const FixChoice& choice) {
     std::size_t count = 0;
     for (const Item item : itemsOf(choice))

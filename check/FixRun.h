@@ -45,6 +45,11 @@ std::vector<Code> codesOf(const FixChoice& choice);
 std::vector<MendedFinding> mendAll(Fixing& fixing, const FixChoice& choice,
                                    const std::function<bool(std::size_t)>& goesOn);
 
+/// The same fixes for some of these findings, as far as they hold without the others.
+/// \param fixing a project as it was before them
+/// \param ticks which of them, as many as there are
+void mendSome(Fixing& fixing, const std::vector<MendedFinding>& all, const std::vector<bool>& ticks);
+
 /// How many findings of the choice there are by now.
 std::size_t countOf(Fixing& fixing, const FixChoice& choice);
 

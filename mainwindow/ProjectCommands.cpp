@@ -1,10 +1,10 @@
 #include "mainwindow/ProjectCommands.h"
 
-#include "check/forms/FindingsPanel.h"
 #include "display/forms/DisplayPreview.h"
 #include "items/forms/MessagesPanel.h"
 #include "mainwindow/ComparisonCommands.h"
 #include "mainwindow/DiscardedScriptsMenu.h"
+#include "mainwindow/FindingCommands.h"
 #include "mainwindow/FleetCommands.h"
 #include "mainwindow/ItemCommands.h"
 #include "mainwindow/MessageListPage.h"
@@ -34,6 +34,7 @@ ProjectCommands::ProjectCommands(const Surroundings& surroundings, QMainWindow& 
       undo_(new UndoCommands(around_.changes, window)),
       items_(new ItemCommands(around_.lifecycle.project(), around_.changes, around_.navigator, around_.dock,
                               window)),
+      findings_(new FindingCommands(around_.changes, around_.dock, this)),
       discarded_(new DiscardedScriptsMenu(around_.messagePage, around_.navigator, window)),
       sheets_(new SheetCommands(around_.lifecycle, around_.changes, around_.dock, window)),
       comparison_(new ComparisonCommands({around_.lifecycle, around_.chooser, around_.transfer},
@@ -56,34 +57,39 @@ MenuRow ProjectCommands::editMenu() {
     return {
         .name = "mnuEdit",
         .caption = tr("&Edit"),
-        .commands = {row("miEditUndo", tr("Undo"), {UndoCommands::undoKey},
-                         tr("Take back the last change of the project"), Rules::projectWork,
-                         handler(&around_.changes, &ProjectChanges::undo), {.dress = undoStep}),
-                     row("miEditRedo", tr("Redo"), {UndoCommands::redoKey, UndoCommands::otherRedoKey},
-                         tr("Redo the change that was undone"), Rules::projectWork,
-                         handler(&around_.changes, &ProjectChanges::redo), {.dress = redoStep}),
-                     row("miEditCut", tr("Cu&t"), {},
-                         tr("Copy the selected rows of Messages or Variables, then clear them"),
-                         Rules::projectWork, handler(items_, &ItemCommands::miEditCut_Click),
-                         {.beginsGroup = true, .dress = inTables(QKeySequence::Cut)}),
-                     row("miEditCopy", tr("&Copy"), {}, tr("Copy the selected rows of Messages or Variables"),
-                         Rules::projectWork, handler(items_, &ItemCommands::miEditCopy_Click),
-                         {.dress = inTables(QKeySequence::Copy)}),
-                     row("miEditPaste", tr("&Paste"), {},
-                         tr("Put what was copied onto the selected row and those below it"),
-                         Rules::projectWork, handler(items_, &ItemCommands::miEditPaste_Click),
-                         {.dress = inTables(QKeySequence::Paste)}),
-                     row("miEditClear", tr("Cl&ear"), {},
-                         tr("Make the selected rows what they are in a new project"), Rules::projectWork,
-                         handler(items_, &ItemCommands::miEditClear_Click),
-                         {.dress = inTables(QKeySequence::Delete)}),
-                     row("miEditReplace", tr("&Replace in Messages\u2026"), {Qt::CTRL | Qt::Key_H},
-                         tr("Replace a text in the scripts of all messages, each place to be ticked off"),
-                         Rules::projectWork, handler(items_, &ItemCommands::miEditReplace_Click),
-                         {.beginsGroup = true}),
-                     row("miEditRestoreScript", tr("Re&store Discarded Script"), {},
-                         tr("Bring a script back that was edited, not applied, and thrown away"),
-                         Rules::projectWork, {}, {.dress = discardedScripts})},
+        .commands =
+            {row("miEditUndo", tr("Undo"), {UndoCommands::undoKey},
+                 tr("Take back the last change of the project"), Rules::projectWork,
+                 handler(&around_.changes, &ProjectChanges::undo), {.dress = undoStep}),
+             row("miEditRedo", tr("Redo"), {UndoCommands::redoKey, UndoCommands::otherRedoKey},
+                 tr("Redo the change that was undone"), Rules::projectWork,
+                 handler(&around_.changes, &ProjectChanges::redo), {.dress = redoStep}),
+             row("miEditCut", tr("Cu&t"), {},
+                 tr("Copy the selected rows of Messages or Variables, then clear them"), Rules::projectWork,
+                 handler(items_, &ItemCommands::miEditCut_Click),
+                 {.beginsGroup = true, .dress = inTables(QKeySequence::Cut)}),
+             row("miEditCopy", tr("&Copy"), {}, tr("Copy the selected rows of Messages or Variables"),
+                 Rules::projectWork, handler(items_, &ItemCommands::miEditCopy_Click),
+                 {.dress = inTables(QKeySequence::Copy)}),
+             row("miEditPaste", tr("&Paste"), {},
+                 tr("Put what was copied onto the selected row and those below it"), Rules::projectWork,
+                 handler(items_, &ItemCommands::miEditPaste_Click), {.dress = inTables(QKeySequence::Paste)}),
+             row("miEditClear", tr("Cl&ear"), {}, tr("Make the selected rows what they are in a new project"),
+                 Rules::projectWork, handler(items_, &ItemCommands::miEditClear_Click),
+                 {.dress = inTables(QKeySequence::Delete)}),
+             row("miEditReplace", tr("&Replace in Messages\u2026"), {Qt::CTRL | Qt::Key_H},
+                 tr("Replace a text in the scripts of all messages, each place to be ticked off"),
+                 Rules::projectWork, handler(items_, &ItemCommands::miEditReplace_Click),
+                 {.beginsGroup = true}),
+             row("miEditNextFinding", tr("&Next Finding"), {Qt::Key_F4},
+                 tr("Go to the next finding of the check"), Rules::projectWork,
+                 handler(findings_, &FindingCommands::miEditNextFinding_Click), {.beginsGroup = true}),
+             row("miEditPreviousFinding", tr("Pre&vious Finding"), {Qt::SHIFT | Qt::Key_F4},
+                 tr("Go to the finding of the check before this one"), Rules::projectWork,
+                 handler(findings_, &FindingCommands::miEditPreviousFinding_Click)),
+             row("miEditRestoreScript", tr("Re&store Discarded Script"), {},
+                 tr("Bring a script back that was edited, not applied, and thrown away"), Rules::projectWork,
+                 {}, {.dress = discardedScripts})},
         .restUnderDialogs = true};
 }
 
@@ -188,7 +194,7 @@ void ProjectCommands::miViewPreview_Click() {
 
 void ProjectCommands::miToolsCheck_Click() {
     preview_.lookAtBitmaps();
-    around_.dock.open<FindingsPanel>().check();
+    findings_->check();
 }
 
 void ProjectCommands::enterMessagesFilter() {

@@ -13,6 +13,7 @@ namespace orvista {
 class ComparisonCommands;
 class DiscardedScriptsMenu;
 class DisplayPreview;
+class FindingCommands;
 class FleetCommands;
 class ItemCommands;
 class MessageListPage;
@@ -69,6 +70,7 @@ private:
     DisplayPreview& preview_;
     UndoCommands* undo_;
     ItemCommands* items_;
+    FindingCommands* findings_;
     DiscardedScriptsMenu* discarded_;
     SheetCommands* sheets_;
     ComparisonCommands* comparison_;

@@ -11,6 +11,8 @@ public:
     explicit DropDownList(QWidget* parent = nullptr);
 
 protected:
+    /// F4 opens the list, whatever else it does in the window.
+    bool event(QEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
 };
 

@@ -2,6 +2,7 @@
 
 #include "check/FileFindings.h"
 #include "check/FindingList.h"
+#include "check/forms/frmFixes.h"
 #include "model/Place.h"
 #include "widgets/FilterBox.h"
 #include "widgets/FormParts.h"
@@ -12,6 +13,10 @@
 #include <QCheckBox>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QMenu>
+#include <QProgressDialog>
+#include <QScopedValueRollback>
+#include <QShortcut>
 #include <QVBoxLayout>
 
 namespace orvista {
@@ -43,9 +48,9 @@ FindingsPanel::FindingsPanel(const Project& project, const FileRemarks& fileRema
       chkFindingsNotes(named<QCheckBox>(QStringLiteral("chkFindingsNotes"), tr("&Notes"))),
       lblFindings(named<QLabel>(QStringLiteral("lblFindings"))),
       lblFindingsColumns(named<QLabel>(QStringLiteral("lblFindingsColumns"))),
-      tblFindings(
-          named<RowsTable>(QStringLiteral("tblFindings"),
-                           QStringList{tr("Severity"), tr("Item"), tr("Line"), tr("Code"), tr("Finding")})) {
+      tblFindings(named<RowsTable>(
+          QStringLiteral("tblFindings"),
+          QStringList{tr("Severity"), tr("Item"), tr("Line"), tr("Code"), tr("Fix"), tr("Finding")})) {
     buildLayout();
     for (const Rule& rule : rules())
         explanations_.push_back(explanationOf(rule));
@@ -53,6 +58,16 @@ FindingsPanel::FindingsPanel(const Project& project, const FileRemarks& fileRema
     connect(chkFindingsNotes, &QCheckBox::toggled, this, &FindingsPanel::check);
     connect(tblFindings, &RowsTable::rowActivated, this, &FindingsPanel::leadToFinding);
     connect(tblFindings, &RowsTable::rowLeft, this, &ProjectPanel::rowLeft);
+    connect(tblFindings, &RowsTable::rowLeft, this, [this] {
+        if (!isGoingOn_)
+            emit told({});
+    });
+    connect(tblFindings, &QWidget::customContextMenuRequested, this, &FindingsPanel::showMenu);
+    for (const int key : {Qt::Key_Return, Qt::Key_Enter}) {
+        auto* const fix = new QShortcut(QKeySequence(Qt::ALT | static_cast<Qt::Key>(key)), tblFindings);
+        fix->setContext(Qt::WidgetShortcut);
+        connect(fix, &QShortcut::activated, this, &FindingsPanel::fixCurrent);
+    }
 }
 
 void FindingsPanel::buildLayout() {
@@ -61,6 +76,7 @@ void FindingsPanel::buildLayout() {
     txtFindingsFilter->setToolTip(tr("Show only findings with this text"));
     chkFindingsNotes->setToolTip(tr("Also show notes"));
     tblFindings->setAccessibleName(tr("Findings"));
+    tblFindings->setContextMenuPolicy(Qt::CustomContextMenu);
     auto* const head = new QHBoxLayout;
     head->addWidget(lblFindings);
     head->addWidget(lblFindingsColumns);
@@ -127,6 +143,8 @@ void FindingsPanel::markNotApplied() {
               static_cast<qulonglong>(finding.place.line)},
              {.text = QString::fromUtf8(rule.name),
               .toolTip = explanations_[static_cast<std::size_t>(rule.code)]},
+             {.text = rule.fixes == Fixes::None ? QString() : QStringLiteral("\u2022"),
+              .toolTip = rule.fixes == Fixes::None ? QString() : tr("A fix is known: Alt+Enter makes it")},
              {textOf(finding, notApplied)}});
     }
     tblFindings->setRows(std::move(rows));
@@ -144,6 +162,111 @@ void FindingsPanel::leadToFinding(int row) {
     const Place& place = findings_.list.at(static_cast<std::size_t>(row)).place;
     if (place.file.empty()) // a file has no page
         emit placeChosen({place.item, place.line});
+}
+
+void FindingsPanel::enter() {
+    if (!tblFindings->currentIndex().isValid())
+        tblFindings->selectRow(0);
+    tblFindings->setFocus(Qt::ShortcutFocusReason);
+}
+
+void FindingsPanel::goOn(int step) {
+    const QAbstractItemModel& shown = *tblFindings->model();
+    const int count = shown.rowCount();
+    if (count == 0)
+        return emit told(tr("No findings"));
+    const QScopedValueRollback<bool> goingOn(isGoingOn_, true); // it leaves the row, too
+    const QModelIndex current = tblFindings->currentIndex();
+    const int before = current.isValid() ? current.row() : (step > 0 ? -1 : 0);
+    tblFindings->selectRow((before + step + count) % count);
+    const Finding& finding = *currentFinding();
+    // The line may be needed to say why this is not the place to go to.
+    emit told(QString::fromStdString(nameOf(finding.place)) + QStringLiteral(": ") +
+              QString::fromStdString(finding.text));
+    leadToFinding(tblFindings->rowOf(tblFindings->currentIndex()));
+}
+
+const Finding* FindingsPanel::currentFinding() const {
+    const int row = tblFindings->rowOf(tblFindings->currentIndex());
+    return row < 0 ? nullptr : &findings_.list.at(static_cast<std::size_t>(row));
+}
+
+Fixing FindingsPanel::fixing() const {
+    return {project_, check_.bitmaps(project_), columns_};
+}
+
+void FindingsPanel::make(const Fix& fix) {
+    emit changesWanted(tr("Fix"), changesOf(project_, fix));
+}
+
+void FindingsPanel::fixCurrent() {
+    check(); // what is shown may be of a moment ago
+    const Finding* const finding = currentFinding();
+    if (finding == nullptr)
+        return;
+    const std::vector<Fix> fixes = fixing().fixesOf(*finding);
+    if (fixes.empty())
+        return emit told(tr("No fix is known that mends this finding and leaves the others as they are"));
+    make(fixes.front());
+}
+
+void FindingsPanel::showMenu(const QPoint& place) {
+    check();
+    QMenu menu;
+    menu.setObjectName(QStringLiteral("mnuFindings"));
+    const Finding* const current = currentFinding();
+    if (current == nullptr)
+        return;
+    const Finding finding = *current;
+    const std::vector<Fix> fixes = fixing().fixesOf(finding);
+    for (const Fix& fix : fixes)
+        menu.addAction(
+            tr("Fix: %1").arg(
+                QString::fromStdString(fix.caption).replace(QStringLiteral("&"), QStringLiteral("&&"))),
+            this, [this, &fix] { make(fix); });
+    if (!fixes.empty())
+        menu.actions().front()->setShortcut(QKeySequence(Qt::ALT | Qt::Key_Return));
+    menu.addSeparator();
+    QAction* const ofThisKind = menu.addAction(tr("Fix All of This &Kind\u2026"), this, [this, finding] {
+        fixAll({{finding.code}, {}});
+    });
+    ofThisKind->setEnabled(finding.rule().fixes != Fixes::None);
+    menu.addAction(tr("Fix &All\u2026"), this, [this] { fixAll({}); });
+    menu.exec(tblFindings->viewport()->mapToGlobal(place));
+}
+
+void FindingsPanel::fixAll(const FixChoice& choice) {
+    Fixing run = fixing();
+    QProgressDialog progress(tr("Trying fixes\u2026"), tr("Stop"), 0, 0, window());
+    progress.setObjectName(QStringLiteral("frmFixing"));
+    progress.setWindowModality(Qt::WindowModal);
+    const auto goesOn = [&](std::size_t) {
+        progress.setValue(0);
+        return !progress.wasCanceled();
+    };
+    FixChoice each = choice;
+    if (each.codes.empty())
+        for (const Rule& rule : rules())
+            if (rule.fixes != Fixes::None)
+                each.codes.push_back(rule.code);
+    // What is sure comes first, so that it does not stand on what is not.
+    std::vector<MendedFinding> all;
+    if (choice.codes.empty())
+        all = mendAll(run, {}, goesOn);
+    for (MendedFinding& mended : mendAll(run, each, goesOn))
+        all.push_back(std::move(mended));
+    const bool isStopped = progress.wasCanceled();
+    progress.reset();
+    if (isStopped)
+        return;
+    if (all.empty())
+        return emit told(
+            tr("No fix is known that mends one of these findings and leaves the others as they are"));
+    frmFixes dialog({project_, check_.bitmaps(project_), columns_}, std::move(all), notAppliedItems_(),
+                    window());
+    dialog.exec();
+    if (!dialog.IsCanceled)
+        emit changesWanted(tr("Fix"), dialog.Fixed);
 }
 
 } // namespace orvista

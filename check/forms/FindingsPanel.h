@@ -1,5 +1,6 @@
 #pragma once
 
+#include "check/FixRun.h"
 #include "check/FolderCheck.h"
 #include "model/FileRemarks.h"
 #include "widgets/ProjectPanel.h"
@@ -37,6 +38,20 @@ public:
     void follow() override;
     void markNotApplied() override;
 
+    /// Gives the rows the keyboard.
+    void enter();
+    /// Goes to the finding after the chosen row, or before it with -1; from the last to the first.
+    void goOn(int step);
+    /// Mends the finding of the current row by its first fix.
+    void fixCurrent();
+
+signals:
+    /// A fix was chosen.
+    /// \param step as it stands after "Undo"
+    void changesWanted(const QString& step, const std::vector<orvista::Change>& changes);
+    /// Something to say in one line; an empty text takes it away.
+    void told(const QString& text);
+
 private:
     void buildLayout();
     /// Those of the selected rows, that of the current row first.
@@ -44,6 +59,11 @@ private:
     void select(const std::vector<Finding>& earlier);
     void showSummary();
     void leadToFinding(int row);
+    const Finding* currentFinding() const;
+    Fixing fixing() const;
+    void make(const Fix& fix);
+    void showMenu(const QPoint& place);
+    void fixAll(const FixChoice& choice);
 
     const Project& project_;
     const FileRemarks& fileRemarks_;
@@ -51,6 +71,7 @@ private:
     std::function<std::vector<Item>()> notAppliedItems_;
     int columns_;
     Findings findings_;
+    bool isGoingOn_ = false;
     std::vector<QString> explanations_; ///< as markup, by code
     SeenDelay* delay_;
 

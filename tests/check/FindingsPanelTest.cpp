@@ -46,7 +46,7 @@ struct Shown {
     FindingsPanel panel{project, fileRemarks, folderCheck, 128, [this] { return notApplied; }};
 };
 
-enum Column { SeverityColumn, ItemColumn, LineColumn, CodeColumn, SentenceColumn };
+enum Column { SeverityColumn, ItemColumn, LineColumn, CodeColumn, FixColumn, SentenceColumn };
 
 } // namespace
 

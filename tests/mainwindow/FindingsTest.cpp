@@ -31,7 +31,7 @@ struct Checked : EditorFixture {
             QStringList cells;
             for (int column = 0; column < 4; ++column)
                 cells << model.index(row, column).data().toString();
-            const QString sentence = model.index(row, 4).data().toString();
+            const QString sentence = model.index(row, 5).data().toString();
             if (sentence.endsWith(QStringLiteral(" (not applied)")))
                 cells << QStringLiteral("(not applied)");
             lines << cells.join(u'|');

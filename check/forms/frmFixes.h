@@ -1,0 +1,64 @@
+#pragma once
+
+#include "check/FixRun.h"
+#include "model/Change.h"
+#include "model/Item.h"
+#include "model/Project.h"
+
+#include <QDialog>
+
+#include <vector>
+
+class QLabel;
+class QPlainTextEdit;
+class QPushButton;
+
+namespace orvista {
+
+class BitmapProvider;
+class RowsTable;
+
+/// Shows what would mend several findings, old and new, to be ticked off. It never writes the project: the
+/// caller reads the public values after the dialog has been hidden.
+class frmFixes final : public QDialog {
+    Q_OBJECT
+public:
+    /// What the dialog is about; all must outlive it.
+    struct Subject {
+        const Project& project;
+        const BitmapProvider& bitmaps;
+        int columns;
+    };
+    /// \param all of the project, in the order in which they were made on a copy of it
+    /// \param notApplied the items that are shown with an edit that is not applied; their rows are not ticked
+    frmFixes(const Subject& subject, std::vector<MendedFinding> all, std::vector<Item> notApplied,
+             QWidget* parent = nullptr);
+
+    bool IsCanceled = true;    ///< true unless something is to be mended
+    std::vector<Change> Fixed; ///< what mends the ticked rows
+
+    void reject() override;
+
+private:
+    void buildLayout();
+    void fillRows();
+    std::vector<bool> sure() const;
+    std::vector<bool> tickable() const;
+    void showCount();
+    void showCurrent();
+    void btnOK_Click();
+
+    Subject subject_;
+    std::vector<MendedFinding> all_;
+    std::vector<Item> notApplied_;
+
+    RowsTable* tblFixes;
+    QPlainTextEdit* txtFixesOld;
+    QPlainTextEdit* txtFixesNew;
+    QLabel* lblFixes;
+    QPushButton* btnFixesTickAll;
+    QPushButton* btnFixesTickNone;
+    QPushButton* btnOK = nullptr;
+};
+
+} // namespace orvista

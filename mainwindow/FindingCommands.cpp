@@ -1,0 +1,49 @@
+#include "mainwindow/FindingCommands.h"
+
+#include "check/forms/FindingsPanel.h"
+#include "mainwindow/PanelDock.h"
+#include "mainwindow/ProjectChanges.h"
+
+#include <utility>
+
+namespace orvista {
+
+FindingCommands::FindingCommands(ProjectChanges& changes, PanelDock& dock, QObject* parent)
+    : QObject(parent), changes_(changes), dock_(dock) {
+    connect(&dock, &PanelDock::made, this, &FindingCommands::serve);
+}
+
+void FindingCommands::serve(ProjectPanel& made) {
+    auto* const panel = qobject_cast<FindingsPanel*>(&made);
+    if (!panel)
+        return;
+    connect(panel, &FindingsPanel::told, this, &FindingCommands::say);
+    connect(panel, &FindingsPanel::changesWanted, this,
+            [this, panel](const QString& step, const std::vector<Change>& changes) {
+                if (changes_.change(step, changes))
+                    panel->check();
+            });
+}
+
+void FindingCommands::check() {
+    const bool isShown = qobject_cast<FindingsPanel*>(dock_.shownPanel()) != nullptr;
+    auto& panel = dock_.open<FindingsPanel>();
+    panel.check();
+    if (isShown)
+        panel.enter();
+}
+
+void FindingCommands::goOn(int step) {
+    auto& panel = dock_.open<FindingsPanel>();
+    panel.check();
+    panel.goOn(step);
+}
+
+void FindingCommands::say(const QString& text) {
+    if (text.isEmpty() && !std::exchange(hasSaid_, false))
+        return;
+    hasSaid_ = !text.isEmpty();
+    dock_.showNotice(text);
+}
+
+} // namespace orvista

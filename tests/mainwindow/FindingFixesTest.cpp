@@ -1,0 +1,198 @@
+#include "check/forms/FindingsPanel.h"
+#include "tests/support/EditorFixture.h"
+#include "widgets/RowsTable.h"
+
+#include <QAction>
+#include <QDialog>
+#include <QLabel>
+#include <QMenu>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTableView>
+#include <QTest>
+#include <QTimer>
+
+using namespace orvista;
+using namespace orvista::testing;
+
+namespace {
+
+const std::string gap = "CLEAR\r\nTEXT 0 0 RED BLACK \"Level   m\"\r\nDISPVAR 48 0 RED BLACK RegVar1";
+const std::string mendedGap =
+    "CLEAR\r\nTEXT 0 0 RED BLACK \"Level        m\"\r\nDISPVAR 48 0 RED BLACK RegVar1";
+
+/// An editor with two values that have too few blanks, and a mistyped word.
+struct Wrong : EditorFixture {
+    Wrong() {
+        startWithNewProject();
+        project.STDMSG[2] = gap;
+        project.STDMSG[4] = "TXET 0 0 RED BLACK \"a\"";
+        project.ALTMSG[0] = gap;
+        press(Qt::Key_F8);
+        table()->setCurrentIndex(table()->model()->index(0, 0));
+    }
+    RowsTable* table() const { return find<RowsTable>("tblFindings"); }
+    int count() const { return table()->model()->rowCount(); }
+    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) const {
+        QTest::keyClick(window.get(), key, modifiers);
+    }
+    void pressInTable(Qt::Key key, Qt::KeyboardModifiers modifiers) const {
+        table()->setFocus();
+        QTest::keyClick(table(), key, modifiers);
+    }
+    QString notice() const { return find<QLabel>("lblNotice")->text(); }
+    /// Opens the context menu and chooses the entry of that text.
+    void chooseInMenu(const QString& text) const {
+        QTimer::singleShot(0, [text] {
+            auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+            QVERIFY(menu);
+            for (QAction* const action : menu->actions())
+                if (action->text() == text && action->isEnabled()) {
+                    menu->setActiveAction(action);
+                    QTest::keyClick(menu, Qt::Key_Return);
+                    return;
+                }
+            menu->close();
+            QFAIL("no such entry");
+        });
+        emit table()->customContextMenuRequested({5, 5});
+    }
+};
+
+} // namespace
+
+class FindingFixesTest : public QObject {
+    Q_OBJECT
+private slots:
+    void rowsForWhichAFixIsKnownAreMarked();
+    void altEnterTakesTheFirstFix();
+    void whereNoFixHoldsTheLineSaysSo();
+    void theMenuNamesTheFixes();
+    void allOfAKindAreMendedInOneStep();
+    void whatIsNotSureIsNotTicked();
+    void theOthersHoldWithoutARowThatIsNotTicked();
+    void nothingIsChangedWhileAPageShowsAnEditOfTheItem();
+    void nextAndPreviousFindingGoRound();
+    void f8AgainGoesIntoTheList();
+};
+
+void FindingFixesTest::rowsForWhichAFixIsKnownAreMarked() {
+    const Wrong editor;
+    QCOMPARE(editor.table()->model()->index(0, 4).data().toString(), QStringLiteral("\u2022"));
+}
+
+void FindingFixesTest::altEnterTakesTheFirstFix() {
+    Wrong editor;
+    editor.pressInTable(Qt::Key_Return, Qt::AltModifier);
+    QCOMPARE(editor.project.STDMSG[2], mendedGap);
+    QCOMPARE(editor.count(), 2);
+    QVERIFY(editor.project.modified);
+    QCOMPARE(editor.find<QAction>("miEditUndo")->text().remove(u'&').section(u'\t', 0, 0),
+             QStringLiteral("Undo Fix"));
+    editor.trigger("miEditUndo");
+    QCOMPARE(editor.project.STDMSG[2], gap);
+}
+
+void FindingFixesTest::whereNoFixHoldsTheLineSaysSo() {
+    Wrong editor;
+    editor.project.STDMSG[2] = "HELLO";
+    editor.pressInTable(Qt::Key_Return, Qt::AltModifier);
+    QCOMPARE(editor.project.STDMSG[2], std::string("HELLO"));
+    QCOMPARE(editor.notice(),
+             QStringLiteral("No fix is known that mends this finding and leaves the others as they are"));
+}
+
+void FindingFixesTest::theMenuNamesTheFixes() {
+    Wrong editor;
+    editor.chooseInMenu(QStringLiteral("Fix: Leave 7 blanks"));
+    QCOMPARE(editor.project.STDMSG[2], mendedGap);
+    QCOMPARE(editor.project.ALTMSG[0], gap);
+}
+
+/// Runs `look` in the dialog of the fixes, then presses its button.
+template <typename Look>
+void inFixes(Look look) {
+    auto* const timer = new QTimer(qApp);
+    QObject::connect(timer, &QTimer::timeout, timer, [timer, look] {
+        auto* const dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+        if (!dialog || dialog->objectName() != QStringLiteral("frmFixes"))
+            return;
+        timer->stop();
+        timer->deleteLater();
+        if (const QString folder = qEnvironmentVariable("FIX_PICTURES"); !folder.isEmpty())
+            dialog->grab().save(folder + QStringLiteral("/fixes.png"));
+        look(*dialog->findChild<RowsTable*>(QStringLiteral("tblFixes")), *dialog);
+        dialog->findChild<QPushButton*>(QStringLiteral("btnOK"))->click();
+    });
+    timer->start(1);
+}
+
+void FindingFixesTest::allOfAKindAreMendedInOneStep() {
+    Wrong editor;
+    inFixes([](RowsTable& table, QDialog& dialog) {
+        QCOMPARE(table.model()->rowCount(), 2);
+        QCOMPARE(table.ticks(), std::vector<bool>({true, true}));
+        QCOMPARE(dialog.findChild<QLabel*>(QStringLiteral("lblFixes"))->text(),
+                 QStringLiteral("2 fixes, 2 ticked"));
+        QCOMPARE(dialog.findChild<QPlainTextEdit*>(QStringLiteral("txtFixesNew"))->toPlainText(),
+                 QStringLiteral("TEXT 0 0 RED BLACK \"Level        m\""));
+    });
+    editor.chooseInMenu(QStringLiteral("Fix All of This &Kind\u2026"));
+    QCOMPARE(editor.project.STDMSG[2], mendedGap);
+    QCOMPARE(editor.project.ALTMSG[0], mendedGap);
+    QCOMPARE(editor.find<QAction>("miEditUndo")->text().remove(u'&').section(u'\t', 0, 0),
+             QStringLiteral("Undo Fix"));
+    editor.trigger("miEditUndo");
+    QCOMPARE(editor.project.STDMSG[2], gap);
+    QCOMPARE(editor.project.ALTMSG[0], gap);
+}
+
+void FindingFixesTest::whatIsNotSureIsNotTicked() {
+    Wrong editor;
+    inFixes([](RowsTable& table, QDialog&) {
+        QCOMPARE(table.ticks(), std::vector<bool>({true, true, false}));
+    });
+    editor.chooseInMenu(QStringLiteral("Fix &All\u2026"));
+    QCOMPARE(editor.project.STDMSG[4], std::string("TXET 0 0 RED BLACK \"a\""));
+    QCOMPARE(editor.project.ALTMSG[0], mendedGap);
+}
+
+void FindingFixesTest::theOthersHoldWithoutARowThatIsNotTicked() {
+    Wrong editor;
+    const std::string cut = "TEXT 0 0 RED BLACK \"Emergency stop pump\"\r\nACT STILL 1\r\n";
+    editor.project.STDMSG[2] = cut + "CLEAR\r\n" + gap;
+    inFixes([](RowsTable& table, QDialog&) { table.setTicks({false, true, false, false}); });
+    editor.chooseInMenu(QStringLiteral("Fix &All\u2026"));
+    QCOMPARE(editor.project.STDMSG[2], cut + "CLEAR\r\n" + mendedGap);
+}
+
+void FindingFixesTest::nothingIsChangedWhileAPageShowsAnEditOfTheItem() {
+    Wrong editor;
+    editor.press(Qt::Key_F4);
+    editor.find<QPlainTextEdit>("txtMsg")->appendPlainText(QStringLiteral("x"));
+    editor.pressInTable(Qt::Key_Return, Qt::AltModifier);
+    QCOMPARE(editor.project.STDMSG[2], gap);
+    QVERIFY(editor.notice().startsWith(QStringLiteral("Not done: ")));
+}
+
+void FindingFixesTest::nextAndPreviousFindingGoRound() {
+    Wrong editor;
+    editor.press(Qt::Key_F4, Qt::ShiftModifier);
+    QCOMPARE(editor.table()->currentIndex().row(), 2);
+    QVERIFY(editor.notice().startsWith(QStringLiteral("ALTMSG1: RegVar1 is 7 wide")));
+    editor.press(Qt::Key_F4);
+    QCOMPARE(editor.table()->currentIndex().row(), 0);
+    editor.press(Qt::Key_F4);
+    QCOMPARE(editor.table()->currentIndex().row(), 1);
+    QVERIFY(editor.notice().startsWith(QStringLiteral("STDMSG5: ")));
+}
+
+void FindingFixesTest::f8AgainGoesIntoTheList() {
+    const Wrong editor;
+    QVERIFY(!editor.table()->hasFocus());
+    editor.press(Qt::Key_F8);
+    QVERIFY(editor.table()->hasFocus());
+}
+
+QTEST_MAIN(FindingFixesTest)
+#include "FindingFixesTest.moc"
