@@ -3,6 +3,7 @@
 #include "display/LedRaster.h"
 #include "widgets/PanelPicture.h"
 
+#include <QPixmap>
 #include <QWidget>
 #include <optional>
 
@@ -25,11 +26,16 @@ public:
     void showRaster(LedRaster raster);
 
 protected:
+    bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    /// What lies behind the panel, which is seen beside the board and at its corners.
+    const QPixmap& background();
+
     LedRaster shown_;
     std::optional<PanelPicture> picture_;
+    QPixmap behind_; ///< none where it may have changed
 };
 
 } // namespace orvista

@@ -20,6 +20,7 @@ namespace orvista {
 namespace {
 
 constexpr int sliderStep = 100;      ///< milliseconds, by an arrow key
+constexpr int sliderPlayStep = 200;  ///< while it plays
 constexpr int sliderPageStep = 1000; ///< by Page Up and Page Down
 
 int sliderTime(std::int64_t milliseconds) {
@@ -103,9 +104,11 @@ void PreviewBar::showFit(const QString& text) {
 void PreviewBar::showTime(const State& state) {
     const QSignalBlocker blocker(sldPreviewTime);
     sldPreviewTime->setMaximum(sliderTime(state.duration));
-    // While it plays, the handle is moved when it would be seen to move.
+    // While it plays, the handle is moved when it would be seen to move, but a few times a second at most:
+    // all that lies behind the slider is painted with it.
     const std::int64_t moved = std::abs(state.time - sldPreviewTime->value());
-    if (!state.isPlaying || moved * sldPreviewTime->width() >= state.duration)
+    const bool isSeen = moved * sldPreviewTime->width() >= state.duration && moved >= sliderPlayStep;
+    if (!state.isPlaying || isSeen)
         sldPreviewTime->setValue(sliderTime(state.time));
 }
 
