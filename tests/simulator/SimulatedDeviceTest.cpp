@@ -1,13 +1,20 @@
 #include "simulator/SimulatedDevice.h"
 
+#include "display/FieldValues.h"
+#include "display/MessagePlayer.h"
+#include "items/HeldValues.h"
 #include "link/ModbusFrames.h"
+#include "link/ModbusReader.h"
 #include "tests/simulator/DeviceFixture.h"
 #include "tests/support/LedText.h"
 
 #include <QSignalSpy>
 #include <QTcpSocket>
 #include <QTest>
+#include <bit>
 #include <memory>
+#include <optional>
+#include <random>
 
 namespace orvista {
 
@@ -193,6 +200,37 @@ private slots:
         QVERIFY(words.contains("STDMSG1: bitmap 9999.bmp was not found"));
     }
 
+    /// A preview with the values that were read of the device: any bits in a float, any moment of the round.
+    void showsWhatAPreviewWithItsValuesShows() {
+        const std::string script = "CLEAR\nDISPVAR 0 0 RED BLACK RegVar1\nDISPVARS 60 0 GREEN RED RegVar64\n"
+                                   "DISPVARS 60 8 ORANGE BLACK CoilVar32\nTIMES 0 8 RED BLACK \n"
+                                   "IN GO-LEFT 3 20\nACT STILL 1000\nOUT FADE 20";
+        write("stdmsg.ilm", messageFile("STDMSG", {script}));
+        DeviceSettings settings = settingsHere();
+        settings.clock = QDateTime(QDate(2026, 11, 21), QTime(8, 5, 9));
+        start(settings);
+        setCoil(320, true);
+        const Project& project = device_->project();
+        Programme programme({128}, fieldFormats(project));
+        programme.add("STDMSG1", project.STDMSG[0], NoBitmaps());
+        MessagePlayer preview(programme);
+        preview.play(0);
+        preview.pause();
+        std::mt19937 random(1);
+        for (int state = 0; state < 100; ++state) {
+            for (const std::uint16_t address : {100, 226}) {
+                const auto any = static_cast<std::uint32_t>(random());
+                const std::uint32_t plain = 0x40000000U + any % 0x7000000U;
+                sendFrame(registerPairRequest(address, std::bit_cast<float>(state % 2 == 0 ? any : plain)));
+            }
+            setCoil(131, random() % 2 == 0);
+            const auto moment = static_cast<qint64>(random() % static_cast<unsigned>(programme.duration()));
+            preview.seek(moment);
+            const FieldValues held{heldValues(readItems()), std::nullopt, std::nullopt};
+            QVERIFY(shows(preview.raster(held.at({2026, 11, 21, 8, 5, 9})), moment));
+        }
+    }
+
     void takesPanelsOfAnyWidth() {
         for (const int columns : {1, 7, 64, 4096}) {
             DeviceSettings settings = settingsHere();
@@ -251,9 +289,22 @@ private:
         QTRY_VERIFY(client.bytesAvailable() > 0);
     }
 
-    void setCoil(std::uint16_t address, bool on) {
-        const Frame frame = coilRequest(address, on);
+    void sendFrame(const Frame& frame) {
         send(QByteArray(reinterpret_cast<const char*>(frame.data()), static_cast<qsizetype>(frame.size())));
+    }
+
+    void setCoil(std::uint16_t address, bool on) { sendFrame(coilRequest(address, on)); }
+
+    /// As they are read over the network: words by address.
+    std::vector<DisplayItem> readItems() const {
+        std::vector<DisplayItem> items = displayItems(device_->project());
+        for (DisplayItem& item : items)
+            for (std::size_t word = 0; word < item.words().size(); ++word) {
+                const std::size_t address = static_cast<std::size_t>(item.address) + word;
+                item.raw[word] = item.isFloat() ? device_->memory().registers[address]
+                                                : std::uint16_t{device_->memory().coils[address]};
+            }
+        return items;
     }
 
     bool shows(const LedRaster& expected, qint64 moment = 0) const {
