@@ -2,6 +2,7 @@
 
 #include "compare/DisplayContents.h"
 #include "console/JsonText.h"
+#include "console/NotesBeside.h"
 #include "console/Output.h"
 #include "console/Projects.h"
 #include "console/ReadFiles.h"
@@ -94,7 +95,8 @@ ExitStatus listAddresses(const AddressesOptions& options) {
     const char separator = separatorOf(options);
     expectApartFromProject(options.output, options.project);
     const Project project = readWholeProject(options.project, options.notWhole);
-    const auto rows = addressList(project, options.usedOnly ? AddressRows::UsedOnly : AddressRows::All);
+    auto rows = addressList(project, options.usedOnly ? AddressRows::UsedOnly : AddressRows::All);
+    addNotes(rows, notesBeside(options.project));
     std::string text;
     switch (format) {
     case Format::Csv:

@@ -7,7 +7,7 @@
 #include "console/FindingText.h"
 #include "console/FixJson.h"
 #include "console/JsonText.h"
-#include "console/OptionChecks.h"
+#include "console/NotesBeside.h"
 #include "console/Output.h"
 #include "console/Projects.h"
 #include "display/FolderBitmaps.h"
@@ -17,6 +17,8 @@
 #include <nlohmann/json.hpp>
 
 #include <memory>
+#include <optional>
+#include <set>
 #include <vector>
 
 namespace orvista::console {
@@ -25,7 +27,7 @@ namespace {
 
 struct CheckOptions {
     std::vector<std::string> projects;
-    int columns = PanelSize::usualColumns;
+    std::optional<int> columns;
     bool strict = false;
     bool notes = false;
     bool json = false;
@@ -40,6 +42,7 @@ struct Report {
     std::size_t errors = 0;
     std::size_t warnings = 0;
     Json unreadable = Json::array();
+    std::set<int> columns; ///< of the displays
 };
 
 Json objectOf(const std::string& project, const Finding& finding, Fixing& fixing) {
@@ -56,10 +59,12 @@ void checkOne(const std::string& path, const CheckOptions& options, Report& repo
     FileRemarks remarks;
     const Project project = readProject(path, &remarks);
     const FolderBitmaps bitmaps(project.ProjPath);
+    const int columns = panelColumns(options.columns, notesBeside(path));
+    report.columns.insert(columns);
     Findings findings = fileFindings(remarks);
     append(findings,
-           checkProject(project, bitmaps, options.columns, options.notes ? Notes::Included : Notes::LeftOut));
-    Fixing fixing(project, bitmaps, options.columns);
+           checkProject(project, bitmaps, columns, options.notes ? Notes::Included : Notes::LeftOut));
+    Fixing fixing(project, bitmaps, columns);
     for (const Finding& finding : findings.list) {
         if (options.json)
             report.list.push_back(objectOf(path, finding, fixing));
@@ -70,6 +75,13 @@ void checkOne(const std::string& path, const CheckOptions& options, Report& repo
         complain(path + ": and " + decimalText(findings.notListed()) + " more");
     report.errors += findings.counts.errors;
     report.warnings += findings.counts.warnings;
+}
+
+/// Null where the projects' displays differ.
+Json columnsOf(const Report& report, const CheckOptions& options) {
+    if (report.columns.size() > 1)
+        return nullptr;
+    return report.columns.empty() ? panelColumns(options.columns, {}) : *report.columns.begin();
 }
 
 ExitStatus checkAll(const CheckOptions& options) {
@@ -96,7 +108,7 @@ ExitStatus checkAll(const CheckOptions& options) {
                         {"errors", report.errors},
                         {"warnings", report.warnings},
                         {"unreadable", report.unreadable},
-                        {"columns", options.columns}}),
+                        {"columns", columnsOf(report, options)}}),
               Reader::Program);
     if (!report.unreadable.empty())
         return ExitStatus::Unusable;
@@ -110,10 +122,7 @@ void addCheck(CLI::App& program, Run& run) {
     const auto options = std::make_shared<CheckOptions>();
     CLI::App* command = program.add_subcommand("check", "Tell what will go wrong on the display");
     command->add_option("PROJECT", options->projects, "Project files, .orx")->required();
-    command->add_option("--columns", options->columns, "Dots across the panel, 1 to 4096")
-        ->type_name("N")
-        ->check(wholeNumbers(1, PanelSize::maximumColumns))
-        ->capture_default_str();
+    addPanelColumns(*command, options->columns);
     command->add_flag("--strict", options->strict, "End with status 1 on warnings, too");
     command->add_flag("--notes", options->notes, "Name variables that are set up and shown by no message");
     command->add_flag("--json", options->json, "JSON instead of text");

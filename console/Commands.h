@@ -21,6 +21,7 @@ void addShow(CLI::App& program, Run& run);
 void addAddresses(CLI::App& program, Run& run);
 void addMessages(CLI::App& program, Run& run);
 void addVariables(CLI::App& program, Run& run);
+void addNames(CLI::App& program, Run& run);
 void addCompare(CLI::App& program, Run& run);
 void addFingerprint(CLI::App& program, Run& run);
 void addFix(CLI::App& program, Run& run);

@@ -5,7 +5,7 @@
 #include "console/FixJson.h"
 #include "console/JsonText.h"
 #include "console/NewFolder.h"
-#include "console/OptionChecks.h"
+#include "console/NotesBeside.h"
 #include "console/Output.h"
 #include "console/Projects.h"
 #include "console/Suggestion.h"
@@ -19,6 +19,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -34,7 +35,7 @@ struct FixOptions {
     std::vector<std::string> codes;
     std::vector<std::string> items;
     std::string output;
-    int columns = PanelSize::usualColumns;
+    std::optional<int> columns;
     bool dryRun = false;
     bool json = false;
     bool notWhole = false;
@@ -55,17 +56,18 @@ Code codeNamed(const std::string& name) {
                                                               names, "orvista help codes"));
 }
 
-Item itemOf(const std::string& name) {
-    if (const auto item = itemNamed(name))
+Item itemOf(const std::string& name, const ProjectNotes& notes) {
+    if (const auto item = itemCalled(name, notes))
         return *item;
     throw CommandFailure(ExitStatus::Unusable, "--item: " + quotation(name) + " is neither a message nor a " +
                                                    "variable, such as STDMSG3 or RegVar12");
 }
 
-FixChoice choiceOf(const FixOptions& options) {
+FixChoice choiceOf(const FixOptions& options, const ProjectNotes& notes) {
     FixChoice choice;
     std::ranges::transform(options.codes, std::back_inserter(choice.codes), codeNamed);
-    std::ranges::transform(options.items, std::back_inserter(choice.items), itemOf);
+    std::ranges::transform(options.items, std::back_inserter(choice.items),
+                           [&](const std::string& name) { return itemOf(name, notes); });
     std::ranges::sort(choice.items);
     choice.items.erase(std::unique(choice.items.begin(), choice.items.end()), choice.items.end());
     return choice;
@@ -99,7 +101,7 @@ Json mendedObject(const std::string& project, const MendedFinding& mended) {
     return object;
 }
 
-void report(const FixOptions& options, const std::vector<MendedFinding>& all, std::size_t left) {
+void report(const FixOptions& options, int columns, const std::vector<MendedFinding>& all, std::size_t left) {
     if (!options.json) {
         for (const MendedFinding& mended : all)
             printMended(mended);
@@ -114,19 +116,21 @@ void report(const FixOptions& options, const std::vector<MendedFinding>& all, st
                     {"project", options.project},
                     {"mended", list},
                     {"left", left},
-                    {"columns", options.columns}}),
+                    {"columns", columns}}),
           Reader::Program);
 }
 
 ExitStatus fixProject(const FixOptions& options) {
-    const FixChoice choice = choiceOf(options);
     expectProject(options.project);
+    const ProjectNotes notes = notesBeside(options.project);
+    const FixChoice choice = choiceOf(options, notes);
+    const int columns = panelColumns(options.columns, notes);
     const std::string target = options.output.empty() ? options.project : writtenProjectName(options.output);
     if (!options.output.empty())
         expectNoOtherProject(options.project, target);
     const Project project = readWholeProject(options.project, options.notWhole);
     const FolderBitmaps bitmaps(project.ProjPath);
-    Fixing fixing(project, bitmaps, options.columns);
+    Fixing fixing(project, bitmaps, columns);
     Progress progress;
     const auto all = mendAll(fixing, choice, [&](std::size_t count) {
         if (count > 0)
@@ -140,9 +144,10 @@ ExitStatus fixProject(const FixOptions& options) {
             copyBitmaps(options.project, target);
         }
         saveProject(target, fixing.project());
+        copyNotesBeside(options.project, target);
     }
     const std::size_t left = countOf(fixing, choice);
-    report(options, all, left);
+    report(options, columns, all, left);
     return left == 0 ? ExitStatus::Well : ExitStatus::Found;
 }
 
@@ -160,10 +165,7 @@ void addFix(CLI::App& program, Run& run) {
     command->add_option("--item", options->items, "In these messages and variables; else in all")
         ->type_name("ITEM,...")
         ->delimiter(',');
-    command->add_option("--columns", options->columns, "Dots across the panel, 1 to 4096")
-        ->type_name("N")
-        ->check(wholeNumbers(1, PanelSize::maximumColumns))
-        ->capture_default_str();
+    addPanelColumns(*command, options->columns);
     command->add_flag("--dry-run", options->dryRun, "Show old and new, and change nothing");
     command->add_option("-o,--output", options->output, "The project to write, in a folder of its own")
         ->type_name("NEWFOLDER/NAME.orx");

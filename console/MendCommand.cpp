@@ -2,6 +2,7 @@
 
 #include "check/Mending.h"
 #include "console/NewFolder.h"
+#include "console/NotesBeside.h"
 #include "console/Output.h"
 #include "console/Projects.h"
 #include "console/ReadFiles.h"
@@ -53,6 +54,7 @@ ExitStatus mendProject(const MendOptions& options) {
         return ExitStatus::Found;
     makeFolderOf(output);
     saveProject(output, mended.project);
+    copyNotesBeside(options.project, output);
     for (const Mended::Taken& taken : mended.taken)
         print(taken.section + " was taken from " + taken.path + "\n");
     if (mended.taken.empty())
@@ -78,7 +80,7 @@ void addMend(CLI::App& program, Run& run) {
         "  orvista mend PUMPSTATION.orx --from fetched -o mended/PUMPSTATION.orx\n\n"
         "Sections that are not whole are taken from modbus.adr, ilmvar.def, stdmsg.ilm and altmsg.ilm of\n"
         "the folder, and named. Where one of those is not whole either, nothing is written and the status\n"
-        "is 1. Bitmaps stay where they are.");
+        "is 1. Notes are copied; bitmaps stay where they are.");
     command->callback([options, &run] { run = [options] { return mendProject(*options); }; });
 }
 

@@ -1,5 +1,6 @@
 #include "console/Picture.h"
 
+#include "console/NotesBeside.h"
 #include "console/OptionChecks.h"
 #include "console/Output.h"
 #include "display/BitmapFaults.h"
@@ -23,10 +24,7 @@ constexpr std::int64_t maximumPixels = 64'000'000;
 } // namespace
 
 void addPictureSize(CLI::App& command, PictureOptions& options) {
-    command.add_option("--columns", options.columns, "Dots across the panel, 1 to 4096")
-        ->type_name("N")
-        ->check(wholeNumbers(1, PanelSize::maximumColumns))
-        ->capture_default_str();
+    addPanelColumns(command, options.columns);
     command.add_option("--scale", options.scale, "Pixels of the picture for each dot, 1 to 64")
         ->type_name("N")
         ->check(wholeNumbers(1, largestScale))
@@ -36,7 +34,7 @@ void addPictureSize(CLI::App& command, PictureOptions& options) {
 void expectPicture(const PictureOptions& options) {
     if (!endsWithIgnoringCase(options.file, ".png"))
         throw CommandFailure(ExitStatus::Unusable, options.file + " does not end in .png");
-    const PixelSize size = drawnSize({options.columns}, options.scale);
+    const PixelSize size = drawnSize({options.width()}, options.scale);
     if (std::int64_t{size.width} * size.height > maximumPixels)
         throw CommandFailure(ExitStatus::Unusable, "the picture would be " + decimalText(size.width) + " x " +
                                                        decimalText(size.height) +

@@ -5,6 +5,7 @@
 #include "display/DisplayValues.h"
 #include "display/Programme.h"
 
+#include <optional>
 #include <string>
 
 namespace CLI {
@@ -16,8 +17,10 @@ namespace orvista::console {
 
 struct PictureOptions {
     std::string file;
-    int columns = PanelSize::usualColumns;
-    int scale = 8; ///< pixels for each dot
+    std::optional<int> columns; ///< as the option says, or what is taken in its place
+    int scale = 8;              ///< pixels for each dot
+
+    int width() const { return columns.value_or(PanelSize::usualColumns); }
 };
 
 /// --columns and --scale.

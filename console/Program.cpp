@@ -110,6 +110,7 @@ ExitStatus runCommand(std::vector<std::string> arguments) {
     addAddresses(program, run);
     addMessages(program, run);
     addVariables(program, run);
+    addNames(program, run);
     addCompare(program, run);
     addFingerprint(program, run);
     addFix(program, run);

@@ -3,6 +3,7 @@
 #include "check/ProjectCheck.h"
 #include "compare/DisplayContents.h"
 #include "console/FindingText.h"
+#include "console/NotesBeside.h"
 #include "console/Output.h"
 #include "console/Projects.h"
 #include "display/FolderBitmaps.h"
@@ -24,7 +25,8 @@ namespace {
 /// "3 errors, the first: LINE3.orx:STDMSG4:2:1: error: ..."
 /// \throws CommandFailure where there is one
 void expectNoErrors(const std::string& path, const Project& project, bool tellEach) {
-    const Findings findings = checkProject(project, FolderBitmaps(project.ProjPath), PanelSize::usualColumns);
+    const int columns = panelColumns(std::nullopt, notesBeside(path));
+    const Findings findings = checkProject(project, FolderBitmaps(project.ProjPath), columns);
     if (findings.counts.errors == 0)
         return;
     std::string first;

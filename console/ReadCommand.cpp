@@ -2,6 +2,7 @@
 
 #include "console/Displays.h"
 #include "console/JsonText.h"
+#include "console/NotesBeside.h"
 #include "console/OptionChecks.h"
 #include "console/Output.h"
 #include "console/Picture.h"
@@ -38,6 +39,7 @@ struct ReadOptions {
     std::optional<double> watch; ///< seconds
     PictureOptions picture;      ///< none without a file
     bool json = false;
+    ProjectNotes notes = {}; ///< read with the project
 };
 
 /// Numbers as people write them: the single-precision 1.1 is not 1.10000002384.
@@ -50,7 +52,7 @@ nlohmann::ordered_json jsonNumber(float value) {
     return number;
 }
 
-nlohmann::ordered_json jsonValue(const DisplayItem& item) {
+nlohmann::ordered_json jsonValue(const DisplayItem& item, const ProjectNotes& notes) {
     nlohmann::ordered_json value;
     auto raw = nlohmann::ordered_json::array();
     if (item.isAddressable) {
@@ -58,15 +60,20 @@ nlohmann::ordered_json jsonValue(const DisplayItem& item) {
         for (const std::uint16_t word : item.words())
             raw.push_back(word);
     }
-    return {{"name", item.name()}, {"address", item.address}, {"value", value}, {"raw", raw}};
+    nlohmann::ordered_json object{
+        {"name", item.name()}, {"address", item.address}, {"value", value}, {"raw", raw}};
+    for (const NoteField& field : noteFields)
+        object[std::string(field.name)] = notes.of(*itemNamed(item.name())).*field.text;
+    return object;
 }
 
-nlohmann::ordered_json jsonReading(const DisplayAddress& display, const std::vector<DisplayItem>& items) {
+nlohmann::ordered_json jsonReading(const DisplayAddress& display, const std::vector<DisplayItem>& items,
+                                   const ProjectNotes& notes) {
     auto on = nlohmann::ordered_json::array();
     auto values = nlohmann::ordered_json::array();
     for (const DisplayItem& item : items) {
         if (!item.isMessage())
-            values.push_back(jsonValue(item));
+            values.push_back(jsonValue(item, notes));
         else if (item.isOn())
             on.push_back(item.name());
     }
@@ -153,7 +160,7 @@ ExitStatus drawReading(const PictureOptions& picture, const Project& project,
                        const std::vector<DisplayItem>& items) {
     const FolderBitmaps bitmaps(project.ProjPath);
     const Programme programme =
-        deviceProgramme(project, heldCoils(items), PlayList::inOrder(), bitmaps, {picture.columns});
+        deviceProgramme(project, heldCoils(items), PlayList::inOrder(), bitmaps, {picture.width()});
     DisplayValues values = heldValues(items);
     values.clock = localTimeNow();
     return writePicture(picture, firstSight(programme, values), programme, bitmaps);
@@ -163,7 +170,7 @@ ExitStatus readOnce(const DisplayAddress& display, const ReadOptions& options, c
                     std::vector<DisplayItem> items, const ItemTexts& texts) {
     readFromDisplay(display, items);
     if (options.json)
-        print(jsonText(jsonReading(display, items)), Reader::Program);
+        print(jsonText(jsonReading(display, items, options.notes)), Reader::Program);
     else
         print(wholeReading(items, texts));
     return options.picture.file.empty() ? ExitStatus::Well : drawReading(options.picture, project, items);
@@ -181,7 +188,7 @@ ExitStatus watch(const DisplayAddress& display, const ReadOptions& options, std:
             readFromDisplay(display, items);
             text = news.told({});
             if (options.json)
-                text += jsonLine(jsonReading(display, items));
+                text += jsonLine(jsonReading(display, items, options.notes));
             else
                 text += before ? changedLines(*before, items, texts) : wholeReading(items, texts);
             before = items;
@@ -194,8 +201,11 @@ ExitStatus watch(const DisplayAddress& display, const ReadOptions& options, std:
     }
 }
 
-ExitStatus readItems(const ReadOptions& options) {
+ExitStatus readItems(ReadOptions options) {
     const DisplayAddress display = modbusAddress(options.display);
+    if (options.json || !options.picture.file.empty())
+        options.notes = notesBeside(options.project);
+    options.picture.columns = panelColumns(options.picture.columns, options.notes);
     if (!options.picture.file.empty()) {
         expectPicture(options.picture);
         expectApartFromProject(options.picture.file, options.project);

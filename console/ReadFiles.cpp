@@ -1,6 +1,7 @@
 #include "console/ReadFiles.h"
 
 #include "console/CommandFailure.h"
+#include "items/NotesFile.h"
 #include "link/TransferredFiles.h"
 #include "model/FolderLookup.h"
 #include "model/PathRules.h"
@@ -24,6 +25,7 @@ void ReadFiles::addFolder(const std::string& folder) {
 
 void ReadFiles::addProject(const std::string& path) {
     add(path);
+    add(notesPath(path));
     addFolder(PathRules::native().split(path).value_or(SplitPath{".", path}).folder);
 }
 

@@ -12,7 +12,7 @@ public:
     void add(const std::string& path);
     /// The device files and bitmaps of a folder.
     void addFolder(const std::string& folder);
-    /// The project file, and those of its folder.
+    /// The project file, its notes, and the files of its folder.
     void addProject(const std::string& path);
 
     /// \param output what is to be written; an empty path is none

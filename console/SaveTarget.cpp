@@ -1,5 +1,6 @@
 #include "console/SaveTarget.h"
 
+#include "console/NotesBeside.h"
 #include "console/Output.h"
 #include "console/Projects.h"
 #include "model/PathRules.h"
@@ -14,7 +15,7 @@ namespace orvista::console {
 namespace fs = std::filesystem;
 
 SaveTarget::SaveTarget(const std::string& project, const std::string& output, ReadFiles others)
-    : path_(project) {
+    : project_(project), path_(project) {
     if (output.empty())
         return;
     std::string written = writtenProjectName(output);
@@ -29,6 +30,8 @@ SaveTarget::SaveTarget(const std::string& project, const std::string& output, Re
 void SaveTarget::save(const Project& project) const {
     const std::string other = isAnother_ ? otherProjectBeside(path_) : std::string();
     saveProject(path_, project);
+    if (isAnother_)
+        copyNotesBeside(project_, path_);
     if (!other.empty())
         printLine("The device files of " + other + " in the same folder were replaced");
 }

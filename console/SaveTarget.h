@@ -18,11 +18,12 @@ public:
     SaveTarget(const std::string& project, const std::string& output, ReadFiles others);
 
     bool isAnother() const { return isAnother_; }
-    /// Says so where that replaces the device files of another project in the folder.
-    /// \throws CommandFailure
+    /// Brings the project's notes along, and says so where that replaces the device files of another project
+    /// in the folder. \throws CommandFailure
     void save(const Project& project) const;
 
 private:
+    std::string project_;
     std::string path_;
     bool isAnother_ = false;
 };

@@ -1,5 +1,6 @@
 #include "console/Commands.h"
 
+#include "console/NotesBeside.h"
 #include "console/OptionChecks.h"
 #include "console/Picture.h"
 #include "console/Projects.h"
@@ -29,11 +30,11 @@ struct ShowOptions {
     std::string values = "default";
 };
 
-MessageCoils coilsOf(const std::vector<std::string>& items) {
+MessageCoils coilsOf(const std::vector<std::string>& items, const ProjectNotes& notes) {
     MessageCoils coils;
     for (const std::string& item : items) {
-        const auto message = messageNamed(item);
-        if (!message)
+        const auto message = itemCalled(item, notes);
+        if (!message || !isMessage(*message))
             throw CommandFailure(ExitStatus::Unusable, notAMessage(item));
         if (message->kind == Kind::Regular)
             coils.regular.set(message->index);
@@ -43,15 +44,18 @@ MessageCoils coilsOf(const std::vector<std::string>& items) {
     return coils;
 }
 
-ExitStatus showMessages(const ShowOptions& options) {
-    const MessageCoils coils = coilsOf(options.items);
+ExitStatus showMessages(ShowOptions options) {
+    const ProjectNotes notes = notesBeside(options.project);
+    const MessageCoils coils = coilsOf(options.items, notes);
+    options.picture.columns = panelColumns(options.picture.columns, notes);
     expectPicture(options.picture);
     expectApartFromProject(options.picture.file, options.project);
     const Project project = readProject(options.project);
-    const DisplayValues values = namedValues(options.values, project).at(localTimeNow());
+    const DisplayValues values =
+        namedValues(withoutAssignedLabels(options.values, notes), project).at(localTimeNow());
     const FolderBitmaps bitmaps(project.ProjPath);
     const Programme programme =
-        deviceProgramme(project, coils, PlayList::inOrder(), bitmaps, {options.picture.columns});
+        deviceProgramme(project, coils, PlayList::inOrder(), bitmaps, {options.picture.width()});
     const LedRaster raster =
         options.moment ? rasterAt(programme, values, *options.moment) : firstSight(programme, values);
     return writePicture(options.picture, raster, programme, bitmaps);
@@ -65,7 +69,8 @@ void addShow(CLI::App& program, Run& run) {
     command->add_option("PROJECT", options->project, "A project file, .orx")->required();
     command
         ->add_option("ITEM", options->items,
-                     "Messages: " + namesOf(Kind::Regular) + ", " + namesOf(Kind::Emergency))
+                     "Messages: " + namesOf(Kind::Regular) + ", " + namesOf(Kind::Emergency) +
+                         ", or their labels")
         ->required();
     command->add_option("-o,--output", options->picture.file, "The picture to write")
         ->type_name("FILE.png")

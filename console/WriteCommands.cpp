@@ -1,6 +1,7 @@
 #include "console/Commands.h"
 
 #include "console/Displays.h"
+#include "console/NotesBeside.h"
 #include "console/Projects.h"
 #include "link/DisplayWrites.h"
 #include "model/Item.h"
@@ -56,6 +57,9 @@ void takeDisplayFromMessages(SwitchOptions& options) {
 }
 
 ExitStatus switchMessages(SwitchOptions options) {
+    const ProjectNotes notes = notesBeside(options.project);
+    options.on = withoutLabels(std::move(options.on), notes);
+    options.off = withoutLabels(std::move(options.off), notes);
     takeDisplayFromMessages(options);
     if (options.display.empty())
         throw CommandFailure(ExitStatus::Unusable, "DISPLAY is required; see orvista switch --help");
@@ -74,7 +78,9 @@ ExitStatus writeValues(const WriteOptions& options) {
     std::optional<Project> project;
     if (!options.project.empty())
         project = readWholeProject(options.project, options.notWhole);
-    return send(display, [&] { return assignedWrites(options.assignments, project ? &*project : nullptr); });
+    const auto assignments =
+        withoutAssignedLabels(options.assignments, project ? notesBeside(options.project) : ProjectNotes());
+    return send(display, [&] { return assignedWrites(assignments, project ? &*project : nullptr); });
 }
 
 CLI::Option* addMessageList(CLI::App& command, const char* name, std::vector<std::string>& messages,

@@ -11,8 +11,9 @@
 namespace orvista {
 
 const std::array<std::string_view, addressColumnCount> addressColumns{
-    "kind",      "number",     "name",           "table",   "address", "address_hex", "reference", "count",
-    "data_type", "word_order", "write_function", "used_by", "default", "format",      "text",      "note"};
+    "kind",  "number",    "name",       "table",          "address", "address_hex", "reference",
+    "count", "data_type", "word_order", "write_function", "used_by", "default",     "format",
+    "text",  "note",      "label",      "unit",           "comment"};
 
 namespace {
 
@@ -147,7 +148,15 @@ std::array<std::string, addressColumnCount> addressCells(const AddressRow& row) 
             row.defaultValue,
             row.format,
             row.text,
-            row.note};
+            row.note,
+            row.noted.label,
+            row.noted.unit,
+            row.noted.comment};
+}
+
+void addNotes(std::vector<AddressRow>& rows, const ProjectNotes& notes) {
+    for (AddressRow& row : rows)
+        row.noted = notes.of(row.item);
 }
 
 std::vector<AddressRow> addressList(const Project& project, AddressRows wanted) {

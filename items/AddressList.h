@@ -1,6 +1,7 @@
 #pragma once
 
 #include "items/MessageDigest.h"
+#include "items/ProjectNotes.h"
 #include "model/Item.h"
 #include "model/Project.h"
 
@@ -33,10 +34,11 @@ struct AddressRow {
     std::string format; ///< width and precision of a float: "7.3"
     std::string text;   ///< a message's first text, a Boolean's two
     std::string note;
+    ItemNote noted;
     bool isUsed = false; ///< a variable that a message shows, a message that draws something
 };
 
-inline constexpr std::size_t addressColumnCount = 16;
+inline constexpr std::size_t addressColumnCount = 19;
 extern const std::array<std::string_view, addressColumnCount> addressColumns;
 /// In the order of addressColumns.
 std::array<std::string, addressColumnCount> addressCells(const AddressRow& row);
@@ -45,6 +47,9 @@ enum class AddressRows { All, UsedOnly };
 
 /// Float variables, Boolean variables, emergency messages, regular messages, each by number.
 std::vector<AddressRow> addressList(const Project& project, AddressRows rows = AddressRows::All);
+
+/// Puts what is noted into the rows.
+void addNotes(std::vector<AddressRow>& rows, const ProjectNotes& notes);
 
 /// All rows, as far as the messages were read.
 std::vector<AddressRow> addressList(const Project& project, const MessageDigests& messages);

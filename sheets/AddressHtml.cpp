@@ -3,6 +3,7 @@
 #include "model/Windows1252.h"
 
 #include <algorithm>
+#include <vector>
 
 namespace orvista {
 
@@ -61,9 +62,18 @@ std::string escapedForHtml(std::string_view text) {
     return html;
 }
 
+bool isNoted(const AddressRow& row, std::string_view column) {
+    return std::ranges::any_of(noteFields, [&](const NoteField& field) {
+        return field.name == column && !(row.noted.*field.text).empty();
+    });
+}
+
 /// What a block's table leaves out: the columns that have nothing in it.
-bool isColumnOf(std::string_view kind, std::size_t column) {
+bool isColumnOf(std::span<const AddressRow> rows, std::string_view kind, std::size_t column) {
     const std::string_view name = addressColumns[column];
+    if (std::ranges::find(noteFields, name, &NoteField::name) != noteFields.end())
+        return std::ranges::any_of(
+            rows, [&](const AddressRow& row) { return row.kind == kind && isNoted(row, name); });
     if (name == "kind")
         return false;
     if (name == "word_order" || name == "format")
@@ -73,17 +83,11 @@ bool isColumnOf(std::string_view kind, std::size_t column) {
     return name != "text" || kind != "float";
 }
 
-void appendTableRow(std::string& html, std::string_view kind, std::string_view tag, auto cells) {
+void appendTableRow(std::string& html, const std::vector<std::size_t>& columns, std::string_view tag,
+                    auto cells) {
     html += "<tr>";
-    for (std::size_t column = 0; column < addressColumnCount; ++column)
-        if (isColumnOf(kind, column))
-            html.append("<")
-                .append(tag)
-                .append(">")
-                .append(cells(column))
-                .append("</")
-                .append(tag)
-                .append(">");
+    for (const std::size_t column : columns)
+        html.append("<").append(tag).append(">").append(cells(column)).append("</").append(tag).append(">");
     html += "</tr>\n";
 }
 
@@ -98,14 +102,18 @@ std::string columnHeading(std::size_t column) {
 
 void appendBlock(std::string& html, std::span<const AddressRow> rows, std::string_view kind,
                  std::string_view title) {
+    std::vector<std::size_t> columns;
+    for (std::size_t column = 0; column < addressColumnCount; ++column)
+        if (isColumnOf(rows, kind, column))
+            columns.push_back(column);
     html.append("<h2>").append(title).append("</h2>\n<table>\n<thead>");
-    appendTableRow(html, kind, "th", columnHeading);
+    appendTableRow(html, columns, "th", columnHeading);
     html += "</thead>\n<tbody>\n";
     for (const AddressRow& row : rows) {
         if (row.kind != kind)
             continue;
         const auto cells = addressCells(row);
-        appendTableRow(html, kind, "td",
+        appendTableRow(html, columns, "td",
                        [&cells](std::size_t column) { return escapedForHtml(cells[column]); });
     }
     html += "</tbody>\n</table>\n";

@@ -18,6 +18,7 @@ import device_files  # noqa: E402  the project's files, written apart from the p
 from displays import Display
 from program import PROGRAM, PROJECT, SOURCE, ProgramTest, main
 
+NO_NOTES = {"label": "", "unit": "", "comment": ""}
 SERVER = SOURCE / "tests" / "link" / "ModbusServer.py"
 
 
@@ -112,11 +113,11 @@ class Reading(ProgramTest):
         self.assertEqual(reading["on"], ["STDMSG3", "STDMSG40", "ALTMSG20"])
         values = {value["name"]: value for value in reading["values"]}
         self.assertEqual(list(values), [f"RegVar{n}" for n in range(1, 65)] + [f"CoilVar{n}" for n in range(1, 33)])
-        self.assertEqual(values["RegVar1"], {"name": "RegVar1", "address": 100, "value": 1.1, "raw": [0xCCCD, 0x3F8C]})
-        self.assertEqual(values["RegVar63"], {"name": "RegVar63", "address": 224, "value": -2.5, "raw": [0, 0xC020]})
-        self.assertEqual(values["RegVar64"], {"name": "RegVar64", "address": 226, "value": 123.456, "raw": [0xE979, 0x42F6]})
-        self.assertEqual(values["RegVar2"], {"name": "RegVar2", "address": 102, "value": 0.0, "raw": [0, 0]})
-        self.assertEqual(values["CoilVar32"], {"name": "CoilVar32", "address": 131, "value": True, "raw": [1]})
+        self.assertEqual(values["RegVar1"], {"name": "RegVar1", "address": 100, "value": 1.1, "raw": [0xCCCD, 0x3F8C], **NO_NOTES})
+        self.assertEqual(values["RegVar63"], {"name": "RegVar63", "address": 224, "value": -2.5, "raw": [0, 0xC020], **NO_NOTES})
+        self.assertEqual(values["RegVar64"], {"name": "RegVar64", "address": 226, "value": 123.456, "raw": [0xE979, 0x42F6], **NO_NOTES})
+        self.assertEqual(values["RegVar2"], {"name": "RegVar2", "address": 102, "value": 0.0, "raw": [0, 0], **NO_NOTES})
+        self.assertEqual(values["CoilVar32"], {"name": "CoilVar32", "address": 131, "value": True, "raw": [1], **NO_NOTES})
         self.assertEqual(values["CoilVar31"]["value"], False)
         lines = text.splitlines()
         self.assertEqual(len(lines), 3 + 96)
@@ -171,8 +172,8 @@ class Reading(ProgramTest):
         self.assertEqual(result.returncode, 0)
         self.assertIn(b"CoilVar7 to CoilVar32", result.stderr)
         values = {value["name"]: value for value in json.loads(result.stdout)["values"]}
-        self.assertEqual(values["CoilVar6"], {"name": "CoilVar6", "address": 65535, "value": False, "raw": [0]})
-        self.assertEqual(values["CoilVar7"], {"name": "CoilVar7", "address": 65536, "value": None, "raw": []})
+        self.assertEqual(values["CoilVar6"], {"name": "CoilVar6", "address": 65535, "value": False, "raw": [0], **NO_NOTES})
+        self.assertEqual(values["CoilVar7"], {"name": "CoilVar7", "address": 65536, "value": None, "raw": [], **NO_NOTES})
 
     def complaint_of(self, answer):
         with Scripted(answer) as display:
@@ -404,6 +405,16 @@ class Writing(ProgramTest):
             self.assertEqual([server.write() for _ in range(7)],
                              ["registers 104 0,16712", "coils 101 1", "registers 200 0,16320", "coils 102 0",
                               "registers 65534 0,49864", "coils 65535 0", "coils 0 1"])
+
+    def test_items_go_by_their_labels(self):
+        (self.folder / "PUMPSTATION.notes.json").write_text(json.dumps({"version": 1, "items": {
+            "RegVar3": {"label": "TankLevel", "unit": "m"}, "STDMSG3": {"label": "TankFull"}}}))
+        with Server() as server:
+            self.expect(0, "write", server.display, "--project", PROJECT, "tanklevel=12.5")
+            self.expect(0, "switch", "--project", PROJECT, "--on", "TankFull,Emergency1", server.display)
+            self.assertEqual([server.write() for _ in range(3)], ["registers 104 0,16712", "coils 322 1", "coils 300 1"])
+            values = json.loads(self.expect(0, "read", server.display, "--project", PROJECT, "--json"))["values"]
+        self.assertEqual((values[2]["label"], values[2]["unit"]), ("TankLevel", "m"))
 
     def test_addresses_need_no_project(self):
         with Server() as server:

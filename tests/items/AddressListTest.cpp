@@ -40,7 +40,7 @@ TEST(AddressList, HasTheRowsOfTheDescription) {
     const std::string csv = addressCsv(rows);
     EXPECT_THAT(
         csv, HasSubstr("\r\nfloat,12,RegVar12,holding register,122,0x007A,40123,2,float32,low word first,16,"
-                       "STDMSG4 ALTMSG2,0.0,7.3,,\r\n"));
+                       "STDMSG4 ALTMSG2,0.0,7.3,,,,,\r\n"));
     EXPECT_EQ(rows[0].name, "RegVar1");
     EXPECT_EQ(rows[64].name, "CoilVar1");
     EXPECT_EQ(rows[96].name, "ALTMSG1");

@@ -12,7 +12,7 @@ EXAMPLE = HERE.parents[1] / "examples" / "pumpstation" / "PUMPSTATION.orx"
 COLOURS = "(RED|GREEN|ORANGE|BLACK) (RED|GREEN|ORANGE|BLACK)"
 SPEEDS = {"100": "Low", "50": "Medium", "25": "High"}
 ADDRESS_HEAD = ("kind,number,name,table,address,address_hex,reference,count,data_type,word_order,write_function,"
-                "used_by,default,format,text,note").split(",")
+                "used_by,default,format,text,note,label,unit,comment").split(",")
 PAGE_HEAD = (["message", "page", "content", "bitmap", "font", "foreground", "background"]
              + [f"var{n}{suffix}" for n in (1, 2, 3, 4) for suffix in ("", "_foreground", "_background")]
              + ["entering", "entering_speed", "special", "delay", "leaving", "leaving_speed", "script"])

@@ -5,12 +5,13 @@ function __orvista_messages
 end
 
 complete -c orvista -f
-set -l commands check show addresses messages variables compare fingerprint fix mend new upload download read switch write help version
+set -l commands check show addresses messages variables names compare fingerprint fix mend new upload download read switch write help version
 complete -c orvista -n "not __fish_seen_subcommand_from $commands" -a check -d 'Tell what will go wrong on the display'
 complete -c orvista -n "not __fish_seen_subcommand_from $commands" -a show -d 'Draw what the display shows into a picture'
 complete -c orvista -n "not __fish_seen_subcommand_from $commands" -a addresses -d 'List the Modbus address of every variable and message'
 complete -c orvista -n "not __fish_seen_subcommand_from $commands" -a messages -d 'Messages to a table and back'
 complete -c orvista -n "not __fish_seen_subcommand_from $commands" -a variables -d 'Variables to a table and back'
+complete -c orvista -n "not __fish_seen_subcommand_from $commands" -a names -d 'Labels, units and comments to a table and back'
 complete -c orvista -n "not __fish_seen_subcommand_from $commands" -a compare -d 'Tell what differs between projects and displays'
 complete -c orvista -n "not __fish_seen_subcommand_from $commands" -a fingerprint -d 'Print twelve digits of what a display shows'
 complete -c orvista -n "not __fish_seen_subcommand_from $commands" -a fix -d 'Mend what the check finds, and save the project'
@@ -33,6 +34,10 @@ set -l variables_commands export import
 complete -c orvista -n "__fish_seen_subcommand_from variables; and not __fish_seen_subcommand_from $variables_commands" -a export -d 'Write the table'
 complete -c orvista -n "__fish_seen_subcommand_from variables; and not __fish_seen_subcommand_from $variables_commands" -a import -d 'Take what the table says into the project and save it'
 complete -c orvista -n "__fish_seen_subcommand_from variables; and not __fish_seen_subcommand_from $variables_commands" -s h -l help -d 'Print this help message and exit'
+set -l names_commands export import
+complete -c orvista -n "__fish_seen_subcommand_from names; and not __fish_seen_subcommand_from $names_commands" -a export -d 'Write the table'
+complete -c orvista -n "__fish_seen_subcommand_from names; and not __fish_seen_subcommand_from $names_commands" -a import -d 'Take what the table says into the notes beside the project'
+complete -c orvista -n "__fish_seen_subcommand_from names; and not __fish_seen_subcommand_from $names_commands" -s h -l help -d 'Print this help message and exit'
 complete -c orvista -n '__fish_seen_subcommand_from check' -s h -l help -d 'Print this help message and exit'
 complete -c orvista -n '__fish_seen_subcommand_from check' -l columns -x -d 'Dots across the panel, 1 to 4096'
 complete -c orvista -n '__fish_seen_subcommand_from check' -l strict -d 'End with status 1 on warnings, too'
@@ -77,6 +82,14 @@ complete -c orvista -n '__fish_seen_subcommand_from variables; and __fish_seen_s
 complete -c orvista -n '__fish_seen_subcommand_from variables; and __fish_seen_subcommand_from import' -l not-whole -d 'Go on with a project of which something is lost or moved'
 complete -c orvista -n '__fish_seen_subcommand_from variables; and __fish_seen_subcommand_from import' -k -a '(__fish_complete_suffix .orx)'
 complete -c orvista -n '__fish_seen_subcommand_from variables; and __fish_seen_subcommand_from import' -k -a '(__fish_complete_suffix .csv)'
+complete -c orvista -n '__fish_seen_subcommand_from names; and __fish_seen_subcommand_from export' -s h -l help -d 'Print this help message and exit'
+complete -c orvista -n '__fish_seen_subcommand_from names; and __fish_seen_subcommand_from export' -k -a '(__fish_complete_suffix .orx)'
+complete -c orvista -n '__fish_seen_subcommand_from names; and __fish_seen_subcommand_from export' -k -a '(__fish_complete_suffix .csv)'
+complete -c orvista -n '__fish_seen_subcommand_from names; and __fish_seen_subcommand_from import' -s h -l help -d 'Print this help message and exit'
+complete -c orvista -n '__fish_seen_subcommand_from names; and __fish_seen_subcommand_from import' -l dry-run -d 'Show old and new, and change nothing'
+complete -c orvista -n '__fish_seen_subcommand_from names; and __fish_seen_subcommand_from import' -l exit-changed -d 'End with status 1 where the table changes something'
+complete -c orvista -n '__fish_seen_subcommand_from names; and __fish_seen_subcommand_from import' -k -a '(__fish_complete_suffix .orx)'
+complete -c orvista -n '__fish_seen_subcommand_from names; and __fish_seen_subcommand_from import' -k -a '(__fish_complete_suffix .csv)'
 complete -c orvista -n '__fish_seen_subcommand_from compare' -s h -l help -d 'Print this help message and exit'
 complete -c orvista -n '__fish_seen_subcommand_from compare' -l list -x -k -a '(__fish_complete_suffix .csv)' -d 'A table of displays with the columns name, address, port, project'
 complete -c orvista -n '__fish_seen_subcommand_from compare' -l jobs -x -d 'How many displays to work on at once, 1 to 60'
@@ -143,6 +156,6 @@ complete -c orvista -n '__fish_seen_subcommand_from write' -s h -l help -d 'Prin
 complete -c orvista -n '__fish_seen_subcommand_from write' -l project -x -k -a '(__fish_complete_suffix .orx)' -d 'The project that is on the display, .orx'
 complete -c orvista -n '__fish_seen_subcommand_from write' -l not-whole -d 'Go on with a project of which something is lost or moved'
 complete -c orvista -n '__fish_seen_subcommand_from help' -s h -l help -d 'Print this help message and exit'
-complete -c orvista -n '__fish_seen_subcommand_from help' -a 'check show addresses messages variables compare fingerprint fix mend new upload download read switch write help version codes not-a-project conflict-mark not-text cut-off missing-section double-section open-block double-item moved-item extra-items missing-items stray-line unknown-command bad-argument variable-range page-full missing-bitmap unreadable-bitmap reserved-line lost-message address-range address-overlap regular-start text-cut field-cut bitmap-cut field-gap field-overlap invisible never-seen bad-default bad-format not-in-use'
+complete -c orvista -n '__fish_seen_subcommand_from help' -a 'check show addresses messages variables names compare fingerprint fix mend new upload download read switch write help version codes not-a-project conflict-mark not-text cut-off missing-section double-section open-block double-item moved-item extra-items missing-items stray-line unknown-command bad-argument variable-range page-full missing-bitmap unreadable-bitmap reserved-line lost-message address-range address-overlap regular-start text-cut field-cut bitmap-cut field-gap field-overlap invisible never-seen bad-default bad-format not-in-use'
 complete -c orvista -n '__fish_seen_subcommand_from help' -a 'export import'
 complete -c orvista -n '__fish_seen_subcommand_from version' -s h -l help -d 'Print this help message and exit'
