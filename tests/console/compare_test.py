@@ -261,7 +261,7 @@ only on {other}: new.bmp
         before = self.files()
         for side, reason in (("missing.orx", "Unable to open missing.orx"), ("127.0.0.1:0", "0 is not a port"),
                              ("127.0.0.1:99999", "not a port"), ("127.0.0.1:1", "127.0.0.1:1: connection refused"),
-                             ("[::1", "[::1"), (display.address, "its files could not be fetched")):
+                             ("[::1", "[::1"), (display.address, "stdmsg.ilm could not be fetched: it ended too early")):
             self.assertIn(reason, self.complaint(2, "compare", PROJECT, side))
             self.assertIn(reason, self.complaint(2, "compare", side, PROJECT))
             self.assertEqual(self.run_program("compare", side, PROJECT).stdout, b"")
