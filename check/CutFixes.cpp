@@ -58,7 +58,7 @@ void addWayOut(const FixGround& ground, const FixedPage& drawn, std::vector<Fix>
     const auto wayOut = fit.unseen(drawn.element(), Passing::Counts).wayOut;
     if (!wayOut)
         return;
-    const std::string way = "OUT " + std::string(effectName(*wayOut));
+    const std::string way = "OUT " + std::string(styleOf(*wayOut).shown);
     const PageEnd end = endOf(drawn);
     const std::string command = way + " 1 " + decimalText(end.leaveSpeed);
     const std::string_view last = drawn.text().line(end.lastLine);

@@ -5,11 +5,10 @@
 #include "display/PageFit.h"
 #include "display/StepTiming.h"
 #include "model/BitmapName.h"
-#include "model/Item.h"
 #include "model/Numbers.h"
 #include "model/Quotation.h"
 #include "model/Text.h"
-#include "script/ScriptCommands.h"
+#include "script/WizardLists.h"
 
 #include <algorithm>
 #include <string>
@@ -20,18 +19,8 @@ namespace orvista {
 
 namespace {
 
-std::string fieldName(const FieldElement& field) {
-    switch (field.value) {
-    case LiveValue::Float:
-        return nameOf({Kind::Float, field.index});
-    case LiveValue::Boolean:
-        return nameOf({Kind::Boolean, field.index});
-    case LiveValue::Time:
-        return "TIME";
-    case LiveValue::Date:
-        return "DATE";
-    }
-    return {};
+const std::string& fieldName(const FieldElement& field) {
+    return wizard::fieldSources()[wizard::fieldSourcePosition(field.value, field.index)].shown;
 }
 
 FindingList::Where placeOf(std::size_t line, const ScriptSpan& span) {
@@ -54,7 +43,7 @@ std::string dotRange(std::int64_t first, std::int64_t end) {
 std::string orLetPass(const PageFit::Unseen& unseen) {
     if (!unseen.wayOut)
         return ".";
-    return ", or let the page leave with OUT " + std::string(effectName(*unseen.wayOut)) + ".";
+    return ", or let the page leave with OUT " + std::string(styleOf(*unseen.wayOut).shown) + ".";
 }
 
 /// Finds what is wrong with the elements of one page, in their order.

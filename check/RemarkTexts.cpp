@@ -1,10 +1,10 @@
 #include "check/RemarkTexts.h"
 
-#include "model/ItemKind.h"
+#include "model/Item.h"
 #include "model/Numbers.h"
 #include "model/Quotation.h"
 #include "model/Text.h"
-#include "script/ScriptCommands.h"
+#include "script/Styles.h"
 
 #include <string_view>
 
@@ -15,10 +15,8 @@ namespace {
 /// What a word of a command is called, and what may stand there.
 struct Expected {
     std::string_view name;
-    std::string_view possible;
+    std::string possible;
 };
-
-constexpr std::string_view colours = "RED, GREEN, ORANGE or BLACK";
 
 Expected expected(ScriptArgument argument) {
     switch (argument) {
@@ -27,19 +25,19 @@ Expected expected(ScriptArgument argument) {
     case ScriptArgument::Y:
         return {"a y position", "how many dots it is from the top"};
     case ScriptArgument::Foreground:
-        return {"a foreground colour", colours};
+        return {"a foreground colour", choiceOf(colourStyles)};
     case ScriptArgument::Background:
-        return {"a background colour", colours};
+        return {"a background colour", choiceOf(colourStyles)};
     case ScriptArgument::Text:
         return {"a text between double quotes", "the text, with a double quote before and after it"};
     case ScriptArgument::FileName:
         return {"the name of a bitmap", "the name of a .bmp file of the project's folder"};
     case ScriptArgument::Variable:
-        return {"a variable", "RegVar1 to RegVar64 or CoilVar1 to CoilVar32"};
+        return {"a variable", namesOf(Kind::Float) + " or " + namesOf(Kind::Boolean)};
     case ScriptArgument::Effect:
-        return {"an effect", "GO-LEFT, GO-RIGHT, GO-UP, GO-DOWN or FADE"};
+        return {"an effect", choiceOf(effectStyles)};
     case ScriptArgument::Act:
-        return {"a special effect", "STILL or BLINK"};
+        return {"a special effect", choiceOf(actStyles)};
     case ScriptArgument::Pixels:
         return {"a number of dots to move by", "a whole number from 1"};
     case ScriptArgument::Speed:
@@ -62,7 +60,7 @@ std::string lackingNumbers(const ScriptRemark& remark) {
     ScriptWords words(remark.text);
     const std::string command = upperAscii(words.word());
     const std::string effect = upperAscii(words.word());
-    if (effect.empty() || effect == effectName(Effect::Fade))
+    if (effect.empty() || effect == styleOf(Effect::Fade).shown)
         return {};
     const std::string start = command + " " + effect;
     return start + " needs two numbers, dots and milliseconds: write " + start + " 1 50.";
@@ -74,8 +72,7 @@ std::string wrongArgumentText(const ScriptRemark& remark, const Expected& expect
     const std::string problem = remark.word.empty()
                                     ? std::string(expected.name) + " is missing"
                                     : deviceQuotation(remark.word) + " is not " + std::string(expected.name);
-    return "The display skips this line, because " + problem + ": write " + std::string(expected.possible) +
-           ".";
+    return "The display skips this line, because " + problem + ": write " + expected.possible + ".";
 }
 
 } // namespace
@@ -103,7 +100,7 @@ std::string remarkText(const ScriptRemark& remark) {
         return wrongArgumentText(remark, expected(remark.argument.value()));
     case RemarkReason::VariableRange:
         return "The display skips this line, because there is no variable " + deviceQuotation(remark.word) +
-               ": write " + std::string(expected(ScriptArgument::Variable).possible) + ".";
+               ": write " + expected(ScriptArgument::Variable).possible + ".";
     case RemarkReason::PageFull:
         return "The display skips this line, because the page draws " + decimalText(maximumElementsOfAPage) +
                " things already: begin another page with CLEAR.";

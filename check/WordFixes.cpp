@@ -4,13 +4,14 @@
 #include "model/WordDistance.h"
 #include "script/ScriptCommands.h"
 #include "script/ScriptWords.h"
-#include "script/WizardLists.h"
+#include "script/Styles.h"
 
 #include <algorithm>
 #include <array>
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace orvista {
 
@@ -21,19 +22,24 @@ using Words = std::span<const std::string_view>;
 constexpr std::array<std::string_view, 13> commandWords{"CLEAR",    "TEXT", "TEXTS", "IMG",  "DISPVAR",
                                                         "DISPVARS", "TIME", "TIMES", "DATE", "DATES",
                                                         "IN",       "OUT",  "ACT"};
-constexpr std::array<std::string_view, 5> effectWords{"GO-LEFT", "GO-RIGHT", "GO-UP", "GO-DOWN", "FADE"};
-constexpr std::array<std::string_view, 2> actWords{"STILL", "BLINK"};
+
+std::vector<std::string_view> wordsOf(const auto& styles) {
+    std::vector<std::string_view> words;
+    for (const auto& style : styles)
+        words.push_back(style.shown);
+    return words;
+}
 
 /// What may stand for an argument, where that is one of a few words.
-Words wordsFor(ScriptArgument argument) {
+std::vector<std::string_view> wordsFor(ScriptArgument argument) {
     switch (argument) {
     case ScriptArgument::Foreground:
     case ScriptArgument::Background:
-        return wizard::colours;
+        return wordsOf(colourStyles);
     case ScriptArgument::Effect:
-        return effectWords;
+        return wordsOf(effectStyles);
     case ScriptArgument::Act:
-        return actWords;
+        return wordsOf(actStyles);
     default:
         return {};
     }

@@ -127,14 +127,6 @@ Glyphs makeFont(LedFont font, std::string_view text) {
 
 } // namespace
 
-int cellWidth(LedFont font) {
-    return font == LedFont::Small5x7 ? 6 : 8;
-}
-
-int cellHeight(LedFont font) {
-    return font == LedFont::Small5x7 ? 7 : 15;
-}
-
 const Glyph& glyph(LedFont font, unsigned char character) {
     static const Glyphs small = makeFont(LedFont::Small5x7, smallFontSheet);
     static const Glyphs large = makeFont(LedFont::Large8x15, largeFontSheet);

@@ -14,9 +14,13 @@ struct Glyph {
 };
 
 /// Width of a cell in dots, the gap to the next character included: 6 or 8.
-int cellWidth(LedFont font);
+inline int cellWidth(LedFont font) {
+    return styleOf(font).cellWidth;
+}
 /// Height of a cell in dots: 7 or 15.
-int cellHeight(LedFont font);
+inline int cellHeight(LedFont font) {
+    return styleOf(font).cellHeight;
+}
 
 /// The picture of a Windows-1252 character. Control codes, blanks and the code points that the encoding
 /// leaves undefined are empty.

@@ -11,7 +11,9 @@ namespace {
 
 /// Foreground, a blank, background.
 std::string colourPair(std::size_t foreground, std::size_t background) {
-    return std::string(wizard::colours.at(foreground)).append(" ").append(wizard::colours.at(background));
+    return std::string(colourStyles.at(foreground).shown)
+        .append(" ")
+        .append(colourStyles.at(background).shown);
 }
 
 bool appendBitmap(std::string& page, const MessageForm& form, const PathRules& paths) {
@@ -22,22 +24,23 @@ bool appendBitmap(std::string& page, const MessageForm& form, const PathRules& p
     return true;
 }
 
-void appendField(std::string& page, const FieldChoice& field, int column, const wizard::Font& font) {
-    const std::string& source = wizard::fieldSources().at(field.cbVar);
-    const bool clock = wizard::isClockField(source);
-    page.append(lineEnd).append(clock ? source : "DISPVAR").append(font.commandSuffix).append(" ");
-    page.append(std::to_string(column * font.cellWidth)).append(" ").append(font.row).append(" ");
+void appendField(std::string& page, const FieldChoice& field, int column, const FontStyle& font) {
+    const wizard::FieldSource& source = wizard::fieldSources().at(field.cbVar);
+    const bool clock = isClock(source.value);
+    page.append(lineEnd).append(clock ? source.shown : "DISPVAR").append(font.commandSuffix).append(" ");
+    page.append(std::to_string(column * font.cellWidth)).append(" ");
+    page.append(std::to_string(font.row)).append(" ");
     page.append(colourPair(field.cbVarFgClr, field.cbVarBgClr)).append(" ");
     if (!clock) // a clock field ends with the blank
-        page.append(source);
+        page.append(source.shown);
 }
 
 bool appendText(std::string& page, const MessageForm& form) {
     if (form.txtText.empty())
         return false;
-    const wizard::Font& font = wizard::fonts.at(form.cbFont);
+    const FontStyle& font = fontStyles.at(form.cbFont);
     const PlaceholderScan content = scanPlaceholders(form.txtText);
-    page.append("TEXT").append(font.commandSuffix).append(" 0 ").append(font.row).append(" ");
+    page.append("TEXT").append(font.commandSuffix).append(" 0 ").append(std::to_string(font.row)).append(" ");
     page.append(colourPair(form.cbFgClr, form.cbBgClr))
         .append(" \"")
         .append(content.DisplayText)
@@ -49,16 +52,20 @@ bool appendText(std::string& page, const MessageForm& form) {
 
 /// `direction` is "IN " or "OUT ".
 void appendEffect(std::string& page, std::string_view direction, std::size_t effect, std::size_t speed) {
-    const std::string_view words = wizard::effects.at(effect).script;
-    if (!words.empty())
-        page.append(lineEnd).append(direction).append(words).append(wizard::speeds.at(speed).script);
+    const EffectStyle* const style = wizard::effects.at(effect).style;
+    if (style == nullptr)
+        return;
+    page.append(lineEnd).append(direction).append(style->shown).append(" ");
+    page.append(style->effect == Effect::Fade ? "" : "1 ").append(wizard::speeds.at(speed).script);
 }
 
 void appendSpecialEffect(std::string& page, const MessageForm& form) {
-    const wizard::SpecialEffect& effect = wizard::specialEffects.at(form.cbSpEffect);
-    page.append(lineEnd).append(effect.script);
-    if (effect.heldForDelay)
+    const ActStyle& style = actStyles.at(form.cbSpEffect);
+    page.append(lineEnd).append("ACT ").append(style.shown).append(" ");
+    if (style.act == StepKind::Still)
         page.append(wizard::delays.at(form.cbDelay).script);
+    else
+        page.append("4 75").append(lineEnd).append("ACT STILL 500");
 }
 
 } // namespace

@@ -3,18 +3,13 @@
 #include "model/ItemKind.h"
 #include "model/Text.h"
 
+#include <algorithm>
 #include <string>
 #include <utility>
 
 namespace orvista {
 
 namespace {
-
-constexpr std::pair<std::string_view, Effect> effects[] = {{"GO-LEFT", Effect::Left},
-                                                           {"GO-RIGHT", Effect::Right},
-                                                           {"GO-UP", Effect::Up},
-                                                           {"GO-DOWN", Effect::Down},
-                                                           {"FADE", Effect::Fade}};
 
 using Element = std::optional<ScriptElement>;
 using Step = std::optional<ScriptStep>;
@@ -76,18 +71,18 @@ ScriptCommand Command::drawn() {
         return orBadArgument(image());
     LedFont font = LedFont::Large8x15;
     // The small font's commands are the large one's with an S after them.
-    if (endsWithIgnoringCase(command, "S")) {
+    if (constexpr auto suffix = styleOf(LedFont::Small5x7).commandSuffix;
+        endsWithIgnoringCase(command, suffix)) {
         font = LedFont::Small5x7;
-        command.remove_suffix(1);
+        command.remove_suffix(suffix.size());
     }
     if (equalsIgnoringCase(command, "TEXT"))
         return orBadArgument(text(font));
     if (equalsIgnoringCase(command, "DISPVAR"))
         return variable(font);
-    if (equalsIgnoringCase(command, "TIME"))
-        return orBadArgument(clock(font, LiveValue::Time));
-    if (equalsIgnoringCase(command, "DATE"))
-        return orBadArgument(clock(font, LiveValue::Date));
+    for (const ClockStyle& style : clockStyles)
+        if (equalsIgnoringCase(command, style.shown))
+            return orBadArgument(clock(font, style.value));
     return RemarkReason::UnknownCommand;
 }
 
@@ -154,7 +149,7 @@ Element Command::clock(LedFont font, LiveValue value) {
 Step Command::effect(StepKind kind) {
     const std::size_t start = words_.column();
     const std::string_view word = words_.word();
-    for (const auto& [name, effect] : effects) {
+    for (const auto& [effect, name] : effectStyles) {
         if (!equalsIgnoringCase(word, name))
             continue;
         const std::size_t pixelsStart = words_.column();
@@ -175,28 +170,23 @@ Step Command::effect(StepKind kind) {
 Step Command::act() {
     const std::size_t start = words_.column();
     const std::string_view word = words_.word();
-    if (equalsIgnoringCase(word, "STILL")) {
+    const auto style = std::ranges::find_if(
+        actStyles, [word](const ActStyle& known) { return equalsIgnoringCase(word, known.shown); });
+    if (style == actStyles.end()) {
+        words_.refuse(ScriptArgument::Act, start, word);
+    } else if (style->act == StepKind::Still) {
         if (const auto hold = words_.number(ScriptArgument::Hold, maximumHold))
             return ScriptStep{.kind = StepKind::Still, .milliseconds = *hold};
-    } else if (equalsIgnoringCase(word, "BLINK")) {
+    } else {
         const auto count = words_.number(ScriptArgument::BlinkCount, maximumBlinks);
         const auto half = words_.number(ScriptArgument::BlinkTime, maximumStepMilliseconds);
         if (count && half)
             return ScriptStep{.kind = StepKind::Blink, .milliseconds = *half, .count = *count};
-    } else {
-        words_.refuse(ScriptArgument::Act, start, word);
     }
     return std::nullopt;
 }
 
 } // namespace
-
-std::string_view effectName(Effect effect) {
-    for (const auto& [name, named] : effects)
-        if (named == effect)
-            return name;
-    return {};
-}
 
 ScriptCommand scriptCommand(std::size_t line, ScriptWords& words) {
     return Command(line, words).perform();

@@ -15,7 +15,7 @@ namespace orvista {
 enum class RemarkReason {
     UnknownCommand,
     BadArgument,   ///< a word is missing, or is not what it should be
-    VariableRange, ///< a variable of a number that there is not
+    VariableRange, ///< a variable number out of range
     PageFull       ///< the page has maximumElementsOfAPage already
 };
 inline constexpr std::size_t remarkReasons = 4;
@@ -24,9 +24,6 @@ struct ClearPage {};
 
 /// What a line does; the reason when that is nothing. `words` then knows which word was wrong.
 using ScriptCommand = std::variant<ClearPage, ScriptElement, ScriptStep, RemarkReason>;
-
-/// As scripts write it: "GO-LEFT".
-std::string_view effectName(Effect effect);
 
 /// \param line its number, from 1
 /// \param words of a line that is not blank, none of them taken yet

@@ -54,8 +54,6 @@ struct ImageElement {
     ScriptSource source;
 };
 
-enum class LiveValue { Float, Boolean, Time, Date };
-
 struct FieldElement {
     Placement placement;
     LedFont font = LedFont::Large8x15;
@@ -73,8 +71,6 @@ inline const ScriptSource& sourceOf(const ScriptElement& element) {
 inline const Placement& placementOf(const ScriptElement& element) {
     return std::visit([](const auto& drawn) -> const Placement& { return drawn.placement; }, element);
 }
-
-enum class StepKind { Enter, Still, Blink, Leave };
 
 /// One stretch of time of a page.
 struct ScriptStep {

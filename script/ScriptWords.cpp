@@ -3,7 +3,6 @@
 #include "model/Text.h"
 
 #include <algorithm>
-#include <utility>
 
 namespace orvista {
 
@@ -66,13 +65,11 @@ std::optional<int> ScriptWords::coordinate(ScriptArgument argument) {
 }
 
 std::optional<Led> ScriptWords::colour(ScriptArgument argument) {
-    static constexpr std::pair<std::string_view, Led> colours[] = {
-        {"RED", Led::Red}, {"GREEN", Led::Green}, {"ORANGE", Led::Orange}, {"BLACK", Led::Off}};
     const std::size_t start = column();
     const std::string_view name = word();
-    for (const auto& [known, led] : colours)
-        if (equalsIgnoringCase(name, known))
-            return led;
+    for (const ColourStyle& style : colourStyles)
+        if (equalsIgnoringCase(name, style.shown))
+            return style.led;
     refuse(argument, start, name);
     return std::nullopt;
 }

@@ -1,33 +1,38 @@
 #include "script/WizardLists.h"
 
-#include "model/ItemKind.h"
-
-#include <algorithm>
+#include "model/Item.h"
 
 namespace orvista::wizard {
 
 namespace {
 
-std::array<std::string, fieldSourceCount> listedFieldSources() {
-    static_assert(fieldSourceCount == booleanVariableCount + floatVariableCount + clockFields.size());
-    std::array<std::string, fieldSourceCount> sources;
+std::array<FieldSource, fieldSourceCount> listedFieldSources() {
+    static_assert(fieldSourceCount == booleanVariableCount + floatVariableCount + clockStyles.size());
+    std::array<FieldSource, fieldSourceCount> sources;
     auto next = sources.begin();
-    for (const ItemKind& kind : {booleanVariables, floatVariables})
-        for (std::size_t index = 0; index < kind.count; ++index)
-            *next++ = kind.name(index);
-    std::copy(clockFields.begin(), clockFields.end(), next);
+    for (std::size_t index = 0; index < booleanVariableCount; ++index)
+        *next++ = {nameOf({Kind::Boolean, index}), LiveValue::Boolean, index};
+    for (std::size_t index = 0; index < floatVariableCount; ++index)
+        *next++ = {nameOf({Kind::Float, index}), LiveValue::Float, index};
+    for (const ClockStyle& clock : clockStyles)
+        *next++ = {std::string(clock.shown), clock.value, 0};
     return sources;
 }
 
 } // namespace
 
-const std::array<std::string, fieldSourceCount>& fieldSources() {
+const std::array<FieldSource, fieldSourceCount>& fieldSources() {
     static const auto sources = listedFieldSources();
     return sources;
 }
 
-bool isClockField(std::string_view fieldSource) {
-    return std::find(clockFields.begin(), clockFields.end(), fieldSource) != clockFields.end();
+std::size_t fieldSourcePosition(LiveValue value, std::size_t index) {
+    if (value == LiveValue::Boolean)
+        return index;
+    if (value == LiveValue::Float)
+        return booleanVariableCount + index;
+    const auto clock = std::ranges::find(clockStyles, value, &ClockStyle::value);
+    return booleanVariableCount + floatVariableCount + static_cast<std::size_t>(clock - clockStyles.begin());
 }
 
 } // namespace orvista::wizard

@@ -13,16 +13,18 @@ namespace orvista::pageColumns {
 namespace {
 
 /// What a list's entries are called in a sheet: as the wizard shows them, without the blank before a number.
-std::string_view shownText(std::string_view colour) {
-    return colour;
-}
-template <typename Item>
-std::string_view shownText(const Item& item) {
-    return trimLeadingBlanks(item.shown);
+std::string_view shownText(const auto& entry) {
+    return trimLeadingBlanks(entry.shown);
 }
 
 std::string listed(const auto& list, std::size_t position) {
     return std::string(shownText(list.at(position)));
+}
+
+std::optional<std::size_t> positionOf(std::string_view word, const auto& list) {
+    const auto found = std::ranges::find_if(
+        list, [word](const auto& entry) { return equalsIgnoringCase(shownText(entry), word); });
+    return found == list.end() ? std::nullopt : std::optional<std::size_t>(found - list.begin());
 }
 
 std::string_view blanksTrimmed(const std::string& cell) {
@@ -36,14 +38,14 @@ public:
 
     std::optional<MessageForm> read() {
         readContent();
-        choose(Font, wizard::fonts, form_.cbFont);
-        choose(Foreground, wizard::colours, form_.cbFgClr);
-        choose(Background, wizard::colours, form_.cbBgClr);
+        choose(Font, fontStyles, form_.cbFont);
+        choose(Foreground, colourStyles, form_.cbFgClr);
+        choose(Background, colourStyles, form_.cbBgClr);
         for (std::size_t slot = 0; slot < fieldSlotCount; ++slot)
             readField(FirstField + slot * fieldColumns, form_.fields[slot]);
         choose(Entering, wizard::effects, form_.cbInEffect);
         choose(EnteringSpeed, wizard::speeds, form_.cbIFSpeed);
-        choose(Special, wizard::specialEffects, form_.cbSpEffect);
+        choose(Special, actStyles, form_.cbSpEffect);
         choose(Delay, wizard::delays, form_.cbDelay);
         choose(Leaving, wizard::effects, form_.cbOutEffect);
         choose(LeavingSpeed, wizard::speeds, form_.cbOFSpeed);
@@ -74,15 +76,12 @@ private:
 
     void readField(std::size_t first, FieldChoice& field) {
         const std::string_view word = blanksTrimmed(sheet_.cell(first));
-        const auto& sources = wizard::fieldSources();
-        const auto found = std::ranges::find_if(
-            sources, [word](const std::string& source) { return equalsIgnoringCase(source, word); });
-        if (found != sources.end())
-            field.cbVar = static_cast<std::size_t>(found - sources.begin());
+        if (const auto found = positionOf(word, wizard::fieldSources()))
+            field.cbVar = *found;
         else if (!word.empty())
-            fail(first, quotation(word) + " is not a variable, DATE or TIME");
-        choose(first + 1, wizard::colours, field.cbVarFgClr);
-        choose(first + 2, wizard::colours, field.cbVarBgClr);
+            fail(first, quotation(word) + " is not a variable, " + choiceOf(clockStyles));
+        choose(first + 1, colourStyles, field.cbVarFgClr);
+        choose(first + 2, colourStyles, field.cbVarBgClr);
     }
 
     /// An empty cell leaves the position as a fresh wizard has it.
@@ -90,14 +89,13 @@ private:
         const std::string_view word = blanksTrimmed(sheet_.cell(column));
         if (word.empty())
             return;
-        std::string words;
-        for (std::size_t i = 0; i < list.size(); ++i) {
-            if (equalsIgnoringCase(shownText(list[i]), word)) {
-                position = i;
-                return;
-            }
-            words.append(words.empty() ? "" : ", ").append(shownText(list[i]));
+        if (const auto found = positionOf(word, list)) {
+            position = *found;
+            return;
         }
+        std::string words;
+        for (const auto& entry : list)
+            words.append(words.empty() ? "" : ", ").append(shownText(entry));
         fail(column, quotation(word) + " is not one of " + words);
     }
 
@@ -108,19 +106,19 @@ private:
 
 void setEffect(std::vector<std::string>& row, std::size_t column, std::size_t effect, std::size_t speed) {
     row[column] = listed(wizard::effects, effect);
-    if (!wizard::effects[effect].script.empty())
+    if (wizard::effects[effect].style != nullptr)
         row[column + 1] = listed(wizard::speeds, speed);
 }
 
 void setContent(std::vector<std::string>& row, const MessageForm& form) {
     row[Content] = utf8FromWindows1252(form.txtText);
-    row[Font] = listed(wizard::fonts, form.cbFont);
+    row[Font] = listed(fontStyles, form.cbFont);
     const std::size_t fields = scanPlaceholders(form.txtText).fieldCount();
     for (std::size_t slot = 0; slot < fields; ++slot) {
         const std::size_t first = FirstField + slot * fieldColumns;
-        row[first] = wizard::fieldSources().at(form.fields[slot].cbVar);
-        row[first + 1] = listed(wizard::colours, form.fields[slot].cbVarFgClr);
-        row[first + 2] = listed(wizard::colours, form.fields[slot].cbVarBgClr);
+        row[first] = listed(wizard::fieldSources(), form.fields[slot].cbVar);
+        row[first + 1] = listed(colourStyles, form.fields[slot].cbVarFgClr);
+        row[first + 2] = listed(colourStyles, form.fields[slot].cbVarBgClr);
     }
 }
 
@@ -134,11 +132,11 @@ std::vector<std::string> cells(const MessageForm& form) {
         setContent(row, form);
     else
         return row;
-    row[Foreground] = listed(wizard::colours, form.cbFgClr);
-    row[Background] = listed(wizard::colours, form.cbBgClr);
+    row[Foreground] = listed(colourStyles, form.cbFgClr);
+    row[Background] = listed(colourStyles, form.cbBgClr);
     setEffect(row, Entering, form.cbInEffect, form.cbIFSpeed);
-    row[Special] = listed(wizard::specialEffects, form.cbSpEffect);
-    if (wizard::specialEffects[form.cbSpEffect].heldForDelay)
+    row[Special] = listed(actStyles, form.cbSpEffect);
+    if (actStyles[form.cbSpEffect].act == StepKind::Still)
         row[Delay] = listed(wizard::delays, form.cbDelay);
     setEffect(row, Leaving, form.cbOutEffect, form.cbOFSpeed);
     return row;

@@ -15,58 +15,11 @@ namespace orvista {
 
 namespace {
 
-std::size_t colourPosition(Led led) {
-    switch (led) {
-    case Led::Red:
-        return 0;
-    case Led::Green:
-        return 1;
-    case Led::Orange:
-        return 2;
-    case Led::Off:
-        break;
-    }
-    return 3;
-}
-
-/// In the wizard's list: Boolean variables, float variables, DATE, TIME.
-std::size_t sourcePosition(const FieldElement& field) {
-    switch (field.value) {
-    case LiveValue::Boolean:
-        return field.index;
-    case LiveValue::Float:
-        return booleanVariableCount + field.index;
-    case LiveValue::Date:
-        return booleanVariableCount + floatVariableCount;
-    case LiveValue::Time:
-        break;
-    }
-    return booleanVariableCount + floatVariableCount + 1;
-}
-
-std::size_t effectPosition(Effect effect) {
-    switch (effect) {
-    case Effect::Left:
-        return 1;
-    case Effect::Right:
-        return 2;
-    case Effect::Up:
-        return 3;
-    case Effect::Down:
-        return 4;
-    case Effect::Fade:
-        break;
-    }
-    return 5;
-}
-
-/// Where a list writes that number; nothing where it does not.
-template <typename Items>
-std::optional<std::size_t> numberPosition(const Items& items, int number) {
-    const auto found = std::ranges::find(items, decimalText(number), &wizard::Item::script);
-    if (found == items.end())
-        return std::nullopt;
-    return static_cast<std::size_t>(found - items.begin());
+/// Where the entry stands that means `value`.
+template <typename List, typename Member, typename Value>
+std::optional<std::size_t> positionIn(const List& list, Member member, const Value& value) {
+    const auto found = std::ranges::find(list, value, member);
+    return found == list.end() ? std::nullopt : std::optional<std::size_t>(found - list.begin());
 }
 
 /// Reads one page. What it takes more loosely than the wizard writes does not say the same once it is built.
@@ -99,7 +52,7 @@ private:
         if (text == nullptr || text->text.empty())
             return false;
         form_.txtText = contentText(page_, *text, formats_);
-        form_.cbFont = text->font == LedFont::Small5x7 ? 0 : 1;
+        form_.cbFont = positionIn(fontStyles, &FontStyle::font, text->font).value();
         readColours(text->placement, form_.cbFgClr, form_.cbBgClr);
         return readFields();
     }
@@ -109,15 +62,15 @@ private:
             const auto* field = std::get_if<FieldElement>(&page_.elements[slot + 1]);
             if (field == nullptr)
                 return false;
-            form_.fields[slot].cbVar = sourcePosition(*field);
+            form_.fields[slot].cbVar = wizard::fieldSourcePosition(field->value, field->index);
             readColours(field->placement, form_.fields[slot].cbVarFgClr, form_.fields[slot].cbVarBgClr);
         }
         return true;
     }
 
     static void readColours(const Placement& placement, std::size_t& foreground, std::size_t& background) {
-        foreground = colourPosition(placement.foreground);
-        background = colourPosition(placement.background);
+        foreground = positionIn(colourStyles, &ColourStyle::led, placement.foreground).value();
+        background = positionIn(colourStyles, &ColourStyle::led, placement.background).value();
     }
 
     bool readStep(const ScriptStep& step) {
@@ -127,22 +80,24 @@ private:
         case StepKind::Leave:
             return readEffect(step, form_.cbOutEffect, form_.cbOFSpeed);
         case StepKind::Blink:
-            form_.cbSpEffect = 1;
+            form_.cbSpEffect = positionIn(actStyles, &ActStyle::act, StepKind::Blink).value();
             return true;
         case StepKind::Still:
             break;
         }
-        if (form_.cbSpEffect == 1) // its second line
+        if (actStyles[form_.cbSpEffect].act == StepKind::Blink) // its second line
             return true;
-        return assign(form_.cbDelay, numberPosition(wizard::delays, step.milliseconds));
+        return readNumber(form_.cbDelay, wizard::delays, step);
     }
 
     static bool readEffect(const ScriptStep& step, std::size_t& effect, std::size_t& speed) {
-        effect = effectPosition(step.effect);
-        return assign(speed, numberPosition(wizard::speeds, step.milliseconds));
+        effect = positionIn(wizard::effects, &wizard::EffectChoice::style, &styleOf(step.effect)).value();
+        return readNumber(speed, wizard::speeds, step);
     }
 
-    static bool assign(std::size_t& position, std::optional<std::size_t> found) {
+    /// False where the list does not write the step's milliseconds.
+    static bool readNumber(std::size_t& position, const auto& list, const ScriptStep& step) {
+        const auto found = positionIn(list, &wizard::Item::script, decimalText(step.milliseconds));
         position = found.value_or(position);
         return found.has_value();
     }

@@ -20,8 +20,7 @@ EffectsFrame::EffectsFrame(QWidget* parent)
     auto* const speeds = listModel(wizard::speeds, this);
     showFixedList(cbInEffect, QStringLiteral("cbInEffect"), effects, defaults.cbInEffect);
     showFixedList(cbOutEffect, QStringLiteral("cbOutEffect"), effects, defaults.cbOutEffect);
-    showFixedList(cbSpEffect, QStringLiteral("cbSpEffect"), listModel(wizard::specialEffects, this),
-                  defaults.cbSpEffect);
+    showFixedList(cbSpEffect, QStringLiteral("cbSpEffect"), listModel(actStyles, this), defaults.cbSpEffect);
     showFixedList(cbDelay, QStringLiteral("cbDelay"), listModel(wizard::delays, this), defaults.cbDelay);
     showFixedList(cbIFSpeed, QStringLiteral("cbIFSpeed"), speeds, defaults.cbIFSpeed);
     showFixedList(cbOFSpeed, QStringLiteral("cbOFSpeed"), speeds, defaults.cbOFSpeed);

@@ -1,6 +1,5 @@
 #include "script/forms/FixedList.h"
 
-#include "script/WizardLists.h"
 #include "widgets/FormParts.h"
 
 #include <QGridLayout>
@@ -20,10 +19,6 @@ QModelIndexList ListEntries::match(const QModelIndex& start, int role, const QVa
             return whole;
     const QModelIndexList found = find(value, flags);
     return found.isEmpty() && isTyped ? find(afterBlank, flags) : found;
-}
-
-QStringListModel* colourModel(QObject* parent) {
-    return textListModel(wizard::colours, parent);
 }
 
 void showFixedList(DropDownList* list, const QString& name, QStringListModel* model, std::size_t position) {

@@ -22,32 +22,14 @@ public:
                           Qt::MatchFlags flags) const override;
 };
 
-/// A model over `table`, for one list or for several that show the same; `shownOf` gives an entry's text in
-/// device bytes.
-template <typename Table, typename ShownOf>
-QStringListModel* listModel(const Table& table, ShownOf shownOf, QObject* parent) {
-    QStringList texts;
-    for (const auto& entry : table)
-        texts += shownLine(std::string(shownOf(entry)));
-    return new ListEntries(texts, parent);
-}
-
-/// For tables whose entries carry what they show.
+/// A model over `table`, for one list or for several that show the same.
 template <typename Table>
 QStringListModel* listModel(const Table& table, QObject* parent) {
-    return listModel(
-        table, [](const auto& entry) { return entry.shown; }, parent);
+    QStringList texts;
+    for (const auto& entry : table)
+        texts += shownLine(std::string(entry.shown));
+    return new ListEntries(texts, parent);
 }
-
-/// For tables of plain texts.
-template <typename Table>
-QStringListModel* textListModel(const Table& table, QObject* parent) {
-    return listModel(
-        table, [](const auto& entry) { return entry; }, parent);
-}
-
-/// The colour words, for every foreground and background list of a frame.
-QStringListModel* colourModel(QObject* parent);
 
 /// Names `list` and lets it show `model` with the entry at `position` (from 0) chosen.
 void showFixedList(DropDownList* list, const QString& name, QStringListModel* model, std::size_t position);

@@ -1,6 +1,6 @@
 #include "script/forms/MessageColorFrame.h"
 
-#include "script/WizardLists.h"
+#include "script/Styles.h"
 #include "script/forms/FixedList.h"
 
 #include <QGridLayout>
@@ -13,10 +13,10 @@ MessageColorFrame::MessageColorFrame(QWidget* parent)
       cbBgClr(new DropDownList(this)),
       cbFont(new DropDownList(this)) {
     const MessageForm defaults;
-    auto* const colours = colourModel(this);
+    auto* const colours = listModel(colourStyles, this);
     showFixedList(cbFgClr, QStringLiteral("cbFgClr"), colours, defaults.cbFgClr);
     showFixedList(cbBgClr, QStringLiteral("cbBgClr"), colours, defaults.cbBgClr);
-    showFixedList(cbFont, QStringLiteral("cbFont"), listModel(wizard::fonts, this), defaults.cbFont);
+    showFixedList(cbFont, QStringLiteral("cbFont"), listModel(fontStyles, this), defaults.cbFont);
     cbFont->setToolTip(tr("The font of the text and its fields; a bitmap has none"));
 
     auto* const grid = new QGridLayout(this);

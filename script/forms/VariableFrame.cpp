@@ -11,8 +11,8 @@ namespace orvista {
 
 VariableFrame::VariableFrame(QWidget* parent)
     : QGroupBox(QStringLiteral("Variable setting"), parent),
-      sources_(textListModel(wizard::fieldSources(), this)),
-      colours_(colourModel(this)),
+      sources_(listModel(wizard::fieldSources(), this)),
+      colours_(listModel(colourStyles, this)),
       rows_{} {
     auto* const grid = new QGridLayout(this);
     grid->addWidget(new QLabel(QStringLiteral("Foreground Color")), 0, 2);

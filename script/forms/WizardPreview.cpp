@@ -79,8 +79,8 @@ QString WizardPreview::misfits(const MessageForm& form, const ScriptPage& page) 
         const auto* const field = std::get_if<FieldElement>(&element);
         if (!field || slot == content.fieldCount())
             continue;
-        note(placeText(wizard::fieldSources().at(form.fields.at(slot).cbVar), shownWidth(*field, formats_),
-                       content.places.at(slot)));
+        note(placeText(wizard::fieldSources().at(form.fields.at(slot).cbVar).shown,
+                       shownWidth(*field, formats_), content.places.at(slot)));
         ++slot;
     }
     return texts.join(QStringLiteral("; "));

@@ -56,7 +56,7 @@ public:
 private:
     /// Characters and up to four fields, as much as fits.
     void compose(MessageForm& form, const FieldFormats& formats) {
-        std::size_t room = static_cast<std::size_t>(columns / wizard::fonts[form.cbFont].cellWidth);
+        std::size_t room = static_cast<std::size_t>(columns / fontStyles[form.cbFont].cellWidth);
         std::size_t fields = 0;
         do {
             if (fields < form.fields.size() && below(4) == 0) {
@@ -86,14 +86,8 @@ private:
     /// In the order of the wizard's list.
     static std::int64_t widthOf(std::size_t source, const FieldFormats& formats) {
         FieldElement field;
-        if (source < booleanVariableCount) {
-            field.value = LiveValue::Boolean;
-            field.index = source;
-        } else if (source < booleanVariableCount + floatVariableCount) {
-            field.index = source - booleanVariableCount;
-        } else {
-            field.value = wizard::fieldSources()[source] == "TIME" ? LiveValue::Time : LiveValue::Date;
-        }
+        field.value = wizard::fieldSources()[source].value;
+        field.index = wizard::fieldSources()[source].index;
         return shownWidth(field, formats);
     }
 

@@ -1,7 +1,7 @@
 #include "display/PageFit.h"
 
 #include "display/RasterAt.h"
-#include "script/ScriptCommands.h"
+#include "script/Styles.h"
 
 #include <gtest/gtest.h>
 
@@ -91,7 +91,7 @@ TEST(PageFit, KnowsTheWayOutThatShowsAllOfIt) {
             const PageFit::Unseen unseen = PageFit(page, narrow, formats).unseen(0, Passing::Counts);
             std::vector<Effect> helpful;
             for (const Effect effect : {Effect::Left, Effect::Right, Effect::Up, Effect::Down}) {
-                const ScriptPage left = pageOf(script + "OUT " + std::string(effectName(effect)) + " 1 1");
+                const ScriptPage left = pageOf(script + "OUT " + std::string(styleOf(effect).shown) + " 1 1");
                 if (unseen.count > 0 && PageFit(left, narrow, formats).unseen(0, Passing::Counts).count == 0)
                     helpful.push_back(effect);
             }
