@@ -39,14 +39,14 @@ std::optional<FixedPage> FixedPage::drawnAt(const FixGround& ground, const Place
     if (!element)
         return std::nullopt;
     BitmapsByName bitmaps;
-    lookUpBitmaps(read.pages.back(), ground.bitmaps, bitmaps);
-    return FixedPage(ground, place.item, std::move(read.pages.back()), *element);
+    return FixedPage(ground, place.item, drawnPage(std::move(read.pages.back()), ground.bitmaps, bitmaps),
+                     *element);
 }
 
-FixedPage::FixedPage(const FixGround& ground, Item message, ScriptPage page, std::size_t element)
+FixedPage::FixedPage(const FixGround& ground, Item message, DrawnPage page, std::size_t element)
     : message_(message), text_(scriptOf(ground.project, message)), page_(std::move(page)), element_(element) {
-    for (const ScriptElement& drawn : page_.elements)
-        boxes_.push_back(drawnBox(drawn, ground.formats));
+    for (std::size_t i = 0; i < page_.elements.size(); ++i)
+        boxes_.push_back(drawnBox(page_, i, ground.formats));
 }
 
 FixEdit FixedPage::inserted(std::size_t line, std::size_t column, std::string text) const {

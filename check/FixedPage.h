@@ -3,9 +3,9 @@
 #include "check/Fix.h"
 #include "check/FixFamilies.h"
 #include "check/ScriptText.h"
+#include "display/DrawnPage.h"
 #include "display/PageLayout.h"
 #include "model/Place.h"
-#include "script/ScriptPage.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -21,7 +21,7 @@ public:
     /// Nothing where no element of a page stands on the place's line.
     static std::optional<FixedPage> drawnAt(const FixGround& ground, const Place& place);
 
-    const ScriptPage& page() const { return page_; }
+    const DrawnPage& page() const { return page_; }
     const ScriptText& text() const { return text_; }
     Item message() const { return message_; }
     std::size_t element() const { return element_; } ///< that stands on the line
@@ -44,12 +44,12 @@ public:
     std::vector<std::size_t> after(std::size_t element, std::int64_t column) const;
 
 private:
-    FixedPage(const FixGround& ground, Item message, ScriptPage page, std::size_t element);
+    FixedPage(const FixGround& ground, Item message, DrawnPage page, std::size_t element);
     FixEdit withPosition(std::size_t element, std::size_t which, std::int64_t position) const;
 
     Item message_;
     ScriptText text_;
-    ScriptPage page_;
+    DrawnPage page_;
     std::size_t element_;
     std::vector<DotBox> boxes_;
 };

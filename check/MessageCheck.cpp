@@ -11,6 +11,7 @@
 #include "script/ScriptInterpreter.h"
 
 #include <algorithm>
+#include <memory>
 #include <utility>
 #include <variant>
 #include <vector>
@@ -109,16 +110,15 @@ FindingList skippedLines(Item item, const InterpretedScript& script,
 
 } // namespace
 
-void lookUpBitmaps(ScriptPage& page, const BitmapProvider& provider, BitmapsByName& bitmaps) {
-    for (ScriptElement& element : page.elements) {
-        auto* const image = std::get_if<ImageElement>(&element);
-        if (image == nullptr || !isBitmapName(image->name))
-            continue;
-        const auto [known, isNew] = bitmaps.try_emplace(lowerAscii(image->name));
+DrawnPage drawnPage(ScriptPage page, const BitmapProvider& provider, BitmapsByName& bitmaps) {
+    return drawnPage(std::move(page), [&](const std::string& name) -> std::shared_ptr<const LedImage> {
+        if (!isBitmapName(name))
+            return nullptr;
+        const auto [known, isNew] = bitmaps.try_emplace(lowerAscii(name));
         if (isNew)
-            known->second = provider.bitmap(image->name);
-        image->image = known->second.image;
-    }
+            known->second = provider.bitmap(name);
+        return known->second.image;
+    });
 }
 
 CheckedMessage checkScript(Item item, std::string_view script, PanelSize panel, const FieldFormats& formats,
@@ -133,8 +133,8 @@ CheckedMessage checkScript(Item item, std::string_view script, PanelSize panel, 
     FindingList drawn(item);
     const InterpretedScript interpreted = interpretPageByPage(script, [&](ScriptPage& page) {
         result.variables |= variablesShown(page);
-        lookUpBitmaps(page, bitmaps, result.bitmaps);
-        checkPage(page, panel, formats, result.bitmaps, drawn);
+        const DrawnPage shown = drawnPage(std::move(page), bitmaps, result.bitmaps);
+        checkPage(shown, panel, formats, result.bitmaps, drawn);
     });
     found.push_back(skippedLines(item, interpreted, reserved));
     found.push_back(std::move(drawn));

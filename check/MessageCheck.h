@@ -3,9 +3,9 @@
 #include "check/Finding.h"
 #include "check/PageCheck.h"
 #include "display/BitmapProvider.h"
+#include "display/DrawnPage.h"
 #include "display/FieldFormats.h"
 #include "display/LedRaster.h"
-#include "script/ScriptPage.h"
 #include "script/VariableUse.h"
 
 #include <string>
@@ -20,9 +20,9 @@ struct CheckedMessage {
     BitmapsByName bitmaps; ///< that it names
 };
 
-/// Gives a page's bitmaps their pictures, and asks for those that have not been asked for. Files of other
-/// names never come to the display.
-void lookUpBitmaps(ScriptPage& page, const BitmapProvider& provider, BitmapsByName& bitmaps);
+/// The page with the images of its bitmaps; asks for those that have not been asked for. Files of other names
+/// never come to the display.
+DrawnPage drawnPage(ScriptPage page, const BitmapProvider& provider, BitmapsByName& bitmaps);
 
 CheckedMessage checkScript(Item item, std::string_view script, PanelSize panel, const FieldFormats& formats,
                            const BitmapProvider& bitmaps);

@@ -34,11 +34,11 @@ bool hasDotWithin(const Glyph& picture, LedFont font, std::int64_t left, std::in
 
 } // namespace
 
-Occlusions::Occlusions(const ScriptPage& page, const FieldFormats& formats)
+Occlusions::Occlusions(const DrawnPage& page, const FieldFormats& formats)
     : page_(page), comparisonsLeft_(maximumComparisons) {
     for (std::size_t i = 0; i < page.elements.size(); ++i) {
-        if (const auto* field = std::get_if<FieldElement>(&page.elements[i])) {
-            const DotBox box = drawnBox(*field, formats);
+        if (std::holds_alternative<FieldElement>(page.elements[i])) {
+            const DotBox box = drawnBox(page, i, formats);
             fields_.push_back({i, box, fields_.empty() ? box : around(fields_.back().reach, box)});
         }
         const auto* text = std::get_if<TextElement>(&page.elements[i]);
@@ -47,8 +47,8 @@ Occlusions::Occlusions(const ScriptPage& page, const FieldFormats& formats)
     }
     if (fields_.empty())
         return;
-    for (const ScriptElement& element : page.elements)
-        boxes_.push_back(drawnBox(element, formats));
+    for (std::size_t i = 0; i < page.elements.size(); ++i)
+        boxes_.push_back(drawnBox(page, i, formats));
 }
 
 std::optional<std::size_t> Occlusions::fieldUnder(std::size_t element) const {

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "display/DrawnPage.h"
 #include "display/FieldFormats.h"
 #include "display/PageLayout.h"
-#include "script/ScriptPage.h"
 
 #include <cstddef>
 #include <optional>
@@ -14,7 +14,7 @@ namespace orvista {
 class Occlusions {
 public:
     /// Both must outlive the object.
-    Occlusions(const ScriptPage& page, const FieldFormats& formats);
+    Occlusions(const DrawnPage& page, const FieldFormats& formats);
 
     /// The first earlier field that a field's cells meet, or that a text or bitmap covers.
     std::optional<std::size_t> fieldUnder(std::size_t element) const;
@@ -32,7 +32,7 @@ private:
 
     std::optional<std::size_t> firstUnder(const TextElement& text, const DotBox& cells);
 
-    const ScriptPage& page_;
+    const DrawnPage& page_;
     std::vector<DotBox> boxes_; ///< of the elements
     std::vector<Field> fields_;
     std::vector<std::size_t> texts_; ///< those with a character other than blank

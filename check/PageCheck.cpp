@@ -49,7 +49,7 @@ std::string orLetPass(const PageFit::Unseen& unseen) {
 /// Finds what is wrong with the elements of one page, in their order.
 class PageCheck {
 public:
-    PageCheck(const ScriptPage& page, PanelSize panel, const FieldFormats& formats,
+    PageCheck(const DrawnPage& page, PanelSize panel, const FieldFormats& formats,
               const BitmapsByName& bitmaps, FindingList& found)
         : page_(page),
           panel_(panel),
@@ -67,22 +67,23 @@ public:
 
 private:
     void checkDuration() {
-        const auto first = std::ranges::find_if(page_.elements, [this](const ScriptElement& element) {
-            const DotBox box = drawnBox(element, formats_);
-            return box.left < box.right;
-        });
-        if (first == page_.elements.end() || !lastsNoTime())
+        if (std::ranges::any_of(page_.steps, lasts))
             return;
-        found_.add(Code::NeverSeen, placeOf(sourceOf(*first).line, sourceOf(*first).command), [] {
+        std::size_t first = 0;
+        while (first < page_.elements.size() && !isDrawn(first))
+            ++first;
+        if (first == page_.elements.size())
+            return;
+        const ScriptSource& source = sourceOf(page_.elements[first]);
+        found_.add(Code::NeverSeen, placeOf(source.line, source.command), [] {
             return "Nothing of this page is seen, because it lasts 0 milliseconds: give it a time, such as "
                    "ACT STILL 3000.";
         });
     }
 
-    bool lastsNoTime() const {
-        return std::ranges::all_of(page_.steps, [this](const ScriptStep& step) {
-            return stepDuration(page_, step, panel_, formats_) == 0;
-        });
+    bool isDrawn(std::size_t element) const {
+        const DotBox box = drawnBox(page_, element, formats_);
+        return box.left < box.right;
     }
 
     FindingList::Where contentOf(std::size_t element, std::size_t offset = 0) const {
@@ -98,7 +99,7 @@ private:
     void checkColours(std::size_t index, bool needsTwo);
     void checkFieldUnder(std::size_t index, std::string_view drawn);
 
-    const ScriptPage& page_;
+    const DrawnPage& page_;
     const PanelSize panel_;
     const FieldFormats& formats_;
     const BitmapsByName& bitmaps_;
@@ -123,8 +124,8 @@ void PageCheck::checkFieldUnder(std::size_t index, std::string_view drawn) {
         return;
     found_.add(Code::FieldOverlap, contentOf(index), [&] {
         const auto& field = std::get<FieldElement>(page_.elements[*under]);
-        const DotBox below = drawnBox(field, formats_);
-        const DotBox above = drawnBox(page_.elements[index], formats_);
+        const DotBox below = drawnBox(page_, *under, formats_);
+        const DotBox above = drawnBox(page_, index, formats_);
         const std::string text =
             std::string(drawn) + " covers " + fieldName(field) + " (" +
             dotRange(std::max(above.left, below.left), std::min(above.right, below.right));
@@ -170,17 +171,18 @@ void PageCheck::checkElement(std::size_t index, const ImageElement& image) {
         });
         return;
     }
-    if (!image.image) {
+    const LedImage* const shown = page_.imageOf(index);
+    if (shown == nullptr) {
         checkUnshown(index, image);
         return;
     }
     if (const PageFit::Unseen unseen = fit_.unseen(index, Passing::Counts); unseen.count > 0)
         found_.add(Code::BitmapCut, contentOf(index), [&] {
-            return "The bitmap of " + decimalText(image.image->width) + " x " +
-                   decimalText(image.image->height) + " dots does not fit on " + panelName(panel_) +
+            return "The bitmap of " + decimalText(shown->width) + " x " + decimalText(shown->height) +
+                   " dots does not fit on " + panelName(panel_) +
                    " and is not seen whole: move it or make it smaller" + orLetPass(unseen);
         });
-    checkColours(index, image.image->isStencil);
+    checkColours(index, shown->isStencil);
     checkFieldUnder(index, "This bitmap");
 }
 
@@ -204,7 +206,7 @@ void PageCheck::checkElement(std::size_t index, const FieldElement& field) {
 
 } // namespace
 
-void checkPage(const ScriptPage& page, PanelSize panel, const FieldFormats& formats,
+void checkPage(const DrawnPage& page, PanelSize panel, const FieldFormats& formats,
                const BitmapsByName& bitmaps, FindingList& found) {
     PageCheck(page, panel, formats, bitmaps, found).run();
 }

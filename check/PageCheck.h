@@ -2,9 +2,9 @@
 
 #include "check/FindingList.h"
 #include "display/BitmapProvider.h"
+#include "display/DrawnPage.h"
 #include "display/FieldFormats.h"
 #include "display/LedRaster.h"
-#include "script/ScriptPage.h"
 
 #include <map>
 #include <string>
@@ -16,7 +16,7 @@ using BitmapsByName = std::map<std::string, FoundBitmap>;
 
 /// Adds what is wrong with what a page draws, by its elements: missing, cut, covered, unseen. All of its
 /// bitmaps must have been looked up, as far as their names are those of bitmaps.
-void checkPage(const ScriptPage& page, PanelSize panel, const FieldFormats& formats,
+void checkPage(const DrawnPage& page, PanelSize panel, const FieldFormats& formats,
                const BitmapsByName& bitmaps, FindingList& found);
 
 } // namespace orvista

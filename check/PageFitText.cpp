@@ -15,7 +15,7 @@ namespace orvista {
 
 namespace {
 
-std::string charactersText(const ScriptPage& page, PanelSize panel, const FieldFormats& formats) {
+std::string charactersText(const DrawnPage& page, PanelSize panel, const FieldFormats& formats) {
     if (const std::size_t unread = unfitCharacters(page, panel, formats, Passing::Counts))
         return unfitText(unread);
     const std::size_t beyond = unfitCharacters(page, panel, formats, Passing::Ignored);
@@ -42,7 +42,7 @@ std::string excessText(const DotBox& box, PanelSize panel) {
 
 } // namespace
 
-std::string pageFitText(const ScriptPage& page, PanelSize panel, const FieldFormats& formats,
+std::string pageFitText(const DrawnPage& page, PanelSize panel, const FieldFormats& formats,
                         const BitmapProvider& bitmaps) {
     std::vector<std::string> parts{charactersText(page, panel, formats)};
     const auto isImage = [](const ScriptElement& element) {
@@ -54,7 +54,7 @@ std::string pageFitText(const ScriptPage& page, PanelSize panel, const FieldForm
         if (isImage(page.elements[i]) && fit.unseen(i, Passing::Counts).count > 0)
             parts.push_back(
                 (isOnlyOne ? "the bitmap" : printable(std::get<ImageElement>(page.elements[i]).name)) +
-                " is " + excessText(drawnBox(page.elements[i], formats), panel));
+                " is " + excessText(drawnBox(page, i, formats), panel));
     std::ranges::move(bitmapFaults({&page, 1}, bitmaps), std::back_inserter(parts));
 
     std::string text;

@@ -20,7 +20,7 @@ std::string faultOf(const std::string& name, const BitmapProvider& bitmaps) {
 
 } // namespace
 
-std::vector<std::string> bitmapFaults(std::span<const ScriptPage> pages, const BitmapProvider& bitmaps) {
+std::vector<std::string> bitmapFaults(std::span<const DrawnPage> pages, const BitmapProvider& bitmaps) {
     std::vector<std::string> faults;
     for (const std::string& name : bitmapNames(pages))
         if (const std::string fault = faultOf(name, bitmaps); !fault.empty())

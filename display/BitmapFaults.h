@@ -1,7 +1,7 @@
 #pragma once
 
 #include "display/BitmapProvider.h"
-#include "script/ScriptPage.h"
+#include "display/DrawnPage.h"
 
 #include <span>
 #include <string>
@@ -11,6 +11,6 @@ namespace orvista {
 
 /// Of the bitmaps that pages name those that a display cannot show, in words (UTF-8): "later.bmp is missing",
 /// "scan.bmp is compressed", "plan.png does not end in .bmp", which is never sent. Each once.
-std::vector<std::string> bitmapFaults(std::span<const ScriptPage> pages, const BitmapProvider& bitmaps);
+std::vector<std::string> bitmapFaults(std::span<const DrawnPage> pages, const BitmapProvider& bitmaps);
 
 } // namespace orvista

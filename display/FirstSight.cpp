@@ -18,12 +18,9 @@ LedRaster firstSight(const Programme& programme, const DisplayValues& values) {
 
 LedRaster firstSight(std::string_view script, PanelSize panel, const FieldFormats& formats,
                      const DisplayValues& values, const BitmapProvider& bitmaps) {
-    const auto lasts = [&](const ScriptPage& page) {
-        return std::ranges::any_of(
-            page.steps, [&](const ScriptStep& step) { return stepDuration(page, step, panel, formats) > 0; });
-    };
     Programme programme(panel, formats);
-    programme.add({}, interpretUntil(script, lasts), bitmaps);
+    const auto isSeen = [](const ScriptPage& page) { return std::ranges::any_of(page.steps, lasts); };
+    programme.add({}, interpretUntil(script, isSeen), bitmaps);
     return firstSight(programme, values);
 }
 

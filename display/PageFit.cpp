@@ -125,7 +125,7 @@ private:
 
 } // namespace
 
-PageFit::PageFit(const ScriptPage& page, PanelSize panel, const FieldFormats& formats)
+PageFit::PageFit(const DrawnPage& page, PanelSize panel, const FieldFormats& formats)
     : page_(page), panel_(panel), formats_(formats) {
     // Of equal steps the last draws most and goes farthest.
     for (auto step = page.steps.rbegin(); step != page.steps.rend(); ++step)
@@ -220,13 +220,13 @@ PageFit::Unseen PageFit::unseen(std::size_t element, Passing passing) const {
         return ofCells(Cells(*text, formats_));
     if (const auto* field = std::get_if<FieldElement>(&drawn))
         return ofCells(Cells(*field, formats_));
-    const DotBox box = drawnBox(drawn, formats_);
+    const DotBox box = drawnBox(page_, element, formats_);
     if (box.left == box.right || isSeen(box, element, passing, false))
         return {};
     return {1, 0, wayOut(box)};
 }
 
-std::size_t unfitCharacters(const ScriptPage& page, PanelSize panel, const FieldFormats& formats,
+std::size_t unfitCharacters(const DrawnPage& page, PanelSize panel, const FieldFormats& formats,
                             Passing passing) {
     const PageFit fit(page, panel, formats);
     std::size_t count = 0;

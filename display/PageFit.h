@@ -1,9 +1,9 @@
 #pragma once
 
+#include "display/DrawnPage.h"
 #include "display/FieldFormats.h"
 #include "display/LedRaster.h"
 #include "display/PageLayout.h"
-#include "script/ScriptPage.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -18,14 +18,14 @@ namespace orvista {
 enum class Passing { Ignored, Counts };
 
 /// How many characters of the page's texts and fields are not seen.
-std::size_t unfitCharacters(const ScriptPage& page, PanelSize panel, const FieldFormats& formats,
+std::size_t unfitCharacters(const DrawnPage& page, PanelSize panel, const FieldFormats& formats,
                             Passing passing);
 
 /// Tells what of a page is cut off.
 class PageFit {
 public:
     /// All must outlive the object.
-    PageFit(const ScriptPage& page, PanelSize panel, const FieldFormats& formats);
+    PageFit(const DrawnPage& page, PanelSize panel, const FieldFormats& formats);
 
     /// What of an element is not seen: characters of a text or field; a bitmap counts as one.
     struct Unseen {
@@ -53,7 +53,7 @@ private:
     bool isSeen(const DotBox& lit, std::size_t element, Passing passing, bool atOnce) const;
     std::optional<Effect> wayOut(const DotBox& unseen) const;
 
-    const ScriptPage& page_;
+    const DrawnPage& page_;
     PanelSize panel_;
     const FieldFormats& formats_;
     std::vector<Pass> passes_;

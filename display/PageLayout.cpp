@@ -1,7 +1,6 @@
 #include "display/PageLayout.h"
 
 #include "display/LedFont.h"
-#include "display/LedImage.h"
 
 #include <algorithm>
 #include <variant>
@@ -36,28 +35,22 @@ std::int64_t shownWidth(const FieldElement& field, const FieldFormats& formats) 
     return 0;
 }
 
-DotBox drawnBox(const TextElement& text, const FieldFormats&) {
-    return cellsAt(text.placement, text.font, static_cast<std::int64_t>(text.text.size()));
+DotBox drawnBox(const DrawnPage& page, std::size_t element, const FieldFormats& formats) {
+    const ScriptElement& drawn = page.elements[element];
+    if (const auto* const text = std::get_if<TextElement>(&drawn))
+        return cellsAt(text->placement, text->font, static_cast<std::int64_t>(text->text.size()));
+    if (const auto* const field = std::get_if<FieldElement>(&drawn))
+        return cellsAt(field->placement, field->font, shownWidth(*field, formats));
+    const LedImage* const image = page.imageOf(element);
+    const bool takesRoom = image != nullptr && !image->isStandIn;
+    return takesRoom ? boxAt(placementOf(drawn), image->width, image->height)
+                     : boxAt(placementOf(drawn), 0, 0);
 }
 
-DotBox drawnBox(const ImageElement& image, const FieldFormats&) {
-    const bool takesRoom = image.image && !image.image->isStandIn;
-    return takesRoom ? boxAt(image.placement, image.image->width, image.image->height)
-                     : boxAt(image.placement, 0, 0);
-}
-
-DotBox drawnBox(const FieldElement& field, const FieldFormats& formats) {
-    return cellsAt(field.placement, field.font, shownWidth(field, formats));
-}
-
-DotBox drawnBox(const ScriptElement& element, const FieldFormats& formats) {
-    return std::visit([&](const auto& drawn) { return drawnBox(drawn, formats); }, element);
-}
-
-PageExtent pageExtent(const ScriptPage& page, std::size_t elementCount, const FieldFormats& formats) {
+PageExtent pageExtent(const DrawnPage& page, std::size_t elementCount, const FieldFormats& formats) {
     PageExtent extent;
     for (std::size_t i = 0; i < elementCount; ++i) {
-        const DotBox box = drawnBox(page.elements[i], formats);
+        const DotBox box = drawnBox(page, i, formats);
         extent.width = std::max(extent.width, box.right);
         extent.height = std::max(extent.height, box.bottom);
     }

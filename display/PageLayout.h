@@ -1,7 +1,7 @@
 #pragma once
 
+#include "display/DrawnPage.h"
 #include "display/FieldFormats.h"
-#include "script/ScriptPage.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -43,16 +43,13 @@ std::int64_t shownWidth(const FieldElement& field, const FieldFormats& formats);
 
 /// What drawing an element sets: the cells of a text or field, the dots of a bitmap. A bitmap that is not
 /// there has none.
-DotBox drawnBox(const TextElement& text, const FieldFormats& formats);
-DotBox drawnBox(const ImageElement& image, const FieldFormats& formats);
-DotBox drawnBox(const FieldElement& field, const FieldFormats& formats);
-DotBox drawnBox(const ScriptElement& element, const FieldFormats& formats);
+DotBox drawnBox(const DrawnPage& page, std::size_t element, const FieldFormats& formats);
 
 /// How far to the right and down the first `elementCount` elements of a page reach; at least 0.
 struct PageExtent {
     std::int64_t width = 0;
     std::int64_t height = 0;
 };
-PageExtent pageExtent(const ScriptPage& page, std::size_t elementCount, const FieldFormats& formats);
+PageExtent pageExtent(const DrawnPage& page, std::size_t elementCount, const FieldFormats& formats);
 
 } // namespace orvista

@@ -1,7 +1,6 @@
 #include "display/PagePainter.h"
 
 #include "display/LedFont.h"
-#include "display/LedImage.h"
 #include "display/PageText.h"
 
 #include <algorithm>
@@ -56,6 +55,7 @@ void paintImage(LedRaster& raster, const LedImage& image, const Placement& place
 /// One overload for each kind of element: a new kind does not compile until it is painted.
 struct ElementPainter {
     LedRaster& raster;
+    const LedImage* image; ///< of a bitmap; null draws nothing
     Offset offset;
     const FieldFormats& formats;
     const DisplayValues& values;
@@ -66,19 +66,18 @@ struct ElementPainter {
     void operator()(const FieldElement& field) const {
         paintText(raster, fieldText(field, formats, values), field.font, field.placement, offset);
     }
-    void operator()(const ImageElement& image) const {
-        if (image.image)
-            paintImage(raster, *image.image, image.placement, offset);
+    void operator()(const ImageElement& bitmap) const {
+        if (image != nullptr)
+            paintImage(raster, *image, bitmap.placement, offset);
     }
 };
 
 } // namespace
 
-void paintPage(LedRaster& raster, const ScriptPage& page, std::size_t elementCount, Offset offset,
+void paintPage(LedRaster& raster, const DrawnPage& page, std::size_t elementCount, Offset offset,
                const FieldFormats& formats, const DisplayValues& values) {
-    const ElementPainter painter{raster, offset, formats, values};
     for (std::size_t i = 0; i < elementCount; ++i)
-        std::visit(painter, page.elements[i]);
+        std::visit(ElementPainter{raster, page.imageOf(i), offset, formats, values}, page.elements[i]);
 }
 
 } // namespace orvista

@@ -32,13 +32,12 @@ void Programme::add(std::string_view name, std::string_view script, const Bitmap
 void Programme::add(std::string_view name, InterpretedScript script, const BitmapProvider& bitmaps) {
     for (ScriptRemark& found : script.remarks)
         remark(name, found.line, std::move(found.text));
-    for (ScriptPage& page : script.pages) {
-        lookUpImages(name, page, bitmaps);
-        append(std::move(page));
-    }
+    for (ScriptPage& page : script.pages)
+        append(drawnPage(std::move(page),
+                         [&](const std::string& bitmap) { return image(name, bitmap, bitmaps); }));
 }
 
-void Programme::append(ScriptPage page) {
+void Programme::append(DrawnPage page) {
     for (std::size_t step = 0; step < page.steps.size(); ++step) {
         const std::int64_t duration = stepDuration(page, page.steps[step], panel_, formats_);
         if (duration == 0)
@@ -54,25 +53,17 @@ void Programme::remark(std::string_view message, std::size_t line, std::string t
         remarks_.push_back({std::string(message), line, std::move(text)});
 }
 
-void Programme::lookUpImages(std::string_view message, ScriptPage& page, const BitmapProvider& bitmaps) {
-    for (ScriptElement& element : page.elements) {
-        auto* image = std::get_if<ImageElement>(&element);
-        if (image == nullptr)
-            continue;
-        const auto [known, isNew] = images_.try_emplace(lowerAscii(image->name));
-        if (isNew)
-            known->second = loadImage(message, image->name, bitmaps);
-        image->image = known->second;
-    }
-}
-
-std::shared_ptr<const LedImage> Programme::loadImage(std::string_view message, const std::string& name,
-                                                     const BitmapProvider& bitmaps) {
-    const std::string subject = "bitmap " + name.substr(0, maximumRemarkLength) + " ";
+std::shared_ptr<const LedImage> Programme::image(std::string_view message, const std::string& name,
+                                                 const BitmapProvider& bitmaps) {
+    const auto [known, isNew] = images_.try_emplace(lowerAscii(name));
+    if (!isNew)
+        return known->second;
     const FoundBitmap found = bitmaps.bitmap(name);
     if (!found.image)
-        remark(message, 0, subject + std::string(found.error ? description(*found.error) : "was not found"));
-    return found.image;
+        remark(message, 0,
+               "bitmap " + name.substr(0, maximumRemarkLength) + " " +
+                   std::string(found.error ? description(*found.error) : "was not found"));
+    return known->second = found.image;
 }
 
 std::int64_t Programme::pageStart(std::size_t page) const {
@@ -88,7 +79,7 @@ Programme::Moment Programme::momentAt(std::int64_t t) const {
     const std::int64_t inRound = std::max<std::int64_t>(t, 0) % duration_;
     const auto slot = std::ranges::upper_bound(slots_, inRound, {}, &Slot::end);
     const std::int64_t start = slot == slots_.begin() ? 0 : std::prev(slot)->end;
-    const ScriptPage& page = pages_[slot->page];
+    const DrawnPage& page = pages_[slot->page];
     return {&page, &page.steps[slot->step], inRound - start};
 }
 

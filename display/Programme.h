@@ -1,6 +1,7 @@
 #pragma once
 
 #include "display/BitmapProvider.h"
+#include "display/DrawnPage.h"
 #include "display/FieldFormats.h"
 #include "display/LedRaster.h"
 #include "display/PlayList.h"
@@ -47,14 +48,14 @@ public:
     /// Of one round, in milliseconds; 0 when nothing has a duration.
     std::int64_t duration() const { return duration_; }
     std::size_t pageCount() const { return pages_.size(); }
-    const std::vector<ScriptPage>& pages() const { return pages_; }
+    const std::vector<DrawnPage>& pages() const { return pages_; }
     /// When a page begins, in milliseconds after the start of a round.
     std::int64_t pageStart(std::size_t page) const;
     const std::vector<ProgrammeRemark>& remarks() const { return remarks_; }
 
     /// A step of a page, and how long it has been going on.
     struct Moment {
-        const ScriptPage* page = nullptr; ///< none: the panel is dark
+        const DrawnPage* page = nullptr;  ///< none: the panel is dark
         const ScriptStep* step = nullptr; ///< none: all of the page stands still
         std::int64_t elapsed = 0;
     };
@@ -70,14 +71,13 @@ private:
     };
 
     void remark(std::string_view message, std::size_t line, std::string text);
-    void append(ScriptPage page);
-    void lookUpImages(std::string_view message, ScriptPage& page, const BitmapProvider& bitmaps);
-    std::shared_ptr<const LedImage> loadImage(std::string_view message, const std::string& name,
-                                              const BitmapProvider& bitmaps);
+    void append(DrawnPage page);
+    std::shared_ptr<const LedImage> image(std::string_view message, const std::string& name,
+                                          const BitmapProvider& bitmaps);
 
     PanelSize panel_;
     FieldFormats formats_;
-    std::vector<ScriptPage> pages_;
+    std::vector<DrawnPage> pages_;
     std::vector<Slot> slots_;
     std::vector<ProgrammeRemark> remarks_;
     /// By name in lower case; none for one that cannot be shown.

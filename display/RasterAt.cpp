@@ -29,7 +29,7 @@ LedRaster rasterAt(const Programme& programme, const DisplayValues& values, std:
     const Programme::Moment moment = programme.momentAt(t);
     if (moment.page == nullptr)
         return raster;
-    const ScriptPage& page = *moment.page;
+    const DrawnPage& page = *moment.page;
     const FieldFormats& formats = programme.formats();
     if (moment.step == nullptr) {
         paintPage(raster, page, page.elements.size(), {}, formats, values);

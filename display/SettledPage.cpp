@@ -17,7 +17,7 @@ auto firstStepAfterEntering(const ScriptPage& page) {
 } // namespace
 
 LedRaster settledPage(const Programme& programme, std::size_t page, const DisplayValues& values) {
-    const ScriptPage& settled = programme.pages().at(page);
+    const DrawnPage& settled = programme.pages().at(page);
     const auto step = firstStepAfterEntering(settled);
     const std::size_t count = step == settled.steps.end() ? settled.elements.size() : step->elementCount;
     LedRaster raster(programme.panel());
@@ -26,7 +26,7 @@ LedRaster settledPage(const Programme& programme, std::size_t page, const Displa
 }
 
 std::int64_t settledTime(const Programme& programme, std::size_t page) {
-    const ScriptPage& entering = programme.pages().at(page);
+    const DrawnPage& entering = programme.pages().at(page);
     std::int64_t time = programme.pageStart(page);
     for (auto step = entering.steps.begin(); step != firstStepAfterEntering(entering); ++step)
         time += stepDuration(entering, *step, programme.panel(), programme.formats());

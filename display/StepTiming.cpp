@@ -6,7 +6,7 @@
 
 namespace orvista {
 
-std::int64_t scrollDistance(const ScriptPage& page, const ScriptStep& step, PanelSize panel,
+std::int64_t scrollDistance(const DrawnPage& page, const ScriptStep& step, PanelSize panel,
                             const FieldFormats& formats) {
     const std::int64_t panelLength = isSideways(step.effect) ? panel.columns : panel.rows;
     // Leaving to the left or upwards, and entering the other way, the page passes with its whole length;
@@ -42,11 +42,15 @@ Offset scrolled(const ScriptStep& step, std::int64_t distance, std::int64_t move
     return {};
 }
 
-std::int64_t stepDuration(const ScriptPage& page, const ScriptStep& step, PanelSize panel,
+bool lasts(const ScriptStep& step) {
+    return step.milliseconds > 0 && (step.kind != StepKind::Blink || step.count > 0);
+}
+
+std::int64_t stepDuration(const DrawnPage& page, const ScriptStep& step, PanelSize panel,
                           const FieldFormats& formats) {
-    const std::int64_t milliseconds = step.milliseconds;
-    if (milliseconds == 0)
+    if (!lasts(step))
         return 0;
+    const std::int64_t milliseconds = step.milliseconds;
     switch (step.kind) {
     case StepKind::Still:
         return milliseconds;

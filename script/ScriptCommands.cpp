@@ -116,7 +116,7 @@ Element Command::image() {
     if (!placement || name.empty())
         return std::nullopt;
     source_.content.length = name.size();
-    return ImageElement{*placement, std::string(name), nullptr, source_};
+    return ImageElement{*placement, std::string(name), source_};
 }
 
 ScriptCommand Command::variable(LedFont font) {

@@ -3,15 +3,12 @@
 #include "script/Styles.h"
 
 #include <cstddef>
-#include <memory>
 #include <string>
 #include <variant>
 #include <vector>
 
 /// What a message script says, as values.
 namespace orvista {
-
-struct LedImage;
 
 /// Where on the panel something is drawn, in dots from the top left, and in which colours. Text fills the
 /// whole of its cells with the background colour.
@@ -49,8 +46,7 @@ struct TextElement {
 
 struct ImageElement {
     Placement placement;
-    std::string name;
-    std::shared_ptr<const LedImage> image; ///< looked up when a programme is made; none draws nothing
+    std::string name; ///< of the bitmap, as written: Windows-1252
     ScriptSource source;
 };
 

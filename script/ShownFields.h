@@ -2,7 +2,9 @@
 
 #include "script/ScriptPage.h"
 
-#include <span>
+#include <algorithm>
+#include <cstddef>
+#include <variant>
 #include <vector>
 
 namespace orvista {
@@ -15,6 +17,17 @@ struct ShownField {
 };
 
 /// What pages show, each once, in the order in which it is drawn first.
-std::vector<ShownField> fieldsShown(std::span<const ScriptPage> pages);
+/// \param pages ScriptPages, or what is made of them
+std::vector<ShownField> fieldsShown(const auto& pages) {
+    std::vector<ShownField> fields;
+    for (const ScriptPage& page : pages)
+        for (const ScriptElement& element : page.elements)
+            if (const auto* const drawn = std::get_if<FieldElement>(&element)) {
+                const ShownField field{drawn->value, drawn->index};
+                if (std::ranges::find(fields, field) == fields.end())
+                    fields.push_back(field);
+            }
+    return fields;
+}
 
 } // namespace orvista

@@ -238,7 +238,7 @@ void DisplayPreview::standOnCursor() {
     const std::size_t line = positions_.lineAt(box_.textCursor().position());
     player_.standOn(pageOfLine(player_.programme(), line));
     if (isLong()) {
-        const ScriptPage* const page = shownPage();
+        const DrawnPage* const page = shownPage();
         cursorPage_.follow(box_.textCursor(), page ? positions_.positionOf(page->firstLine, 1) : -1);
     }
     render();
@@ -297,7 +297,7 @@ void DisplayPreview::takeFrame() {
     render();
 }
 
-const ScriptPage* DisplayPreview::shownPage() const {
+const DrawnPage* DisplayPreview::shownPage() const {
     if (pageAlone_)
         return &pageAlone_->pages().front();
     const auto& pages = player_.programme().pages();
@@ -307,7 +307,7 @@ const ScriptPage* DisplayPreview::shownPage() const {
 void DisplayPreview::render() {
     const DisplayValues values = values_.at(clock_.localTime());
     const Programme& programme = player_.programme();
-    const ScriptPage* const page = shownPage();
+    const DrawnPage* const page = shownPage();
     panel_->showRaster(pageAlone_ ? settledPage(*pageAlone_, 0, values) : player_.raster(values));
     row_->show(
         {player_.page(), programme.pageCount(), player_.time(), programme.duration(), player_.isPlaying()});
@@ -315,7 +315,7 @@ void DisplayPreview::render() {
     describe(page, values);
 }
 
-void DisplayPreview::showFit(const ScriptPage* page) {
+void DisplayPreview::showFit(const DrawnPage* page) {
     // While it plays, the same page is drawn again and again.
     if (page && page == fitPage_)
         return;

@@ -85,7 +85,7 @@ private:
     void readLongScript();
     /// Before the player is asked for more than the page alone.
     void readAll();
-    const ScriptPage* shownPage() const;
+    const DrawnPage* shownPage() const;
     void standOnCursor();
     void takeCursor();
     void play();
@@ -94,7 +94,7 @@ private:
     void takeBitmaps();
     void takeValues();
     void render();
-    void showFit(const ScriptPage* page);
+    void showFit(const DrawnPage* page);
     void describe(const ScriptPage* page, const DisplayValues& values);
     void savePicture();
     bool isLong() const;
@@ -116,8 +116,8 @@ private:
     BitmapWatch* bitmapWatch_;
     MessagePlayer player_;
     CursorPage cursorPage_;
-    std::optional<Programme> pageAlone_;  ///< the edited page of a long script, newer than the player's
-    const ScriptPage* fitPage_ = nullptr; ///< of which the row says what fits
+    std::optional<Programme> pageAlone_; ///< the edited page of a long script, newer than the player's
+    const DrawnPage* fitPage_ = nullptr; ///< of which the row says what fits
     ScriptPositions positions_;
     int shownRevision_ = 0; ///< of the document
     QTimer frames_{this};

@@ -59,14 +59,14 @@ void WizardPreview::show(const MessageForm& form) {
     programme.add({}, BuildPartialScript(form, PathRules::native()), MarkedBitmaps(bitmaps_));
     if (programme.pageCount() == 0)
         return;
-    const ScriptPage& page = programme.pages().front();
+    const DrawnPage& page = programme.pages().front();
     wizardPreview->showRaster(settledPage(programme, 0, values_));
     wizardPreview->setAccessibleDescription(shownLine(pageText(page, formats_, values_)).simplified());
     lblWizardFit->setText(misfits(form, page));
     lblWizardFit->setToolTip(lblWizardFit->text());
 }
 
-QString WizardPreview::misfits(const MessageForm& form, const ScriptPage& page) const {
+QString WizardPreview::misfits(const MessageForm& form, const DrawnPage& page) const {
     QStringList texts;
     const auto note = [&texts](const std::string& text) {
         if (!text.empty())

@@ -12,7 +12,7 @@ class QLabel;
 namespace orvista {
 
 class PanelView;
-struct ScriptPage;
+struct DrawnPage;
 
 /// The page that a wizard would make, as it looks on the panel when it has entered, and a line about what
 /// does not fit. There is nothing to operate.
@@ -31,7 +31,7 @@ public:
     QSize minimumSizeHint() const override;
 
 private:
-    QString misfits(const MessageForm& form, const ScriptPage& page) const;
+    QString misfits(const MessageForm& form, const DrawnPage& page) const;
 
     int columns_;
     FieldFormats formats_;

@@ -38,8 +38,8 @@ bool isDrawnWhole(const char* command, int x, int y, const std::string& text, co
     return false;
 }
 
-ScriptPage pageOf(const std::string& script) {
-    return interpretScript(script).pages.at(0);
+DrawnPage pageOf(const std::string& script) {
+    return {interpretScript(script).pages.at(0)};
 }
 
 TEST(PageFit, CountsWhatIsNeverDrawnWhole) {
@@ -72,7 +72,7 @@ TEST(PageFit, CountsWhatIsNeverDrawnWhole) {
                 ++unseen;
         }
         const std::string script = textLine(command, x, y, text) + steps;
-        const ScriptPage page = pageOf(script);
+        const DrawnPage page = pageOf(script);
         EXPECT_EQ(PageFit(page, panel, formats).unseen(0, Passing::Counts).count, unseen) << script;
         unseenInAll += unseen;
     }
@@ -87,11 +87,11 @@ TEST(PageFit, KnowsTheWayOutThatShowsAllOfIt) {
     for (const int x : {-70, -40, -9, 0, 10, 30, 90})
         for (const int y : {-30, -16, -6, 0, 5, 12, 40}) {
             const std::string script = textLine("TEXT", x, y, "MM") + "ACT STILL 1\n";
-            const ScriptPage page = pageOf(script);
+            const DrawnPage page = pageOf(script);
             const PageFit::Unseen unseen = PageFit(page, narrow, formats).unseen(0, Passing::Counts);
             std::vector<Effect> helpful;
             for (const Effect effect : {Effect::Left, Effect::Right, Effect::Up, Effect::Down}) {
-                const ScriptPage left = pageOf(script + "OUT " + std::string(styleOf(effect).shown) + " 1 1");
+                const DrawnPage left = pageOf(script + "OUT " + std::string(styleOf(effect).shown) + " 1 1");
                 if (unseen.count > 0 && PageFit(left, narrow, formats).unseen(0, Passing::Counts).count == 0)
                     helpful.push_back(effect);
             }
@@ -122,7 +122,7 @@ TEST(PageFit, WhatDoesNotFitIsCountedWhileThePageStandsStill) {
 
 TEST(PageFit, WhatDrawsNothingIsSeenWhereverItLies) {
     for (const std::string script : {"IMG 500 0 RED BLACK none.bmp", "TEXT 500 0 RED BLACK \"  \""}) {
-        const ScriptPage page = pageOf(script);
+        const DrawnPage page = pageOf(script);
         EXPECT_EQ(PageFit(page, panel, fieldFormats(Project())).unseen(0, Passing::Counts).count, 0U)
             << script;
     }

@@ -87,6 +87,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     requireWithin(ofMessage, bytes);
     const FieldFormats formats = fieldFormats(project);
     for (const ScriptPage& page : interpretScript(bytes).pages)
-        unfitCharacters(page, {128}, formats, Passing::Ignored);
+        unfitCharacters({page}, {128}, formats, Passing::Ignored);
     return 0;
 }

@@ -71,7 +71,6 @@ TEST(Script, ImageNamesMayHoldBlanks) {
     const auto image = onlyElement<ImageElement>("IMG 0 0 ORANGE BLACK my pump.BMP ");
     EXPECT_EQ(image.placement, (Placement{0, 0, Led::Orange, Led::Off}));
     EXPECT_EQ(image.name, "my pump.BMP");
-    EXPECT_EQ(image.image, nullptr);
     expectUnknown("IMG 0 0 ORANGE BLACK ");
 }
 
