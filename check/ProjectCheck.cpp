@@ -6,14 +6,15 @@
 #include "check/VariableCheck.h"
 #include "display/FieldFormats.h"
 #include "display/LedRaster.h"
+#include "model/Fields.h"
 #include "model/Item.h"
 
 #include <algorithm>
 #include <array>
-#include <cstdint>
 #include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace orvista {
 
@@ -29,12 +30,6 @@ struct CheckedItem {
     Content content;
     Findings findings;
 };
-
-using BlockAddresses = std::array<std::int32_t, 4>;
-
-BlockAddresses blockAddresses(const Project& project) {
-    return {project.AnalogInput, project.DigitalInput, project.AlertMessage, project.RegularMessage};
-}
 
 /// The variables that the two show in different ways.
 VariableUse differences(const FieldFormats& one, const FieldFormats& other) {
@@ -91,7 +86,7 @@ struct ProjectCheck::State {
     std::optional<PanelSize> panel;
     FieldFormats formats;
     std::size_t itemsLookedAt = 0;
-    std::optional<CheckedItem<BlockAddresses>> addresses;
+    std::optional<CheckedItem<std::vector<std::string>>> addresses;
     Items<FloatVariable, floatVariableCount> floats;
     Items<BooleanVariable, booleanVariableCount> booleans;
     Messages<regularMessageCount> regular;
@@ -139,7 +134,7 @@ void ProjectCheck::State::update(const Project& project, const BitmapProvider& b
     const VariableUse changed = differences(formats, newFormats);
     formats = newFormats;
 
-    update(addresses, blockAddresses(project), [&] { return checkAddressMap(project); });
+    update(addresses, textsOf(project, Item()), [&] { return checkAddressMap(project); });
     for (std::size_t i = 0; i < floats.size(); ++i)
         update(floats[i], project.RegVar[i], [&] {
             return checkVariable({Kind::Float, i}, project.RegVar[i]);

@@ -15,12 +15,11 @@ UnsavedDifferences unsavedDifferences(const UnsavedWork& work, const PathRules& 
         {paths, messages});
     if (!differences.isSaved)
         saved = Project();
-    if (saved.IP != work.project.IP)
-        differences.items.emplace_back(systemPageName);
+    differences.hasSystemPage = saved.IP != work.project.IP;
     for (const ItemDifference& item : compareItems(saved, work.project))
-        differences.items.push_back(nameOf(item.item));
+        differences.items.push_back(item.item);
     for (const NotAppliedTexts& item : work.notApplied)
-        differences.notApplied.push_back(nameOf(item.item));
+        differences.notApplied.push_back(item.item);
     return differences;
 }
 

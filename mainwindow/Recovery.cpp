@@ -14,20 +14,17 @@ namespace orvista {
 namespace {
 
 /// So many names of a list are told.
-constexpr std::size_t namesTold = 8;
+constexpr qsizetype namesTold = 8;
 
 /// Of the line in the dock, and of its button.
 constexpr const char* recoveryOffer = "UnsavedWork";
 constexpr const char* noCopyNotice = "NoCopy";
 
-QString told(const std::vector<std::string>& names) {
-    QStringList list;
-    for (const std::string& name : names) {
-        if (list.size() == namesTold)
-            break;
-        list << QString::fromStdString(name);
-    }
-    const QString text = list.join(QStringLiteral(", "));
+/// \param names of the pages that come before the items
+QString told(QStringList names, const std::vector<Item>& items) {
+    for (const Item item : items)
+        names << QString::fromStdString(nameOf(item));
+    const QString text = names.mid(0, namesTold).join(QStringLiteral(", "));
     return names.size() > namesTold ? Recovery::tr("%1 and %2 more").arg(text).arg(names.size() - namesTold)
                                     : text;
 }
@@ -36,10 +33,11 @@ QString told(const UnsavedDifferences& differences) {
     QStringList parts;
     if (!differences.isSaved)
         parts << Recovery::tr("was never saved");
-    if (!differences.items.empty())
-        parts << told(differences.items);
+    const QStringList pages(differences.hasSystemPage ? 1 : 0, QStringLiteral("System"));
+    if (!pages.empty() || !differences.items.empty())
+        parts << told(pages, differences.items);
     if (!differences.notApplied.empty())
-        parts << Recovery::tr("not applied: %1").arg(told(differences.notApplied));
+        parts << Recovery::tr("not applied: %1").arg(told({}, differences.notApplied));
     return parts.isEmpty() ? Recovery::tr("nothing") : parts.join(QStringLiteral("; "));
 }
 

@@ -171,12 +171,22 @@ void ChangeList::showTexts(int row) {
     markDifferences(*txtOld, *txtNew);
 }
 
-std::vector<bool> ChangeList::ticked() const {
-    return tblChanges->ticks();
+bool ChangeList::hasTick() const {
+    const std::vector<bool> ticks = tblChanges->ticks();
+    return std::find(ticks.begin(), ticks.end(), true) != ticks.end();
+}
+
+std::vector<Change> ChangeList::ticked() const {
+    const std::vector<bool> ticks = tblChanges->ticks();
+    std::vector<Change> chosen;
+    for (std::size_t row = 0; row < changes_.size(); ++row)
+        if (ticks[row])
+            chosen.push_back(changes_[row]);
+    return chosen;
 }
 
 void ChangeList::followTicks() {
-    const std::vector<bool> rows = ticked();
+    const std::vector<bool> rows = tblChanges->ticks();
     chkAllChanges->setEnabled(!rows.empty());
     chkAllChanges->setChecked(std::find(rows.begin(), rows.end(), false) == rows.end());
     emit ticksChanged();

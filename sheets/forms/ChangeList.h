@@ -22,8 +22,9 @@ public:
 
     /// Puts the focus on the rows.
     void enter();
-    /// Of each change, in their order, whether it is chosen.
-    std::vector<bool> ticked() const;
+    bool hasTick() const;
+    /// The changes with a tick, in their order.
+    std::vector<Change> ticked() const;
 
 signals:
     void ticksChanged();

@@ -24,7 +24,6 @@ public:
     void accept() override;
 
 private:
-    std::vector<Change> changes_;
     ChangeList* list_;
 };
 

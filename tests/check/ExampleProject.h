@@ -4,6 +4,7 @@
 #include "model/Place.h"
 #include "model/Project.h"
 #include "tests/check/ScriptFindings.h"
+#include "tests/support/NamedItem.h"
 #include "tests/support/StoredBitmaps.h"
 
 #include <charconv>
@@ -68,50 +69,18 @@ public:
 
 private:
     void take(const std::string& place, const std::string& content) {
-        if (place.starts_with("STDMSG"))
-            project.STDMSG.at(indexIn(place, 6)) = content;
-        else if (place.starts_with("ALTMSG"))
-            project.ALTMSG.at(indexIn(place, 6)) = content;
-        else
-            takeSettings(place, content);
-    }
-
-    void takeSettings(const std::string& place, const std::string& content) {
+        const Item item = named(place);
+        if (isMessage(item)) {
+            scriptOf(project, item) = content;
+            return;
+        }
         std::istringstream lines(content);
         for (std::string name, value; lines >> name && std::getline(lines >> std::ws, value);) {
             if (value.ends_with('\r'))
                 value.pop_back();
-            takeSetting(place, name, value);
+            if (!setText(project, item, *fieldOf(place, name), value))
+                throw std::invalid_argument(value);
         }
-    }
-
-    void takeSetting(const std::string& place, const std::string& name, const std::string& value) {
-        static const std::map<std::string, std::int32_t Project::*> starts{
-            {"AnalogInput", &Project::AnalogInput},
-            {"DigitalInput", &Project::DigitalInput},
-            {"AlertMessage", &Project::AlertMessage},
-            {"RegularMessage", &Project::RegularMessage}};
-        static const std::map<std::string, std::string FloatVariable::*> ofFloats{
-            {"default", &FloatVariable::defaultValue},
-            {"width", &FloatVariable::width},
-            {"precision", &FloatVariable::precision}};
-        static const std::map<std::string, std::string BooleanVariable::*> ofBooleans{
-            {"default", &BooleanVariable::defaultValue},
-            {"on", &BooleanVariable::onText},
-            {"off", &BooleanVariable::offText}};
-        if (place == "address map")
-            project.*starts.at(name) = std::stoi(value);
-        else if (place.starts_with("RegVar"))
-            project.RegVar.at(indexIn(place, 6)).*ofFloats.at(name) = value;
-        else if (place.starts_with("CoilVar"))
-            project.CoilVar.at(indexIn(place, 7)).*ofBooleans.at(name) = value;
-        else
-            throw std::invalid_argument(place);
-    }
-
-    /// \param letters how many stand before the number
-    static std::size_t indexIn(const std::string& place, std::size_t letters) {
-        return std::stoul(place.substr(letters)) - 1;
     }
 };
 

@@ -100,8 +100,8 @@ TEST(Examples, AreReadAsTheyAreWritten) {
               (std::map<std::string, std::string>{{"STDMSG1", "CLEAR\r\nTIME 0\r\nTIME 0\r\n  a\r\n "},
                                                   {"project file", "[CONFIG]"}}));
     EXPECT_THROW(placesOf("STDMSG1"), std::invalid_argument);
-    EXPECT_THROW(ExampleProject("STDMSG41:\n  CLEAR"), std::out_of_range);
-    EXPECT_THROW(ExampleProject("RegVar1:\n  with 7"), std::out_of_range);
+    EXPECT_THROW(ExampleProject("STDMSG41:\n  CLEAR"), std::invalid_argument);
+    EXPECT_THROW(ExampleProject("RegVar1:\n  with 7"), std::invalid_argument);
     EXPECT_THROW(ExampleProject("nowhere:\n  CLEAR 1"), std::invalid_argument);
 }
 

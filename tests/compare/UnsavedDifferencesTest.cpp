@@ -31,6 +31,7 @@ TEST(UnsavedDifferences, OfWorkThatIsAsItsFileAreNone) {
               DocMgrModule::SaveOutcome::Saved);
     const UnsavedDifferences differences = unsavedDifferences(work, paths);
     EXPECT_TRUE(differences.isSaved);
+    EXPECT_FALSE(differences.hasSystemPage);
     EXPECT_THAT(differences.items, IsEmpty());
     EXPECT_THAT(differences.notApplied, IsEmpty());
 }
@@ -50,8 +51,10 @@ TEST(UnsavedDifferences, NameEverythingInTheOrderOfTheProject) {
     work.notApplied = {{named("STDMSG9"), {"ACT"}}};
     const UnsavedDifferences differences = unsavedDifferences(work, paths);
     EXPECT_TRUE(differences.isSaved);
-    EXPECT_THAT(differences.items, ElementsAre("System", "address map", "RegVar64", "CoilVar1", "STDMSG5"));
-    EXPECT_THAT(differences.notApplied, ElementsAre("STDMSG9"));
+    EXPECT_TRUE(differences.hasSystemPage);
+    EXPECT_THAT(differences.items,
+                ElementsAre(named("address map"), named("RegVar64"), named("CoilVar1"), named("STDMSG5")));
+    EXPECT_THAT(differences.notApplied, ElementsAre(named("STDMSG9")));
     EXPECT_EQ(testing::fileBytes(folder.file("stdmsg.ilm")), saved);
 }
 
@@ -61,7 +64,8 @@ TEST(UnsavedDifferences, OfWorkThatWasNeverSavedAreThoseFromANewProject) {
     work.project.ALTMSG[0] = "CLEAR\r\nACT STILL 500";
     const UnsavedDifferences differences = unsavedDifferences(work, paths);
     EXPECT_FALSE(differences.isSaved);
-    EXPECT_THAT(differences.items, ElementsAre("ALTMSG1"));
+    EXPECT_FALSE(differences.hasSystemPage);
+    EXPECT_THAT(differences.items, ElementsAre(named("ALTMSG1")));
 }
 
 } // namespace
