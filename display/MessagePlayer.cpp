@@ -14,7 +14,7 @@ void MessagePlayer::show(Programme programme) {
     time_ = std::min(time_, programme_.duration());
 }
 
-void MessagePlayer::standOn(std::size_t page) {
+void MessagePlayer::stopAt(std::size_t page) {
     state_ = State::Still;
     page_ = std::min(page, std::max<std::size_t>(programme_.pageCount(), 1) - 1);
 }

@@ -18,7 +18,7 @@ public:
     void show(Programme programme);
 
     /// Stops on a page as it looks when its entering effect is over; the last one if there are fewer.
-    void standOn(std::size_t page);
+    void stopAt(std::size_t page);
     /// Goes to a moment of the round, 0 to its duration, and stops or plays on as before.
     void seek(std::int64_t time);
     /// Runs from `now` on, a clock's milliseconds: from the beginning of the page it stands on, or from where

@@ -41,7 +41,7 @@ std::string contentText(const ScriptPage& page, const TextElement& text, const F
 
     std::string content;
     std::size_t taken = 0;
-    const auto takeUpTo = [&](std::size_t column) {
+    const auto copyUntil = [&](std::size_t column) {
         const auto rest =
             std::string_view(text.text).substr(std::min(taken, text.text.size()), column - taken);
         content.append(rest).append(column - taken - rest.size(), ' ');
@@ -51,11 +51,11 @@ std::string contentText(const ScriptPage& page, const TextElement& text, const F
         const auto next = std::next(field);
         const std::size_t space = next == shownWidths.end() ? shown : std::min(shown, next->first - column);
         const std::size_t width = std::max<std::size_t>(blanksFrom(text.text, column, space), 1);
-        takeUpTo(column);
+        copyUntil(column);
         content.append("%").append(decimalText(width)).append("v");
         taken = column + width;
     }
-    takeUpTo(std::max(taken, text.text.size()));
+    copyUntil(std::max(taken, text.text.size()));
     return content;
 }
 

@@ -157,7 +157,7 @@ void PanelDock::offer(const Offer& offer) {
         build();
     NoticeBar* const found = line(offer.name);
     NoticeBar* const shown = found ? found : addLine(offer.name);
-    shown->say(offer.text, offer.button, offer.run);
+    shown->setNotice(offer.text, offer.button, offer.run);
     if (isVisible())
         return;
     openedForLine_ = true;
@@ -166,7 +166,7 @@ void PanelDock::offer(const Offer& offer) {
 
 bool PanelDock::offers(const QString& name) const {
     const NoticeBar* const shown = line(name);
-    return shown && shown->saysSomething();
+    return shown && shown->hasNotice();
 }
 
 void PanelDock::withdraw(const QString& name) {
@@ -190,10 +190,10 @@ void PanelDock::takeAway(NoticeBar& line) {
     const QWidget* const focused = QApplication::focusWidget();
     if (focused && line.isAncestorOf(focused))
         returnFocus();
-    line.say({});
+    line.setNotice({});
     const auto lines = findChildren<NoticeBar*>();
-    const bool last = std::none_of(lines.begin(), lines.end(),
-                                   [](const NoticeBar* other) { return other->saysSomething(); });
+    const bool last =
+        std::none_of(lines.begin(), lines.end(), [](const NoticeBar* other) { return other->hasNotice(); });
     if (last && openedForLine_)
         hide();
 }

@@ -206,7 +206,7 @@ Cell cellText(const Field& field, std::string_view utf8) {
     return numberOf(cell) ? Cell(std::string(cell)) : fault(cell, "a number");
 }
 
-bool saysSame(const Field& field, std::string_view utf8, std::string_view stored) {
+bool isEquivalent(const Field& field, std::string_view utf8, std::string_view stored) {
     if (windows1252FromUtf8(utf8) == stored)
         return true;
     const auto number = isNumeric(field.rule) ? numberOf(trimBlanksAndTabs(utf8)) : std::nullopt;

@@ -65,6 +65,6 @@ struct CellFault {
 std::variant<std::string, CellFault> cellText(const Field& field, std::string_view utf8);
 /// Whether a cell is byte for byte what the project holds, or the same number: then it is no change, however
 /// odd it is.
-bool saysSame(const Field& field, std::string_view utf8, std::string_view stored);
+bool isEquivalent(const Field& field, std::string_view utf8, std::string_view stored);
 
 } // namespace orvista

@@ -13,7 +13,7 @@
 namespace orvista::wizard {
 
 /// A list entry and its part of a script line.
-struct Item {
+struct NumberChoice {
     std::string_view shown;
     std::string_view script;
 };
@@ -32,19 +32,19 @@ inline constexpr auto effects = [] {
 }();
 
 /// A larger number is slower.
-inline constexpr std::array<Item, 3> speeds{{{"Low", "100"}, {"Medium", "50"}, {"High", "25"}}};
+inline constexpr std::array<NumberChoice, 3> speeds{{{"Low", "100"}, {"Medium", "50"}, {"High", "25"}}};
 
 /// Hold times: shown in seconds, with the leading blank of a number's text, and written in milliseconds.
-inline constexpr std::array<Item, 10> delays{{{" 1", "1000"},
-                                              {" 2", "2000"},
-                                              {" 3", "3000"},
-                                              {" 4", "4000"},
-                                              {" 5", "5000"},
-                                              {" 6", "6000"},
-                                              {" 7", "7000"},
-                                              {" 8", "8000"},
-                                              {" 9", "9000"},
-                                              {" 10", "10000"}}};
+inline constexpr std::array<NumberChoice, 10> delays{{{" 1", "1000"},
+                                                      {" 2", "2000"},
+                                                      {" 3", "3000"},
+                                                      {" 4", "4000"},
+                                                      {" 5", "5000"},
+                                                      {" 6", "6000"},
+                                                      {" 7", "7000"},
+                                                      {" 8", "8000"},
+                                                      {" 9", "9000"},
+                                                      {" 10", "10000"}}};
 
 /// What a field can show: the 32 Boolean and 64 float variables, then date and time. Shown and written alike.
 struct FieldSource {

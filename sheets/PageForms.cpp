@@ -97,7 +97,7 @@ private:
 
     /// False where the list does not write the step's milliseconds.
     static bool readNumber(std::size_t& position, const auto& list, const ScriptStep& step) {
-        const auto found = positionIn(list, &wizard::Item::script, decimalText(step.milliseconds));
+        const auto found = positionIn(list, &wizard::NumberChoice::script, decimalText(step.milliseconds));
         position = found.value_or(position);
         return found.has_value();
     }

@@ -55,11 +55,11 @@ public:
     /// \param columns names of the columns known; they may come in any order and may be missing
     SheetReader(std::string_view bytes, std::span<const std::string_view> columns, SheetErrors& errors);
 
-    /// False at the end. A row that cannot be told into cells is added to the errors and passed over.
+    /// False at the end. A row that cannot be split into cells is added to the errors and passed over.
     bool next();
     /// Of the row read last; the head is 1.
     std::size_t row() const { return reader_.row(); }
-    /// Whether there is a head line that can be told into columns.
+    /// Whether there is a header that can be split into columns.
     bool hasHead() const { return !failed_; }
     /// Whether the head names the column of that index.
     bool has(std::size_t column) const { return places_[column].has_value(); }

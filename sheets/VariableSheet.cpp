@@ -72,7 +72,7 @@ private:
     void takeCell(std::size_t column, Item item, const Field& field, std::vector<Change>& changes) {
         const std::string& cell = sheet_.cell(column);
         std::string before = textOf(project_, item, field);
-        if (!sheet_.has(column) || saysSame(field, cell, before))
+        if (!sheet_.has(column) || isEquivalent(field, cell, before))
             return;
         auto text = cellText(field, cell);
         if (const auto* const fault = std::get_if<CellFault>(&text))

@@ -11,7 +11,7 @@ FilterBox::FilterBox(QWidget* parent) : QLineEdit(parent) {
     setClearButtonEnabled(true);
 }
 
-void FilterBox::leadTo(RowsTable& table) {
+void FilterBox::passFocusTo(RowsTable& table) {
     table_ = &table;
 }
 

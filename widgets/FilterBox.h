@@ -13,7 +13,7 @@ class FilterBox final : public QLineEdit {
 public:
     explicit FilterBox(QWidget* parent = nullptr);
 
-    void leadTo(RowsTable& table);
+    void passFocusTo(RowsTable& table);
 
 protected:
     bool event(QEvent* event) override;

@@ -67,7 +67,7 @@ void NoticeBar::press() {
     run();
 }
 
-void NoticeBar::say(const QString& text, const QString& button, std::function<void()> run) {
+void NoticeBar::setNotice(const QString& text, const QString& button, std::function<void()> run) {
     text_->setText(breakable(text));
     button_->setText(button);
     run_ = std::move(run);
@@ -79,7 +79,7 @@ void NoticeBar::say(const QString& text, const QString& button, std::function<vo
     QAccessible::updateAccessibility(&alert);
 }
 
-bool NoticeBar::saysSomething() const {
+bool NoticeBar::hasNotice() const {
     return !text_->text().isEmpty();
 }
 

@@ -19,8 +19,8 @@ public:
 
     /// An empty text takes the line away, an empty caption its button.
     /// \param run what the button does once the line is gone; it does not throw
-    void say(const QString& text, const QString& button = {}, std::function<void()> run = nullptr);
-    bool saysSomething() const;
+    void setNotice(const QString& text, const QString& button = {}, std::function<void()> run = nullptr);
+    bool hasNotice() const;
 
 signals:
     /// The user wants the line away: its button was pressed, or the one that does nothing else.

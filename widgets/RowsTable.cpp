@@ -43,10 +43,10 @@ RowsTable::RowsTable(const QStringList& heads, QWidget* parent)
     // In the order of the rows until the user sorts them.
     horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
     setSortingEnabled(true);
-    const auto forgetWidths = [this] { contentWidths_.clear(); };
-    connect(shown_, &QAbstractItemModel::rowsInserted, this, forgetWidths);
-    connect(shown_, &QAbstractItemModel::rowsRemoved, this, forgetWidths);
-    connect(shown_, &QAbstractItemModel::modelReset, this, forgetWidths);
+    const auto clearWidths = [this] { contentWidths_.clear(); };
+    connect(shown_, &QAbstractItemModel::rowsInserted, this, clearWidths);
+    connect(shown_, &QAbstractItemModel::rowsRemoved, this, clearWidths);
+    connect(shown_, &QAbstractItemModel::modelReset, this, clearWidths);
     fitColumns();
 }
 

@@ -56,7 +56,7 @@ FindingsPanel::FindingsPanel(const Project& project, const FileRemarks& fileRema
         explanations_.push_back(explanationOf(rule));
     connect(txtFindingsFilter, &QLineEdit::textChanged, tblFindings, &RowsTable::setFilter);
     connect(chkFindingsNotes, &QCheckBox::toggled, this, &FindingsPanel::check);
-    connect(tblFindings, &RowsTable::rowActivated, this, &FindingsPanel::leadToFinding);
+    connect(tblFindings, &RowsTable::rowActivated, this, &FindingsPanel::goToFinding);
     connect(tblFindings, &RowsTable::rowLeft, this, &ProjectPanel::rowLeft);
     connect(tblFindings, &RowsTable::rowLeft, this, [this] {
         if (!isGoingOn_)
@@ -71,7 +71,7 @@ FindingsPanel::FindingsPanel(const Project& project, const FileRemarks& fileRema
 }
 
 void FindingsPanel::buildLayout() {
-    txtFindingsFilter->leadTo(*tblFindings);
+    txtFindingsFilter->passFocusTo(*tblFindings);
     txtFindingsFilter->setAccessibleName(tr("Filter the findings"));
     txtFindingsFilter->setToolTip(tr("Show only findings with this text"));
     chkFindingsNotes->setToolTip(tr("Also show notes"));
@@ -158,7 +158,7 @@ void FindingsPanel::showSummary() {
     lblFindingsColumns->setText(tr("for %1 columns").arg(columns_));
 }
 
-void FindingsPanel::leadToFinding(int row) {
+void FindingsPanel::goToFinding(int row) {
     const Place& place = findings_.list.at(static_cast<std::size_t>(row)).place;
     if (place.file.empty()) // a file has no page
         emit placeChosen({place.item, place.line});
@@ -183,7 +183,7 @@ void FindingsPanel::goOn(int step) {
     // The line may be needed to say why this is not the place to go to.
     emit told(QString::fromStdString(nameOf(finding.place)) + QStringLiteral(": ") +
               QString::fromStdString(finding.text));
-    leadToFinding(tblFindings->rowOf(tblFindings->currentIndex()));
+    goToFinding(tblFindings->rowOf(tblFindings->currentIndex()));
 }
 
 const Finding* FindingsPanel::currentFinding() const {

@@ -58,7 +58,7 @@ private:
     std::vector<Finding> selectedFindings() const;
     void select(const std::vector<Finding>& earlier);
     void showSummary();
-    void leadToFinding(int row);
+    void goToFinding(int row);
     const Finding* currentFinding() const;
     Fixing fixing() const;
     void make(const Fix& fix);

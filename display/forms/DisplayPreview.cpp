@@ -150,11 +150,11 @@ void DisplayPreview::hideEvent(QHideEvent* event) {
     QWidget::hideEvent(event);
     frames_.stop();
     quiet_.stop();
-    player_.standOn(player_.page());
+    player_.stopAt(player_.page());
 }
 
 void DisplayPreview::restart() {
-    player_.standOn(0);
+    player_.stopAt(0);
     frames_.stop();
     if (!isVisible())
         return;
@@ -230,13 +230,13 @@ void DisplayPreview::readScript() {
     if (player_.isPlaying() && holdsMessage)
         render();
     else
-        standOnCursor();
+        stopAtCursor();
 }
 
-void DisplayPreview::standOnCursor() {
+void DisplayPreview::stopAtCursor() {
     frames_.stop();
     const std::size_t line = positions_.lineAt(box_.textCursor().position());
-    player_.standOn(pageOfLine(player_.programme(), line));
+    player_.stopAt(pageOfLine(player_.programme(), line));
     if (isLong()) {
         const DrawnPage* const page = shownPage();
         cursorPage_.follow(box_.textCursor(), page ? positions_.positionOf(page->firstLine, 1) : -1);
@@ -253,7 +253,7 @@ void DisplayPreview::takeCursor() {
     if (pageAlone_)
         readLongScript();
     else
-        standOnCursor();
+        stopAtCursor();
 }
 
 void DisplayPreview::play() {
@@ -277,7 +277,7 @@ void DisplayPreview::turnPage(int by) {
     if (player_.isPlaying())
         player_.seek(player_.programme().pageStart(page));
     else
-        player_.standOn(page);
+        player_.stopAt(page);
     render();
 }
 

@@ -86,7 +86,7 @@ private:
     /// Before the player is asked for more than the page alone.
     void readAll();
     const DrawnPage* shownPage() const;
-    void standOnCursor();
+    void stopAtCursor();
     void takeCursor();
     void play();
     void turnPage(int by);

@@ -31,7 +31,7 @@ ItemPanel::ItemPanel(ItemSources sources, FilterBox* filter, RowsTable* table)
     layout->setContentsMargins(0, layout->spacing(), 0, 0);
     layout->addWidget(filter_);
     layout->addWidget(table_, 1);
-    filter_->leadTo(*table_);
+    filter_->passFocusTo(*table_);
     connect(table_, &RowsTable::rowActivated, this,
             [this](int row) { emit placeChosen({item(static_cast<std::size_t>(row))}); });
     connect(table_, &RowsTable::rowLeft, this, &ProjectPanel::rowLeft);

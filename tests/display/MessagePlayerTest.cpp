@@ -96,16 +96,16 @@ TEST(Player, StandsStillOnAPage) {
     EXPECT_EQ(shown(player), ledsOf(a));
     player.advance(1'000'000);
     EXPECT_EQ(player.time(), 160);
-    player.standOn(1);
+    player.stopAt(1);
     EXPECT_EQ(player.page(), 1U);
     EXPECT_EQ(shown(player), ledsOf(b));
-    player.standOn(7);
+    player.stopAt(7);
     EXPECT_EQ(player.page(), 2U);
 }
 
 TEST(Player, PlaysFromTheBeginningOfItsPageAtTrueTimes) {
     MessagePlayer player(programmeOf(threePages));
-    player.standOn(1);
+    player.stopAt(1);
     player.play(5000);
     EXPECT_TRUE(player.isPlaying());
     EXPECT_EQ(player.time(), 360);
@@ -168,7 +168,7 @@ TEST(Player, PlaysOnWithAnotherText) {
     EXPECT_EQ(player.time(), 300);
     player.advance(410);
     EXPECT_EQ(player.time(), 10);
-    player.standOn(0);
+    player.stopAt(0);
     player.show(programmeOf(""));
     EXPECT_EQ(player.page(), 0U);
     EXPECT_EQ(player.time(), 0);

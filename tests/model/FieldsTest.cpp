@@ -139,13 +139,13 @@ TEST(CellText, OfATextIsKeptByteForByte) {
 
 TEST(CellText, SaysTheSameWhereBytesOrNumbersAre) {
     const Field& width = *fieldOf("RegVar1", "width");
-    EXPECT_TRUE(saysSame(width, "x", "x"));
-    EXPECT_TRUE(saysSame(width, "7.0", "7"));
-    EXPECT_TRUE(saysSame(width, "\t7", " 7 "));
-    EXPECT_FALSE(saysSame(width, "7", "8"));
-    EXPECT_FALSE(saysSame(width, "x", "y"));
-    EXPECT_FALSE(saysSame(*fieldOf("CoilVar1", "on"), "7.0", "7"));
-    EXPECT_TRUE(saysSame(*fieldOf("CoilVar1", "on"), "\xE2\x82\xAC", "\x80"));
+    EXPECT_TRUE(isEquivalent(width, "x", "x"));
+    EXPECT_TRUE(isEquivalent(width, "7.0", "7"));
+    EXPECT_TRUE(isEquivalent(width, "\t7", " 7 "));
+    EXPECT_FALSE(isEquivalent(width, "7", "8"));
+    EXPECT_FALSE(isEquivalent(width, "x", "y"));
+    EXPECT_FALSE(isEquivalent(*fieldOf("CoilVar1", "on"), "7.0", "7"));
+    EXPECT_TRUE(isEquivalent(*fieldOf("CoilVar1", "on"), "\xE2\x82\xAC", "\x80"));
 }
 
 } // namespace
