@@ -1,7 +1,7 @@
 #include "check/AddressCheck.h"
 
 #include "check/FindingList.h"
-#include "model/ItemKind.h"
+#include "model/Item.h"
 #include "model/Numbers.h"
 #include "model/Text.h"
 
@@ -18,7 +18,6 @@ namespace {
 
 /// A block of addresses, all of one table.
 struct CheckedBlock {
-    const ItemKind& kind;
     std::string_view name;
     std::int64_t first;
     std::int64_t last;
@@ -27,10 +26,10 @@ struct CheckedBlock {
     std::int64_t highestStart;
 };
 
-CheckedBlock blockOf(const ItemKind& kind, std::string_view name, const Project& project) {
-    const std::int64_t first = kind.address(project, 0);
-    const auto length = static_cast<std::int64_t>(kind.count) * kind.addressesPerItem;
-    return {kind, name, first, first + length - 1, 0, lastModbusAddress - length + 1};
+CheckedBlock blockOf(Kind kind, std::string_view name, const Project& project) {
+    const std::int64_t first = addressOf(project, {kind, 0});
+    const auto length = static_cast<std::int64_t>(rowOf(kind).count) * rowOf(kind).addressesPerItem;
+    return {name, first, first + length - 1, 0, lastModbusAddress - length + 1};
 }
 
 /// The regular messages always come a fixed way after the emergency messages, so that each of the two blocks
@@ -87,10 +86,10 @@ void checkRegularStart(const Project& project, FindingList& found) {
 } // namespace
 
 Findings checkAddressMap(const Project& project) {
-    const CheckedBlock floats = blockOf(floatVariables, "float variables", project);
-    std::array coils = {blockOf(booleanVariables, "Boolean variables", project),
-                        blockOf(emergencyMessages, "emergency messages", project),
-                        blockOf(regularMessages, "regular messages", project)};
+    const CheckedBlock floats = blockOf(Kind::Float, "float variables", project);
+    std::array coils = {blockOf(Kind::Boolean, "Boolean variables", project),
+                        blockOf(Kind::Emergency, "emergency messages", project),
+                        blockOf(Kind::Regular, "regular messages", project)};
     keepTogether(coils[1], coils[2]);
     FindingList found{Item()};
     checkRange(floats, found);

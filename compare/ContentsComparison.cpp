@@ -91,7 +91,8 @@ const DeviceFile& fileOf(Kind kind) {
 bool concerns(const ItemDifference& difference, const HeldAnswer& file) {
     const auto movesVariables = [](const Change& change) {
         const auto* const start = std::get_if<std::int32_t Project::*>(&change.field->member);
-        return start != nullptr && (*start == floatVariables.start || *start == booleanVariables.start);
+        return start != nullptr &&
+               (*start == rowOf(Kind::Float).start || *start == rowOf(Kind::Boolean).start);
     };
     return fileOf(difference.item.kind).name == file.name ||
            (file.name == ilmVarFile.name && std::ranges::any_of(difference.fields, movesVariables));

@@ -1,6 +1,6 @@
 #include "dialogs/frmBoolVarEdit.h"
 
-#include "model/ItemKind.h"
+#include "model/Item.h"
 #include "model/Numbers.h"
 #include "model/VariableEditing.h"
 #include "widgets/DeviceLineEdit.h"
@@ -57,8 +57,8 @@ frmBoolVarEdit::frmBoolVarEdit(const Project& project, QWidget* parent)
 void frmBoolVarEdit::InitContent(int index) {
     const auto position = static_cast<std::size_t>(index);
     const BooleanVariable& variable = project_.CoilVar.at(position);
-    txtVarName->setText(QString::fromStdString(booleanVariables.name(position)));
-    txtVarAddr->setText(QString::fromStdString(decimalText(booleanVariables.address(project_, position))));
+    txtVarName->setText(QString::fromStdString(nameOf({Kind::Boolean, position})));
+    txtVarAddr->setText(QString::fromStdString(decimalText(addressOf(project_, {Kind::Boolean, position}))));
     cbDefVal->setCurrentIndex(static_cast<int>(booleanDefaultPosition(variable.defaultValue)));
     txtVarON->setBytes(variable.onText);
     txtVarOFF->setBytes(variable.offText);

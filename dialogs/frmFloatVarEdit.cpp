@@ -1,6 +1,6 @@
 #include "dialogs/frmFloatVarEdit.h"
 
-#include "model/ItemKind.h"
+#include "model/Item.h"
 #include "model/Numbers.h"
 #include "model/VariableEditing.h"
 #include "widgets/DeviceLineEdit.h"
@@ -62,8 +62,8 @@ QLayout* frmFloatVarEdit::notes() {
 void frmFloatVarEdit::InitContent(int index) {
     const auto position = static_cast<std::size_t>(index);
     const FloatVariable& variable = project_.RegVar.at(position);
-    txtVarName->setText(QString::fromStdString(floatVariables.name(position)));
-    txtVarAddr->setText(QString::fromStdString(decimalText(floatVariables.address(project_, position))));
+    txtVarName->setText(QString::fromStdString(nameOf({Kind::Float, position})));
+    txtVarAddr->setText(QString::fromStdString(decimalText(addressOf(project_, {Kind::Float, position}))));
     txtVarDefValue->setBytes(variable.defaultValue);
     cbWidth->setCurrentIndex(static_cast<int>(widthPosition(variable.width)));
     cbPrecision->setCurrentIndex(static_cast<int>(precisionPosition(variable.precision)));

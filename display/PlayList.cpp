@@ -1,6 +1,6 @@
 #include "display/PlayList.h"
 
-#include "model/ItemKind.h"
+#include "model/Item.h"
 #include "model/Lines.h"
 #include "model/Text.h"
 #include "script/ScriptInterpreter.h"
@@ -19,7 +19,9 @@ constexpr std::string_view command = "DISPMSG ";
 std::optional<std::size_t> messageIndex(std::string_view line) {
     if (!startsWithIgnoringCase(line, command))
         return std::nullopt;
-    return regularMessages.indexOfName(trimBlanks(line.substr(command.size())));
+    const auto message = itemNamed(trimBlanks(line.substr(command.size())));
+    return message && message->kind == Kind::Regular ? std::optional<std::size_t>(message->index)
+                                                     : std::nullopt;
 }
 
 } // namespace

@@ -2,7 +2,7 @@
 
 #include "display/StepTiming.h"
 
-#include "model/ItemKind.h"
+#include "model/Item.h"
 #include "model/Text.h"
 
 #include <algorithm>
@@ -89,12 +89,12 @@ Programme deviceProgramme(const Project& project, const MessageCoils& coils, con
     if (coils.emergency.any()) {
         for (std::size_t i = 0; i < emergencyMessageCount; ++i)
             if (coils.emergency[i])
-                programme.add(emergencyMessages.name(i), project.ALTMSG[i], bitmaps);
+                programme.add(nameOf({Kind::Emergency, i}), project.ALTMSG[i], bitmaps);
         return programme;
     }
     for (const std::size_t i : playList.messages)
         if (i < regularMessageCount && coils.regular[i])
-            programme.add(regularMessages.name(i), project.STDMSG[i], bitmaps);
+            programme.add(nameOf({Kind::Regular, i}), project.STDMSG[i], bitmaps);
     return programme;
 }
 

@@ -6,9 +6,9 @@ DisplayValues heldValues(const std::vector<DisplayItem>& items) {
     DisplayValues values;
     for (const DisplayItem& item : items) {
         if (item.isFloat())
-            values.floats[item.index] = item.value();
+            values.floats[item.item.index] = item.value();
         else if (!item.isMessage())
-            values.booleans[item.index] = item.isOn();
+            values.booleans[item.item.index] = item.isOn();
     }
     return values;
 }
@@ -16,10 +16,10 @@ DisplayValues heldValues(const std::vector<DisplayItem>& items) {
 MessageCoils heldCoils(const std::vector<DisplayItem>& items) {
     MessageCoils coils;
     for (const DisplayItem& item : items) {
-        if (item.kind == &regularMessages)
-            coils.regular[item.index] = item.isOn();
-        else if (item.kind == &emergencyMessages)
-            coils.emergency[item.index] = item.isOn();
+        if (item.item.kind == Kind::Regular)
+            coils.regular[item.item.index] = item.isOn();
+        else if (item.item.kind == Kind::Emergency)
+            coils.emergency[item.item.index] = item.isOn();
     }
     return coils;
 }

@@ -8,16 +8,13 @@
 namespace orvista {
 
 ItemTexts::ItemTexts(const Project& project) : formats_(fieldFormats(project)) {
-    const auto read = [this](const auto& scripts, auto& texts) {
-        for (std::size_t i = 0; i < scripts.size(); ++i)
-            texts[i] = utf8FromWindows1252(firstText(interpretScript(scripts[i]), formats_));
-    };
-    read(project.STDMSG, regular_);
-    read(project.ALTMSG, emergency_);
+    for (const Item message : allMessages())
+        messages_[messagePosition(message)] =
+            utf8FromWindows1252(firstText(interpretScript(scriptOf(project, message)), formats_));
 }
 
-const std::string& ItemTexts::message(const ItemKind& kind, std::size_t index) const {
-    return &kind == &emergencyMessages ? emergency_.at(index) : regular_.at(index);
+const std::string& ItemTexts::message(Item message) const {
+    return messages_.at(messagePosition(message));
 }
 
 std::string ItemTexts::floatVariable(std::size_t index, float value) const {
@@ -31,8 +28,8 @@ std::string ItemTexts::booleanVariable(std::size_t index, bool on) const {
 
 std::string ItemTexts::of(const DisplayItem& item) const {
     if (item.isFloat())
-        return floatVariable(item.index, item.value());
-    return item.isMessage() ? message(*item.kind, item.index) : booleanVariable(item.index, item.isOn());
+        return floatVariable(item.item.index, item.value());
+    return item.isMessage() ? message(item.item) : booleanVariable(item.item.index, item.isOn());
 }
 
 } // namespace orvista

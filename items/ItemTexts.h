@@ -2,7 +2,7 @@
 
 #include "display/FieldFormats.h"
 #include "link/ModbusReader.h"
-#include "model/ItemKind.h"
+#include "model/Item.h"
 #include "model/Project.h"
 
 #include <array>
@@ -17,8 +17,7 @@ public:
     explicit ItemTexts(const Project& project);
 
     /// A message's first text, with "%5v" where a variable stands; empty when it draws none.
-    /// \param kind regularMessages or emergencyMessages
-    const std::string& message(const ItemKind& kind, std::size_t index) const;
+    const std::string& message(Item message) const;
     /// As the display writes it, its blanks in front left out.
     std::string floatVariable(std::size_t index, float value) const;
     /// The text for that state.
@@ -28,8 +27,7 @@ public:
 
 private:
     FieldFormats formats_;
-    std::array<std::string, regularMessageCount> regular_;
-    std::array<std::string, emergencyMessageCount> emergency_;
+    std::array<std::string, messageCount> messages_; ///< by messagePosition()
 };
 
 } // namespace orvista

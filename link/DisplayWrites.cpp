@@ -30,7 +30,7 @@ std::vector<Item> messagesNamed(const std::vector<std::string>& names) {
 
 std::uint16_t requestAddress(const Project& project, Item item) {
     const std::int64_t address = addressOf(project, item);
-    if (!isAddressable(rowOf(item.kind), address))
+    if (!isAddressable(item.kind, address))
         throw BadWrite(nameOf(item) + " has no address that a request can hold: the address map puts it at " +
                        decimalText(address));
     return static_cast<std::uint16_t>(address);

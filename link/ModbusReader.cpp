@@ -14,7 +14,7 @@ namespace {
 /// The protocol allows 125 registers in a request; floats take two.
 constexpr std::size_t floatsPerRequest = 62;
 
-constexpr std::array itemOrder{&regularMessages, &emergencyMessages, &floatVariables, &booleanVariables};
+constexpr std::array kindOrder{Kind::Regular, Kind::Emergency, Kind::Float, Kind::Boolean};
 
 ReadStep stepFor(const std::vector<DisplayItem>& items, std::size_t first, std::size_t count) {
     const auto address = static_cast<std::uint16_t>(items[first].address);
@@ -26,10 +26,10 @@ ReadStep stepFor(const std::vector<DisplayItem>& items, std::size_t first, std::
 
 /// Items that belong to one request: of one kind, addressable, and not too many.
 std::size_t itemsAtOnce(const std::vector<DisplayItem>& items, std::size_t first) {
-    const std::size_t most = items[first].isFloat() ? floatsPerRequest : items[first].kind->count;
+    const std::size_t most = items[first].isFloat() ? floatsPerRequest : rowOf(items[first].item.kind).count;
     std::size_t count = 0;
     while (count < most && first + count < items.size() && items[first + count].isAddressable &&
-           items[first + count].kind == items[first].kind)
+           items[first + count].item.kind == items[first].item.kind)
         ++count;
     return count;
 }
@@ -40,16 +40,16 @@ float DisplayItem::value() const {
     return std::bit_cast<float>(std::uint32_t{raw[1]} << 16 | raw[0]);
 }
 
-bool isAddressable(const ItemKind& kind, std::int64_t address) {
-    return address >= 0 && address + kind.addressesPerItem - 1 <= lastModbusAddress;
+bool isAddressable(Kind kind, std::int64_t address) {
+    return address >= 0 && address + rowOf(kind).addressesPerItem - 1 <= lastModbusAddress;
 }
 
 std::vector<DisplayItem> displayItems(const Project& project) {
     std::vector<DisplayItem> items;
-    for (const ItemKind* const kind : itemOrder)
-        for (std::size_t index = 0; index < kind->count; ++index) {
-            const std::int64_t address = kind->address(project, index);
-            items.push_back({kind, index, address, isAddressable(*kind, address)});
+    for (const Kind kind : kindOrder)
+        for (std::size_t index = 0; index < rowOf(kind).count; ++index) {
+            const std::int64_t address = addressOf(project, {kind, index});
+            items.push_back({{kind, index}, address, isAddressable(kind, address)});
         }
     return items;
 }
@@ -82,7 +82,7 @@ std::string unreachableItems(const std::vector<DisplayItem>& items) {
     std::string text;
     for (auto item = items.begin(); item != items.end();) {
         const auto end = std::find_if(item, items.end(), [&item](const DisplayItem& other) {
-            return other.kind != item->kind || other.isAddressable != item->isAddressable;
+            return other.item.kind != item->item.kind || other.isAddressable != item->isAddressable;
         });
         if (!item->isAddressable) {
             text += (text.empty() ? "" : ", ") + item->name();

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "link/ModbusFrames.h"
-#include "model/ItemKind.h"
+#include "model/Item.h"
 
 #include <array>
 #include <cstddef>
@@ -15,21 +15,20 @@
 namespace orvista {
 
 /// Whether an item lies wholly in 0 to 65535; else no request reaches it.
-bool isAddressable(const ItemKind& kind, std::int64_t address);
+bool isAddressable(Kind kind, std::int64_t address);
 
 /// One message or variable, and what the device holds for it.
 struct DisplayItem {
-    const ItemKind* kind = nullptr;
-    std::size_t index = 0; ///< from 0, within its kind
+    Item item;
     std::int64_t address = 0;
     /// Of its place; where it is false, nothing is read.
     bool isAddressable = false;
     /// A coil's 0 or 1 in the first; the two registers of a float, by address.
     std::array<std::uint16_t, 2> raw{};
 
-    std::string name() const { return kind->name(index); }
-    bool isFloat() const { return kind->addressesPerItem == 2; }
-    bool isMessage() const { return kind == &regularMessages || kind == &emergencyMessages; }
+    std::string name() const { return nameOf(item); }
+    bool isFloat() const { return item.kind == Kind::Float; }
+    bool isMessage() const { return orvista::isMessage(item); }
     /// Of a message or Boolean variable.
     bool isOn() const { return raw[0] != 0; }
     /// Of a float variable: the first register is its low word.

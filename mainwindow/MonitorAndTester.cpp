@@ -17,7 +17,7 @@ void followTester(DisplayMonitor& monitor, bool isSending) {
 void takeIntoTester(TcpTesterPage& tester, const std::vector<DisplayItem>& items) {
     for (const DisplayItem& item : items)
         if (item.isMessage() && item.isAddressable)
-            tester.tickMessage(*item.kind, item.index, item.isOn());
+            tester.tickMessage(item.item, item.isOn());
 }
 
 } // namespace

@@ -1,6 +1,6 @@
 #include "mainwindow/ProjectTrees.h"
 
-#include "model/ItemKind.h"
+#include "model/Item.h"
 
 namespace orvista::ProjectTrees {
 
@@ -10,15 +10,15 @@ namespace {
 struct Group {
     const char* key;
     const char* text;
-    const ItemKind& kind;
+    Kind kind;
 };
 
 void addGroup(ItemTree& tree, const Group& group) {
     QTreeWidgetItem* const node =
         tree.addNode(nullptr, QString::fromLatin1(group.key), QString::fromLatin1(group.text));
-    for (std::size_t index = 0; index < group.kind.count; ++index)
-        tree.addNode(node, QString::fromStdString(group.kind.key(index)),
-                     QString::fromStdString(group.kind.treeName(index)));
+    for (std::size_t index = 0; index < rowOf(group.kind).count; ++index)
+        tree.addNode(node, QString::fromStdString(keyOf({group.kind, index})),
+                     QString::fromStdString(treeNameOf({group.kind, index})));
     node->setExpanded(true);
 }
 
@@ -33,13 +33,13 @@ void fillNavigationTree(ItemTree& trvSystem, const std::vector<MainPage>& pages)
 }
 
 void fillMessageTree(ItemTree& trvMsg) {
-    addGroup(trvMsg, {"REGULAR", "Regular Message", regularMessages});
-    addGroup(trvMsg, {"EMERGENCY", "Emergency Message", emergencyMessages});
+    addGroup(trvMsg, {"REGULAR", "Regular Message", Kind::Regular});
+    addGroup(trvMsg, {"EMERGENCY", "Emergency Message", Kind::Emergency});
 }
 
 void fillVariableTree(ItemTree& trvVar) {
-    addGroup(trvVar, {"REGISTER", "Register (Float)", floatVariables});
-    addGroup(trvVar, {"COIL", "Coil (Boolean)", booleanVariables});
+    addGroup(trvVar, {"REGISTER", "Register (Float)", Kind::Float});
+    addGroup(trvVar, {"COIL", "Coil (Boolean)", Kind::Boolean});
 }
 
 } // namespace orvista::ProjectTrees

@@ -2,7 +2,6 @@
 
 #include "link/TesterActions.h"
 #include "mainwindow/Guard.h"
-#include "model/ItemKind.h"
 #include "model/Numbers.h"
 #include "widgets/DropDownList.h"
 #include "widgets/FormParts.h"
@@ -39,10 +38,10 @@ DropDownList* addressList(const QString& name) {
     return list;
 }
 
-void fill(DropDownList& list, const ItemKind& kind, const Project& project) {
+void fill(DropDownList& list, Kind kind, const Project& project) {
     QStringList entries;
-    for (std::size_t i = 0; i < kind.count; ++i)
-        entries << QString::fromStdString(decimalText(kind.address(project, i)));
+    for (std::size_t i = 0; i < rowOf(kind).count; ++i)
+        entries << QString::fromStdString(decimalText(addressOf(project, {kind, i})));
     list.clear();
     list.addItems(entries);
     list.setCurrentIndex(0);
@@ -200,12 +199,13 @@ void TcpTesterPage::showMessageAddresses(const QString& emergencyStart, const QS
 }
 
 void TcpTesterPage::fillVariableAddresses(const Project& project) {
-    fill(*cbAIAddr, floatVariables, project);
-    fill(*cbDIAddr, booleanVariables, project);
+    fill(*cbAIAddr, Kind::Float, project);
+    fill(*cbDIAddr, Kind::Boolean, project);
 }
 
-void TcpTesterPage::tickMessage(const ItemKind& kind, std::size_t index, bool on) {
-    QCheckBox* const box = &kind == &emergencyMessages ? chkEmergMsg.at(index) : chkRegMsg.at(index);
+void TcpTesterPage::tickMessage(Item message, bool on) {
+    QCheckBox* const box =
+        message.kind == Kind::Emergency ? chkEmergMsg.at(message.index) : chkRegMsg.at(message.index);
     box->setChecked(on);
 }
 

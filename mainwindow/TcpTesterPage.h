@@ -1,7 +1,7 @@
 #pragma once
 
 #include "link/ModbusClient.h"
-#include "model/ItemKind.h"
+#include "model/Item.h"
 #include "model/People.h"
 #include "model/Project.h"
 
@@ -35,8 +35,7 @@ public:
     void showMessageAddresses(const QString& emergencyStart, const QString& regularStart);
     /// Fills the two address lists and selects the first entry of each.
     void fillVariableAddresses(const Project& project);
-    /// \param kind regularMessages or emergencyMessages
-    void tickMessage(const ItemKind& kind, std::size_t index, bool on);
+    void tickMessage(Item message, bool on);
 
     /// True from the disabling of the Update buttons, before the connection, until they are enabled again.
     bool isSending() const { return isSending_; }

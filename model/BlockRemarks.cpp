@@ -9,9 +9,9 @@ namespace orvista {
 
 namespace {
 
-/// A word and a number, as our own writers name their blocks. Others are names of somebody's own.
-bool isNumbered(std::string_view name, std::string_view word) {
-    return startsWithIgnoringCase(name, word) && GenenalModule::IsAllDigits(name.substr(word.size()));
+/// Our own writers name blocks by a word and a number. Other names are somebody's own.
+bool isOurName(std::string_view name, Kind one, Kind other) {
+    return isNumbered(name, one) || isNumbered(name, other);
 }
 
 /// Keys of a variable's block.
@@ -19,10 +19,10 @@ constexpr std::array<std::string_view, 9> variableKeys{"DEFVAR", "TYPE",      "A
                                                        "ON",     "PRECISION", "OFF",     "ENDVAR"};
 
 template <std::size_t count>
-void addUnfilled(const ItemKind& kind, const std::bitset<count>& filled, std::vector<std::string>& names) {
+void addUnfilled(Kind kind, const std::bitset<count>& filled, std::vector<std::string>& names) {
     for (std::size_t i = 0; i < count; ++i)
         if (!filled[i])
-            names.push_back(kind.name(i));
+            names.push_back(nameOf({kind, i}));
 }
 
 } // namespace
@@ -49,11 +49,11 @@ void Block::remarkOpen(std::string_view name, std::size_t line) {
 
 void MessageRemarks::store(std::size_t row, std::size_t line) {
     const std::string& name = block_.name();
+    const Item item(kind_, row);
     if (block_.hasStored())
-        reading_.remarks.add({FileRemarkKind::DoubleItem, {}, {}, line, 1, name, kind_.name(row)});
-    else if ((isNumbered(name, regularMessages.word) || isNumbered(name, emergencyMessages.word)) &&
-             kind_.indexOfName(name) != row)
-        reading_.remarks.add({FileRemarkKind::MovedMessage, {}, {}, block_.line(), 1, name, kind_.name(row)});
+        reading_.remarks.add({FileRemarkKind::DoubleItem, {}, {}, line, 1, name, nameOf(item)});
+    else if (isOurName(name, Kind::Regular, Kind::Emergency) && itemNamed(name) != item)
+        reading_.remarks.add({FileRemarkKind::MovedMessage, {}, {}, block_.line(), 1, name, nameOf(item)});
     block_.store();
     block_.close();
 }
@@ -80,8 +80,8 @@ void MessageRemarks::passBehind(std::string_view line, std::size_t number) {
 void MessageRemarks::finish(std::size_t filled) {
     block_.finish();
     reading_.endsInBlock = reading_.endsInBlock || inExtra_;
-    for (std::size_t row = filled; row < kind_.count; ++row)
-        reading_.unfilled.push_back(kind_.name(row));
+    for (std::size_t row = filled; row < rowOf(kind_).count; ++row)
+        reading_.unfilled.push_back(nameOf({kind_, row}));
 }
 
 void MessageRemarks::remarkStray(std::string_view line, std::size_t number) {
@@ -89,19 +89,18 @@ void MessageRemarks::remarkStray(std::string_view line, std::size_t number) {
         reading_.remarks.add({FileRemarkKind::StrayLine, {}, {}, number});
 }
 
-void VariableRemarks::store(const ItemKind& kind, std::size_t row, bool isAtItsAddress) {
+void VariableRemarks::store(Item item, bool isAtItsAddress) {
     reading_.hasOddAddress |= !isAtItsAddress;
     const std::string& name = block_.name();
-    const bool isFloat = &kind == &floatVariables;
-    if (isFloat ? floats_[row] : booleans_[row])
-        reading_.remarks.add({FileRemarkKind::DoubleItem, {}, {}, block_.line(), 1, name, kind.name(row)});
+    const bool isFloat = item.kind == Kind::Float;
+    if (isFloat ? floats_[item.index] : booleans_[item.index])
+        reading_.remarks.add({FileRemarkKind::DoubleItem, {}, {}, block_.line(), 1, name, nameOf(item)});
     if (isFloat)
-        floats_.set(row);
+        floats_.set(item.index);
     else
-        booleans_.set(row);
-    if ((isNumbered(name, floatVariables.word) || isNumbered(name, booleanVariables.word)) &&
-        kind.indexOfName(name) != row)
-        reading_.remarks.add({FileRemarkKind::MovedVariable, {}, {}, block_.line(), 1, name, kind.name(row)});
+        booleans_.set(item.index);
+    if (isOurName(name, Kind::Float, Kind::Boolean) && itemNamed(name) != item)
+        reading_.remarks.add({FileRemarkKind::MovedVariable, {}, {}, block_.line(), 1, name, nameOf(item)});
     block_.store();
     block_.close();
 }
@@ -130,8 +129,8 @@ void VariableRemarks::pass(std::string_view line, std::size_t number) {
 
 void VariableRemarks::finish() {
     block_.finish();
-    addUnfilled(floatVariables, floats_, reading_.unfilled);
-    addUnfilled(booleanVariables, booleans_, reading_.unfilled);
+    addUnfilled(Kind::Float, floats_, reading_.unfilled);
+    addUnfilled(Kind::Boolean, booleans_, reading_.unfilled);
 }
 
 void AddressRemarks::pass(std::string_view line, std::size_t number) {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "model/FileRemarks.h"
-#include "model/ItemKind.h"
+#include "model/Item.h"
 
 #include <array>
 #include <bitset>
@@ -42,8 +42,7 @@ private:
 
 class MessageRemarks {
 public:
-    MessageRemarks(const ItemKind& kind, TableReading& reading)
-        : kind_(kind), reading_(reading), block_(reading) {}
+    MessageRemarks(Kind kind, TableReading& reading) : kind_(kind), reading_(reading), block_(reading) {}
     void begin(std::string_view name, std::size_t line) { block_.begin(name, line); }
     /// The block's text goes into that row.
     void store(std::size_t row, std::size_t line);
@@ -56,7 +55,7 @@ public:
 private:
     void remarkStray(std::string_view line, std::size_t number);
 
-    const ItemKind& kind_;
+    Kind kind_;
     TableReading& reading_;
     Block block_;
     bool inExtra_ = false; ///< within a block that has no row
@@ -68,7 +67,7 @@ public:
     void begin(std::string_view name, std::size_t line) { block_.begin(name, line); }
     /// The block's end, and what it came to.
     /// \param isAtItsAddress false where the row's address is another one than the block's
-    void store(const ItemKind& kind, std::size_t row, bool isAtItsAddress);
+    void store(Item item, bool isAtItsAddress);
     void endWithoutRow();
     void endWithoutType() { block_.close(); } // open as long as it has stored nothing
     /// A field was set.

@@ -4,7 +4,7 @@
 #include "model/DeviceFiles.h"
 #include "model/Files.h"
 #include "model/FolderLookup.h"
-#include "model/ItemKind.h"
+#include "model/Item.h"
 #include "model/Lines.h"
 #include "model/Numbers.h"
 #include "model/ReadingRemarks.h"
@@ -99,8 +99,7 @@ void passRest(TrimmedLines& lines, MessageRemarks& remarks) {
 
 /// Messages fill the rows in the order in which they stand in the file. Neither name nor text is reset at
 /// ENDMSG: what follows it is appended, and another ENDMSG stores the longer text in the next row.
-void readMessages(ByteSource& source, const ItemKind& kind, std::span<std::string> table,
-                  TableReading* wanted) {
+void readMessages(ByteSource& source, Kind kind, std::span<std::string> table, TableReading* wanted) {
     TableReading unwanted;
     TableReading& reading = wanted != nullptr ? *wanted : unwanted;
     TrimmedLines lines(source, reading);
@@ -138,7 +137,7 @@ private:
     /// False for a line that sets nothing.
     bool takeField(const std::string& key, std::string_view value);
     void apply(Project& project, VariableRemarks& remarks) const;
-    std::optional<std::size_t> row(const ItemKind& kind, const Project& project) const;
+    std::optional<std::size_t> row(const KindRow& kind, const Project& project) const;
     bool isAt(std::int64_t address) const;
 
     std::string name_;
@@ -199,7 +198,7 @@ bool PendingVariable::takeField(const std::string& key, std::string_view value) 
     return true;
 }
 
-std::optional<std::size_t> PendingVariable::row(const ItemKind& kind, const Project& project) const {
+std::optional<std::size_t> PendingVariable::row(const KindRow& kind, const Project& project) const {
     try {
         const double address = roundHalfToEven(leadingNumber(address_, InnerBlanks::Skipped));
         const double row = roundHalfToEven((address - project.*kind.start) / kind.addressesPerItem);
@@ -221,8 +220,8 @@ void PendingVariable::apply(Project& project, VariableRemarks& remarks) const {
         remarks.endWithoutType();
         return;
     }
-    const ItemKind& kind = isFloat ? floatVariables : booleanVariables;
-    const auto index = row(kind, project);
+    const Kind kind = isFloat ? Kind::Float : Kind::Boolean;
+    const auto index = row(rowOf(kind), project);
     if (!index) {
         remarks.endWithoutRow();
         return;
@@ -241,7 +240,8 @@ void PendingVariable::apply(Project& project, VariableRemarks& remarks) const {
         variable.onText = on_;
         variable.offText = off_;
     }
-    remarks.store(kind, *index, isAt(kind.address(project, *index)));
+    const Item item(kind, *index);
+    remarks.store(item, isAt(addressOf(project, item)));
 }
 
 void readFile(const std::string& path, Project& project, const DocMgrModule::FileContext& context,
@@ -285,11 +285,11 @@ void readIlmVar(ByteSource& source, Project& project, TableReading* wanted) {
 }
 
 void readStdMsg(ByteSource& source, Project& project, TableReading* reading) {
-    readMessages(source, regularMessages, project.STDMSG, reading);
+    readMessages(source, Kind::Regular, project.STDMSG, reading);
 }
 
 void readAltMsg(ByteSource& source, Project& project, TableReading* reading) {
-    readMessages(source, emergencyMessages, project.ALTMSG, reading);
+    readMessages(source, Kind::Emergency, project.ALTMSG, reading);
 }
 
 void readFrom(ByteSource& source, Project& project, const DocMgrModule::FileContext& context, ReadTable read,

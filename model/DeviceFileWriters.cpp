@@ -2,7 +2,7 @@
 
 #include "model/FileReplacing.h"
 #include "model/FolderLookup.h"
-#include "model/ItemKind.h"
+#include "model/Item.h"
 #include "model/Lines.h"
 #include "model/Numbers.h"
 #include "model/ReservedLines.h"
@@ -38,9 +38,9 @@ void writeQuoted(ByteSink& sink, std::string_view keyAndBlanks, std::string_view
     writeLine(sink, "\"");
 }
 
-void writeMessages(ByteSink& sink, const ItemKind& kind, std::span<const std::string> messages) {
+void writeMessages(ByteSink& sink, Kind kind, std::span<const std::string> messages) {
     for (std::size_t i = 0; i < messages.size(); ++i) {
-        writeLine(sink, std::string(messageStart) + " " + kind.name(i));
+        writeLine(sink, std::string(messageStart) + " " + nameOf({kind, i}));
         writeLine(sink, messages[i].empty() ? std::string_view(clearScript) : messages[i]);
         writeLine(sink, messageEnd);
     }
@@ -48,9 +48,9 @@ void writeMessages(ByteSink& sink, const ItemKind& kind, std::span<const std::st
 
 void writeFloatBlock(ByteSink& sink, const Project& project, std::size_t index) {
     const FloatVariable& variable = project.RegVar[index];
-    writeLine(sink, "DEFVAR " + floatVariables.name(index));
+    writeLine(sink, "DEFVAR " + nameOf({Kind::Float, index}));
     writeLine(sink, "    type      float");
-    writeValue(sink, "    address   ", decimalText(floatVariables.address(project, index)));
+    writeValue(sink, "    address   ", decimalText(addressOf(project, {Kind::Float, index})));
     writeValue(sink, "    default   ", variable.defaultValue);
     writeValue(sink, "    width     ", variable.width);
     writeValue(sink, "    precision ", variable.precision);
@@ -61,9 +61,9 @@ enum class BooleanBlockGap { None, EmptyLine };
 
 void writeBooleanBlock(ByteSink& sink, const Project& project, std::size_t index, BooleanBlockGap gap) {
     const BooleanVariable& variable = project.CoilVar[index];
-    writeLine(sink, "DEFVAR " + booleanVariables.name(index));
+    writeLine(sink, "DEFVAR " + nameOf({Kind::Boolean, index}));
     writeLine(sink, "    type      bit");
-    writeValue(sink, "    address   ", decimalText(booleanVariables.address(project, index)));
+    writeValue(sink, "    address   ", decimalText(addressOf(project, {Kind::Boolean, index})));
     writeValue(sink, "    default   ", variable.defaultValue);
     writeQuoted(sink, "    ON        ", variable.onText);
     writeQuoted(sink, "    OFF       ", variable.offText);
@@ -124,11 +124,11 @@ void writeModbusAdr(ByteSink& sink, const Project& project) {
 }
 
 void writeStdMsg(ByteSink& sink, const Project& project) {
-    writeMessages(sink, regularMessages, project.STDMSG);
+    writeMessages(sink, Kind::Regular, project.STDMSG);
 }
 
 void writeAltMsg(ByteSink& sink, const Project& project) {
-    writeMessages(sink, emergencyMessages, project.ALTMSG);
+    writeMessages(sink, Kind::Emergency, project.ALTMSG);
 }
 
 void writeIlmVar(ByteSink& sink, const Project& project) {
@@ -140,8 +140,8 @@ void writeIlmVarSection(ByteSink& sink, const Project& project) {
 }
 
 void writeDefaultPls(ByteSink& sink, const Project&) {
-    for (std::size_t i = 0; i < regularMessages.count; ++i)
-        writeLine(sink, "DISPMSG " + regularMessages.name(i));
+    for (std::size_t i = 0; i < regularMessageCount; ++i)
+        writeLine(sink, "DISPMSG " + nameOf({Kind::Regular, i}));
 }
 
 FileSink createDeviceFile(const std::string& path, const FileContext& context) {

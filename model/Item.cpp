@@ -1,5 +1,8 @@
 #include "model/Item.h"
 
+#include "model/Numbers.h"
+#include "model/Text.h"
+
 #include <algorithm>
 #include <array>
 #include <iterator>
@@ -10,6 +13,11 @@ namespace orvista {
 namespace {
 
 constexpr std::string_view nameOfAddressMap = "address map";
+
+constexpr KindRow floats{"RegVar", 'F', floatVariableCount, &Project::AnalogInput, 2, "RegVar"};
+constexpr KindRow booleans{"CoilVar", 'B', booleanVariableCount, &Project::DigitalInput, 1, "CoilVar"};
+constexpr KindRow regular{"STDMSG", 'R', regularMessageCount, &Project::RegularMessage, 1, "Regular"};
+constexpr KindRow emergency{"ALTMSG", 'E', emergencyMessageCount, &Project::AlertMessage, 1, "Emergency"};
 
 constexpr std::array kinds{Kind::Float, Kind::Boolean, Kind::Regular, Kind::Emergency};
 
@@ -30,6 +38,16 @@ constexpr std::array<Item, itemCount> items = [] {
     return all;
 }();
 
+std::optional<Item> itemOfNumber(Kind kind, std::string_view digits) {
+    if (!GenenalModule::IsAllDigits(digits))
+        return std::nullopt;
+    const std::size_t count = rowOf(kind).count;
+    std::size_t number = 0;
+    for (const char digit : digits)
+        number = std::min(number * 10 + static_cast<std::size_t>(digit - '0'), count + 1);
+    return number >= 1 && number <= count ? std::optional(Item(kind, number - 1)) : std::nullopt;
+}
+
 std::optional<Item> onlyIf(bool (*isWanted)(Item), std::optional<Item> item) {
     return item && isWanted(*item) ? item : std::nullopt;
 }
@@ -40,16 +58,16 @@ std::string notOneOf(std::string_view text, const char* what, Kind one, Kind oth
 
 } // namespace
 
-const ItemKind& rowOf(Kind kind) {
+const KindRow& rowOf(Kind kind) {
     switch (kind) {
     case Kind::Float:
-        return floatVariables;
+        return floats;
     case Kind::Boolean:
-        return booleanVariables;
+        return booleans;
     case Kind::Regular:
-        return regularMessages;
+        return regular;
     case Kind::Emergency:
-        return emergencyMessages;
+        return emergency;
     case Kind::AddressMap:
         break;
     }
@@ -57,13 +75,15 @@ const ItemKind& rowOf(Kind kind) {
 }
 
 std::string nameOf(Item item) {
-    return item.kind == Kind::AddressMap ? std::string(nameOfAddressMap) : rowOf(item.kind).name(item.index);
+    if (item.kind == Kind::AddressMap)
+        return std::string(nameOfAddressMap);
+    return std::string(rowOf(item.kind).word) + decimalText(item.index + 1);
 }
 
 std::optional<Item> itemNamed(std::string_view name) {
     for (const Kind kind : kinds)
-        if (const auto index = rowOf(kind).indexOfName(name))
-            return Item(kind, *index);
+        if (const std::string_view word = rowOf(kind).word; startsWithIgnoringCase(name, word))
+            return itemOfNumber(kind, name.substr(word.size()));
     return name == nameOfAddressMap ? std::optional(Item()) : std::nullopt;
 }
 
@@ -71,8 +91,8 @@ std::optional<Item> itemWritten(std::string_view name) {
     if (const auto item = itemNamed(name))
         return item;
     for (const Kind kind : kinds)
-        if (const auto index = rowOf(kind).indexOfTreeName(name))
-            return Item(kind, *index);
+        if (const std::string_view word = rowOf(kind).treeWord; startsWithIgnoringCase(name, word))
+            return itemOfNumber(kind, name.substr(word.size()));
     return std::nullopt;
 }
 
@@ -82,6 +102,11 @@ std::optional<Item> messageNamed(std::string_view name) {
 
 std::optional<Item> variableNamed(std::string_view name) {
     return onlyIf(&isVariable, itemNamed(name));
+}
+
+bool isNumbered(std::string_view name, Kind kind) {
+    const std::string_view word = rowOf(kind).word;
+    return startsWithIgnoringCase(name, word) && GenenalModule::IsAllDigits(name.substr(word.size()));
 }
 
 std::string namesOf(Kind kind) {
@@ -96,19 +121,25 @@ std::string notAVariable(std::string_view text) {
     return notOneOf(text, "variable", Kind::Float, Kind::Boolean);
 }
 
+std::string treeNameOf(Item item) {
+    return std::string(rowOf(item.kind).treeWord) + decimalText(item.index + 1);
+}
+
 std::string keyOf(Item item) {
-    return item.kind == Kind::AddressMap ? std::string() : rowOf(item.kind).key(item.index);
+    return item.kind == Kind::AddressMap ? std::string()
+                                         : rowOf(item.kind).letter + decimalText(item.index + 1);
 }
 
 std::optional<Item> itemOfKey(std::string_view key) {
     for (const Kind kind : kinds)
-        if (const auto index = rowOf(kind).indexOfKey(key))
-            return Item(kind, *index);
+        if (key.starts_with(rowOf(kind).letter))
+            return itemOfNumber(kind, key.substr(1));
     return std::nullopt;
 }
 
 std::int64_t addressOf(const Project& project, Item item) {
-    return rowOf(item.kind).address(project, item.index);
+    const KindRow& row = rowOf(item.kind);
+    return std::int64_t{project.*row.start} + row.addressesPerItem * std::int64_t{item.index};
 }
 
 std::string& scriptOf(Project& project, Item message) {

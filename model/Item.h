@@ -1,6 +1,5 @@
 #pragma once
 
-#include "model/ItemKind.h"
 #include "model/Project.h"
 
 #include <compare>
@@ -14,6 +13,9 @@
 /// The single items of a project. Their names are read where text comes in and written where it goes out;
 /// in between an item is a value.
 namespace orvista {
+
+/// Requests hold addresses in 16 bits; coils and registers have 0 to this one each.
+inline constexpr std::int64_t lastModbusAddress = 65535;
 
 enum class Kind : std::uint8_t { AddressMap, Float, Boolean, Regular, Emergency };
 
@@ -36,8 +38,19 @@ constexpr bool isVariable(Item item) {
     return item.kind == Kind::Float || item.kind == Kind::Boolean;
 }
 
-/// Of a variable or message: its words, letter and addresses.
-const ItemKind& rowOf(Kind kind);
+/// How the items of a kind are named in trees, pages and files, and where they lie in the device's Modbus
+/// tables.
+struct KindRow {
+    std::string_view word;        ///< names are the word and a number from 1: "RegVar64"
+    char letter;                  ///< keys of the tree nodes are the letter and the number: "F64"
+    std::size_t count;            ///< of the items, a fixed number
+    std::int32_t Project::*start; ///< the first item's address
+    int addressesPerItem;         ///< a float takes two registers, everything else one coil
+    std::string_view treeWord;    ///< in the trees names are this word and the number: "Regular12"
+};
+/// Of variables or messages.
+/// \throws std::out_of_range for the address map
+const KindRow& rowOf(Kind kind);
 
 /// "STDMSG12", "ALTMSG2", "RegVar3", "CoilVar3" or "address map".
 std::string nameOf(Item item);
@@ -49,12 +62,16 @@ std::optional<Item> itemWritten(std::string_view name);
 /// As itemNamed(), where the item must be a message, or a variable.
 std::optional<Item> messageNamed(std::string_view name);
 std::optional<Item> variableNamed(std::string_view name);
+/// Whether a name is the kind's word and any number, be there such an item or not.
+bool isNumbered(std::string_view name, Kind kind);
 /// "STDMSG1 to STDMSG40"
 std::string namesOf(Kind kind);
 /// What is said of a text that names none of these.
 std::string notAMessage(std::string_view text);
 std::string notAVariable(std::string_view text);
 
+/// Of a variable or message, as the trees write it: "Regular12".
+std::string treeNameOf(Item item);
 /// The key of the item's node in the trees: "F64"; empty for the address map, which has none.
 std::string keyOf(Item item);
 /// Nothing for the key of a group.

@@ -1,6 +1,6 @@
 #include "model/Project.h"
 
-#include "model/ItemKind.h"
+#include "model/Item.h"
 
 namespace orvista {
 
@@ -32,11 +32,11 @@ void Project::ResetAddressMap() {
 void Project::ResetVariables() {
     for (std::size_t i = 0; i < RegVar.size(); ++i) {
         RegVar[i] = {};
-        RegVar[i].name = floatVariables.name(i);
+        RegVar[i].name = nameOf({Kind::Float, i});
     }
     for (std::size_t i = 0; i < CoilVar.size(); ++i) {
         CoilVar[i] = {};
-        CoilVar[i].name = booleanVariables.name(i);
+        CoilVar[i].name = nameOf({Kind::Boolean, i});
     }
 }
 

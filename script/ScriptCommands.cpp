@@ -1,6 +1,6 @@
 #include "script/ScriptCommands.h"
 
-#include "model/ItemKind.h"
+#include "model/Item.h"
 #include "model/Text.h"
 
 #include <algorithm>
@@ -13,12 +13,6 @@ namespace {
 
 using Element = std::optional<ScriptElement>;
 using Step = std::optional<ScriptStep>;
-
-/// The variable's name with any number.
-bool namesVariable(std::string_view word, const ItemKind& kind) {
-    return startsWithIgnoringCase(word, kind.word) &&
-           GenenalModule::IsAllDigits(word.substr(kind.word.size()));
-}
 
 class Command {
 public:
@@ -123,19 +117,15 @@ ScriptCommand Command::variable(LedFont font) {
     const auto placement = this->placement();
     const std::string_view word = words_.word();
     source_.content.length = word.size();
-    const auto floatIndex = floatVariables.indexOfName(word);
-    const auto booleanIndex = booleanVariables.indexOfName(word);
-    const bool isOutOfRange = !floatIndex && !booleanIndex &&
-                              (namesVariable(word, floatVariables) || namesVariable(word, booleanVariables));
-    if (!floatIndex && !booleanIndex)
+    const auto item = variableNamed(word);
+    if (!item)
         words_.refuse(ScriptArgument::Variable, source_.content.column, word);
-    if (placement && isOutOfRange)
+    if (placement && !item && (isNumbered(word, Kind::Float) || isNumbered(word, Kind::Boolean)))
         return RemarkReason::VariableRange;
     if (words_.wrong())
         return RemarkReason::BadArgument;
-    if (floatIndex)
-        return FieldElement{*placement, font, LiveValue::Float, *floatIndex, source_};
-    return FieldElement{*placement, font, LiveValue::Boolean, *booleanIndex, source_};
+    const LiveValue value = item->kind == Kind::Float ? LiveValue::Float : LiveValue::Boolean;
+    return FieldElement{*placement, font, value, item->index, source_};
 }
 
 Element Command::clock(LedFont font, LiveValue value) {

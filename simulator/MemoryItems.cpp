@@ -1,6 +1,6 @@
 #include "simulator/MemoryItems.h"
 
-#include "model/ItemKind.h"
+#include "model/Item.h"
 #include "model/Numbers.h"
 
 #include <initializer_list>
@@ -19,11 +19,11 @@ void addName(Names& names, std::int64_t address, const std::string& name) {
     all += (all.empty() ? "" : ", ") + name;
 }
 
-Names namesOf(std::initializer_list<ItemKind> kinds, const Project& project) {
+Names namesOf(std::initializer_list<Kind> kinds, const Project& project) {
     Names names;
-    for (const ItemKind& kind : kinds)
-        for (std::size_t index = 0; index < kind.count; ++index)
-            addName(names, kind.address(project, index), kind.name(index));
+    for (const Kind kind : kinds)
+        for (std::size_t index = 0; index < rowOf(kind).count; ++index)
+            addName(names, addressOf(project, {kind, index}), nameOf({kind, index}));
     return names;
 }
 
@@ -33,7 +33,7 @@ std::string nameAt(const Names& names, std::int64_t address) {
 }
 
 void addCoils(std::vector<MemoryItem>& items, const Project& project, const DeviceMemory& memory) {
-    const Names names = namesOf({booleanVariables, emergencyMessages, regularMessages}, project);
+    const Names names = namesOf({Kind::Boolean, Kind::Emergency, Kind::Regular}, project);
     for (std::size_t address = 0; address < DeviceMemory::size && items.size() < mostItems; ++address) {
         const auto number = static_cast<std::int64_t>(address);
         if (memory.coils[address] != 0)
@@ -42,7 +42,7 @@ void addCoils(std::vector<MemoryItem>& items, const Project& project, const Devi
 }
 
 void addRegisters(std::vector<MemoryItem>& items, const Project& project, const DeviceMemory& memory) {
-    const Names names = namesOf({floatVariables}, project);
+    const Names names = namesOf({Kind::Float}, project);
     for (std::size_t address = 0; address < DeviceMemory::size && items.size() < mostItems; ++address) {
         const auto number = static_cast<std::int64_t>(address);
         const std::string name = nameAt(names, number);

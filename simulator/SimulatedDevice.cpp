@@ -3,7 +3,7 @@
 #include "display/FolderBitmaps.h"
 #include "display/RasterAt.h"
 #include "model/DeviceFiles.h"
-#include "model/ItemKind.h"
+#include "model/Item.h"
 #include "model/Windows1252.h"
 #include "widgets/DeviceClock.h"
 
@@ -35,9 +35,9 @@ void resetProject(Project& project) {
 void writeDefaults(const Project& project, DeviceMemory& memory) {
     const DisplayValues defaults = defaultValues(project);
     for (std::size_t index = 0; index < floatVariableCount; ++index)
-        memory.setFloat(floatVariables.address(project, index), defaults.floats[index]);
+        memory.setFloat(addressOf(project, {Kind::Float, index}), defaults.floats[index]);
     for (std::size_t index = 0; index < booleanVariableCount; ++index)
-        memory.setCoil(booleanVariables.address(project, index), defaults.booleans[index]);
+        memory.setCoil(addressOf(project, {Kind::Boolean, index}), defaults.booleans[index]);
 }
 
 } // namespace
@@ -92,9 +92,9 @@ void SimulatedDevice::switchEverythingOff() {
 MessageCoils SimulatedDevice::messageCoils() const {
     MessageCoils coils;
     for (std::size_t index = 0; index < emergencyMessageCount; ++index)
-        coils.emergency[index] = memory_.coil(emergencyMessages.address(project_, index));
+        coils.emergency[index] = memory_.coil(addressOf(project_, {Kind::Emergency, index}));
     for (std::size_t index = 0; index < regularMessageCount; ++index)
-        coils.regular[index] = memory_.coil(regularMessages.address(project_, index));
+        coils.regular[index] = memory_.coil(addressOf(project_, {Kind::Regular, index}));
     return coils;
 }
 
@@ -120,9 +120,9 @@ void SimulatedDevice::beginProgramme() {
 DisplayValues SimulatedDevice::values() const {
     DisplayValues values;
     for (std::size_t index = 0; index < floatVariableCount; ++index)
-        values.floats[index] = memory_.floatAt(floatVariables.address(project_, index));
+        values.floats[index] = memory_.floatAt(addressOf(project_, {Kind::Float, index}));
     for (std::size_t index = 0; index < booleanVariableCount; ++index)
-        values.booleans[index] = memory_.coil(booleanVariables.address(project_, index));
+        values.booleans[index] = memory_.coil(addressOf(project_, {Kind::Boolean, index}));
     values.clock = localTime(settings_.clock.value_or(QDateTime::currentDateTime()));
     return values;
 }

@@ -45,7 +45,7 @@ bool isSomethingOn(const DisplayItem& item) {
 }
 
 bool isSamePlace(const DisplayItem& item, const DisplayItem& other) {
-    return item.kind == other.kind && item.index == other.index && item.address == other.address;
+    return item.item == other.item && item.address == other.address;
 }
 
 /// The page that is on at a time, as it stands when its entering effect is over.

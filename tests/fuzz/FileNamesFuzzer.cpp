@@ -1,7 +1,9 @@
 #include "model/FolderLookup.h"
-#include "model/ItemKind.h"
+#include "model/Item.h"
 #include "model/ProjectFile.h"
 #include "tests/fuzz/ReaderRun.h"
+
+#include <algorithm>
 
 /// Any bytes are a path: it splits and joins to itself, and names of projects and items come out of it whole.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -16,11 +18,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         testing::require(rules.nativeForm(path).size() == path.size());
     }
     testing::require(path.starts_with(DocMgrModule::projectNameOfFile(path)));
-    for (const ItemKind& kind : {floatVariables, booleanVariables, emergencyMessages, regularMessages}) {
-        if (const auto index = kind.indexOfName(path))
-            testing::require(*index < kind.count && kind.indexOfName(kind.name(*index)) == index);
-        if (const auto index = kind.indexOfKey(path))
-            testing::require(*index < kind.count && kind.indexOfKey(kind.key(*index)) == index);
-    }
+    if (const auto item = itemNamed(path))
+        testing::require(std::ranges::count(allItems(), *item) == 1 && itemNamed(nameOf(*item)) == item);
+    if (const auto item = itemOfKey(path))
+        testing::require(std::ranges::count(allItems(), *item) == 1 && itemOfKey(keyOf(*item)) == item);
     return 0;
 }
