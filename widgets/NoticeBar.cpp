@@ -5,6 +5,7 @@
 #include "widgets/ModalDialogs.h"
 
 #include <QAccessible>
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
@@ -57,6 +58,14 @@ NoticeBar::NoticeBar(const QString& name, QWidget* parent)
     connect(button_, &QPushButton::clicked, this, &NoticeBar::press);
     connect(dismiss, &QToolButton::clicked, this, &NoticeBar::dismissed);
     hide();
+}
+
+bool NoticeBar::event(QEvent* event) {
+    const bool isHandled = QWidget::event(event);
+    // In a dock that is short of room a text of several lines would lose the first and the last.
+    if (event->type() == QEvent::Resize || event->type() == QEvent::LayoutRequest)
+        setMinimumHeight(layout()->heightForWidth(width()));
+    return isHandled;
 }
 
 void NoticeBar::press() {

@@ -26,6 +26,9 @@ signals:
     /// The user wants the line away: its button was pressed, or the one that does nothing else.
     void dismissed();
 
+protected:
+    bool event(QEvent* event) override;
+
 private:
     void press();
 

@@ -270,7 +270,8 @@ only on {other}: new.bmp
     def test_a_display_without_a_file_cannot_be_read(self):
         display = self.display()
         (self.folder / "held" / "altmsg.ilm").unlink()
-        self.assertIn(display.address, self.complaint(2, "compare", PROJECT, display.address))
+        self.assertIn(f"{display.address}: altmsg.ilm could not be fetched: 550 ",
+                      self.complaint(2, "compare", PROJECT, display.address))
 
     def test_an_address_beyond_32_bits_cannot_be_read(self):
         display = self.display()

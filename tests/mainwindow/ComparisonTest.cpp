@@ -153,6 +153,7 @@ private slots:
     void aFileThatTheDisplayLacksIsNamedBesideTheBox();
     void aDownloadNamesWhatTheDisplayLacks();
     void aDownloadThatHoldsNoProjectSaysSo();
+    void aDownloadOfAFileThatIsNotWholeSaysSo();
     void anEarlierAnswerGoesWhereANewComparisonFails();
     void aCancelledQuestionKeepsTheAnswer();
     void theLineHoldsTheFingerprints();
@@ -560,6 +561,21 @@ void ComparisonTest::aDownloadThatHoldsNoProjectSaysSo() {
     editor.downloadFrom(server);
     QCOMPARE(editor.notice(),
              QStringLiteral("127.0.0.1:%1 holds no project: its files say nothing").arg(server.port()));
+}
+
+void ComparisonTest::aDownloadOfAFileThatIsNotWholeSaysSo() {
+    const FtpTestServer server;
+    ComparingEditor editor;
+    editor.saveAndUpload(server);
+    const std::string held = server.bytes("stdmsg.ilm");
+    server.put("stdmsg.ilm", held.substr(0, held.find("DEFMSG STDMSG13") + 20));
+    editor.downloadFrom(server);
+    QCOMPARE(editor.find<QLabel>("lblShowNotWhole")->text(),
+             QStringLiteral("stdmsg.ilm is not whole: 12 of 40 regular messages were read. "
+                            "Saving makes it whole as it is shown."));
+    editor.click("btnShowNotWhole");
+    const QAbstractItemModel& findings = *editor.find<QTableView>("tblFindings")->model();
+    QCOMPARE(findings.index(0, 1).data().toString(), QStringLiteral("stdmsg.ilm"));
 }
 
 void ComparisonTest::anEarlierAnswerGoesWhereANewComparisonFails() {

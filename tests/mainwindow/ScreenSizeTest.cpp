@@ -1,9 +1,11 @@
 #include "tests/support/EditorFixture.h"
 
 #include "display/forms/PreviewClock.h"
+#include "mainwindow/PanelDock.h"
 #include "script/forms/frmMessageEdit.h"
 
 #include <QDockWidget>
+#include <QLabel>
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollArea>
@@ -103,6 +105,22 @@ private slots:
         QVERIFY(editor.dock()->height() < high);
         editor.showPage("C4");
         QTRY_COMPARE(editor.dock()->height(), high);
+    }
+
+    void linesBelowThePagesThatTakeSeveralRowsAreShownWhole() {
+        const Sized editor(halvedScreen);
+        const QString text = QStringLiteral("It is not whole: twelve messages were read. ").repeated(8);
+        editor.showPage("C5");
+        auto* const dock = editor.find<PanelDock>("dockPanels");
+        for (const char* const name : {"One", "Other"})
+            dock->offer({QString::fromLatin1(name), text, QStringLiteral("Show"), [] {}});
+        // The page has nothing to spare.
+        QTRY_VERIFY(editor.spare() < 0 && dock->height() == dock->minimumSizeHint().height());
+        for (const char* const name : {"lblOne", "lblOther"}) {
+            const auto* const line = editor.find<QLabel>(name);
+            QVERIFY(line->height() > 2 * line->fontMetrics().lineSpacing());
+            QCOMPARE(line->height(), line->heightForWidth(line->width()));
+        }
     }
 
     void theWizardFitsLowScreens() {
