@@ -7,13 +7,17 @@
 #include "console/Projects.h"
 #include "console/ReadFiles.h"
 #include "items/AddressList.h"
+#include "model/Quotation.h"
 #include "model/Text.h"
 #include "model/UtcTime.h"
 #include "sheets/AddressSheet.h"
+#include "sheets/PlcOpenXml.h"
+#include "sheets/StructuredText.h"
 
 #include <CLI/App.hpp>
 #include <nlohmann/json.hpp>
 
+#include <array>
 #include <memory>
 #include <optional>
 #include <system_error>
@@ -26,28 +30,47 @@ struct AddressesOptions {
     std::string project;
     std::string output;
     std::string separator = ",";
+    std::string prefix;
+    bool utf8 = false;
     bool usedOnly = false;
     bool json = false;
     bool notWhole = false;
 };
 
-enum class Format { Csv, Html, Json };
+enum class Format { Csv, Html, Json, StructuredText, PlcOpenXml };
+
+struct FormatEnding {
+    std::string_view ending;
+    Format format;
+};
+constexpr auto endings = std::to_array<FormatEnding>({{".csv", Format::Csv},
+                                                      {".html", Format::Html},
+                                                      {".htm", Format::Html},
+                                                      {".json", Format::Json},
+                                                      {".st", Format::StructuredText},
+                                                      {".xml", Format::PlcOpenXml}});
 
 Format formatOf(const AddressesOptions& options) {
     if (options.output.empty())
         return options.json ? Format::Json : Format::Csv;
-    const auto endsWith = [&options](std::string_view end) {
-        return endsWithIgnoringCase(options.output, end);
-    };
-    if (endsWith(".json"))
-        return Format::Json;
-    if (!options.json && endsWith(".csv"))
-        return Format::Csv;
-    if (!options.json && (endsWith(".html") || endsWith(".htm")))
-        return Format::Html;
-    throw CommandFailure(
-        ExitStatus::Unusable,
-        options.output + (options.json ? " does not end in .json" : " does not end in .csv, .html or .json"));
+    for (const auto& [ending, format] : endings)
+        if (endsWithIgnoringCase(options.output, ending) && (!options.json || format == Format::Json))
+            return format;
+    throw CommandFailure(ExitStatus::Unusable,
+                         options.output + (options.json
+                                               ? " does not end in .json"
+                                               : " does not end in .csv, .html, .json, .st or .xml"));
+}
+
+/// \throws CommandFailure for options that the format has no use for
+void expectFormat(const AddressesOptions& options, Format format) {
+    const bool hasNames = format == Format::StructuredText || format == Format::PlcOpenXml;
+    if (!options.prefix.empty() && !hasNames)
+        throw CommandFailure(ExitStatus::Unusable, "--prefix goes with a file .st or .xml");
+    if (options.utf8 && format != Format::StructuredText)
+        throw CommandFailure(ExitStatus::Unusable, "--utf8 goes with a file .st");
+    if (const std::string fault = plcPrefixFault(options.prefix); !fault.empty())
+        throw CommandFailure(ExitStatus::Unusable, "--prefix: " + quotation(options.prefix) + " " + fault);
 }
 
 char separatorOf(const AddressesOptions& options) {
@@ -63,8 +86,11 @@ char separatorOf(const AddressesOptions& options) {
 nlohmann::ordered_json jsonRow(const AddressRow& row) {
     nlohmann::ordered_json object;
     const auto cells = addressCells(row);
-    for (std::size_t column = 0; column < addressColumnCount; ++column)
+    for (std::size_t column = 0; column < addressColumnCount; ++column) {
         object[std::string(addressColumns[column])] = cells[column];
+        if (addressColumns[column] == "word_order")
+            object["byte_order"] = row.wordOrder.empty() ? "" : byteOrder;
+    }
     object["number"] = row.number;
     object["address"] = row.address;
     object["count"] = row.count;
@@ -72,43 +98,64 @@ nlohmann::ordered_json jsonRow(const AddressRow& row) {
 }
 
 /// \throws CommandFailure for a bitmap that cannot be read
-AddressHead headOf(const Project& project) {
+AddressHead headOf(const Project& project, const ProjectNotes& notes) {
     try {
-        return {fingerprint(DisplayContents::ofProject(project)), utcText(presentMoment())};
+        return {.fingerprint = fingerprint(DisplayContents::ofProject(project)),
+                .time = utcText(presentMoment()),
+                .display = notes.displayName,
+                .release = std::string(programRelease)};
     } catch (const std::system_error& failure) {
         throw CommandFailure(ExitStatus::Unusable, failure.what());
     }
 }
 
-std::string addressJson(const std::vector<AddressRow>& rows, const AddressHead& head) {
+std::string addressJson(std::span<const AddressRow> rows, const Project& project, const AddressHead& head) {
     auto list = nlohmann::ordered_json::array();
     for (const AddressRow& row : rows)
         list.push_back(jsonRow(row));
     return jsonText({{"version", programRelease},
+                     {"file", projectFileName(project)},
+                     {"display", head.display},
                      {"fingerprint", head.fingerprint},
                      {"time", head.time},
                      {"addresses", std::move(list)}});
 }
 
+/// \throws CommandFailure that names each item whose name is none, or another's
+PlcVariables variablesOf(std::span<const AddressRow> rows, const Project& project,
+                         const std::string& prefix) {
+    const PlcNames names = plcNames(rows, prefix);
+    if (!names.faults.empty())
+        throw CommandFailure(ExitStatus::Unusable, plcFaultText(names));
+    return plcVariables(rows, names, prefix, project);
+}
+
+std::string listIn(Format format, std::span<const AddressRow> rows, const Project& project,
+                   const ProjectNotes& notes, const AddressesOptions& options) {
+    if (format == Format::Csv)
+        return addressCsv(rows, separatorOf(options));
+    const AddressHead head = headOf(project, notes);
+    if (format == Format::Html)
+        return addressHtml(rows, project, head);
+    if (format == Format::Json)
+        return addressJson(rows, project, head);
+    const PlcVariables variables = variablesOf(rows, project, options.prefix);
+    if (format == Format::PlcOpenXml)
+        return plcOpenXml(variables, project, head);
+    return structuredText(variables, project, head,
+                          options.utf8 ? StructuredTextLetters::Utf8 : StructuredTextLetters::Ascii);
+}
+
 ExitStatus listAddresses(const AddressesOptions& options) {
     const Format format = formatOf(options);
-    const char separator = separatorOf(options);
+    separatorOf(options);
+    expectFormat(options, format);
     expectApartFromProject(options.output, options.project);
     const Project project = readWholeProject(options.project, options.notWhole);
+    const ProjectNotes notes = notesBeside(options.project);
     auto rows = addressList(project, options.usedOnly ? AddressRows::UsedOnly : AddressRows::All);
-    addNotes(rows, notesBeside(options.project));
-    std::string text;
-    switch (format) {
-    case Format::Csv:
-        text = addressCsv(rows, separator);
-        break;
-    case Format::Html:
-        text = addressHtml(rows, project, headOf(project));
-        break;
-    case Format::Json:
-        text = addressJson(rows, headOf(project));
-        break;
-    }
+    addNotes(rows, notes);
+    const std::string text = listIn(format, rows, project, notes, options);
     if (options.output.empty())
         print(text, Reader::Program);
     else
@@ -123,7 +170,10 @@ void addAddresses(CLI::App& program, Run& run) {
     CLI::App* command =
         program.add_subcommand("addresses", "List the Modbus address of every variable and message");
     command->add_option("PROJECT", options->project, "A project file, .orx")->required();
-    command->add_option("-o,--output", options->output, "The file to write: .csv, .html or .json")
+    command
+        ->add_option("-o,--output", options->output,
+                     "The file to write: .csv, .html, .json, .st (Structured Text)\n"
+                     "or .xml (PLCopen)")
         ->type_name("FILE");
     command->add_flag("--used", options->usedOnly,
                       "Only variables that a message shows, and messages that draw");
@@ -131,15 +181,20 @@ void addAddresses(CLI::App& program, Run& run) {
         ->add_option("--separator", options->separator, "Between the cells of CSV: \",\", \";\" or \"tab\"")
         ->type_name("CHARACTER");
     command->add_flag("--json", options->json, "JSON instead of CSV");
+    command->add_option("--prefix", options->prefix, "Before each name in a file .st or .xml, such as LINE3_")
+        ->type_name("TEXT");
+    command->add_flag("--utf8", options->utf8, "Comments of a file .st in UTF-8, else in plain ASCII");
     addNotWhole(*command, options->notWhole);
     command->footer(
         "Examples:\n"
         "  orvista addresses PUMPSTATION.orx\n"
         "  orvista addresses PUMPSTATION.orx --used -o addresses.html\n"
-        "  orvista addresses PUMPSTATION.orx --separator \";\" -o addresses.csv\n\n"
+        "  orvista addresses PUMPSTATION.orx --separator \";\" -o addresses.csv\n"
+        "  orvista addresses PUMPSTATION.orx --prefix LINE3_ -o display.st\n\n"
         "Addresses count from 0, as in the request; references such as 40101 or 00321 count from 1. A\n"
         "spreadsheet takes the zeros in front of a reference away, and 1/2 for a date, unless the\n"
-        "columns are imported as text.");
+        "columns are imported as text. In a file .st or .xml an item is called by its label, else by\n"
+        "its own name.");
     command->callback([options, &run] { run = [options] { return listAddresses(*options); }; });
 }
 

@@ -2,6 +2,7 @@
 
 #include "compare/DisplayContents.h"
 #include "items/AddressList.h"
+#include "items/NotesFile.h"
 #include "mainwindow/PanelDock.h"
 #include "mainwindow/ProjectChanges.h"
 #include "model/FileReplacing.h"
@@ -32,7 +33,10 @@ QString fileName(const std::string& path) {
 
 /// Without a fingerprint where a bitmap cannot be read.
 AddressHead headOf(const Project& project) {
-    AddressHead head{{}, utcText(presentMoment())};
+    AddressHead head{.fingerprint = {},
+                     .time = utcText(presentMoment()),
+                     .display = readNotesFile(notesPath(project)).notes.displayName,
+                     .release = ORVISTA_RELEASE};
     try {
         head.fingerprint = fingerprint(DisplayContents::ofProject(project));
     } catch (const std::system_error&) {

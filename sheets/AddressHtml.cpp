@@ -1,6 +1,7 @@
 #include "sheets/AddressSheet.h"
 
 #include "model/Windows1252.h"
+#include "sheets/Markup.h"
 
 #include <algorithm>
 #include <vector>
@@ -36,31 +37,8 @@ constexpr std::string_view explanations =
 a 4 for holding registers. Coils are written with function 5, the coils of messages also with function 15.</p>
 <p>A float takes two holding registers, the low word first, and is written whole with function 16. 123.456 is
 42F6E979 as a single: its first register is E979, the second 42F6, and the request carries the bytes
-E9 79 42 F6.</p>
+E9 79 42 F6. Many tools call this order CDAB.</p>
 )";
-
-std::string escapedForHtml(std::string_view text) {
-    std::string html;
-    for (const char character : text) {
-        switch (character) {
-        case '&':
-            html += "&amp;";
-            break;
-        case '<':
-            html += "&lt;";
-            break;
-        case '>':
-            html += "&gt;";
-            break;
-        case '"':
-            html += "&quot;";
-            break;
-        default:
-            html += character;
-        }
-    }
-    return html;
-}
 
 bool isNoted(const AddressRow& row, std::string_view column) {
     return std::ranges::any_of(noteFields, [&](const NoteField& field) {
@@ -113,8 +91,10 @@ void appendBlock(std::string& html, std::span<const AddressRow> rows, std::strin
         if (row.kind != kind)
             continue;
         const auto cells = addressCells(row);
-        appendTableRow(html, columns, "td",
-                       [&cells](std::size_t column) { return escapedForHtml(cells[column]); });
+        appendTableRow(html, columns, "td", [&](std::size_t column) {
+            return escapedForMarkup(addressColumns[column] == "word_order" ? wordOrderText(row)
+                                                                           : cells[column]);
+        });
     }
     html += "</tbody>\n</table>\n";
 }
@@ -128,10 +108,18 @@ std::string timeForPeople(std::string time) {
 }
 
 std::string titleOf(const Project& project) {
-    return "Addresses of " + escapedForHtml(project.ProjName);
+    return "Addresses of " + escapedForMarkup(project.ProjName);
 }
 
 } // namespace
+
+std::string projectFileName(const Project& project) {
+    return project.ProjName.empty() ? "" : project.ProjName + ".orx";
+}
+
+std::string wordOrderText(const AddressRow& row) {
+    return row.wordOrder.empty() ? "" : std::string(row.wordOrder) + " (" + std::string(byteOrder) + ")";
+}
 
 std::string addressHtml(std::span<const AddressRow> rows, const Project& project, const AddressHead& head) {
     return std::string(pageStart)
@@ -144,7 +132,11 @@ std::string addressHtml(std::span<const AddressRow> rows, const Project& project
 std::string addressHtmlBody(std::span<const AddressRow> rows, const Project& project,
                             const AddressHead& head) {
     std::string html = "<h1>" + titleOf(project) + "</h1>\n<p>Device address: ";
-    html.append(escapedForHtml(utf8FromWindows1252(project.IP))).append("</p>\n<p>");
+    html.append(escapedForMarkup(utf8FromWindows1252(project.IP))).append("</p>\n<p>");
+    if (!head.display.empty())
+        html.append("Display: ").append(escapedForMarkup(head.display)).append("<br>\n");
+    if (!project.ProjName.empty())
+        html.append("File: ").append(escapedForMarkup(projectFileName(project))).append("</p>\n<p>");
     if (!head.fingerprint.empty())
         html.append("Fingerprint of the project: ").append(head.fingerprint).append("<br>\n");
     html.append("As of ").append(timeForPeople(head.time)).append("</p>\n").append(explanations);

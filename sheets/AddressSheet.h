@@ -4,15 +4,26 @@
 
 #include <span>
 #include <string>
+#include <string_view>
 
 /// The address list for other programs and for paper.
 namespace orvista {
 
-/// What tells one list from another.
+/// What tells one list from another. Texts are UTF-8.
 struct AddressHead {
     std::string fingerprint; ///< of what an upload of the project sends; empty where it cannot be told
     std::string time;        ///< of the list, as utcText() writes it
+    std::string display;     ///< its name in the notes, which may be empty
+    std::string release;     ///< of the program: "1.03-2"
 };
+
+/// "low word first" in the words of many tools: the bytes of the float ABCD as they are sent.
+inline constexpr std::string_view byteOrder = "CDAB";
+/// "low word first (CDAB)"; empty for a bit.
+std::string wordOrderText(const AddressRow& row);
+
+/// The project file's name, without its folder; empty for a project that has none yet.
+std::string projectFileName(const Project& project);
 
 /// \returns UTF-8 with its mark
 std::string addressCsv(std::span<const AddressRow> rows, char separator = ',');

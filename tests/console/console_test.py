@@ -20,7 +20,7 @@ from unittest import mock
 sys.path.insert(0, str(Path(__file__).parents[1] / "tour"))
 import device_files  # noqa: E402  the project's files, written apart from the program
 
-from program import COMMANDS, GOLDEN, PROGRAM, PROJECT, ProgramTest, as_ordinary_user, main
+from program import EXAMPLE, COMMANDS, GOLDEN, PROGRAM, PROJECT, ProgramTest, as_ordinary_user, main
 
 
 def golden(name):
@@ -177,6 +177,8 @@ class Addresses(ProgramTest):
     def test_json_says_the_same(self):
         rows = json.loads(self.expect(0, "addresses", PROJECT, "--json"))["addresses"]
         as_text = [{column: str(value) for column, value in row.items()} for row in rows]
+        orders = [row.pop("byte_order") for row in as_text]
+        self.assertEqual(orders, ["CDAB"] * 64 + [""] * 92)
         self.assertEqual(as_text, table(golden("addresses.csv")))
         self.assertIsInstance(rows[0]["address"], int)
         self.expect(0, "addresses", PROJECT, "-o", "list.json")
@@ -191,6 +193,36 @@ class Addresses(ProgramTest):
         self.expect(0, "addresses", PROJECT, "-o", "list.html")
         self.assertRegex((self.folder / "list.html").read_text("utf-8"),
                          rf"<p>Fingerprint of the project: {fingerprint}<br>\nAs of \d{{4}}-\d\d-\d\d \d\d:\d\d:\d\d UTC</p>")
+
+    def test_lists_for_the_plc(self):
+        (self.folder / "PUMPSTATION.notes.json").write_text(json.dumps(
+            {"version": 1, "display": {"name": "Line 3, gate"},
+             "items": {"RegVar1": {"label": "TankLevel", "unit": "m", "comment": "H\u00f6he"}, "ALTMSG1": {"label": "BITS"}}}))
+        self.assertEqual(json.loads(self.expect(0, "addresses", PROJECT, "--json"))["display"], "Line 3, gate")
+        self.assertEqual(self.complaint(2, "addresses", PROJECT, "--prefix", "LINE3_", "-o", "a.st"),
+                         'orvista: ALTMSG1: "LINE3_BITS" is a name of the program itself already')
+        self.assertFalse((self.folder / "a.st").exists())
+        (self.folder / "PUMPSTATION.notes.json").write_text(json.dumps(
+            {"version": 1, "items": {"RegVar1": {"label": "TankLevel", "unit": "m", "comment": "H\u00f6he"}}}))
+        for options, comment in (([], "Hohe"), (["--utf8"], "H\u00f6he")):
+            with mock.patch.dict(os.environ, SOURCE_DATE_EPOCH="1795317300"):
+                self.expect(0, "addresses", PROJECT, *options, "-o", "a.st")
+            text = (self.folder / "a.st").read_text("utf-8")
+            self.expect(0, "addresses", PROJECT, "--prefix", "LINE3_", "--used", "-o", "a.XML")
+            self.assertIn(b'<variable name="LINE3_TankLevel">', (self.folder / "a.XML").read_bytes())
+            self.assertIn("(* As of 2026-11-22T03:15:00Z *)", text)
+            self.assertIn("    TankLevel : REAL := 1.85; (* m; holding register 40101, address 100, low word first (CDAB); "
+                          f"STDMSG3 ALTMSG1: {comment} *)", text)
+
+    def test_options_of_other_lists_are_refused(self):
+        for arguments, said in (
+                (["--prefix", "A_"], "--prefix goes with a file .st or .xml"),
+                (["--utf8", "-o", "a.xml"], "--utf8 goes with a file .st"),
+                (["--prefix", "3", "-o", "a.st"], '--prefix: "3" begins with no letter or _'),
+                (["--json", "-o", "a.st"], "a.st does not end in .json"),
+                (["-o", "a.txt"], "a.txt does not end in .csv, .html, .json, .st or .xml")):
+            self.assertEqual(self.complaint(2, "addresses", PROJECT, *arguments), "orvista: " + said)
+        self.assertEqual(set(self.files()), {path.name for path in EXAMPLE.iterdir()})
 
     def test_a_given_time_makes_the_same_bytes_every_time(self):
         with mock.patch.dict(os.environ, SOURCE_DATE_EPOCH="1795317300"):

@@ -33,7 +33,7 @@ def manual_fields(command):
 class Manual(ProgramTest):
     def options(self, *command):
         """The long options that the help tells of."""
-        return set(re.findall(r"^  (?:-\w,)?(--[a-z-]+)", self.expect(0, *command, "--help").decode(), re.M))
+        return set(re.findall(r"^  (?:-\w,)?(--[a-z0-9-]+)", self.expect(0, *command, "--help").decode(), re.M))
 
     def completions(self, *words):
         script = 'source "$1"; shift; compopt() { :; }; COMP_WORDS=("$@"); COMP_CWORD=$(($# - 1)); _orvista; printf "%s\\n" "${COMPREPLY[@]}"'
@@ -74,7 +74,7 @@ class Manual(ProgramTest):
         told = {"--help", "--version"}.union(*(self.options(*command) for command in COMMANDS))
         section = PAGE.split(".SH OPTIONS\n")[1].split("\n.SH ")[0].replace("\\-", "-")
         heads = "\n".join(re.findall(r"^\.TP\n(.*)$", section, re.M))
-        self.assertEqual(set(re.findall(r"--[a-z-]+", heads)), told)
+        self.assertEqual(set(re.findall(r"--[a-z0-9-]+", heads)), told)
         for command in COMMANDS:
             self.assertIn("\\fBorvista " + " ".join(command), PAGE)
         self.assertEqual(re.search(r'"(\d+\.\d+-\d+)"', PAGE)[1], self.expect(0, "--version").decode().split()[1])
@@ -86,7 +86,7 @@ class Manual(ProgramTest):
             told = self.options(*command) - {"--help"}
             if "--output" in told:  # by its letter
                 told = told - {"--output"} | {"-o"}
-            self.assertEqual(set(re.findall(r"(?<![\w-])-(?:-[a-z-]+|o)\b", line)), told, command)
+            self.assertEqual(set(re.findall(r"(?<![\w-])-(?:-[a-z0-9-]+|o)\b", line)), told, command)
 
     def test_completions_are_made_from_the_help(self):
         (self.folder / "programs").mkdir()

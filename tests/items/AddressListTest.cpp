@@ -105,10 +105,11 @@ TEST(AddressList, ShowsTheFirstTextWithItsFields) {
 TEST(AddressList, PrintsAsOneFile) {
     Project project = testing::exampleProject();
     project.STDMSG[0] = "TEXT 0 0 RED BLACK \"<b>&\"";
-    const std::string html =
-        addressHtml(addressList(project), project, {"0123456789ab", "2026-11-22T03:15:07Z"});
+    const std::string html = addressHtml(addressList(project), project,
+                                         {"0123456789ab", "2026-11-22T03:15:07Z", "Line 3 & 4", "1.03-2"});
     for (const char* const part :
          {"<h1>Addresses of PUMPSTATION</h1>", "Device address: 127.0.0.1",
+          "<p>Display: Line 3 &amp; 4<br>\nFile: PUMPSTATION.orx</p>", "<td>low word first (CDAB)</td>",
           "<p>Fingerprint of the project: 0123456789ab<br>\nAs of 2026-11-22 03:15:07 UTC</p>",
           "addresses count from 0, as in the request", "E9 79 42 F6", "<h2>Float variables</h2>",
           "<h2>Regular messages</h2>", "display: table-header-group", "<td>&lt;b&gt;&amp;</td>",
