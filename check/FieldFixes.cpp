@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <variant>
 
 namespace orvista {
@@ -34,29 +35,90 @@ std::vector<Covered> coveredBy(const FixGround& ground, const FixedPage& drawn) 
     return all;
 }
 
+/// Dots that are lit, or that a value or bitmap takes, and how far they move to the right.
+struct Moved {
+    DotBox dots;
+    std::int64_t by = 0;
+};
+
+/// Of a text's characters from one on and before another, those that are not blank, with what lies between.
+std::optional<DotBox> inkOf(const TextElement& text, DotBox box, std::size_t first, std::size_t end) {
+    const std::string_view part = std::string_view(text.text).substr(0, end);
+    const std::size_t begin = part.find_first_not_of(' ', first);
+    if (begin == std::string_view::npos)
+        return std::nullopt;
+    const std::int64_t cell = cellWidth(text.font);
+    box.right = box.left + static_cast<std::int64_t>(part.find_last_not_of(' ') + 1) * cell;
+    box.left += static_cast<std::int64_t>(begin) * cell;
+    return box;
+}
+
+/// The page in pieces that move as one.
+class MovedPage {
+public:
+    explicit MovedPage(const FixedPage& drawn) : drawn_(drawn) {}
+
+    void add(std::size_t element, std::int64_t by) { add(element, 0, std::string_view::npos, by); }
+    /// Of a text its characters from one on and before another.
+    void add(std::size_t element, std::size_t first, std::size_t end, std::int64_t by) {
+        const auto* const text = std::get_if<TextElement>(&drawn_.page().elements[element]);
+        const auto dots = text == nullptr ? std::optional(drawn_.box(element))
+                                          : inkOf(*text, drawn_.box(element), first, end);
+        if (dots)
+            pieces_.push_back({*dots, by});
+    }
+
+    /// Whether something moves onto something that it did not lie on.
+    bool wouldMeet() const {
+        return std::ranges::any_of(pieces_, [this](const Moved& one) {
+            return one.by != 0 && std::ranges::any_of(pieces_, [&](const Moved& other) {
+                       return !meet(one.dots, other.dots) && meet(there(one), there(other));
+                   });
+        });
+    }
+
+private:
+    static DotBox there(const Moved& piece) {
+        return {piece.dots.left + piece.by, piece.dots.top, piece.dots.right + piece.by, piece.dots.bottom};
+    }
+
+    const FixedPage& drawn_;
+    std::vector<Moved> pieces_;
+};
+
 /// Puts blanks in front of what is covered, and moves what follows along.
-Fix blanksFix(const FixGround& ground, const FixedPage& drawn, const std::vector<Covered>& all) {
+std::optional<Fix> blanksFix(const FixGround& ground, const FixedPage& drawn,
+                             const std::vector<Covered>& all) {
     const auto& field = std::get<FieldElement>(drawn.page().elements[drawn.element()]);
     Fix fix{"Leave " + countedText(static_cast<std::uint64_t>(shownWidth(field, ground.formats)), "blank"),
             {}};
+    const std::int64_t end = drawn.box(drawn.element()).right;
+    std::vector<bool> isPlaced(drawn.count());
+    MovedPage moved(drawn);
     std::int64_t dots = 0;
-    std::int64_t left = drawn.box(drawn.element()).right;
+    std::int64_t left = end;
     for (const Covered& covered : all) {
         const auto& text = std::get<TextElement>(drawn.page().elements[covered.text]);
         const std::int64_t cell = cellWidth(text.font);
-        const std::int64_t blanks = (drawn.box(drawn.element()).right - covered.left + cell - 1) / cell;
+        const std::int64_t blanks = (end - covered.left + cell - 1) / cell;
         fix.edits.push_back(drawn.inserted(text.source.line, text.source.content.column + covered.first,
                                            std::string(static_cast<std::size_t>(blanks), ' ')));
+        moved.add(covered.text, 0, covered.first, 0);
+        moved.add(covered.text, covered.first, text.text.size(), blanks * cell);
+        isPlaced[covered.text] = true;
         dots = std::max(dots, blanks * cell);
         left = std::min(left, covered.left);
     }
-    for (const std::size_t later : drawn.after(drawn.element(), left)) {
-        const bool isCovered =
-            std::ranges::any_of(all, [&](const Covered& covered) { return covered.text == later; });
-        if (!isCovered)
-            fix.edits.push_back(drawn.withX(later, drawn.x(later) + dots));
+    const std::vector<std::size_t> following = drawn.after(drawn.element(), left);
+    for (std::size_t i = 0; i < drawn.count(); ++i) {
+        if (isPlaced[i])
+            continue;
+        const bool follows = std::ranges::binary_search(following, i);
+        moved.add(i, follows ? dots : 0);
+        if (follows)
+            fix.edits.push_back(drawn.withX(i, drawn.x(i) + dots));
     }
-    return fix;
+    return moved.wouldMeet() ? std::nullopt : std::optional(std::move(fix));
 }
 
 /// Makes a float as narrow as the place that it has.
@@ -89,7 +151,8 @@ std::vector<Fix> gapFixes(const FixGround& ground, const Finding& finding) {
     std::vector<Fix> fixes;
     if (covered.empty())
         return fixes;
-    fixes.push_back(blanksFix(ground, *drawn, covered));
+    if (auto blanks = blanksFix(ground, *drawn, covered))
+        fixes.push_back(std::move(*blanks));
     if (auto narrower = narrowerFix(ground, *drawn, covered))
         fixes.push_back(std::move(*narrower));
     return fixes;

@@ -139,6 +139,24 @@ TEST_F(FixingTest, AValueGetsItsBlanksOrIsMadeNarrower) {
                                               "DISPVAR 8 0 RED BLACK RegVar1\nTEXT 96 0 RED BLACK \"d\""}}));
 }
 
+/// A tall text makes way for a small value, and must not run into a small text below the value.
+TEST_F(FixingTest, NoBlanksAreLeftThatPutOneTextOntoAnother) {
+    const std::string value = "\nDISPVARS 40 0 RED BLACK RegVar1";
+    const std::string below = "\nTEXTS 96 8 RED BLACK \"x\"";
+    const std::string behind = "\nTEXT 80 0 RED BLACK \"t\"";
+    EXPECT_EQ(mended("TEXT 0 0 RED BLACK \"Level   m\"" + value + below, "field-gap"),
+              (Mended{{"Leave 7 blanks", "TEXT 0 0 RED BLACK \"Level      m\"" + value + below}}));
+    EXPECT_EQ(mended("TEXT 0 0 RED BLACK \"Level   mm\"" + value + below, "field-gap"), Mended{});
+    EXPECT_EQ(mended("TEXT 0 0 RED BLACK \"Level   m\"" + value + behind, "field-gap"),
+              (Mended{{"Leave 7 blanks",
+                       "TEXT 0 0 RED BLACK \"Level      m\"" + value + "\nTEXT 104 0 RED BLACK \"t\""}}));
+    EXPECT_EQ(mended("TEXT 0 0 RED BLACK \"Level   m\"" + value + behind + "\nTEXTS 108 8 RED BLACK \"x\"",
+                     "field-gap"),
+              Mended{});
+    // Blanks lie on nothing.
+    EXPECT_EQ(mended("TEXT 0 0 RED BLACK \"Level   m  \"" + value + below, "field-gap").size(), 1U);
+}
+
 TEST_F(FixingTest, AVariableStaysAsWideAsAnotherMessageNeedsIt) {
     project.RegVar[0].precision = "1";
     project.ALTMSG[0] = "TEXT 0 0 RED BLACK \"a  b\"\nDISPVAR 8 0 RED BLACK RegVar1";
