@@ -32,7 +32,7 @@ inline constexpr std::size_t maximumFindings = 1000;
 using CodeCounts = std::array<std::size_t, static_cast<std::size_t>(Code::Count)>;
 
 struct Findings {
-    std::vector<Finding> list; ///< in order; at most maximumFindings
+    std::vector<Finding> list; ///< in order, at most maximumFindings; where there are more, errors first
     FindingCounts counts;      ///< of all, also of those that the list has no room for
     CodeCounts byCode{};       ///< the same of those about items
     /// How many the list has no room for.

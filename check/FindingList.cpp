@@ -14,6 +14,16 @@ void addCounts(Findings& findings, const Findings& others) {
     std::ranges::transform(findings.byCode, others.byCode, findings.byCode.begin(), std::plus<>());
 }
 
+bool isListedFirst(const Finding& finding) {
+    return finding.severity() == Severity::Error;
+}
+
+/// So that those that matter most are listed.
+void cutToMaximum(std::vector<Finding>& list) {
+    std::stable_partition(list.begin(), list.end(), isListedFirst);
+    list.resize(std::min(list.size(), maximumFindings));
+}
+
 } // namespace
 
 Findings FindingList::merged(std::vector<FindingList> lists) {
@@ -29,7 +39,7 @@ Findings FindingList::merged(std::vector<FindingList> lists) {
     if (!std::ranges::is_sorted(all.list, {}, place))
         std::ranges::stable_sort(all.list, {}, place);
     if (all.list.size() > maximumFindings)
-        all.list.resize(maximumFindings);
+        cutToMaximum(all.list);
     return all;
 }
 
@@ -41,9 +51,11 @@ Findings FindingList::sorted() && {
 
 void append(Findings& findings, const Findings& later) {
     addCounts(findings, later);
-    const std::size_t room = maximumFindings - findings.list.size();
-    std::ranges::copy_n(later.list.begin(), static_cast<std::ptrdiff_t>(std::min(room, later.list.size())),
-                        std::back_inserter(findings.list));
+    const bool isFull = findings.list.size() == maximumFindings;
+    std::ranges::copy_if(later.list, std::back_inserter(findings.list),
+                         [isFull](const Finding& finding) { return !isFull || isListedFirst(finding); });
+    if (!later.list.empty() && findings.counts.total() > maximumFindings)
+        cutToMaximum(findings.list);
 }
 
 } // namespace orvista

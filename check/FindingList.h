@@ -9,8 +9,8 @@
 
 namespace orvista {
 
-/// Collects what is found in one item. Findings are added in the order of their lines; those beyond
-/// maximumFindings are counted, but their sentences never written.
+/// Collects what is found in one item. Findings are added in the order of their lines; errors beyond
+/// maximumFindings of them, and others as well, are counted, but their sentences never written.
 class FindingList {
 public:
     /// Where in the item a finding is; see Place.
@@ -27,9 +27,11 @@ public:
     void add(Code code, Where where, Sentence&& sentence) {
         count(code);
         // What stands on one line is put into order later.
-        const auto& list = findings_.list;
-        if (list.size() < maximumFindings || list.back().place.line == where.line)
-            findings_.list.push_back({{item_, where.line, where.column, where.length}, code, sentence()});
+        Listed& listed = ruleOf(code).severity == Severity::Error ? errors_ : others_;
+        if (listed.count >= maximumFindings && listed.lastLine != where.line)
+            return;
+        listed = {listed.count + 1, where.line};
+        findings_.list.push_back({{item_, where.line, where.column, where.length}, code, sentence()});
     }
     /// Findings that are known by their number alone.
     void count(Code code, std::size_t number = 1) {
@@ -37,16 +39,25 @@ public:
         findings_.byCode[static_cast<std::size_t>(code)] += number;
     }
 
-    /// All that was added to the lists, by line and column.
+    /// All that was added to the lists, by line and column; where they are more than maximumFindings the
+    /// errors come first.
     static Findings merged(std::vector<FindingList> lists);
     Findings sorted() &&;
 
 private:
+    /// What the list holds of the errors, or of the others.
+    struct Listed {
+        std::size_t count = 0;
+        std::size_t lastLine = 0;
+    };
+
     Item item_;
     Findings findings_;
+    Listed errors_;
+    Listed others_;
 };
 
-/// Appends what was found in a later item.
+/// Appends what was found in a later item. Where they are more than maximumFindings the errors come first.
 void append(Findings& findings, const Findings& later);
 
 } // namespace orvista

@@ -28,6 +28,16 @@ QString explanationOf(const Rule& rule) {
            QString::fromUtf8(rule.explanation).toHtmlEscaped() + "</p>";
 }
 
+/// In the order of the project, in which the list need not be: files, then items, by their lines.
+qulonglong rankOf(const Place& place) {
+    constexpr int bitsOfALine = 32;
+    constexpr qulonglong itemsOfAKind = 256;
+    const qulonglong item =
+        place.file.empty() ? static_cast<qulonglong>(place.item.kind) * itemsOfAKind + place.item.index + 1
+                           : 0;
+    return (item << bitsOfALine) + place.line;
+}
+
 /// A file is never shown with an edit that is not applied.
 QString textOf(const Finding& finding, const std::vector<Item>& notApplied) {
     const QString text = QString::fromUtf8(finding.text);
@@ -137,8 +147,7 @@ void FindingsPanel::markNotApplied() {
         const Rule& rule = finding.rule();
         rows.push_back(
             {{QString::fromUtf8(severityName(finding.severity())), static_cast<int>(finding.severity())},
-             // The check names the items in their order.
-             {QString::fromStdString(nameOf(finding.place)), static_cast<int>(rows.size())},
+             {QString::fromStdString(nameOf(finding.place)), rankOf(finding.place)},
              {finding.place.line == 0 ? QString() : QString::number(finding.place.line),
               static_cast<qulonglong>(finding.place.line)},
              {.text = QString::fromUtf8(rule.name),

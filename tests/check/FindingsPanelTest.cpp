@@ -59,6 +59,7 @@ private slots:
     void enterOnARowNamesItsPlace();
     void theSelectedRowsStayWithWhatTheyAreAbout();
     void whatIsGoneLeavesItsPlaceToTheNext();
+    void aRowStaysSelectedWhereErrorsComeFirst();
     void theCodeIsExplainedInItsToolTip();
     void isEmptyWhileItIsDisabled();
 };
@@ -132,6 +133,23 @@ void FindingsPanelTest::whatIsGoneLeavesItsPlaceToTheNext() {
     shown.choose(1);
     shown.change(20, "CLEAR");
     QCOMPARE(shown.selected(), QStringList{"STDMSG31"});
+}
+
+void FindingsPanelTest::aRowStaysSelectedWhereErrorsComeFirst() {
+    Shown shown;
+    std::string warnings;
+    for (int i = 0; i < 999; ++i)
+        warnings += "TEXT 0 0 RED RED \"a\"\r\nCLEAR\r\n";
+    shown.change(2, warnings.c_str());
+    QCOMPARE(shown.count(), 1000);
+    shown.choose(999);
+    QCOMPARE(shown.current(), QStringLiteral("STDMSG12"));
+    shown.change(30, "NONSENSE");
+    QCOMPARE(shown.count(), 1000);
+    QCOMPARE(shown.table().currentIndex().row(), 0);
+    QCOMPARE(shown.current(), QStringLiteral("STDMSG12"));
+    shown.table().sortByColumn(ItemColumn, Qt::AscendingOrder);
+    QCOMPARE(shown.table().currentIndex().row(), 998);
 }
 
 void FindingsPanelTest::theCodeIsExplainedInItsToolTip() {

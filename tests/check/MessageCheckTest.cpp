@@ -470,9 +470,21 @@ TEST_F(MessageCheck, FindingsBeyondTheListAreCounted) {
     EXPECT_EQ(findings.counts.errors, 4500U);
     EXPECT_EQ(findings.counts.warnings, 1500U);
     EXPECT_EQ(findings.notListed(), 5000U);
-    EXPECT_EQ(findings.list[999].place.line, 1249U);
-    EXPECT_EQ(findings.list[999].code, Code::Invisible);
+    EXPECT_EQ(findings.list[999].place.line, 1666U); // three errors on five lines
+    EXPECT_EQ(findings.list[999].code, Code::UnknownCommand);
     EXPECT_EQ(findings.list[999].place.item, named("ALTMSG1"));
+}
+
+TEST_F(MessageCheck, ErrorsComeFirstWhereTheListHasNoRoomForAll) {
+    std::string script;
+    for (int i = 0; i < 1500; ++i)
+        script += "TEXT 0 0 RED RED \"a\"\nCLEAR\n";
+    const Findings findings = checkMessage(named("ALTMSG1"), script + "x\nENDMSG\nx", project, bitmaps, 128);
+    ASSERT_EQ(findings.list.size(), maximumFindings);
+    EXPECT_EQ(findings.list[1].code, Code::ReservedLine);
+    EXPECT_EQ(findings.list[2].place.line, 3003U);
+    EXPECT_EQ(findings.list[3].place.line, 1U);
+    EXPECT_EQ(findings.list[999].place.line, 1993U);
 }
 
 TEST_F(MessageCheck, RejectsUnknownPanelWidths) {

@@ -248,6 +248,21 @@ TEST_F(CheckedProject, FindingsBeyondTheListAreCounted) {
     EXPECT_EQ(findings.list.back().place.item, named("STDMSG34"));
 }
 
+TEST_F(CheckedProject, ErrorsComeFirstWhereTheListHasNoRoomForAll) {
+    for (std::string& text : project.STDMSG)
+        for (int i = 0; i < 30; ++i)
+            text += "\r\nTEXT 0 0 RED RED \"a\"";
+    project.STDMSG[1] += "\r\nx";
+    project.ALTMSG[19] = "x\r\nx";
+    const Findings findings = checkProject(project, bitmaps, 128);
+    ASSERT_EQ(findings.list.size(), maximumFindings);
+    EXPECT_EQ(findings.notListed(), 203U);
+    EXPECT_EQ(findings.list[0].place.item, named("STDMSG2"));
+    EXPECT_EQ(findings.list[2].place, (Place{named("ALTMSG20"), 2, 1, 1}));
+    EXPECT_EQ(findings.list[3].place.item, named("STDMSG1"));
+    EXPECT_EQ(findings.list.back().place.item, named("STDMSG34"));
+}
+
 class RepeatedCheck : public CheckedProject {
 protected:
     std::size_t lookedAt() {
