@@ -287,11 +287,15 @@ std::string gravestText(const FileRemarks& remarks) {
     return briefly(gravest(remarks));
 }
 
-std::string notWholeText(const std::string& projectFile, const FileRemarks& remarks) {
+std::string lossText(const std::string& projectFile, const FileRemarks& remarks) {
     const std::string file = gravest(remarks).file.empty() ? projectFile : std::string(gravest(remarks).file);
+    return file + " is not whole: " + gravestText(remarks);
+}
+
+std::string notWholeText(const std::string& projectFile, const FileRemarks& remarks) {
     const std::string leftOut = extraItems(remarks);
     const std::string saving = leftOut.empty() ? "makes it whole as it is shown" : "leaves out " + leftOut;
-    return file + " is not whole: " + gravestText(remarks) + ". Saving " + saving + ".";
+    return lossText(projectFile, remarks) + ". Saving " + saving + ".";
 }
 
 } // namespace orvista

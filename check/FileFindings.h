@@ -28,9 +28,11 @@ bool isError(const FileRemark& remark);
 /// What it says in a few words, as gravestText().
 std::string errorText(const FileRemark& remark);
 
-/// "PLANT.orx is not whole: 12 of 40 regular messages were read. Saving makes it whole as it is shown."
+/// "PLANT.orx is not whole: 12 of 40 regular messages were read"
 /// \param projectFile its name; where a device file is what the remark is about, that one is named
 /// \param remarks of which one is an error
+std::string lossText(const std::string& projectFile, const FileRemarks& remarks);
+/// The same, with what saving does: "... were read. Saving makes it whole as it is shown."
 std::string notWholeText(const std::string& projectFile, const FileRemarks& remarks);
 
 } // namespace orvista

@@ -32,7 +32,7 @@ public:
     Mending(const std::string& path, const std::string& folder, const PathRules& paths)
         : folder_(folder), context_{paths, silent_} {
         FileSource source(projectFileOnDisk(paths, path));
-        DocMgrModule::takeApart(source, sections_);
+        outline_ = DocMgrModule::takeApart(source, sections_);
         Project unused;
         DocMgrModule::readProjectWithoutWriting(path, unused, context_, &remarks_);
     }
@@ -57,12 +57,20 @@ private:
         const bool isBroken = std::ranges::any_of(remarks_.list(), [&file](const FileRemark& remark) {
             return isError(remark) && remark.file.empty() && remark.section == file.sectionName;
         });
-        if (section == nullptr || isBroken)
+        if (section == nullptr || isBroken || mayEndInNumber(*section))
             return false;
         MemorySource source(section->lines);
         TableReading reading;
         ConfigModule::readFrom(source, mended_.project, context_, file.readSection, &reading);
         return !losesSomething(reading); // with the addresses of another file variables lie elsewhere
+    }
+
+    /// Of an address behind which the file was cut off the first digits may be left, which are an address,
+    /// too.
+    bool mayEndInNumber(const ProjectFileSection& section) const {
+        return section.file == &modbusAdrFile && &section == &sections_.back() && !outline_.endsInSettings &&
+               std::ranges::find(remarks_.list(), FileRemarkKind::MissingSection, &FileRemark::kind) !=
+                   remarks_.list().end();
     }
 
     void takeFile(const DeviceFile& file) {
@@ -81,6 +89,7 @@ private:
     NoMessages silent_;
     DocMgrModule::FileContext context_;
     std::vector<ProjectFileSection> sections_;
+    DocMgrModule::ProjectFileOutline outline_;
     FileRemarks remarks_;
     Mended mended_;
 };

@@ -100,12 +100,12 @@ void fetchDisplay(const DisplayAddress& display, const std::string& folder) {
     }
 }
 
-Project readFetchedProject(const std::string& folder, const std::string& display) {
+Project readFetchedProject(const std::string& folder, const std::string& display, FileRemarks* remarks) {
     const PathRules paths = PathRules::native();
     FirstError error;
     Project project;
     project.ProjPath = folder;
-    ConfigModule::readDeviceFiles(folder, project, {paths, error}, modbusAdrFile.name);
+    ConfigModule::readDeviceFiles(folder, project, {paths, error}, modbusAdrFile.name, remarks);
     if (error.any())
         throw CommandFailure(ExitStatus::Unusable, display + ": " + error.text());
     return project;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "link/DisplayAddress.h"
+#include "model/FileRemarks.h"
 #include "model/Project.h"
 #include "model/ScratchFolder.h"
 
@@ -33,7 +34,9 @@ void fetchDisplay(const DisplayAddress& display, const std::string& folder);
 
 /// The project in the device files that were fetched into that folder, which is its own.
 /// \param display as it was named, for what is said of failures
+/// \param remarks gets what is met in the files
 /// \throws CommandFailure
-Project readFetchedProject(const std::string& folder, const std::string& display);
+Project readFetchedProject(const std::string& folder, const std::string& display,
+                           FileRemarks* remarks = nullptr);
 
 } // namespace orvista::console

@@ -29,10 +29,14 @@ struct DownloadOptions {
     bool dated = false;
 };
 
-/// A download that went well; the reason names what it left in the folder.
+/// A download that went well; the reason also names what it left in the folder.
 TransferEnd delivered(TransferEnd end, const std::vector<std::string>& kept) {
+    std::string names;
     for (const std::string& name : kept)
-        end.reason += (end.reason.empty() ? "kept: " : ", ") + name;
+        names += (names.empty() ? "kept: " : ", ") + name;
+    if (!end.reason.empty() && !names.empty())
+        end.reason += "; ";
+    end.reason += names;
     return end;
 }
 

@@ -1,5 +1,6 @@
 #include "console/Worker.h"
 
+#include "check/FileFindings.h"
 #include "compare/DisplayContents.h"
 #include "console/CommandFailure.h"
 #include "console/Displays.h"
@@ -8,6 +9,8 @@
 #include "link/TransferControls.h"
 #include "link/TransferredFiles.h"
 #include "model/Windows1252.h"
+
+#include <utility>
 
 namespace orvista::console {
 
@@ -19,10 +22,13 @@ TransferEnd downloadAsWorker(const WorkerRequest& request, StatePrinter& states)
     fetchDisplayFiles(display, folder, states, makeTransferControl);
     if (!DisplayContents::ofFolder(folder).holdsProject())
         throw CommandFailure(ExitStatus::Unusable, "holds no project");
-    Project project = readFetchedProject(folder, display.host);
+    FileRemarks remarks;
+    Project project = readFetchedProject(folder, display.host, &remarks);
     project.IP = windows1252FromUtf8(display.host).value_or(std::string());
     saveProject(request.project, project);
-    return {FleetOutcome::Done, {}, transferredDeviceFiles.size() + bitmapsOfFolder(folder).size()};
+    std::string loss = isNotWhole(remarks) ? lossText({}, remarks) : std::string();
+    return {FleetOutcome::Done, std::move(loss),
+            transferredDeviceFiles.size() + bitmapsOfFolder(folder).size()};
 }
 
 } // namespace orvista::console

@@ -445,6 +445,13 @@ class Whole(ProgramTest):
         compared = json.loads(self.run_program("compare", PROJECT, f"again/{PROJECT}", "--json").stdout)
         self.assertEqual(compared["differences"], [])
 
+    def test_mend_takes_no_address_that_may_be_cut_off(self):
+        end = self.whole.index(b"AlertMessage   300") + len(b"AlertMessage   30")
+        (self.folder / PROJECT).write_bytes(self.whole[:end])
+        said = self.expect(0, "mend", PROJECT, "-o", "new/A.orx").decode()
+        self.assertTrue(said.startswith("[MODBUS.ADR] was taken from ./modbus.adr\n"), said)
+        self.assertIn(b"AlertMessage   300\r\n", (self.folder / "new" / "A.orx").read_bytes())
+
     def test_mend_writes_nothing_where_a_device_file_is_not_whole(self):
         messages = (self.folder / "stdmsg.ilm").read_bytes()
         for bytes_ in (messages[:messages.index(b"DEFMSG STDMSG13")], messages[:-8], None):

@@ -472,6 +472,20 @@ class Download(FleetTest):
         results, _ = self.results(0, "download", "--list", name, "-o", "backup")
         self.assertEqual((results["pump"]["result"], results["pump"]["reason"]), ("done", "kept: old.bmp, Older.BMP"))
 
+    def test_a_file_that_the_display_holds_in_part_is_named(self):
+        display, = self.make(1)
+        self.give(display)
+        held = display.root / "stdmsg.ilm"
+        held.write_bytes(held.read_bytes()[:held.read_bytes().index(b"DEFMSG STDMSG13") + 20])
+        self.displays.serve()
+        name = self.write_list([f"pump,127.0.0.1,{display.port},"])
+        lost = "stdmsg.ilm is not whole: 12 of 40 regular messages were read"
+        out, _ = self.outcome(0, "download", "--list", name, "-o", "backup")
+        self.assertRegex(out, rf"^pump: done, 6 files, \d+\.\d\d s; {lost}\n$")
+        (self.folder / "backup" / "pump" / "old.bmp").write_bytes(b"BM")
+        results, _ = self.results(0, "download", "--list", name, "-o", "backup")
+        self.assertEqual(results["pump"]["reason"], lost + "; kept: old.bmp")
+
     def test_a_display_without_a_project_replaces_nothing(self):
         empty, strange, one = self.make(3)
         for display in (empty, strange, one):
