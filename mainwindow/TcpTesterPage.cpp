@@ -248,11 +248,13 @@ void TcpTesterPage::setEnabled(UpdateButton button, bool enabled) {
 void TcpTesterPage::btnEmgMsgUpdate_Click() {
     if (actions_)
         actions_->updateEmergencyMessages(txtEMsgAddr->text().toStdString(), ticked(chkEmergMsg));
+    emit messagesUpdated();
 }
 
 void TcpTesterPage::btnRegMsgUpdate_Click() {
     if (actions_)
         actions_->updateRegularMessages(txtRMsgAddr->text().toStdString(), ticked(chkRegMsg));
+    emit messagesUpdated();
 }
 
 void TcpTesterPage::cmdUpdateCoil_Click() {

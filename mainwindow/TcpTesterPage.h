@@ -48,6 +48,8 @@ public:
 
 signals:
     void sendingChanged(bool isSending);
+    /// Update was pressed for messages of either kind.
+    void messagesUpdated();
 
 protected:
     /// Wide pages have the frames side by side, which leaves a low window room for all of them.

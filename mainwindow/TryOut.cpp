@@ -83,9 +83,19 @@ void TryOut::openCopy(const std::string& folder) {
         DocMgrModule::projectFilePath(lifecycle_.environment().paths, folder, settings_.project));
     if (lifecycle_.project().ProjPath != folder)
         return; // the project before it could not be saved, and stays
+    copy_ = folder;
     startDisplay();
     navigator_.goTo({firstMessage, 0});
     tellHowToGoOn();
+}
+
+void TryOut::follow() {
+    if (lifecycle_.project().ProjPath != copy_)
+        takeHintAway();
+}
+
+void TryOut::takeHintAway() {
+    dock_.withdraw(QString::fromLatin1(nextStep));
 }
 
 void TryOut::tellHowToGoOn() {
@@ -106,8 +116,8 @@ void TryOut::startDisplay() {
     connect(&*display_, &QProcess::readyReadStandardOutput, this, &TryOut::readOutput);
     connect(&*display_, &QProcess::errorOccurred, this, &TryOut::tellNotStarted);
     display_->start(settings_.simulator,
-                    settings_.options + QStringList{"--until-input-ends", "--beside", beside, "--root",
-                                                    shownPath(held_->path())});
+                    settings_.options + QStringList{"--until-input-ends", "--remove-root", "--beside", beside,
+                                                    "--root", shownPath(held_->path())});
 }
 
 void TryOut::readOutput() {

@@ -26,6 +26,10 @@ public:
     ~TryOut() override;
 
     void miToolsTry_Click();
+    /// The project in memory is another, or may be.
+    void follow();
+    /// The user has found out how to go on.
+    void takeHintAway();
 
 private:
     void openCopy(const std::string& folder);
@@ -43,6 +47,7 @@ private:
     TryOutSettings settings_;
     QWidget& window_; ///< beside which the display stands
     std::function<void()> showTester_;
+    std::string copy_;                  ///< the folder of the project that was opened last, UTF-8
     std::optional<ScratchFolder> held_; ///< what the display holds; outlives its process
     std::optional<QProcess> display_;
 };

@@ -184,6 +184,7 @@ void frmMain::buildCommands() {
     tryOut_ = new TryOut(lifecycle_, *navigator_, *dock_,
                          seams_.tryOut.value_or(TryOutSettings::usual(lifecycle_.environment(), this)), *this,
                          [this] { tabDetails->setCurrentIndex(TcpTester); });
+    connect(testerPage_, &TcpTesterPage::messagesUpdated, tryOut_, &TryOut::takeHintAway);
     auto* const tools = new ProjectCommands(
         {lifecycle_, seams_.chooser, *changes_, *navigator_, *dock_, *messagePage_, *recovery_, *tryOut_,
          [this] { return transfer_; }, handler(this, &frmMain::miToolsPageHelp_Click)},
@@ -355,6 +356,7 @@ void frmMain::follow(ProjectTransition transition) {
     recovery_->keeper().follow(transition);
     reload_->follow(transition);
     address_->follow();
+    tryOut_->follow();
     notWhole_->follow(transition);
     messagePage_->followProject();
     dock_->followProject();

@@ -55,7 +55,6 @@ void frmRestore::buildLayout() {
     btnOK->setToolTip(tr("Open the chosen work as a project that is not saved; no file is changed"));
     btnRemove = namedButton(QStringLiteral("btnRemove"), tr("&Remove…"), this);
     btnRemove->setToolTip(tr("Remove the chosen work for good"));
-    btnRemove->setAutoDefault(false);
     buttons.layout->insertWidget(0, btnRemove);
 
     auto* const layout = new QVBoxLayout(this);

@@ -2,10 +2,17 @@
 
 #include <QCoreApplication>
 
+#include <csignal>
 #include <cstdio>
 #include <thread>
 
 namespace orvista {
+
+void outliveReaders() {
+#ifndef _WIN32
+    std::signal(SIGPIPE, SIG_IGN);
+#endif
+}
 
 void quitWhenInputEnds() {
     // Pipes cannot be watched in the event loop on Windows. The thread waits until the program is gone.

@@ -52,8 +52,9 @@ void addOptions(QCommandLineParser& parser) {
     });
     // For the editor, which starts the program.
     QCommandLineOption untilInputEnds("until-input-ends");
+    QCommandLineOption removeRoot("remove-root");
     QCommandLineOption beside("beside", {}, "x,y,width,height");
-    for (QCommandLineOption* const option : {&untilInputEnds, &beside}) {
+    for (QCommandLineOption* const option : {&untilInputEnds, &removeRoot, &beside}) {
         option->setFlags(QCommandLineOption::HiddenFromHelp);
         parser.addOption(*option);
     }
@@ -138,6 +139,7 @@ Options parseOptions(const QStringList& arguments) {
     options.headless = parser.isSet("headless");
     options.printLog = parser.isSet("log");
     options.untilInputEnds = parser.isSet("until-input-ends");
+    options.removeRoot = parser.isSet("remove-root");
     if (parser.isSet("beside"))
         options.beside = rectangle(parser.value("beside"));
     options.snapshot = parser.value("snapshot");

@@ -18,6 +18,7 @@ struct Options {
     bool headless = false;
     bool printLog = false;
     bool untilInputEnds = false;  ///< end when standard input does
+    bool removeRoot = false;      ///< with all in it, at the end
     std::optional<QRect> beside;  ///< the window of another program, on the screen, to stand beside
     QString snapshot;             ///< file of the panel's picture, or empty
     std::optional<qint64> moment; ///< milliseconds, see Snapshot

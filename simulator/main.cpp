@@ -85,6 +85,8 @@ int main(int argc, char* argv[]) {
     QCoreApplication::setApplicationVersion(ORVISTA_RELEASE);
     try {
         Options options = optionsBeforeStart(argc, argv);
+        if (options.untilInputEnds)
+            outliveReaders(); // before Qt says something
         if (options.headless)
             qputenv("QT_QPA_PLATFORM", "offscreen");
         const QApplication application(argc, argv);
@@ -95,7 +97,10 @@ int main(int argc, char* argv[]) {
             options.device.root = ownFolder.emplace().path().toStdString();
         else if (!std::filesystem::is_directory(systemPath(options.device.root), ignored))
             throw UsageError("there is no folder " + options.device.root);
-        return run(options);
+        const int result = run(options);
+        if (options.removeRoot)
+            std::filesystem::remove_all(systemPath(options.device.root), ignored);
+        return result;
     } catch (const std::exception& failure) {
         std::fprintf(stderr, "lx400d-simulator: %s\n", failure.what());
         return 2;

@@ -261,7 +261,7 @@ void RowsTable::keyPressEvent(QKeyEvent* event) {
 
 void RowsTable::mouseDoubleClickEvent(QMouseEvent* event) {
     QTableView::mouseDoubleClickEvent(event);
-    if (event->button() == Qt::LeftButton)
+    if (event->button() == Qt::LeftButton && !isEditable_)
         activate(indexAt(event->position().toPoint()));
 }
 

@@ -19,7 +19,8 @@ struct TableCell {
 using TableRow = std::vector<TableCell>;
 
 /// A table that is only read, unless it was made editable: sorted by a click on a head, filtered by a word,
-/// copied as text. A row leads somewhere by Enter or a double click, never by being selected alone.
+/// copied as text. A row leads somewhere by Enter or a double click, never by being selected alone; nowhere
+/// where it can be typed into.
 class RowsTable final : public QTableView {
     Q_OBJECT
 public:

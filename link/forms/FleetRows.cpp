@@ -52,8 +52,11 @@ TransferEnd endOf(const std::optional<FleetProcess::State>& state, const std::st
     return {files > 0 ? FleetOutcome::Half : FleetOutcome::Failed, complaint, files};
 }
 
-QString filesText(const FleetProcess::State& state) {
-    return state.of > 0 ? tr("%1 of %2").arg(state.files).arg(state.of) : QString();
+/// Nothing where nothing was to be sent.
+QString filesText(const FleetProcess::State& state, const std::optional<FleetResult>& result) {
+    const bool sentNone = result && (result->end.outcome == FleetOutcome::Equal ||
+                                     result->end.outcome == FleetOutcome::Different);
+    return state.of > 0 && !sentNone ? tr("%1 of %2").arg(state.files).arg(state.of) : QString();
 }
 
 } // namespace
@@ -204,7 +207,7 @@ std::vector<TableRow> FleetRows::table(bool withNew) const {
                          {QString::fromStdString(displayArgument(row.display.address))},
                          {.text = QFileInfo(project).fileName(), .toolTip = project.toHtmlEscaped()},
                          {word},
-                         {row.state ? filesText(*row.state) : QString()},
+                         {row.state ? filesText(*row.state, end) : QString()},
                          {reason}});
     }
     if (withNew)

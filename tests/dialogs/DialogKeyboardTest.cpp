@@ -38,6 +38,10 @@ void press(QDialog& dialog, Qt::Key key) {
     QTest::keyClick(dialog.focusWidget() ? dialog.focusWidget() : &dialog, key);
 }
 
+bool removeNothing(std::size_t /*row*/) {
+    return false;
+}
+
 QString nameOf(const QWidget& control) {
     return control.objectName() + u'/' + QString::fromLatin1(control.metaObject()->className());
 }
@@ -209,12 +213,13 @@ private:
         const QStringList okCancel{"btnOK", "btnCancel"};
         add("replace", {"btnOK", "btnCancel", "btnReplaceTickAll", "btnReplaceTickNone"},
             [this] { return std::make_unique<frmReplace>(project_, std::vector<Item>()); });
-        add("restore", okCancel, [] {
+        const QStringList openCancelRemove{"btnOK", "btnCancel", "btnRemove"};
+        add("restore", openCancelRemove, [] {
             const frmRestore::Row row{QDateTime::currentDateTime(), "Line3", "1 message"};
-            return std::make_unique<frmRestore>(std::vector{row});
+            return std::make_unique<frmRestore>(std::vector{row}, removeNothing);
         });
-        add("nothing to restore", okCancel,
-            [] { return std::make_unique<frmRestore>(std::vector<frmRestore::Row>()); });
+        add("nothing to restore", openCancelRemove,
+            [] { return std::make_unique<frmRestore>(std::vector<frmRestore::Row>(), removeNothing); });
         add("import", okCancel, [] {
             const Change change = changed("STDMSG1", "script", "CLEAR", "CLEAR\r\nACT STILL 1");
             return std::make_unique<frmSheetImport>("messages.csv", std::vector{change});
@@ -225,7 +230,9 @@ private:
             return std::make_unique<frmSheetErrors>("messages.csv", errors);
         });
         add("several displays",
-            {"btnLoad", "btnPaste", "btnStart", "btnStop", "btnAgain", "btnReport", "btnCancel"}, [this] {
+            {"btnLoad", "btnPaste", "btnStart", "btnCompare", "btnStop", "btnAgain", "btnReport",
+             "btnCancel"},
+            [this] {
                 return std::make_unique<frmSeveralDisplays>(
                     frmSeveralDisplays::Work{project_, "Line3.orx", "orvista", messages_});
             });

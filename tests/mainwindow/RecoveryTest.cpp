@@ -118,6 +118,7 @@ private slots:
     void aDamagedCopyChangesNothing();
     void aCopyOfANewerVersionSaysSo();
     void aRowIsRemovedOnceItWasAskedFor();
+    void removesByKeyboardAlone();
     void noRemovesNothing();
     void thatNoCopyCanBeKeptIsSaidOnce();
     void theCopyOfARunningEditorIsNotOffered();
@@ -562,6 +563,25 @@ void RecoveryTest::aRowIsRemovedOnceItWasAskedFor() {
         QVERIFY(!remove->isEnabled());
         QCOMPARE(dialog->findChild<QLabel*>("lblRestore")->text(), "There is no unsaved work.");
         dialog->close();
+    });
+    editor.trigger("miToolsRestore");
+    QVERIFY(allModalsServed());
+    QCOMPARE(copiesIn(data), QStringList());
+}
+
+void RecoveryTest::removesByKeyboardAlone() {
+    const TemporaryFolder data;
+    leaveWork(data, "Line3");
+    Editor editor(data);
+    onModal("RemoveQuestion", [](QWidget* box) {
+        QTRY_VERIFY(box->isActiveWindow());
+        QTest::keyClick(box, Qt::Key_Y, Qt::AltModifier);
+    });
+    onModal("frmRestore", [](QWidget* dialog) {
+        QTRY_VERIFY(dialog->isActiveWindow());
+        QTest::keyClick(dialog, Qt::Key_R, Qt::AltModifier);
+        QTRY_COMPARE(rowsOf(dialog), QStringList()); // a button is shown pressed for a moment before it is
+        QTest::keyClick(dialog, Qt::Key_Escape);
     });
     editor.trigger("miToolsRestore");
     QVERIFY(allModalsServed());

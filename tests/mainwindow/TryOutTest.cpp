@@ -4,7 +4,9 @@
 #include "tests/support/EditorFixture.h"
 #include "tests/support/ModalDriver.h"
 
+#include <QDir>
 #include <QDoubleSpinBox>
+#include <QFile>
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
@@ -15,7 +17,6 @@
 #include <QTableView>
 #include <QTcpServer>
 
-#include <csignal>
 #include <filesystem>
 #include <optional>
 
@@ -30,9 +31,11 @@ const std::string example = std::string(ORVISTA_EXAMPLES) + "/pumpstation";
 /// stays.
 class StandIn {
 public:
-    explicit StandIn(const std::string& line = "Modbus/TCP on 127.0.0.1:502") {
+    explicit StandIn(const std::string& line = "Modbus/TCP on 127.0.0.1:502",
+                     const std::string& command = "sleep 1000") {
+        const std::string told = line.empty() ? "" : "echo '" + line + "'\n";
         writeBytes(program(),
-                   "#!/bin/sh\necho \"$$ $*\" >>'" + notes() + "'\necho '" + line + "'\nexec sleep 1000\n");
+                   "#!/bin/sh\necho \"$$ $*\" >>'" + notes() + "'\n" + told + "exec " + command + '\n');
         std::filesystem::permissions(program(), std::filesystem::perms::owner_all);
     }
     std::string program() const { return folder_.file("simulator"); }
@@ -43,7 +46,11 @@ public:
                    : QStringList();
     }
     QString heldBy(int start) const { return starts().at(start).section(QStringLiteral("--root "), 1); }
-    bool runs(int start) const { return ::kill(starts().at(start).section(u' ', 0, 0).toInt(), 0) == 0; }
+    /// Not where it has ended and only nobody has asked for its exit code.
+    bool runs(int start) const {
+        QFile arguments("/proc/" + starts().at(start).section(u' ', 0, 0) + "/cmdline");
+        return arguments.open(QIODevice::ReadOnly) && !arguments.readAll().isEmpty();
+    }
 
 private:
     std::string notes() const { return folder_.file("notes"); }
@@ -76,6 +83,10 @@ QStringList portOptions(quint16 modbus, quint16 transfer = 0) {
     return {"--modbus-port", QString::number(modbus), "--transfer-port", QString::number(transfer)};
 }
 
+/// Variables of a process that is started to be killed: where its user tries the program, and with what.
+constexpr const char* toBeKilled = "ORVISTA_TRY_OUT_TEST_FOLDER";
+constexpr const char* itsSimulator = "ORVISTA_TRY_OUT_TEST_SIMULATOR";
+
 QString notice(const EditorFixture& editor, const char* name = "lblTryDisplay") {
     const auto* const line = editor.window->findChild<QLabel*>(QLatin1String(name));
     return line && line->isVisible() ? line->text() : QString();
@@ -91,7 +102,11 @@ private slots:
     void startsADisplayThatHoldsTheExample();
     void theDisplayGoesWithTheEditor();
     void theDisplayEndsWhenItsEditorIsGone();
+    void aKilledEditorLeavesNeitherDisplayNorFolder();
+    void theEditorThatIsKilled();
     void saysWhatToDoNext();
+    void theNextStepGoesOnceItWasTaken();
+    void theNextStepGoesWithTheProject();
     void tryingAgainTakesAnotherFolderAndAnotherDisplay();
     void aMessageComesOnAtTheSimulatedDisplay();
     void saysWhatTheSimulatedDisplaySaysOfTakenPorts();
@@ -129,7 +144,8 @@ void TryOutTest::startsADisplayThatHoldsTheExample() {
     TryingEditor editor(simulator.program());
     editor.tryIn(folder);
     QTRY_COMPARE(simulator.starts().size(), 1);
-    QVERIFY(simulator.starts()[0].contains(QStringLiteral(" --headless --until-input-ends --beside ")));
+    QVERIFY(simulator.starts()[0].contains(
+        QStringLiteral(" --headless --until-input-ends --remove-root --beside ")));
     const std::string held = simulator.heldBy(0).toStdString();
     QCOMPARE(fileBytes(held + "/stdmsg.ilm"), fileBytes(example + "/stdmsg.ilm"));
     // What it is sent does not end in the project.
@@ -163,6 +179,35 @@ void TryOutTest::theDisplayEndsWhenItsEditorIsGone() {
     QCOMPARE(display.exitCode(), 0);
 }
 
+void TryOutTest::aKilledEditorLeavesNeitherDisplayNorFolder() {
+    const StandIn simulator("", "'" ORVISTA_SIMULATOR "' \"$@\"");
+    const TemporaryFolder folder;
+    const TemporaryFolder temporary;
+    QProcess editor;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("TMPDIR", QString::fromStdString(temporary.path()));
+    environment.insert(toBeKilled, QString::fromStdString(folder.path()));
+    environment.insert(itsSimulator, QString::fromStdString(simulator.program()));
+    editor.setProcessEnvironment(environment);
+    editor.start(QCoreApplication::applicationFilePath(), {"theEditorThatIsKilled"});
+    QTRY_COMPARE_WITH_TIMEOUT(simulator.starts().size(), 1, 60'000);
+    QVERIFY(simulator.runs(0));
+    QVERIFY(QDir(simulator.heldBy(0)).exists("stdmsg.ilm"));
+    editor.kill();
+    QVERIFY(editor.waitForFinished());
+    QTRY_VERIFY_WITH_TIMEOUT(!simulator.runs(0), 60'000);
+    QVERIFY(!QDir(simulator.heldBy(0)).exists());
+}
+
+void TryOutTest::theEditorThatIsKilled() {
+    if (!qEnvironmentVariableIsSet(toBeKilled))
+        return; // a process of its own, which the test before starts
+    TryingEditor editor(qgetenv(itsSimulator).toStdString(), example, portOptions(0));
+    editor.folder = qgetenv(toBeKilled).toStdString();
+    editor.trigger("miToolsTry");
+    QTest::qWait(60'000);
+}
+
 void TryOutTest::saysWhatToDoNext() {
     const StandIn simulator;
     const TemporaryFolder folder;
@@ -173,6 +218,31 @@ void TryOutTest::saysWhatToDoNext() {
     QCOMPARE(editor.find<QPushButton>("btnGoThere")->text(), QStringLiteral("Go There"));
     editor.click("btnGoThere");
     QVERIFY(editor.find<QWidget>("btnRegMsgUpdate")->isVisible());
+}
+
+void TryOutTest::theNextStepGoesOnceItWasTaken() {
+    const StandIn simulator;
+    const TemporaryFolder folder;
+    TryingEditor editor(simulator.program());
+    editor.tryIn(folder);
+    editor.showPage("C5");
+    editor.click("chkRegMsg(0)");
+    QVERIFY(!notice(editor, "lblGoThere").isEmpty());
+    editor.click("btnRegMsgUpdate");
+    QVERIFY(notice(editor, "lblGoThere").isEmpty());
+}
+
+void TryOutTest::theNextStepGoesWithTheProject() {
+    const StandIn simulator;
+    const TemporaryFolder folder;
+    TryingEditor editor(simulator.program());
+    editor.tryIn(folder);
+    editor.showPage("C1");
+    editor.type("txtSystemIP", QStringLiteral("127.0.0.2"));
+    editor.trigger("miFileSave");
+    QVERIFY(!notice(editor, "lblGoThere").isEmpty());
+    editor.newProject("Line3");
+    QVERIFY(notice(editor, "lblGoThere").isEmpty());
 }
 
 void TryOutTest::tryingAgainTakesAnotherFolderAndAnotherDisplay() {

@@ -9,6 +9,7 @@
 
 #include <QInputDialog>
 #include <QLabel>
+#include <QScreen>
 #include <QScrollBar>
 #include <QTcpSocket>
 #include <QTest>
@@ -56,6 +57,29 @@ private slots:
         QCOMPARE(panel->accessibleDescription(), "Shows emergency messages 2");
         const QImage picture = panel->grab().toImage();
         QVERIFY(picture.width() > panel->minimumSizeHint().width() / 2);
+    }
+
+    void standsBesideAnotherWindowWhereThereIsRoom() {
+        window_->resize(1, 1);
+        const QRect room = window_->screen()->availableGeometry();
+        const QSize own = window_->size();
+        const QSize left = room.size() - own;
+        const QPoint corner = room.topLeft();
+        const auto placeBeside = [this, &room](const QRect& other) {
+            window_->move(room.center());
+            window_->standBeside(other);
+            return window_->pos();
+        };
+        QVERIFY(left.width() > 0 && left.height() > 0);
+        QCOMPARE(placeBeside({corner, QSize(left.width(), 100)}), corner + QPoint(left.width(), 0));
+        QCOMPARE(placeBeside({corner + QPoint(own.width(), 20), QSize(left.width(), 100)}),
+                 corner + QPoint(0, 20));
+        QCOMPARE(placeBeside({corner, QSize(room.width(), left.height())}),
+                 corner + QPoint(0, left.height()));
+        QCOMPARE(placeBeside({corner + QPoint(0, own.height()), QSize(room.width(), left.height())}), corner);
+        // No room, and no such screen.
+        QCOMPARE(placeBeside(room), room.center());
+        QCOMPARE(placeBeside(room.translated(10'000, 0)), room.center());
     }
 
     void drawsEveryLightInItsColour() {

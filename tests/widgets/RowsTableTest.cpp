@@ -1,9 +1,10 @@
 #include "widgets/RowsTable.h"
 
 #include <QAbstractItemDelegate>
+#include <QApplication>
 #include <QClipboard>
-#include <QGuiApplication>
 #include <QHeaderView>
+#include <QLineEdit>
 #include <QSignalSpy>
 #include <QStyledItemDelegate>
 #include <QTest>
@@ -50,6 +51,15 @@ struct Table {
     RowsTable table{{"Name", "Number"}};
 };
 
+/// The first of its columns can be typed into.
+struct EditableTable : Table {
+    EditableTable() { table.makeEditable(1); }
+    /// The box that is typed into; null while there is none.
+    QLineEdit* box() const { return qobject_cast<QLineEdit*>(QApplication::focusWidget()); }
+    void chooseCell(int row, int column) { table.setCurrentIndex(table.model()->index(row, column)); }
+    QSignalSpy typed{&table, &RowsTable::cellTyped};
+};
+
 /// Counts how many cells are measured.
 class CountingDelegate final : public QStyledItemDelegate {
 public:
@@ -88,6 +98,13 @@ private slots:
     void allOfAThousandRowsAreShownWhole();
     void columnsFitWhateverChanged();
     void aChangedCellIsMeasuredAlone();
+    void typingBeginsByKeyOrDoubleClick_data();
+    void typingBeginsByKeyOrDoubleClick();
+    void whatWasTypedIsToldAndNotKept();
+    void escapeEndsTypingAndTellsNothing();
+    void onlyTheGivenColumnsAreTypedInto();
+    void nothingIsTypedWhileThatIsNotAllowed();
+    void delAsksForRowsToGoWhereTheyCanBeTyped();
 };
 
 void RowsTableTest::rowsStandAsTheyCameUntilAHeadIsClicked() {
@@ -146,18 +163,18 @@ void RowsTableTest::copiesTheSelectedRowsWithHeads() {
     Table rows;
     QTest::keyClick(&rows.table, Qt::Key_A, Qt::ControlModifier);
     QTest::keyClick(&rows.table, Qt::Key_C, Qt::ControlModifier);
-    QCOMPARE(QGuiApplication::clipboard()->text(),
+    QCOMPARE(QApplication::clipboard()->text(),
              QStringLiteral("Name\tNumber\npear\t10\napple\t9\nFig tree \t100\n"));
     rows.choose(1);
     QTest::keyClick(&rows.table, Qt::Key_C, Qt::ControlModifier);
-    QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("Name\tNumber\napple\t9\n"));
+    QCOMPARE(QApplication::clipboard()->text(), QStringLiteral("Name\tNumber\napple\t9\n"));
 }
 
 void RowsTableTest::copiesNothingWithoutASelection() {
     Table rows;
-    QGuiApplication::clipboard()->setText(QStringLiteral("before"));
+    QApplication::clipboard()->setText(QStringLiteral("before"));
     QTest::keyClick(&rows.table, Qt::Key_C, Qt::ControlModifier);
-    QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("before"));
+    QCOMPARE(QApplication::clipboard()->text(), QStringLiteral("before"));
 }
 
 void RowsTableTest::keepsThePlaceWhenTheRowsChange() {
@@ -308,6 +325,91 @@ void RowsTableTest::aChangedCellIsMeasuredAlone() {
     rows[50][1].text = QStringLiteral("12");
     table.setRows(rows);
     QCOMPARE(delegate.measured, 2); // before and after
+}
+
+void RowsTableTest::typingBeginsByKeyOrDoubleClick_data() {
+    QTest::addColumn<Qt::Key>("key"); // none: a double click
+    QTest::newRow("F2") << Qt::Key_F2;
+    QTest::newRow("Return") << Qt::Key_Return;
+    QTest::newRow("Enter") << Qt::Key_Enter;
+    QTest::newRow("a letter") << Qt::Key_X;
+    QTest::newRow("double click") << Qt::Key_unknown;
+}
+
+void RowsTableTest::typingBeginsByKeyOrDoubleClick() {
+    QFETCH(const Qt::Key, key);
+    EditableTable rows;
+    QSignalSpy activated(&rows.table, &RowsTable::rowActivated);
+    rows.chooseCell(1, 0);
+    const QPoint cell = rows.table.visualRect(rows.table.currentIndex()).center();
+    if (key != Qt::Key_unknown) {
+        QTest::keyClick(&rows.table, key);
+    } else {
+        QTest::mouseClick(rows.table.viewport(), Qt::LeftButton, {}, cell);
+        QTest::mouseDClick(rows.table.viewport(), Qt::LeftButton, {}, cell);
+    }
+    QVERIFY(rows.box());
+    QCOMPARE(rows.box()->text(), key == Qt::Key_X ? QStringLiteral("x") : QStringLiteral("apple"));
+    QCOMPARE(activated.size(), 0);
+}
+
+void RowsTableTest::whatWasTypedIsToldAndNotKept() {
+    EditableTable rows;
+    rows.table.sortByColumn(0, Qt::AscendingOrder); // apple, Fig tree, pear
+    rows.chooseCell(2, 0);
+    QTest::keyClick(&rows.table, Qt::Key_F2);
+    rows.box()->selectAll();
+    QTest::keyClicks(rows.box(), QStringLiteral("kiwi"));
+    QTest::keyClick(rows.box(), Qt::Key_Return);
+    QTRY_COMPARE(rows.typed.size(), 1);
+    QCOMPARE(rows.typed[0], (QVariantList{0, 0, QStringLiteral("kiwi")})); // the row as it was set
+    QVERIFY(!rows.box());
+    QCOMPARE(rows.shown(), (QStringList{"apple", "Fig\ttree\n", "pear"}));
+}
+
+void RowsTableTest::escapeEndsTypingAndTellsNothing() {
+    EditableTable rows;
+    rows.chooseCell(0, 0);
+    QTest::keyClick(&rows.table, Qt::Key_F2);
+    QTest::keyClicks(rows.box(), QStringLiteral("kiwi"));
+    QTest::keyClick(rows.box(), Qt::Key_Escape);
+    QTRY_VERIFY(!rows.box());
+    QCoreApplication::processEvents(); // what was typed would be told by now
+    QCOMPARE(rows.typed.size(), 0);
+}
+
+void RowsTableTest::onlyTheGivenColumnsAreTypedInto() {
+    EditableTable rows;
+    rows.chooseCell(0, 1);
+    for (const Qt::Key key : {Qt::Key_F2, Qt::Key_Return, Qt::Key_X}) {
+        QTest::keyClick(&rows.table, key);
+        QVERIFY(!rows.box());
+    }
+}
+
+void RowsTableTest::nothingIsTypedWhileThatIsNotAllowed() {
+    EditableTable rows;
+    rows.chooseCell(0, 0);
+    rows.table.setTyping(false);
+    for (const Qt::Key key : {Qt::Key_F2, Qt::Key_Return, Qt::Key_X}) {
+        QTest::keyClick(&rows.table, key);
+        QVERIFY(!rows.box());
+    }
+    rows.table.setTyping(true);
+    QTest::keyClick(&rows.table, Qt::Key_F2);
+    QVERIFY(rows.box());
+}
+
+void RowsTableTest::delAsksForRowsToGoWhereTheyCanBeTyped() {
+    Table rows;
+    QSignalSpy wanted(&rows.table, &RowsTable::removalWanted);
+    rows.choose(0);
+    QTest::keyClick(&rows.table, Qt::Key_Delete);
+    QCOMPARE(wanted.size(), 0);
+    rows.table.makeEditable(1);
+    QTest::keyClick(&rows.table, Qt::Key_Delete);
+    QCOMPARE(wanted.size(), 1);
+    QCOMPARE(rows.shown().size(), 3);
 }
 
 QTEST_MAIN(RowsTableTest)

@@ -8,9 +8,12 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QTableView>
 #include <QTest>
+
+#include <utility>
 
 namespace orvista::tour {
 
@@ -19,6 +22,25 @@ namespace {
 /// Milliseconds after the start of what the panel shows: the message has entered and stands still, and the
 /// blinking bitmap is lit.
 constexpr const char* momentOfPictures = "8500";
+
+QString stateOf(const Hands& dialog, int row) {
+    return dialog.find<QTableView>("tblDisplays").model()->index(row, 3).data().toString();
+}
+
+/// Into the row below the others.
+void typeADisplay(const Hands& dialog) {
+    auto& table = dialog.find<QTableView>("tblDisplays");
+    const int last = table.model()->rowCount() - 1;
+    for (const auto& [column, text] : {std::pair(0, "Yard"), std::pair(1, "127.0.0.1:2")}) {
+        table.setFocus();
+        table.setCurrentIndex(table.model()->index(last, column));
+        QTest::keyClick(&table, Qt::Key_Return);
+        auto* const box = table.viewport()->findChildren<QLineEdit*>().last(); // earlier ones are going
+        QTest::keyClicks(box, text);
+        QTest::keyClick(box, Qt::Key_Return);
+        QTRY_COMPARE(table.model()->index(last, column).data().toString(), text);
+    }
+}
 
 } // namespace
 
@@ -155,14 +177,22 @@ void DeviceTour::downloadsIntoANewProject() {
     QVERIFY(testing::allModalsServed());
 }
 
+void DeviceTour::takesTheAddressItCameFrom() {
+    const Hands hands = stage_.hands();
+    hands.clickNode("trvSystem", "C1");
+    QTRY_VERIFY(hands.find<QWidget>("btnUseAddress").isVisible());
+    stage_.show("downloaded-from", "Its System page still has another address than the device.");
+    hands.click("btnUseAddress");
+    QCOMPARE(hands.text("txtSystemIP"), "127.0.0.1");
+    QVERIFY(!hands.find<QWidget>("btnUseAddress").isVisible());
+}
+
 void DeviceTour::showsTheDownloadedMessage() {
     const Hands hands = stage_.hands();
     hands.clickNode("trvSystem", "C4");
     hands.clickNode("trvMsg", "R3");
     QVERIFY(hands.find<DeviceTextEdit>("txtMsg").toPlainText().contains("DISPVAR 96 0 RED BLACK CoilVar1"));
     stage_.show("downloaded", "The downloaded project holds everything again.");
-    hands.clickNode("trvSystem", "C1");
-    hands.type("txtSystemIP", "127.0.0.1");
     hands.press(QStringLiteral("Ctrl+S"));
     QTRY_COMPARE(stage_.window().windowTitle(), "Orvista Message Editor - [FROMDEVICE]");
     stage_.keep(stage_.projectFolder("from-device"), "downloaded");
@@ -179,16 +209,57 @@ void DeviceTour::sendsToSeveralDisplays() {
         QStringLiteral("name,address,port\nHall,127.0.0.1,%1\nGate,127.0.0.1,1\n").arg(transferPort_));
     stage_.inDialog("frmSeveralDisplays", [this](const Hands& dialog) {
         dialog.click("btnPaste");
+        typeADisplay(dialog);
+        dialog.click("chkCheckFirst");
+        dialog.click("chkVerify");
         dialog.click("btnStart");
         QTRY_VERIFY_WITH_TIMEOUT(dialog.isEnabled("btnAgain"), 30'000);
-        QCOMPARE(dialog.find<QTableView>("tblDisplays").model()->index(0, 3).data().toString(), "done");
+        QCOMPARE(stateOf(dialog, 0), "done");
         stage_.show(dialog.window(), "several-displays",
-                    "Many displays at once: one has everything, one is switched off.");
+                    "Many displays at once: one has everything, two are switched off.");
+        dialog.click("btnCompare");
+        QTRY_VERIFY_WITH_TIMEOUT(dialog.isEnabled("btnAgain"), 30'000);
+        QCOMPARE(stateOf(dialog, 0), "equal");
+        stage_.show(dialog.window(), "several-compared", "Compare sends nothing and tells who holds it.");
         dialog.click("btnCancel");
     });
     stage_.hands().find<QAction>("miToolsSeveral").trigger();
     QVERIFY(testing::allModalsServed());
+}
+
+void DeviceTour::tellsHowOldAReadingIs() {
+    const Hands hands = stage_.hands();
+    hands.find<QAction>("miViewMonitor").trigger();
+    hands.click("btnMonitorStart");
+    QTRY_VERIFY(hands.isEnabled("btnMonitorTake"));
     device_.reset();
+    QTRY_VERIFY(!hands.isEnabled("btnMonitorTake"));
+    QVERIFY(hands.find<QLabel>("lblMonitorState").text().contains("(as of "));
+    stage_.show("monitor-silent", "The display is switched off: the monitor tells when it read last.");
+    hands.click("btnMonitorStop");
+    hands.click("btnClosePanels");
+}
+
+void DeviceTour::triesWithoutADisplay() {
+#ifdef Q_OS_WIN
+    QSKIP("the simulated display would take the ports of a device");
+#else
+    const QString home = stage_.projectFolder("tried");
+    stage_.setUpTryOut();
+    qputenv("HOME", QFile::encodeName(home)); // where the list of folders begins
+    stage_.inDialog("frmSelDir", [this](const Hands& dialog) {
+        stage_.show(dialog.window(), "try-folder", "Try without a Display asks where its copy may go.");
+        dialog.click("btnOK");
+    });
+    const Hands hands = stage_.hands();
+    hands.find<QAction>("miToolsTry").trigger();
+    QVERIFY(testing::allModalsServed());
+    QTRY_COMPARE(stage_.window().windowTitle(), "Orvista Message Editor - [PUMPSTATION]");
+    QVERIFY(hands.find<QWidget>("btnGoThere").isVisible());
+    stage_.show("try", "The example is open at its first message; a line tells how to go on.");
+    hands.click("btnGoThere");
+    QVERIFY(hands.find<QWidget>("btnRegMsgUpdate").isVisible());
+#endif
 }
 
 } // namespace orvista::tour

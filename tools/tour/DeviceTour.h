@@ -25,8 +25,11 @@ private slots:
     void verifiesTheUpload();
     void comparesWithTheDevice();
     void downloadsIntoANewProject();
+    void takesTheAddressItCameFrom();
     void showsTheDownloadedMessage();
     void sendsToSeveralDisplays();
+    void tellsHowOldAReadingIs();
+    void triesWithoutADisplay();
 
 private:
     /// Fills in the connection dialog that the next command opens.

@@ -1,5 +1,6 @@
 #include "tools/tour/FilesTour.h"
 
+#include "tests/support/ModalDriver.h"
 #include "widgets/DeviceTextEdit.h"
 
 #include <QDropEvent>
@@ -49,7 +50,16 @@ void FilesTour::noticesThatTheFileWasChanged() {
 
 void FilesTour::readsItAgain() {
     const Hands hands = stage_.hands();
+    hands.type("txtMsg", "CLEAR");
+    stage_.inDialog("ReloadQuestion", [this](const Hands& box) {
+        stage_.show(box.window(), "reload-question",
+                    "What was typed meanwhile is only thrown away on demand.");
+        QTRY_VERIFY(box.window().isActiveWindow());
+        QTest::keyClick(&box.window(), Qt::Key_Y, Qt::AltModifier);
+        QTRY_VERIFY(!box.window().isVisible());
+    });
     hands.click("btnReload");
+    QVERIFY(testing::allModalsServed());
     QTRY_VERIFY(!hands.find<QLabel>("lblReload").isVisible());
     const auto& box = hands.find<DeviceTextEdit>("txtMsg");
     QVERIFY(box.toPlainText().startsWith(otherScript));
@@ -68,7 +78,6 @@ void FilesTour::opensADroppedProject() {
     for (QEvent* const event : {static_cast<QEvent*>(&enter), static_cast<QEvent*>(&drop)})
         QCoreApplication::sendEvent(stage_.window().windowHandle(), event);
     QTRY_COMPARE(stage_.window().windowTitle(), "Orvista Message Editor - [PLANT2]");
-    QCoreApplication::processEvents(); // lays the window out
     stage_.show("dropped", "A project that is dropped anywhere on the window is opened.");
 }
 

@@ -63,6 +63,11 @@ void RecoveryTour::endsWithoutSaving() {
 void RecoveryTour::restoresTheUnsavedWork() {
     stage_.inDialog("frmRestore", [this](const Hands& dialog) {
         stage_.show(dialog.window(), "restore", "What was not saved is listed, with what differs.");
+        stage_.inDialog("RemoveQuestion", [this](const Hands& box) {
+            stage_.show(box.window(), "remove", "A row can be removed; the answer at hand is No.");
+            box.press(Qt::Key_Return);
+        });
+        dialog.click("btnRemove");
         dialog.click("btnOK");
     });
     const Hands hands = stage_.hands();

@@ -58,6 +58,7 @@ void Stage::startEditor(const QString& project, quint16 modbusPort, const QStrin
 }
 
 void Stage::show(QWidget& window, const QString& name, const QString& line) {
+    QCoreApplication::processEvents(); // lays the window out
     show(withTitle(window), name, line);
 }
 
@@ -83,6 +84,21 @@ void Stage::inDialog(const QString& name, std::function<void(const Hands&)> act)
             QTest::qFail(failure.what(), __FILE__, __LINE__);
         }
     });
+}
+
+void Stage::setUpTryOut() const {
+    const QDir ours(QString::fromStdString(programFolder()));
+    makeFolder(folder_, QStringLiteral("program/examples/pumpstation"));
+    const QDir example(ours.filePath(QStringLiteral("examples/pumpstation")));
+    for (const QString& name : example.entryList(QDir::Files))
+        if (!QFile::copy(example.filePath(name), path("program/examples/pumpstation/" + name)))
+            throw std::runtime_error("cannot copy " + name.toStdString());
+    QFile simulator(path(QStringLiteral("program/lx400d-simulator")));
+    if (!simulator.open(QIODevice::WriteOnly))
+        throw std::runtime_error("cannot write " + simulator.fileName().toStdString());
+    simulator.write("#!/bin/sh\nexec '" + QFile::encodeName(ours.filePath("lx400d-simulator")) +
+                    "' --headless --modbus-port 0 --transfer-port 0 \"$@\"\n");
+    simulator.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
 }
 
 void Stage::answerWithFile(const QString& path) {

@@ -34,6 +34,9 @@ public:
     /// Plays `act` in the modal window of that name once it opens. A failure in it fails the step.
     void inDialog(const QString& name, std::function<void(const Hands&)> act);
 
+    /// Lays the example and a simulated display without a window, on free ports, beside the program.
+    void setUpTryOut() const;
+
     /// Gives the next file dialog a path. As if pasted: the list that opens under a typed one takes the
     /// click.
     void answerWithFile(const QString& path);
