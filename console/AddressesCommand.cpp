@@ -7,10 +7,12 @@
 #include "console/Projects.h"
 #include "console/ReadFiles.h"
 #include "items/AddressList.h"
+#include "model/Files.h"
 #include "model/Quotation.h"
 #include "model/Text.h"
 #include "model/UtcTime.h"
 #include "sheets/AddressSheet.h"
+#include "sheets/AddressTemplate.h"
 #include "sheets/PlcOpenXml.h"
 #include "sheets/StructuredText.h"
 
@@ -31,13 +33,14 @@ struct AddressesOptions {
     std::string output;
     std::string separator = ",";
     std::string prefix;
+    std::string templateFile;
     bool utf8 = false;
     bool usedOnly = false;
     bool json = false;
     bool notWhole = false;
 };
 
-enum class Format { Csv, Html, Json, StructuredText, PlcOpenXml };
+enum class Format { Csv, Html, Json, StructuredText, PlcOpenXml, Template };
 
 struct FormatEnding {
     std::string_view ending;
@@ -51,6 +54,8 @@ constexpr auto endings = std::to_array<FormatEnding>({{".csv", Format::Csv},
                                                       {".xml", Format::PlcOpenXml}});
 
 Format formatOf(const AddressesOptions& options) {
+    if (!options.templateFile.empty())
+        return Format::Template;
     if (options.output.empty())
         return options.json ? Format::Json : Format::Csv;
     for (const auto& [ending, format] : endings)
@@ -64,9 +69,12 @@ Format formatOf(const AddressesOptions& options) {
 
 /// \throws CommandFailure for options that the format has no use for
 void expectFormat(const AddressesOptions& options, Format format) {
-    const bool hasNames = format == Format::StructuredText || format == Format::PlcOpenXml;
+    const bool hasNames =
+        format == Format::StructuredText || format == Format::PlcOpenXml || format == Format::Template;
+    if (options.json && format == Format::Template)
+        throw CommandFailure(ExitStatus::Unusable, "--template and --json exclude each other");
     if (!options.prefix.empty() && !hasNames)
-        throw CommandFailure(ExitStatus::Unusable, "--prefix goes with a file .st or .xml");
+        throw CommandFailure(ExitStatus::Unusable, "--prefix goes with a file .st or .xml, or --template");
     if (options.utf8 && format != Format::StructuredText)
         throw CommandFailure(ExitStatus::Unusable, "--utf8 goes with a file .st");
     if (const std::string fault = plcPrefixFault(options.prefix); !fault.empty())
@@ -130,6 +138,18 @@ PlcVariables variablesOf(std::span<const AddressRow> rows, const Project& projec
     return plcVariables(rows, names, prefix, project);
 }
 
+/// \throws CommandFailure for a file that cannot be read, is too long, or is no template
+std::string fromTemplate(const std::string& path, const TemplateValues& values) {
+    try {
+        FileSource file(path);
+        return filledTemplate(bytesUpTo(file, mostTemplateBytes + 1), values);
+    } catch (const std::system_error& failure) {
+        throw CommandFailure(ExitStatus::Unusable, path + ": " + failure.code().message());
+    } catch (const TemplateFault& fault) {
+        throw CommandFailure(ExitStatus::Unusable, path + ": " + fault.what());
+    }
+}
+
 std::string listIn(Format format, std::span<const AddressRow> rows, const Project& project,
                    const ProjectNotes& notes, const AddressesOptions& options) {
     if (format == Format::Csv)
@@ -140,6 +160,8 @@ std::string listIn(Format format, std::span<const AddressRow> rows, const Projec
     if (format == Format::Json)
         return addressJson(rows, project, head);
     const PlcVariables variables = variablesOf(rows, project, options.prefix);
+    if (format == Format::Template)
+        return fromTemplate(options.templateFile, addressTemplateValues(rows, variables, project, head));
     if (format == Format::PlcOpenXml)
         return plcOpenXml(variables, project, head);
     return structuredText(variables, project, head,
@@ -150,7 +172,10 @@ ExitStatus listAddresses(const AddressesOptions& options) {
     const Format format = formatOf(options);
     separatorOf(options);
     expectFormat(options, format);
-    expectApartFromProject(options.output, options.project);
+    ReadFiles files;
+    files.addProject(options.project);
+    files.add(options.templateFile);
+    files.expectApart(options.output);
     const Project project = readWholeProject(options.project, options.notWhole);
     const ProjectNotes notes = notesBeside(options.project);
     auto rows = addressList(project, options.usedOnly ? AddressRows::UsedOnly : AddressRows::All);
@@ -181,8 +206,14 @@ void addAddresses(CLI::App& program, Run& run) {
         ->add_option("--separator", options->separator, "Between the cells of CSV: \",\", \";\" or \"tab\"")
         ->type_name("CHARACTER");
     command->add_flag("--json", options->json, "JSON instead of CSV");
-    command->add_option("--prefix", options->prefix, "Before each name in a file .st or .xml, such as LINE3_")
+    command
+        ->add_option("--prefix", options->prefix,
+                     "Before each name in a file .st or .xml or a template, such as LINE3_")
         ->type_name("TEXT");
+    command
+        ->add_option("--template", options->templateFile,
+                     "Fill this file, such as one of share/templates, and write what it makes")
+        ->type_name("TEMPLATE");
     command->add_flag("--utf8", options->utf8, "Comments of a file .st in UTF-8, else in plain ASCII");
     addNotWhole(*command, options->notWhole);
     command->footer(
@@ -190,7 +221,8 @@ void addAddresses(CLI::App& program, Run& run) {
         "  orvista addresses PUMPSTATION.orx\n"
         "  orvista addresses PUMPSTATION.orx --used -o addresses.html\n"
         "  orvista addresses PUMPSTATION.orx --separator \";\" -o addresses.csv\n"
-        "  orvista addresses PUMPSTATION.orx --prefix LINE3_ -o display.st\n\n"
+        "  orvista addresses PUMPSTATION.orx --prefix LINE3_ -o display.st\n"
+        "  orvista addresses PUMPSTATION.orx --template home-assistant.yaml -o modbus.yaml\n\n"
         "Addresses count from 0, as in the request; references such as 40101 or 00321 count from 1. A\n"
         "spreadsheet takes the zeros in front of a reference away, and 1/2 for a date, unless the\n"
         "columns are imported as text. In a file .st or .xml an item is called by its label, else by\n"

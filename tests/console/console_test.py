@@ -20,7 +20,7 @@ from unittest import mock
 sys.path.insert(0, str(Path(__file__).parents[1] / "tour"))
 import device_files  # noqa: E402  the project's files, written apart from the program
 
-from program import EXAMPLE, COMMANDS, GOLDEN, PROGRAM, PROJECT, ProgramTest, as_ordinary_user, main
+from program import EXAMPLE, COMMANDS, GOLDEN, PROGRAM, PROJECT, SOURCE, ProgramTest, as_ordinary_user, main
 
 
 def golden(name):
@@ -214,11 +214,32 @@ class Addresses(ProgramTest):
             self.assertIn("    TankLevel : REAL := 1.85; (* m; holding register 40101, address 100, low word first (CDAB); "
                           f"STDMSG3 ALTMSG1: {comment} *)", text)
 
+    def test_templates(self):
+        (self.folder / "PUMPSTATION.notes.json").write_text(json.dumps(
+            {"version": 1, "items": {"RegVar1": {"label": "TankLevel", "unit": "\"m", "comment": "H\u00f6he"}}}))
+        templates = SOURCE / "share" / "templates"
+        listed = json.loads(self.expect(0, "addresses", PROJECT, "--template", str(templates / "modbusscope.json")))
+        self.assertEqual(len(listed["registers"]), 64)
+        self.assertEqual(listed["registers"][0], {"text": "TankLevel", "expression": "${40101: f32b}", "unit": "\"m", "comment": "H\u00f6he"})
+        self.expect(0, "addresses", PROJECT, "--used", "--template", str(templates / "home-assistant.yaml"), "-o", "modbus.yaml")
+        text = (self.folder / "modbus.yaml").read_text("utf-8")
+        self.assertTrue(text.startswith("# Addresses of PUMPSTATION.orx\n# Fingerprint of the project: "), text)
+        self.assertIn('    sensors:\n      - name: "TankLevel"\n        # H\u00f6he\n        address: 100\n        input_type: holding\n'
+                      '        data_type: float32\n        swap: word\n        unit_of_measurement: "\\"m"\n', text)
+        self.assertEqual((text.count("    sensors:\n"), text.count("    switches:\n")), (1, 1))
+        (self.folder / "bad").write_text("\n{{nonsense}}")
+        self.assertEqual(self.complaint(2, "addresses", PROJECT, "--template", "bad", "-o", "a.txt"),
+                         'orvista: bad: line 2: "nonsense" is no name known here')
+        self.assertEqual(self.complaint(2, "addresses", PROJECT, "--template", "none"), "orvista: none: No such file or directory")
+        self.assertIn("is read by this command", self.complaint(2, "addresses", PROJECT, "--template", "bad", "-o", "bad"))
+        self.assertFalse((self.folder / "a.txt").exists())
+
     def test_options_of_other_lists_are_refused(self):
         for arguments, said in (
-                (["--prefix", "A_"], "--prefix goes with a file .st or .xml"),
+                (["--prefix", "A_"], "--prefix goes with a file .st or .xml, or --template"),
                 (["--utf8", "-o", "a.xml"], "--utf8 goes with a file .st"),
                 (["--prefix", "3", "-o", "a.st"], '--prefix: "3" begins with no letter or _'),
+                (["--json", "--template", "a"], "--template and --json exclude each other"),
                 (["--json", "-o", "a.st"], "a.st does not end in .json"),
                 (["-o", "a.txt"], "a.txt does not end in .csv, .html, .json, .st or .xml")):
             self.assertEqual(self.complaint(2, "addresses", PROJECT, *arguments), "orvista: " + said)
