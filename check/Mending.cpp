@@ -11,6 +11,7 @@
 #include "model/Text.h"
 
 #include <algorithm>
+#include <string_view>
 
 namespace orvista {
 
@@ -40,6 +41,8 @@ public:
     Mended mend() {
         for (const ProjectFileSection& section : sections_)
             DocMgrModule::takeSettings(section, mended_.project);
+        mended_.isDisplaySure = !met(FileRemarkKind::MissingItems, settingsSection) &&
+                                !(outline_.endsInSettings && met(FileRemarkKind::MissingSection));
         for (const FileRemark& remark : remarks_.list())
             if (isError(remark) && (remark.section.empty() || remark.section == settingsSection) &&
                 remark.kind != FileRemarkKind::NotAProject)
@@ -51,6 +54,13 @@ public:
     }
 
 private:
+    /// \param section any where it is empty
+    bool met(FileRemarkKind kind, std::string_view section = {}) const {
+        return std::ranges::any_of(remarks_.list(), [&](const FileRemark& remark) {
+            return remark.kind == kind && (section.empty() || remark.section == section);
+        });
+    }
+
     /// False where the section is not whole.
     bool readSection(const DeviceFile& file) {
         const ProjectFileSection* const section = DocMgrModule::lastSectionOf(file, sections_);
@@ -69,8 +79,7 @@ private:
     /// too.
     bool mayEndInNumber(const ProjectFileSection& section) const {
         return section.file == &modbusAdrFile && &section == &sections_.back() && !outline_.endsInSettings &&
-               std::ranges::find(remarks_.list(), FileRemarkKind::MissingSection, &FileRemark::kind) !=
-                   remarks_.list().end();
+               met(FileRemarkKind::MissingSection);
     }
 
     void takeFile(const DeviceFile& file) {

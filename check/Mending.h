@@ -17,6 +17,7 @@ struct Mended {
         std::string path;
     };
     std::vector<Taken> taken;
+    bool isDisplaySure = true; ///< false where the IP, which no device file holds, may be lost or cut off
     std::vector<std::string>
         faults; ///< sentences: what can be mended by nothing; then the project is not whole
 };

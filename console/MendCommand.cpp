@@ -8,6 +8,7 @@
 #include "console/ReadFiles.h"
 #include "model/Bytes.h"
 #include "model/PathRules.h"
+#include "model/Quotation.h"
 
 #include <CLI/App.hpp>
 
@@ -57,6 +58,9 @@ ExitStatus mendProject(const MendOptions& options) {
     copyNotesBeside(options.project, output);
     for (const Mended::Taken& taken : mended.taken)
         print(taken.section + " was taken from " + taken.path + "\n");
+    if (!mended.isDisplaySure)
+        printLine("The display's IP is " + deviceQuotation(mended.project.IP) +
+                  " now: the project file does not say it, or not whole");
     if (mended.taken.empty())
         print("Nothing was taken: " + options.project + " is whole\n");
     return ExitStatus::Well;

@@ -473,6 +473,12 @@ class Whole(ProgramTest):
         self.assertTrue(said.startswith("[MODBUS.ADR] was taken from ./modbus.adr\n"), said)
         self.assertIn(b"AlertMessage   300\r\n", (self.folder / "new" / "A.orx").read_bytes())
 
+    def test_mend_says_which_ip_may_be_cut_off(self):
+        for end, ip in ((b"IP   ", ""), (b"IP   1", "1"), (b"SerialPort", "192.168.1.100")):
+            (self.folder / PROJECT).write_bytes(self.whole[:self.whole.index(end) + len(end)])
+            said = self.expect(0, "mend", PROJECT, "-o", f"new{ip}/A.orx").decode().splitlines()
+            self.assertEqual(said[4:], [f"The display's IP is \"{ip}\" now: the project file does not say it, or not whole"], end)
+
     def test_mend_writes_nothing_where_a_device_file_is_not_whole(self):
         messages = (self.folder / "stdmsg.ilm").read_bytes()
         for bytes_ in (messages[:messages.index(b"DEFMSG STDMSG13")], messages[:-8], None):
