@@ -10,8 +10,11 @@
 #include "model/UtcTime.h"
 #include "sheets/AddressSheet.h"
 #include "sheets/MessageSheet.h"
+#include "sheets/PlcOpenXml.h"
+#include "sheets/StructuredText.h"
 #include "sheets/VariableSheet.h"
 #include "sheets/forms/AddressPdf.h"
+#include "sheets/forms/frmAddressList.h"
 #include "sheets/forms/frmSheetErrors.h"
 #include "sheets/forms/frmSheetImport.h"
 #include "widgets/FileChoice.h"
@@ -19,7 +22,11 @@
 
 #include <QFileInfo>
 
+#include <array>
+#include <stdexcept>
 #include <system_error>
+#include <utility>
+#include <vector>
 
 namespace orvista {
 
@@ -32,10 +39,10 @@ QString fileName(const std::string& path) {
 }
 
 /// Without a fingerprint where a bitmap cannot be read.
-AddressHead headOf(const Project& project) {
+AddressHead headOf(const Project& project, const ProjectNotes& notes) {
     AddressHead head{.fingerprint = {},
                      .time = utcText(presentMoment()),
-                     .display = readNotesFile(notesPath(project)).notes.displayName,
+                     .display = notes.displayName,
                      .release = ORVISTA_RELEASE};
     try {
         head.fingerprint = fingerprint(DisplayContents::ofProject(project));
@@ -45,19 +52,55 @@ AddressHead headOf(const Project& project) {
     return head;
 }
 
-/// The list in the form that the file's ending names; nothing for another ending.
-std::optional<std::string> addressListFor(const std::string& path, const Project& project) {
-    const auto rows = addressList(project);
-    const auto endsWith = [&path](std::string_view end) { return endsWithIgnoringCase(path, end); };
-    if (endsWith(".csv"))
+/// The form of an address list that a file's ending names.
+enum class ListForm { Csv, Html, Pdf, StructuredText, PlcOpenXml };
+
+std::optional<ListForm> listForm(const std::string& path) {
+    constexpr auto endings =
+        std::to_array<std::pair<std::string_view, ListForm>>({{".csv", ListForm::Csv},
+                                                              {".html", ListForm::Html},
+                                                              {".htm", ListForm::Html},
+                                                              {".pdf", ListForm::Pdf},
+                                                              {".st", ListForm::StructuredText},
+                                                              {".xml", ListForm::PlcOpenXml}});
+    for (const auto& [ending, form] : endings)
+        if (endsWithIgnoringCase(path, ending))
+            return form;
+    return std::nullopt;
+}
+
+/// What cannot be written; what() says why.
+class NoAddressList : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// \throws NoAddressList where names of the program are none, or become equal
+std::string plcList(ListForm form, const std::vector<AddressRow>& rows, const Project& project,
+                    const AddressHead& head, const std::string& prefix) {
+    const PlcNames names = plcNames(rows, prefix);
+    if (!names.faults.empty())
+        throw NoAddressList(plcFaultText(names));
+    const PlcVariables variables = plcVariables(rows, names, prefix, project);
+    return form == ListForm::StructuredText ? structuredText(variables, project, head)
+                                            : plcOpenXml(variables, project, head);
+}
+
+/// \throws NoAddressList
+std::string addressListIn(ListForm form, const Project& project, const frmAddressList& wanted) {
+    const ProjectNotes notes = readNotesFile(notesPath(project)).notes;
+    auto rows = addressList(project, wanted.UsedOnly ? AddressRows::UsedOnly : AddressRows::All);
+    addNotes(rows, notes);
+    if (form == ListForm::Csv)
         return addressCsv(rows);
-    if (endsWith(".html") || endsWith(".htm"))
-        return addressHtml(rows, project, headOf(project));
-    if (endsWith(".pdf"))
-        return addressPdf(addressHtmlBody(rows, project, headOf(project)),
+    const AddressHead head = headOf(project, notes);
+    if (form == ListForm::Html)
+        return addressHtml(rows, project, head);
+    if (form == ListForm::Pdf)
+        return addressPdf(addressHtmlBody(rows, project, head),
                           SheetCommands::tr("Addresses of %1").arg(shownPath(project.ProjName)))
             .toStdString();
-    return std::nullopt;
+    return plcList(form, rows, project, head, wanted.Prefix);
 }
 
 } // namespace
@@ -77,18 +120,28 @@ QString SheetCommands::proposedName(const QString& subject) const {
 }
 
 void SheetCommands::miToolsExportAddresses_Click() {
+    frmAddressList wanted(&window_);
+    wanted.exec();
+    if (wanted.IsCanceled)
+        return;
     const auto chosen =
         chooseFileToWrite({tr("Export Address List"),
-                           {tr("Table (*.csv)"), tr("Web page (*.html)"), tr("PDF to print (*.pdf)")},
+                           {tr("Table (*.csv)"), tr("Web page (*.html)"), tr("PDF to print (*.pdf)"),
+                            tr("Structured Text (*.st)"), tr("PLCopen XML (*.xml)")},
                            project_.ProjPath,
                            proposedName(tr("addresses.csv"))},
                           &window_);
     if (!chosen)
         return;
-    if (const auto bytes = addressListFor(chosen->path, project_))
-        write(chosen->path, *bytes);
-    else
-        messages_.show(MessageIcon::Exclamation, chosen->path + " does not end in .csv, .html or .pdf");
+    const auto form = listForm(chosen->path);
+    if (!form)
+        return messages_.show(MessageIcon::Exclamation,
+                              chosen->path + " does not end in .csv, .html, .pdf, .st or .xml");
+    try {
+        write(chosen->path, addressListIn(*form, project_, wanted));
+    } catch (const NoAddressList& failure) {
+        messages_.show(MessageIcon::Exclamation, failure.what());
+    }
 }
 
 void SheetCommands::miToolsExportMessages_Click() {

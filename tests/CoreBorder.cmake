@@ -30,7 +30,7 @@ set(table
   "link/forms: model display link items sheets widgets display/forms"
   "items/forms: model display check items widgets"
   "compare/forms: model compare widgets items/forms"
-  "sheets/forms: model compare sheets widgets items/forms"
+  "sheets/forms: model compare sheets widgets items/forms items"
   "dialogs: model widgets"
   "mainwindow: model display link check items compare sheets widgets display/forms check/forms script/forms link/forms items/forms compare/forms sheets/forms dialogs"
 

@@ -46,6 +46,12 @@ struct Desk : EditorFixture {
     }
     /// Answers the file dialog of the entry with that name, under that filter.
     void choose(const char* entry, const char* name, int filter = 0) {
+        if (QLatin1String(entry) == QLatin1String("miToolsExportAddresses"))
+            onModal(QStringLiteral("frmAddressList"), [this](QWidget* dialog) {
+                dialog->findChild<QLineEdit*>(QStringLiteral("txtAddressPrefix"))->setText(prefix);
+                dialog->findChild<QCheckBox*>(QStringLiteral("chkAddressUsed"))->setChecked(isUsedOnly);
+                QTest::keyClick(dialog, Qt::Key_Return);
+            });
         onModal(QStringLiteral("comdlg"), [this, name, filter](QWidget* dialog) {
             auto* const files = qobject_cast<QFileDialog*>(dialog);
             proposed = files->selectedFiles().value(0);
@@ -89,6 +95,8 @@ struct Desk : EditorFixture {
     }
     QString undo() const { return find<QAction>("miEditUndo")->text(); }
     QString proposed;
+    QString prefix;
+    bool isUsedOnly = false;
 };
 
 template <typename Widget>
@@ -110,6 +118,9 @@ private slots:
     void initTestCase();
     void theAddressListIsWrittenInTheFormOfItsEnding();
     void theAddressListAsPdfIsA4WithSeveralPages();
+    void theAddressListAsAProgramHasNamesWithThePrefix();
+    void namesThatBecomeEqualAreToldAndNothingIsWritten();
+    void aPrefixThatCannotBeKeepsTheListWaiting();
     void anotherEndingIsRefused();
     void aNameWithoutAnEndingGetsThatOfTheFilter();
     void messagesAreWrittenAsScriptsOrPages();
@@ -145,7 +156,7 @@ void SheetCommandsTest::theAddressListIsWrittenInTheFormOfItsEnding() {
     const std::string html = desk.stored("list.HTML");
     const std::size_t time = html.find("As of ") + 6; // 2026-11-22 03:15:00 UTC
     const AddressHead head{fingerprint(DisplayContents::ofProject(desk.project)),
-                           html.substr(time, 10) + "T" + html.substr(time + 11, 8) + "Z"};
+                           html.substr(time, 10) + "T" + html.substr(time + 11, 8) + "Z", "", ""};
     QCOMPARE(html, addressHtml(addressList(desk.project), desk.project, head));
     QVERIFY(desk.messages.shown.empty());
 }
@@ -160,11 +171,56 @@ void SheetCommandsTest::theAddressListAsPdfIsA4WithSeveralPages() {
     QVERIFY(bytes.count("/Type /Page\n") >= 4);
 }
 
+void SheetCommandsTest::theAddressListAsAProgramHasNamesWithThePrefix() {
+    Desk desk;
+    desk.prefix = QStringLiteral("LINE3_");
+    desk.isUsedOnly = true;
+    desk.project.STDMSG[2] = "TEXT 0 0 RED BLACK \"Pump\"";
+    desk.store((desk.project.ProjName + ".notes.json").c_str(),
+               R"({"version": 1, "items": {"STDMSG3": {"label": "Pump"}}})");
+    desk.choose("miToolsExportAddresses", "list.st", 3);
+    QVERIFY(desk.stored("list.st").find(
+                "    LINE3_Pump : BOOL := FALSE; (* coil 00323, address 322; STDMSG3 *)\r\n") !=
+            std::string::npos);
+    QVERIFY(desk.stored("list.st").find("LINE3_RegVar1 ") == std::string::npos);
+    desk.choose("miToolsExportAddresses", "list", 4);
+    QVERIFY(desk.stored("list.xml").find("<variable name=\"LINE3_Pump\">") != std::string::npos);
+    QVERIFY(desk.messages.shown.empty());
+}
+
+void SheetCommandsTest::namesThatBecomeEqualAreToldAndNothingIsWritten() {
+    Desk desk;
+    desk.store((desk.project.ProjName + ".notes.json").c_str(),
+               R"({"version": 1, "items": {"STDMSG3": {"label": "Registers"}}})");
+    desk.choose("miToolsExportAddresses", "list.st");
+    QCOMPARE(desk.messages.shown.size(), std::size_t{1});
+    QCOMPARE(desk.messages.shown[0].text, "STDMSG3: \"Registers\" is a name of the program itself already");
+    QVERIFY(!QFile::exists(QString::fromStdString(desk.file("list.st"))));
+}
+
+void SheetCommandsTest::aPrefixThatCannotBeKeepsTheListWaiting() {
+    Desk desk;
+    onModal(QStringLiteral("frmAddressList"), [](QWidget* dialog) {
+        auto* const prefix = child<QLineEdit>(*dialog, "txtAddressPrefix");
+        QCOMPARE(dialog->focusWidget(), prefix);
+        QTest::keyClicks(prefix, QStringLiteral("3x"));
+        QCOMPARE(child<QLabel>(*dialog, "lblAddressPrefix")->text(),
+                 QStringLiteral("\"3x\" begins with no letter or _"));
+        QVERIFY(!child<QPushButton>(*dialog, "btnOK")->isEnabled());
+        QTest::keyClick(prefix, Qt::Key_Return);
+        QVERIFY(dialog->isVisible());
+        QTest::keyClick(prefix, Qt::Key_Escape);
+    });
+    desk.trigger("miToolsExportAddresses");
+    QVERIFY(allModalsServed());
+}
+
 void SheetCommandsTest::anotherEndingIsRefused() {
     Desk desk;
     desk.choose("miToolsExportAddresses", "list.txt");
     QCOMPARE(desk.messages.shown.size(), std::size_t{1});
-    QCOMPARE(desk.messages.shown[0].text, desk.file("list.txt") + " does not end in .csv, .html or .pdf");
+    QCOMPARE(desk.messages.shown[0].text,
+             desk.file("list.txt") + " does not end in .csv, .html, .pdf, .st or .xml");
     QVERIFY(!QFile::exists(QString::fromStdString(desk.file("list.txt"))));
 }
 

@@ -102,6 +102,11 @@ void TablesTour::takesItAllBack() {
 
 void TablesTour::handsTablesOver() {
     const Hands hands = stage_.hands();
+    stage_.inDialog("frmAddressList", [this](const Hands& dialog) {
+        dialog.type("txtAddressPrefix", "LINE3_");
+        stage_.show(dialog.window(), "address-list", "What the address list is to hold, before its file.");
+        dialog.click("btnOK");
+    });
     stage_.answerWithFile(stage_.path("addresses.pdf"));
     hands.find<QAction>("miToolsExportAddresses").trigger();
     QVERIFY(QFile::exists(stage_.path("addresses.pdf")));
