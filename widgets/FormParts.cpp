@@ -114,8 +114,12 @@ void widenTo(QWidget* box, int characters) {
 }
 
 void makeRoom(QAbstractItemView* list, ListRoom room) {
-    widenTo(list, room.characters);
-    list->setMinimumHeight(room.lines * list->fontMetrics().lineSpacing());
+    // Around the list the dialog needs some, too.
+    const QSize screen = list->screen()->availableSize();
+    const QSize most(screen.width() * 9 / 10, screen.height() / 2);
+    const QFontMetrics letters = list->fontMetrics();
+    const QSize wanted(room.characters * letters.averageCharWidth(), room.lines * letters.lineSpacing());
+    list->setMinimumSize(wanted.boundedTo(most));
 }
 
 } // namespace orvista

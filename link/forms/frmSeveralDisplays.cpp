@@ -90,6 +90,7 @@ QLayout* frmSeveralDisplays::buildUpperRow() {
                       &Form::btnPaste_Click);
     lblDisplays = labelFor(tblDisplays, {});
     lblDisplays->setObjectName(QStringLiteral("lblDisplays"));
+    lblDisplays->setWordWrap(true); // small screens need the room
     tblDisplays->setAccessibleName(tr("Displays"));
     chkCheckFirst->setToolTip(tr("Send nothing to displays whose project has errors"));
     chkSkipEqual->setToolTip(tr("Send nothing to displays that have the project already"));

@@ -22,6 +22,8 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScreen>
+#include <QTableView>
 #include <QTest>
 
 #include <functional>
@@ -107,6 +109,17 @@ private slots:
             press(*dialog, Qt::Key_Tab);
         }
         QCOMPARE(missing.join(u' '), QString());
+    }
+
+    void aListLeavesItsDialogOnTheScreen_data() { addDialogs(); }
+    void aListLeavesItsDialogOnTheScreen() {
+        QFETCH(const Make, make);
+        const std::unique_ptr<QDialog> dialog = make();
+        show(*dialog);
+        if (!dialog->findChild<QTableView*>())
+            return;
+        const QSize room = dialog->screen()->availableSize();
+        QCOMPARE(dialog->size().boundedTo(room), dialog->size());
     }
 
     void escapeCloses_data() { addDialogs(); }
