@@ -1,3 +1,4 @@
+#include "items/NotesJson.h"
 #include "tests/sheets/NamedProject.h"
 #include "tests/sheets/StructuredTextReader.h"
 #include "tests/support/ExampleProject.h"
@@ -108,6 +109,15 @@ TEST(PlcNames, TakeAPrefixThatBeginsAName) {
     EXPECT_EQ(plcPrefixFault("a-"), "holds something else than letters A to Z, digits and _");
     EXPECT_EQ(plcPrefixFault(std::string(31, 'x')), "");
     EXPECT_EQ(plcPrefixFault(std::string(32, 'x')), "is longer than 31 characters");
+}
+
+TEST(PlcLists, OfTheExampleAreAsWrittenFromTheDescription) {
+    NamedProject plant;
+    plant.project = testing::exampleProject();
+    plant.notes = readNotes(testing::golden("PUMPSTATION.notes.json")).notes;
+    plant.prefix = "LINE3_";
+    EXPECT_EQ(plant.st(), testing::golden("addresses.st"));
+    EXPECT_EQ(plant.xml(), testing::golden("addresses.xml"));
 }
 
 void expectBuffers(testing::StReader& st, const testing::RandomPlcProject& random) {

@@ -4,7 +4,10 @@ nothing here is shared with the program."""
 
 import csv
 import io
+import json
 import re
+import unicodedata
+from xml.sax.saxutils import escape
 from pathlib import Path
 
 HERE = Path(__file__).parent
@@ -197,9 +200,138 @@ def message_rows(project):
             for number, script in enumerate(project[kind], 1)]
 
 
+REAL_BITS = """FUNCTION %RealBits : DWORD
+(* The bits of a REAL. Each tool has a way of its own for this, such as a union or a copy of memory: take it in
+   place of these lines, which reckon with standard functions only. *)
+VAR_INPUT
+    Value : REAL;
+END_VAR
+VAR
+    Rest : REAL;
+    Exponent : DINT;
+    Bits : DWORD;
+END_VAR
+IF NOT (Value = Value) THEN
+    Bits := DWORD#16#7FC00000;
+ELSIF Value = 0.0 THEN
+    Bits := DWORD#16#00000000;
+ELSE
+    Rest := ABS(Value);
+    Exponent := 127;
+    WHILE (Rest >= 2.0) AND (Exponent < 255) DO
+        Rest := Rest / 2.0;
+        Exponent := Exponent + 1;
+    END_WHILE;
+    WHILE (Rest < 1.0) AND (Exponent > 1) DO
+        Rest := Rest * 2.0;
+        Exponent := Exponent - 1;
+    END_WHILE;
+    IF Exponent = 255 THEN
+        Rest := 0.0;
+    ELSIF Rest < 1.0 THEN
+        Exponent := 0;
+    ELSE
+        Rest := Rest - 1.0;
+    END_IF;
+    Bits := SHL(DINT_TO_DWORD(Exponent), 23) OR DINT_TO_DWORD(REAL_TO_DINT(Rest * 8388608.0));
+    IF Value < 0.0 THEN
+        Bits := Bits OR DWORD#16#80000000;
+    END_IF;
+END_IF;
+%RealBits := Bits;
+END_FUNCTION
+"""
+
+
+def described(row, note):
+    """What is said of an item: unit, place, the other items there, who shows it and what it is."""
+    place = f"{row['table']} {row['reference']}, address {row['address']}"
+    if row["kind"] == "float":
+        place += ", low word first (CDAB)"
+    who = row["used_by"] if row["kind"] in ("float", "boolean") else row["name"]
+    comment = note.get("comment", "")
+    return "; ".join(filter(None, [note.get("unit"), place, row["note"], ": ".join(filter(None, [who, comment]))]))
+
+
+def plc_items(rows, notes):
+    """Name, type, initial value, description and row of each. The example's defaults are plain decimals."""
+    for row in rows:
+        note = notes["items"].get(row["name"], {})
+        if row["kind"] == "float":
+            initial = repr(float(row["default"]))
+        else:
+            initial = "TRUE" if row["default"] == "1" else "FALSE"
+        yield ("LINE3_" + note.get("label", row["name"]), "REAL" if row["kind"] == "float" else "BOOL", initial,
+               described(row, note), row)
+
+
+BUFFERS = [("float", "LINE3_Registers", 128, "WORD", "holding registers, function 16, at most 123 in a request, from address 100"),
+           ("boolean", "LINE3_Booleans", 32, "BOOL", "coils of Boolean variables, function 5, from address 100"),
+           ("emergency", "LINE3_Emergency", 20, "BOOL", "coils of emergency messages, function 5 or 15, from address 300"),
+           ("regular", "LINE3_Regular", 40, "BOOL", "coils of regular messages, function 5 or 15, from address 320")]
+
+
+def st_comment(text):
+    plain = unicodedata.normalize("NFD", text.replace("\u00df", "ss"))
+    plain = "".join(c if ord(c) < 128 else "?" for c in plain if not unicodedata.combining(c))
+    return "(* " + plain.replace("(*", "( *").replace("*)", "* )") + " *)"
+
+
+def structured_text(items):
+    items = list(items)
+    lines = [st_comment("Addresses of PUMPSTATION.orx"), st_comment("Display: Line 3, gate"),
+             st_comment("Fingerprint of the project: 0123456789ab"), st_comment("As of 2026-11-22T03:15:07Z"), ""]
+    lines += REAL_BITS.replace("%", "LINE3_").splitlines() + ["", "VAR_GLOBAL"]
+    lines += [f"    {name} : {kind} := {initial}; {st_comment(text)}" for name, kind, initial, text, _ in items]
+    arrays = [f"    {name} : ARRAY [0..{count - 1}] OF {kind};" for _, name, count, kind, _ in BUFFERS]
+    lines += [f"{array} {st_comment(buffer[4])}" for array, buffer in zip(arrays, BUFFERS)]
+    lines += ["END_VAR", "", "PROGRAM LINE3_ToDisplay", "VAR_EXTERNAL"]
+    lines += [f"    {name} : {kind};" for name, kind, _, _, _ in items] + arrays
+    lines += ["END_VAR", "VAR", "    LINE3_Bits : DWORD;", "END_VAR",
+              "(* Fills what a Modbus client sends. The first of two registers is the low word. *)",
+              "LINE3_Bits := DWORD#16#00000000;"]
+    for name, _, _, _, row in items:
+        place = int(row["number"]) - 1
+        if row["kind"] == "float":
+            lines += [f"LINE3_Bits := LINE3_RealBits({name});", f"LINE3_Registers[{2 * place}] := DWORD_TO_WORD(LINE3_Bits);",
+                      f"LINE3_Registers[{2 * place + 1}] := DWORD_TO_WORD(SHR(LINE3_Bits, 16));"]
+        else:
+            lines.append(f"{ {kind: array for kind, array, *_ in BUFFERS}[row['kind']] }[{place}] := {name};")
+    return "".join(line + "\r\n" for line in lines + ["END_PROGRAM"]).encode("ascii")
+
+
+def plcopen_xml(items):
+    def variable(name, kind, initial, text):
+        lines = [f'          <variable name="{name}">', f"            <type>{kind}</type>"]
+        if initial:
+            lines.append(f'            <initialValue><simpleValue value="{initial}"/></initialValue>')
+        text = escape(text, {'"': "&quot;"})
+        return lines + [f"            <documentation><xhtml:p>{text}</xhtml:p></documentation>", "          </variable>"]
+
+    lines = ['<?xml version="1.0" encoding="utf-8"?>',
+             '<project xmlns="http://www.plcopen.org/xml/tc6_0201" xmlns:xhtml="http://www.w3.org/1999/xhtml">',
+             '  <fileHeader companyName="" productName="Orvista Message Editor" productVersion="1.03-2" '
+             'creationDateTime="2026-11-22T03:15:07Z" contentDescription="Addresses of PUMPSTATION.orx; display: Line 3, gate; '
+             'fingerprint of the project: 0123456789ab"/>',
+             '  <contentHeader name="PUMPSTATION">', "    <coordinateInfo>"]
+    lines += [f'      <{language}><scaling x="1" y="1"/></{language}>' for language in ("fbd", "ld", "sfc")]
+    lines += ["    </coordinateInfo>", "  </contentHeader>", "  <types>", "    <dataTypes/>", "    <pous/>", "  </types>",
+              "  <instances>", "    <configurations>", '      <configuration name="LINE3_Globals">',
+              '        <globalVars name="LINE3_Globals">']
+    for name, kind, initial, text, row in items:
+        lines += variable(name, f"<{kind}/>", initial, f"{row['name']}; {text}")
+    for _, name, count, kind, text in BUFFERS:
+        lines += variable(name, f'<array><dimension lower="0" upper="{count - 1}"/><baseType><{kind}/></baseType></array>', "", text)
+    lines += ["        </globalVars>", "      </configuration>", "    </configurations>", "  </instances>", "</project>"]
+    return "".join(line + "\n" for line in lines).encode("utf-8")
+
+
 def main():
     project = read_project(EXAMPLE)
     rows = address_rows(project)
+    notes = json.loads((HERE / "golden" / "PUMPSTATION.notes.json").read_text("utf-8"))
+    (HERE / "golden" / "addresses.st").write_bytes(structured_text(plc_items(rows, notes)))
+    (HERE / "golden" / "addresses.xml").write_bytes(plcopen_xml(plc_items(rows, notes)))
     write_table("addresses.csv", ADDRESS_HEAD, rows)
     write_table("addresses-semicolon.csv", ADDRESS_HEAD, rows, ";")
     write_table("addresses-used.csv", ADDRESS_HEAD, [row for row in rows if is_used(project, row)])
