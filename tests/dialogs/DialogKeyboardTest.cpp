@@ -1,3 +1,4 @@
+#include "check/forms/frmFixes.h"
 #include "dialogs/frmBoolVarEdit.h"
 #include "dialogs/frmFloatVarEdit.h"
 #include "dialogs/frmLic.h"
@@ -6,6 +7,7 @@
 #include "dialogs/frmSelDir.h"
 #include "dialogs/frmSelFile.h"
 #include "dialogs/frmStartup.h"
+#include "display/BitmapProvider.h"
 #include "items/forms/frmReplace.h"
 #include "link/forms/frmConnection.h"
 #include "link/forms/frmSeveralDisplays.h"
@@ -226,6 +228,13 @@ private:
         const QStringList okCancel{"btnOK", "btnCancel"};
         add("replace", {"btnOK", "btnCancel", "btnReplaceTickAll", "btnReplaceTickNone"},
             [this] { return std::make_unique<frmReplace>(project_, std::vector<Item>()); });
+        add("fixes", {"btnOK", "btnCancel", "btnFixesTickAll", "btnFixesTickNone"}, [this] {
+            project_.STDMSG[0] = "TEXT 0 0 RED BLACK \"Emergency stop pump\"";
+            Fixing fixing(project_, noBitmaps_, 128);
+            auto mended = mendAll(fixing, {}, [](std::size_t) { return true; });
+            return std::make_unique<frmFixes>(frmFixes::Subject{project_, noBitmaps_, 128}, std::move(mended),
+                                              std::vector<Item>());
+        });
         const QStringList openCancelRemove{"btnOK", "btnCancel", "btnRemove"};
         add("restore", openCancelRemove, [] {
             const frmRestore::Row row{QDateTime::currentDateTime(), "Line3", "1 message"};
@@ -256,6 +265,7 @@ private:
     ConfigModule::History history_{environment_.paths, environment_.programFolder};
     ScriptedMessages messages_;
     Project project_;
+    NoBitmaps noBitmaps_;
 };
 
 QTEST_MAIN(DialogKeyboardTest)

@@ -8,6 +8,7 @@
 #include "link/forms/TesterClient.h"
 #include "mainwindow/TcpTesterPage.h"
 #include "tests/support/ChildProcess.h"
+#include "tests/support/CountedMouse.h"
 #include "tests/support/EditorFixture.h"
 #include "tests/support/FreeTransferPort.h"
 #include "tests/support/ModalDriver.h"
@@ -115,42 +116,15 @@ struct Watched {
     const Shown shown{panel};
 };
 
-/// The mouse of somebody whose clicks are counted.
-class CountedMouse {
-public:
-    explicit CountedMouse(const EditorFixture& editor) : editor_(editor) {}
-
-    int clicks = 0;
-
-    void click(QWidget* widget, QPoint at = {5, 5}) {
-        ++clicks;
-        QTest::mouseClick(widget, Qt::LeftButton, {}, at);
-    }
-    void click(const char* button) { click(editor_.find<QWidget>(button)); }
-    void doubleClick(QWidget* widget, QPoint at) {
-        clicks += 2;
-        QTest::mouseDClick(widget, Qt::LeftButton, {}, at);
-    }
-    void choose(const char* menu, const char* entry) {
-        auto* const opened = editor_.find<QMenu>(menu);
-        QMenuBar* const bar = editor_.window->menuBar();
-        click(bar, bar->actionGeometry(opened->menuAction()).center());
-        QTRY_VERIFY(opened->isVisible());
-        click(opened, opened->actionGeometry(editor_.find<QAction>(entry)).center());
-    }
-    /// The connection dialog that comes next.
-    void connectTo(quint16 port) {
-        onModal(QStringLiteral("frmConnection"), [this, port](QWidget* dialog) {
-            auto* const box = dialog->findChild<QLineEdit*>(QStringLiteral("txtPort"));
-            box->selectAll();
-            QTest::keyClicks(box, QString::number(port));
-            click(dialog->findChild<QPushButton*>(QStringLiteral("btnOK")));
-        });
-    }
-
-private:
-    const EditorFixture& editor_;
-};
+/// Answers the connection dialog that comes next.
+void connectTo(CountedMouse& mouse, quint16 port) {
+    onModal(QStringLiteral("frmConnection"), [&mouse, port](QWidget* dialog) {
+        auto* const box = dialog->findChild<QLineEdit*>(QStringLiteral("txtPort"));
+        box->selectAll();
+        QTest::keyClicks(box, QString::number(port));
+        mouse.click(dialog->findChild<QPushButton*>(QStringLiteral("btnOK")));
+    });
+}
 
 /// The main window with a new project for the display at that port, the monitor's tab in front.
 struct MonitoringEditor : EditorFixture {
@@ -745,13 +719,13 @@ void DisplayMonitorTest::aTechnicianMendsAWrongMessageInTwelveClicks() {
     QTest::keyClicks(script, QStringLiteral("TEXT 0 0 RED BLACK \"Level\""));
     mouse.click("btnMsgApply");
     // Sent, and verified.
-    mouse.connectTo(display.transferPort());
+    connectTo(mouse, display.transferPort());
     auto* const bar = editor.window->findChild<QToolBar*>();
     mouse.click(bar->widgetForAction(editor.find<QAction>("UPLOAD")));
     QCOMPARE(editor.messages.shown.size(), std::size_t{1});
     QCOMPARE(editor.messages.shown[0].text, std::string("All files were successfully uploaded"));
     ++mouse.clicks; // its box
-    mouse.connectTo(display.transferPort());
+    connectTo(mouse, display.transferPort());
     mouse.choose("mnuTools", "miToolsVerify");
     QVERIFY(allModalsServed());
     QVERIFY(editor.find<QLabel>("lblComparison")->text().contains(QStringLiteral("holds every byte")));

@@ -1,4 +1,6 @@
+#include "tests/support/CountedMouse.h"
 #include "tests/support/EditorFixture.h"
+#include "tests/support/FreeTransferPort.h"
 #include "tests/support/FtpTestServer.h"
 #include "tests/support/ModalDriver.h"
 
@@ -13,6 +15,7 @@
 #include <QProcess>
 #include <QPushButton>
 #include <QTableView>
+#include <QTimer>
 
 #include <algorithm>
 #include <array>
@@ -150,12 +153,70 @@ int transfers() {
     return count;
 }
 
+/// A table of all regular messages, ten of which leave too few blanks for their value.
+std::string fortyMessages() {
+    std::string table = "message,script\r\n";
+    for (std::size_t i = 1; i <= regularMessageCount; ++i)
+        table += "STDMSG" + std::to_string(i) + ",\"CLEAR\r\nTEXT 0 0 RED BLACK \"\"Level " +
+                 std::string(i <= 10 ? 2 : 7, ' ') +
+                 "m\"\"\r\nDISPVAR 48 0 RED BLACK RegVar1\r\nACT STILL 3000\"\r\n";
+    return table;
+}
+
+/// Answers the next file dialog with one click on Open or Save. \param path none for the proposed one
+void answerFileDialog(CountedMouse& mouse, const std::string& path = {}) {
+    onModal(QStringLiteral("comdlg"), [&mouse, path](QWidget* window) {
+        auto* const files = qobject_cast<QFileDialog*>(window);
+        if (!path.empty()) {
+            ++mouse.clicks; // on the file
+            files->selectFile(QString::fromStdString(path));
+        }
+        ++mouse.clicks;
+        QMetaObject::invokeMethod(files, "accept");
+    });
+}
+
+void answerDialog(CountedMouse& mouse, const char* name) {
+    onModal(QString::fromLatin1(name), [&mouse](QWidget* dialog) {
+        mouse.click(dialog->findChild<QPushButton*>(QStringLiteral("btnOK")));
+    });
+}
+
+void importMessages(CountedMouse& mouse, const std::string& table) {
+    answerFileDialog(mouse, table);
+    answerDialog(mouse, "frmSheetImport");
+    mouse.choose("mnuTools", "miToolsImportMessages");
+    QVERIFY(allModalsServed());
+}
+
+void fixAll(CountedMouse& mouse, QTableView* findings) {
+    answerDialog(mouse, "frmFixes");
+    QTimer::singleShot(0, findings, [&mouse] {
+        auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        QVERIFY(menu);
+        mouse.click(menu, menu->actionGeometry(menu->actions().last()).center());
+    });
+    const QPoint first = findings->visualRect(findings->model()->index(0, 0)).center();
+    mouse.click(findings->viewport(), first); // its other button, which also opens the menu
+    emit findings->customContextMenuRequested(first);
+    QVERIFY(allModalsServed());
+}
+
+void saveAddressList(CountedMouse& mouse) {
+    answerFileDialog(mouse);
+    mouse.choose("mnuTools", "miToolsExportAddresses");
+    QVERIFY(allModalsServed());
+}
+
 } // namespace
 
 class SeveralDisplaysTest : public QObject {
     Q_OBJECT
 private slots:
-    void initTestCase() { qputenv(markName, QByteArray::number(QCoreApplication::applicationPid())); }
+    void initTestCase() {
+        QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+        qputenv(markName, QByteArray::number(QCoreApplication::applicationPid()));
+    }
     void cleanup() { QVERIFY(allModalsServed()); }
     void savesFirstAndSendsWhatWasSaved();
     void sendsToTheFailedOnesAgain();
@@ -166,6 +227,7 @@ private slots:
     void checksAndVerifiesOnDemand();
     void comparesAndSendsNothing();
     void verifyingTwentyDisplaysTakesAtMostSixClicks();
+    void anEngineersJobTakesAtMostTwentyClicks();
     void theProjectsPathLeavesRoomForTheReason();
     void whatWasDoneStaysDoneWhenOrvistaIsKilled();
     void stopNamesWhatIsHalfDone();
@@ -339,26 +401,57 @@ void SeveralDisplaysTest::verifyingTwentyDisplaysTakesAtMostSixClicks() {
             display.put(name, fileBytes(editor.projectFolder.file(name)));
     }
     QApplication::clipboard()->setText(list);
-    int clicks = 0;
-    const auto click = [&clicks](QWidget* widget, QPoint at = {5, 5}) {
-        ++clicks;
-        QTest::mouseClick(widget, Qt::LeftButton, {}, at);
-    };
+    CountedMouse mouse(editor);
     onModal(QStringLiteral("frmSeveralDisplays"), [&](QWidget* window) {
         const Dialog dialog(window);
-        click(dialog.button("btnPaste"));
-        click(dialog.button("btnCompare"));
+        mouse.click(dialog.button("btnPaste"));
+        mouse.click(dialog.button("btnCompare"));
         dialog.waitForEnd();
         QCOMPARE(dialog.summary(), QStringLiteral("20 of 20 displays: 20 equal"));
-        click(dialog.button("btnCancel"));
+        mouse.click(dialog.button("btnCancel"));
     });
-    auto* const menu = editor.find<QMenu>("mnuTools");
-    QMenuBar* const bar = editor.window->menuBar();
-    click(bar, bar->actionGeometry(menu->menuAction()).center());
-    QTRY_VERIFY(menu->isVisible());
-    click(menu, menu->actionGeometry(editor.find<QAction>("miToolsSeveral")).center());
+    mouse.choose("mnuTools", "miToolsSeveral");
     QVERIFY(allModalsServed());
-    QVERIFY2(clicks <= 6, qPrintable(QString::number(clicks)));
+    QVERIFY2(mouse.clicks <= 6, qPrintable(QString::number(mouse.clicks)));
+}
+
+void SeveralDisplaysTest::anEngineersJobTakesAtMostTwentyClicks() {
+    Editor editor;
+    const std::array<FtpTestServer, 19> displays;
+    QString list = head + QStringLiteral("dead,127.0.0.1,%1,\n").arg(freeTransferPort());
+    for (const FtpTestServer& display : displays)
+        list += row(qPrintable(QStringLiteral("display%1").arg(display.port())), display);
+    QApplication::clipboard()->setText(list);
+    const TemporaryFolder desk;
+    writeBytes(desk.file("messages.csv"), fortyMessages());
+
+    CountedMouse mouse(editor);
+    importMessages(mouse, desk.file("messages.csv"));
+    mouse.choose("mnuTools", "miToolsCheck");
+    auto* const findings = editor.find<QTableView>("tblFindings");
+    QCOMPARE(findings->model()->rowCount(), 10);
+    fixAll(mouse, findings);
+    QCOMPARE(findings->model()->rowCount(), 0);
+    saveAddressList(mouse);
+    onModal(QStringLiteral("frmSeveralDisplays"), [&](QWidget* window) {
+        const Dialog dialog(window);
+        mouse.click(dialog.button("btnPaste"));
+        auto* const verify = dialog.find<QCheckBox>("chkVerify");
+        mouse.click(verify, {8, verify->height() / 2});
+        QVERIFY(verify->isChecked());
+        mouse.click(dialog.button("btnStart"));
+        dialog.waitForEnd();
+        QVERIFY2(dialog.row(0).startsWith(QStringLiteral("dead|")), qPrintable(dialog.row(0)));
+        QCOMPARE(dialog.summary(), QStringLiteral("20 of 20 displays: 19 done, 1 failed"));
+        mouse.click(dialog.button("btnCancel"));
+    });
+    mouse.choose("mnuTools", "miToolsSeveral");
+    QVERIFY(allModalsServed());
+    QVERIFY(fs::exists(editor.projectFolder.file("Plant addresses.csv")));
+    QVERIFY(displays[18]
+                .bytes("stdmsg.ilm")
+                .starts_with("DEFMSG STDMSG1\r\nCLEAR\r\nTEXT 0 0 RED BLACK \"Level        m\"\r\n"));
+    QVERIFY2(mouse.clicks <= 20, qPrintable(QString::number(mouse.clicks)));
 }
 
 void SeveralDisplaysTest::theProjectsPathLeavesRoomForTheReason() {

@@ -3,12 +3,16 @@
 #include "tests/support/ModalDriver.h"
 #include "widgets/DeviceTextEdit.h"
 
+#include <QApplication>
+#include <QContextMenuEvent>
 #include <QFile>
 #include <QFileInfo>
 #include <QLabel>
+#include <QMenu>
 #include <QSlider>
 #include <QTableView>
 #include <QTest>
+#include <QTimer>
 
 #include <utility>
 
@@ -147,10 +151,31 @@ void EditingTour::checksTheProject() {
     QCOMPARE(hands.text("txtMsgName"), "STDMSG3");
     QTRY_VERIFY(box.extraSelections().size() == 1);
     stage_.show("finding-line", "Enter on a row leads to its line: the variable is wider than its place.");
+    offersFixes();
     hands.clickNode("trvMsg", "R5");
     hands.type("txtMsg", "CLEAR");
     hands.click("btnMsgApply");
     QTRY_COMPARE(summary.text(), "1 warning");
+}
+
+void EditingTour::offersFixes() {
+    auto& findings = stage_.hands().find<QTableView>("tblFindings");
+    stage_.inDialog("frmFixes", [this](const Hands& dialog) {
+        QCOMPARE(dialog.find<QLabel>("lblFixes").text(), "3 fixes, 2 ticked");
+        stage_.show(dialog.window(), "fixes",
+                    "Fix All shows what would mend the findings, to be ticked off.");
+        dialog.click("btnCancel");
+    });
+    QTimer::singleShot(0, &findings, [] {
+        auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        QVERIFY(menu);
+        QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(menu->actions().last()).center());
+    });
+    QWidget* const rows = findings.viewport();
+    const QPoint place = findings.visualRect(findings.currentIndex()).center();
+    QContextMenuEvent event(QContextMenuEvent::Keyboard, place, rows->mapToGlobal(place));
+    QApplication::sendEvent(rows, &event);
+    QVERIFY(testing::allModalsServed());
 }
 
 void EditingTour::editsAFloatVariable() {

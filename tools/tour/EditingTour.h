@@ -25,6 +25,7 @@ private slots:
     void opensItAgain();
 
 private:
+    void offersFixes();
     QString folder() const { return stage_.projectFolder("station"); }
 
     Stage& stage_;
