@@ -144,7 +144,11 @@ void EditingTour::checksTheProject() {
     const auto isSettled = [&] {
         return std::exchange(height, findings.viewport()->height()) == findings.viewport()->height();
     };
-    QTRY_VERIFY(isSettled() && height > 0 && !box.extraSelections().isEmpty());
+    // Apply set the text anew, and emptied the lines under the earlier one.
+    const auto isUnderlined = [&] {
+        return !box.extraSelections().isEmpty() && box.extraSelections().front().cursor.hasSelection();
+    };
+    QTRY_VERIFY(isSettled() && height > 0 && isUnderlined());
     stage_.show("findings", "Check Project lists what will go wrong on the display.");
     findings.selectRow(0);
     QTest::keyClick(&findings, Qt::Key_Return);
