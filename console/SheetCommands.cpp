@@ -123,6 +123,7 @@ ExitStatus importSheet(const ImportOptions& options, Import import) {
         reportErrors(options.sheet, result.errors);
         return ExitStatus::Found;
     }
+    reportErrors(options.sheet, result.notes);
     const bool hasChanges = !result.changes.empty();
     if (options.dryRun) {
         printChanges(result.changes);

@@ -2,8 +2,10 @@
 
 #include "display/PagePainter.h"
 #include "display/StepTiming.h"
+#include "script/ScriptInterpreter.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace orvista {
 
@@ -36,6 +38,20 @@ std::int64_t settledTime(const Programme& programme, std::size_t page) {
 std::size_t pageOfLine(const Programme& programme, std::size_t line) {
     const auto next = std::ranges::upper_bound(programme.pages(), line, {}, &ScriptPage::firstLine);
     return static_cast<std::size_t>(std::max<std::ptrdiff_t>(next - programme.pages().begin(), 1)) - 1;
+}
+
+Programme programmeOfLine(std::string_view script, std::size_t line, PanelSize panel, FieldFormats formats,
+                          const BitmapProvider& bitmaps) {
+    InterpretedScript alone;
+    interpretPageByPage(script, [&alone, line](ScriptPage& page) {
+        if (alone.pages.empty())
+            alone.pages.push_back(std::move(page));
+        else if (page.firstLine <= line)
+            alone.pages.front() = std::move(page);
+    });
+    Programme programme(panel, std::move(formats));
+    programme.add({}, std::move(alone), bitmaps);
+    return programme;
 }
 
 } // namespace orvista

@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string_view>
 
 namespace orvista {
 
@@ -19,5 +20,10 @@ std::int64_t settledTime(const Programme& programme, std::size_t page);
 /// The page that a line of the script (from 1) belongs to: lines after a leaving effect and before the first
 /// page go with the page nearest to them. 0 without pages.
 std::size_t pageOfLine(const Programme& programme, std::size_t line);
+
+/// The page of a line of the script as above, alone: a long script costs no more than reading it, and the
+/// bitmaps of its other pages are not looked for. Without pages the programme has none either.
+Programme programmeOfLine(std::string_view script, std::size_t line, PanelSize panel, FieldFormats formats,
+                          const BitmapProvider& bitmaps);
 
 } // namespace orvista

@@ -18,12 +18,13 @@
 namespace orvista {
 
 ItemCommands::ItemCommands(const Project& project, ProjectChanges& changes, const Navigator& navigator,
-                           PanelDock& dock, QWidget& window)
+                           PanelDock& dock, PreviewSettingSource setting, QWidget& window)
     : QObject(&window),
       project_(project),
       changes_(changes),
       navigator_(navigator),
       dock_(dock),
+      setting_(std::move(setting)),
       window_(window) {
     connect(&dock, &PanelDock::made, this, &ItemCommands::serve);
 }
@@ -97,7 +98,7 @@ void ItemCommands::miEditClear_Click() {
 
 void ItemCommands::miEditReplace_Click() {
     clearNotice();
-    frmReplace dialog(project_, navigator_.notAppliedItems(), &window_);
+    frmReplace dialog(project_, navigator_.notAppliedItems(), setting_, &window_);
     dialog.exec();
     if (!dialog.IsCanceled)
         changes_.change(tr("Replace"), dialog.Replaced);

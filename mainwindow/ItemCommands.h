@@ -1,5 +1,6 @@
 #pragma once
 
+#include "display/forms/PreviewSetting.h"
 #include "items/CopiedItems.h"
 
 #include <QKeySequence>
@@ -28,7 +29,7 @@ class ItemCommands final : public QObject {
     Q_OBJECT
 public:
     ItemCommands(const Project& project, ProjectChanges& changes, const Navigator& navigator, PanelDock& dock,
-                 QWidget& window);
+                 PreviewSettingSource setting, QWidget& window);
 
     /// Gives the entry the keys, in the tables only, and puts it into their context menus.
     void bindToTables(QAction& entry, QKeySequence::StandardKey keys);
@@ -56,6 +57,7 @@ private:
     ProjectChanges& changes_;
     const Navigator& navigator_;
     PanelDock& dock_;
+    PreviewSettingSource setting_;
     QWidget& window_;
     QList<QAction*> ofTables_;
     bool hasSaid_ = false;

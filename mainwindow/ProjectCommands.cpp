@@ -32,11 +32,14 @@ ProjectCommands::ProjectCommands(const Surroundings& surroundings, QMainWindow& 
       around_(surroundings),
       preview_(surroundings.messagePage.preview()),
       undo_(new UndoCommands(around_.changes, window)),
-      items_(new ItemCommands(around_.lifecycle.project(), around_.changes, around_.navigator, around_.dock,
-                              window)),
+      items_(new ItemCommands(
+          around_.lifecycle.project(), around_.changes, around_.navigator, around_.dock,
+          [&preview = preview_] { return preview.setting(); }, window)),
       findings_(new FindingCommands(around_.changes, around_.dock, this)),
       discarded_(new DiscardedScriptsMenu(around_.messagePage, around_.navigator, window)),
-      sheets_(new SheetCommands(around_.lifecycle, around_.changes, around_.dock, window)),
+      sheets_(new SheetCommands(
+          around_.lifecycle, around_.changes, around_.dock,
+          [&preview = preview_] { return preview.setting(); }, window)),
       comparison_(new ComparisonCommands({around_.lifecycle, around_.chooser, around_.transfer},
                                          around_.changes, around_.dock, this)),
       fleet_(new FleetCommands(around_.lifecycle, window)) {

@@ -27,7 +27,8 @@ std::vector<PanelDock::Panel> ProjectPanels::rows() {
         {&FindingsPanel::staticMetaObject, tr("Findings"),
          [this] {
              return followingColumns(new FindingsPanel(project_, around_.fileRemarks, check_,
-                                                       around_.preview.columns(), notAppliedItems()));
+                                                       around_.preview.columns(), notAppliedItems(),
+                                                       setting()));
          }},
         {&MessagesPanel::staticMetaObject,
          tr("Messages"),
@@ -41,7 +42,7 @@ std::vector<PanelDock::Panel> ProjectPanels::rows() {
          [this] { return new VariablesPanel(itemSources()); },
          {"miViewVariables", tr("&Variables"), tr("All variables at a glance")}},
         {&ComparisonPanel::staticMetaObject, tr("Comparison"),
-         [this] { return new ComparisonPanel(project_, notAppliedItems()); }},
+         [this] { return new ComparisonPanel(project_, notAppliedItems(), setting()); }},
         {&MonitorPanel::staticMetaObject,
          tr("Display Monitor"),
          [this] { return makeMonitor(); },
@@ -63,6 +64,10 @@ ProjectPanel* ProjectPanels::makeMonitor() {
 
 std::function<std::vector<Item>()> ProjectPanels::notAppliedItems() const {
     return [this] { return navigator_.notAppliedItems(); };
+}
+
+PreviewSettingSource ProjectPanels::setting() const {
+    return [&preview = around_.preview] { return preview.setting(); };
 }
 
 ItemSources ProjectPanels::itemSources() {

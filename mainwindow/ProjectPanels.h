@@ -1,6 +1,7 @@
 #pragma once
 
 #include "check/FolderCheck.h"
+#include "display/forms/PreviewSetting.h"
 #include "items/MessageDigest.h"
 #include "mainwindow/PanelDock.h"
 #include "model/FileRemarks.h"
@@ -33,6 +34,7 @@ private:
     std::vector<PanelDock::Panel> rows();
     ProjectPanel* makeMonitor();
     std::function<std::vector<Item>()> notAppliedItems() const;
+    PreviewSettingSource setting() const;
     ItemSources itemSources();
     template <typename Type>
     Type* followingColumns(Type* panel);

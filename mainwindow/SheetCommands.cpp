@@ -106,13 +106,14 @@ std::string addressListIn(ListForm form, const Project& project, const frmAddres
 } // namespace
 
 SheetCommands::SheetCommands(const DocMgrModule::ProjectLifecycle& lifecycle, ProjectChanges& changes,
-                             PanelDock& dock, QWidget& window)
+                             PanelDock& dock, PreviewSettingSource setting, QWidget& window)
     : QObject(&window),
       lifecycle_(lifecycle),
       project_(lifecycle.project()),
       messages_(lifecycle.fileContext().messages),
       changes_(changes),
       dock_(dock),
+      setting_(std::move(setting)),
       window_(window) {}
 
 QString SheetCommands::proposedName(const QString& subject) const {
@@ -226,7 +227,7 @@ void SheetCommands::take(const std::string& path, SheetImport sheet) {
     // Before the user has chosen among many rows, not after.
     if (!changes_.mayChange(itemsOf(sheet.changes)))
         return;
-    frmSheetImport dialog(fileName(path), std::move(sheet.changes), sheet.fromEmptyCells, &window_);
+    frmSheetImport dialog(fileName(path), std::move(sheet), project_, setting_, &window_);
     dialog.exec();
     if (dialog.IsCanceled || dialog.chosen.empty())
         return;

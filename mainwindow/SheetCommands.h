@@ -1,5 +1,6 @@
 #pragma once
 
+#include "display/forms/PreviewSetting.h"
 #include "model/ProjectLifecycle.h"
 #include "sheets/Sheet.h"
 #include "sheets/SheetImport.h"
@@ -20,7 +21,7 @@ class SheetCommands final : public QObject {
 public:
     /// All must outlive the commands.
     SheetCommands(const DocMgrModule::ProjectLifecycle& lifecycle, ProjectChanges& changes, PanelDock& dock,
-                  QWidget& window);
+                  PreviewSettingSource setting, QWidget& window);
 
     void miToolsExportAddresses_Click();
     void miToolsExportMessages_Click();
@@ -47,6 +48,7 @@ private:
     Messages& messages_;
     ProjectChanges& changes_;
     PanelDock& dock_;
+    PreviewSettingSource setting_;
     QWidget& window_;
 };
 

@@ -100,6 +100,19 @@ bool hasLoneLineEnd(std::string_view text) {
     return false;
 }
 
+std::size_t firstDifferentLine(std::string_view one, std::string_view other) {
+    MemorySource oneSource(one);
+    MemorySource otherSource(other);
+    LineReader oneLines(oneSource);
+    LineReader otherLines(otherSource);
+    std::string_view line;
+    std::string_view otherLine;
+    std::size_t number = 1;
+    while (oneLines.next(line) && otherLines.next(otherLine) && line == otherLine)
+        ++number;
+    return number;
+}
+
 std::string withWholeLineEnds(std::string_view text) {
     std::string whole;
     whole.reserve(text.size());

@@ -51,5 +51,7 @@ private:
 std::string withWholeLineEnds(std::string_view text);
 /// Whether that changes the text.
 bool hasLoneLineEnd(std::string_view text);
+/// The first line, from 1, that is not the same in both; the one after the last line where all are.
+std::size_t firstDifferentLine(std::string_view one, std::string_view other);
 
 } // namespace orvista

@@ -104,7 +104,7 @@ private:
 
     void takePage(Item message, MessageRows& rows) {
         const auto page = wholeNumber(sheet_.cell(columns::Page), 1, maximumPageNumber);
-        const auto form = columns::form(sheet_);
+        const auto form = columns::form(sheet_, result_.notes);
         if (!page) {
             rows.hasUnknownPage = true;
             return sheet_.fail(columns::Page, quotation(sheet_.cell(columns::Page)) +

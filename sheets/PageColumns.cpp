@@ -34,15 +34,16 @@ std::string_view blanksTrimmed(const std::string& cell) {
 /// Reads the cells of one row into a form.
 class RowReader {
 public:
-    explicit RowReader(SheetReader& sheet) : sheet_(sheet) {}
+    RowReader(SheetReader& sheet, SheetErrors& notes) : sheet_(sheet), notes_(notes) {}
 
     std::optional<MessageForm> read() {
         readContent();
         choose(Font, fontStyles, form_.cbFont);
         choose(Foreground, colourStyles, form_.cbFgClr);
         choose(Background, colourStyles, form_.cbBgClr);
+        const std::size_t fields = scanPlaceholders(form_.txtText).fieldCount();
         for (std::size_t slot = 0; slot < fieldSlotCount; ++slot)
-            readField(FirstField + slot * fieldColumns, form_.fields[slot]);
+            readField(FirstField + slot * fieldColumns, form_.fields[slot], slot < fields);
         choose(Entering, wizard::effects, form_.cbInEffect);
         choose(EnteringSpeed, wizard::speeds, form_.cbIFSpeed);
         choose(Special, actStyles, form_.cbSpEffect);
@@ -74,12 +75,16 @@ private:
             fail(Content, "a page has four live fields: the fifth %v is too many");
     }
 
-    void readField(std::size_t first, FieldChoice& field) {
+    void readField(std::size_t first, FieldChoice& field, bool isShown) {
         const std::string_view word = blanksTrimmed(sheet_.cell(first));
         if (const auto found = positionOf(word, wizard::fieldSources()))
             field.cbVar = *found;
         else if (!word.empty())
             fail(first, quotation(word) + " is not a variable, " + choiceOf(clockStyles));
+        else if (isShown)
+            notes_.add(sheet_.row(), {},
+                       std::string(names[first]) + " is empty: " + wizard::fieldSources().at(field.cbVar) +
+                           " is taken");
         choose(first + 1, colourStyles, field.cbVarFgClr);
         choose(first + 2, colourStyles, field.cbVarBgClr);
     }
@@ -100,6 +105,7 @@ private:
     }
 
     SheetReader& sheet_;
+    SheetErrors& notes_;
     MessageForm form_;
     bool good_ = true;
 };
@@ -142,8 +148,8 @@ std::vector<std::string> cells(const MessageForm& form) {
     return row;
 }
 
-std::optional<MessageForm> form(SheetReader& sheet) {
-    return RowReader(sheet).read();
+std::optional<MessageForm> form(SheetReader& sheet, SheetErrors& notes) {
+    return RowReader(sheet, notes).read();
 }
 
 bool describesPage(const SheetReader& sheet) {

@@ -45,7 +45,8 @@ inline constexpr std::array<std::string_view, Count> names{
 std::vector<std::string> cells(const MessageForm& form);
 
 /// The form that the row just read describes; nothing when the row has errors, which are added.
-std::optional<MessageForm> form(SheetReader& sheet);
+/// \param notes what was taken for a live field whose cell is empty is added
+std::optional<MessageForm> form(SheetReader& sheet, SheetErrors& notes);
 
 /// Whether the row has a text in a column that describes a page.
 bool describesPage(const SheetReader& sheet);

@@ -13,6 +13,7 @@ namespace orvista {
 struct SheetImport {
     std::vector<Change> changes; ///< in the order of the project's tables
     SheetErrors errors;
+    SheetErrors notes; ///< no errors: what was taken where a cell left it open
     /// How many of the changes come from an empty cell, which is a number's default or an empty text.
     std::size_t fromEmptyCells = 0;
 };

@@ -25,12 +25,12 @@ set(table
 
   "widgets: model display"
   "display/forms: model script display check widgets"
-  "check/forms: model check widgets"
+  "check/forms: model check widgets display/forms"
   "script/forms: model script display check widgets display/forms"
   "link/forms: model display link items sheets widgets display/forms"
-  "items/forms: model display check items widgets"
-  "compare/forms: model compare widgets items/forms"
-  "sheets/forms: model compare sheets widgets items/forms items"
+  "items/forms: model display check items widgets display/forms"
+  "compare/forms: model display compare widgets display/forms items/forms"
+  "sheets/forms: model compare sheets widgets display/forms items/forms items"
   "dialogs: model widgets"
   "mainwindow: model display link check items compare sheets widgets display/forms check/forms script/forms link/forms items/forms compare/forms sheets/forms dialogs"
 

@@ -47,11 +47,13 @@ QString textOf(const Finding& finding, const std::vector<Item>& notApplied) {
 } // namespace
 
 FindingsPanel::FindingsPanel(const Project& project, const FileRemarks& fileRemarks, FolderCheck& check,
-                             int columns, std::function<std::vector<Item>()> notAppliedItems)
+                             int columns, std::function<std::vector<Item>()> notAppliedItems,
+                             PreviewSettingSource setting)
     : project_(project),
       fileRemarks_(fileRemarks),
       check_(check),
       notAppliedItems_(std::move(notAppliedItems)),
+      setting_(std::move(setting)),
       columns_(columns),
       delay_(new SeenDelay(*this, [this] { this->check(); })),
       txtFindingsFilter(named<FilterBox>(QStringLiteral("txtFindingsFilter"))),
@@ -271,8 +273,8 @@ void FindingsPanel::fixAll(const FixChoice& choice) {
     if (all.empty())
         return emit told(
             tr("No fix is known that mends one of these findings and leaves the others as they are"));
-    frmFixes dialog({project_, check_.bitmaps(project_), columns_}, std::move(all), notAppliedItems_(),
-                    window());
+    frmFixes dialog({project_, check_.bitmaps(project_), columns_, setting_}, std::move(all),
+                    notAppliedItems_(), window());
     dialog.exec();
     if (!dialog.IsCanceled)
         emit changesWanted(tr("Fix"), dialog.Fixed);

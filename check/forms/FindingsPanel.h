@@ -2,6 +2,7 @@
 
 #include "check/FixRun.h"
 #include "check/FolderCheck.h"
+#include "display/forms/PreviewSetting.h"
 #include "model/FileRemarks.h"
 #include "widgets/ProjectPanel.h"
 
@@ -27,8 +28,9 @@ public:
     /// \param columns of the display, 1 to PanelSize::maximumColumns
     /// \param fileRemarks what was met in the files that the project was read from
     /// \param notAppliedItems the items that are shown with an edit that is not applied
+    /// \param setting of the pictures beside fixes
     FindingsPanel(const Project& project, const FileRemarks& fileRemarks, FolderCheck& check, int columns,
-                  std::function<std::vector<Item>()> notAppliedItems);
+                  std::function<std::vector<Item>()> notAppliedItems, PreviewSettingSource setting);
 
     /// Checks again for a display of another width, in the range above.
     void setColumns(int columns);
@@ -69,6 +71,7 @@ private:
     const FileRemarks& fileRemarks_;
     FolderCheck& check_;
     std::function<std::vector<Item>()> notAppliedItems_;
+    PreviewSettingSource setting_;
     int columns_;
     Findings findings_;
     bool isGoingOn_ = false;

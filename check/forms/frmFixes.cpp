@@ -1,5 +1,6 @@
 #include "check/forms/frmFixes.h"
 
+#include "display/forms/BeforeAfterPictures.h"
 #include "model/Windows1252.h"
 #include "widgets/DeviceText.h"
 #include "widgets/FormParts.h"
@@ -48,10 +49,12 @@ frmFixes::frmFixes(const Subject& subject, std::vector<MendedFinding> all, std::
       subject_(subject),
       all_(std::move(all)),
       notApplied_(std::move(notApplied)),
+      shown_(subject.project),
       tblFixes(named<RowsTable>(QStringLiteral("tblFixes"), QStringList{tr("Item"), tr("Line"), tr("Code"),
                                                                         tr("Fix"), tr("Old"), tr("New")})),
       txtFixesOld(shownLines(QStringLiteral("txtFixesOld"), tr("Old lines"))),
       txtFixesNew(shownLines(QStringLiteral("txtFixesNew"), tr("New lines"))),
+      pictures_(new BeforeAfterPictures({tr("Old"), tr("New")}, subject.setting)),
       lblFixes(named<QLabel>(QStringLiteral("lblFixes"))),
       btnFixesTickAll(namedButton(QStringLiteral("btnFixesTickAll"), tr("Tick &All"))),
       btnFixesTickNone(namedButton(QStringLiteral("btnFixesTickNone"), tr("Tick &None"))) {
@@ -92,6 +95,7 @@ void frmFixes::buildLayout() {
     auto* const layout = new QVBoxLayout(this);
     layout->addWidget(tblFixes, 1);
     layout->addLayout(lines);
+    layout->addWidget(pictures_);
     layout->addWidget(lblFixes);
     layout->addLayout(buttons.layout);
     setTabOrder(tblFixes, txtFixesOld);
@@ -152,6 +156,25 @@ void frmFixes::showCurrent() {
     const MendedFinding& mended = all_[static_cast<std::size_t>(row)];
     txtFixesOld->setPlainText(textOf(mended, &OldAndNew::before, "\n"));
     txtFixesNew->setPlainText(textOf(mended, &OldAndNew::after, "\n"));
+    showPictures(static_cast<std::size_t>(row));
+}
+
+void frmFixes::goTo(std::size_t row) {
+    for (; shownFixes_ < row; ++shownFixes_)
+        applyChanges(shown_, all_[shownFixes_].changes);
+    for (; shownFixes_ > row; --shownFixes_)
+        revertChanges(shown_, all_[shownFixes_ - 1].changes);
+}
+
+void frmFixes::showPictures(std::size_t row) {
+    const Place& place = all_[row].finding.place;
+    if (!isMessage(place.item) || !place.file.empty())
+        return pictures_->showNothing();
+    goTo(row);
+    const Project before = shown_;
+    goTo(row + 1);
+    pictures_->showPages({before, subject_.bitmaps, scriptOf(before, place.item), place.line},
+                         {shown_, subject_.bitmaps, scriptOf(shown_, place.item), place.line});
 }
 
 void frmFixes::btnOK_Click() {

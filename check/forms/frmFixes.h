@@ -1,6 +1,7 @@
 #pragma once
 
 #include "check/FixRun.h"
+#include "display/forms/PreviewSetting.h"
 #include "model/Change.h"
 #include "model/Item.h"
 #include "model/Project.h"
@@ -15,11 +16,12 @@ class QPushButton;
 
 namespace orvista {
 
+class BeforeAfterPictures;
 class BitmapProvider;
 class RowsTable;
 
-/// Shows what would mend several findings, old and new, to be ticked off. It never writes the project: the
-/// caller reads the public values after the dialog has been hidden.
+/// Shows what would mend several findings, old and new and how the page looks, to be ticked off. It never
+/// writes the project: the caller reads the public values after the dialog has been hidden.
 class frmFixes final : public QDialog {
     Q_OBJECT
 public:
@@ -28,6 +30,7 @@ public:
         const Project& project;
         const BitmapProvider& bitmaps;
         int columns;
+        PreviewSettingSource setting;
     };
     /// \param all of the project, in the order in which they were made on a copy of it
     /// \param notApplied the items that are shown with an edit that is not applied; their rows are not ticked
@@ -46,15 +49,21 @@ private:
     std::vector<bool> tickable() const;
     void showCount();
     void showCurrent();
+    void showPictures(std::size_t row);
+    /// Lets the shown project be as it was before that row's fix.
+    void goTo(std::size_t row);
     void btnOK_Click();
 
     Subject subject_;
     std::vector<MendedFinding> all_;
     std::vector<Item> notApplied_;
+    Project shown_;              ///< with the fixes before a row
+    std::size_t shownFixes_ = 0; ///< so many of them
 
     RowsTable* tblFixes;
     QPlainTextEdit* txtFixesOld;
     QPlainTextEdit* txtFixesNew;
+    BeforeAfterPictures* pictures_;
     QLabel* lblFixes;
     QPushButton* btnFixesTickAll;
     QPushButton* btnFixesTickNone;

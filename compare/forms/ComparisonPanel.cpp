@@ -1,8 +1,12 @@
 #include "compare/forms/ComparisonPanel.h"
 
 #include "compare/HeldSentences.h"
+#include "display/FolderBitmaps.h"
+#include "display/forms/BeforeAfterPictures.h"
 #include "items/forms/ShownTexts.h"
 #include "model/BitmapName.h"
+#include "model/Lines.h"
+#include "model/PathRules.h"
 #include "widgets/FormParts.h"
 #include "widgets/NotAppliedMark.h"
 #include "widgets/RowsTable.h"
@@ -93,6 +97,29 @@ QString differencesText(std::size_t count, const QString& name) {
         .arg(QString::number(count), name);
 }
 
+/// Where the row is in the script of that side; where it has no such line, where that line would stand.
+std::size_t lineOn(const Project& side, const Project& other, const DifferenceRow& row) {
+    if (row.lineBefore > 0)
+        return row.lineBefore;
+    const auto changes = takenOver(side, other, {&row, 1});
+    return changes.empty() ? 1 : firstDifferentLine(changes.front().before, changes.front().after);
+}
+
+DifferenceRow seenFromTheirs(DifferenceRow row) {
+    std::swap(row.lineBefore, row.lineAfter);
+    std::swap(row.before, row.after);
+    return row;
+}
+
+/// Those of the folder that the contents came from.
+std::unique_ptr<BitmapProvider> bitmapsOf(const DisplayContents& contents) {
+    const auto& bitmaps = contents.bitmaps();
+    const auto parts = bitmaps.empty() ? std::nullopt : PathRules::native().split(bitmaps.front().path);
+    if (!parts)
+        return std::make_unique<NoBitmaps>();
+    return std::make_unique<FolderBitmaps>(parts->folder);
+}
+
 QString fingerprintsText(const std::string& ours, const std::string& theirs) {
     return ours == theirs ? ComparisonPanel::tr("(fingerprint %1)").arg(QString::fromStdString(ours))
                           : ComparisonPanel::tr("(fingerprints %1 and %2)")
@@ -101,19 +128,22 @@ QString fingerprintsText(const std::string& ours, const std::string& theirs) {
 
 } // namespace
 
-ComparisonPanel::ComparisonPanel(const Project& project, std::function<std::vector<Item>()> notAppliedItems)
+ComparisonPanel::ComparisonPanel(const Project& project, std::function<std::vector<Item>()> notAppliedItems,
+                                 PreviewSettingSource setting)
     : project_(project),
       notAppliedItems_(std::move(notAppliedItems)),
       lblComparison(named<QLabel>(QStringLiteral("lblComparison"))),
       btnTakeTheirs(namedButton(QStringLiteral("btnTakeTheirs"), tr("Ta&ke Theirs"))),
-      tblComparison(
-          named<RowsTable>(QStringLiteral("tblComparison"),
-                           QStringList{tr("Item"), tr("Where"), tr("This project"), tr("Theirs")})) {
+      tblComparison(named<RowsTable>(QStringLiteral("tblComparison"),
+                                     QStringList{tr("Item"), tr("Where"), tr("This project"), tr("Theirs")})),
+      pictures_(new BeforeAfterPictures({tr("This project"), tr("Theirs")}, std::move(setting))) {
     buildLayout();
     connect(tblComparison, &RowsTable::rowActivated, this, &ComparisonPanel::leadToRow);
     connect(tblComparison, &RowsTable::rowLeft, this, &ProjectPanel::rowLeft);
     connect(tblComparison->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &ComparisonPanel::enableTake);
+    connect(tblComparison->selectionModel(), &QItemSelectionModel::currentChanged, this,
+            &ComparisonPanel::showPictures);
     connect(btnTakeTheirs, &QPushButton::clicked, this, &ComparisonPanel::btnTakeTheirs_Click);
     clear();
 }
@@ -133,6 +163,7 @@ void ComparisonPanel::buildLayout() {
     layout->setContentsMargins(0, layout->spacing(), 0, 0);
     layout->addLayout(head);
     layout->addWidget(tblComparison, 1);
+    layout->addWidget(pictures_);
 }
 
 void ComparisonPanel::compareWith(Theirs theirs, Question question) {
@@ -207,6 +238,23 @@ void ComparisonPanel::markNotApplied() {
         rows.push_back(fileRow(file, static_cast<int>(rows.size()), question_));
     tblComparison->setRows(std::move(rows));
     enableTake();
+    showPictures();
+}
+
+void ComparisonPanel::showPictures() {
+    const int current = tblComparison->rowOf(tblComparison->currentIndex());
+    const auto index = static_cast<std::size_t>(current);
+    const bool isLine = current >= 0 && index < rows_.size() && rows_[index].isLine();
+    pictures_->setVisible(isLine);
+    if (!isLine)
+        return;
+    const DifferenceRow& row = rows_[index];
+    const Project& theirs = theirs_->contents.project();
+    const FolderBitmaps ourBitmaps(project_.ProjPath);
+    const auto theirBitmaps = bitmapsOf(theirs_->contents);
+    pictures_->showPages(
+        {sent_, ourBitmaps, scriptOf(sent_, row.item), lineOn(sent_, theirs, row)},
+        {theirs, *theirBitmaps, scriptOf(theirs, row.item), lineOn(theirs, sent_, seenFromTheirs(row))});
 }
 
 std::vector<DifferenceRow> ComparisonPanel::selectedRows() const {

@@ -2,6 +2,7 @@
 
 #include "compare/ContentsComparison.h"
 #include "compare/DifferenceRows.h"
+#include "display/forms/PreviewSetting.h"
 #include "model/Item.h"
 #include "model/ScratchFolder.h"
 #include "widgets/ProjectPanel.h"
@@ -17,10 +18,12 @@ class QPushButton;
 
 namespace orvista {
 
+class BeforeAfterPictures;
 class RowsTable;
 
 /// The panel "Comparison": what differs between what an upload of the project sends and another project, or
-/// what a display holds. While it is on the screen it follows the project's changes.
+/// what a display holds, and how the current row's page looks on either side. While it is on the screen it
+/// follows the project's changes.
 class ComparisonPanel final : public ProjectPanel {
     Q_OBJECT
 public:
@@ -37,7 +40,9 @@ public:
     };
 
     /// \param notAppliedItems the items that are shown with an edit that is not applied
-    ComparisonPanel(const Project& project, std::function<std::vector<Item>()> notAppliedItems);
+    /// \param setting of the pictures below the list
+    ComparisonPanel(const Project& project, std::function<std::vector<Item>()> notAppliedItems,
+                    PreviewSettingSource setting);
 
     /// \throws std::system_error for a file that cannot be read; nothing is compared then
     void compareWith(Theirs theirs, Question question);
@@ -61,6 +66,7 @@ private:
     void compare();
     void showNothing(const QString& reason);
     void enableTake();
+    void showPictures();
     std::vector<DifferenceRow> selectedRows() const;
     void btnTakeTheirs_Click();
     void leadToRow(int row);
@@ -76,6 +82,7 @@ private:
     QLabel* lblComparison;
     QPushButton* btnTakeTheirs;
     RowsTable* tblComparison;
+    BeforeAfterPictures* pictures_;
 };
 
 } // namespace orvista

@@ -7,6 +7,7 @@
 #include "display/forms/BitmapWatch.h"
 #include "display/forms/CursorPage.h"
 #include "display/forms/PreviewClock.h"
+#include "display/forms/PreviewSetting.h"
 #include "model/People.h"
 #include "model/Project.h"
 #include "widgets/QuietTimer.h"
@@ -55,6 +56,8 @@ public:
 
     /// What the fields show now.
     DisplayValues shownValues() const;
+    /// How it shows messages now.
+    PreviewSetting setting() const { return {columns(), shownValues()}; }
     /// What the display holds, while that is known; its clock is not.
     void setHeldValues(const std::optional<DisplayValues>& held);
 

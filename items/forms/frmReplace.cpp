@@ -1,13 +1,16 @@
 #include "items/forms/frmReplace.h"
 
+#include "display/forms/BeforeAfterPictures.h"
 #include "widgets/DeviceLineEdit.h"
 #include "widgets/DeviceText.h"
 #include "widgets/FormParts.h"
 #include "widgets/NotAppliedMark.h"
+#include "widgets/QuietTimer.h"
 #include "widgets/RowsTable.h"
 
 #include <QCheckBox>
 #include <QFormLayout>
+#include <QItemSelectionModel>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
@@ -33,7 +36,8 @@ QString whereText(ReplaceWhere where) {
 
 } // namespace
 
-frmReplace::frmReplace(const Project& project, std::vector<Item> notApplied, QWidget* parent)
+frmReplace::frmReplace(const Project& project, std::vector<Item> notApplied, PreviewSettingSource setting,
+                       QWidget* parent)
     : QDialog(parent),
       project_(project),
       notApplied_(std::move(notApplied)),
@@ -42,6 +46,7 @@ frmReplace::frmReplace(const Project& project, std::vector<Item> notApplied, QWi
       chkReplaceCase(named<QCheckBox>(QStringLiteral("chkReplaceCase"), tr("&Match case"))),
       tblReplace(named<RowsTable>(QStringLiteral("tblReplace"),
                                   QStringList{tr("Message"), tr("Line"), tr("Where"), tr("Old"), tr("New")})),
+      pictures_(new BeforeAfterPictures({tr("Old"), tr("New")}, std::move(setting))),
       lblReplace(named<QLabel>(QStringLiteral("lblReplace"))),
       btnReplaceTickAll(namedButton(QStringLiteral("btnReplaceTickAll"), tr("Tick &All"))),
       btnReplaceTickNone(namedButton(QStringLiteral("btnReplaceTickNone"), tr("Tick &None"))) {
@@ -54,6 +59,14 @@ frmReplace::frmReplace(const Project& project, std::vector<Item> notApplied, QWi
     connect(tblReplace, &RowsTable::ticksChanged, this, &frmReplace::showCount);
     connect(btnReplaceTickAll, &QPushButton::clicked, this, [this] { tblReplace->setTicks(tickable()); });
     connect(btnReplaceTickNone, &QPushButton::clicked, this, [this] { tblReplace->setTicks({}); });
+    connect(tblReplace->selectionModel(), &QItemSelectionModel::currentChanged, this, [this] {
+        if (!quiet_.isActive())
+            showPictures();
+    });
+    // A QuietTimer would wait for this dialog to be closed.
+    quiet_.setSingleShot(true);
+    quiet_.setInterval(QuietTimer::usual);
+    connect(&quiet_, &QTimer::timeout, this, &frmReplace::showPictures);
     find();
 }
 
@@ -65,7 +78,7 @@ void frmReplace::buildLayout() {
     tblReplace->makeTickable();
     tblReplace->setWordWrap(false);
     tblReplace->setRowHeight(tblReplace->fontMetrics().lineSpacing() * 3 / 2);
-    makeRoom(tblReplace, {.characters = 110, .lines = 14});
+    makeRoom(tblReplace, {.characters = 110, .lines = 10});
     btnReplaceTickAll->setToolTip(tr("Replace all places but those of messages that are not applied"));
     btnReplaceTickNone->setToolTip(tr("Choose the places one by one"));
     auto* const boxes = new QFormLayout;
@@ -86,6 +99,7 @@ void frmReplace::buildLayout() {
     auto* const layout = new QVBoxLayout(this);
     layout->addLayout(boxes);
     layout->addWidget(tblReplace, 1);
+    layout->addWidget(pictures_);
     layout->addWidget(lblReplace);
     layout->addLayout(buttons.layout);
     setTabOrder(tblReplace, btnReplaceTickAll);
@@ -96,6 +110,8 @@ void frmReplace::buildLayout() {
 }
 
 void frmReplace::find() {
+    // While somebody types there are new places with each key: nothing is drawn until then.
+    quiet_.start();
     hits_ = findToReplace(project_, txtReplaceFind->bytes(), txtReplaceWith->bytes(),
                           chkReplaceCase->isChecked() ? Case::Matters : Case::Folded);
     std::vector<TableRow> rows;
@@ -109,6 +125,18 @@ void frmReplace::find() {
     tblReplace->setRows(std::move(rows));
     tblReplace->setTicks(texts());
     showCount();
+}
+
+void frmReplace::showPictures() {
+    const int current = tblReplace->rowOf(tblReplace->currentIndex());
+    const auto row = static_cast<std::size_t>(std::max(current, 0)); // the first one before there is a choice
+    if (row >= hits_.list.size())
+        return pictures_->showNothing();
+    const auto changes =
+        replacedScripts(project_, {hits_.list[row]}, txtReplaceFind->bytes().size(), txtReplaceWith->bytes());
+    if (changes.empty())
+        return pictures_->showNothing();
+    pictures_->showChange(project_, changes.front().before, changes.front().after);
 }
 
 std::vector<bool> frmReplace::texts() const {

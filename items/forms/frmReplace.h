@@ -1,9 +1,11 @@
 #pragma once
 
+#include "display/forms/PreviewSetting.h"
 #include "items/MessageReplace.h"
 #include "model/Item.h"
 
 #include <QDialog>
+#include <QTimer>
 
 #include <string>
 #include <vector>
@@ -14,17 +16,20 @@ class QPushButton;
 
 namespace orvista {
 
+class BeforeAfterPictures;
 class DeviceLineEdit;
 class RowsTable;
 
-/// Looks for a text in the scripts of all messages and shows each place, old and new, to be ticked off. It
-/// never writes the project: the caller reads the public values after the dialog has been hidden.
+/// Looks for a text in the scripts of all messages and shows each place, old and new and how its page looks,
+/// to be ticked off. It never writes the project: the caller reads the public values after the dialog has been
+/// hidden.
 class frmReplace final : public QDialog {
     Q_OBJECT
 public:
     /// \param notApplied the messages that are shown with an edit that is not applied; their places are not
     ///     ticked
-    frmReplace(const Project& project, std::vector<Item> notApplied, QWidget* parent = nullptr);
+    frmReplace(const Project& project, std::vector<Item> notApplied, PreviewSettingSource setting,
+               QWidget* parent = nullptr);
 
     bool IsCanceled = true;       ///< true unless something is to be replaced
     std::vector<Change> Replaced; ///< what replaces the ticked places
@@ -41,16 +46,19 @@ private:
     std::vector<bool> tickable() const;
     std::vector<ReplaceHit> tickedHits() const;
     void showCount();
+    void showPictures();
     void btnOK_Click();
 
     const Project& project_;
     std::vector<Item> notApplied_;
     ReplaceHits hits_;
+    QTimer quiet_;
 
     DeviceLineEdit* txtReplaceFind;
     DeviceLineEdit* txtReplaceWith;
     QCheckBox* chkReplaceCase;
     RowsTable* tblReplace;
+    BeforeAfterPictures* pictures_;
     QLabel* lblReplace;
     QPushButton* btnReplaceTickAll;
     QPushButton* btnReplaceTickNone;

@@ -1,6 +1,7 @@
 #include "sheets/forms/ChangeList.h"
 
 #include "compare/LineMatching.h"
+#include "display/forms/BeforeAfterPictures.h"
 #include "items/forms/ShownTexts.h"
 #include "widgets/DeviceText.h"
 #include "widgets/DeviceTextEdit.h"
@@ -24,8 +25,8 @@ namespace orvista {
 namespace {
 
 /// Of the whole list when it is shown first, in the font's characters and lines.
-constexpr ListRoom changesRoom{.characters = 110, .lines = 6};
-constexpr int textLines = 9;
+constexpr ListRoom changesRoom{.characters = 110, .lines = 5};
+constexpr int textLines = 6;
 
 /// The lines of a script as the box shows them.
 struct ShownLines {
@@ -95,14 +96,17 @@ DeviceTextEdit* shownText(const QString& name) {
 
 } // namespace
 
-ChangeList::ChangeList(std::vector<Change> changes, QWidget* parent)
+ChangeList::ChangeList(const Project& project, std::vector<Change> changes, PreviewSettingSource setting,
+                       QWidget* parent)
     : QWidget(parent),
+      project_(project),
       changes_(std::move(changes)),
       chkAllChanges(named<QCheckBox>(QStringLiteral("chkAllChanges"), tr("&All changes"))),
       tblChanges(named<RowsTable>(QStringLiteral("tblChanges"),
                                   QStringList{tr("Item"), tr("Text"), tr("Old"), tr("New")})),
       txtOld(shownText(QStringLiteral("txtOld"))),
-      txtNew(shownText(QStringLiteral("txtNew"))) {
+      txtNew(shownText(QStringLiteral("txtNew"))),
+      pictures_(new BeforeAfterPictures({tr("Old"), tr("New")}, std::move(setting))) {
     fillTable();
     auto* const splitter = new QSplitter(Qt::Vertical);
     splitter->setChildrenCollapsible(false);
@@ -113,6 +117,10 @@ ChangeList::ChangeList(std::vector<Change> changes, QWidget* parent)
     layout->setContentsMargins({});
     layout->addWidget(chkAllChanges);
     layout->addWidget(splitter, 1);
+    layout->addWidget(pictures_);
+    // A table of variables has no pictures at all.
+    pictures_->setVisible(
+        std::ranges::any_of(changes_, [](const Change& change) { return isMessage(change.item); }));
 
     connect(tblChanges->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             [this](const QModelIndex& current) { showTexts(tblChanges->rowOf(current)); });
@@ -169,6 +177,8 @@ void ChangeList::showTexts(int row) {
     txtOld->setBytes(change.before);
     txtNew->setBytes(change.after);
     markDifferences(*txtOld, *txtNew);
+    if (isMessage(change.item))
+        pictures_->showChange(project_, change.before, change.after);
 }
 
 bool ChangeList::hasTick() const {

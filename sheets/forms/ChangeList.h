@@ -1,6 +1,8 @@
 #pragma once
 
+#include "display/forms/PreviewSetting.h"
 #include "model/Change.h"
+#include "model/Project.h"
 
 #include <QWidget>
 
@@ -10,15 +12,19 @@ class QCheckBox;
 
 namespace orvista {
 
+class BeforeAfterPictures;
 class DeviceTextEdit;
 class RowsTable;
 
 /// Changes to choose from: a row each with a tick, which Space sets and takes away, and below them both texts
-/// of the current row side by side, the lines that differ marked. All are ticked at first.
+/// of the current row side by side, the lines that differ marked; of a message's script how it looks, too.
+/// All are ticked at first.
 class ChangeList final : public QWidget {
     Q_OBJECT
 public:
-    explicit ChangeList(std::vector<Change> changes, QWidget* parent = nullptr);
+    /// \param project to be changed; must outlive the list
+    ChangeList(const Project& project, std::vector<Change> changes, PreviewSettingSource setting,
+               QWidget* parent = nullptr);
 
     /// Puts the focus on the rows.
     void enter();
@@ -35,11 +41,13 @@ private:
     void showTexts(int row);
     void followTicks();
 
+    const Project& project_;
     std::vector<Change> changes_;
     QCheckBox* chkAllChanges;
     RowsTable* tblChanges;
     DeviceTextEdit* txtOld;
     DeviceTextEdit* txtNew;
+    BeforeAfterPictures* pictures_;
 };
 
 } // namespace orvista

@@ -1,6 +1,9 @@
 #pragma once
 
+#include "display/forms/PreviewSetting.h"
 #include "model/Change.h"
+#include "model/Project.h"
+#include "sheets/SheetImport.h"
 
 #include <QDialog>
 
@@ -14,9 +17,10 @@ class frmSheetImport final : public QDialog {
     Q_OBJECT
 public:
     /// \param file name of the table, for people
-    /// \param fromEmptyCells how many of the changes come from an empty cell
-    frmSheetImport(const QString& file, std::vector<Change> changes, std::size_t fromEmptyCells = 0,
-                   QWidget* parent = nullptr);
+    /// \param sheet without errors
+    /// \param project to be changed; must outlive the dialog
+    frmSheetImport(const QString& file, SheetImport sheet, const Project& project,
+                   PreviewSettingSource setting, QWidget* parent = nullptr);
 
     bool IsCanceled = true;     ///< true unless OK was pressed
     std::vector<Change> chosen; ///< those that were ticked

@@ -43,7 +43,14 @@ struct Shown {
     FolderCheck folderCheck;
     std::vector<Item> notApplied;
     FileRemarks fileRemarks;
-    FindingsPanel panel{project, fileRemarks, folderCheck, 128, [this] { return notApplied; }};
+    FindingsPanel panel{project,
+                        fileRemarks,
+                        folderCheck,
+                        128,
+                        [this] { return notApplied; },
+                        [this] {
+                            return PreviewSetting{128, defaultValues(project)};
+                        }};
 };
 
 enum Column { SeverityColumn, ItemColumn, LineColumn, CodeColumn, FixColumn, SentenceColumn };

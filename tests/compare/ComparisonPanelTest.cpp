@@ -2,6 +2,7 @@
 
 #include "tests/compare/HeldCases.h"
 #include "tests/support/NamedItem.h"
+#include "widgets/PanelView.h"
 #include "widgets/RowsTable.h"
 
 #include <QLabel>
@@ -39,7 +40,10 @@ struct Shown {
 
     Project project;
     std::vector<Item> notApplied;
-    ComparisonPanel panel{project, [this] { return notApplied; }};
+    ComparisonPanel panel{project, [this] { return notApplied; },
+                          [this] {
+                              return PreviewSetting{128, defaultValues(project)};
+                          }};
 };
 
 QString fingerprintOf(const Project& project) {
@@ -56,6 +60,7 @@ private slots:
     void marksWhatIsNotApplied();
     void enterOnARowNamesItsPlace();
     void theSelectedRowIsWanted();
+    void theCurrentRowsPageIsShownFromBothSides();
     void eachKindOfDifferenceIsAnsweredAsElsewhere();
     void withoutAProjectNothingIsCompared();
 };
@@ -113,13 +118,42 @@ void ComparisonPanelTest::theSelectedRowIsWanted() {
     QCOMPARE(wanted.size(), 1);
 }
 
+void ComparisonPanelTest::theCurrentRowsPageIsShownFromBothSides() {
+    Shown shown;
+    const auto text = [&shown](const char* panel) {
+        return shown.panel.findChild<PanelView*>(QString::fromLatin1(panel))->accessibleDescription();
+    };
+    auto& pictures = *shown.panel.findChild<QWidget*>(QStringLiteral("beforeAfterPictures"));
+    QVERIFY(!pictures.isVisible());
+    Project theirs;
+    const std::string first = "CLEAR\r\nTEXT 0 0 RED BLACK \"first\"\r\nACT STILL 500\r\nCLEAR\r\n";
+    shown.project.STDMSG[2] = first + "TEXT 0 0 RED BLACK \"ours\"\r\nACT STILL 500";
+    theirs.STDMSG[2] =
+        first + "TEXT 0 0 RED BLACK \"theirs\"\r\nTEXT 0 8 RED BLACK \"more\"\r\nACT STILL 500";
+    shown.panel.compareWith({QStringLiteral("10.0.0.9"), DisplayContents::ofProject(theirs), nullptr},
+                            ComparisonPanel::Question::WhatDiffers);
+    QCOMPARE(shown.count(), 2);
+    for (const int row : {0, 1}) { // the second one is a line that only they have
+        shown.table().setCurrentIndex(shown.table().model()->index(row, 0));
+        QVERIFY(pictures.isVisible());
+        QCOMPARE(text("panelBefore"), QStringLiteral("ours"));
+        QCOMPARE(text("panelAfter"), QStringLiteral("theirs more"));
+    }
+    shown.panel.clear();
+    QVERIFY(!pictures.isVisible());
+}
+
 void ComparisonPanelTest::eachKindOfDifferenceIsAnsweredAsElsewhere() {
     for (const testing::Case& row : testing::heldCases()) {
         const testing::TwoFolders folders;
         row.change(folders);
         Project project;
         project.ProjPath = folders.ours.path();
-        ComparisonPanel panel(project, [] { return std::vector<Item>(); });
+        ComparisonPanel panel(
+            project, [] { return std::vector<Item>(); },
+            [&] {
+                return PreviewSetting{128, defaultValues(project)};
+            });
         const auto answer = [&](ComparisonPanel::Question question) {
             panel.compareWith({"D", DisplayContents::ofFolder(folders.theirs.path()), nullptr}, question);
             return panel.findChild<QLabel*>(QStringLiteral("lblComparison"))->text();

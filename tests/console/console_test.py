@@ -104,6 +104,12 @@ class Usage(ProgramTest):
         self.expect(0, "messages", "import", PROJECT, "a.csv")
         self.assertIn(b"STDMSG1:2:37: warning: 3 characters do not fit", self.expect(0, "check", PROJECT))
 
+    def test_what_is_taken_for_an_empty_variable_is_said_of_its_row(self):
+        (self.folder / "a.csv").write_text("message,page,content,var1\nSTDMSG1,1,Level %5v,\nSTDMSG2,1,%v,RegVar2\n")
+        self.assertEqual(self.complaint(0, "messages", "import", PROJECT, "a.csv"),
+                         "orvista: a.csv: row 2: var1 is empty: CoilVar1 is taken")
+        self.assertIn(b" CoilVar1", self.expect(0, "messages", "export", PROJECT))
+
     def test_what_is_wrong_is_said_in_plain_words(self):
         show = ["show", PROJECT, "STDMSG1", "-o", "a.png"]
         for arguments, said in (

@@ -227,13 +227,13 @@ private:
     void addNewerDialogs(Add&& add) {
         const QStringList okCancel{"btnOK", "btnCancel"};
         add("replace", {"btnOK", "btnCancel", "btnReplaceTickAll", "btnReplaceTickNone"},
-            [this] { return std::make_unique<frmReplace>(project_, std::vector<Item>()); });
+            [this] { return std::make_unique<frmReplace>(project_, std::vector<Item>(), setting()); });
         add("fixes", {"btnOK", "btnCancel", "btnFixesTickAll", "btnFixesTickNone"}, [this] {
             project_.STDMSG[0] = "TEXT 0 0 RED BLACK \"Emergency stop pump\"";
             Fixing fixing(project_, noBitmaps_, 128);
             auto mended = mendAll(fixing, {}, [](std::size_t) { return true; });
-            return std::make_unique<frmFixes>(frmFixes::Subject{project_, noBitmaps_, 128}, std::move(mended),
-                                              std::vector<Item>());
+            return std::make_unique<frmFixes>(frmFixes::Subject{project_, noBitmaps_, 128, setting()},
+                                              std::move(mended), std::vector<Item>());
         });
         const QStringList openCancelRemove{"btnOK", "btnCancel", "btnRemove"};
         add("restore", openCancelRemove, [] {
@@ -242,9 +242,11 @@ private:
         });
         add("nothing to restore", openCancelRemove,
             [] { return std::make_unique<frmRestore>(std::vector<frmRestore::Row>(), removeNothing); });
-        add("import", okCancel, [] {
+        add("import", okCancel, [this] {
             const Change change = changed("STDMSG1", "script", "CLEAR", "CLEAR\r\nACT STILL 1");
-            return std::make_unique<frmSheetImport>("messages.csv", std::vector{change});
+            SheetImport sheet{.changes = {change}};
+            sheet.notes.add(2, {}, "var1 is empty: CoilVar1 is taken");
+            return std::make_unique<frmSheetImport>("messages.csv", sheet, project_, setting());
         });
         add("errors of an import", {"btnClose"}, [] {
             SheetErrors errors;
@@ -258,6 +260,10 @@ private:
                 return std::make_unique<frmSeveralDisplays>(
                     frmSeveralDisplays::Work{project_, "Line3.orx", "orvista", messages_});
             });
+    }
+
+    PreviewSettingSource setting() const {
+        return [this] { return PreviewSetting{128, defaultValues(project_)}; };
     }
 
     TemporaryFolder folder_;

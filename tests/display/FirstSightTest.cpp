@@ -46,6 +46,36 @@ TEST(FirstSight, IsDarkWithoutAPage) {
     EXPECT_EQ(seenFirst("NONSENSE"), ledText(LedRaster(panel)));
 }
 
+std::string ofLine(const std::string& script, std::size_t line) {
+    const Project project;
+    const Programme programme = programmeOfLine(script, line, panel, fieldFormats(project), NoBitmaps());
+    EXPECT_EQ(programme.pageCount(), 1U);
+    return ledText(settledPage(programme, 0, defaultValues(project)));
+}
+
+TEST(ProgrammeOfLine, HasThePageThatALongerOneHasOnThatLine) {
+    const std::string script = "REM\n" + one + two + timeless;
+    const Project project;
+    Programme whole(panel, fieldFormats(project));
+    whole.add({}, script, NoBitmaps());
+    for (std::size_t line = 1; line < 14; ++line)
+        EXPECT_EQ(ofLine(script, line),
+                  ledText(settledPage(whole, pageOfLine(whole, line), defaultValues(project))))
+            << line;
+}
+
+TEST(ProgrammeOfLine, LooksForTheBitmapsOfThatPageOnly) {
+    const Project project;
+    const std::string script = "CLEAR\nIMG 0 0 RED BLACK a.bmp\nCLEAR\nIMG 0 0 RED BLACK b.bmp\n";
+    const Programme programme = programmeOfLine(script, 4, panel, fieldFormats(project), NoBitmaps());
+    ASSERT_EQ(programme.remarks().size(), 1U);
+    EXPECT_NE(programme.remarks().front().text.find("b.bmp"), std::string::npos);
+}
+
+TEST(ProgrammeOfLine, IsEmptyWithoutAPage) {
+    EXPECT_EQ(programmeOfLine("NONSENSE", 1, panel, {}, NoBitmaps()).pageCount(), 0U);
+}
+
 TEST(InterpretUntil, ReadsNoFurtherThanThePageWanted) {
     std::size_t asked = 0;
     const InterpretedScript read =

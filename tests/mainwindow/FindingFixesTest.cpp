@@ -1,5 +1,7 @@
 #include "check/forms/FindingsPanel.h"
+#include "display/SettledPage.h"
 #include "tests/support/EditorFixture.h"
+#include "widgets/PanelView.h"
 #include "widgets/RowsTable.h"
 
 #include <QAction>
@@ -109,6 +111,13 @@ void FindingFixesTest::theMenuNamesTheFixes() {
     QCOMPARE(editor.project.ALTMSG[0], gap);
 }
 
+/// How the only page of a script looks.
+LedRaster raster(const std::string& script) {
+    const Project project;
+    const Programme programme = programmeOfLine(script, 1, {128}, fieldFormats(project), NoBitmaps());
+    return settledPage(programme, 0, defaultValues(project));
+}
+
 /// Runs `look` in the dialog of the fixes, then presses its button.
 template <typename Look>
 void inFixes(Look look) {
@@ -136,6 +145,15 @@ void FindingFixesTest::allOfAKindAreMendedInOneStep() {
                  QStringLiteral("2 fixes, 2 ticked"));
         QCOMPARE(dialog.findChild<QPlainTextEdit*>(QStringLiteral("txtFixesNew"))->toPlainText(),
                  QStringLiteral("TEXT 0 0 RED BLACK \"Level        m\""));
+        // Each row's page, also of one that stands on those above it, and back.
+        for (const int row : {0, 1, 0}) {
+            table.setCurrentIndex(table.model()->index(row, 0));
+            const auto* const before = dialog.findChild<PanelView*>(QStringLiteral("panelBefore"));
+            const auto* const after = dialog.findChild<PanelView*>(QStringLiteral("panelAfter"));
+            QVERIFY(before->isVisible());
+            QVERIFY(before->shown() == raster(gap));
+            QVERIFY(after->shown() == raster(mendedGap));
+        }
     });
     editor.chooseInMenu(QStringLiteral("Fix All of This &Kind\u2026"));
     QCOMPARE(editor.project.STDMSG[2], mendedGap);

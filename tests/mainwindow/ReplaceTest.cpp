@@ -1,5 +1,6 @@
 #include "tests/support/EditorFixture.h"
 #include "tests/support/ModalDriver.h"
+#include "widgets/PanelView.h"
 #include "widgets/RowsTable.h"
 
 #include <QCheckBox>
@@ -101,8 +102,27 @@ private slots:
     void whatTheDisplayCannotShowIsRefused();
     void messagesThatAreNotAppliedAreNotTicked();
     void nothingFoundIsSaid();
+    void thePageIsShownBeforeAndAfter();
     void theShownMessageIsShownAnew();
 };
+
+void ReplaceTest::thePageIsShownBeforeAndAfter() {
+    Plant editor;
+    editor.replacePump([](QWidget& dialog) {
+        const auto& before = in<PanelView>(dialog, "panelBefore");
+        const auto& after = in<PanelView>(dialog, "panelAfter");
+        // The first place as soon as nobody types, any other at once.
+        QTRY_COMPARE(after.accessibleDescription(), QStringLiteral("Valve pump"));
+        QCOMPARE(before.accessibleDescription(), QStringLiteral("Pump pump"));
+        auto& table = in<RowsTable>(dialog, "tblReplace");
+        table.setCurrentIndex(table.model()->index(2, 0));
+        QCOMPARE(before.accessibleDescription(), QStringLiteral("pump stopped"));
+        QCOMPARE(after.accessibleDescription(), QStringLiteral("Valve stopped"));
+        in<QLineEdit>(dialog, "txtReplaceFind").clear();
+        QTRY_VERIFY(!before.isVisible());
+        cancel(dialog);
+    });
+}
 
 void ReplaceTest::controlHOpensTheDialogWithTheCursorInItsFirstBox() {
     Plant editor;

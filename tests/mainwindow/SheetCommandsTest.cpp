@@ -5,6 +5,7 @@
 #include "sheets/VariableSheet.h"
 #include "tests/support/EditorFixture.h"
 #include "tests/support/ModalDriver.h"
+#include "widgets/PanelView.h"
 #include "widgets/RowsTable.h"
 
 #include <QCheckBox>
@@ -128,6 +129,8 @@ private slots:
     void variablesAreWritten();
     void aFileThatCannotBeWrittenIsTold();
     void anImportShowsOldAndNew();
+    void anImportShowsThePagesBeforeAndAfter();
+    void anImportSaysWhatIsTakenForAnEmptyVariable();
     void anImportIsOneStepThatCanBeUndone();
     void onlyTickedRowsAreTaken();
     void cancelTakesNothing();
@@ -286,8 +289,33 @@ void SheetCommandsTest::anImportShowsOldAndNew() {
         QCOMPARE(after->extraSelections().size(), 1);
         QCOMPARE(after->extraSelections().front().cursor.selectedText(),
                  QStringLiteral("TEXT 0 0 SMALL RED BLACK Fan"));
+        QVERIFY(!child<QPlainTextEdit>(dialog, "txtImportNotes"));
         press(dialog, "btnCancel");
     });
+}
+
+void SheetCommandsTest::anImportShowsThePagesBeforeAndAfter() {
+    Desk desk;
+    desk.project.STDMSG[2] = "CLEAR\r\nTEXT 0 0 RED BLACK \"Pump\"\r\nACT STILL 500";
+    desk.importMessages("message,page,content\r\nSTDMSG3,1,Fan\r\n", [](QDialog& dialog) {
+        QCOMPARE(child<PanelView>(dialog, "panelBefore")->accessibleDescription(), QStringLiteral("Pump"));
+        QCOMPARE(child<PanelView>(dialog, "panelAfter")->accessibleDescription(), QStringLiteral("Fan"));
+        press(dialog, "btnCancel");
+    });
+    desk.importTable("miToolsImportVariables", "name,default\r\nRegVar6,2.5\r\n", [](QDialog& dialog) {
+        QVERIFY(!child<PanelView>(dialog, "panelBefore")->isVisible());
+        press(dialog, "btnCancel");
+    });
+}
+
+void SheetCommandsTest::anImportSaysWhatIsTakenForAnEmptyVariable() {
+    Desk desk;
+    desk.importMessages("message,page,content,var1\r\nSTDMSG3,1,Level %5v,\r\n", [](QDialog& dialog) {
+        QCOMPARE(child<QPlainTextEdit>(dialog, "txtImportNotes")->toPlainText(),
+                 QStringLiteral("row 2: var1 is empty: CoilVar1 is taken"));
+        press(dialog, "btnOK");
+    });
+    QVERIFY(desk.project.STDMSG[2].find(" CoilVar1") != std::string::npos);
 }
 
 void SheetCommandsTest::anImportIsOneStepThatCanBeUndone() {

@@ -78,6 +78,15 @@ TEST(LineReader, HasNoLengthLimit) {
     EXPECT_THAT(linesOf(longLine + "\r\nend"), ElementsAre(longLine, "end"));
 }
 
+TEST(FirstDifferentLine, IsTheFirstThatIsNotTheSameInBoth) {
+    EXPECT_EQ(firstDifferentLine("a\r\nb\r\nc", "a\r\nB\r\nc"), 2U);
+    EXPECT_EQ(firstDifferentLine("a", "b"), 1U);
+    EXPECT_EQ(firstDifferentLine("a\r\nb", "a\nbc\nd"), 2U);
+    EXPECT_EQ(firstDifferentLine("a\r\nb", "a\r\nb\r\nc"), 3U);
+    EXPECT_EQ(firstDifferentLine("a", "a"), 2U);
+    EXPECT_EQ(firstDifferentLine("", "a"), 1U);
+}
+
 TEST(FileSource, RefusesWhatIsNoFile) {
     const testing::TemporaryFolder folder;
     EXPECT_THROW(FileSource(folder.file("missing")), OpenFailure);

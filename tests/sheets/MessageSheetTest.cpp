@@ -161,6 +161,18 @@ TEST(MessageSheet, AnEmptyCellIsTheWizardsDefault) {
     EXPECT_EQ(project.STDMSG[2], BuildPartialScript(form, PathRules::posix()));
 }
 
+TEST(MessageSheet, WhatIsTakenForAnEmptyVariableIsSaidOfItsRow) {
+    const SheetImport import =
+        importMessages("message,page,content,var1,var2\n"
+                       "STDMSG1,1,%5v and %v,RegVar2,\nSTDMSG2,1,Level %5v,,\nSTDMSG3,1,plain,,\n",
+                       {});
+    EXPECT_THAT(testing::errorTexts(import), IsEmpty());
+    EXPECT_THAT(testing::errorTexts(import.notes), ElementsAre("row 2: var2 is empty: CoilVar1 is taken",
+                                                               "row 3: var1 is empty: CoilVar1 is taken"));
+    EXPECT_THAT(import.changes, SizeIs(3));
+    EXPECT_THAT(import.changes[1].after, HasSubstr(" CoilVar1"));
+}
+
 TEST(MessageSheet, PagesAreJoinedInTheOrderOfTheirNumbers) {
     const Project project = imported("page,message,content,bitmap,entering,leaving,special,delay\n"
                                      "2,STDMSG1,b,,none,None,blink,3\n"
