@@ -83,8 +83,8 @@ private:
             fail(first, quotation(word) + " is not a variable, " + choiceOf(clockStyles));
         else if (isShown)
             notes_.add(sheet_.row(), {},
-                       std::string(names[first]) + " is empty: " + wizard::fieldSources().at(field.cbVar) +
-                           " is taken");
+                       std::string(names[first]) +
+                           " is empty: " + listed(wizard::fieldSources(), field.cbVar) + " is taken");
         choose(first + 1, colourStyles, field.cbVarFgClr);
         choose(first + 2, colourStyles, field.cbVarBgClr);
     }
