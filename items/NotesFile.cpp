@@ -83,9 +83,7 @@ ProjectNotes changeNotes(const std::string& path, const ProjectNotes& before, co
     }
 }
 
-void copyNotes(const std::string& fromProject, const std::string& toProject) {
-    const std::string from = notesPath(fromProject);
-    const std::string to = notesPath(toProject);
+void copyNotesFile(const std::string& from, const std::string& to) {
     std::error_code error;
     if (std::filesystem::equivalent(systemPath(from), systemPath(to), error))
         return;
@@ -95,6 +93,10 @@ void copyNotes(const std::string& fromProject, const std::string& toProject) {
     } catch (const std::system_error& failure) {
         fail(to, failure);
     }
+}
+
+void copyNotes(const std::string& fromProject, const std::string& toProject) {
+    copyNotesFile(notesPath(fromProject), notesPath(toProject));
 }
 
 } // namespace orvista

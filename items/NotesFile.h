@@ -32,6 +32,9 @@ public:
 /// \throws NotesFailure
 ProjectNotes changeNotes(const std::string& path, const ProjectNotes& before, const ProjectNotes& after);
 
+/// Puts a copy of one file of notes in the place of another; nothing happens where there is none, or both are
+/// the same. \throws NotesFailure
+void copyNotesFile(const std::string& from, const std::string& to);
 /// Puts a copy of one project's notes beside another project; nothing happens where it has none, or both are
 /// the same. \throws NotesFailure
 void copyNotes(const std::string& fromProject, const std::string& toProject);

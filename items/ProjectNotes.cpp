@@ -58,6 +58,11 @@ std::optional<Item> ProjectNotes::labelled(std::string_view label) const {
     return std::nullopt;
 }
 
+const ProjectNotes& noNotes() {
+    static const ProjectNotes none;
+    return none;
+}
+
 std::optional<Item> itemCalled(std::string_view text, const ProjectNotes& notes) {
     const auto item = itemWritten(text);
     return item ? item : notes.labelled(text);

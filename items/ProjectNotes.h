@@ -57,6 +57,9 @@ private:
     std::map<Item, ItemNote> items_;
 };
 
+/// For who shows notes before there are any.
+const ProjectNotes& noNotes();
+
 /// The item that a text names: by its name as files or trees write it, else by its label.
 std::optional<Item> itemCalled(std::string_view text, const ProjectNotes& notes);
 

@@ -4,6 +4,7 @@
 #include "display/forms/PreviewBar.h"
 #include "link/TransferControls.h"
 #include "mainwindow/MessageListPage.h"
+#include "mainwindow/OpenNotes.h"
 #include "mainwindow/TcpTesterPage.h"
 #include "model/SystemPath.h"
 #include "model/Text.h"
@@ -118,6 +119,7 @@ int runEditor(const EditorStart& start) {
     if (!start.project.empty())
         editor.window().openAtStart(start.project);
     editor.window().messagePage().preview().setColumns(start.previewColumns);
+    editor.window().notes().useColumns(start.previewColumns);
     editor.window().show();
     return QApplication::exec();
 }

@@ -31,6 +31,12 @@ QTreeWidgetItem* ItemTree::addNode(QTreeWidgetItem* parent, const QString& key, 
     return node;
 }
 
+void ItemTree::explain(const QString& key, const QString& toolTip) {
+    for (QTreeWidgetItemIterator node(this); *node; ++node)
+        if (nodeKey(**node) == key)
+            (*node)->setToolTip(0, toolTip);
+}
+
 void ItemTree::click(const QString& key) {
     for (QTreeWidgetItemIterator node(this); *node; ++node) {
         if (nodeKey(**node) != key)

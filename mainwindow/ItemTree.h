@@ -14,6 +14,9 @@ public:
     /// Adds a node below `parent`, or at the top when it is null. The key is kept in Qt::UserRole.
     QTreeWidgetItem* addNode(QTreeWidgetItem* parent, const QString& key, const QString& text);
 
+    /// Gives the nodes of that key a tool-tip, as markup.
+    void explain(const QString& key, const QString& toolTip);
+
     /// Shows and fires the node of that key as if it had been clicked; does nothing without such a node.
     void click(const QString& key);
 

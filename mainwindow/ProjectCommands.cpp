@@ -8,6 +8,7 @@
 #include "mainwindow/FleetCommands.h"
 #include "mainwindow/ItemCommands.h"
 #include "mainwindow/MessageListPage.h"
+#include "mainwindow/NamesCommand.h"
 #include "mainwindow/PanelDock.h"
 #include "mainwindow/ProjectChanges.h"
 #include "mainwindow/Recovery.h"
@@ -42,7 +43,8 @@ ProjectCommands::ProjectCommands(const Surroundings& surroundings, QMainWindow& 
           [&preview = preview_] { return preview.setting(); }, window)),
       comparison_(new ComparisonCommands({around_.lifecycle, around_.chooser, around_.transfer},
                                          around_.changes, around_.dock, this)),
-      fleet_(new FleetCommands(around_.lifecycle, window)) {
+      fleet_(new FleetCommands(around_.lifecycle, window)),
+      names_(new NamesCommand(around_.lifecycle, around_.notes, window)) {
     connect(items_, &ItemCommands::pastedFrom, this, &ProjectCommands::itemsCameFrom);
     connect(sheets_, &SheetCommands::itemsCameFrom, this, &ProjectCommands::itemsCameFrom);
     connect(comparison_, &ComparisonCommands::itemsCameFrom, this, &ProjectCommands::itemsCameFrom);
@@ -138,6 +140,9 @@ MenuRow ProjectCommands::toolsMenu() {
             {row("miToolsCheck", tr("&Check Project"), {Qt::Key_F8},
                  tr("List what will go wrong on the display"), Rules::projectWork,
                  handler(this, &ProjectCommands::miToolsCheck_Click)),
+             row("miToolsNames", tr("&Names and Display\u2026"), {},
+                 tr("Label, unit and comment of each variable and message; the display's name and columns"),
+                 Rules::projectWork, handler(names_, &NamesCommand::miToolsNames_Click)),
              row("miToolsExportAddresses", tr("Export &Address List…"), {},
                  tr("Write where every variable and message lies, for the PLC programmer: CSV, HTML or PDF"),
                  Rules::projectWork, handler(sheets_, &SheetCommands::miToolsExportAddresses_Click),

@@ -17,7 +17,9 @@ class FindingCommands;
 class FleetCommands;
 class ItemCommands;
 class MessageListPage;
+class NamesCommand;
 class Navigator;
+class OpenNotes;
 class PanelDock;
 class ProjectChanges;
 class Recovery;
@@ -37,6 +39,7 @@ public:
         ProjectChanges& changes;
         Navigator& navigator;
         PanelDock& dock;
+        OpenNotes& notes;
         MessageListPage& messagePage;
         Recovery& recovery;
         TryOut& tryOut;
@@ -75,6 +78,7 @@ private:
     SheetCommands* sheets_;
     ComparisonCommands* comparison_;
     FleetCommands* fleet_;
+    NamesCommand* names_;
 };
 
 } // namespace orvista

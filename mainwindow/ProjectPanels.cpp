@@ -26,23 +26,23 @@ std::vector<PanelDock::Panel> ProjectPanels::rows() {
     return {
         {&FindingsPanel::staticMetaObject, tr("Findings"),
          [this] {
-             return followingColumns(new FindingsPanel(project_, around_.fileRemarks, check_,
-                                                       around_.preview.columns(), notAppliedItems(),
-                                                       setting()));
+             return showingNotes(followingColumns(new FindingsPanel(project_, around_.fileRemarks, check_,
+                                                                    around_.preview.columns(),
+                                                                    notAppliedItems(), setting())));
          }},
         {&MessagesPanel::staticMetaObject,
          tr("Messages"),
          [this] {
-             return followingColumns(new MessagesPanel(itemSources(), around_.preview.columns(),
-                                                       around_.preview.clock().localTime));
+             return showingNotes(followingColumns(new MessagesPanel(itemSources(), around_.preview.columns(),
+                                                                    around_.preview.clock().localTime)));
          },
          {"miViewMessages", tr("&Messages"), tr("All messages at a glance; Ctrl+F looks for one")}},
         {&VariablesPanel::staticMetaObject,
          tr("Variables"),
-         [this] { return new VariablesPanel(itemSources()); },
+         [this] { return showingNotes(new VariablesPanel(itemSources())); },
          {"miViewVariables", tr("&Variables"), tr("All variables at a glance")}},
         {&ComparisonPanel::staticMetaObject, tr("Comparison"),
-         [this] { return new ComparisonPanel(project_, notAppliedItems(), setting()); }},
+         [this] { return showingNotes(new ComparisonPanel(project_, notAppliedItems(), setting())); }},
         {&MonitorPanel::staticMetaObject,
          tr("Display Monitor"),
          [this] { return makeMonitor(); },
@@ -53,6 +53,7 @@ std::vector<PanelDock::Panel> ProjectPanels::rows() {
 ProjectPanel* ProjectPanels::makeMonitor() {
     auto* const panel = followingColumns(new MonitorPanel(
         project_, around_.preview.columns(), around_.preview.clock(), around_.modbusPort, notAppliedItems()));
+    showingNotes(panel);
     shareDisplay(*panel, around_.tester);
     connect(&panel->monitor(), &DisplayMonitor::changed, &around_.preview,
             [this, &monitor = panel->monitor()] {
@@ -78,6 +79,12 @@ template <typename Type>
 Type* ProjectPanels::followingColumns(Type* panel) {
     connect(&around_.preview, &DisplayPreview::columnsChanged, panel,
             [this, panel] { panel->setColumns(around_.preview.columns()); });
+    return panel;
+}
+
+template <typename Type>
+Type* ProjectPanels::showingNotes(Type* panel) {
+    panel->useNotes(around_.notes);
     return panel;
 }
 

@@ -13,6 +13,7 @@ namespace orvista {
 
 class DisplayPreview;
 class Navigator;
+class ProjectNotes;
 class TcpTesterPage;
 struct ItemSources;
 
@@ -21,6 +22,7 @@ class ProjectPanels final : public QObject {
     Q_OBJECT
 public:
     struct Surroundings {
+        const ProjectNotes& notes;
         const FileRemarks& fileRemarks; ///< of the files that the project was read from
         DisplayPreview& preview;        ///< whose columns and clock the panels go by
         TcpTesterPage& tester;
@@ -38,6 +40,8 @@ private:
     ItemSources itemSources();
     template <typename Type>
     Type* followingColumns(Type* panel);
+    template <typename Type>
+    Type* showingNotes(Type* panel);
 
     const Project& project_;
     Surroundings around_;

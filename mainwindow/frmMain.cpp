@@ -1,6 +1,8 @@
 #include "mainwindow/frmMain.h"
 
 #include "dialogs/frmLic.h"
+#include "items/NotesFile.h"
+#include "items/forms/LabelCell.h"
 #include "link/TransferCommands.h"
 #include "mainwindow/AddressOffer.h"
 #include "mainwindow/BitmapOffer.h"
@@ -15,6 +17,7 @@
 #include "mainwindow/ModbusSettingPage.h"
 #include "mainwindow/Navigator.h"
 #include "mainwindow/NotWholeNotice.h"
+#include "mainwindow/OpenNotes.h"
 #include "mainwindow/OverwriteNotice.h"
 #include "mainwindow/PanelDock.h"
 #include "mainwindow/ProjectChanges.h"
@@ -186,8 +189,8 @@ void frmMain::buildCommands() {
                          [this] { tabDetails->setCurrentIndex(TcpTester); });
     connect(testerPage_, &TcpTesterPage::messagesUpdated, tryOut_, &TryOut::takeHintAway);
     auto* const tools = new ProjectCommands(
-        {lifecycle_, seams_.chooser, *changes_, *navigator_, *dock_, *messagePage_, *recovery_, *tryOut_,
-         [this] { return transfer_; }, handler(this, &frmMain::miToolsPageHelp_Click)},
+        {lifecycle_, seams_.chooser, *changes_, *navigator_, *dock_, *notes_, *messagePage_, *recovery_,
+         *tryOut_, [this] { return transfer_; }, handler(this, &frmMain::miToolsPageHelp_Click)},
         *this);
     buildOffers(*tools);
     connectItemPage(messagePage_);
@@ -217,9 +220,11 @@ void frmMain::buildDock() {
          {Kind::Boolean, "miVarLst", variablePage_},
          {Kind::AddressMap, "miOptionModbusSetting", modbusPage_}},
         [this](const QString& text) { dock_->showNotice(text); }, this);
-    new ProjectPanels(project_,
-                      {lifecycle_.fileRemarks(), messagePage_->preview(), *testerPage_, seams_.modbusPort},
-                      *navigator_, *dock_);
+    notes_ = new OpenNotes(project_, messagePage_->preview(), *dock_, this);
+    new ProjectPanels(
+        project_,
+        {notes_->notes(), lifecycle_.fileRemarks(), messagePage_->preview(), *testerPage_, seams_.modbusPort},
+        *navigator_, *dock_);
 }
 
 void frmMain::buildRecovery() {
@@ -229,6 +234,7 @@ void frmMain::buildRecovery() {
 }
 
 void frmMain::buildOffers(ProjectCommands& tools) {
+    connect(notes_, &OpenNotes::changed, this, &frmMain::showNotes);
     reload_ =
         new ReloadOffer(lifecycle_, {*this, *dock_, [this] { return hasUnappliedEdits(); },
                                      [&tools](const ChosenProject& onDisk) { tools.compareWith(onDisk); }});
@@ -358,6 +364,7 @@ void frmMain::follow(ProjectTransition transition) {
     address_->follow();
     tryOut_->follow();
     notWhole_->follow(transition);
+    notes_->follow(transition);
     messagePage_->followProject();
     dock_->followProject();
 }
@@ -365,6 +372,14 @@ void frmMain::follow(ProjectTransition transition) {
 void frmMain::forgetProject() {
     changes_->clear();
     bitmaps_->withdraw();
+}
+
+void frmMain::showNotes() {
+    for (const Item item : allItems()) {
+        ItemTree& tree = isMessage(item) ? messagePage_->tree() : variablePage_->tree();
+        tree.explain(QString::fromStdString(keyOf(item)), noteToolTip(notes_->notes().of(item)));
+    }
+    dock_->followProject();
 }
 
 void frmMain::showProjectName(const std::string& name) {
@@ -436,7 +451,9 @@ void frmMain::miFileSave_Click() {
 
 void frmMain::miFileSaveAs_Click() {
     const std::string folder = project_.ProjPath;
+    const std::string notes = notesPath(project_);
     lifecycle_.SaveAsCommand();
+    notes_->offerFrom(notes);
     if (project_.ProjPath != folder)
         bitmaps_->offerFrom(folder);
 }

@@ -30,6 +30,7 @@ class ModbusSettingPage;
 class ProjectChanges;
 class Navigator;
 class NotWholeNotice;
+class OpenNotes;
 class OverwriteNotice;
 class PanelDock;
 class ProjectCommands;
@@ -78,6 +79,7 @@ public:
     MessageListPage& messagePage() { return *messagePage_; }
     Recovery& recovery() { return *recovery_; }
     TcpTesterPage& testerPage() { return *testerPage_; }
+    OpenNotes& notes() { return *notes_; }
     /// What changes the open project from outside a page goes through it.
     ProjectChanges& changes() { return *changes_; }
 
@@ -110,6 +112,7 @@ private:
     void Form_Activate();
     void queueActivation();
     void forgetProject();
+    void showNotes();
     void markPageInTree(int page);
 
     bool hasUnappliedEdits() const;
@@ -149,6 +152,7 @@ private:
     Recovery* recovery_ = nullptr;
     ReloadOffer* reload_ = nullptr;
     NotWholeNotice* notWhole_ = nullptr;
+    OpenNotes* notes_ = nullptr;
     OverwriteNotice* overwritten_ = nullptr;
     BitmapOffer* bitmaps_ = nullptr;
     AddressOffer* address_ = nullptr;

@@ -9,10 +9,11 @@ namespace orvista {
 
 struct TableCell {
     QString text;
-    QVariant sortKey = {}; ///< what the column is sorted by; the text where it is not given
-    bool isFaint = false;  ///< written in grey
-    bool isMarked = false; ///< written bold, and on a ground of its own
-    QString toolTip = {};  ///< as markup; the text where it is not given
+    QVariant sortKey = {};  ///< what the column is sorted by; the text where it is not given
+    bool isFaint = false;   ///< written in grey
+    bool isMarked = false;  ///< written bold, and on a ground of its own
+    QString toolTip = {};   ///< as markup; the text where it is not given
+    QString alsoFound = {}; ///< what the filter looks in besides the text
     bool operator==(const TableCell&) const = default;
 };
 

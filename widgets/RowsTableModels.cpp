@@ -90,6 +90,8 @@ QVariant RowsTable::Model::data(const QModelIndex& index, int role) const {
         return cell.text;
     if (role == sortRole)
         return cell.sortKey.isValid() ? cell.sortKey : QVariant(cell.text);
+    if (role == filterRole)
+        return cell.alsoFound.isEmpty() ? cell.text : cell.text + u'\n' + cell.alsoFound;
     if (cell.isMarked && (role == Qt::FontRole || role == Qt::BackgroundRole))
         return role == Qt::FontRole ? QVariant(boldFont()) : QVariant(markedGround());
     if (role == Qt::ForegroundRole && cell.isFaint && !cell.isMarked)
@@ -114,6 +116,7 @@ RowsTable::Shown::Shown(Model& rows, QObject* parent) : QSortFilterProxyModel(pa
     setSortRole(Model::sortRole);
     setSortCaseSensitivity(Qt::CaseInsensitive);
     setFilterKeyColumn(-1); // all
+    setFilterRole(Model::filterRole);
     setFilterCaseSensitivity(Qt::CaseInsensitive);
 }
 

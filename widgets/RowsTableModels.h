@@ -14,6 +14,8 @@ class RowsTable::Model final : public QAbstractTableModel {
 public:
     /// What a column is sorted by.
     static constexpr int sortRole = Qt::UserRole;
+    /// What is looked in for the filter.
+    static constexpr int filterRole = Qt::UserRole + 1;
 
     Model(QStringList heads, QObject* parent) : QAbstractTableModel(parent), heads_(std::move(heads)) {}
 

@@ -3,6 +3,7 @@
 #include "check/FileFindings.h"
 #include "check/FindingList.h"
 #include "check/forms/frmFixes.h"
+#include "items/forms/LabelCell.h"
 #include "model/Place.h"
 #include "widgets/FilterBox.h"
 #include "widgets/FormParts.h"
@@ -60,9 +61,9 @@ FindingsPanel::FindingsPanel(const Project& project, const FileRemarks& fileRema
       chkFindingsNotes(named<QCheckBox>(QStringLiteral("chkFindingsNotes"), tr("&Notes"))),
       lblFindings(named<QLabel>(QStringLiteral("lblFindings"))),
       lblFindingsColumns(named<QLabel>(QStringLiteral("lblFindingsColumns"))),
-      tblFindings(named<RowsTable>(
-          QStringLiteral("tblFindings"),
-          QStringList{tr("Severity"), tr("Item"), tr("Line"), tr("Code"), tr("Fix"), tr("Finding")})) {
+      tblFindings(named<RowsTable>(QStringLiteral("tblFindings"),
+                                   QStringList{tr("Severity"), tr("Item"), tr("Label"), tr("Line"),
+                                               tr("Code"), tr("Fix"), tr("Finding")})) {
     buildLayout();
     for (const Rule& rule : rules())
         explanations_.push_back(explanationOf(rule));
@@ -150,6 +151,7 @@ void FindingsPanel::markNotApplied() {
         rows.push_back(
             {{QString::fromUtf8(severityName(finding.severity())), static_cast<int>(finding.severity())},
              {QString::fromStdString(nameOf(finding.place)), rankOf(finding.place)},
+             labelCell(finding.place.file.empty() ? notes_->of(finding.place.item) : ItemNote()),
              {finding.place.line == 0 ? QString() : QString::number(finding.place.line),
               static_cast<qulonglong>(finding.place.line)},
              {.text = QString::fromUtf8(rule.name),

@@ -3,6 +3,7 @@
 #include "check/FixRun.h"
 #include "check/FolderCheck.h"
 #include "display/forms/PreviewSetting.h"
+#include "items/ProjectNotes.h"
 #include "model/FileRemarks.h"
 #include "widgets/ProjectPanel.h"
 
@@ -34,6 +35,8 @@ public:
 
     /// Checks again for a display of another width, in the range above.
     void setColumns(int columns);
+    /// What is noted about the items; must outlive the panel.
+    void useNotes(const ProjectNotes& notes) { notes_ = &notes; }
     /// Checks at once.
     void check();
     /// Checks a moment after the last call, while the panel is on the screen and no modal dialog is open.
@@ -73,6 +76,7 @@ private:
     std::function<std::vector<Item>()> notAppliedItems_;
     PreviewSettingSource setting_;
     int columns_;
+    const ProjectNotes* notes_ = &noNotes();
     Findings findings_;
     bool isGoingOn_ = false;
     std::vector<QString> explanations_; ///< as markup, by code

@@ -3,6 +3,7 @@
 #include "compare/HeldSentences.h"
 #include "display/FolderBitmaps.h"
 #include "display/forms/BeforeAfterPictures.h"
+#include "items/forms/LabelCell.h"
 #include "items/forms/ShownTexts.h"
 #include "model/BitmapName.h"
 #include "model/Lines.h"
@@ -51,6 +52,7 @@ QString theirsText(const HeldAnswer& file) {
 TableRow fileRow(const HeldAnswer& file, int position, ComparisonPanel::Question question) {
     const bool isUnseen = !file.counts && isBitmapName(file.name);
     TableRow row{{QString::fromStdString(file.name), position},
+                 {},
                  {isUnseen ? ComparisonPanel::tr("shown by no message") : QString(), position},
                  {sizeText(file.sizeBefore)},
                  {theirsText(file)}};
@@ -59,10 +61,11 @@ TableRow fileRow(const HeldAnswer& file, int position, ComparisonPanel::Question
     return row;
 }
 
-TableRow differenceRow(const DifferenceRow& row, int position, const QString& mark) {
+TableRow differenceRow(const DifferenceRow& row, const ItemNote& note, int position, const QString& mark) {
     const QString line = row.lineBefore > 0 ? QString::number(row.lineBefore) : QString();
     const std::size_t from = shownFrom(row.before, row.after);
     return {{QString::fromStdString(nameOf(row.item)), position},
+            labelCell(note),
             {row.isLine() ? line : QString::fromUtf8(row.field->name), position},
             {shortened(row.before, from)},
             {shortened(row.after, from) + mark}};
@@ -134,8 +137,9 @@ ComparisonPanel::ComparisonPanel(const Project& project, std::function<std::vect
       notAppliedItems_(std::move(notAppliedItems)),
       lblComparison(named<QLabel>(QStringLiteral("lblComparison"))),
       btnTakeTheirs(namedButton(QStringLiteral("btnTakeTheirs"), tr("Ta&ke Theirs"))),
-      tblComparison(named<RowsTable>(QStringLiteral("tblComparison"),
-                                     QStringList{tr("Item"), tr("Where"), tr("This project"), tr("Theirs")})),
+      tblComparison(
+          named<RowsTable>(QStringLiteral("tblComparison"), QStringList{tr("Item"), tr("Label"), tr("Where"),
+                                                                        tr("This project"), tr("Theirs")})),
       pictures_(new BeforeAfterPictures({tr("This project"), tr("Theirs")}, std::move(setting))) {
     buildLayout();
     connect(tblComparison, &RowsTable::rowActivated, this, &ComparisonPanel::leadToRow);
@@ -154,7 +158,7 @@ void ComparisonPanel::buildLayout() {
     btnTakeTheirs->setToolTip(
         tr("Let the selected rows hold what the other side has; Edit > Undo takes that back"));
     tblComparison->setAccessibleName(tr("Differences"));
-    constexpr int thisProject = 2; // as wide as theirs, the last one
+    constexpr int thisProject = 3; // as wide as theirs, the last one
     tblComparison->horizontalHeader()->setSectionResizeMode(thisProject, QHeaderView::Stretch);
     auto* const head = new QHBoxLayout;
     head->addWidget(lblComparison, 1);
@@ -232,8 +236,8 @@ void ComparisonPanel::markNotApplied() {
     const std::vector<Item> notApplied = notAppliedItems_();
     std::vector<TableRow> rows;
     for (const DifferenceRow& row : rows_)
-        rows.push_back(
-            differenceRow(row, static_cast<int>(rows.size()), notAppliedMark(notApplied, row.item)));
+        rows.push_back(differenceRow(row, notes_->of(row.item), static_cast<int>(rows.size()),
+                                     notAppliedMark(notApplied, row.item)));
     for (const HeldAnswer& file : files_)
         rows.push_back(fileRow(file, static_cast<int>(rows.size()), question_));
     tblComparison->setRows(std::move(rows));

@@ -3,6 +3,7 @@
 #include "compare/ContentsComparison.h"
 #include "compare/DifferenceRows.h"
 #include "display/forms/PreviewSetting.h"
+#include "items/ProjectNotes.h"
 #include "model/Item.h"
 #include "model/ScratchFolder.h"
 #include "widgets/ProjectPanel.h"
@@ -49,6 +50,8 @@ public:
     /// Nothing is compared any more.
     void clear();
 
+    /// What is noted about the items; must outlive the panel.
+    void useNotes(const ProjectNotes& notes) { notes_ = &notes; }
     /// Compares again, at once or when the panel comes to the screen.
     void follow() override;
     void markNotApplied() override;
@@ -73,6 +76,7 @@ private:
 
     const Project& project_;
     std::function<std::vector<Item>()> notAppliedItems_;
+    const ProjectNotes* notes_ = &noNotes();
     std::optional<Theirs> theirs_;
     Question question_ = Question::WhatDiffers;
     Project sent_;                    ///< what the files say that an upload sends

@@ -2,6 +2,7 @@
 
 #include "check/FolderCheck.h"
 #include "items/MessageDigest.h"
+#include "items/ProjectNotes.h"
 #include "widgets/ProjectPanel.h"
 #include "widgets/RowsTable.h"
 
@@ -30,6 +31,8 @@ class ItemPanel : public ProjectPanel {
 public:
     void follow() override;
     void markNotApplied() override;
+    /// What is noted about the items; must outlive the panel. None are noted before.
+    void useNotes(const ProjectNotes& notes) { notes_ = &notes; }
     /// Puts the cursor into the filter's box.
     void enterFilter();
 
@@ -46,6 +49,7 @@ protected:
     ItemPanel(ItemSources sources, FilterBox* filter, RowsTable* table);
 
     const ItemSources& sources() const { return sources_; }
+    const ItemNote& noteOf(Item item) const { return notes_->of(item); }
     FilterBox& filter() { return *filter_; }
     /// Brings the rows to the screen that item() and cells() tell of.
     void fill();
@@ -65,6 +69,7 @@ private:
     std::vector<Item> items(const std::vector<int>& rows) const;
 
     ItemSources sources_;
+    const ProjectNotes* notes_ = &noNotes();
     FilterBox* filter_;
     RowsTable* table_;
     SeenDelay* moment_;

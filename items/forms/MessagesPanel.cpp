@@ -1,5 +1,6 @@
 #include "items/forms/MessagesPanel.h"
 
+#include "items/forms/LabelCell.h"
 #include "items/forms/StillPictures.h"
 #include "widgets/DeviceText.h"
 #include "widgets/FilterBox.h"
@@ -8,6 +9,7 @@
 
 #include <QHeaderView>
 
+#include <optional>
 #include <tuple>
 
 namespace orvista {
@@ -22,16 +24,16 @@ constexpr int restUnderDialogs = 300;
 } // namespace
 
 MessagesPanel::MessagesPanel(ItemSources given, int columns, std::function<LocalTime()> localTime)
-    : ItemPanel(
-          std::move(given), named<FilterBox>(QStringLiteral("txtMessagesFilter")),
-          named<RowsTable>(QStringLiteral("tblMessages"),
-                           QStringList{tr("Name"), tr("Address"), tr("Reference"), tr("Pages"), tr("Display"),
-                                       tr("Text"), tr("Variables"), tr("Bitmaps"), tr("Findings")})),
+    : ItemPanel(std::move(given), named<FilterBox>(QStringLiteral("txtMessagesFilter")),
+                named<RowsTable>(QStringLiteral("tblMessages"),
+                                 QStringList{tr("Name"), tr("Label"), tr("Address"), tr("Reference"),
+                                             tr("Pages"), tr("Display"), tr("Text"), tr("Variables"),
+                                             tr("Bitmaps"), tr("Findings")})),
       columns_(columns),
       pictures_(new StillPictures(table(), sources().project, sources().check, std::move(localTime))) {
     filter().setPlaceholderText(tr("Filter (Ctrl+F)"));
     filter().setAccessibleName(tr("Filter the messages"));
-    filter().setToolTip(tr("Show only messages with this in their name or script"));
+    filter().setToolTip(tr("Show only messages with this in their name, script or notes"));
     table().setAccessibleName(tr("Messages"));
     table().setItemDelegateForColumn(Picture, pictures_);
     takePictureSize();
@@ -81,14 +83,15 @@ void MessagesPanel::readMore() {
 }
 
 void MessagesPanel::showMatches() {
-    const auto wanted = deviceBytes(filter().text());
     std::vector<bool> shown;
-    if (wanted && !wanted->empty()) {
-        const TextSearch search(*wanted, Case::Folded);
-        for (std::size_t row = 0; row < rows_.size(); ++row)
-            shown.push_back(messageHas(search, rows_[row], scriptOf(sources().project, rows_[row].item)));
-    } else if (!wanted) {
-        shown.assign(rows_.size(), false); // no script holds such a character
+    if (!filter().text().isEmpty()) {
+        // No script holds a character that the device does not have, but notes may.
+        const auto wanted = deviceBytes(filter().text());
+        const std::optional<TextSearch> search =
+            wanted ? std::make_optional<TextSearch>(*wanted, Case::Folded) : std::nullopt;
+        for (const MessageRow& row : rows_)
+            shown.push_back(isNoted(noteOf(row.item), filter().text()) ||
+                            (search && messageHas(*search, row, scriptOf(sources().project, row.item))));
     }
     table().setShownRows(std::move(shown));
 }
@@ -99,6 +102,7 @@ TableRow MessagesPanel::cells(std::size_t row) const {
     const FindingCounts counts = found == findings_.end() ? FindingCounts() : found->second;
     TableRow cells(FindingsMark + 1);
     cells[Name] = {cellText(nameOf(message.item)), static_cast<int>(row)};
+    cells[Label] = labelCell(noteOf(message.item));
     cells[Address] = {QString::number(message.address), static_cast<qlonglong>(message.address)};
     cells[Reference] = {cellText(message.reference)};
     if (message.isRead)

@@ -32,7 +32,7 @@ protected:
     TableRow cells(std::size_t row) const override;
 
 private:
-    enum Column { Name, Address, Reference, Pages, Picture, Text, Variables, Bitmaps, FindingsMark };
+    enum Column { Name, Label, Address, Reference, Pages, Picture, Text, Variables, Bitmaps, FindingsMark };
 
     void readOn();
     void showMatches();

@@ -1,5 +1,6 @@
 #include "items/forms/VariablesPanel.h"
 
+#include "items/forms/LabelCell.h"
 #include "widgets/FilterBox.h"
 #include "widgets/FormParts.h"
 
@@ -8,10 +9,10 @@ namespace orvista {
 VariablesPanel::VariablesPanel(ItemSources sources)
     : ItemPanel(std::move(sources), named<FilterBox>(QStringLiteral("txtVariablesFilter")),
                 named<RowsTable>(QStringLiteral("tblVariables"),
-                                 QStringList{tr("Name"), tr("Address"), tr("Reference"), tr("Default"),
-                                             tr("Format"), tr("Used by")})) {
+                                 QStringList{tr("Name"), tr("Label"), tr("Address"), tr("Reference"),
+                                             tr("Default"), tr("Format"), tr("Used by")})) {
     filter().setAccessibleName(tr("Filter the variables"));
-    filter().setToolTip(tr("Show only variables with this text in their row"));
+    filter().setToolTip(tr("Show only variables with this text in their row or notes"));
     table().setAccessibleName(tr("Variables"));
     connect(&filter(), &QLineEdit::textChanged, &table(), &RowsTable::setFilter);
 }
@@ -25,6 +26,7 @@ void VariablesPanel::read() {
 TableRow VariablesPanel::cells(std::size_t row) const {
     const VariableRow& variable = rows_.at(row);
     return {{cellText(nameOf(variable.item)), static_cast<int>(row)},
+            labelCell(noteOf(variable.item)),
             {QString::number(variable.address), static_cast<qlonglong>(variable.address)},
             {cellText(variable.reference)},
             {cellText(variable.defaultValue)},

@@ -4,6 +4,7 @@
 #include "display/RasterAt.h"
 #include "display/SettledPage.h"
 #include "items/HeldValues.h"
+#include "items/forms/LabelCell.h"
 #include "model/Numbers.h"
 #include "model/Windows1252.h"
 #include "widgets/FormParts.h"
@@ -125,9 +126,9 @@ QBoxLayout* MonitorPanel::buildControls() {
 }
 
 QWidget* MonitorPanel::buildViews(int columns) {
-    tblMonitor = named<RowsTable>(
-        QStringLiteral("tblMonitor"),
-        QStringList{tr("Item"), tr("Address"), tr("State"), tr("Raw Words"), tr("Text"), tr("Last Change")});
+    tblMonitor = named<RowsTable>(QStringLiteral("tblMonitor"),
+                                  QStringList{tr("Item"), tr("Label"), tr("Address"), tr("State"),
+                                              tr("Raw Words"), tr("Text"), tr("Last Change")});
     tblMonitor->setAccessibleName(tr("What the display holds"));
     tblMonitor->setRowHeight(fontMetrics().lineSpacing() + fontMetrics().lineSpacing() / 3);
     monitorPanel = named<PanelView>(QStringLiteral("monitorPanel"), LedRaster({columns}));
@@ -291,6 +292,7 @@ TableRow MonitorPanel::cells(std::size_t row) const {
     const DisplayItem& item = items_[row];
     TableRow cells(columnCount);
     cells[Name] = {QString::fromStdString(item.name()), static_cast<int>(row)};
+    cells[Label] = labelCell(notes_->of(*itemNamed(item.name())));
     cells[Address] = {QString::number(item.address), static_cast<qlonglong>(item.address)};
     if (!item.isAddressable) {
         cells[State] = {tr("no address")};

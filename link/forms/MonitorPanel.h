@@ -3,6 +3,7 @@
 #include "display/Programme.h"
 #include "display/forms/PreviewClock.h"
 #include "items/ItemTexts.h"
+#include "items/ProjectNotes.h"
 #include "link/forms/DisplayMonitor.h"
 #include "widgets/ProjectPanel.h"
 #include "widgets/RowsTable.h"
@@ -39,6 +40,8 @@ public:
 
     DisplayMonitor& monitor() { return *monitor_; }
     void setColumns(int columns);
+    /// What is noted about the items; must outlive the panel.
+    void useNotes(const ProjectNotes& notes) { notes_ = &notes; }
     void follow() override;
     void markNotApplied() override;
     void closeForUser() override;
@@ -54,7 +57,7 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    enum Column { Name, Address, State, Raw, Text, Changed, columnCount };
+    enum Column { Name, Label, Address, State, Raw, Text, Changed, columnCount };
 
     /// When an item was last seen to have changed.
     struct Change {
@@ -87,6 +90,7 @@ private:
 
     const Project& project_;
     int columns_;
+    const ProjectNotes* notes_ = &noNotes();
     PreviewClock clock_;
     std::function<std::vector<Item>()> notAppliedItems_;
     DisplayMonitor* monitor_;

@@ -53,7 +53,7 @@ struct Shown {
                         }};
 };
 
-enum Column { SeverityColumn, ItemColumn, LineColumn, CodeColumn, FixColumn, SentenceColumn };
+enum Column { SeverityColumn, ItemColumn, LabelColumn, LineColumn, CodeColumn, FixColumn, SentenceColumn };
 
 } // namespace
 

@@ -68,7 +68,7 @@ private slots:
 void ComparisonPanelTest::listsWhatDiffers() {
     const Shown shown;
     QCOMPARE(shown.count(), 1);
-    QCOMPARE(shown.cells(), (QStringList{"STDMSG3", "2", "ACT STILL 500", "ACT STILL 900"}));
+    QCOMPARE(shown.cells(), (QStringList{"STDMSG3", "", "2", "ACT STILL 500", "ACT STILL 900"}));
     Project theirs;
     theirs.STDMSG[2] = "CLEAR\r\nACT STILL 900";
     QCOMPARE(shown.summary(), "1 difference between this project and 10.0.0.9 (fingerprints " +

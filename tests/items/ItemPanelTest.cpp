@@ -43,8 +43,8 @@ struct Shown {
     VariablesPanel variables{sources()};
 };
 
-constexpr int textColumn = 5;
-constexpr int usedByColumn = 5;
+constexpr int textColumn = 6;
+constexpr int usedByColumn = 6;
 
 } // namespace
 

@@ -49,11 +49,12 @@ public:
     }
     QString stateAndTime() const { return find<QLabel>("lblMonitorState")->text(); }
     int rowCount() const { return model().rowCount(); }
-    /// "322|ON|0001|Level": what the columns after the item's name say; empty while there is no such row.
+    /// "322|ON|0001|Level": what the columns after the item's name and label say; empty while there is no
+    /// such row.
     QString row(const QString& item) const {
         const int row = indexOf(item);
         QStringList cells;
-        for (int column = 1; row >= 0 && column < model().columnCount() - 1; ++column)
+        for (int column = 2; row >= 0 && column < model().columnCount() - 1; ++column)
             cells << model().index(row, column).data().toString();
         return cells.join(u'|');
     }

@@ -80,7 +80,7 @@ private slots:
 
 void FindingFixesTest::rowsForWhichAFixIsKnownAreMarked() {
     const Wrong editor;
-    QCOMPARE(editor.table()->model()->index(0, 4).data().toString(), QStringLiteral("\u2022"));
+    QCOMPARE(editor.table()->model()->index(0, 5).data().toString(), QStringLiteral("\u2022"));
 }
 
 void FindingFixesTest::altEnterTakesTheFirstFix() {

@@ -129,7 +129,7 @@ void ItemCommandsTest::copyAndPasteByKeysAlone() {
     QCOMPARE(editor.project.STDMSG[0], pump);
     QCOMPARE(editor.project.ALTMSG[0], std::string("CLEAR"));
     QVERIFY(editor.project.modified);
-    QCOMPARE(table.model()->index(38, 5).data().toString(), QStringLiteral("Pump"));
+    QCOMPARE(table.model()->index(38, 6).data().toString(), QStringLiteral("Pump"));
     QCOMPARE(table.selectedRows(), std::vector<int>{38});
 }
 

@@ -42,7 +42,7 @@ struct Plant : EditorFixture {
     }
     QString message(int row) const { return cells(*messageTable(), row).join(u'|'); }
     QImage pictureOf(int row) const {
-        const QModelIndex cell = messageTable()->model()->index(row, 4);
+        const QModelIndex cell = messageTable()->model()->index(row, 5);
         QCoreApplication::processEvents(); // a table that was just opened has no size yet
         messageTable()->scrollTo(cell);
         return messageTable()->viewport()->grab(messageTable()->visualRect(cell)).toImage();
@@ -91,20 +91,20 @@ void ItemPanelsTest::viewMessagesListsAllSixty() {
     QStringList heads;
     for (int column = 0; column < table.model()->columnCount(); ++column)
         heads << table.model()->headerData(column, Qt::Horizontal).toString();
-    QCOMPARE(heads, (QStringList{"Name", "Address", "Reference", "Pages", "Display", "Text", "Variables",
-                                 "Bitmaps", "Findings"}));
+    QCOMPARE(heads, (QStringList{"Name", "Label", "Address", "Reference", "Pages", "Display", "Text",
+                                 "Variables", "Bitmaps", "Findings"}));
     QCOMPARE(table.model()->rowCount(), 60);
-    QCOMPARE(editor.message(0), QStringLiteral("STDMSG1|320|00321|2||Pump %4von|RegVar3|tank.bmp|"));
-    QCOMPARE(editor.message(2), QStringLiteral("STDMSG3|322|00323|1||Level|||"));
-    QCOMPARE(editor.message(1), QStringLiteral("STDMSG2|321|00322|0|||||"));
-    QCOMPARE(editor.message(41), QStringLiteral("ALTMSG2|301|00302|1||\u00DCbertemperatur%1v|CoilVar2||"));
+    QCOMPARE(editor.message(0), QStringLiteral("STDMSG1||320|00321|2||Pump %4von|RegVar3|tank.bmp|"));
+    QCOMPARE(editor.message(2), QStringLiteral("STDMSG3||322|00323|1||Level|||"));
+    QCOMPARE(editor.message(1), QStringLiteral("STDMSG2||321|00322|0|||||"));
+    QCOMPARE(editor.message(41), QStringLiteral("ALTMSG2||301|00302|1||\u00DCbertemperatur%1v|CoilVar2||"));
     QCOMPARE(editor.cells(table, 59).first(), QStringLiteral("ALTMSG20"));
 }
 
 void ItemPanelsTest::findingsAreMarkedAMomentLater() {
     Plant editor;
     editor.trigger("miViewMessages");
-    QTRY_COMPARE(editor.message(2), QStringLiteral("STDMSG3|322|00323|1||Level|||2 errors"));
+    QTRY_COMPARE(editor.message(2), QStringLiteral("STDMSG3||322|00323|1||Level|||2 errors"));
     QVERIFY(editor.message(44).endsWith(QStringLiteral("|1 warning")));
     QVERIFY(
         editor.message(0).endsWith(QStringLiteral("|1 error, 1 warning"))); // no bitmap; the field is 7 wide
@@ -137,11 +137,11 @@ void ItemPanelsTest::thePictureShowsTheFirstPage() {
 void ItemPanelsTest::thePictureIsAsWideAsThePreviewsColumns() {
     Plant editor;
     editor.trigger("miViewMessages");
-    const int narrow = editor.messageTable()->columnWidth(4);
+    const int narrow = editor.messageTable()->columnWidth(5);
     editor.find<QSpinBox>("spnPreviewColumns")->setValue(512);
-    QVERIFY(editor.messageTable()->columnWidth(4) >= 512);
+    QVERIFY(editor.messageTable()->columnWidth(5) >= 512);
     editor.find<QSpinBox>("spnPreviewColumns")->setValue(128);
-    QCOMPARE(editor.messageTable()->columnWidth(4), narrow);
+    QCOMPARE(editor.messageTable()->columnWidth(5), narrow);
 }
 
 void ItemPanelsTest::viewVariablesListsAllNinetySix() {
@@ -153,8 +153,9 @@ void ItemPanelsTest::viewVariablesListsAllNinetySix() {
     QVERIFY(table.isVisible());
     QCOMPARE(table.model()->rowCount(), 96);
     QCOMPARE(editor.cells(table, 2),
-             (QStringList{"RegVar3", "104", "40105", "0.0", "7.3", "STDMSG1 ALTMSG7"}));
-    QCOMPARE(editor.cells(table, 65), (QStringList{"CoilVar2", "101", "00102", "0", "OFF/OPEN", "ALTMSG2"}));
+             (QStringList{"RegVar3", "", "104", "40105", "0.0", "7.3", "STDMSG1 ALTMSG7"}));
+    QCOMPARE(editor.cells(table, 65),
+             (QStringList{"CoilVar2", "", "101", "00102", "0", "OFF/OPEN", "ALTMSG2"}));
     editor.type("txtVariablesFilter", QStringLiteral("altmsg7"));
     QCOMPARE(editor.names(table), QStringList{"RegVar3"});
 }
@@ -279,14 +280,14 @@ void ItemPanelsTest::rowsFollowChanges() {
     const QImage before = editor.pictureOf(1);
     editor.find<QPlainTextEdit>("txtMsg")->setPlainText(
         QStringLiteral("CLEAR\nTEXT 0 0 RED BLACK \"Filter\"\nACT STILL 1000"));
-    QCOMPARE(editor.message(1), QStringLiteral("STDMSG2|321|00322|0||||| (not applied)"));
+    QCOMPARE(editor.message(1), QStringLiteral("STDMSG2||321|00322|0||||| (not applied)"));
     editor.click("btnMsgApply");
-    QCOMPARE(editor.message(1), QStringLiteral("STDMSG2|321|00322|1||Filter|||"));
+    QCOMPARE(editor.message(1), QStringLiteral("STDMSG2||321|00322|1||Filter|||"));
     QVERIFY(!isGrey(*editor.messageTable(), 1));
     QVERIFY(editor.pictureOf(1) != before);
     editor.messages.answers = {Answer::No};
     editor.newProject("Other");
-    QCOMPARE(editor.message(1), QStringLiteral("STDMSG2|321|00322|0|||||"));
+    QCOMPARE(editor.message(1), QStringLiteral("STDMSG2||321|00322|0|||||"));
 }
 
 void ItemPanelsTest::nothingIsReadWhileThePanelIsHidden() {
@@ -297,9 +298,9 @@ void ItemPanelsTest::nothingIsReadWhileThePanelIsHidden() {
     QVERIFY(!panel->isVisible());
     editor.project.STDMSG[1] = editor.project.STDMSG[2];
     editor.window->lifecycle().SetModified(true);
-    QCOMPARE(editor.message(1), QStringLiteral("STDMSG2|321|00322|0|||||"));
+    QCOMPARE(editor.message(1), QStringLiteral("STDMSG2||321|00322|0|||||"));
     editor.trigger("miViewPanels");
-    QCOMPARE(editor.message(1), QStringLiteral("STDMSG2|321|00322|1||Level|||"));
+    QCOMPARE(editor.message(1), QStringLiteral("STDMSG2||321|00322|1||Level|||"));
 }
 
 void ItemPanelsTest::nothingIsReadUnderAModalDialog() {
@@ -310,9 +311,9 @@ void ItemPanelsTest::nothingIsReadUnderAModalDialog() {
     dialog.show();
     editor.project.STDMSG[1] = editor.project.STDMSG[2];
     editor.window->lifecycle().SetModified(true);
-    QCOMPARE(editor.message(1), QStringLiteral("STDMSG2|321|00322|0|||||"));
+    QCOMPARE(editor.message(1), QStringLiteral("STDMSG2||321|00322|0|||||"));
     dialog.hide();
-    QTRY_VERIFY(editor.message(1).startsWith(QStringLiteral("STDMSG2|321|00322|1||Level|||")));
+    QTRY_VERIFY(editor.message(1).startsWith(QStringLiteral("STDMSG2||321|00322|1||Level|||")));
 }
 
 void ItemPanelsTest::longScriptsAreReadInBetween() {
@@ -322,7 +323,7 @@ void ItemPanelsTest::longScriptsAreReadInBetween() {
         longScript += "\r\n" + editor.project.STDMSG[0];
     editor.project.STDMSG.fill(longScript);
     editor.trigger("miViewMessages");
-    QCOMPARE(editor.message(39), QStringLiteral("STDMSG40|359|00360||||||"));
+    QCOMPARE(editor.message(39), QStringLiteral("STDMSG40||359|00360||||||"));
     QVERIFY(editor.pictureOf(39) != editor.pictureOf(40)); // without having read it all
     QTRY_VERIFY(editor.message(39).contains(QStringLiteral("|Level|RegVar3|tank.bmp|")));
 }

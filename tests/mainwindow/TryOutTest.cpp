@@ -276,7 +276,7 @@ void TryOutTest::aMessageComesOnAtTheSimulatedDisplay() {
                              20'000);
     const auto firstMessage = [&editor] {
         const QAbstractItemModel& rows = *editor.find<QTableView>("tblMonitor")->model();
-        return rows.index(0, 0).data().toString() + u' ' + rows.index(0, 2).data().toString();
+        return rows.index(0, 0).data().toString() + u' ' + rows.index(0, 3).data().toString();
     };
     QCOMPARE(firstMessage(), QStringLiteral("STDMSG1 OFF"));
     editor.showPage("C5");

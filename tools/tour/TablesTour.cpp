@@ -18,7 +18,7 @@ QString cell(const RowsTable& table, int row, int column) {
     return table.model()->index(row, column).data().toString();
 }
 
-constexpr int textColumn = 5;
+constexpr int textColumn = 6;
 
 } // namespace
 

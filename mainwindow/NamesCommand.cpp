@@ -1,0 +1,45 @@
+#include "mainwindow/NamesCommand.h"
+
+#include "items/NotesFile.h"
+#include "mainwindow/OpenNotes.h"
+#include "model/SystemPath.h"
+#include "sheets/forms/frmNames.h"
+
+#include <filesystem>
+#include <system_error>
+
+namespace orvista {
+
+NamesCommand::NamesCommand(const DocMgrModule::ProjectLifecycle& lifecycle, OpenNotes& notes, QWidget& window)
+    : QObject(&window), lifecycle_(lifecycle), notes_(notes), window_(window) {}
+
+QString NamesCommand::hindrance() const {
+    const Project& project = lifecycle_.project();
+    const std::string path =
+        DocMgrModule::projectFilePath(lifecycle_.environment().paths, project.ProjPath, project.ProjName);
+    std::error_code unknown;
+    if (project.ProjName.empty() || !std::filesystem::exists(systemPath(path), unknown))
+        return tr("Save the project first: the notes lie beside it.");
+    if (!notes_.fault().empty())
+        return tr("%1. Mend or remove the file first.").arg(QString::fromStdString(notes_.fault()));
+    return {};
+}
+
+void NamesCommand::miToolsNames_Click() {
+    notes_.readAgain(); // somebody else may have written them
+    const std::string path = notesPath(lifecycle_.project());
+    frmNames dialog({lifecycle_.project(), notes_.notes(), hindrance(),
+                     [&path](const ProjectNotes& before, const ProjectNotes& after) -> QString {
+                         try {
+                             changeNotes(path, before, after);
+                             return {};
+                         } catch (const NotesFailure& failure) {
+                             return QString::fromStdString(failure.what());
+                         }
+                     }},
+                    &window_);
+    if (dialog.exec() == QDialog::Accepted)
+        notes_.takeWritten();
+}
+
+} // namespace orvista

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "items/ProjectNotes.h"
+#include "model/Project.h"
+
+#include <QDialog>
+
+#include <functional>
+#include <vector>
+
+class QCheckBox;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QSpinBox;
+
+namespace orvista {
+
+class NamesTable;
+
+/// Tools > Names and Display…: what is noted about the items and the display, typed or pasted.
+class frmNames final : public QDialog {
+    Q_OBJECT
+public:
+    struct Work {
+        const Project& project;
+        ProjectNotes notes; ///< as they are
+        QString hindrance;  ///< why nothing can be written, as a sentence; empty where it can
+        /// Writes what differs from the first to the second. \returns what is wrong; empty where all is well
+        std::function<QString(const ProjectNotes&, const ProjectNotes&)> write;
+    };
+    explicit frmNames(Work work, QWidget* parent = nullptr);
+
+private:
+    void buildLayout();
+    void filter();
+    void judge();
+    ProjectNotes noted() const;
+    void btnOK_Click();
+
+    Work work_;
+    QLineEdit* txtNamesFilter;
+    QCheckBox* chkNamesUsed;
+    NamesTable* tblNames;
+    QLineEdit* txtDisplayName;
+    QSpinBox* spnDisplayColumns;
+    QLabel* lblNames;
+    QPushButton* btnOK = nullptr;
+};
+
+} // namespace orvista

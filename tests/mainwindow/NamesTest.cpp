@@ -1,0 +1,335 @@
+#include "display/forms/DisplayPreview.h"
+#include "items/NotesFile.h"
+#include "mainwindow/ItemTree.h"
+#include "mainwindow/MessageListPage.h"
+#include "mainwindow/OpenNotes.h"
+#include "model/SystemPath.h"
+#include "tests/support/EditorFixture.h"
+#include "tests/support/ModalDriver.h"
+#include "tests/support/NamedItem.h"
+#include "widgets/PathText.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QClipboard>
+#include <QDialog>
+#include <QLabel>
+#include <QPushButton>
+#include <QSpinBox>
+#include <QTableWidget>
+
+using namespace orvista;
+using namespace orvista::testing;
+
+namespace {
+
+const std::string someNotes = R"({"version":1,"display":{"name":"Gate","columns":96},"items":{)"
+                              R"("RegVar2":{"label":"TankLevel","unit":"m","comment":"Level of tank 1"},)"
+                              R"("STDMSG1":{"label":"TankFull","comment":"Überlauf"}}})";
+
+enum Column { ItemName, Address, Label, Unit, Comment, FirstText, Fault };
+
+/// A saved project, and what is noted beside it.
+struct Plant : EditorFixture {
+    explicit Plant(const std::string& notes = {}) {
+        startWithNewProject();
+        project.STDMSG[0] = "CLEAR\r\nTEXT 0 0 RED BLACK \"Full\"\r\nACT STILL 1000";
+        trigger("miFileSave");
+        if (!notes.empty())
+            writeBytes(notesFile(), notes);
+        openProject("Line3");
+    }
+    std::string notesFile() const { return projectFolder.file("Line3.notes.json"); }
+    ProjectNotes noted() const { return readNotesFile(notesFile()).notes; }
+    int columns() const { return find<QSpinBox>("spnPreviewColumns")->value(); }
+    /// Of the line in the dock, without its places to break at; empty where there is none.
+    QString line(const char* label) const {
+        const auto* const text = window->findChild<QLabel*>(QString::fromLatin1(label));
+        return text && text->isVisible() ? text->text().remove(QChar(0x200B)) : QString();
+    }
+    void names(const std::function<void(QWidget&)>& act) const {
+        onModal(QStringLiteral("frmNames"), [&act](QWidget* dialog) { act(*dialog); });
+        trigger("miToolsNames");
+        QVERIFY(allModalsServed());
+    }
+    void saveAs(const std::string& path) {
+        chooser.saveAsPaths.push_back(path);
+        trigger("miFileSaveAs");
+    }
+    /// The texts of a panel's rows that are shown, in that column.
+    QStringList shown(const char* table, int column) const {
+        const auto* const view = find<QTableView>(table);
+        QStringList texts;
+        for (int row = 0; row < view->model()->rowCount(); ++row)
+            texts << view->model()->index(row, column).data().toString();
+        return texts;
+    }
+};
+
+template <typename Widget>
+Widget& in(QWidget& dialog, const char* name) {
+    auto* const widget = dialog.findChild<Widget*>(QString::fromLatin1(name));
+    if (!widget)
+        throw std::logic_error(std::string("no ") + name);
+    return *widget;
+}
+
+QTableWidget& table(QWidget& dialog) {
+    return in<QTableWidget>(dialog, "tblNames");
+}
+
+/// Types into a cell as a user does.
+void typeInto(QWidget& dialog, int row, int column, const QString& text) {
+    table(dialog).setCurrentCell(row, column);
+    QTest::keyClick(&table(dialog), Qt::Key_F2);
+    auto* const editor = QApplication::focusWidget();
+    QTest::keyClick(editor, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClicks(editor, text);
+    QTest::keyClick(editor, Qt::Key_Return);
+    QTRY_COMPARE(table(dialog).item(row, column)->text(), text);
+    QTRY_VERIFY(table(dialog).hasFocus());
+}
+
+void press(QWidget& dialog, const char* button) {
+    QTest::mouseClick(&in<QPushButton>(dialog, button), Qt::LeftButton);
+}
+
+} // namespace
+
+class NamesTest : public QObject {
+    Q_OBJECT
+private slots:
+    void openingSetsTheNotedColumnsAndElseTheUsualOnes();
+    void whatIsNotTakenIsSaidInALine();
+    void oneBadEntryIsNamedAndTheOthersCounted();
+    void panelsHaveTheLabels();
+    void filtersLookInLabelsAndComments();
+    void treesTellWhatIsNoted();
+    void okWritesTheNotesAlone();
+    void whatIsTypedByKeyboardAloneIsWritten();
+    void anErrorStandsAtItsRowAndHindersOk();
+    void aSpreadsheetIsPastedByColumns();
+    void filterAndOnlyUsedLeaveRows();
+    void aProjectThatWasNeverSavedIsNotNoted();
+    void whatAnotherProgramWroteMeanwhileStays();
+    void whatCannotBeWrittenIsSaidAndTheDialogStays();
+    void saveAsOffersTheNotes();
+    void saveAsOffersNothingWhereThereAreNotes();
+};
+
+void NamesTest::openingSetsTheNotedColumnsAndElseTheUsualOnes() {
+    Plant plant(someNotes);
+    QCOMPARE(plant.columns(), 96);
+    plant.window->notes().useColumns(160);
+    plant.newProject("Other");
+    QCOMPARE(plant.columns(), 160);
+    plant.find<QSpinBox>("spnPreviewColumns")->setValue(200);
+    plant.trigger("miFileSave");
+    plant.openProject("Line3");
+    QCOMPARE(plant.columns(), 96);
+}
+
+void NamesTest::whatIsNotTakenIsSaidInALine() {
+    Plant plant("no notes");
+    QCOMPARE(plant.line("lblNotesNotTaken"),
+             QStringLiteral("Line3.notes.json is not taken: line 1, column 2 is no JSON"));
+    QCOMPARE(plant.columns(), 128);
+    plant.names([](QWidget& dialog) {
+        QVERIFY(!in<QPushButton>(dialog, "btnOK").isEnabled());
+        QVERIFY(in<QLabel>(dialog, "lblNames").text().endsWith("Mend or remove the file first."));
+        press(dialog, "btnCancel");
+    });
+    writeBytes(plant.notesFile(), someNotes);
+    plant.openProject("Line3");
+    QCOMPARE(plant.line("lblNotesNotTaken"), QString());
+}
+
+void NamesTest::oneBadEntryIsNamedAndTheOthersCounted() {
+    const Plant plant(R"({"version":1,"items":{"Pump":{},"Valve":{},"RegVar2":{"label":"Level"}}})");
+    QCOMPARE(plant.line("lblNotesNotTaken"),
+             QStringLiteral("Line3.notes.json: \"Pump\" is no variable or message; and 1 more"));
+    QCOMPARE(plant.window->notes().notes().of(named("RegVar2")).label, std::string("Level"));
+}
+
+void NamesTest::panelsHaveTheLabels() {
+    const Plant plant(someNotes);
+    plant.trigger("miViewMessages");
+    QCOMPARE(plant.shown("tblMessages", 1).first(), QStringLiteral("TankFull"));
+    plant.trigger("miViewVariables");
+    QCOMPARE(plant.shown("tblVariables", 1).at(1), QStringLiteral("TankLevel"));
+    QVERIFY(plant.find<QTableView>("tblVariables")
+                ->model()
+                ->index(1, 1)
+                .data(Qt::ToolTipRole)
+                .toString()
+                .contains("Level of tank 1"));
+}
+
+void NamesTest::filtersLookInLabelsAndComments() {
+    const Plant plant(someNotes);
+    plant.trigger("miViewMessages");
+    for (const char* const word : {"tankf", "über"}) {
+        plant.find<QLineEdit>("txtMessagesFilter")->setText(QString::fromUtf8(word));
+        QCOMPARE(plant.shown("tblMessages", 0), QStringList{"STDMSG1"});
+    }
+    plant.trigger("miViewVariables");
+    for (const char* const word : {"TANKL", "tank 1"}) {
+        plant.find<QLineEdit>("txtVariablesFilter")->setText(QString::fromUtf8(word));
+        QCOMPARE(plant.shown("tblVariables", 0), QStringList{"RegVar2"});
+    }
+}
+
+void NamesTest::treesTellWhatIsNoted() {
+    Plant plant(someNotes);
+    const auto toolTip = [&plant] {
+        return plant.node(plant.window->messagePage().tree(), "R1")->toolTip(0);
+    };
+    QCOMPARE(toolTip(), QString::fromUtf8("<p>TankFull<br>Überlauf</p>"));
+    plant.newProject("Other");
+    QCOMPARE(toolTip(), QString());
+}
+
+void NamesTest::okWritesTheNotesAlone() {
+    const Plant plant;
+    const std::string before = fileBytes(plant.projectFolder.file("Line3.orx"));
+    plant.names([](QWidget& dialog) {
+        typeInto(dialog, 2, Label, QStringLiteral("Height"));
+        QTest::keyClicks(&in<QLineEdit>(dialog, "txtDisplayName"), QString::fromUtf8("Tor"));
+        in<QSpinBox>(dialog, "spnDisplayColumns").setValue(64);
+        press(dialog, "btnOK");
+    });
+    QCOMPARE(plant.noted().of(named("RegVar3")).label, std::string("Height"));
+    QCOMPARE(plant.noted().displayName, std::string("Tor"));
+    QCOMPARE(plant.columns(), 64);
+    QVERIFY(!plant.project.modified);
+    QVERIFY(fileBytes(plant.projectFolder.file("Line3.orx")) == before);
+}
+
+void NamesTest::whatIsTypedByKeyboardAloneIsWritten() {
+    const Plant plant;
+    plant.names([](QWidget& dialog) {
+        QVERIFY(dialog.focusWidget() == &table(dialog));
+        QTest::keyClick(&table(dialog), Qt::Key_Down);
+        QTest::keyClicks(&table(dialog), QStringLiteral("L"));
+        QTRY_VERIFY(qobject_cast<QLineEdit*>(QApplication::focusWidget()) != nullptr);
+        QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("evel"));
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        QTRY_COMPARE(table(dialog).item(1, Label)->text(), QStringLiteral("Level"));
+        QVERIFY(dialog.isVisible());
+        QTRY_VERIFY(table(dialog).hasFocus());
+        QTest::keyClick(&table(dialog), Qt::Key_Return);
+        QVERIFY(!dialog.isVisible());
+    });
+    QCOMPARE(plant.noted().of(named("RegVar2")).label, std::string("Level"));
+}
+
+void NamesTest::anErrorStandsAtItsRowAndHindersOk() {
+    const Plant plant(someNotes);
+    plant.names([](QWidget& dialog) {
+        typeInto(dialog, 0, Label, QStringLiteral("tanklevel"));
+        QCOMPARE(table(dialog).item(1, Fault)->text(),
+                 QStringLiteral("label: \"TankLevel\" is the label of RegVar1 already"));
+        QVERIFY(!in<QPushButton>(dialog, "btnOK").isEnabled());
+        QCOMPARE(in<QLabel>(dialog, "lblNames").text(),
+                 QStringLiteral("RegVar2: \"TankLevel\" is the label of RegVar1 already"));
+        typeInto(dialog, 0, Label, QStringLiteral("Other"));
+        QCOMPARE(table(dialog).item(1, Fault)->text(), QString());
+        QVERIFY(in<QPushButton>(dialog, "btnOK").isEnabled());
+        press(dialog, "btnCancel");
+    });
+    QCOMPARE(plant.noted(), readNotes(someNotes).notes);
+}
+
+void NamesTest::aSpreadsheetIsPastedByColumns() {
+    const Plant plant;
+    QApplication::clipboard()->setText(QStringLiteral("Level\tm\t\"Tank\n1\"\r\nFlow\tl/s\t\r\n"));
+    plant.names([](QWidget& dialog) {
+        table(dialog).setCurrentCell(3, Label);
+        QTest::keyClick(&table(dialog), Qt::Key_V, Qt::ControlModifier);
+        QTest::keyClick(&table(dialog), Qt::Key_C, Qt::ControlModifier);
+        QCOMPARE(QApplication::clipboard()->text(), QStringLiteral("Level\n"));
+        press(dialog, "btnOK");
+    });
+    QCOMPARE(plant.noted().of(named("RegVar4")), (ItemNote{"Level", "m", "Tank 1"}));
+    QCOMPARE(plant.noted().of(named("RegVar5")), (ItemNote{"Flow", "l/s", ""}));
+}
+
+void NamesTest::filterAndOnlyUsedLeaveRows() {
+    const Plant plant(someNotes);
+    plant.names([](QWidget& dialog) {
+        const auto shownRows = [&dialog] {
+            QStringList names;
+            for (int row = 0; row < table(dialog).rowCount(); ++row)
+                if (!table(dialog).isRowHidden(row))
+                    names << table(dialog).item(row, ItemName)->text();
+            return names;
+        };
+        QCOMPARE(shownRows().size(), 156);
+        in<QCheckBox>(dialog, "chkNamesUsed").setChecked(true);
+        QCOMPARE(shownRows(), QStringList{"STDMSG1"});
+        in<QCheckBox>(dialog, "chkNamesUsed").setChecked(false);
+        QTest::keyClicks(&in<QLineEdit>(dialog, "txtNamesFilter"), QStringLiteral("tank"));
+        QCOMPARE(shownRows(), (QStringList{"RegVar2", "STDMSG1"}));
+        press(dialog, "btnCancel");
+    });
+}
+
+void NamesTest::aProjectThatWasNeverSavedIsNotNoted() {
+    Plant plant;
+    plant.newProject("Fresh");
+    plant.names([](QWidget& dialog) {
+        QVERIFY(!in<QPushButton>(dialog, "btnOK").isEnabled());
+        QCOMPARE(in<QLabel>(dialog, "lblNames").text(),
+                 QStringLiteral("Save the project first: the notes lie beside it."));
+        press(dialog, "btnCancel");
+    });
+}
+
+void NamesTest::whatAnotherProgramWroteMeanwhileStays() {
+    const Plant plant(someNotes);
+    plant.names([&plant](QWidget& dialog) {
+        writeBytes(plant.notesFile(), R"({"version":1,"mine":[1],"items":{"RegVar9":{"label":"Flow"}}})");
+        typeInto(dialog, 0, Unit, QStringLiteral("bar"));
+        press(dialog, "btnOK");
+    });
+    QCOMPARE(plant.noted().of(named("RegVar9")).label, std::string("Flow"));
+    QCOMPARE(plant.noted().of(named("RegVar1")).unit, std::string("bar"));
+    QCOMPARE(plant.window->notes().notes(), plant.noted());
+}
+
+void NamesTest::whatCannotBeWrittenIsSaidAndTheDialogStays() {
+    const Plant plant(someNotes);
+    plant.names([&plant](QWidget& dialog) {
+        writeBytes(plant.notesFile(), "no notes");
+        typeInto(dialog, 0, Unit, QStringLiteral("bar"));
+        press(dialog, "btnOK");
+        QVERIFY(dialog.isVisible());
+        QVERIFY(in<QLabel>(dialog, "lblNames").text().endsWith("is no JSON; mend or remove it first"));
+        press(dialog, "btnCancel");
+    });
+    QCOMPARE(fileBytes(plant.notesFile()), std::string("no notes"));
+}
+
+void NamesTest::saveAsOffersTheNotes() {
+    Plant plant(someNotes);
+    plant.saveAs(plant.projectFolder.file("Copy.orx"));
+    QCOMPARE(plant.line("lblCopyNotes"), "There are names and notes in " + shownPath(plant.notesFile()));
+    QCOMPARE(plant.columns(), 96); // nothing was opened
+    plant.click("btnCopyNotes");
+    QCOMPARE(fileBytes(plant.projectFolder.file("Copy.notes.json")), someNotes);
+    QCOMPARE(plant.window->notes().notes().of(named("STDMSG1")).label, std::string("TankFull"));
+    QCOMPARE(plant.line("lblCopyNotes"), QString());
+}
+
+void NamesTest::saveAsOffersNothingWhereThereAreNotes() {
+    Plant plant(someNotes);
+    writeBytes(plant.projectFolder.file("Copy.notes.json"), R"({"version":1})");
+    plant.saveAs(plant.projectFolder.file("Copy.orx"));
+    QCOMPARE(plant.line("lblCopyNotes"), QString());
+    Plant bare;
+    bare.saveAs(bare.projectFolder.file("Copy.orx"));
+    QCOMPARE(bare.line("lblCopyNotes"), QString());
+}
+
+QTEST_MAIN(NamesTest)
+#include "NamesTest.moc"
