@@ -122,7 +122,7 @@ std::string addressJson(std::span<const AddressRow> rows, const Project& project
     for (const AddressRow& row : rows)
         list.push_back(jsonRow(row));
     return jsonText({{"version", programRelease},
-                     {"file", projectFileName(project)},
+                     {"file", projectFileNameOf(project)},
                      {"display", head.display},
                      {"fingerprint", head.fingerprint},
                      {"time", head.time},

@@ -113,7 +113,7 @@ std::string titleOf(const Project& project) {
 
 } // namespace
 
-std::string projectFileName(const Project& project) {
+std::string projectFileNameOf(const Project& project) {
     return project.ProjName.empty() ? "" : project.ProjName + ".orx";
 }
 
@@ -136,7 +136,7 @@ std::string addressHtmlBody(std::span<const AddressRow> rows, const Project& pro
     if (!head.display.empty())
         html.append("Display: ").append(escapedForMarkup(head.display)).append("<br>\n");
     if (!project.ProjName.empty())
-        html.append("File: ").append(escapedForMarkup(projectFileName(project))).append("</p>\n<p>");
+        html.append("File: ").append(escapedForMarkup(projectFileNameOf(project))).append("</p>\n<p>");
     if (!head.fingerprint.empty())
         html.append("Fingerprint of the project: ").append(head.fingerprint).append("<br>\n");
     html.append("As of ").append(timeForPeople(head.time)).append("</p>\n").append(explanations);

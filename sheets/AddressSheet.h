@@ -23,7 +23,7 @@ inline constexpr std::string_view byteOrder = "CDAB";
 std::string wordOrderText(const AddressRow& row);
 
 /// The project file's name, without its folder; empty for a project that has none yet.
-std::string projectFileName(const Project& project);
+std::string projectFileNameOf(const Project& project);
 
 /// \returns UTF-8 with its mark
 std::string addressCsv(std::span<const AddressRow> rows, char separator = ',');

@@ -57,7 +57,7 @@ TemplateTexts rowTexts(const AddressRow& row, const PlcVariable& variable) {
 }
 
 TemplateTexts headTexts(const PlcVariables& variables, const Project& project, const AddressHead& head) {
-    TemplateTexts texts{{"project", project.ProjName},     {"file", projectFileName(project)},
+    TemplateTexts texts{{"project", project.ProjName},     {"file", projectFileNameOf(project)},
                         {"display", head.display},         {"device", utf8FromWindows1252(project.IP)},
                         {"fingerprint", head.fingerprint}, {"time", head.time},
                         {"release", head.release},         {"prefix", variables.prefix}};

@@ -58,7 +58,7 @@ std::string xmlBuffer(const PlcBuffer& buffer) {
 }
 
 std::string xmlHead(const Project& project, const AddressHead& head) {
-    std::string text = "Addresses of " + projectFileName(project);
+    std::string text = "Addresses of " + projectFileNameOf(project);
     if (!head.display.empty())
         text += "; display: " + head.display;
     if (!head.fingerprint.empty())

@@ -161,7 +161,7 @@ std::string StructuredTextWriter::program() const {
 }
 
 std::string StructuredTextWriter::written(const Project& project, const AddressHead& head) {
-    std::string text = comment("Addresses of " + projectFileName(project)) + "\n";
+    std::string text = comment("Addresses of " + projectFileNameOf(project)) + "\n";
     if (!head.display.empty())
         text += comment("Display: " + head.display) + "\n";
     if (!head.fingerprint.empty())

@@ -11,26 +11,26 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-const NoteField& label = noteFields[0];
+const NoteField& labelField = noteFields[0];
 
-std::string withItems(const std::string& items) {
+std::string notesWithItems(const std::string& items) {
     return R"({"version": 1, "items": {)" + items + "}}";
 }
 
-std::string faultOf(const std::string& bytes) {
+std::string notesFaultOf(const std::string& bytes) {
     const NotesReading reading = readNotes(bytes);
     EXPECT_TRUE(reading.fault.empty() || reading.notes == ProjectNotes());
     return reading.fault;
 }
 
-std::vector<std::string> badOf(const std::string& bytes) {
+std::vector<std::string> badEntriesOf(const std::string& bytes) {
     const NotesReading reading = readNotes(bytes);
     EXPECT_EQ(reading.fault, "");
     return reading.bad;
 }
 
 ProjectNotes notesOf(const std::string& bytes) {
-    EXPECT_THAT(badOf(bytes), IsEmpty());
+    EXPECT_THAT(badEntriesOf(bytes), IsEmpty());
     return readNotes(bytes).notes;
 }
 
@@ -47,30 +47,30 @@ TEST(NotesJson, AreReadAsDescribed) {
 }
 
 TEST(NotesJson, NothingIsTakenOfWhatIsNoNotes) {
-    EXPECT_EQ(faultOf(""), "line 1, column 1 is no JSON");
-    EXPECT_EQ(faultOf("{\"version\": 1,\n  x}"), "line 2, column 3 is no JSON");
-    EXPECT_EQ(faultOf("{\"version\": 1} {}"), "line 1, column 16 is no JSON");
-    EXPECT_EQ(faultOf("{\"version\": 1, \"a\": \"\xFF\"}"), "line 1, column 22 is no JSON");
-    EXPECT_EQ(faultOf("[]"), "it is no JSON object");
-    EXPECT_EQ(faultOf("{}"), "its \"version\" is not 1");
-    EXPECT_EQ(faultOf(R"({"version": 2})"), "its \"version\" is not 1");
-    EXPECT_EQ(faultOf(R"({"version": "1"})"), "its \"version\" is not 1");
-    EXPECT_EQ(faultOf(R"({"version": 1, "items": []})"), "its \"items\" is no object");
+    EXPECT_EQ(notesFaultOf(""), "line 1, column 1 is no JSON");
+    EXPECT_EQ(notesFaultOf("{\"version\": 1,\n  x}"), "line 2, column 3 is no JSON");
+    EXPECT_EQ(notesFaultOf("{\"version\": 1} {}"), "line 1, column 16 is no JSON");
+    EXPECT_EQ(notesFaultOf("{\"version\": 1, \"a\": \"\xFF\"}"), "line 1, column 22 is no JSON");
+    EXPECT_EQ(notesFaultOf("[]"), "it is no JSON object");
+    EXPECT_EQ(notesFaultOf("{}"), "its \"version\" is not 1");
+    EXPECT_EQ(notesFaultOf(R"({"version": 2})"), "its \"version\" is not 1");
+    EXPECT_EQ(notesFaultOf(R"({"version": "1"})"), "its \"version\" is not 1");
+    EXPECT_EQ(notesFaultOf(R"({"version": 1, "items": []})"), "its \"items\" is no object");
 }
 
 TEST(NotesJson, NothingIsTakenBeyondALimit) {
     const auto commented = [](std::size_t length) {
-        return withItems(R"("RegVar1": {"comment": ")" + std::string(length, 'x') + "\"}");
+        return notesWithItems(R"("RegVar1": {"comment": ")" + std::string(length, 'x') + "\"}");
     };
-    EXPECT_EQ(faultOf(commented(200)), "");
-    EXPECT_EQ(faultOf(commented(201)),
+    EXPECT_EQ(notesFaultOf(commented(200)), "");
+    EXPECT_EQ(notesFaultOf(commented(201)),
               "RegVar1, comment: \"" + std::string(40, 'x') + "…\" is longer than 200 characters");
-    EXPECT_EQ(faultOf(withItems(R"("RegVar1": {"unit": "12345678901234567"})")),
+    EXPECT_EQ(notesFaultOf(notesWithItems(R"("RegVar1": {"unit": "12345678901234567"})")),
               "RegVar1, unit: \"12345678901234567\" is longer than 16 characters");
-    EXPECT_EQ(faultOf(withItems(R"("RegVar1": {"unit": "°°°°°°°°°°°°°°°°"})")), "");
+    EXPECT_EQ(notesFaultOf(notesWithItems(R"("RegVar1": {"unit": "°°°°°°°°°°°°°°°°"})")), "");
     const std::string start = R"({"version": 1, "other": ")";
-    EXPECT_EQ(faultOf(start + std::string((1 << 20) - start.size() - 2, 'x') + "\"}"), "");
-    EXPECT_EQ(faultOf(start + std::string((1 << 20) - start.size() - 1, 'x') + "\"}"),
+    EXPECT_EQ(notesFaultOf(start + std::string((1 << 20) - start.size() - 2, 'x') + "\"}"), "");
+    EXPECT_EQ(notesFaultOf(start + std::string((1 << 20) - start.size() - 1, 'x') + "\"}"),
               "it is longer than 1 MB");
 }
 
@@ -79,18 +79,18 @@ TEST(NotesJson, AreNotNestedDeep) {
         return R"({"version": 1, "other": )" + std::string(depth - 1, '[') + std::string(depth - 1, ']') +
                "}";
     };
-    EXPECT_EQ(faultOf(nested(16)), "");
-    EXPECT_EQ(faultOf(nested(17)), "it is nested deeper than 16");
-    EXPECT_EQ(faultOf(std::string(1 << 20, '[')), "it is nested deeper than 16");
+    EXPECT_EQ(notesFaultOf(nested(16)), "");
+    EXPECT_EQ(notesFaultOf(nested(17)), "it is nested deeper than 16");
+    EXPECT_EQ(notesFaultOf(std::string(1 << 20, '[')), "it is nested deeper than 16");
 }
 
 TEST(NotesJson, NamesBadEntriesAndTakesTheOthers) {
     const std::string bytes =
-        withItems(R"("RegVar99": {"label": "A"}, "RegVar1": {"label": "two words", "unit": "m"},
+        notesWithItems(R"("RegVar99": {"label": "A"}, "RegVar1": {"label": "two words", "unit": "m"},
         "RegVar2": {"label": "Level"}, "STDMSG1": {"label": "LEVEL"}, "CoilVar1": 5, "CoilVar2": {"unit": 7},
         "ALTMSG1": {"comment": "two\nlines"})");
     EXPECT_THAT(
-        badOf(bytes),
+        badEntriesOf(bytes),
         ElementsAre("\"RegVar99\" is no variable or message",
                     "RegVar1, label: \"two words\" holds something else than letters A to Z, digits and _",
                     "STDMSG1, label: \"LEVEL\" is the label of RegVar2 already", "CoilVar1 is no object",
@@ -104,19 +104,19 @@ TEST(NotesJson, NamesBadEntriesAndTakesTheOthers) {
 
 TEST(NotesJson, NamesColumnsThatNoDisplayHas) {
     for (const char* const columns : {"31", "513", "96.5", "\"96\"", "1e99", "-1"})
-        EXPECT_THAT(badOf(R"({"version":1,"display":{"columns":)" + std::string(columns) + "}}"),
+        EXPECT_THAT(badEntriesOf(R"({"version":1,"display":{"columns":)" + std::string(columns) + "}}"),
                     ElementsAre("the display's columns are no whole number from 32 to 512"));
     EXPECT_EQ(notesOf(R"({"version":1,"display":{"columns":512}})").columns, 512);
 }
 
 TEST(NotesJson, OfADoubledKeyTheLastValueCounts) {
     const std::string bytes =
-        withItems(R"("RegVar1": {"unit": "m", "unit": "cm"}, "RegVar1": {"unit": "km"})");
-    EXPECT_THAT(badOf(bytes),
+        notesWithItems(R"("RegVar1": {"unit": "m", "unit": "cm"}, "RegVar1": {"unit": "km"})");
+    EXPECT_THAT(badEntriesOf(bytes),
                 ElementsAre("\"unit\" stands there twice in \"RegVar1\"; the last one counts",
                             "\"RegVar1\" stands there twice in \"items\"; the last one counts"));
     EXPECT_EQ(readNotes(bytes).notes.of(named("RegVar1")).unit, "km");
-    EXPECT_THAT(badOf(withItems(R"("RegVar1": {"unit": "m"}, "regvar01": {"label": "A"})")),
+    EXPECT_THAT(badEntriesOf(notesWithItems(R"("RegVar1": {"unit": "m"}, "regvar01": {"label": "A"})")),
                 ElementsAre("RegVar1 stands there twice; the last one counts"));
 }
 
@@ -124,7 +124,7 @@ TEST(NotesJson, CountsBadEntriesBeyondTheList) {
     std::string items;
     for (int i = 0; i < 150; ++i)
         items += (items.empty() ? "\"X" : ", \"X") + std::to_string(i) + "\": {}";
-    const NotesReading reading = readNotes(withItems(items));
+    const NotesReading reading = readNotes(notesWithItems(items));
     EXPECT_EQ(reading.bad.size(), 100U);
     EXPECT_EQ(reading.badNotListed, 50U);
 }
@@ -187,10 +187,10 @@ TEST(NotesJson, KeepsWhatItDoesNotKnow) {
 }
 
 TEST(NotesJson, LetsABadEntryGiveWayToAGoodOne) {
-    const std::string former = withItems(R"("RegVar2": {"label": "A"}, "RegVar1": {"label": "A"})");
+    const std::string former = notesWithItems(R"("RegVar2": {"label": "A"}, "RegVar1": {"label": "A"})");
     ProjectNotes notes = readNotes(former).notes;
-    notes.set(named("RegVar2"), label, "B");
-    notes.set(named("STDMSG1"), label, "A");
+    notes.set(named("RegVar2"), labelField, "B");
+    notes.set(named("STDMSG1"), labelField, "A");
     EXPECT_EQ(notesOf(notesBytes(former, notes)), notes);
 }
 
@@ -205,8 +205,8 @@ TEST(NotesJson, AreNotWrittenOverWhatIsNoNotes) {
 
 TEST(ProjectNotes, NameItemsByNameBeforeLabel) {
     ProjectNotes notes;
-    notes.set(named("RegVar1"), label, "TankLevel");
-    notes.set(named("RegVar2"), label, "STDMSG3"); // which no file and no table lets in
+    notes.set(named("RegVar1"), labelField, "TankLevel");
+    notes.set(named("RegVar2"), labelField, "STDMSG3"); // which no file and no table lets in
     EXPECT_EQ(itemCalled("tanklevel", notes), named("RegVar1"));
     EXPECT_EQ(itemCalled("STDMSG3", notes), named("STDMSG3"));
     EXPECT_EQ(itemCalled("regular3", notes), named("STDMSG3"));
@@ -223,7 +223,7 @@ TEST(ProjectNotes, TellFaultsByItem) {
         noteFaults(notes),
         ElementsAre(
             NoteFault{named("RegVar2"), &noteFields[1], "\"12345678901234567\" is longer than 16 characters"},
-            NoteFault{named("RegVar2"), &label, "\"level\" is the label of RegVar1 already"}));
+            NoteFault{named("RegVar2"), &labelField, "\"level\" is the label of RegVar1 already"}));
 }
 
 } // namespace

@@ -24,7 +24,7 @@ std::vector<std::string> nameErrors(const std::string& csv) {
     return testing::errorTexts(import.errors);
 }
 
-ProjectNotes imported(const std::string& csv) {
+ProjectNotes namesImported(const std::string& csv) {
     EXPECT_THAT(nameErrors(csv), IsEmpty());
     return importNames(csv, someNotes()).notes;
 }
@@ -41,13 +41,14 @@ TEST(NameSheet, HasARowForEachItem) {
 TEST(NameSheet, LeavesWhatItDoesNotName) {
     ProjectNotes notes = someNotes();
     notes.set(named("RegVar1"), {"Level", "cm", "Level of tank 1"});
-    EXPECT_EQ(imported("unit;name\ncm;regvar1\n"), notes);
+    EXPECT_EQ(namesImported("unit;name\ncm;regvar1\n"), notes);
     notes.set(named("STDMSG2"), {});
-    EXPECT_EQ(imported("name,label,unit,comment\nRegular2,,,\nRegVar1, Level ,cm,Level of tank 1\n"), notes);
+    EXPECT_EQ(namesImported("name,label,unit,comment\nRegular2,,,\nRegVar1, Level ,cm,Level of tank 1\n"),
+              notes);
 }
 
 TEST(NameSheet, LetsLabelsChangePlaces) {
-    const ProjectNotes notes = imported("name,label\nRegVar1,TankFull\nSTDMSG2,Level\n");
+    const ProjectNotes notes = namesImported("name,label\nRegVar1,TankFull\nSTDMSG2,Level\n");
     EXPECT_EQ(notes.of(named("RegVar1")).label, "TankFull");
     EXPECT_EQ(notes.of(named("STDMSG2")).label, "Level");
 }
