@@ -7,6 +7,7 @@
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
+#include <map>
 #include <stdexcept>
 #include <unordered_map>
 #include <utility>
@@ -229,33 +230,49 @@ private:
             noteBad(reading_, nameOf(item) + " stands there twice; the last one counts");
             reading_.notes.set(item, ItemNote());
         }
+        ItemNote note;
         for (const NoteField& field : noteFields)
             if (const Json* const value = member(entry, field.name))
-                readText(item, field, *value);
+                readText(item, field, *value, note);
+        reading_.notes.set(item, std::move(note));
     }
 
-    void readText(Item item, const NoteField& field, const Json& value) {
-        const std::string where = nameOf(item) + ", " + std::string(field.name) + ": ";
+    void readText(Item item, const NoteField& field, const Json& value, ItemNote& note) {
+        const auto where = [&] { return nameOf(item) + ", " + std::string(field.name) + ": "; };
         if (!value.is_string())
-            return noteBad(reading_, where + "it is no text");
+            return noteBad(reading_, where() + "it is no text");
         const auto& text = value.get_ref<const std::string&>();
         if (characterCount(text) > field.longest) {
             reading_.fault =
-                where + quotation(text) + " is longer than " + decimalText(field.longest) + " characters";
+                where() + quotation(text) + " is longer than " + decimalText(field.longest) + " characters";
             return;
         }
         std::string fault = noteFault(field, text);
-        if (const auto other = reading_.notes.labelled(text);
-            fault.empty() && field.text == &ItemNote::label && !text.empty() && other)
-            fault = "is the label of " + nameOf(*other) + " already";
+        if (fault.empty() && field.text == &ItemNote::label)
+            fault = takenFault(item, text);
         if (!fault.empty())
-            noteBad(reading_, where + quotation(text) + " " + fault);
+            noteBad(reading_, where() + quotation(text) + " " + fault);
         else
-            reading_.notes.set(item, field, text);
+            note.*field.text = text;
+    }
+
+    /// Takes a label for the item, unless another one has it.
+    std::string takenFault(Item item, const std::string& label) {
+        if (label.empty())
+            return {};
+        const auto [first, isNew] = labels_.try_emplace(upperAscii(label), item);
+        if (isNew || first->second == item)
+            return {};
+        if (!equalsIgnoringCase(reading_.notes.of(first->second).label, label)) { // read again without it
+            first->second = item;
+            return {};
+        }
+        return "is the label of " + nameOf(first->second) + " already";
     }
 
     const Json& document_;
     NotesReading& reading_;
+    std::map<std::string, Item> labels_; ///< in capitals
 };
 
 /// The item's entry: the last one, which counts, where it stands there in several spellings.

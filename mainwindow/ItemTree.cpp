@@ -31,9 +31,9 @@ QTreeWidgetItem* ItemTree::addNode(QTreeWidgetItem* parent, const QString& key, 
     return node;
 }
 
-void ItemTree::explain(const QString& key, const QString& toolTip) {
+void ItemTree::explain(const std::function<QString(const QString&)>& toolTipOf) {
     for (QTreeWidgetItemIterator node(this); *node; ++node)
-        if (nodeKey(**node) == key)
+        if (const QString toolTip = toolTipOf(nodeKey(**node)); toolTip != (*node)->toolTip(0))
             (*node)->setToolTip(0, toolTip);
 }
 

@@ -2,6 +2,8 @@
 
 #include <QTreeWidget>
 
+#include <functional>
+
 namespace orvista {
 
 /// A tree of named items. One user action on a node, with any mouse button or by keyboard, fires NodeClick
@@ -14,8 +16,8 @@ public:
     /// Adds a node below `parent`, or at the top when it is null. The key is kept in Qt::UserRole.
     QTreeWidgetItem* addNode(QTreeWidgetItem* parent, const QString& key, const QString& text);
 
-    /// Gives the nodes of that key a tool-tip, as markup.
-    void explain(const QString& key, const QString& toolTip);
+    /// Gives each node the tool-tip of its key, as markup; empty for none.
+    void explain(const std::function<QString(const QString& key)>& toolTipOf);
 
     /// Shows and fires the node of that key as if it had been clicked; does nothing without such a node.
     void click(const QString& key);

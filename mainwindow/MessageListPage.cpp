@@ -2,8 +2,10 @@
 
 #include "display/forms/DisplayPreview.h"
 #include "display/forms/ScriptUnderlines.h"
+#include "items/forms/LabelCell.h"
 #include "mainwindow/Guard.h"
 #include "mainwindow/ItemTree.h"
+#include "model/Item.h"
 #include "model/Lines.h"
 #include "model/Numbers.h"
 #include "script/forms/frmMessageEdit.h"
@@ -191,6 +193,10 @@ void MessageListPage::txtMsg_Change() {
 void MessageListPage::btnEditMessage_Click() {
     frmMessageEdit wizard(QString::fromStdString(project_.ProjPath), window());
     wizard.showPreview(project_, preview_->columns(), preview_->shownValues());
+    wizard.explainVariables([this](const QString& name) {
+        const auto item = itemNamed(name.toStdString());
+        return item ? noteToolTip(notes_->of(*item)) : QString();
+    });
     wizard.exec();
     if (wizard.PartialScript.empty())
         return;

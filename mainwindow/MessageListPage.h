@@ -1,6 +1,7 @@
 #pragma once
 
 #include "display/forms/PreviewClock.h"
+#include "items/ProjectNotes.h"
 #include "mainwindow/ItemPage.h"
 #include "model/Change.h"
 #include "model/People.h"
@@ -28,6 +29,8 @@ public:
     MessageListPage(Project& project, ModifiedMark& modifiedMark, Messages& messages, PreviewClock clock,
                     QWidget* parent = nullptr);
 
+    /// What is noted about the items; must outlive the page.
+    void useNotes(const ProjectNotes& notes) { notes_ = &notes; }
     ItemTree& tree() { return *trvMsg; }
     /// The shown message's script from the model. Discards unapplied edits.
     void refresh();
@@ -79,6 +82,7 @@ private:
     void addScriptPart(const std::string& part);
 
     Project& project_;
+    const ProjectNotes* notes_ = &noNotes();
     ModifiedMark& modifiedMark_;
 
     ItemTree* trvMsg;

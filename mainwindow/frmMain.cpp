@@ -234,6 +234,7 @@ void frmMain::buildRecovery() {
 }
 
 void frmMain::buildOffers(ProjectCommands& tools) {
+    messagePage_->useNotes(notes_->notes());
     connect(notes_, &OpenNotes::changed, this, &frmMain::showNotes);
     reload_ =
         new ReloadOffer(lifecycle_, {*this, *dock_, [this] { return hasUnappliedEdits(); },
@@ -375,10 +376,12 @@ void frmMain::forgetProject() {
 }
 
 void frmMain::showNotes() {
-    for (const Item item : allItems()) {
-        ItemTree& tree = isMessage(item) ? messagePage_->tree() : variablePage_->tree();
-        tree.explain(QString::fromStdString(keyOf(item)), noteToolTip(notes_->notes().of(item)));
-    }
+    const auto toolTipOf = [this](const QString& key) {
+        const auto item = itemOfKey(key.toStdString());
+        return item ? noteToolTip(notes_->notes().of(*item)) : QString();
+    };
+    messagePage_->tree().explain(toolTipOf);
+    variablePage_->tree().explain(toolTipOf);
     dock_->followProject();
 }
 

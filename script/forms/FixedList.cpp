@@ -21,6 +21,13 @@ QModelIndexList ListEntries::match(const QModelIndex& start, int role, const QVa
     return found.isEmpty() && isTyped ? find(afterBlank, flags) : found;
 }
 
+QVariant ListEntries::data(const QModelIndex& index, int role) const {
+    if (role != Qt::ToolTipRole || !toolTipOf_)
+        return QStringListModel::data(index, role);
+    const QString toolTip = toolTipOf_(QStringListModel::data(index, Qt::DisplayRole).toString());
+    return toolTip.isEmpty() ? QVariant() : QVariant(toolTip);
+}
+
 void showFixedList(DropDownList* list, const QString& name, QStringListModel* model, std::size_t position) {
     list->setObjectName(name);
     list->setModel(model);

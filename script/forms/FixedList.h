@@ -6,6 +6,7 @@
 #include <QStringListModel>
 
 #include <cstddef>
+#include <functional>
 #include <string>
 
 class QGridLayout;
@@ -20,11 +21,17 @@ public:
     using QStringListModel::QStringListModel;
     QModelIndexList match(const QModelIndex& start, int role, const QVariant& value, int hits,
                           Qt::MatchFlags flags) const override;
+    /// \param toolTipOf the tool-tip of an entry, as markup; empty for none
+    void explain(std::function<QString(const QString&)> toolTipOf) { toolTipOf_ = std::move(toolTipOf); }
+    QVariant data(const QModelIndex& index, int role) const override;
+
+private:
+    std::function<QString(const QString&)> toolTipOf_;
 };
 
 /// A model over `table`, for one list or for several that show the same.
 template <typename Table>
-QStringListModel* listModel(const Table& table, QObject* parent) {
+ListEntries* listModel(const Table& table, QObject* parent) {
     QStringList texts;
     for (const auto& entry : table)
         texts += shownLine(std::string(entry.shown));

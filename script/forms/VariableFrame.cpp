@@ -53,6 +53,10 @@ void VariableFrame::enableRows(std::size_t count) {
             list->setEnabled(index < count);
 }
 
+void VariableFrame::explainVariables(std::function<QString(const QString&)> toolTipOf) {
+    sources_->explain(std::move(toolTipOf));
+}
+
 void VariableFrame::readInto(MessageForm& form) const {
     for (std::size_t index = 0; index < rows_.size(); ++index)
         form.fields[index] = {chosenPosition(rows_[index].cbVar), chosenPosition(rows_[index].cbVarFgClr),

@@ -5,6 +5,7 @@
 #include <QGroupBox>
 
 #include <array>
+#include <functional>
 
 class QGridLayout;
 class QStringListModel;
@@ -12,6 +13,7 @@ class QStringListModel;
 namespace orvista {
 
 class DropDownList;
+class ListEntries;
 
 /// The four field rows: what each live field shows and in which colours.
 class VariableFrame : public QGroupBox {
@@ -21,6 +23,8 @@ public:
 
     /// Enables the first `count` rows and disables the rest.
     void enableRows(std::size_t count);
+    /// \param toolTipOf the tool-tip of a variable in the lists, as markup; empty for none
+    void explainVariables(std::function<QString(const QString&)> toolTipOf);
     void readInto(MessageForm& form) const;
 
 private:
@@ -31,7 +35,7 @@ private:
     };
     Row addRow(QGridLayout* grid, std::size_t index);
 
-    QStringListModel* sources_; ///< shared by the four rows, as the colours are
+    ListEntries* sources_; ///< shared by the four rows, as the colours are
     QStringListModel* colours_;
     std::array<Row, fieldSlotCount> rows_;
 };

@@ -55,6 +55,10 @@ frmMessageEdit::frmMessageEdit(const QString& projectFolder, QWidget* parent)
     txtText->setFocus();
 }
 
+void frmMessageEdit::explainVariables(std::function<QString(const QString&)> toolTipOf) {
+    variableFrame_->explainVariables(std::move(toolTipOf));
+}
+
 void frmMessageEdit::showPreview(const Project& project, int columns, const DisplayValues& values) {
     preview_ = new WizardPreview(project, columns, values);
     static_cast<QGridLayout*>(layout())->addWidget(preview_, 4, 0, 1, 2);

@@ -5,6 +5,7 @@
 
 #include <QDialog>
 
+#include <functional>
 #include <string>
 
 class QButtonGroup;
@@ -30,6 +31,9 @@ public:
     /// Shows under the controls what the page looks like on a panel. `project` must outlive the form.
     /// \param values that its fields show
     void showPreview(const Project& project, int columns, const DisplayValues& values);
+
+    /// \param toolTipOf the tool-tip of a variable in the lists, as markup; empty for none
+    void explainVariables(std::function<QString(const QString&)> toolTipOf);
 
     /// The composed page in device bytes; empty until OK is pressed, hence after Cancel.
     std::string PartialScript;

@@ -12,6 +12,7 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QClipboard>
+#include <QComboBox>
 #include <QDialog>
 #include <QLabel>
 #include <QPushButton>
@@ -105,6 +106,7 @@ private slots:
     void panelsHaveTheLabels();
     void filtersLookInLabelsAndComments();
     void treesTellWhatIsNoted();
+    void theWizardsListsTellWhatIsNoted();
     void okWritesTheNotesAlone();
     void whatIsTypedByKeyboardAloneIsWritten();
     void anErrorStandsAtItsRowAndHindersOk();
@@ -187,6 +189,21 @@ void NamesTest::treesTellWhatIsNoted() {
     QCOMPARE(toolTip(), QString::fromUtf8("<p>TankFull<br>Überlauf</p>"));
     plant.newProject("Other");
     QCOMPARE(toolTip(), QString());
+}
+
+void NamesTest::theWizardsListsTellWhatIsNoted() {
+    const Plant plant(someNotes);
+    plant.showMessage("R1");
+    onModal(QStringLiteral("frmMessageEdit"), [](QWidget* wizard) {
+        const auto& list = in<QComboBox>(*wizard, "cbVar(0)");
+        const int row = list.findText(QStringLiteral("RegVar2"));
+        QCOMPARE(list.itemData(row, Qt::ToolTipRole).toString(),
+                 QStringLiteral("<p>TankLevel<br>m<br>Level of tank 1</p>"));
+        QCOMPARE(list.itemData(row + 1, Qt::ToolTipRole).toString(), QString());
+        press(*wizard, "btnCancel");
+    });
+    plant.click("btnEditMessage");
+    QVERIFY(allModalsServed());
 }
 
 void NamesTest::okWritesTheNotesAlone() {
