@@ -45,7 +45,7 @@ struct Editor : EditorFixture {
         QStringList lines;
         for (int row = 0; row < table()->model()->rowCount(); ++row) {
             QStringList cells;
-            for (int column = 0; column < 4; ++column)
+            for (const int column : {0, 1, 3, 4}) // severity, item, line and code
                 cells << table()->model()->index(row, column).data().toString();
             lines << cells.join(u'|');
         }

@@ -203,6 +203,9 @@ void fixAll(CountedMouse& mouse, QTableView* findings) {
 }
 
 void saveAddressList(CountedMouse& mouse) {
+    onModal(QStringLiteral("frmAddressList"), [&mouse](QWidget* dialog) {
+        mouse.click(dialog->findChild<QPushButton*>(QStringLiteral("btnOK")));
+    });
     answerFileDialog(mouse);
     mouse.choose("mnuTools", "miToolsExportAddresses");
     QVERIFY(allModalsServed());
