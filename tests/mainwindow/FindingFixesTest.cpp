@@ -1,11 +1,11 @@
 #include "check/forms/FindingsPanel.h"
 #include "display/SettledPage.h"
 #include "tests/support/EditorFixture.h"
+#include "tests/support/ModalDriver.h"
 #include "widgets/PanelView.h"
 #include "widgets/RowsTable.h"
 
 #include <QAction>
-#include <QDialog>
 #include <QLabel>
 #include <QMenu>
 #include <QPlainTextEdit>
@@ -121,24 +121,15 @@ LedRaster raster(const std::string& script) {
 /// Runs `look` in the dialog of the fixes, then presses its button.
 template <typename Look>
 void inFixes(Look look) {
-    auto* const timer = new QTimer(qApp);
-    QObject::connect(timer, &QTimer::timeout, timer, [timer, look] {
-        auto* const dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-        if (!dialog || dialog->objectName() != QStringLiteral("frmFixes"))
-            return;
-        timer->stop();
-        timer->deleteLater();
-        if (const QString folder = qEnvironmentVariable("FIX_PICTURES"); !folder.isEmpty())
-            dialog->grab().save(folder + QStringLiteral("/fixes.png"));
+    onModal(QStringLiteral("frmFixes"), [look](QWidget* dialog) {
         look(*dialog->findChild<RowsTable*>(QStringLiteral("tblFixes")), *dialog);
         dialog->findChild<QPushButton*>(QStringLiteral("btnOK"))->click();
     });
-    timer->start(1);
 }
 
 void FindingFixesTest::allOfAKindAreMendedInOneStep() {
     Wrong editor;
-    inFixes([](RowsTable& table, QDialog& dialog) {
+    inFixes([](RowsTable& table, QWidget& dialog) {
         QCOMPARE(table.model()->rowCount(), 2);
         QCOMPARE(table.ticks(), std::vector<bool>({true, true}));
         QCOMPARE(dialog.findChild<QLabel*>(QStringLiteral("lblFixes"))->text(),
@@ -156,6 +147,7 @@ void FindingFixesTest::allOfAKindAreMendedInOneStep() {
         }
     });
     editor.chooseInMenu(QStringLiteral("Fix All of This &Kind\u2026"));
+    QVERIFY(allModalsServed());
     QCOMPARE(editor.project.STDMSG[2], mendedGap);
     QCOMPARE(editor.project.ALTMSG[0], mendedGap);
     QCOMPARE(editor.find<QAction>("miEditUndo")->text().remove(u'&').section(u'\t', 0, 0),
@@ -167,10 +159,11 @@ void FindingFixesTest::allOfAKindAreMendedInOneStep() {
 
 void FindingFixesTest::whatIsNotSureIsNotTicked() {
     Wrong editor;
-    inFixes([](RowsTable& table, QDialog&) {
+    inFixes([](RowsTable& table, QWidget&) {
         QCOMPARE(table.ticks(), std::vector<bool>({true, true, false}));
     });
     editor.chooseInMenu(QStringLiteral("Fix &All\u2026"));
+    QVERIFY(allModalsServed());
     QCOMPARE(editor.project.STDMSG[4], std::string("TXET 0 0 RED BLACK \"a\""));
     QCOMPARE(editor.project.ALTMSG[0], mendedGap);
 }
@@ -179,8 +172,9 @@ void FindingFixesTest::theOthersHoldWithoutARowThatIsNotTicked() {
     Wrong editor;
     const std::string cut = "TEXT 0 0 RED BLACK \"Emergency stop pump\"\r\nACT STILL 1\r\n";
     editor.project.STDMSG[2] = cut + "CLEAR\r\n" + gap;
-    inFixes([](RowsTable& table, QDialog&) { table.setTicks({false, true, false, false}); });
+    inFixes([](RowsTable& table, QWidget&) { table.setTicks({false, true, false, false}); });
     editor.chooseInMenu(QStringLiteral("Fix &All\u2026"));
+    QVERIFY(allModalsServed());
     QCOMPARE(editor.project.STDMSG[2], cut + "CLEAR\r\n" + mendedGap);
 }
 
