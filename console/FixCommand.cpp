@@ -1,6 +1,7 @@
 #include "console/Commands.h"
 
 #include "check/FixRun.h"
+#include "check/Rules.h"
 #include "console/FindingText.h"
 #include "console/FixJson.h"
 #include "console/JsonText.h"
@@ -151,6 +152,14 @@ ExitStatus fixProject(const FixOptions& options) {
     return left == 0 ? ExitStatus::Well : ExitStatus::Found;
 }
 
+std::string codesOnDemand() {
+    std::string names;
+    for (const Rule& rule : rules())
+        if (rule.fixes == Fixes::OnDemand)
+            names.append(names.empty() ? "" : ", ").append(rule.name);
+    return names;
+}
+
 } // namespace
 
 void addFix(CLI::App& program, Run& run) {
@@ -177,9 +186,10 @@ void addFix(CLI::App& program, Run& run) {
         "  orvista fix PUMPSTATION.orx --only field-gap,text-cut\n"
         "  orvista fix PUMPSTATION.orx --only bad-argument --item STDMSG3 -o mended/PUMPSTATION.orx\n\n"
         "Each finding gets the first fix after which it is gone and nothing else is found, old and new are\n"
-        "printed, and the project is saved once. unknown-command, bad-argument, missing-bitmap,\n"
-        "reserved-line and bad-default are mended with --only alone, because a fix of them guesses what was\n"
-        "meant. Ends with status 0 when nothing of these codes is left, 1 when something is, 2 when the\n"
+        "printed, and the project is saved once. These are mended with --only alone, because a fix of them\n"
+        "guesses what was meant:\n  " +
+        codesOnDemand() +
+        "\nEnds with status 0 when nothing of the chosen codes is left, 1 when something is, 2 when the\n"
         "project cannot be read. Where there is nothing to mend, nothing is written.");
     command->callback([options, &run] { run = [options] { return fixProject(*options); }; });
 }
