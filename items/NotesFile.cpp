@@ -2,6 +2,7 @@
 
 #include "model/FileReplacing.h"
 #include "model/Files.h"
+#include "model/FolderLookup.h"
 #include "model/PathRules.h"
 #include "model/ProjectFile.h"
 #include "model/SystemPath.h"
@@ -29,6 +30,14 @@ std::optional<std::string> bytesOf(const std::string& path) {
     }
 }
 
+/// The path with its name as it stands in the folder: projects are found in any case, so are their notes.
+std::string asOnDisk(std::string path) {
+    const auto parts = PathRules::native().split(path);
+    const std::size_t length = parts ? parts->name.size() : path.size();
+    const std::string found = projectFileOnDisk(PathRules::native(), path);
+    return path.replace(path.size() - length, length, found, found.size() - length, length);
+}
+
 [[noreturn]] void fail(const std::string& path, const std::system_error& failure) {
     throw NotesFailure(path + ": " + failure.code().message());
 }
@@ -37,15 +46,16 @@ std::optional<std::string> bytesOf(const std::string& path) {
 
 std::string notesPath(const std::string& projectPath) {
     const bool hasExtension = endsWithIgnoringCase(projectPath, DocMgrModule::projectExtension);
-    return projectPath.substr(0, projectPath.size() -
-                                     (hasExtension ? DocMgrModule::projectExtension.size() : 0)) +
-           std::string(notesExtension);
+    return asOnDisk(projectPath.substr(0, projectPath.size() -
+                                              (hasExtension ? DocMgrModule::projectExtension.size() : 0)) +
+                    std::string(notesExtension));
 }
 
 std::string notesPath(const Project& project) {
     if (project.ProjName.empty())
         return {};
-    return PathRules::native().join(project.ProjPath, project.ProjName + std::string(notesExtension));
+    return asOnDisk(
+        PathRules::native().join(project.ProjPath, project.ProjName + std::string(notesExtension)));
 }
 
 NotesReading readNotesFile(const std::string& path) {

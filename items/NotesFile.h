@@ -9,6 +9,7 @@
 /// The file that holds a project's notes: PLANT.notes.json beside PLANT.orx. Paths are UTF-8.
 namespace orvista {
 
+/// Its name is that of an existing file in another case, where there is one and none in the project's.
 /// \param projectPath of the project file
 std::string notesPath(const std::string& projectPath);
 /// Empty for a project that has no name yet.

@@ -190,6 +190,12 @@ class Addresses(ProgramTest):
         self.expect(0, "addresses", PROJECT, "-o", "list.json")
         self.assertEqual(json.loads((self.folder / "list.json").read_bytes())["addresses"], rows)
 
+    def test_json_is_as_written_from_the_description(self):
+        with mock.patch.dict(os.environ, SOURCE_DATE_EPOCH="1795317307"):
+            listed = self.expect(0, "addresses", PROJECT, "--json")
+        fingerprint = self.expect(0, "fingerprint", PROJECT).split()[0]
+        self.assertEqual(listed.replace(fingerprint, b"0123456789ab"), golden("addresses.json"))
+
     def test_the_head_has_the_fingerprint_and_the_time(self):
         fingerprint = self.expect(0, "fingerprint", PROJECT).decode().split()[0]
         before = int(time.time())

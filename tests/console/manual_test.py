@@ -137,7 +137,7 @@ class Manual(ProgramTest):
         self.assertEqual(self.completions("read", "gate", "--project", ""), {PROJECT})
         self.assertEqual(self.completions("write", ""), set())
         self.assertEqual(self.completions("messages", "import", PROJECT, ""), {"a.csv"})
-        self.assertEqual(self.completions("addresses", PROJECT, "-o", ""), {"a.csv"})
+        self.assertEqual(self.completions("addresses", PROJECT, "-o", ""), {"a.csv", "PUMPSTATION.notes.json"})
 
     def test_completion_offers_what_help_explains(self):
         codes = set(re.findall(r"^([a-z-]+) +(?:error|warning|note) ", self.expect(0, "help", "codes").decode(), re.M))

@@ -16,9 +16,10 @@ sys.path.insert(0, str(Path(__file__).parents[1] / "tour"))
 import device_files  # noqa: E402  the project's files, written apart from the program
 
 from displays import Display
-from program import PROGRAM, PROJECT, SOURCE, ProgramTest, main
+from program import EXAMPLE, PROGRAM, PROJECT, SOURCE, ProgramTest, main
 
 NO_NOTES = {"label": "", "unit": "", "comment": ""}
+NOTES = json.loads((EXAMPLE / "PUMPSTATION.notes.json").read_text("utf-8"))["items"]
 SERVER = SOURCE / "tests" / "link" / "ModbusServer.py"
 
 
@@ -113,10 +114,10 @@ class Reading(ProgramTest):
         self.assertEqual(reading["on"], ["STDMSG3", "STDMSG40", "ALTMSG20"])
         values = {value["name"]: value for value in reading["values"]}
         self.assertEqual(list(values), [f"RegVar{n}" for n in range(1, 65)] + [f"CoilVar{n}" for n in range(1, 33)])
-        self.assertEqual(values["RegVar1"], {"name": "RegVar1", "address": 100, "value": 1.1, "raw": [0xCCCD, 0x3F8C], **NO_NOTES})
+        self.assertEqual(values["RegVar1"], {"name": "RegVar1", "address": 100, "value": 1.1, "raw": [0xCCCD, 0x3F8C], **NOTES["RegVar1"]})
         self.assertEqual(values["RegVar63"], {"name": "RegVar63", "address": 224, "value": -2.5, "raw": [0, 0xC020], **NO_NOTES})
         self.assertEqual(values["RegVar64"], {"name": "RegVar64", "address": 226, "value": 123.456, "raw": [0xE979, 0x42F6], **NO_NOTES})
-        self.assertEqual(values["RegVar2"], {"name": "RegVar2", "address": 102, "value": 0.0, "raw": [0, 0], **NO_NOTES})
+        self.assertEqual(values["RegVar2"], {"name": "RegVar2", "address": 102, "value": 0.0, "raw": [0, 0], **NOTES["RegVar2"]})
         self.assertEqual(values["CoilVar32"], {"name": "CoilVar32", "address": 131, "value": True, "raw": [1], **NO_NOTES})
         self.assertEqual(values["CoilVar31"]["value"], False)
         lines = text.splitlines()

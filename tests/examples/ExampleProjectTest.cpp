@@ -1,5 +1,6 @@
 #include "check/ProjectCheck.h"
 #include "display/FolderBitmaps.h"
+#include "items/NotesFile.h"
 #include "model/ProjectFile.h"
 #include "model/SystemPath.h"
 #include "tests/support/ScriptedPeople.h"
@@ -83,6 +84,15 @@ TEST_F(ExampleProject, HasNothingForTheCheckToFind) {
     const Findings findings = checkProject(project_, FolderBitmaps(folder_.path()), 128, Notes::Included);
     for (const Finding& finding : findings.list)
         ADD_FAILURE() << nameOf(finding.place.item) << ":" << finding.place.line << " " << finding.text;
+}
+
+TEST_F(ExampleProject, HasNotesForWhatItsMessagesShow) {
+    const NotesReading reading = readNotesFile(folder_.file("PUMPSTATION.notes.json"));
+    EXPECT_EQ(reading.fault, "");
+    EXPECT_THAT(reading.bad, ::testing::IsEmpty());
+    EXPECT_EQ(reading.notes.columns, 128);
+    for (std::size_t index = 0; index < 9; ++index)
+        EXPECT_NE(reading.notes.of({Kind::Float, index}).label, "") << index;
 }
 
 TEST_F(ExampleProject, ShipsTheBitmapsItsMessagesName) {

@@ -19,14 +19,23 @@ AddressRow rowOf(const Project& project, std::string_view name) {
 
 TEST(AddressList, OfTheExampleIsAsWrittenFromTheDescription) {
     Project project = testing::exampleProject();
-    EXPECT_EQ(addressCsv(addressList(project)), testing::golden("addresses.csv"));
-    EXPECT_EQ(addressCsv(addressList(project), ';'), testing::golden("addresses-semicolon.csv"));
-    EXPECT_EQ(addressCsv(addressList(project, AddressRows::UsedOnly)), testing::golden("addresses-used.csv"));
+    const ProjectNotes notes = testing::exampleNotes();
+    const auto rows = [&](AddressRows which = AddressRows::All) {
+        auto listed = addressList(project, which);
+        addNotes(listed, notes);
+        return listed;
+    };
+    EXPECT_EQ(addressCsv(rows()), testing::golden("addresses.csv"));
+    EXPECT_EQ(addressCsv(rows(), ';'), testing::golden("addresses-semicolon.csv"));
+    EXPECT_EQ(addressCsv(rows(AddressRows::UsedOnly)), testing::golden("addresses-used.csv"));
+    EXPECT_EQ(
+        addressHtml(rows(), project, {"0123456789ab", "2026-11-22T03:15:07Z", notes.displayName, "1.03-2"}),
+        testing::golden("addresses.html"));
     project.DigitalInput = 65530;
     project.AlertMessage = 65510;
     project.RegularMessage = 65530;
     project.AnalogInput = 9950;
-    EXPECT_EQ(addressCsv(addressList(project)), testing::golden("addresses-shared.csv"));
+    EXPECT_EQ(addressCsv(rows()), testing::golden("addresses-shared.csv"));
 }
 
 TEST(AddressList, HasTheRowsOfTheDescription) {

@@ -46,6 +46,15 @@ TEST_F(NotesFile, LiesBesideTheProject) {
     EXPECT_EQ(notesPath(project), PathRules::native().join("/plant", "LINE.notes.json"));
 }
 
+#ifndef _WIN32 // needs a file system that tells cases apart
+TEST_F(NotesFile, IsFoundInAnyCase) {
+    write("LINE.Notes.json", "{}");
+    EXPECT_EQ(notesPath(path("line.orx")), path("LINE.Notes.json"));
+    write("line.notes.json", "{}");
+    EXPECT_EQ(notesPath(path("line.orx")), path("line.notes.json"));
+}
+#endif
+
 TEST_F(NotesFile, ThatIsNotThereIsEmpty) {
     const NotesReading reading = readNotesFile(path("A.notes.json"));
     EXPECT_EQ(reading.notes, ProjectNotes());

@@ -1,5 +1,6 @@
 #include "sheets/NameSheet.h"
 #include "tests/sheets/ImportErrors.h"
+#include "tests/support/ExampleProject.h"
 #include "tests/support/NamedItem.h"
 
 #include <gmock/gmock.h>
@@ -27,6 +28,10 @@ std::vector<std::string> nameErrors(const std::string& csv) {
 ProjectNotes namesImported(const std::string& csv) {
     EXPECT_THAT(nameErrors(csv), IsEmpty());
     return importNames(csv, someNotes()).notes;
+}
+
+TEST(NameSheet, OfTheExampleIsAsWrittenFromTheDescription) {
+    EXPECT_EQ(nameSheet(testing::exampleNotes()), testing::golden("names.csv"));
 }
 
 TEST(NameSheet, HasARowForEachItem) {

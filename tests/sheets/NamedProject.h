@@ -10,8 +10,6 @@
 
 namespace orvista::testing {
 
-inline const AddressHead head{"0123456789ab", "2026-11-22T03:15:07Z", "Line 3, gate", "1.03-2"};
-
 struct NamedProject {
     Project project;
     ProjectNotes notes;
@@ -27,10 +25,11 @@ struct NamedProject {
         const auto listed = rows();
         return plcVariables(listed, plcNames(listed, prefix), prefix, project);
     }
+    AddressHead head() const { return {"0123456789ab", "2026-11-22T03:15:07Z", notes.displayName, "1.03-2"}; }
     std::string st(StructuredTextLetters letters = StructuredTextLetters::Ascii) const {
-        return structuredText(variables(), project, head, letters);
+        return structuredText(variables(), project, head(), letters);
     }
-    std::string xml() const { return plcOpenXml(variables(), project, head); }
+    std::string xml() const { return plcOpenXml(variables(), project, head()); }
     /// The line of the global variables that holds the text.
     std::string line(std::string_view text,
                      StructuredTextLetters letters = StructuredTextLetters::Ascii) const {

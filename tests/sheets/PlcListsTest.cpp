@@ -1,4 +1,4 @@
-#include "items/NotesJson.h"
+#include "sheets/AddressTemplate.h"
 #include "tests/sheets/NamedProject.h"
 #include "tests/sheets/StructuredTextReader.h"
 #include "tests/support/ExampleProject.h"
@@ -114,10 +114,16 @@ TEST(PlcNames, TakeAPrefixThatBeginsAName) {
 TEST(PlcLists, OfTheExampleAreAsWrittenFromTheDescription) {
     NamedProject plant;
     plant.project = testing::exampleProject();
-    plant.notes = readNotes(testing::golden("PUMPSTATION.notes.json")).notes;
+    plant.notes = testing::exampleNotes();
     plant.prefix = "LINE3_";
     EXPECT_EQ(plant.st(), testing::golden("addresses.st"));
     EXPECT_EQ(plant.xml(), testing::golden("addresses.xml"));
+    plant.prefix = "";
+    for (const std::string name : {"modbusscope.json", "home-assistant.yaml"})
+        EXPECT_EQ(filledTemplate(
+                      testing::fileBytes(ORVISTA_TEMPLATES "/" + name),
+                      addressTemplateValues(plant.rows(), plant.variables(), plant.project, plant.head())),
+                  testing::golden(name));
 }
 
 void expectBuffers(testing::StReader& st, const testing::RandomPlcProject& random) {

@@ -77,11 +77,10 @@ TEST(AddressTemplate, OfAHundredProjectsHasEachItem) {
                 expected += item.name + " " + item.plcName + " " + std::to_string(item.address) + " " +
                             (item.kind == Kind::Float ? "f" : "") + "\n" +
                             random.notes.of({item.kind, item.index}).comment + "\n";
-        EXPECT_EQ(
-            filledTemplate("{{#items}}\n{{name}} {{variable}} {{address}} "
-                           "{{#float}}f{{/float}}\n{{comment}}\n{{/items}}\n",
-                           addressTemplateValues(rows, named.variables(), named.project, testing::head)),
-            expected);
+        EXPECT_EQ(filledTemplate("{{#items}}\n{{name}} {{variable}} {{address}} "
+                                 "{{#float}}f{{/float}}\n{{comment}}\n{{/items}}\n",
+                                 addressTemplateValues(rows, named.variables(), named.project, named.head())),
+                  expected);
     }
 }
 

@@ -12,6 +12,7 @@ from pathlib import Path
 
 HERE = Path(__file__).parent
 EXAMPLE = HERE.parents[1] / "examples" / "pumpstation" / "PUMPSTATION.orx"
+NOTES = json.loads(EXAMPLE.with_suffix(".notes.json").read_text("utf-8"))
 COLOURS = "(RED|GREEN|ORANGE|BLACK) (RED|GREEN|ORANGE|BLACK)"
 SPEEDS = {"100": "Low", "50": "Medium", "25": "High"}
 ADDRESS_HEAD = ("kind,number,name,table,address,address_hex,reference,count,data_type,word_order,write_function,"
@@ -19,7 +20,10 @@ ADDRESS_HEAD = ("kind,number,name,table,address,address_hex,reference,count,data
 PAGE_HEAD = (["message", "page", "content", "bitmap", "font", "foreground", "background"]
              + [f"var{n}{suffix}" for n in (1, 2, 3, 4) for suffix in ("", "_foreground", "_background")]
              + ["entering", "entering_speed", "special", "delay", "leaving", "leaving_speed", "script"])
+NAME_HEAD = ["name", "label", "unit", "comment"]
 VARIABLE_HEAD = ["name", "default", "width", "precision", "on", "off"]
+HEAD = {"file": "PUMPSTATION.orx", "display": NOTES["display"]["name"], "fingerprint": "0123456789ab",
+        "time": "2026-11-22T03:15:07Z"}
 
 
 def read_project(path):
@@ -158,6 +162,7 @@ def address_rows(project):
                                      ("regular", project["AlertMessage"] + 20, "STDMSG", 1)):
         for index, item in enumerate(project[table]):
             row = dict.fromkeys(ADDRESS_HEAD, "")
+            row.update(NOTES["items"].get(f"{table}{index + 1}", {}))
             row.update(kind=kind, number=str(index + 1), name=f"{table}{index + 1}", table="coil", count="1",
                        data_type="bit", write_function="5 15")
             if kind == "float":
@@ -243,26 +248,24 @@ END_FUNCTION
 """
 
 
-def described(row, note):
+def described(row):
     """What is said of an item: unit, place, the other items there, who shows it and what it is."""
     place = f"{row['table']} {row['reference']}, address {row['address']}"
     if row["kind"] == "float":
         place += ", low word first (CDAB)"
     who = row["used_by"] if row["kind"] in ("float", "boolean") else row["name"]
-    comment = note.get("comment", "")
-    return "; ".join(filter(None, [note.get("unit"), place, row["note"], ": ".join(filter(None, [who, comment]))]))
+    return "; ".join(filter(None, [row["unit"], place, row["note"], ": ".join(filter(None, [who, row["comment"]]))]))
 
 
-def plc_items(rows, notes):
+def plc_items(rows):
     """Name, type, initial value, description and row of each. The example's defaults are plain decimals."""
     for row in rows:
-        note = notes["items"].get(row["name"], {})
         if row["kind"] == "float":
             initial = repr(float(row["default"]))
         else:
             initial = "TRUE" if row["default"] == "1" else "FALSE"
-        yield ("LINE3_" + note.get("label", row["name"]), "REAL" if row["kind"] == "float" else "BOOL", initial,
-               described(row, note), row)
+        yield ("LINE3_" + (row["label"] or row["name"]), "REAL" if row["kind"] == "float" else "BOOL", initial,
+               described(row), row)
 
 
 BUFFERS = [("float", "LINE3_Registers", 128, "WORD", "holding registers, function 16, at most 123 in a request, from address 100"),
@@ -279,8 +282,8 @@ def st_comment(text):
 
 def structured_text(items):
     items = list(items)
-    lines = [st_comment("Addresses of PUMPSTATION.orx"), st_comment("Display: Line 3, gate"),
-             st_comment("Fingerprint of the project: 0123456789ab"), st_comment("As of 2026-11-22T03:15:07Z"), ""]
+    lines = [st_comment("Addresses of PUMPSTATION.orx"), st_comment(f"Display: {HEAD['display']}"),
+             st_comment(f"Fingerprint of the project: {HEAD['fingerprint']}"), st_comment(f"As of {HEAD['time']}"), ""]
     lines += REAL_BITS.replace("%", "LINE3_").splitlines() + ["", "VAR_GLOBAL"]
     lines += [f"    {name} : {kind} := {initial}; {st_comment(text)}" for name, kind, initial, text, _ in items]
     arrays = [f"    {name} : ARRAY [0..{count - 1}] OF {kind};" for _, name, count, kind, _ in BUFFERS]
@@ -300,19 +303,22 @@ def structured_text(items):
     return "".join(line + "\r\n" for line in lines + ["END_PROGRAM"]).encode("ascii")
 
 
+def in_markup(text):
+    return escape(text, {'"': "&quot;"})
+
+
 def plcopen_xml(items):
     def variable(name, kind, initial, text):
         lines = [f'          <variable name="{name}">', f"            <type>{kind}</type>"]
         if initial:
             lines.append(f'            <initialValue><simpleValue value="{initial}"/></initialValue>')
-        text = escape(text, {'"': "&quot;"})
-        return lines + [f"            <documentation><xhtml:p>{text}</xhtml:p></documentation>", "          </variable>"]
+        return lines + [f"            <documentation><xhtml:p>{in_markup(text)}</xhtml:p></documentation>", "          </variable>"]
 
     lines = ['<?xml version="1.0" encoding="utf-8"?>',
              '<project xmlns="http://www.plcopen.org/xml/tc6_0201" xmlns:xhtml="http://www.w3.org/1999/xhtml">',
              '  <fileHeader companyName="" productName="Orvista Message Editor" productVersion="1.03-2" '
-             'creationDateTime="2026-11-22T03:15:07Z" contentDescription="Addresses of PUMPSTATION.orx; display: Line 3, gate; '
-             'fingerprint of the project: 0123456789ab"/>',
+             f'creationDateTime="{HEAD["time"]}" contentDescription="Addresses of PUMPSTATION.orx; display: {HEAD["display"]}; '
+             f'fingerprint of the project: {HEAD["fingerprint"]}"/>',
              '  <contentHeader name="PUMPSTATION">', "    <coordinateInfo>"]
     lines += [f'      <{language}><scaling x="1" y="1"/></{language}>' for language in ("fbd", "ld", "sfc")]
     lines += ["    </coordinateInfo>", "  </contentHeader>", "  <types>", "    <dataTypes/>", "    <pous/>", "  </types>",
@@ -326,12 +332,115 @@ def plcopen_xml(items):
     return "".join(line + "\n" for line in lines).encode("utf-8")
 
 
+HTML_START = """<!DOCTYPE html>
+<html lang="en">
+<head>
+<meta charset="utf-8">
+<title>Addresses of PUMPSTATION</title>
+<style>
+body { font: 10pt sans-serif; margin: 2em; color: #000; background: #fff }
+h1 { font-size: 16pt } h2 { font-size: 12pt; margin-top: 2em; break-after: avoid }
+table { border-collapse: collapse; width: 100% }
+thead { display: table-header-group } tr { break-inside: avoid }
+th, td { border: 1px solid #888; padding: 2px 6px; text-align: left; vertical-align: top }
+th { background: #ddd; print-color-adjust: exact; -webkit-print-color-adjust: exact }
+td { white-space: pre-wrap }
+@page { size: A4 landscape; margin: 12mm }
+@media print { body { margin: 0; font-size: 8pt } }
+</style>
+</head>
+<body>
+<h1>Addresses of PUMPSTATION</h1>
+<p>Device address: 127.0.0.1</p>
+"""
+EXPLANATIONS = """<p>In this list addresses count from 0, as in the request. A reference counts from 1, after a 0 for coils and
+a 4 for holding registers. Coils are written with function 5, the coils of messages also with function 15.</p>
+<p>A float takes two holding registers, the low word first, and is written whole with function 16. 123.456 is
+42F6E979 as a single: its first register is E979, the second 42F6, and the request carries the bytes
+E9 79 42 F6. Many tools call this order CDAB.</p>
+"""
+HTML_TABLES = [("float", "Float variables", {"text"}), ("boolean", "Boolean variables", {"word_order", "format"}),
+               ("emergency", "Emergency messages", {"word_order", "format", "used_by", "default"}),
+               ("regular", "Regular messages", {"word_order", "format", "used_by", "default"})]
+
+
+def html_page(rows):
+    def line(tag, cells):
+        return "<tr>" + "".join(f"<{tag}>{in_markup(cell)}</{tag}>" for cell in cells) + "</tr>\n"
+
+    day, clock = HEAD["time"].rstrip("Z").split("T")
+    page = HTML_START + (f"<p>Display: {in_markup(HEAD['display'])}<br>\nFile: {HEAD['file']}</p>\n"
+                         f"<p>Fingerprint of the project: {HEAD['fingerprint']}<br>\nAs of {day} {clock} UTC</p>\n")
+    page += EXPLANATIONS
+    for kind, title, left_out in HTML_TABLES:
+        block = [row for row in rows if row["kind"] == kind]
+        unused = {column for column in NAME_HEAD[1:] if not any(row[column] for row in block)}
+        head = [column for column in ADDRESS_HEAD[1:] if column not in left_out | unused]
+        page += f"<h2>{title}</h2>\n<table>\n<thead>" + line("th", [column.replace("_", " ") for column in head])
+        page += "</thead>\n<tbody>\n"
+        for row in block:
+            page += line("td", [row[column] + (" (CDAB)" if column == "word_order" else "") for column in head])
+        page += "</tbody>\n</table>\n"
+    return (page + "</body>\n</html>\n").encode("utf-8")
+
+
+def json_list(rows):
+    def json_row(row):
+        found = {}
+        for column in ADDRESS_HEAD:
+            found[column] = int(row[column]) if column in ("number", "address", "count") else row[column]
+            if column == "word_order":
+                found["byte_order"] = "CDAB" if row[column] else ""
+        return found
+
+    document = {"version": "1.03-2"} | HEAD | {"addresses": [json_row(row) for row in rows]}
+    return (json.dumps(document, indent=2, ensure_ascii=False) + "\n").encode("utf-8")
+
+
+def quoted(text):
+    return json.dumps(text, ensure_ascii=False)
+
+
+def modbus_scope(rows):
+    lines = ["{", f'  "file": {quoted(HEAD["file"])},', f'  "display": {quoted(HEAD["display"])},', '  "host": "127.0.0.1",',
+             '  "port": 502,', '  "registers": [']
+    floats = [row for row in rows if row["kind"] == "float"]
+    for row in floats:
+        texts = {"text": row["label"] or row["name"], "expression": f"${{{row['reference']}: f32b}}", "unit": row["unit"],
+                 "comment": row["comment"]}
+        lines.append("    {" + ", ".join(f'"{key}": {quoted(text)}' for key, text in texts.items()) + "}"
+                     + ("" if row is floats[-1] else ","))
+    return "".join(line + "\n" for line in lines + ["  ]", "}"]).encode("utf-8")
+
+
+def home_assistant(rows):
+    lines = [f"# Addresses of {HEAD['file']}, {HEAD['display']}",
+             f"# Fingerprint of the project: {HEAD['fingerprint']}; as of {HEAD['time']}",
+             "modbus:", '  - name: "PUMPSTATION"', "    type: tcp", '    host: "127.0.0.1"', "    port: 502"]
+    section = None
+    for row in rows:
+        is_float = row["kind"] == "float"
+        if section != (section := "    sensors:" if is_float else "    switches:"):
+            lines.append(section)
+        lines.append(f"      - name: {quoted(row['label'] or row['name'])}")
+        lines += [f"        # {row['comment']}"] * bool(row["comment"]) + [f"        address: {row['address']}"]
+        if is_float:
+            lines += ["        input_type: holding", "        data_type: float32", "        swap: word"]
+            lines += [f"        unit_of_measurement: {quoted(row['unit'])}"] * bool(row["unit"])
+        else:
+            lines += ["        write_type: coil", "        command_on: 1", "        command_off: 0"]
+    return "".join(line + "\n" for line in lines).encode("utf-8")
+
+
 def main():
     project = read_project(EXAMPLE)
     rows = address_rows(project)
-    notes = json.loads((HERE / "golden" / "PUMPSTATION.notes.json").read_text("utf-8"))
-    (HERE / "golden" / "addresses.st").write_bytes(structured_text(plc_items(rows, notes)))
-    (HERE / "golden" / "addresses.xml").write_bytes(plcopen_xml(plc_items(rows, notes)))
+    for name, content in (("addresses.st", structured_text(plc_items(rows))), ("addresses.xml", plcopen_xml(plc_items(rows))),
+                          ("addresses.html", html_page(rows)), ("addresses.json", json_list(rows)),
+                          ("modbusscope.json", modbus_scope(rows)), ("home-assistant.yaml", home_assistant(rows))):
+        (HERE / "golden" / name).write_bytes(content)
+    # Regular messages before emergency messages, as in all tables that come back.
+    write_table("names.csv", NAME_HEAD, sorted(rows, key=lambda row: row["kind"] == "emergency"))
     write_table("addresses.csv", ADDRESS_HEAD, rows)
     write_table("addresses-semicolon.csv", ADDRESS_HEAD, rows, ";")
     write_table("addresses-used.csv", ADDRESS_HEAD, [row for row in rows if is_used(project, row)])

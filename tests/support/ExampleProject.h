@@ -1,5 +1,6 @@
 #pragma once
 
+#include "items/NotesJson.h"
 #include "model/ProjectFile.h"
 #include "tests/support/ScriptedPeople.h"
 #include "tests/support/TemporaryFolder.h"
@@ -21,6 +22,11 @@ inline Project exampleProject() {
         throw std::runtime_error("the example cannot be read");
     project.ProjName = "PUMPSTATION";
     return project;
+}
+
+/// What is noted beside it.
+inline ProjectNotes exampleNotes() {
+    return readNotes(fileBytes(std::string(ORVISTA_EXAMPLES) + "/pumpstation/PUMPSTATION.notes.json")).notes;
 }
 
 inline std::string golden(const std::string& name) {
