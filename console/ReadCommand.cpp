@@ -127,7 +127,7 @@ public:
 
     /// For standard output; people are told at once, on standard error.
     /// \param failure empty for an answer
-    std::string told(const std::string& failure) {
+    std::string line(const std::string& failure) {
         if (failure == failure_)
             return {};
         failure_ = failure;
@@ -186,14 +186,14 @@ ExitStatus watch(const DisplayAddress& display, const ReadOptions& options, std:
         std::string text;
         try {
             readFromDisplay(display, items);
-            text = news.told({});
+            text = news.line({});
             if (options.json)
                 text += jsonLine(jsonReading(display, items, options.notes));
             else
                 text += before ? changedLines(*before, items, texts) : wholeReading(items, texts);
             before = items;
         } catch (const DisplayFailure& failure) {
-            text = news.told(failure.what());
+            text = news.line(failure.what());
         }
         if (!printNow(text, options.json ? Reader::Program : Reader::Person))
             return ExitStatus::Well;

@@ -17,7 +17,7 @@ void FindingCommands::serve(ProjectPanel& made) {
     auto* const panel = qobject_cast<FindingsPanel*>(&made);
     if (!panel)
         return;
-    connect(panel, &FindingsPanel::told, this, &FindingCommands::say);
+    connect(panel, &FindingsPanel::noticeAsked, this, &FindingCommands::showNotice);
     connect(panel, &FindingsPanel::changesWanted, this,
             [this, panel](const QString& step, const std::vector<Change>& changes) {
                 if (changes_.change(step, changes))
@@ -39,7 +39,7 @@ void FindingCommands::goOn(int step) {
     panel.goOn(step);
 }
 
-void FindingCommands::say(const QString& text) {
+void FindingCommands::showNotice(const QString& text) {
     if (text.isEmpty() && !std::exchange(hasSaid_, false))
         return;
     hasSaid_ = !text.isEmpty();

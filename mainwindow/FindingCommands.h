@@ -23,7 +23,7 @@ public:
 private:
     void serve(ProjectPanel& made);
     void goOn(int step);
-    void say(const QString& text);
+    void showNotice(const QString& text);
 
     ProjectChanges& changes_;
     PanelDock& dock_;

@@ -48,7 +48,7 @@ ItemPanel* ItemCommands::shownPanel() const {
     return qobject_cast<ItemPanel*>(dock_.shownPanel());
 }
 
-void ItemCommands::say(const QString& text) {
+void ItemCommands::showNotice(const QString& text) {
     hasSaid_ = true;
     dock_.showNotice(text);
 }
@@ -66,7 +66,7 @@ std::vector<Item> ItemCommands::selectedItems() {
     else // what was selected before is shown, but nothing is done with rows that are out of sight
         dock_.open<MessagesPanel>();
     if (items.empty())
-        say(tr("Select the rows first"));
+        showNotice(tr("Select the rows first"));
     return items;
 }
 
@@ -111,9 +111,9 @@ std::optional<CopiedItems> ItemCommands::clipboardItems() {
     auto read = readCopied(bytes);
     if (auto* const copied = std::get_if<CopiedItems>(&read))
         return std::move(*copied);
-    say(std::get<CopyFault>(read) == CopyFault::NewerVersion
-            ? tr("This was copied in a newer version of the program: nothing was pasted")
-            : tr("The clipboard holds no rows of Messages or Variables: nothing was pasted"));
+    showNotice(std::get<CopyFault>(read) == CopyFault::NewerVersion
+                   ? tr("This was copied in a newer version of the program: nothing was pasted")
+                   : tr("The clipboard holds no rows of Messages or Variables: nothing was pasted"));
     return std::nullopt;
 }
 
@@ -126,7 +126,7 @@ void ItemCommands::miEditPaste_Click() {
         return;
     const Pasted pasted = pasteOnto(project_, *copied, selected, shownPanel()->itemsFromSelected());
     if (!pasted.refusal.empty())
-        return say(QString::fromStdString(pasted.refusal));
+        return showNotice(QString::fromStdString(pasted.refusal));
     if (changes_.change(tr("Paste"), pasted.changes))
         emit pastedFrom(copied->folder);
 }

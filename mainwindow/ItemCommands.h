@@ -50,7 +50,7 @@ private:
     std::vector<Item> selectedItems();
     std::optional<CopiedItems> clipboardItems();
     void copy(const std::vector<Item>& items);
-    void say(const QString& text);
+    void showNotice(const QString& text);
     void clearNotice();
 
     const Project& project_;

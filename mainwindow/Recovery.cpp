@@ -14,30 +14,30 @@ namespace orvista {
 namespace {
 
 /// So many names of a list are told.
-constexpr qsizetype namesTold = 8;
+constexpr qsizetype mostNames = 8;
 
 /// Of the line in the dock, and of its button.
 constexpr const char* recoveryOffer = "UnsavedWork";
 constexpr const char* noCopyNotice = "NoCopy";
 
 /// \param names of the pages that come before the items
-QString told(QStringList names, const std::vector<Item>& items) {
+QString phrase(QStringList names, const std::vector<Item>& items) {
     for (const Item item : items)
         names << QString::fromStdString(nameOf(item));
-    const QString text = names.mid(0, namesTold).join(QStringLiteral(", "));
-    return names.size() > namesTold ? Recovery::tr("%1 and %2 more").arg(text).arg(names.size() - namesTold)
+    const QString text = names.mid(0, mostNames).join(QStringLiteral(", "));
+    return names.size() > mostNames ? Recovery::tr("%1 and %2 more").arg(text).arg(names.size() - mostNames)
                                     : text;
 }
 
-QString told(const UnsavedDifferences& differences) {
+QString phrase(const UnsavedDifferences& differences) {
     QStringList parts;
     if (!differences.isSaved)
         parts << Recovery::tr("was never saved");
     const QStringList pages(differences.hasSystemPage ? 1 : 0, QStringLiteral("System"));
     if (!pages.empty() || !differences.items.empty())
-        parts << told(pages, differences.items);
+        parts << phrase(pages, differences.items);
     if (!differences.notApplied.empty())
-        parts << Recovery::tr("not applied: %1").arg(told({}, differences.notApplied));
+        parts << Recovery::tr("not applied: %1").arg(phrase({}, differences.notApplied));
     return parts.isEmpty() ? Recovery::tr("nothing") : parts.join(QStringLiteral("; "));
 }
 
@@ -112,7 +112,7 @@ frmRestore::Row Recovery::rowOf(const RecoveryFolder::Copy& copy) const {
                     : tr("cannot be read")};
     const PathRules& paths = lifecycle_.environment().paths;
     return {copy.written, shownPath(paths.join(work->project.ProjPath, work->project.ProjName)),
-            told(unsavedDifferences(*work, paths))};
+            phrase(unsavedDifferences(*work, paths))};
 }
 
 void Recovery::open(const QString& path) {

@@ -52,14 +52,14 @@ void ReloadOffer::look() {
     if (now == known_)
         around_.dock.withdraw(lineName());
     else
-        say();
+        showNotice();
 }
 
 QString ReloadOffer::shownFile() const {
     return shownPath(lifecycle_.project().ProjName + std::string(DocMgrModule::projectExtension));
 }
 
-void ReloadOffer::say() {
+void ReloadOffer::showNotice() {
     if (told_)
         around_.dock.offer({lineName(),
                             tr("%1 was changed on the disk since it was read or written").arg(shownFile()),
@@ -86,7 +86,7 @@ void ReloadOffer::reload() {
         around_.compare({project.ProjPath, project.ProjName});
     // It stands until the file was read, or the user takes it away.
     if (hasFile_ && told_ != known_)
-        say();
+        showNotice();
 }
 
 void ReloadOffer::readAgain() {

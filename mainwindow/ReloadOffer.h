@@ -39,7 +39,7 @@ private:
     /// How the project's file is on the disk.
     std::optional<FileStamp> onDisk() const;
     std::string path() const;
-    void say();
+    void showNotice();
     QString shownFile() const;
     void reload();
     void readAgain();

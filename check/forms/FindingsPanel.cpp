@@ -73,7 +73,7 @@ FindingsPanel::FindingsPanel(const Project& project, const FileRemarks& fileRema
     connect(tblFindings, &RowsTable::rowLeft, this, &ProjectPanel::rowLeft);
     connect(tblFindings, &RowsTable::rowLeft, this, [this] {
         if (!isGoingOn_)
-            emit told({});
+            emit noticeAsked({});
     });
     connect(tblFindings, &QWidget::customContextMenuRequested, this, &FindingsPanel::showMenu);
     for (const int key : {Qt::Key_Return, Qt::Key_Enter}) {
@@ -187,15 +187,15 @@ void FindingsPanel::goOn(int step) {
     const QAbstractItemModel& shown = *tblFindings->model();
     const int count = shown.rowCount();
     if (count == 0)
-        return emit told(tr("No findings"));
+        return emit noticeAsked(tr("No findings"));
     const QScopedValueRollback<bool> goingOn(isGoingOn_, true); // it leaves the row, too
     const QModelIndex current = tblFindings->currentIndex();
     const int before = current.isValid() ? current.row() : (step > 0 ? -1 : 0);
     tblFindings->selectRow((before + step + count) % count);
     const Finding& finding = *currentFinding();
     // The line may be needed to say why this is not the place to go to.
-    emit told(QString::fromStdString(nameOf(finding.place)) + QStringLiteral(": ") +
-              QString::fromStdString(finding.text));
+    emit noticeAsked(QString::fromStdString(nameOf(finding.place)) + QStringLiteral(": ") +
+                     QString::fromStdString(finding.text));
     goToFinding(tblFindings->rowOf(tblFindings->currentIndex()));
 }
 
@@ -219,7 +219,8 @@ void FindingsPanel::fixCurrent() {
         return;
     const std::vector<Fix> fixes = fixing().fixesOf(*finding);
     if (fixes.empty())
-        return emit told(tr("No fix is known that mends this finding and leaves the others as they are"));
+        return emit noticeAsked(
+            tr("No fix is known that mends this finding and leaves the others as they are"));
     make(fixes.front());
 }
 
@@ -273,7 +274,7 @@ void FindingsPanel::fixAll(const FixChoice& choice) {
     if (isStopped)
         return;
     if (all.empty())
-        return emit told(
+        return emit noticeAsked(
             tr("No fix is known that mends one of these findings and leaves the others as they are"));
     frmFixes dialog({project_, check_.bitmaps(project_), columns_, setting_}, std::move(all),
                     notAppliedItems_(), window());

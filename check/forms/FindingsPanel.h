@@ -55,7 +55,7 @@ signals:
     /// \param step as it stands after "Undo"
     void changesWanted(const QString& step, const std::vector<orvista::Change>& changes);
     /// Something to say in one line; an empty text takes it away.
-    void told(const QString& text);
+    void noticeAsked(const QString& text);
 
 private:
     void buildLayout();

@@ -142,7 +142,7 @@ ComparisonPanel::ComparisonPanel(const Project& project, std::function<std::vect
                                                                         tr("This project"), tr("Theirs")})),
       pictures_(new BeforeAfterPictures({tr("This project"), tr("Theirs")}, std::move(setting))) {
     buildLayout();
-    connect(tblComparison, &RowsTable::rowActivated, this, &ComparisonPanel::leadToRow);
+    connect(tblComparison, &RowsTable::rowActivated, this, &ComparisonPanel::goToRow);
     connect(tblComparison, &RowsTable::rowLeft, this, &ProjectPanel::rowLeft);
     connect(tblComparison->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &ComparisonPanel::enableTake);
@@ -286,7 +286,7 @@ void ComparisonPanel::btnTakeTheirs_Click() {
         emit takeWanted(changes);
 }
 
-void ComparisonPanel::leadToRow(int row) {
+void ComparisonPanel::goToRow(int row) {
     const auto index = static_cast<std::size_t>(row);
     if (index < rows_.size())
         emit placeChosen({rows_[index].item, rows_[index].lineBefore});

@@ -72,7 +72,7 @@ private:
     void showPictures();
     std::vector<DifferenceRow> selectedRows() const;
     void btnTakeTheirs_Click();
-    void leadToRow(int row);
+    void goToRow(int row);
 
     const Project& project_;
     std::function<std::vector<Item>()> notAppliedItems_;

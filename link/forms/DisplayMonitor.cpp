@@ -28,11 +28,11 @@ void DisplayMonitor::start() {
     if (isRunning_)
         return;
     isRunning_ = true;
-    forget();
+    clear();
     readAfter(Milliseconds(0));
 }
 
-void DisplayMonitor::forget() {
+void DisplayMonitor::clear() {
     reading_->abort();
     items_.reset();
     failure_.clear();

@@ -35,14 +35,14 @@ public:
     /// What was read no longer counts, nor does a reading that is under way: the display is another one.
     /// While it runs, it goes on after one interval, so that an address is not tried at each letter that is
     /// typed.
-    void forget();
+    void clear();
 
     /// Closes the connection, and reads nothing until release(): somebody else is about to talk to the
     /// display.
     void hold();
     void release();
 
-    /// What was read last since start() or forget(); none before the first reading.
+    /// What was read last since start() or clear(); none before the first reading.
     const std::optional<std::vector<DisplayItem>>& items() const { return items_; }
     /// Why the last reading failed; empty when it did not.
     const QString& failure() const { return failure_; }
@@ -54,7 +54,7 @@ public:
 signals:
     /// A reading went well; changed() follows, unless a modal dialog is open.
     void wasRead();
-    /// A reading is over, what was read is forgotten, or isRunning() has changed.
+    /// A reading is over, what was read is cleared, or isRunning() has changed.
     void changed();
 
 private:

@@ -168,7 +168,7 @@ void MonitorPanel::setColumns(int columns) {
 void MonitorPanel::follow() {
     if (address_ != project_.IP) {
         address_ = project_.IP;
-        monitor_->forget();
+        monitor_->clear();
     }
     textsDelay_->start();
 }
@@ -198,7 +198,7 @@ void MonitorPanel::changeEvent(QEvent* event) {
     if (event->type() != QEvent::EnabledChange || isEnabled())
         return;
     monitor_->stop();
-    monitor_->forget();
+    monitor_->clear();
 }
 
 bool MonitorPanel::eventFilter(QObject* watched, QEvent* event) {

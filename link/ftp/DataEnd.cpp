@@ -5,7 +5,7 @@
 namespace orvista {
 
 void DataEnd::noteOpened(curl_socket_t socket) {
-    forget();
+    clear();
     socket_ = socket;
 }
 
@@ -34,7 +34,7 @@ void DataEnd::wait(int milliseconds) const {
         systemsocket::wait(socket_, systemsocket::Wanted::Reading, milliseconds);
 }
 
-void DataEnd::forget() {
+void DataEnd::clear() {
     if (isKept_)
         closeKept();
     socket_ = CURL_SOCKET_BAD;

@@ -10,7 +10,7 @@ namespace orvista {
 class DataEnd {
 public:
     DataEnd() = default;
-    ~DataEnd() { forget(); }
+    ~DataEnd() { clear(); }
     DataEnd(const DataEnd&) = delete;
     DataEnd& operator=(const DataEnd&) = delete;
 
@@ -25,7 +25,7 @@ public:
     /// Waits for something to look at, at most so long.
     void wait(int milliseconds) const;
     /// No file is being fetched any more.
-    void forget();
+    void clear();
 
 private:
     void closeKept();

@@ -193,7 +193,7 @@ bool FtpLink::perform() {
         cause_ = causeOfFailure();
     // Closes the connection of a transfer that was given up, without a farewell nobody would answer.
     curl_->multiRemoveHandle(multi_.get(), handle_.get());
-    dataEnd_.forget();
+    dataEnd_.clear();
     return done;
 }
 
