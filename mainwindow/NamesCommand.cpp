@@ -3,10 +3,16 @@
 #include "items/NotesFile.h"
 #include "mainwindow/OpenNotes.h"
 #include "model/SystemPath.h"
+#include "sheets/NameSheet.h"
 #include "sheets/forms/frmNames.h"
+#include "sheets/forms/frmSheetErrors.h"
+#include "widgets/PathText.h"
+
+#include <QFileInfo>
 
 #include <filesystem>
 #include <system_error>
+#include <utility>
 
 namespace orvista {
 
@@ -27,8 +33,22 @@ QString NamesCommand::hindrance() const {
 
 void NamesCommand::miToolsNames_Click() {
     notes_.readAgain(); // somebody else may have written them
+    edit({}, {});
+}
+
+void NamesCommand::import(const std::string& path, const std::string& bytes) {
+    notes_.readAgain();
+    const QString table = QFileInfo(shownPath(path)).fileName();
+    const NameImport names = importNames(bytes, notes_.notes());
+    if (names.errors.none())
+        edit(table, noteChanges(notes_.notes(), names.notes));
+    else
+        frmSheetErrors(table, names.errors, &window_).exec();
+}
+
+void NamesCommand::edit(const QString& table, std::vector<NoteChange> changes) {
     const std::string path = notesPath(lifecycle_.project());
-    frmNames dialog({lifecycle_.project(), notes_.notes(), hindrance(),
+    frmNames dialog({lifecycle_.project(), notes_.notes(), table, std::move(changes), hindrance(),
                      [&path](const ProjectNotes& before, const ProjectNotes& after) -> QString {
                          try {
                              changeNotes(path, before, after);

@@ -47,6 +47,7 @@ ProjectCommands::ProjectCommands(const Surroundings& surroundings, QMainWindow& 
       names_(new NamesCommand(around_.lifecycle, around_.notes, window)) {
     connect(items_, &ItemCommands::pastedFrom, this, &ProjectCommands::itemsCameFrom);
     connect(sheets_, &SheetCommands::itemsCameFrom, this, &ProjectCommands::itemsCameFrom);
+    connect(sheets_, &SheetCommands::namesCame, names_, &NamesCommand::import);
     connect(comparison_, &ComparisonCommands::itemsCameFrom, this, &ProjectCommands::itemsCameFrom);
     auto* const find = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_F), &window);
     connect(find, &QShortcut::activated, this, &ProjectCommands::enterMessagesFilter);

@@ -213,9 +213,11 @@ void SheetCommands::import(const std::string& path, std::optional<SheetSubject> 
     } catch (const std::system_error&) {
         return messages_.show(MessageIcon::None, "Unable to open " + path);
     }
-    // What is neither is read as messages, which tells what is wrong with it.
-    const bool variables =
-        subject.value_or(sheetSubject(bytes).value_or(SheetSubject::Messages)) == SheetSubject::Variables;
+    const auto told = sheetSubject(bytes);
+    if (told == SheetSubject::Names)
+        return emit namesCame(path, bytes);
+    // What is none is read as messages, which tells what is wrong with it.
+    const bool variables = subject.value_or(told.value_or(SheetSubject::Messages)) == SheetSubject::Variables;
     take(path, variables ? importVariables(bytes, project_) : importMessages(bytes, project_));
 }
 

@@ -28,13 +28,15 @@ public:
     void miToolsImportMessages_Click();
     void miToolsExportVariables_Click();
     void miToolsImportVariables_Click();
-    /// Shows what the table of messages or variables would change, and takes what the user chooses.
+    /// Shows what the table of messages, variables or names would change, and takes what the user chooses.
     /// \param path UTF-8
     void importAny(const std::string& path);
 
 signals:
     /// Messages or variables came from a table in that folder (UTF-8).
     void itemsCameFrom(const std::string& folder);
+    /// The table holds names instead. \param path UTF-8
+    void namesCame(const std::string& path, const std::string& bytes);
 
 private:
     QString proposedName(const QString& subject) const;

@@ -1,5 +1,7 @@
 #include "sheets/Sheet.h"
 
+#include "items/ProjectNotes.h"
+#include "model/Fields.h"
 #include "model/Files.h"
 #include "model/Lines.h"
 #include "model/Numbers.h"
@@ -45,6 +47,26 @@ std::string faultText(CsvFault fault) {
     return {};
 }
 
+bool hasHeadColumn(std::string_view bytes, std::span<const std::string_view> columns) {
+    SheetErrors others;
+    const SheetReader sheet(bytes, columns, others);
+    for (std::size_t column = 0; sheet.hasHead() && column < columns.size(); ++column)
+        if (sheet.has(column))
+            return true;
+    return false;
+}
+
+bool hasNotesAlone(std::string_view bytes) {
+    std::vector<std::string_view> noted;
+    for (const NoteField& field : noteFields)
+        noted.push_back(field.name);
+    std::vector<std::string_view> fields;
+    for (const Kind kind : {Kind::Float, Kind::Boolean})
+        for (const Field& field : fieldsOf(kind))
+            fields.push_back(field.name);
+    return hasHeadColumn(bytes, noted) && !hasHeadColumn(bytes, fields);
+}
+
 } // namespace
 
 std::string sheetSizeFault(std::string_view csv) {
@@ -64,14 +86,11 @@ std::string sheetBytes(ByteSource& source) {
 }
 
 std::optional<SheetSubject> sheetSubject(std::string_view bytes) {
-    constexpr std::array<std::string_view, 2> columns{"message", "name"};
-    SheetErrors others;
-    const SheetReader sheet(bytes, columns, others);
-    if (sheet.hasHead() && sheet.has(0))
+    if (hasHeadColumn(bytes, std::array<std::string_view, 1>{"message"}))
         return SheetSubject::Messages;
-    if (sheet.hasHead() && sheet.has(1))
-        return SheetSubject::Variables;
-    return std::nullopt;
+    if (!hasHeadColumn(bytes, std::array<std::string_view, 1>{"name"}))
+        return std::nullopt;
+    return hasNotesAlone(bytes) ? SheetSubject::Names : SheetSubject::Variables;
 }
 
 std::string errorText(const SheetError& error) {

@@ -101,8 +101,9 @@ std::string sheetBytes(ByteSource& source);
 std::string sheetBytes(const std::string& path);
 
 /// What a sheet is about.
-enum class SheetSubject { Messages, Variables };
-/// By the columns of its head; nothing where they are those of neither.
+enum class SheetSubject { Messages, Variables, Names };
+/// By the columns of its head; nothing where they are those of none. Names have a column of notes and none of
+/// the variables' fields.
 std::optional<SheetSubject> sheetSubject(std::string_view bytes);
 
 /// A cell in device bytes. Where it holds a character that the device does not have, the error names it and

@@ -72,6 +72,22 @@ void NamesTable::fill(const ProjectNotes& notes) {
     }
 }
 
+void NamesTable::propose(const std::vector<NoteChange>& changes) {
+    QFont bold = font();
+    bold.setBold(true);
+    for (const NoteChange& change : changes) {
+        const int row =
+            static_cast<int>(std::ranges::find(rows_, change.item, &AddressRow::item) - rows_.begin());
+        QTableWidgetItem* const cell = item(row, columnOfField(*change.field));
+        cell->setText(QString::fromStdString(change.after));
+        cell->setFont(bold);
+        cell->setToolTip("<p>" + tr("before: %1").arg(QString::fromStdString(change.before)).toHtmlEscaped() +
+                         "</p>");
+        if (&change == &changes.front())
+            setCurrentItem(cell);
+    }
+}
+
 QString NamesTable::textAt(int row, int column) const {
     return item(row, column)->text();
 }

@@ -2,6 +2,7 @@
 
 #include "items/AddressList.h"
 #include "items/ProjectNotes.h"
+#include "sheets/NameSheet.h"
 
 #include <QTableWidget>
 
@@ -18,6 +19,8 @@ public:
     /// \param rows of all items
     NamesTable(std::vector<AddressRow> rows, const ProjectNotes& notes);
 
+    /// Puts new texts into cells, in bold, and goes to the first.
+    void propose(const std::vector<NoteChange>& changes);
     /// Label, unit and comment of each item, into these notes.
     void readInto(ProjectNotes& notes) const;
     /// Shows only rows with the text in one of their cells, whatever its case, and on demand only items that

@@ -36,6 +36,7 @@ frmNames::frmNames(Work work, QWidget* parent)
     setObjectName(QStringLiteral("frmNames"));
     setWindowTitle(tr("Names and Display"));
     buildLayout();
+    tblNames->propose(work_.changes);
     txtDisplayName->setText(QString::fromStdString(work_.notes.displayName));
     spnDisplayColumns->setValue(work_.notes.columns.value_or(noColumns));
     connect(txtNamesFilter, &QLineEdit::textChanged, this, &frmNames::filter);
@@ -105,6 +106,14 @@ ProjectNotes frmNames::noted() const {
     return notes;
 }
 
+QString frmNames::tableText() const {
+    if (work_.table.isEmpty())
+        return {};
+    if (work_.changes.empty())
+        return tr("%1 contains nothing that is not already noted.").arg(work_.table);
+    return tr("Bold: where %1 says something else than the notes. OK writes it.").arg(work_.table);
+}
+
 void frmNames::judge() {
     const ProjectNotes notes = noted();
     const auto faults = noteFaults(notes);
@@ -116,8 +125,8 @@ void frmNames::judge() {
                                 QString::fromStdString(faults.front().text));
     else if (text.isEmpty() && !name.isEmpty())
         text = tr("The display's name %1").arg(name);
-    lblNames->setText(text);
     btnOK->setEnabled(text.isEmpty());
+    lblNames->setText(text.isEmpty() ? tableText() : text);
 }
 
 void frmNames::btnOK_Click() {

@@ -2,6 +2,7 @@
 
 #include "items/ProjectNotes.h"
 #include "model/Project.h"
+#include "sheets/NameSheet.h"
 
 #include <QDialog>
 
@@ -24,8 +25,10 @@ class frmNames final : public QDialog {
 public:
     struct Work {
         const Project& project;
-        ProjectNotes notes; ///< as they are
-        QString hindrance;  ///< why nothing can be written, as a sentence; empty where it can
+        ProjectNotes notes;              ///< as they are
+        QString table;                   ///< file name of one that says otherwise; empty where there is none
+        std::vector<NoteChange> changes; ///< what it says, shown at once
+        QString hindrance;               ///< why nothing can be written, as a sentence; empty where it can
         /// Writes what differs from the first to the second. \returns what is wrong; empty where all is well
         std::function<QString(const ProjectNotes&, const ProjectNotes&)> write;
     };
@@ -35,6 +38,7 @@ private:
     void buildLayout();
     void filter();
     void judge();
+    QString tableText() const;
     ProjectNotes noted() const;
     void btnOK_Click();
 

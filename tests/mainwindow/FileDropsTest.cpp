@@ -1,6 +1,7 @@
 #include "model/ProjectFile.h"
 #include "model/SystemPath.h"
 #include "tests/support/EditorFixture.h"
+#include "tests/support/ModalDriver.h"
 
 #include <QDialog>
 #include <QDropEvent>
@@ -58,6 +59,7 @@ private slots:
     void theOpenProjectIsAskedForFirst();
     void aProjectDroppedOnABoxIsOpenedToo();
     void aProjectThatCannotBeReadLeavesNoProject();
+    void aTableOfNamesOpensTheNames();
     void otherFilesAreNotTaken();
     void textIsStillTakenByTheBox();
     void nothingIsTakenUnderADialog();
@@ -98,6 +100,15 @@ void FileDropsTest::aProjectThatCannotBeReadLeavesNoProject() {
     QCOMPARE(editor.messages.shown.back().text, "Unable to open " + gone);
     QCOMPARE(editor.title(), QStringLiteral("Orvista Message Editor"));
     QVERIFY(!editor.enabled("miEditUndo"));
+}
+
+void FileDropsTest::aTableOfNamesOpensTheNames() {
+    DroppedOn editor;
+    const std::string table = editor.projectFolder.file("names.csv");
+    writeBytes(table, "name,label\nSTDMSG3,Level\n");
+    onModal(QStringLiteral("frmNames"), [](QWidget* dialog) { QTest::keyClick(dialog, Qt::Key_Escape); });
+    QVERIFY(editor.drop({table}));
+    QVERIFY(allModalsServed());
 }
 
 void FileDropsTest::otherFilesAreNotTaken() {

@@ -14,6 +14,7 @@
 #include <QClipboard>
 #include <QComboBox>
 #include <QDialog>
+#include <QFileDialog>
 #include <QLabel>
 #include <QPushButton>
 #include <QSpinBox>
@@ -51,6 +52,18 @@ struct Plant : EditorFixture {
     void names(const std::function<void(QWidget&)>& act) const {
         onModal(QStringLiteral("frmNames"), [&act](QWidget* dialog) { act(*dialog); });
         trigger("miToolsNames");
+        QVERIFY(allModalsServed());
+    }
+    /// Chooses a table in the file dialog of an import.
+    void importTable(const char* entry, const std::string& csv) const {
+        const std::string file = projectFolder.file("names.csv");
+        writeBytes(file, csv);
+        onModal(QStringLiteral("comdlg"), [&file](QWidget* dialog) {
+            auto* const files = qobject_cast<QFileDialog*>(dialog);
+            files->selectFile(QString::fromStdString(file));
+            QMetaObject::invokeMethod(files, "accept");
+        });
+        trigger(entry);
         QVERIFY(allModalsServed());
     }
     void saveAs(const std::string& path) {
@@ -111,6 +124,8 @@ private slots:
     void whatIsTypedByKeyboardAloneIsWritten();
     void anErrorStandsAtItsRowAndHindersOk();
     void aSpreadsheetIsPastedByColumns();
+    void aTableOfNamesIsShownAndWrittenByOk();
+    void aTableOfNamesWithErrorsIsTold();
     void filterAndOnlyUsedLeaveRows();
     void aProjectThatWasNeverSavedIsNotNoted();
     void whatAnotherProgramWroteMeanwhileStays();
@@ -269,6 +284,45 @@ void NamesTest::aSpreadsheetIsPastedByColumns() {
     });
     QCOMPARE(plant.noted().of(named("RegVar4")), (ItemNote{"Level", "m", "Tank 1"}));
     QCOMPARE(plant.noted().of(named("RegVar5")), (ItemNote{"Flow", "l/s", ""}));
+}
+
+void NamesTest::aTableOfNamesIsShownAndWrittenByOk() {
+    const Plant plant(someNotes);
+    for (const char* const entry : {"miToolsImportVariables", "miToolsImportMessages"}) {
+        onModal(QStringLiteral("frmNames"), [entry](QWidget* dialog) {
+            QCOMPARE(table(*dialog).currentRow(), 1);
+            const auto& label = *table(*dialog).item(1, Label);
+            QCOMPARE(label.text(), QStringLiteral("Level"));
+            QCOMPARE(label.toolTip(), QStringLiteral("<p>before: TankLevel</p>"));
+            QVERIFY(label.font().bold() && !table(*dialog).item(1, Unit)->font().bold());
+            QCOMPARE(
+                in<QLabel>(*dialog, "lblNames").text(),
+                QStringLiteral("Bold: where names.csv says something else than the notes. OK writes it."));
+            press(*dialog, entry == QLatin1String("miToolsImportMessages") ? "btnOK" : "btnCancel");
+        });
+        plant.importTable(entry, "name,label\nRegVar2,Level\nSTDMSG1,TankFull\n");
+    }
+    QCOMPARE(plant.noted().of(named("RegVar2")), (ItemNote{"Level", "m", "Level of tank 1"}));
+    QVERIFY(!plant.project.modified);
+    onModal(QStringLiteral("frmNames"), [](QWidget* dialog) {
+        QCOMPARE(in<QLabel>(*dialog, "lblNames").text(),
+                 QStringLiteral("names.csv contains nothing that is not already noted."));
+        press(*dialog, "btnCancel");
+    });
+    plant.importTable("miToolsImportVariables", "name,label\nRegVar2,Level\n");
+}
+
+void NamesTest::aTableOfNamesWithErrorsIsTold() {
+    const Plant plant(someNotes);
+    onModal(QStringLiteral("frmSheetErrors"), [](QWidget* dialog) {
+        const auto* const rows = in<QTableView>(*dialog, "tblErrors").model();
+        QCOMPARE(rows->rowCount(), 1);
+        QCOMPARE(rows->index(0, 2).data().toString(),
+                 QStringLiteral("\"REAL\" is a word that IEC 61131-3 keeps for itself"));
+        QTest::keyClick(dialog, Qt::Key_Return);
+    });
+    plant.importTable("miToolsImportVariables", "name,label\nRegVar2,REAL\n");
+    QCOMPARE(fileBytes(plant.notesFile()), someNotes);
 }
 
 void NamesTest::filterAndOnlyUsedLeaveRows() {

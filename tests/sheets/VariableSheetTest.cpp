@@ -1,5 +1,6 @@
 #include "sheets/VariableSheet.h"
 #include "sheets/MessageSheet.h"
+#include "sheets/NameSheet.h"
 #include "tests/sheets/ImportErrors.h"
 #include "tests/support/ExampleProject.h"
 #include "tests/support/NamedItem.h"
@@ -124,6 +125,9 @@ TEST(SheetSubject, IsToldByTheColumns) {
     EXPECT_EQ(sheetSubject(messageSheet(project, MessageSheetForm::Scripts).csv), SheetSubject::Messages);
     EXPECT_EQ(sheetSubject(messageSheet(project, MessageSheetForm::Pages).csv), SheetSubject::Messages);
     EXPECT_EQ(sheetSubject("script;MESSAGE\r\n"), SheetSubject::Messages);
+    EXPECT_EQ(sheetSubject(nameSheet({})), SheetSubject::Names);
+    EXPECT_EQ(sheetSubject("Label;Name\n"), SheetSubject::Names);
+    EXPECT_EQ(sheetSubject("name,comment,default\n"), SheetSubject::Variables);
     for (const char* other : {"", "default,width\n", "\xFF\xFEname", "\"name"})
         EXPECT_EQ(sheetSubject(other), std::nullopt) << other;
 }
