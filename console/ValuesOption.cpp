@@ -3,11 +3,10 @@
 #include "console/CommandFailure.h"
 #include "model/Files.h"
 #include "model/Item.h"
+#include "model/JsonReader.h"
 #include "model/Numbers.h"
 #include "model/Text.h"
 #include "model/VariableValue.h"
-
-#include <nlohmann/json.hpp>
 
 #include <bit>
 #include <cstdint>
@@ -19,8 +18,6 @@
 namespace orvista::console {
 
 namespace {
-
-using nlohmann::json;
 
 constexpr std::size_t maximumReadingBytes = std::size_t{1} << 20;
 
@@ -79,27 +76,42 @@ OwnValues assignedValues(std::string_view assignments) {
     }
 }
 
-/// A number that JSON has, or the float in two words, the low one first.
-std::optional<float> readFloat(const json& reading) {
-    const json& value = reading.at("value");
-    if (value.is_number())
-        return nearestSingle(value.get<double>());
-    const json& raw = reading.at("raw");
-    if (!value.is_null() || raw.size() != 2)
-        return std::nullopt;
-    const auto word = [&raw](std::size_t index) { return raw.at(index).get<std::uint32_t>() & 0xFFFFU; };
-    return std::bit_cast<float>(word(0) | word(1) << 16);
+/// A document that `orvista read --json` does not print.
+struct NoReading {};
+
+std::uint32_t word(const JsonValue& raw) {
+    const auto value = raw.whole(0, 0xFFFF);
+    if (!value)
+        throw NoReading();
+    return static_cast<std::uint32_t>(*value);
 }
 
-void take(OwnValues& own, const json& reading, const std::string& file) {
-    const auto& name = reading.at("name").get_ref<const std::string&>();
-    const Item item = variable(name, file);
-    if (item.kind == Kind::Boolean) {
-        // Null where the address map puts it beyond the addresses.
-        if (!reading.at("value").is_null())
-            own.booleans[item.index] = reading.at("value").get<bool>();
-    } else if (const auto value = readFloat(reading)) {
-        own.floats[item.index] = *value;
+/// A number that JSON has, or the float in two words, the low one first.
+std::optional<float> readFloat(const JsonValue& reading, const JsonValue& value) {
+    if (const auto number = value.number())
+        return nearestSingle(*number);
+    const JsonValue* const raw = reading.member("raw");
+    if (!value.isNull() || raw == nullptr || raw->array() == nullptr)
+        throw NoReading();
+    const JsonValue::Array& words = *raw->array();
+    if (words.size() != 2)
+        return std::nullopt;
+    return std::bit_cast<float>(word(words[0]) | word(words[1]) << 16);
+}
+
+void take(OwnValues& own, const JsonValue& reading, const std::string& file) {
+    const JsonValue* const name = reading.member("name");
+    const JsonValue* const value = reading.member("value");
+    if (name == nullptr || name->text() == nullptr || value == nullptr)
+        throw NoReading();
+    const Item item = variable(*name->text(), file);
+    if (item.kind == Kind::Float) {
+        if (const auto number = readFloat(reading, *value))
+            own.floats[item.index] = *number;
+    } else if (!value->isNull()) { // which it is where the address map puts it beyond the addresses
+        if (value->boolean() == nullptr)
+            throw NoReading();
+        own.booleans[item.index] = *value->boolean();
     }
 }
 
@@ -108,10 +120,13 @@ void take(OwnValues& own, const json& reading, const std::string& file) {
 OwnValues valuesOfReading(std::string_view text, const std::string& file) {
     OwnValues own;
     try {
-        const json document = json::parse(text);
-        for (const json& reading : document.at("values"))
+        const JsonReading json = readJson(text);
+        const JsonValue* const values = json.value.member("values");
+        if (values == nullptr || values->array() == nullptr)
+            throw NoReading();
+        for (const JsonValue& reading : *values->array())
             take(own, reading, file);
-    } catch (const json::exception&) {
+    } catch (const NoReading&) {
         refuse(file + " is not what orvista read --json prints");
     } catch (const Overflow&) {
         refuse(file + " holds a number that is larger than a float variable can hold");

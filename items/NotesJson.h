@@ -18,8 +18,6 @@ namespace orvista {
 
 /// Longer files are neither read nor written.
 inline constexpr std::size_t mostNotesBytes = std::size_t{1} << 20;
-/// Of arrays and objects, the outermost counted.
-inline constexpr std::size_t deepestNotes = 16;
 /// So many bad entries are listed; the rest is counted.
 inline constexpr std::size_t mostBadEntries = 100;
 

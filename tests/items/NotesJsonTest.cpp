@@ -169,7 +169,7 @@ TEST(NotesJson, KeepsWhatItDoesNotKnow) {
     EXPECT_EQ(notesBytes(former, notes), "{\n"
                                          "  \"zone\": [\n"
                                          "    1,\n"
-                                         "    2.5\n"
+                                         "    2.50\n"
                                          "  ],\n"
                                          "  \"items\": {\n"
                                          "    \"RegVar9\": {\n"
