@@ -1,11 +1,10 @@
 #include "items/RecoveryFile.h"
 
+#include "items/CheckedTexts.h"
 #include "items/CountedTexts.h"
 #include "model/Fields.h"
 
-#include <array>
 #include <charconv>
-#include <cstdint>
 #include <utility>
 
 namespace orvista {
@@ -15,7 +14,6 @@ namespace {
 constexpr std::string_view recoveryFirstLine = "orvista-recovery 1\n";
 constexpr std::string_view recoveryWord = recoveryFirstLine.substr(0, recoveryFirstLine.size() - 2);
 constexpr int recoveryVersion = 1;
-constexpr std::size_t checksumDigits = 16;
 
 /// Calls `visit` with every text that stands before the addresses.
 template <typename Projects, typename Visit>
@@ -24,31 +22,6 @@ void visitSettings(Projects& project, Visit&& visit) {
     visit(project.ProjName);
     visit(project.SerialPort);
     visit(project.IP);
-}
-
-std::uint64_t checksum(std::string_view bytes) {
-    // The offset basis and the prime of FNV-1a for 64 bits.
-    std::uint64_t sum = 0xcbf29ce484222325;
-    for (const char byte : bytes) {
-        sum ^= static_cast<unsigned char>(byte);
-        sum *= 0x100000001b3;
-    }
-    return sum;
-}
-
-std::string checksumText(std::string_view bytes) {
-    std::array<char, checksumDigits> digits{};
-    const auto written = std::to_chars(digits.data(), digits.data() + digits.size(), checksum(bytes), 16);
-    const std::string text(digits.data(), written.ptr);
-    return std::string(checksumDigits - text.size(), '0') + text;
-}
-
-/// What stands in front of these texts.
-std::string recoveryHead(std::string_view texts) {
-    std::string head(recoveryFirstLine);
-    head += checksumText(texts);
-    head += '\n';
-    return head;
 }
 
 void readNotApplied(CountedTextReader& reader, std::vector<NotAppliedTexts>& items) {
@@ -65,9 +38,7 @@ void readNotApplied(CountedTextReader& reader, std::vector<NotAppliedTexts>& ite
 } // namespace
 
 std::string recoveryFrame(std::string_view texts) {
-    std::string bytes = recoveryHead(texts);
-    bytes += texts;
-    return bytes;
+    return checkedTexts(recoveryFirstLine, texts);
 }
 
 std::string recoveryBytes(const Project& project, const std::vector<NotAppliedTexts>& notApplied) {
@@ -97,10 +68,10 @@ bool isRecoveryOfNewerVersion(std::string_view bytes) {
 }
 
 std::optional<UnsavedWork> readRecovery(std::string_view bytes) {
-    constexpr std::size_t head = recoveryFirstLine.size() + checksumDigits + 1;
-    if (bytes.size() < head || bytes.substr(0, head) != recoveryHead(bytes.substr(head)))
+    const auto texts = textsChecked(recoveryFirstLine, bytes);
+    if (!texts)
         return std::nullopt;
-    CountedTextReader reader(bytes.substr(head));
+    CountedTextReader reader(*texts);
     UnsavedWork work;
     const auto take = [&reader](std::string& text) { text = reader.text(); };
     visitSettings(work.project, take);

@@ -12,13 +12,12 @@
 /// The copy of unsaved work that is kept aside while a project is edited: bytes that hold a whole project and
 /// the texts of the pages that were not applied, in a form of our own.
 ///
-/// A line "orvista-recovery 1" (the number is the form's version), a line with the checksum of what follows
-/// (FNV-1a, 64 bits, 16 hexadecimal digits), both ending in LF, then texts, each as its length in decimal, a
-/// colon and its bytes: folder, name, serial port, IP; the starts AnalogInput, DigitalInput, AlertMessage and
-/// RegularMessage in decimal; default, width and precision of the float variables; default, on and off of the
-/// Boolean ones; the scripts of the regular and the emergency messages, thus all items in the order of
-/// allItems() and fieldsOf(), which the form's version stands for; how many items were not applied, and
-/// of each its name, how many texts, and the texts.
+/// Checked texts after the line "orvista-recovery 1" (the number is the form's version), each as its length
+/// in decimal, a colon and its bytes: folder, name, serial port, IP; the starts AnalogInput, DigitalInput,
+/// AlertMessage and RegularMessage in decimal; default, width and precision of the float variables; default,
+/// on and off of the Boolean ones; the scripts of the regular and the emergency messages, thus all items in
+/// the order of allItems() and fieldsOf(), which the form's version stands for; how many items were not
+/// applied, and of each its name, how many texts, and the texts.
 namespace orvista {
 
 /// What a page shows of an item and the project does not have.

@@ -74,7 +74,7 @@ void expectAnswerTo(const Frame& request, Bytes answer) {
                                      decimalText(request[unit]));
     const std::uint8_t function = answer[frameHeaderSize];
     if (function == (request[frameHeaderSize] | exceptionBit) && answer.size() == frameHeaderSize + 2)
-        throw BadAnswer(request, exceptionInWords(answer[frameHeaderSize + 1]));
+        throw ExceptionAnswer(request, answer[frameHeaderSize + 1]);
     if (function != request[frameHeaderSize])
         throw BadAnswer(request, "the display answers with function " + decimalText(function));
 }
@@ -99,6 +99,15 @@ void expectConfirmation(const Frame& request, Bytes answer) {
 
 BadAnswer::BadAnswer(const Frame& request, const std::string& reason)
     : DisplayFailure(requestInWords(request) + ": " + reason) {}
+
+ExceptionAnswer::ExceptionAnswer(const Frame& request, unsigned code)
+    : BadAnswer(request, exceptionInWords(code)), code_(code) {}
+
+bool ExceptionAnswer::isRefusal() const {
+    constexpr unsigned acknowledge = 5;
+    constexpr unsigned behindGateway = 11;
+    return code_ != acknowledge && code_ != behindGateway;
+}
 
 std::string requestInWords(const Frame& request) {
     const bool isAboutRegisters = functionOf(request) == FunctionCode::ReadHoldingRegisters ||

@@ -23,6 +23,17 @@ public:
     BadAnswer(const Frame& request, const std::string& reason);
 };
 
+/// An exception, which leaves the connection as it is.
+class ExceptionAnswer : public BadAnswer {
+public:
+    ExceptionAnswer(const Frame& request, unsigned code);
+    /// False where the request may be carried out all the same: later, or by a device behind a gateway.
+    bool isRefusal() const;
+
+private:
+    unsigned code_;
+};
+
 /// "reading coils 300 to 319", "writing coil 100"
 std::string requestInWords(const Frame& request);
 

@@ -6,7 +6,6 @@
 #include <bit>
 #include <charconv>
 #include <cmath>
-#include <span>
 
 namespace orvista {
 
@@ -108,12 +107,16 @@ Frame coilRequest(std::uint16_t address, bool on) {
 Frame registerPairRequest(std::uint16_t address, float value) {
     static_assert(sizeof(float) == 4 && std::numeric_limits<float>::is_iec559);
     const auto bits = std::bit_cast<std::uint32_t>(value);
-    constexpr std::size_t registerCount = 2;
+    const std::array words{static_cast<std::uint16_t>(bits & 0xFFFF), static_cast<std::uint16_t>(bits >> 16)};
+    return registersRequest(address, words);
+}
+
+Frame registersRequest(std::uint16_t address, std::span<const std::uint16_t> words) {
     Frame body;
-    appendWord(body, registerCount);
-    body.push_back(2 * registerCount);
-    appendWord(body, bits & 0xFFFF);
-    appendWord(body, bits >> 16);
+    appendWord(body, words.size());
+    body.push_back(lowByte(2 * words.size()));
+    for (const std::uint16_t word : words)
+        appendWord(body, word);
     return request(FunctionCode::WriteMultipleRegisters, address, body);
 }
 

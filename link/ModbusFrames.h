@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdint>
+#include <span>
 #include <string_view>
 #include <vector>
 
@@ -43,6 +44,12 @@ Frame coilRequest(std::uint16_t address, bool on);
 /// Write Multiple Registers: the value's low word at `address`, its high word after it, as the device reads
 /// its float variables.
 Frame registerPairRequest(std::uint16_t address, float value);
+
+/// The protocol's limit for a request.
+inline constexpr std::size_t mostRegistersWritten = 123;
+/// Write Multiple Registers, as they are.
+/// \param words 1 to mostRegistersWritten
+Frame registersRequest(std::uint16_t address, std::span<const std::uint16_t> words);
 
 /// \param count 1 to 2000
 Frame readCoilsRequest(std::uint16_t address, std::uint16_t count);

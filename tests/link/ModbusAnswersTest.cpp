@@ -88,6 +88,12 @@ TEST(ModbusAnswers, ExceptionsAreToldInWords) {
         EXPECT_EQ(exception(code), "reading coils 300 to 319: exception " + std::to_string(code));
 }
 
+TEST(ModbusAnswers, AnExceptionTellsWhetherTheRequestMayBeCarriedOutAllTheSame) {
+    for (unsigned code = 1; code <= 11; ++code)
+        EXPECT_EQ(ExceptionAnswer(readTwenty, code).isRefusal(), code != 5 && code != 11) << code;
+    EXPECT_THROW(answerData(readTwenty, answer({0x81, 2})), ExceptionAnswer);
+}
+
 TEST(ModbusAnswers, WhatIsNotModbusIsNotAwaited) {
     const std::string noModbus = "reading coils 300 to 319: the display's answer is not Modbus";
     const std::string garbage("\xDE\xAD\xBE\xEFgarbage");

@@ -90,6 +90,15 @@ TEST(ModbusFrames, FloatsCarryTheLowWordFirst) {
     EXPECT_THAT(floatBytes("123.456"), ElementsAre(0xE9, 0x79, 0x42, 0xF6));
 }
 
+TEST(ModbusFrames, RegistersAreWrittenAsTheyAre) {
+    EXPECT_THAT(registersRequest(300, std::array<std::uint16_t, 3>{0x1234, 0, 0xFFFF}),
+                ElementsAre(0x01, 0x02, 0x00, 0x00, 0x00, 0x0D, 0xFF, 0x10, 0x01, 0x2C, 0x00, 0x03, 0x06,
+                            0x12, 0x34, 0x00, 0x00, 0xFF, 0xFF));
+    const Frame most = registersRequest(0, std::vector<std::uint16_t>(mostRegistersWritten, 1));
+    EXPECT_EQ(most.size(), 259u); // the protocol allows 260
+    EXPECT_EQ(most[12], 246);
+}
+
 TEST(ModbusFrames, TextWithoutANumberIsZero) {
     EXPECT_THAT(floatBytes(""), ElementsAre(0, 0, 0, 0));
     EXPECT_THAT(floatBytes("warm"), ElementsAre(0, 0, 0, 0));
