@@ -21,15 +21,6 @@ bool isControl(char character) {
     return static_cast<unsigned char>(character) < ' ' || character == '\x7F';
 }
 
-std::string lineFault(std::string_view text, std::size_t longest) {
-    if (characterCount(text) > longest)
-        return "is longer than " + decimalText(longest) + " characters";
-    if (!isUtf8(text))
-        return "is not UTF-8";
-    return std::ranges::any_of(text, &isControl) ? "holds a tab, a line end or another control character"
-                                                 : "";
-}
-
 } // namespace
 
 const ItemNote& ProjectNotes::of(Item item) const {
@@ -71,6 +62,15 @@ std::optional<Item> itemCalled(std::string_view text, const ProjectNotes& notes)
 std::size_t characterCount(std::string_view utf8) {
     return static_cast<std::size_t>(std::ranges::count_if(
         utf8, [](char unit) { return (static_cast<unsigned char>(unit) & 0xC0) != 0x80; }));
+}
+
+std::string lineFault(std::string_view text, std::size_t longest) {
+    if (characterCount(text) > longest)
+        return "is longer than " + decimalText(longest) + " characters";
+    if (!isUtf8(text))
+        return "is not UTF-8";
+    return std::ranges::any_of(text, &isControl) ? "holds a tab, a line end or another control character"
+                                                 : "";
 }
 
 std::string noteFault(const NoteField& field, std::string_view text) {

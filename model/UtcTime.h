@@ -1,7 +1,9 @@
 #pragma once
 
 #include <chrono>
+#include <optional>
 #include <string>
+#include <string_view>
 
 /// Moments as they are written down, the same everywhere: UTC, to the second, whatever the time zone.
 namespace orvista {
@@ -17,5 +19,7 @@ std::string utcFolderName(UtcMoment moment);
 
 /// "2026-11-22T03:15:00Z"
 std::string utcText(UtcMoment moment);
+/// The moment of such a text; nothing for any other, or one of a day that the calendar does not have.
+std::optional<UtcMoment> utcMoment(std::string_view text);
 
 } // namespace orvista
