@@ -6,6 +6,7 @@
 #include <QClipboard>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QStyle>
 
 #include <algorithm>
 
@@ -43,11 +44,13 @@ NamesTable::NamesTable(std::vector<AddressRow> rows, const ProjectNotes& notes)
     setEditTriggers(AnyKeyPressed | DoubleClicked | EditKeyPressed);
     setSelectionMode(ContiguousSelection);
     fill(notes);
+    setColumnHidden(Fault, true);
     const int character = fontMetrics().averageCharWidth();
     for (const auto& [column, characters] :
-         {std::pair{ItemName, 12}, {Address, 10}, {Label, 24}, {Unit, 9}, {Comment, 34}, {FirstText, 22}})
+         {std::pair{ItemName, 12}, {Address, 10}, {Label, 26}, {Unit, 9}, {Comment, 38}, {FirstText, 20}})
         setColumnWidth(column, characters * character);
     horizontalHeader()->setStretchLastSection(true);
+    horizontalHeader()->setHighlightSections(false);
     setCurrentCell(0, Label);
     connect(this, &QTableWidget::cellChanged, this, [this](int, int column) {
         if (isTyped(column))
@@ -115,14 +118,22 @@ void NamesTable::setFilter(const QString& text, bool onlyUsed) {
 
 void NamesTable::showFaults(const std::vector<NoteFault>& faults) {
     const QSignalBlocker silent(this);
+    const QIcon warning = style()->standardIcon(QStyle::SP_MessageBoxWarning);
     for (int row = 0; row < rowCount(); ++row) {
+        for (const NoteField& field : noteFields)
+            item(row, columnOfField(field))->setIcon({});
         QStringList texts;
-        for (const NoteFault& fault : faults)
-            if (fault.item == rows_[static_cast<std::size_t>(row)].item)
-                texts << QString::fromUtf8(fault.field->name.data(), qsizetype(fault.field->name.size())) +
-                             ": " + QString::fromStdString(fault.text);
+        for (const NoteFault& fault : faults) {
+            if (fault.item != rows_[static_cast<std::size_t>(row)].item)
+                continue;
+            texts << QString::fromUtf8(fault.field->name.data(), qsizetype(fault.field->name.size())) + ": " +
+                         QString::fromStdString(fault.text);
+            item(row, columnOfField(*fault.field))->setIcon(warning);
+        }
         put(row, Fault, texts.join(QStringLiteral("; ")));
     }
+    setColumnHidden(Fault, faults.empty());
+    resizeColumnToContents(Fault);
     viewport()->update();
 }
 

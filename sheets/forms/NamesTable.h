@@ -26,7 +26,7 @@ public:
     /// Shows only rows with the text in one of their cells, whatever its case, and on demand only items that
     /// are used.
     void setFilter(const QString& text, bool onlyUsed);
-    /// Says in each row what is wrong with it.
+    /// Marks what is wrong, and says it in the last column of its row.
     void showFaults(const std::vector<NoteFault>& faults);
 
 signals:

@@ -13,6 +13,8 @@
 #include "link/forms/frmSeveralDisplays.h"
 #include "mainwindow/frmRestore.h"
 #include "script/forms/frmMessageEdit.h"
+#include "sheets/forms/frmAddressList.h"
+#include "sheets/forms/frmNames.h"
 #include "sheets/forms/frmSheetErrors.h"
 #include "sheets/forms/frmSheetImport.h"
 #include "tests/support/NamedItem.h"
@@ -253,6 +255,10 @@ private:
             errors.add(2, "script", "is wrong");
             return std::make_unique<frmSheetErrors>("messages.csv", errors);
         });
+        add("names", okCancel, [this] {
+            return std::make_unique<frmNames>(frmNames::Work{.project = project_});
+        });
+        add("address list", okCancel, [] { return std::make_unique<frmAddressList>(); });
         add("several displays",
             {"btnLoad", "btnPaste", "btnStart", "btnCompare", "btnStop", "btnAgain", "btnReport",
              "btnCancel"},

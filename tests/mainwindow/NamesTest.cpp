@@ -261,11 +261,15 @@ void NamesTest::anErrorStandsAtItsRowAndHindersOk() {
         typeInto(dialog, 0, Label, QStringLiteral("tanklevel"));
         QCOMPARE(table(dialog).item(1, Fault)->text(),
                  QStringLiteral("label: \"TankLevel\" is the label of RegVar1 already"));
+        QVERIFY(!table(dialog).isColumnHidden(Fault));
+        QVERIFY(!table(dialog).item(1, Label)->icon().isNull() &&
+                table(dialog).item(0, Label)->icon().isNull());
         QVERIFY(!in<QPushButton>(dialog, "btnOK").isEnabled());
         QCOMPARE(in<QLabel>(dialog, "lblNames").text(),
                  QStringLiteral("RegVar2: \"TankLevel\" is the label of RegVar1 already"));
         typeInto(dialog, 0, Label, QStringLiteral("Other"));
         QCOMPARE(table(dialog).item(1, Fault)->text(), QString());
+        QVERIFY(table(dialog).isColumnHidden(Fault) && table(dialog).item(1, Label)->icon().isNull());
         QVERIFY(in<QPushButton>(dialog, "btnOK").isEnabled());
         press(dialog, "btnCancel");
     });
