@@ -255,9 +255,8 @@ private:
             errors.add(2, "script", "is wrong");
             return std::make_unique<frmSheetErrors>("messages.csv", errors);
         });
-        add("names", okCancel, [this] {
-            return std::make_unique<frmNames>(frmNames::Work{.project = project_});
-        });
+        add("names", okCancel,
+            [this] { return std::make_unique<frmNames>(frmNames::Work{.project = project_}); });
         add("address list", okCancel, [] { return std::make_unique<frmAddressList>(); });
         add("several displays",
             {"btnLoad", "btnPaste", "btnStart", "btnCompare", "btnStop", "btnAgain", "btnReport",

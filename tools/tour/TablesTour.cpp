@@ -1,13 +1,18 @@
 #include "tools/tour/TablesTour.h"
 
+#include "tests/support/ModalDriver.h"
 #include "widgets/DeviceTextEdit.h"
 #include "widgets/RowsTable.h"
 
 #include <QAction>
+#include <QApplication>
+#include <QClipboard>
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QSpinBox>
+#include <QTableWidget>
 #include <QTest>
 
 namespace orvista::tour {
@@ -18,9 +23,36 @@ QString cell(const RowsTable& table, int row, int column) {
     return table.model()->index(row, column).data().toString();
 }
 
+constexpr int labelColumn = 1;
 constexpr int textColumn = 6;
+constexpr int firstNoteColumn = 2; ///< of the names
+
+/// Pastes label, unit and comment of an item, as a spreadsheet copies them.
+void paste(QTableWidget& table, const QString& item, const QString& cells) {
+    QApplication::clipboard()->setText(cells);
+    table.setCurrentCell(table.findItems(item, Qt::MatchExactly).constFirst()->row(), firstNoteColumn);
+    QTest::keyClick(&table, Qt::Key_V, Qt::ControlModifier);
+}
 
 } // namespace
+
+void TablesTour::namesItems() {
+    stage_.inDialog("frmNames", [this](const Hands& dialog) {
+        dialog.type("txtDisplayName", "Line 3, gate");
+        dialog.find<QSpinBox>("spnDisplayColumns").setValue(128);
+        auto& table = dialog.find<QTableWidget>("tblNames");
+        paste(table, "STDMSG3", "ShowLevel\t\tUntil the tank is empty");
+        paste(table, "ALTMSG1", "TankFull");
+        paste(table, "CoilVar1", "PumpRuns");
+        paste(table, "RegVar1", "TankLevel\tm\tLevel of tank 1");
+        dialog.click("chkNamesUsed");
+        stage_.show(dialog.window(), "names", "What items are called is noted beside the project.");
+        dialog.click("btnOK");
+    });
+    stage_.hands().find<QAction>("miToolsNames").trigger();
+    QVERIFY(testing::allModalsServed());
+    QVERIFY(QFile::exists(stage_.projectFolder("station") + "/STATION.notes.json"));
+}
 
 void TablesTour::listsAllMessages() {
     const Hands hands = stage_.hands();
@@ -29,6 +61,7 @@ void TablesTour::listsAllMessages() {
     const auto& table = hands.find<RowsTable>("tblMessages");
     QCOMPARE(table.model()->rowCount(), 60);
     QCOMPARE(cell(table, 2, textColumn), "Level %5v %4v");
+    QCOMPARE(cell(table, 2, labelColumn), "ShowLevel");
     stage_.show("messages-table", "All messages at a glance, each with what the display shows first.");
 }
 

@@ -6,14 +6,15 @@
 
 namespace orvista::tour {
 
-/// The open project at a glance: a message is found, copied and taken back, a text replaced in all messages.
-/// What is changed is undone, from the menu and by key, and saved.
+/// The open project at a glance: its items get names, a message is found, copied and taken back, a text
+/// replaced in all messages. What is changed is undone, from the menu and by key, and saved.
 class TablesTour final : public QObject {
     Q_OBJECT
 public:
     explicit TablesTour(Stage& stage) : stage_(stage) {}
 
 private slots:
+    void namesItems();
     void listsAllMessages();
     void findsAMessage();
     void copiesAMessage();
