@@ -1,7 +1,7 @@
 #include "check/FixFamilies.h"
-#include "check/ScriptText.h"
 #include "model/Quotation.h"
 #include "model/Text.h"
+#include "script/ScriptText.h"
 
 #include <string>
 #include <string_view>

@@ -1,6 +1,6 @@
 #include "check/Fix.h"
 
-#include "check/ScriptText.h"
+#include "script/ScriptText.h"
 
 #include <algorithm>
 

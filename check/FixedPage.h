@@ -2,10 +2,10 @@
 
 #include "check/Fix.h"
 #include "check/FixFamilies.h"
-#include "check/ScriptText.h"
 #include "display/DrawnPage.h"
 #include "display/PageLayout.h"
 #include "model/Place.h"
+#include "script/ScriptText.h"
 
 #include <cstddef>
 #include <cstdint>

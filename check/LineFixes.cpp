@@ -1,6 +1,6 @@
 #include "check/FixFamilies.h"
-#include "check/ScriptText.h"
 #include "model/Project.h"
+#include "script/ScriptText.h"
 
 #include <string>
 

@@ -1,8 +1,8 @@
 #include "check/FixFamilies.h"
-#include "check/ScriptText.h"
 #include "model/Text.h"
 #include "model/WordDistance.h"
 #include "script/ScriptCommands.h"
+#include "script/ScriptText.h"
 #include "script/ScriptWords.h"
 #include "script/Styles.h"
 

@@ -1,4 +1,4 @@
-#include "check/ScriptText.h"
+#include "script/ScriptText.h"
 
 #include "model/Lines.h"
 
