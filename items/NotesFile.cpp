@@ -93,6 +93,16 @@ ProjectNotes changeNotes(const std::string& path, const ProjectNotes& before, co
     }
 }
 
+void writeChangedNotes(const std::string& from, const std::string& to, const ProjectNotes& after) {
+    try {
+        replaceFile(to, notesBytes(bytesOf(from).value_or(std::string()), after));
+    } catch (const std::invalid_argument& failure) {
+        throw NotesFailure(to + " is not written: " + failure.what());
+    } catch (const std::system_error& failure) {
+        fail(to, failure);
+    }
+}
+
 void copyNotesFile(const std::string& from, const std::string& to) {
     std::error_code error;
     if (std::filesystem::equivalent(systemPath(from), systemPath(to), error))

@@ -33,6 +33,10 @@ public:
 /// \throws NotesFailure
 ProjectNotes changeNotes(const std::string& path, const ProjectNotes& before, const ProjectNotes& after);
 
+/// Writes the notes of one file, changed as `after` has it, in the place of another: entries of others come
+/// along. \throws NotesFailure
+void writeChangedNotes(const std::string& from, const std::string& to, const ProjectNotes& after);
+
 /// Puts a copy of one file of notes in the place of another; nothing happens where there is none, or both are
 /// the same. \throws NotesFailure
 void copyNotesFile(const std::string& from, const std::string& to);

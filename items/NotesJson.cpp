@@ -51,6 +51,8 @@ public:
             return;
         if (const JsonValue* const display = document_.member("display"))
             readDisplay(*display);
+        if (const JsonValue* const master = document_.member("master"))
+            readMaster(*master);
         if (const JsonValue* const items = document_.member("items"))
             readItems(*items);
         if (!reading_.fault.empty())
@@ -94,6 +96,16 @@ private:
             noteBad(reading_, "the display's name " + fault);
         else
             reading_.notes.displayName = text;
+    }
+
+    void readMaster(const JsonValue& master) {
+        const JsonValue* const list = master.member("list");
+        if (list == nullptr || !list->text())
+            return noteBad(reading_, "the master has no \"list\" that is a text");
+        if (const std::string fault = listPathFault(*list->text()); !fault.empty())
+            noteBad(reading_, "the master's list " + fault);
+        else
+            reading_.notes.masterList = *list->text();
     }
 
     void readItems(const JsonValue& items) {
@@ -196,9 +208,19 @@ void setDisplay(JsonValue& document, const ProjectNotes& before, const ProjectNo
     }
 }
 
+/// A project that is no master has nothing noted of one.
+void setMaster(JsonValue& document, const std::optional<std::string>& list) {
+    if (list)
+        setText(objectToSet(document, "master"), "list", *list);
+    else
+        setText(document, "master", {});
+}
+
 void setNotes(JsonValue& document, const ProjectNotes& before, const ProjectNotes& after) {
     if (before.displayName != after.displayName || before.columns != after.columns)
         setDisplay(document, before, after);
+    if (before.masterList != after.masterList)
+        setMaster(document, after.masterList);
     for (const Item item : allItems())
         if (before.of(item) != after.of(item))
             setItem(document, item, before.of(item), after.of(item));

@@ -11,6 +11,7 @@
 ///
 ///     {"version": 1,
 ///      "display": {"name": "Line 3, gate", "columns": 96},
+///      "master": {"list": "displays.csv"},
 ///      "items": {"RegVar12": {"label": "TankLevel", "unit": "m", "comment": "Level of tank 1"}}}
 ///
 /// All but the version may be missing. Keys of others may stand anywhere, and stay there.

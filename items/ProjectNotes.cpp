@@ -81,6 +81,10 @@ std::string displayNameFault(std::string_view name) {
     return lineFault(name, longestDisplayName);
 }
 
+std::string listPathFault(std::string_view path) {
+    return path.empty() ? "is empty" : lineFault(path, longestListPath);
+}
+
 std::vector<NoteFault> noteFaults(const ProjectNotes& notes) {
     std::vector<NoteFault> faults;
     std::map<std::string, Item> taken;
@@ -104,6 +108,8 @@ ProjectNotes withDifferences(ProjectNotes notes, const ProjectNotes& before, con
         notes.displayName = after.displayName;
     if (before.columns != after.columns)
         notes.columns = after.columns;
+    if (before.masterList != after.masterList)
+        notes.masterList = after.masterList;
     for (const Item item : allItems())
         for (const NoteField& field : noteFields)
             if (before.of(item).*field.text != after.of(item).*field.text)

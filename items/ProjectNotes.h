@@ -32,6 +32,8 @@ extern const std::array<NoteField, 3> noteFields;
 
 /// Of the display's name, in characters.
 inline constexpr std::size_t longestDisplayName = 200;
+/// Of the path of a master's list, in characters.
+inline constexpr std::size_t longestListPath = 1000;
 /// Dots across the display.
 inline constexpr int fewestNotedColumns = 32;
 inline constexpr int mostNotedColumns = 512;
@@ -40,6 +42,9 @@ class ProjectNotes {
 public:
     std::string displayName;
     std::optional<int> columns; ///< fewestNotedColumns to mostNotedColumns
+    /// Of a master project the list of its displays, a path relative to the project; nothing for every other
+    /// project. \see items/Master.h
+    std::optional<std::string> masterList;
 
     bool operator==(const ProjectNotes&) const = default;
 
@@ -69,8 +74,9 @@ std::size_t characterCount(std::string_view utf8);
 std::string lineFault(std::string_view text, std::size_t longest);
 /// Why a text cannot be noted, to follow its quotation; empty where it can. A label is judged by itself.
 std::string noteFault(const NoteField& field, std::string_view text);
-/// The same of the display's name.
+/// The same of the display's name, and of the path of a master's list.
 std::string displayNameFault(std::string_view name);
+std::string listPathFault(std::string_view path);
 
 /// What is wrong with an item's text, as a sentence.
 struct NoteFault {

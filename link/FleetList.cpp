@@ -58,6 +58,8 @@ public:
         FleetDisplay display;
         display.name = trimBlanks(row.name);
         display.project = projectOf(row);
+        display.columns = row.columns;
+        display.values = row.values;
         if (const auto fault = faultOfName(display.name); !fault.empty())
             refuse(fleetColumn::Name, std::string(fault));
         else
@@ -128,6 +130,20 @@ private:
 };
 
 } // namespace
+
+ListedValues::ListedValues(std::shared_ptr<const Names> names, std::vector<std::string> cells)
+    : names_(std::move(names)), cells_(std::move(cells)) {}
+
+const std::string* ListedValues::find(std::string_view name) const {
+    const auto heads = names();
+    const auto found =
+        std::ranges::find_if(heads, [&](const std::string& head) { return equalsIgnoringCase(head, name); });
+    return found == heads.end() ? nullptr : &cells_.at(static_cast<std::size_t>(found - heads.begin()));
+}
+
+std::span<const std::string> ListedValues::names() const {
+    return names_ ? std::span<const std::string>(*names_) : std::span<const std::string>();
+}
 
 Fleet fleetOf(std::span<const FleetRow> rows, const FleetDefaults& defaults) {
     FleetReading reading(defaults);

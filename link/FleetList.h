@@ -4,6 +4,8 @@
 
 #include <array>
 #include <cstddef>
+#include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -18,6 +20,26 @@ namespace fleetColumn {
 enum Place : std::size_t { Name, Address, Port, Project };
 }
 
+/// What the list's further columns say of a display: a value under each head.
+class ListedValues {
+public:
+    using Names = std::vector<std::string>;
+
+    ListedValues() = default;
+    /// \param names the heads, one for all displays of a list
+    /// \param cells one for each name
+    ListedValues(std::shared_ptr<const Names> names, std::vector<std::string> cells);
+
+    /// Null where there is no column of that name, in any case.
+    const std::string* find(std::string_view name) const;
+    /// As the list writes them.
+    std::span<const std::string> names() const;
+
+private:
+    std::shared_ptr<const Names> names_;
+    std::vector<std::string> cells_;
+};
+
 /// A row of the list as it stands there. Port and project may be empty.
 struct FleetRow {
     std::size_t row; ///< as errors name it
@@ -25,12 +47,16 @@ struct FleetRow {
     std::string address;
     std::string port;
     std::string project;
+    std::optional<int> columns = {};
+    ListedValues values = {};
 };
 
 struct FleetDisplay {
     std::string name; ///< can be a folder's on every platform
     DisplayAddress address;
-    std::string project; ///< path of its project file; empty where projects do not matter
+    std::string project;             ///< path of its project file; empty where projects do not matter
+    std::optional<int> columns = {}; ///< dots across it, where the list says so
+    ListedValues values = {};        ///< for the places of a master
 };
 
 /// Why a row cannot be used.

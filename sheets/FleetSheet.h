@@ -12,9 +12,9 @@
 /// The list of displays and what became of them, as tables.
 namespace orvista {
 
-/// Reads the columns name, address, port, project; the first two must be there. What is wrong with a row or
-/// with two of them is added to `errors`. Nothing is to be begun then: the displays are those of the rows that
-/// can be read.
+/// Reads the columns name, address, port, project and columns; the first two must be there. The heads of all
+/// others are names of values, see script/Places.h. What is wrong with the head, a row or two of them is
+/// added to `errors`. Nothing is to be begun then: the displays are those of the rows that can be read.
 /// \param bytes UTF-8 with or without its mark, else Windows-1252
 std::vector<FleetDisplay> readFleetSheet(std::string_view bytes, const FleetDefaults& defaults,
                                          SheetErrors& errors);

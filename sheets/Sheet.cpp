@@ -116,13 +116,14 @@ std::vector<SheetError> SheetErrors::sorted() const {
 }
 
 SheetReader::SheetReader(std::string_view bytes, std::span<const std::string_view> columns,
-                         SheetErrors& errors)
+                         SheetErrors& errors, FurtherColumns further)
     : columns_(columns),
       errors_(errors),
       isUtf8_(isUtf8(bytes)),
       reader_(withoutMark(bytes), separatorOf(withoutMark(bytes))),
       places_(columns.size()),
-      cells_(columns.size()) {
+      cells_(columns.size()),
+      further_(further) {
     failed_ = !isReadable(bytes);
     if (!failed_)
         readHead();
@@ -154,14 +155,26 @@ void SheetReader::readHead() {
         named_.push_back(!name.empty());
         if (name.empty()) // a spreadsheet's empty column
             continue;
-        const auto known = std::ranges::find_if(
-            columns_, [&name](std::string_view column) { return equalsIgnoringCase(column, name); });
-        if (known == columns_.end())
-            errors_.add(1, {}, "unknown column " + quotation(name));
-        else if (auto& place = places_[static_cast<std::size_t>(known - columns_.begin())]; place)
-            errors_.add(1, *known, "the column is there twice");
+        takeHead(i, name);
+    }
+}
+
+void SheetReader::takeHead(std::size_t place, const std::string& name) {
+    const auto isName = [&name](std::string_view head) { return equalsIgnoringCase(head, name); };
+    constexpr const char* twice = "the column is there twice";
+    if (const auto known = std::ranges::find_if(columns_, isName); known != columns_.end()) {
+        auto& knownPlace = places_[static_cast<std::size_t>(known - columns_.begin())];
+        if (knownPlace)
+            errors_.add(1, *known, twice);
         else
-            place = i;
+            knownPlace = place;
+    } else if (further_ == FurtherColumns::Refused) {
+        errors_.add(1, {}, "unknown column " + quotation(name));
+    } else if (std::ranges::any_of(furtherHeads_, isName)) {
+        errors_.add(1, name, twice);
+    } else {
+        furtherHeads_.push_back(name);
+        furtherPlaces_.push_back(place);
     }
 }
 
@@ -206,11 +219,23 @@ bool SheetReader::takeCells() {
     }
     for (std::size_t column = 0; column < columns_.size(); ++column) {
         const auto place = places_[column];
-        cells_[column] = place && *place < record_.size() ? text(withoutGuard(record_[*place])) : "";
+        cells_[column] = place ? textAt(*place) : "";
         if (cells_[column].find('\0') != std::string::npos)
             fail(column, "a NUL byte is not a character of the display");
     }
     return true;
+}
+
+std::vector<std::string> SheetReader::furtherCells() const {
+    std::vector<std::string> cells;
+    cells.reserve(furtherPlaces_.size());
+    for (const std::size_t place : furtherPlaces_)
+        cells.push_back(textAt(place));
+    return cells;
+}
+
+std::string SheetReader::textAt(std::size_t place) const {
+    return place < record_.size() ? text(withoutGuard(record_[place])) : std::string();
 }
 
 std::string SheetReader::text(std::string_view cell) const {

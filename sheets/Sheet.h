@@ -46,6 +46,9 @@ private:
     std::size_t beyond_ = 0;
 };
 
+/// What columns that are not known mean to a sheet.
+enum class FurtherColumns { Refused, Taken };
+
 /// The rows of a sheet, its cells by column. Rows without any text are passed over; a NUL byte in a cell is
 /// an error.
 class SheetReader {
@@ -53,7 +56,8 @@ public:
     /// Reads the head line. What is wrong with the file or its head is added to `errors`; without hasHead()
     /// there are no rows. Bytes are UTF-8 with or without its mark, else Windows-1252.
     /// \param columns names of the columns known; they may come in any order and may be missing
-    SheetReader(std::string_view bytes, std::span<const std::string_view> columns, SheetErrors& errors);
+    SheetReader(std::string_view bytes, std::span<const std::string_view> columns, SheetErrors& errors,
+                FurtherColumns further = FurtherColumns::Refused);
 
     /// False at the end. A row that cannot be split into cells is added to the errors and passed over.
     bool next();
@@ -67,13 +71,19 @@ public:
     bool needs(std::size_t column);
     /// UTF-8, its guard taken off; empty where the column is missing.
     const std::string& cell(std::size_t column) const { return cells_[column]; }
+    /// The heads of the columns that are not known, where they are taken: each once in any case, UTF-8.
+    const std::vector<std::string>& furtherHeads() const { return furtherHeads_; }
+    /// Their cells in the row read last, as cell().
+    std::vector<std::string> furtherCells() const;
     /// Adds an error about a cell of the row read last.
     void fail(std::size_t column, std::string text);
 
 private:
     bool isReadable(std::string_view bytes);
     void readHead();
+    void takeHead(std::size_t place, const std::string& name);
     std::string text(std::string_view cell) const;
+    std::string textAt(std::size_t place) const;
     bool reportFault();
     std::string_view faultColumn() const;
     bool takeCells();
@@ -86,6 +96,9 @@ private:
     std::vector<std::string> record_;
     std::vector<std::string> cells_;
     std::vector<bool> named_; ///< of each cell of the head, whether it names a column
+    FurtherColumns further_;
+    std::vector<std::string> furtherHeads_;
+    std::vector<std::size_t> furtherPlaces_; ///< in the file
     bool failed_ = false;
 };
 

@@ -30,7 +30,8 @@ QString stateText(const std::optional<FleetProcess::State>& state, bool isBegun)
 
 /// As a list has it.
 FleetRow rowOf(std::size_t row, const FleetDisplay& display) {
-    return {row + 1, display.name, displayArgument(display.address), {}, display.project};
+    return {row + 1,         display.name,  displayArgument(display.address), {}, display.project,
+            display.columns, display.values};
 }
 
 /// As far as it can be told apart from a port; the name of a display that has none.

@@ -46,6 +46,31 @@ TEST(NotesJson, AreReadAsDescribed) {
     EXPECT_EQ(notesOf(R"({"version":1})"), ProjectNotes());
 }
 
+TEST(NotesJson, NameTheListOfAMaster) {
+    EXPECT_EQ(notesOf(R"({"version":1,"master":{"list":"displays.csv"}})").masterList, "displays.csv");
+    EXPECT_EQ(notesOf(R"({"version":1})").masterList, std::nullopt);
+    for (const char* master : {"5", "{}", R"({"list":5})", R"({"List":"a"})"})
+        EXPECT_THAT(badEntriesOf(std::string(R"({"version":1,"master":)") + master + "}"),
+                    ElementsAre("the master has no \"list\" that is a text"));
+    EXPECT_THAT(badEntriesOf(R"({"version":1,"master":{"list":""}})"),
+                ElementsAre("the master's list is empty"));
+    EXPECT_THAT(badEntriesOf(R"({"version":1,"master":{"list":")" + std::string(1001, 'a') + "\"}}"),
+                ElementsAre("the master's list is longer than 1000 characters"));
+}
+
+TEST(NotesJson, BecomeThoseOfAMasterAndOfNoneAgain) {
+    ProjectNotes notes;
+    notes.masterList = "lists/displays.csv";
+    const std::string former = "{\"version\":1,\"master\":{\"x\":1},\"y\":2}";
+    const std::string bytes = notesBytes(former, notes);
+    EXPECT_EQ(notesOf(bytes), notes);
+    EXPECT_NE(bytes.find("\"x\""), std::string::npos);
+    const std::string again = notesBytes(bytes, ProjectNotes());
+    EXPECT_EQ(notesOf(again), ProjectNotes());
+    EXPECT_EQ(again.find("master"), std::string::npos);
+    EXPECT_NE(again.find("\"y\""), std::string::npos);
+}
+
 TEST(NotesJson, NothingIsTakenOfWhatIsNoNotes) {
     EXPECT_EQ(notesFaultOf(""), "line 1, column 1 is no JSON");
     EXPECT_EQ(notesFaultOf("{\"version\": 1,\n  x}"), "line 2, column 3 is no JSON");

@@ -1,5 +1,7 @@
 #include "sheets/FleetSheet.h"
+#include "sheets/MasterList.h"
 #include "tests/sheets/ImportErrors.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 
@@ -112,6 +114,96 @@ TEST(FleetSheet, NeedsNameAndAddress) {
                 ElementsAre("row 1, name: missing column", "row 1, address: missing column"));
     EXPECT_THAT(fleetErrors("name,address\n"), ElementsAre("has no displays"));
     EXPECT_THAT(fleetErrors(""), ElementsAre("is empty"));
+}
+
+TEST(FleetSheet, TakesFurtherColumnsForValues) {
+    const auto displays =
+        read("Line,name,address,tank_2,COLUMNS\n17, a ,10.0.0.1, S\u00FCd ,\n,b,10.0.0.2,,96\n");
+    ASSERT_THAT(displays, SizeIs(2));
+    EXPECT_EQ(displays[0].columns, std::nullopt);
+    EXPECT_EQ(displays[1].columns, 96);
+    EXPECT_THAT(displays[0].values.names(), ElementsAre("Line", "tank_2"));
+    EXPECT_EQ(*displays[0].values.find("LINE"), "17");
+    EXPECT_EQ(*displays[0].values.find("tank_2"), " S\u00FCd ");
+    EXPECT_EQ(*displays[1].values.find("line"), "");
+    EXPECT_EQ(displays[0].values.find("columns"), nullptr);
+    EXPECT_EQ(displays[0].values.find("name"), nullptr);
+}
+
+TEST(FleetSheet, RefusesFurtherHeadsThatAreNoNames) {
+    const std::string noName = " is no name of values: a name is a letter, then letters, digits and _";
+    EXPECT_THAT(fleetErrors("name,address,line no,1st,_x,\u00E4,a-b,\na,10.0.0.1,,,,,,\n"),
+                ElementsAre("row 1: \"line no\"" + noName, "row 1: \"1st\"" + noName,
+                            "row 1: \"_x\"" + noName, "row 1: \"\u00E4\"" + noName,
+                            "row 1: \"a-b\"" + noName));
+    EXPECT_THAT(
+        fleetErrors("name,address,line,Line,Name\na,10.0.0.1,,,\n"),
+        ElementsAre("row 1, Line: the column is there twice", "row 1, name: the column is there twice"));
+    EXPECT_THAT(fleetErrors("name,address,columns\na,10.0.0.1,31\nb,10.0.0.2,513\nc,10.0.0.3,9x\n"),
+                ElementsAre("row 2, columns: \"31\" is not a number from 32 to 512",
+                            "row 3, columns: \"513\" is not a number from 32 to 512",
+                            "row 4, columns: \"9x\" is not a number from 32 to 512"));
+}
+
+/// \param rows, columns each value is "a7bc", by the number of its column
+std::string longList(int rows, int columns) {
+    std::string bytes = "name,address";
+    for (int column = 0; column < columns; ++column)
+        bytes += ",v" + std::to_string(column);
+    for (int row = 0; row < rows; ++row) {
+        bytes += "\nd" + std::to_string(row) + ",10.0." + std::to_string(row / 250) + "." +
+                 std::to_string(row % 250);
+        for (int column = 0; column < columns; ++column)
+            bytes += ",a" + std::to_string(column % 10) + "bc";
+    }
+    return bytes;
+}
+
+TEST(FleetSheet, HoldsManyRowsManyColumnsAndLongCells) {
+    EXPECT_EQ(*read(longList(10000, 2)).back().values.find("V1"), "a1bc");
+    EXPECT_EQ(*read(longList(100, 200)).back().values.find("V197"), "a7bc");
+    const std::string cell(10'000'000, 'x');
+    EXPECT_EQ(*read("name,address,v\na,10.0.0.1," + cell)[0].values.find("v"), cell);
+}
+
+TEST(FleetSheet, IsReadAgainWithItsValues) {
+    const std::string list = "name,address,a,b\nx,10.0.0.1,=1,\"q\"\"\n\"\ny,10.0.0.2, ,\n";
+    auto displays = read(list);
+    displays[1].columns = 64;
+    const auto other = read("name,address,c,A\nz,10.0.0.3,3,4\n");
+    displays.push_back(other[0]);
+    const std::string written = fleetSheet(displays);
+    EXPECT_EQ(written.substr(0, written.find('\r')), "\xEF\xBB\xBFname,address,port,project,columns,a,b,c");
+    const auto again = read(written);
+    ASSERT_THAT(again, SizeIs(3));
+    EXPECT_EQ(*again[0].values.find("a"), "=1");
+    EXPECT_EQ(*again[0].values.find("b"), "q\"\n");
+    EXPECT_EQ(*again[1].values.find("a"), " ");
+    EXPECT_EQ(again[1].columns, 64);
+    EXPECT_EQ(*again[2].values.find("a"), "4");
+    EXPECT_EQ(*again[2].values.find("c"), "3");
+}
+
+TEST(MasterList, LiesWhereTheNotesSay) {
+    EXPECT_EQ(masterListPath("plant/PLANT.orx", "lists/d.csv"), "plant/lists/d.csv");
+    EXPECT_EQ(masterListPath("PLANT.orx", "d.csv"), "d.csv");
+    const testing::TemporaryFolder folder;
+    const auto noted = [&](const std::string& list) {
+        return notedListPath(folder.file("a/P.orx"), folder.file(list));
+    };
+    EXPECT_EQ(noted("a/d.csv"), "d.csv");
+    EXPECT_EQ(noted("a/b/d.csv"), "b/d.csv");
+    EXPECT_EQ(noted("d.csv"), "../d.csv");
+}
+
+TEST(MasterList, HasTheMastersDisplaysOnly) {
+    SheetErrors errors;
+    const std::string bytes =
+        head + "a,10.0.0.1,,\nb,10.0.0.2,,P.orx\nc,10.0.0.3,,Q.orx\nd,10.0.0.4,,../plant/P.orx\n";
+    const auto displays = masterDisplays(bytes, "plant/d.csv", "plant/P.orx", errors);
+    EXPECT_THAT(testing::errorTexts(errors), IsEmpty());
+    ASSERT_THAT(displays, SizeIs(2));
+    EXPECT_EQ(displays[1].name, "b");
 }
 
 TEST(FleetSheet, IsReadAgainAsItWasWritten) {
