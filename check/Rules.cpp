@@ -267,6 +267,61 @@ constexpr std::array table = {
          R"(STDMSG1:
   CLEAR)",
          Fixes::Offered},
+    Rule{Code::PlaceUnknown, "place-unknown", Severity::Error,
+         "The list has no column for a place of a master",
+         "The names of places are the heads of the list's further columns, in any case; name, address, port, "
+         "project and columns are the list's own. Correct the name, or give the list that column.",
+         R"(STDMSG1:
+  CLEAR
+  TEXT 0 0 RED BLACK "Line {line:4}"
+  ACT STILL 3000
+displays.csv:
+  name,address,tank
+  Line 3,192.168.1.103,North)",
+         R"(STDMSG1:
+  CLEAR
+  TEXT 0 0 RED BLACK "Line {line:4}"
+  ACT STILL 3000
+displays.csv:
+  name,address,line
+  Line 3,192.168.1.103,3)"},
+    Rule{
+        Code::PlaceWidth, "place-width", Severity::Error, "A value is empty or too wide for its place",
+        "A place such as {tank:8} has room for so many characters, and no value may be empty; one of blanks "
+        "shows nothing. Shorten the value, or make the place wider where the message has room. The name of a "
+        "bitmap, and an ON or OFF text without a width, may have 200 characters.",
+        R"(STDMSG1:
+  CLEAR
+  TEXT 0 0 RED BLACK "Tank {tank:4}"
+  ACT STILL 3000
+displays.csv:
+  name,address,tank
+  Line 3,192.168.1.103,North)",
+        R"(STDMSG1:
+  CLEAR
+  TEXT 0 0 RED BLACK "Tank {tank:5}"
+  ACT STILL 3000
+displays.csv:
+  name,address,tank
+  Line 3,192.168.1.103,North)"},
+    Rule{Code::PlaceValue, "place-value", Severity::Error,
+         "A value holds a character that it cannot have on the display",
+         "The display has the characters of Windows-1252, but no control characters. A quote would end the "
+         "text around the place, and a line end its line. Write the value with other characters.",
+         R"(STDMSG1:
+  CLEAR
+  TEXT 0 0 RED BLACK "Tank {tank:9}"
+  ACT STILL 3000
+displays.csv:
+  name,address,tank
+  Line 3,192.168.1.103,North "B")",
+         R"(STDMSG1:
+  CLEAR
+  TEXT 0 0 RED BLACK "Tank {tank:9}"
+  ACT STILL 3000
+displays.csv:
+  name,address,tank
+  Line 3,192.168.1.103,North 'B')"},
     Rule{
         Code::AddressRange, "address-range", Severity::Error, "A block of addresses goes beyond 0 to 65535",
         "Modbus addresses go from 0 to 65535. The float variables take 128 registers from their start on, "

@@ -29,6 +29,8 @@
 ///       [STDMSG.ILM]
 ///       (a NUL byte)                 a line of one
 ///       (a mark)[CONFIG]             the byte-order mark of UTF-8 in front
+///     displays.csv:             the list of displays whose master the project is
+///       name,address,tank
 ///
 /// All else is as in a new project. Its folder holds pump16x16.bmp and plan200x16.bmp, which are black
 /// pictures of that size, and compressed.bmp.
@@ -56,6 +58,9 @@ enum class Code : std::uint8_t {
     UnreadableBitmap,
     ReservedLine,
     LostMessage,
+    PlaceUnknown,
+    PlaceWidth,
+    PlaceValue,
     AddressRange,
     AddressOverlap,
     RegularStart,

@@ -18,7 +18,7 @@ set(table
   "link: model"
   "link/ftp: model link"
   "link/dispatch: link"
-  "check: model script display"
+  "check: model script display items"
   "items: model script display link"
   "compare: model script items"
   "sheets: model script display link check items"

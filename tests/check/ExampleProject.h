@@ -58,6 +58,8 @@ public:
         for (const auto& [place, content] : placesOf(example)) {
             if (place == projectFileName)
                 projectFile = content;
+            else if (place == "displays.csv")
+                displays = content;
             else
                 take(place, content);
         }
@@ -65,6 +67,7 @@ public:
 
     Project project;
     std::optional<std::string> projectFile; ///< its bytes, where the example is about them
+    std::optional<std::string> displays;    ///< a list, where the project is its master
     StoredBitmaps bitmaps;
 
 private:

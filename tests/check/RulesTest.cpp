@@ -1,7 +1,10 @@
 #include "check/Rules.h"
 
 #include "check/FileFindings.h"
+#include "check/FindingList.h"
+#include "check/MasterCheck.h"
 #include "model/ProjectFile.h"
+#include "sheets/FleetSheet.h"
 #include "tests/check/ExampleProject.h"
 #include "tests/support/ScriptedPeople.h"
 #include "tests/support/TemporaryFolder.h"
@@ -32,11 +35,24 @@ Findings foundInFile(const std::string& bytes) {
     return fileFindings(remarks);
 }
 
+/// Findings of the master of a list, for each of its displays.
+Findings foundOnDisplays(const ExampleProject& made, Notes notes) {
+    const Master master(made.project);
+    MasterCheck check(master, made.bitmaps);
+    SheetErrors errors;
+    Findings findings;
+    for (const FleetDisplay& display : readFleetSheet(*made.displays, {"", "P.orx"}, errors))
+        append(findings, check.check(master.expand(display), 128, notes));
+    EXPECT_TRUE(errors.none());
+    return findings;
+}
+
 /// Names of the codes that are found in an example.
 Found foundIn(std::string_view example, Notes notes) {
     const ExampleProject made(example);
     Found names;
     const Findings findings = made.projectFile ? foundInFile(*made.projectFile)
+                              : made.displays  ? foundOnDisplays(made, notes)
                                                : checkProject(made.project, made.bitmaps, 128, notes);
     for (const Finding& finding : findings.list)
         names.emplace_back(finding.rule().name);
