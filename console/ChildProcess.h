@@ -6,13 +6,12 @@
 #include <span>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace orvista::console {
 
-/// This very program, started once more with other arguments. What it writes to standard output is read here,
-/// its standard input is written here, its standard error is this program's. It ends with this program,
-/// however that ends, and with the object; Ctrl+C does not reach it.
+/// This very program once more. What it writes to standard output is read here, its standard input is written
+/// here, its standard error is this program's. It ends with this program, however that ends, and with the
+/// object; Ctrl+C does not reach it.
 class ChildProcess {
 public:
     struct Setting {
@@ -20,9 +19,22 @@ public:
         std::string value; ///< UTF-8
     };
 
+    /// What it does, told in two ways.
+    struct Work {
+        std::string argument; ///< where it is started anew: what its command line says
+        int (*run)();         ///< where it is a copy: this, then it ends with what that returns
+    };
+#ifdef _WIN32
+    static constexpr bool isCopy = false;
+#else
+    /// It has all that this program has loaded, so that it begins in a fraction of the time. There must be no
+    /// other threads.
+    static constexpr bool isCopy = true;
+#endif
+
     /// \param environment added to this program's own
     /// \throws std::system_error
-    ChildProcess(const std::vector<std::string>& arguments, std::span<const Setting> environment);
+    ChildProcess(const Work& work, std::span<const Setting> environment);
     ~ChildProcess();
     ChildProcess(const ChildProcess&) = delete;
     ChildProcess& operator=(const ChildProcess&) = delete;

@@ -4,14 +4,17 @@
 #include <array>
 #include <cerrno>
 #include <csignal>
+#include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>
 #include <poll.h>
+#include <stdio_ext.h>
 #include <sys/prctl.h>
 #include <sys/wait.h>
 #include <system_error>
 #include <unistd.h>
 #include <utility>
+#include <vector>
 
 namespace orvista::console {
 
@@ -21,29 +24,43 @@ namespace {
     throw std::system_error(errno, std::generic_category(), what);
 }
 
-std::string ownPath() {
-    std::string path(4096, '\0');
-    const ssize_t size = readlink("/proc/self/exe", path.data(), path.size());
-    if (size < 0)
-        fail("/proc/self/exe");
-    path.resize(static_cast<std::size_t>(size));
-    return path;
+/// Requests to end are the parent's to notice; the child they just end, unless they are to be ignored.
+void forgetHandlers() {
+    for (const int request : {SIGTERM, SIGHUP}) {
+        struct sigaction present {};
+        if (sigaction(request, nullptr, &present) == 0 && present.sa_handler != SIG_IGN)
+            std::signal(request, SIG_DFL);
+    }
+    std::signal(SIGINT, SIG_IGN);
 }
 
-/// Between fork and exec, in the child.
-[[noreturn]] void becomeChild(const char* program, char* const* arguments, pid_t parent, int input,
-                              int output, std::span<const ChildProcess::Setting> environment) {
+/// False where it cannot have them. What the parent has read ahead, not written yet or holds open, stays the
+/// parent's.
+bool takeStreams(int input, int output) {
+    __fpurge(stdin);
+    __fpurge(stdout);
+    std::clearerr(stdin);
+    const bool taken = dup2(input, STDIN_FILENO) >= 0 && dup2(output, STDOUT_FILENO) >= 0;
+    closefrom(STDERR_FILENO + 1);
+    return taken;
+}
+
+/// After fork, in the child.
+[[noreturn]] void becomeChild(const ChildProcess::Work& work, pid_t parent, int input, int output,
+                              std::span<const ChildProcess::Setting> environment) {
     // The parent may have ended before the request was made.
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     if (getppid() != parent)
         _exit(EXIT_FAILURE);
-    if (dup2(input, STDIN_FILENO) < 0 || dup2(output, STDOUT_FILENO) < 0)
-        _exit(EXIT_FAILURE);
-    std::signal(SIGINT, SIG_IGN);
-    for (const auto& [name, value] : environment)
-        setenv(name.c_str(), value.c_str(), 1);
-    execv(program, arguments);
-    _exit(EXIT_FAILURE);
+    forgetHandlers();
+    int status = EXIT_FAILURE;
+    if (takeStreams(input, output)) {
+        for (const auto& [name, value] : environment)
+            setenv(name.c_str(), value.c_str(), 1);
+        status = work.run();
+        std::fflush(stdout);
+    }
+    _exit(status); // nothing of the parent's is tidied up here
 }
 
 class PipeEnd {
@@ -85,24 +102,14 @@ struct ChildProcess::System {
     PipeEnd output;
 };
 
-ChildProcess::ChildProcess(const std::vector<std::string>& arguments, std::span<const Setting> environment)
+ChildProcess::ChildProcess(const Work& work, std::span<const Setting> environment)
     : system_(std::make_unique<System>()) {
-    const std::string program = ownPath();
-    std::vector<std::string> words{"orvista"};
-    words.insert(words.end(), arguments.begin(), arguments.end());
-    std::vector<char*> pointers;
-    pointers.reserve(words.size() + 1);
-    for (std::string& word : words)
-        pointers.push_back(word.data());
-    pointers.push_back(nullptr);
-
     Pipe input = makePipe();
     Pipe output = makePipe();
     const pid_t parent = getpid();
     system_->process = fork();
     if (system_->process == 0)
-        becomeChild(program.c_str(), pointers.data(), parent, input.reading.get(), output.writing.get(),
-                    environment);
+        becomeChild(work, parent, input.reading.get(), output.writing.get(), environment);
     if (system_->process < 0)
         fail("fork");
     system_->input = std::move(input.writing);

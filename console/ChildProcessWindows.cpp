@@ -44,19 +44,6 @@ std::wstring ownPath() {
     return path;
 }
 
-/// As programs take their command line apart: backslashes count only in front of a quote.
-std::wstring quoted(const std::wstring& word) {
-    std::wstring text = L"\"";
-    std::size_t backslashes = 0;
-    for (const wchar_t c : word) {
-        if (c == L'"')
-            text.append(backslashes + 1, L'\\');
-        backslashes = c == L'\\' ? backslashes + 1 : 0;
-        text += c;
-    }
-    return text.append(backslashes, L'\\') + L'"';
-}
-
 std::wstring wide(const std::string& utf8) {
     return systemPath(utf8).wstring();
 }
@@ -90,12 +77,10 @@ Pipe makePipe(Handle Pipe::*ownEnd) {
 
 } // namespace
 
-ChildProcess::ChildProcess(const std::vector<std::string>& arguments, std::span<const Setting> environment)
+ChildProcess::ChildProcess(const Work& work, std::span<const Setting> environment)
     : system_(std::make_unique<System>()) {
     const std::wstring program = ownPath();
-    std::wstring line = L"orvista";
-    for (const std::string& argument : arguments)
-        line += L" " + quoted(wide(argument));
+    std::wstring line = L"orvista " + wide(work.argument);
     // Into this program's own, which the child inherits; it makes no other use of them any more.
     for (const auto& [name, value] : environment)
         SetEnvironmentVariableW(wide(name).c_str(), wide(value).c_str());

@@ -1,5 +1,7 @@
 #include "console/FleetRun.h"
 
+#include "link/TransferControls.h"
+
 #include <algorithm>
 #include <system_error>
 #include <utility>
@@ -62,7 +64,9 @@ void FleetRun::start(Turn turn) {
     }
     try {
         if (!process || !process->write(request)) {
-            process = std::make_unique<ChildProcess>(std::vector{std::string(workerCommand)}, environment_);
+            if (ChildProcess::isCopy && !library_)
+                library_ = keptTransferLibrary();
+            process = std::make_unique<ChildProcess>(worker(), environment_);
             process->write(request); // where that fails, nothing is read from it either
         }
         processes_.push_back(std::move(process));

@@ -52,6 +52,7 @@ private:
     std::vector<FleetTask> tasks_;
     std::size_t jobs_;
     std::vector<ChildProcess::Setting> environment_;
+    std::shared_ptr<const void> library_; ///< of transfers, for the processes to begin with
     FleetOutput& output_;
     std::vector<FleetResult> results_;
     std::size_t next_ = 0;

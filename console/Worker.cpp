@@ -10,6 +10,7 @@
 
 #include <array>
 #include <cstdio>
+#include <exception>
 #include <optional>
 #include <system_error>
 #include <utility>
@@ -31,6 +32,8 @@ std::string_view word(UploadStage stage) {
     }
     return {};
 }
+
+constexpr const char* workerCommand = "worker";
 
 constexpr std::string_view skipEqualWish = "--skip-equal";
 constexpr std::string_view verifyWish = "--verify";
@@ -84,6 +87,16 @@ ExitStatus work() {
 }
 
 } // namespace
+
+ChildProcess::Work worker() {
+    return {workerCommand, [] {
+                try {
+                    return static_cast<int>(work());
+                } catch (const std::exception&) { // the first process sees that this one is gone
+                    return static_cast<int>(ExitStatus::Unusable);
+                }
+            }};
+}
 
 const DisplayContents& SentContents::of(const std::string& folder) {
     if (!contents_ || folder_ != folder) {
@@ -144,7 +157,7 @@ void StatePrinter::finish(const TransferEnd& end) const {
 }
 
 void addWorker(CLI::App& program, Run& run) {
-    CLI::App* command = program.add_subcommand(std::string(workerCommand))->group("");
+    CLI::App* command = program.add_subcommand(workerCommand)->group("");
     command->callback([&run] { run = work; });
 }
 

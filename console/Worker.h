@@ -10,12 +10,12 @@
 #include <string_view>
 #include <vector>
 
-/// The process that works on displays, one after the other, started by the first with a command that help
-/// does not show. It is told of each on its standard input, and what it is to send lies in a folder that is
-/// its own already.
+/// The process that works on displays, one after the other: a copy of the first one, or started by it with a
+/// command that help does not show. It is told of each on its standard input, and what it is to send lies in
+/// a folder that is its own already.
 namespace orvista::console {
 
-inline constexpr std::string_view workerCommand = "worker";
+ChildProcess::Work worker();
 
 /// What is to be done for one display.
 struct WorkerRequest {
