@@ -60,7 +60,8 @@ CurlLibrary::CurlLibrary() {
         find(library, "curl_multi_init", multiInit) && find(library, "curl_multi_cleanup", multiCleanup) &&
         find(library, "curl_multi_add_handle", multiAddHandle) &&
         find(library, "curl_multi_remove_handle", multiRemoveHandle) &&
-        find(library, "curl_multi_perform", multiPerform) && find(library, "curl_multi_poll", multiPoll) &&
+        find(library, "curl_multi_perform", multiPerform) &&
+        find(library, "curl_multi_fdset", multiWatched) && find(library, "curl_multi_poll", multiPoll) &&
         find(library, "curl_multi_info_read", multiInfoRead) &&
         find(library, "curl_slist_append", listAppend) && find(library, "curl_slist_free_all", listFree) &&
         find(library, "curl_url", urlInit) && find(library, "curl_url_cleanup", urlCleanup) &&

@@ -26,6 +26,7 @@ public:
     decltype(&curl_multi_add_handle) multiAddHandle = nullptr;
     decltype(&curl_multi_remove_handle) multiRemoveHandle = nullptr;
     decltype(&curl_multi_perform) multiPerform = nullptr;
+    decltype(&curl_multi_fdset) multiWatched = nullptr;
     decltype(&curl_multi_poll) multiPoll = nullptr;
     decltype(&curl_multi_info_read) multiInfoRead = nullptr;
     decltype(&curl_slist_append) listAppend = nullptr;

@@ -12,9 +12,12 @@ namespace orvista {
 
 namespace {
 
-/// The library sees some data connections stand only when it is called again; left to itself it does that
-/// after a second.
+/// Before it opens a data connection the library waits for nothing that could be seen to come; left to itself
+/// it goes on after a second.
 constexpr int pollMilliseconds = 1;
+/// While it waits for the device it is woken at once. In between only silence, and that all is to end, are
+/// looked for.
+constexpr int watchMilliseconds = 10;
 
 /// Every byte that could mean something in an address is escaped; the bytes themselves arrive in the command.
 std::string escapedForUrl(const std::string& name) {
@@ -203,13 +206,27 @@ bool FtpLink::runToItsEnd() {
             return false;
         if (running == 0)
             break;
-        if (isGivenUp() || curl_->multiPoll(multi_.get(), nullptr, 0, pollMilliseconds, nullptr) != CURLM_OK)
+        if (isGivenUp() || !waitForMore())
             return false;
     }
     int others = 0;
     const CURLMsg* const end = curl_->multiInfoRead(multi_.get(), &others);
     code_ = end ? end->data.result : CURLE_OK;
     return end && code_ == CURLE_OK && seesEndOfData();
+}
+
+bool FtpLink::waitForMore() {
+    fd_set reading;
+    fd_set writing;
+    fd_set failing;
+    FD_ZERO(&reading);
+    FD_ZERO(&writing);
+    FD_ZERO(&failing);
+    int highest = -1;
+    const bool known =
+        curl_->multiWatched(multi_.get(), &reading, &writing, &failing, &highest) == CURLM_OK && highest >= 0;
+    const int milliseconds = known ? watchMilliseconds : pollMilliseconds;
+    return curl_->multiPoll(multi_.get(), nullptr, 0, milliseconds, nullptr) == CURLM_OK;
 }
 
 /// The device may say that all is sent before the last of it is here.

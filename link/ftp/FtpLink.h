@@ -63,6 +63,7 @@ private:
     bool setUrl(const std::string& remoteName);
     bool perform();
     bool runToItsEnd();
+    bool waitForMore();
     bool seesEndOfData();
     bool hasMoreThanToldOf();
     bool isGivenUp();
