@@ -35,9 +35,13 @@ HeldAnswer answerOf(const HeldFile& before, const HeldFile& after) {
     return answer;
 }
 
+ComparedFile comparedFile(const HeldBitmap& bitmap) {
+    return {bitmap.path, bitmap.bytes};
+}
+
 HeldAnswer answerOf(const HeldBitmap& before, const HeldBitmap& after) {
     const bool counts = before.counts || after.counts;
-    const auto difference = compareFiles(before.path, after.path);
+    const auto difference = compareFiles(comparedFile(before), comparedFile(after));
     if (!difference)
         return {before.name, HeldState::Same, counts, {}, {}, {}};
     return {before.name,           HeldState::Different,   counts, difference->sizeBefore,
@@ -58,16 +62,18 @@ std::vector<HeldAnswer> compareBitmaps(const std::vector<HeldBitmap>& before,
     for (const HeldBitmap& bitmap : before) {
         const HeldBitmap* const partner = partnerOf(bitmap, after);
         paired.push_back(partner);
-        answers.push_back(
-            partner != nullptr
-                ? answerOf(bitmap, *partner)
-                : HeldAnswer{
-                      bitmap.name, HeldState::Missing, bitmap.counts, sizeOfFile(bitmap.path), {}, {}});
+        answers.push_back(partner != nullptr ? answerOf(bitmap, *partner)
+                                             : HeldAnswer{bitmap.name,
+                                                          HeldState::Missing,
+                                                          bitmap.counts,
+                                                          sizeOfFile(comparedFile(bitmap)),
+                                                          {},
+                                                          {}});
     }
     for (const HeldBitmap& bitmap : after)
         if (std::ranges::find(paired, &bitmap) == paired.end())
             answers.push_back(
-                {bitmap.name, HeldState::Extra, bitmap.counts, {}, sizeOfFile(bitmap.path), {}});
+                {bitmap.name, HeldState::Extra, bitmap.counts, {}, sizeOfFile(comparedFile(bitmap)), {}});
     std::ranges::stable_sort(answers, {}, [](const HeldAnswer& answer) { return lowerAscii(answer.name); });
     return answers;
 }

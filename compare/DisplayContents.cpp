@@ -47,6 +47,11 @@ std::optional<std::string> bytesWhereThere(const std::string& path) {
     return bytesOf(path);
 }
 
+std::optional<std::string> bytesAmong(const FetchedFiles& files, std::string_view name) {
+    const auto file = std::ranges::find(files.inMemory(), name, &FetchedFiles::File::name);
+    return file == files.inMemory().end() ? std::nullopt : std::optional(file->bytes);
+}
+
 std::string writtenBytes(const DeviceFile& file, const Project& project) {
     MemorySink sink;
     file.write(sink, project);
@@ -114,6 +119,32 @@ DisplayContents DisplayContents::ofFolder(const std::string& folder) {
     return contents;
 }
 
+DisplayContents DisplayContents::ofFetched(const FetchedFiles& files, const DisplayContents& before) {
+    if (const auto folder = files.folder())
+        return ofFolder(*folder);
+    DisplayContents contents;
+    for (const DeviceFile* const file : deviceFiles)
+        contents.files_.push_back({file, bytesAmong(files, file->name), std::nullopt});
+    if (contents.readsAs(before)) {
+        contents.files_ = before.files_;
+        contents.project_ = before.project_;
+        contents.holdsProject_ = before.holdsProject_;
+    } else {
+        contents.read();
+    }
+    std::vector<std::string> names;
+    for (const FetchedFiles::File& file : files.inMemory())
+        names.push_back(file.name);
+    contents.addBitmaps(bitmapsAmong(std::move(names)));
+    for (HeldBitmap& bitmap : contents.bitmaps_)
+        bitmap.bytes = bytesAmong(files, bitmap.name);
+    return contents;
+}
+
+bool DisplayContents::readsAs(const DisplayContents& other) const {
+    return std::ranges::equal(files_, other.files_, {}, &HeldFile::bytes, &HeldFile::bytes);
+}
+
 DisplayContents DisplayContents::ofProject(const Project& project) {
     DisplayContents contents;
     for (const DeviceFile* const file : deviceFiles)
@@ -157,15 +188,19 @@ void DisplayContents::read() {
 }
 
 void DisplayContents::findBitmaps(const std::string& folder) {
+    addBitmaps(bitmapsOfFolder(folder));
+    for (HeldBitmap& bitmap : bitmaps_)
+        bitmap.path = PathRules::native().join(folder, bitmap.name);
+}
+
+void DisplayContents::addBitmaps(const std::vector<std::string>& names) {
     std::set<std::string> shown;
     addShownBitmaps(project_.STDMSG, shown);
     addShownBitmaps(project_.ALTMSG, shown);
-    const std::vector<std::string> names = bitmapsOfFolder(folder);
     for (const std::string& name : names) {
         const std::string lower = lowerAscii(name);
         const bool isAlone = std::ranges::count(names, lower, lowerAscii) == 1;
-        bitmaps_.push_back(
-            {name, PathRules::native().join(folder, name), isAlone ? lower : name, shown.contains(lower)});
+        bitmaps_.push_back({name, {}, {}, isAlone ? lower : name, shown.contains(lower)});
     }
 }
 
@@ -190,7 +225,7 @@ std::string fingerprint(const DisplayContents& contents) {
         if (!bitmap.counts)
             continue;
         addText(hash, bitmap.key);
-        addText(hash, bytesOf(bitmap.path));
+        addText(hash, bitmap.bytes ? *bitmap.bytes : bytesOf(bitmap.path));
     }
     return hash.hexDigest().substr(0, digits);
 }

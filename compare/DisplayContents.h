@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/DeviceFiles.h"
+#include "model/FetchedFiles.h"
 #include "model/Project.h"
 
 #include <array>
@@ -20,8 +21,9 @@ struct HeldFile {
 };
 
 struct HeldBitmap {
-    std::string name; ///< UTF-8
-    std::string path;
+    std::string name;                 ///< UTF-8
+    std::string path;                 ///< empty where it does not lie on the disk
+    std::optional<std::string> bytes; ///< where it does not
     /// What it is known by on another side: the name in lower case, or as it is where others beside it differ
     /// from it in case only.
     std::string key;
@@ -33,6 +35,10 @@ public:
     /// The files of a folder (UTF-8) as they are: those of a saved project, or of a display, fetched.
     /// \throws std::system_error for a file that is there and cannot be read
     static DisplayContents ofFolder(const std::string& folder);
+    /// The same of files that need not lie in a folder.
+    /// \param before contents of a folder: where the device files have the same bytes, what was read of them
+    ///               counts here, too
+    static DisplayContents ofFetched(const FetchedFiles& files, const DisplayContents& before);
     /// What saving the project writes, and its folder's bitmaps. Scripts are those of the project where the
     /// files say the same, so that a line keeps its number.
     static DisplayContents ofProject(const Project& project);
@@ -55,8 +61,10 @@ public:
 private:
     DisplayContents() = default;
     void read();
+    bool readsAs(const DisplayContents& other) const;
     void keepScripts(const Project& project);
     void findBitmaps(const std::string& folder);
+    void addBitmaps(const std::vector<std::string>& names);
 
     std::vector<HeldFile> files_;
     std::vector<HeldBitmap> bitmaps_;

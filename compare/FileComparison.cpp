@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <memory>
 #include <string_view>
 
 namespace orvista {
@@ -13,18 +14,19 @@ namespace {
 /// A file that is read piece by piece.
 class Pieces {
 public:
-    explicit Pieces(const std::string& path) : path_(path), source_(opened(path)) {}
+    explicit Pieces(const ComparedFile& file) : path_(file.path), rest_(file.bytes.value_or("")) {
+        if (!file.bytes)
+            source_ = opened(path_);
+    }
 
     /// What is left of the present piece, or the next one; empty at the end.
     std::string_view piece() {
-        if (position_ == size_) {
-            position_ = 0;
-            size_ = read();
-        }
-        return std::string_view(buffer_.data(), size_).substr(position_);
+        if (rest_.empty() && source_)
+            rest_ = read();
+        return rest_;
     }
     void advance(std::size_t count) {
-        position_ += count;
+        rest_.remove_prefix(count);
         total_ += count;
     }
     std::uint64_t total() const { return total_; }
@@ -35,33 +37,32 @@ public:
     }
 
 private:
-    static FileSource opened(const std::string& path) {
+    static std::unique_ptr<FileSource> opened(const std::string& path) {
         try {
-            return FileSource(path);
+            return std::make_unique<FileSource>(path);
         } catch (const OpenFailure& failure) {
             throw std::system_error(failure.code(), path);
         }
     }
 
-    std::size_t read() {
+    std::string_view read() {
         try {
-            return source_.read(buffer_.data(), buffer_.size());
+            return {buffer_.data(), source_->read(buffer_.data(), buffer_.size())};
         } catch (const ReadFailure& failure) {
             throw std::system_error(failure.code(), path_);
         }
     }
 
     std::string path_;
-    FileSource source_;
+    std::string_view rest_; ///< of the present piece
+    std::unique_ptr<FileSource> source_;
     std::array<char, 16384> buffer_{};
-    std::size_t position_ = 0;
-    std::size_t size_ = 0;
     std::uint64_t total_ = 0;
 };
 
 } // namespace
 
-std::optional<FileDifference> compareFiles(const std::string& before, const std::string& after) {
+std::optional<FileDifference> compareFiles(const ComparedFile& before, const ComparedFile& after) {
     Pieces left(before);
     Pieces right(after);
     while (true) {
@@ -82,8 +83,8 @@ std::optional<FileDifference> compareFiles(const std::string& before, const std:
     }
 }
 
-std::uint64_t sizeOfFile(const std::string& path) {
-    return Pieces(path).totalToEnd();
+std::uint64_t sizeOfFile(const ComparedFile& file) {
+    return Pieces(file).totalToEnd();
 }
 
 } // namespace orvista

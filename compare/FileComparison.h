@@ -3,9 +3,16 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 
-/// Files byte for byte. Paths are UTF-8.
+/// Files byte for byte.
 namespace orvista {
+
+/// A file: on the disk, or what it would hold there.
+struct ComparedFile {
+    std::string path;                           ///< UTF-8
+    std::optional<std::string_view> bytes = {}; ///< in place of the path
+};
 
 struct FileDifference {
     std::uint64_t sizeBefore = 0; ///< in bytes
@@ -16,7 +23,7 @@ struct FileDifference {
 
 /// Nothing where both have the same bytes.
 /// \throws std::system_error, whose text names the path, when a file cannot be read; here and below
-std::optional<FileDifference> compareFiles(const std::string& before, const std::string& after);
-std::uint64_t sizeOfFile(const std::string& path);
+std::optional<FileDifference> compareFiles(const ComparedFile& before, const ComparedFile& after);
+std::uint64_t sizeOfFile(const ComparedFile& file);
 
 } // namespace orvista

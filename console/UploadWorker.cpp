@@ -10,13 +10,14 @@ namespace orvista::console {
 
 namespace {
 
-ContentsComparison comparisonOf(const std::string& folder, const std::string& fetched) {
-    return compareContents(DisplayContents::ofFolder(folder), DisplayContents::ofFolder(fetched));
+ContentsComparison comparisonOf(const std::string& folder, const FetchedFiles& fetched) {
+    const DisplayContents before = DisplayContents::ofFolder(folder);
+    return compareContents(before, DisplayContents::ofFetched(fetched, before));
 }
 
 /// Whether sending the folder's files would change nothing that counts; what cannot be read is to be
 /// replaced.
-bool hasAll(const std::string& folder, const std::string& fetched) {
+bool hasAll(const std::string& folder, const FetchedFiles& fetched) {
     try {
         return comparisonOf(folder, fetched).sendingChangesNothing();
     } catch (const std::system_error&) {
@@ -25,7 +26,7 @@ bool hasAll(const std::string& folder, const std::string& fetched) {
 }
 
 /// Holds every byte that was sent against what came back.
-std::string faultOfSent(const std::string& folder, const std::string& fetched) {
+std::string faultOfSent(const std::string& folder, const FetchedFiles& fetched) {
     const ContentsComparison comparison = comparisonOf(folder, fetched);
     for (const auto* const answers : {&comparison.files, &comparison.bitmaps})
         for (const HeldAnswer& answer : *answers) {
@@ -43,9 +44,9 @@ TransferEnd uploadAsWorker(const WorkerRequest& request, StatePrinter& states) {
     const std::string folder = PathRules::native().split(request.project).value().folder;
     UploadWishes wishes;
     if (request.verify)
-        wishes.faultOfSent = [&folder](const std::string& fetched) { return faultOfSent(folder, fetched); };
+        wishes.faultOfSent = [&folder](const FetchedFiles& fetched) { return faultOfSent(folder, fetched); };
     if (request.skipEqual)
-        wishes.isEqual = [&folder](const std::string& fetched) { return hasAll(folder, fetched); };
+        wishes.isEqual = [&folder](const FetchedFiles& fetched) { return hasAll(folder, fetched); };
     return uploadToDisplay(transferAddress(request.display), folder, wishes, states, makeTransferControl);
 }
 

@@ -2,6 +2,7 @@
 
 #include "link/DisplayAddress.h"
 #include "link/TransferSteps.h"
+#include "model/FetchedFiles.h"
 
 #include <memory>
 #include <stdexcept>
@@ -38,5 +39,9 @@ std::unique_ptr<TransferControl> connectedControl(const DisplayAddress& display,
 void fetchDisplayFiles(const DisplayAddress& display, const std::string& folder,
                        DocTsfModule::TransferProgress& progress,
                        const DocTsfModule::TransferControlMaker& makeControl);
+/// The same files for whoever only looks at them, which spares the disk.
+/// \throws FetchFailure, std::system_error where a folder is needed and cannot be made
+FetchedFiles fetchDisplayFiles(const DisplayAddress& display, DocTsfModule::TransferProgress& progress,
+                               const DocTsfModule::TransferControlMaker& makeControl);
 
 } // namespace orvista

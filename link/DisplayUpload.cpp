@@ -1,7 +1,6 @@
 #include "link/DisplayUpload.h"
 
 #include "link/DisplayFiles.h"
-#include "model/ScratchFolder.h"
 
 #include <optional>
 #include <utility>
@@ -22,13 +21,13 @@ public:
     /// The final result if nothing needs sending (already equal, or unreachable); nullopt to go on and send.
     std::optional<TransferEnd> compare(const UploadWishes& wishes) {
         progress_.enter(UploadStage::Comparing);
-        const ScratchFolder fetched;
+        std::optional<FetchedFiles> fetched;
         try {
-            fetchDisplayFiles(display_, fetched.path(), progress_, makeControl_);
+            fetched = fetchDisplayFiles(display_, progress_, makeControl_);
         } catch (const FetchFailure& failure) {
             return failure.connected() ? std::nullopt : std::optional(failedTransfer(failure.what()));
         }
-        if (!wishes.isEqual(fetched.path()))
+        if (!wishes.isEqual(*fetched))
             return std::nullopt;
         return TransferEnd{FleetOutcome::Equal, {}, 0};
     }
@@ -54,11 +53,9 @@ public:
 private:
     TransferEnd verified(const UploadWishes& wishes, const TransferEnd& done) {
         progress_.enter(UploadStage::Verifying);
-        const ScratchFolder fetched;
         std::string fault;
         try {
-            fetchDisplayFiles(display_, fetched.path(), progress_, makeControl_);
-            fault = wishes.faultOfSent(fetched.path());
+            fault = wishes.faultOfSent(fetchDisplayFiles(display_, progress_, makeControl_));
         } catch (const FetchFailure& failure) {
             fault = failure.what();
         }

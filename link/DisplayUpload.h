@@ -3,6 +3,7 @@
 #include "link/DisplayAddress.h"
 #include "link/FleetResult.h"
 #include "link/TransferSteps.h"
+#include "model/FetchedFiles.h"
 
 #include <functional>
 #include <string>
@@ -18,11 +19,11 @@ public:
 };
 
 struct UploadWishes {
-    /// Whether the display, whose files lie in this folder, has what is to be sent. Empty: it is not asked.
-    std::function<bool(const std::string& fetchedFolder)> isEqual;
-    /// What is wrong with the files that were fetched once more into this folder after they were sent; empty
-    /// where nothing is. Empty function: they are not fetched.
-    std::function<std::string(const std::string& fetchedFolder)> faultOfSent;
+    /// Whether the display, which has these files, has what is to be sent. Empty: it is not asked.
+    std::function<bool(const FetchedFiles& fetched)> isEqual;
+    /// What is wrong with the files, which were fetched once more after they were sent; empty where nothing
+    /// is. Empty function: they are not fetched.
+    std::function<std::string(const FetchedFiles& fetched)> faultOfSent;
 };
 
 /// Sends the device files and bitmaps of `folder` (UTF-8) with the steps of the editor's upload. A display

@@ -1,9 +1,12 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 namespace orvista {
+
+class FetchedFiles;
 
 /// Moves files to and from the device. Every call blocks until it is done. Texts and paths are UTF-8.
 ///
@@ -30,6 +33,9 @@ public:
     /// \param argument always empty
     /// \param folder without a trailing separator
     virtual std::int64_t DownloadFiles(const std::string& argument, const std::string& folder) = 0;
+    /// Fetches the same files for whoever only looks at them; after a failure `files` is of no use. Nothing
+    /// where the control can only write to a folder.
+    virtual std::optional<std::int64_t> fetchFiles(FetchedFiles& /*files*/) { return std::nullopt; }
 
     /// Why the last operation failed, in words (UTF-8); empty where it did not, or where the control cannot
     /// tell. Of FinishUpload: why the device did not confirm the end.

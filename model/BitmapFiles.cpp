@@ -22,6 +22,11 @@ std::vector<std::string> bitmapsOfFolder(const std::string& folder) {
         if (isBitmapName(name) && entry->is_regular_file(unknownType))
             names.push_back(std::move(name));
     }
+    return bitmapsAmong(std::move(names));
+}
+
+std::vector<std::string> bitmapsAmong(std::vector<std::string> names) {
+    std::erase_if(names, [](const std::string& name) { return !isBitmapName(name); });
     // Names that differ in case only are told apart by their bytes, so that the order never varies.
     std::ranges::sort(names, {}, [](const std::string& name) { return std::pair(lowerAscii(name), name); });
     return names;

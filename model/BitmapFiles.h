@@ -10,4 +10,7 @@ namespace orvista {
 /// \param folder UTF-8
 std::vector<std::string> bitmapsOfFolder(const std::string& folder);
 
+/// Those of the names that are bitmaps', in the same order.
+std::vector<std::string> bitmapsAmong(std::vector<std::string> names);
+
 } // namespace orvista

@@ -2,7 +2,7 @@
 
 #include "link/TransferCause.h"
 #include "link/TransferredFiles.h"
-#include "link/ftp/DownloadStaging.h"
+#include "link/ftp/DownloadTarget.h"
 #include "link/ftp/FtpCause.h"
 #include "link/ftp/FtpLink.h"
 #include "link/ftp/RemoteNames.h"
@@ -32,25 +32,20 @@ bool isDeviceFile(std::string_view name) {
 
 struct WantedFile {
     std::string remoteName;
-    std::string shownName;
-    std::string finalPath;
+    std::string localName; ///< UTF-8
 };
 
 /// The five device files and those listed bitmaps that may be written.
-std::vector<WantedFile> wantedFiles(const RemoteListing& listing, const std::string& folder,
+std::vector<WantedFile> wantedFiles(const RemoteListing& listing, const DownloadTarget& target,
                                     const PathRules& paths) {
     std::vector<WantedFile> wanted;
     wanted.reserve(transferredDeviceFiles.size() + listing.names().size());
     for (const std::string_view name : transferredDeviceFiles)
-        wanted.push_back(
-            {listing.variantOf(name), std::string(name), deviceFileOnDisk(paths, paths.join(folder, name))});
+        wanted.push_back({listing.variantOf(name), std::string(name)});
     for (const std::string& listed : listing.names()) {
-        const auto localName = isBitmapName(listed) ? localFileName(listed, paths) : std::nullopt;
-        if (!localName)
-            continue;
-        std::string finalPath = paths.join(folder, *localName);
-        if (DownloadStaging::canAppear(finalPath))
-            wanted.push_back({listed, *localName, std::move(finalPath)});
+        auto localName = isBitmapName(listed) ? localFileName(listed, paths) : std::nullopt;
+        if (localName && target.canHold(*localName))
+            wanted.push_back({listed, *std::move(localName)});
     }
     return wanted;
 }
@@ -136,39 +131,52 @@ std::int64_t FtpTransferControl::DownloadFiles(const std::string&, const std::st
     cause_.clear();
     if (!link_ || folder.empty())
         return failure;
+    FolderTarget target(folder, paths_);
+    return download(target);
+}
+
+std::optional<std::int64_t> FtpTransferControl::fetchFiles(FetchedFiles& files) {
+    cause_.clear();
+    if (!link_)
+        return failure;
+    FetchedTarget target(files);
+    return download(target);
+}
+
+std::int64_t FtpTransferControl::download(DownloadTarget& target) {
     try {
-        return fetchFiles(folder);
+        return fetchInto(target);
     } catch (const std::system_error& refused) { // whatever the folder or the disk refused
         return failed(refused.what());
     }
 }
 
 /// \throws std::system_error
-std::int64_t FtpTransferControl::fetchFiles(const std::string& folder) {
+std::int64_t FtpTransferControl::fetchInto(DownloadTarget& target) {
     RemoteListing listing;
     const bool listed = link_->list([&](std::string_view piece) { return listing.append(piece); });
     if (!listing.finish())
         return failed("its list of files is too long");
     if (!listed)
         return failed(withCause("its list of files could not be fetched", link_->cause()));
-    const std::vector<WantedFile> wanted = wantedFiles(listing, folder, paths_);
-    DownloadStaging staging(folder, paths_);
-    std::vector<std::string> stagedPaths;
-    stagedPaths.reserve(wanted.size());
+    const std::vector<WantedFile> wanted = wantedFiles(listing, target, paths_);
+    std::vector<std::string> names;
+    names.reserve(wanted.size());
     for (const WantedFile& file : wanted)
-        stagedPaths.push_back(staging.pathFor(file.finalPath));
+        names.push_back(file.localName);
+    target.expect(names);
     for (std::size_t index = 0; index < wanted.size(); ++index) {
         const WantedFile& file = wanted[index];
         if (notice_)
-            notice_(file.shownName, index + 1, wanted.size());
-        FileSink sink(stagedPaths[index]);
-        if (!link_->fetch(file.remoteName, fileSizeLimit, sink)) {
+            notice_(file.localName, index + 1, wanted.size());
+        const std::unique_ptr<ByteSink> sink = target.next();
+        if (!link_->fetch(file.remoteName, fileSizeLimit, *sink)) {
             noteMissing(file.remoteName, listing);
-            return failed(withCause(file.shownName + " could not be fetched", link_->cause()));
+            return failed(withCause(file.localName + " could not be fetched", link_->cause()));
         }
-        sink.close();
+        sink->close();
     }
-    staging.complete();
+    target.complete();
     return success;
 }
 

@@ -15,6 +15,7 @@
 
 namespace orvista {
 
+class DownloadTarget;
 class FtpLink;
 class RemoteListing;
 
@@ -68,11 +69,13 @@ public:
     void FinishUpload() override;
     std::int64_t UploadFile(const std::string& path) override;
     std::int64_t DownloadFiles(const std::string& argument, const std::string& folder) override;
+    std::optional<std::int64_t> fetchFiles(FetchedFiles& files) override;
     std::string cause() const override { return cause_; }
 
 private:
     std::int64_t failed(std::string cause);
-    std::int64_t fetchFiles(const std::string& folder);
+    std::int64_t download(DownloadTarget& target);
+    std::int64_t fetchInto(DownloadTarget& target);
 
     void noteMissing(const std::string& remoteName, const RemoteListing& listing) const;
 

@@ -67,6 +67,45 @@ TEST_P(OneDifference, IsAnsweredAlikeByAll) {
     EXPECT_EQ(isListed, !isEqual && !file.ends_with(".bmp"));
 }
 
+FetchedFiles filesOf(const TemporaryFolder& folder) {
+    FetchedFiles files;
+    for (const auto& entry : std::filesystem::directory_iterator(systemPath(folder.path()))) {
+        const std::string name = utf8Path(entry.path().filename());
+        const auto sink = files.add(name);
+        sink->write(fileBytes(folder.file(name)));
+        sink->close();
+    }
+    return files;
+}
+
+/// Of each answer all that it says.
+std::vector<std::string> toldOf(const ContentsComparison& comparison) {
+    std::vector<std::string> told{verifiedText("D", comparison)};
+    for (const auto* const answers : {&comparison.files, &comparison.bitmaps})
+        for (const HeldAnswer& answer : *answers)
+            told.push_back(answer.name + " " + std::to_string(static_cast<int>(answer.state)) + " " +
+                           std::to_string(answer.counts) + " " +
+                           std::to_string(answer.sizeBefore.value_or(0)) + " " +
+                           std::to_string(answer.sizeAfter.value_or(0)) + " " +
+                           std::to_string(answer.firstOffset.value_or(0)));
+    return told;
+}
+
+TEST_P(OneDifference, IsTheSameWhereTheFilesDoNotLieInAFolder) {
+    const TwoFolders folders;
+    GetParam().change(folders);
+    const DisplayContents ours = DisplayContents::ofFolder(folders.ours.path());
+    FetchedFiles files = filesOf(folders.theirs);
+    const DisplayContents theirs = DisplayContents::ofFetched(files, ours);
+    EXPECT_FALSE(files.folder());
+    EXPECT_EQ(fingerprint(theirs), fingerprint(DisplayContents::ofFolder(folders.theirs.path())));
+    const ContentsComparison comparison = compareContents(ours, theirs);
+    EXPECT_EQ(toldOf(comparison), toldOf(folders.compared()));
+    EXPECT_EQ(comparison.items.size(), folders.compared().items.size());
+    files.toFolder();
+    EXPECT_EQ(toldOf(compareContents(ours, DisplayContents::ofFetched(files, ours))), toldOf(comparison));
+}
+
 INSTANTIATE_TEST_SUITE_P(Table, OneDifference, ::testing::ValuesIn(testing::heldCases()));
 
 /// Another text that the field takes.

@@ -82,7 +82,7 @@ protected:
     std::optional<FileDifference> compared(const std::string& before, const std::string& after) {
         testing::writeBytes(folder_.file("before"), before);
         testing::writeBytes(folder_.file("after"), after);
-        return compareFiles(folder_.file("before"), folder_.file("after"));
+        return compareFiles({folder_.file("before")}, {folder_.file("after")});
     }
 
     testing::TemporaryFolder folder_;
@@ -103,7 +103,7 @@ TEST_F(FileComparison, FindsTheFirstByteThatDiffers) {
 TEST_F(FileComparison, SaysWhichFileCannotBeRead) {
     testing::writeBytes(folder_.file("a.bmp"), "abc");
     try {
-        compareFiles(folder_.file("a.bmp"), folder_.file("a.bmp.gone"));
+        compareFiles({folder_.file("a.bmp")}, {folder_.file("a.bmp.gone")});
         FAIL() << "read a file that is not there";
     } catch (const std::system_error& failure) {
         EXPECT_THAT(failure.what(), HasSubstr("a.bmp.gone"));

@@ -51,10 +51,48 @@ TEST_F(DisplayFilesTest, FetchesTheDeviceFilesAndTheBitmaps) {
     EXPECT_FALSE(std::filesystem::exists(folder.path() + "/notes.txt"));
 }
 
+TEST_F(DisplayFilesTest, WhatIsOnlyLookedAtStaysInMemoryUntilItIsLarge) {
+    UnwatchedTransfer progress;
+    server.putDeviceFiles();
+    server.put("pump.bmp", "BM");
+    const FetchedFiles small = fetchDisplayFiles({"127.0.0.1", port()}, progress, makeTransferControl);
+    EXPECT_FALSE(small.folder());
+    ASSERT_EQ(small.inMemory().size(), 6U);
+    EXPECT_EQ(small.inMemory()[2].name, "stdmsg.ilm");
+    EXPECT_EQ(small.inMemory()[2].bytes, "remote stdmsg.ilm");
+    EXPECT_EQ(small.inMemory()[5].name, "pump.bmp");
+
+    const std::string manyBytes(FetchedFiles::mostInMemory + 1, 'x');
+    server.put("large.bmp", manyBytes);
+    std::string path;
+    {
+        const FetchedFiles large = fetchDisplayFiles({"127.0.0.1", port()}, progress, makeTransferControl);
+        path = large.folder().value();
+        EXPECT_EQ(large.inMemory().size(), 0U);
+        EXPECT_EQ(fileBytes(path + "/stdmsg.ilm"), "remote stdmsg.ilm");
+        EXPECT_EQ(fileBytes(path + "/large.bmp"), manyBytes);
+        EXPECT_EQ(fileBytes(path + "/pump.bmp"), "BM");
+    }
+    EXPECT_FALSE(std::filesystem::exists(path));
+}
+
+TEST_F(DisplayFilesTest, WhatIsOnlyLookedAtFailsAsADownloadDoes) {
+    UnwatchedTransfer progress;
+    server.putDeviceFiles();
+    std::filesystem::remove(server.file("altmsg.ilm"));
+    try {
+        fetchDisplayFiles({"127.0.0.1", port()}, progress, makeTransferControl);
+        FAIL() << "nothing was told";
+    } catch (const FetchFailure& failure) {
+        EXPECT_STREQ(failure.what(), "altmsg.ilm could not be fetched: 550 /altmsg.ilm is not retrievable.");
+    }
+}
+
 TEST_F(DisplayFilesTest, ADisplayThatLacksAFileLeavesTheFolderAsItWas) {
     server.putDeviceFiles();
     std::filesystem::remove(server.file("altmsg.ilm"));
-    EXPECT_EQ(fetched(port(), folder.path(), connected), "altmsg.ilm could not be fetched: 550 /altmsg.ilm is not retrievable.");
+    EXPECT_EQ(fetched(port(), folder.path(), connected),
+              "altmsg.ilm could not be fetched: 550 /altmsg.ilm is not retrievable.");
     EXPECT_TRUE(connected);
     EXPECT_TRUE(std::filesystem::is_empty(folder.path()));
 }

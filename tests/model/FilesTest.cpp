@@ -1,4 +1,5 @@
 #include "model/Files.h"
+#include "model/FetchedFiles.h"
 #include "model/Lines.h"
 #include "model/SystemPath.h"
 #include "tests/support/TemporaryFolder.h"
@@ -156,6 +157,26 @@ TEST(FileSink, TellsAFullDiskWhileWriting) {
     EXPECT_THROW(sink.write(std::string(1 << 20, 'x')), WriteFailure);
 }
 #endif
+
+TEST(FetchedFiles, MoveToAFolderInTheMiddleOfAFile) {
+    FetchedFiles files;
+    const std::string half(FetchedFiles::mostInMemory / 2 + 1, 'x');
+    files.add("first")->write("1");
+    const auto sink = files.add("second");
+    sink->write(half);
+    EXPECT_FALSE(files.folder());
+    EXPECT_EQ(files.inMemory().size(), 2U);
+    sink->write(half);
+    sink->close();
+    const auto third = files.add("third");
+    third->write("3");
+    third->close();
+    ASSERT_TRUE(files.folder());
+    const std::string folder = *files.folder();
+    EXPECT_EQ(testing::fileBytes(folder + "/first"), "1");
+    EXPECT_EQ(testing::fileBytes(folder + "/second"), half + half);
+    EXPECT_EQ(testing::fileBytes(folder + "/third"), "3");
+}
 
 } // namespace
 } // namespace orvista

@@ -61,6 +61,8 @@ public:
     ChildProcess(const ChildProcess&) = delete;
     ChildProcess& operator=(const ChildProcess&) = delete;
 
+    pid_t id() const { return process_; }
+
     /// Sends a line, and returns the one that answers it.
     std::string ask(const std::string& line) {
         const std::string bytes = line + '\n';
