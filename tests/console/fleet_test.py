@@ -675,26 +675,42 @@ class Interruption(FleetTest):
 class Simulators(FleetTest):
     """The program that shows a project without a display."""
 
+    maxDiff = None
+    # How a simulated display fails at its third file, and what is said of that when it is sent, and fetched.
+    HOW = {"sim3": ("hang-up", "hung up", "it ended too early"),
+           "sim7": ("refuse", "452 No space left on the device", "451 The file cannot be read"),
+           "sim12": ("stall", "no answer within 10 s", "no answer within 10 s")}
+
+    def faulty(self, name):
+        return ["--fail-file", "3", "--fail-how", self.HOW[name][0]] if name in self.HOW else []
+
     def test_twenty_simulated_displays(self):
         self.displays.serve()
         simulators = []
         for i in range(20):
             (self.folder / f"sim{i}").mkdir()
-            simulators.append(Display(self.folder / f"sim{i}", *(["--fail-file", "3"] if i == 7 else [])))
+            simulators.append(Display(self.folder / f"sim{i}", *self.faulty(f"sim{i}")))
             self.addCleanup(simulators[-1].close)
         rows = [f"sim{i},127.0.0.1,{simulator.port},plant/LINE3.orx" for i, simulator in enumerate(simulators)]
         results, _ = self.results(1, "upload", "--verify", "--list", self.write_list(rows))
         for name, result in results.items():
             files = {path.name: path.read_bytes() for path in (self.folder / name).iterdir()}
-            if name == "sim7":
-                self.assertEqual((result["result"], result["reason"]),
-                                 ("half", "stdmsg.ilm was not taken: 452 No space left on the device; arrived: modbus.adr, ilmvar.def"))
+            if name in self.HOW:
+                self.assertEqual((result["result"], result["reason"]), (
+                    "half", f"stdmsg.ilm was not taken: {self.HOW[name][1]}; arrived: modbus.adr, ilmvar.def"))
             else:
                 self.assertEqual((result["result"], files), ("done", self.sent()))
-        rows.pop(7)
+        for name in self.HOW:  # as if another had sent the rest
+            for file, content in self.sent().items():
+                (self.folder / name / file).write_bytes(content)
+        results, _ = self.results(1, "compare", "--list", self.write_list(rows))
+        self.assertEqual({name: (result["result"], result["reason"]) for name, result in results.items()},
+                         {name: ("failed", f"stdmsg.ilm could not be fetched: {self.HOW[name][2]}") if name in self.HOW
+                          else ("equal", "") for name in results})
+        rows = [row for row in rows if row.split(",")[0] not in self.HOW]
         results, _ = self.results(0, "download", "--list", self.write_list(rows), "-o", "backup")
         self.assertEqual({result["result"] for result in results.values()}, {"done"})
-        self.assertEqual(len(list((self.folder / "backup").iterdir())), 19)
+        self.assertEqual(len(list((self.folder / "backup").iterdir())), 17)
         results, _ = self.results(0, "upload", "--skip-equal", "--list", self.write_list(rows))
         self.assertEqual({result["result"] for result in results.values()}, {"equal"})
 
