@@ -2,13 +2,11 @@
 
 #include "link/FleetResult.h"
 
-#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
 
-/// What `upload --json` and `download --json` print: one object a line. The process that works on one display
-/// prints them, too, and the one that started it reads them.
+/// What `upload --json` and `download --json` print: one object a line.
 namespace orvista::console {
 
 /// Where a display's transfer is.
@@ -30,12 +28,5 @@ inline constexpr std::string_view verifyingState = "verifying";
 std::string stateLine(const DisplayState& state);
 /// The last line.
 std::string resultsLine(std::span<const FleetResult> results);
-
-/// A line that the process of one display printed: one of the two, or neither for anything else.
-struct PrintedLine {
-    std::optional<DisplayState> state;
-    std::optional<TransferEnd> end;
-};
-PrintedLine readPrintedLine(std::string_view line);
 
 } // namespace orvista::console

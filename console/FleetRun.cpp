@@ -1,5 +1,6 @@
 #include "console/FleetRun.h"
 
+#include "console/WorkerReport.h"
 #include "link/TransferControls.h"
 
 #include <algorithm>
@@ -79,7 +80,7 @@ void FleetRun::start(Turn turn) {
 void FleetRun::takeWhatCame() {
     for (std::size_t i = 0; i < processes_.size();) {
         const bool goesOn = processes_[i]->read(turns_[i].unread);
-        takeLines(turns_[i]);
+        takeReports(turns_[i]);
         if (goesOn && !turns_[i].end) {
             ++i;
             continue;
@@ -95,21 +96,15 @@ void FleetRun::takeWhatCame() {
     }
 }
 
-void FleetRun::takeLines(Turn& turn) {
+void FleetRun::takeReports(Turn& turn) {
     std::string_view rest = turn.unread;
-    for (auto end = rest.find('\n'); end != std::string_view::npos; end = rest.find('\n')) {
-        take(turn, rest.substr(0, end));
-        rest.remove_prefix(end + 1);
+    while (auto report = takeReport(rest)) {
+        if (report->end)
+            turn.end = std::move(report->end);
+        else if (report->state)
+            note(turn, *std::move(report->state));
     }
     turn.unread = std::string(rest);
-}
-
-void FleetRun::take(Turn& turn, std::string_view line) {
-    PrintedLine printed = readPrintedLine(line);
-    if (printed.end)
-        turn.end = std::move(printed.end);
-    else if (printed.state)
-        note(turn, *std::move(printed.state));
 }
 
 void FleetRun::note(Turn& turn, DisplayState state) {

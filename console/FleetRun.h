@@ -33,7 +33,7 @@ private:
     struct Turn {
         std::size_t task = 0;
         Clock::time_point began;
-        std::string unread;               ///< the beginning of a line
+        std::string unread;               ///< the beginning of a report
         std::vector<std::string> sending; ///< names of the files that were sent so far, and are
         std::size_t arrived = 0;          ///< how many of them the display has taken
         std::size_t of = 0;
@@ -43,8 +43,7 @@ private:
     bool begin();
     void start(Turn turn);
     void takeWhatCame();
-    void takeLines(Turn& turn);
-    void take(Turn& turn, std::string_view line);
+    void takeReports(Turn& turn);
     void note(Turn& turn, DisplayState state);
     void finish(Turn& turn, TransferEnd end);
     void endAll();

@@ -2,13 +2,12 @@
 
 #include "console/CommandFailure.h"
 #include "console/Commands.h"
-#include "console/Output.h"
+#include "console/WorkerReport.h"
 #include "link/DisplayFiles.h"
 #include "link/TransferControls.h"
 
 #include <CLI/App.hpp>
 
-#include <array>
 #include <cstdio>
 #include <exception>
 #include <optional>
@@ -52,6 +51,12 @@ std::optional<std::vector<std::string>> nextWords() {
     return std::nullopt;
 }
 
+/// At once and as it is. Where nobody reads it, this process is about to end.
+void writeReport(const std::string& bytes) {
+    std::fwrite(bytes.data(), 1, bytes.size(), stdout);
+    std::fflush(stdout);
+}
+
 TransferEnd endOf(const WorkerRequest& request, StatePrinter& states, SentContents& sent) {
     try {
         if (request.work == downloadWork)
@@ -80,7 +85,7 @@ ExitStatus work() {
             request.skipEqual = request.skipEqual || wish == skipEqualWish;
             request.verify = request.verify || wish == verifyWish;
         }
-        StatePrinter states(request.display);
+        StatePrinter states;
         states.finish(endOf(request, states, sent));
     }
     return ExitStatus::Well;
@@ -146,14 +151,11 @@ void StatePrinter::showFile(const std::string& name, std::size_t number, std::si
 }
 
 void StatePrinter::printState() const {
-    print(stateLine(state_), Reader::Program);
-    finishOutput();
+    writeReport(reportBytes(state_));
 }
 
 void StatePrinter::finish(const TransferEnd& end) const {
-    const std::array results{FleetResult{state_.name, state_.address, end, 0}};
-    print(resultsLine(results), Reader::Program);
-    finishOutput();
+    writeReport(reportBytes(end));
 }
 
 void addWorker(CLI::App& program, Run& run) {

@@ -37,16 +37,14 @@ std::string requestBytes(const WorkerRequest& request);
 /// \param scratch UTF-8
 std::vector<ChildProcess::Setting> workerEnvironment(const std::string& scratch);
 
-/// Prints the states of one display as they change.
+/// Reports the states of one display as they change.
 class StatePrinter final : public UploadProgress {
 public:
-    explicit StatePrinter(const std::string& display) { state_.name = state_.address = display; }
-
     void enter(UploadStage stage) override;
     void showActivity(const std::string&) override {}
     void showFile(const std::string& name, std::size_t number, std::size_t count) override;
 
-    /// The last line.
+    /// The last report.
     void finish(const TransferEnd& end) const;
 
 private:
