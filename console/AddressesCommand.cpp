@@ -1,7 +1,7 @@
 #include "console/Commands.h"
 
-#include "compare/DisplayContents.h"
 #include "console/JsonText.h"
+#include "console/ListHead.h"
 #include "console/NotesBeside.h"
 #include "console/Output.h"
 #include "console/Projects.h"
@@ -10,7 +10,6 @@
 #include "model/Files.h"
 #include "model/Quotation.h"
 #include "model/Text.h"
-#include "model/UtcTime.h"
 #include "sheets/AddressSheet.h"
 #include "sheets/AddressTemplate.h"
 #include "sheets/PlcOpenXml.h"
@@ -105,18 +104,6 @@ nlohmann::ordered_json jsonRow(const AddressRow& row) {
     return object;
 }
 
-/// \throws CommandFailure for a bitmap that cannot be read
-AddressHead headOf(const Project& project, const ProjectNotes& notes) {
-    try {
-        return {.fingerprint = fingerprint(DisplayContents::ofProject(project)),
-                .time = utcText(presentMoment()),
-                .display = notes.displayName,
-                .release = std::string(programRelease)};
-    } catch (const std::system_error& failure) {
-        throw CommandFailure(ExitStatus::Unusable, failure.what());
-    }
-}
-
 std::string addressJson(std::span<const AddressRow> rows, const Project& project, const AddressHead& head) {
     auto list = nlohmann::ordered_json::array();
     for (const AddressRow& row : rows)
@@ -154,7 +141,7 @@ std::string listIn(Format format, std::span<const AddressRow> rows, const Projec
                    const ProjectNotes& notes, const AddressesOptions& options) {
     if (format == Format::Csv)
         return addressCsv(rows, separatorOf(options));
-    const AddressHead head = headOf(project, notes);
+    const AddressHead head = listHead(project, notes, presentMoment());
     if (format == Format::Html)
         return addressHtml(rows, project, head);
     if (format == Format::Json)

@@ -19,6 +19,7 @@ using Run = std::function<ExitStatus()>;
 void addCheck(CLI::App& program, Run& run);
 void addShow(CLI::App& program, Run& run);
 void addAddresses(CLI::App& program, Run& run);
+void addBook(CLI::App& program, Run& run);
 void addMessages(CLI::App& program, Run& run);
 void addVariables(CLI::App& program, Run& run);
 void addNames(CLI::App& program, Run& run);

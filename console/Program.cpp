@@ -108,6 +108,7 @@ ExitStatus runCommand(std::vector<std::string> arguments) {
     addCheck(program, run);
     addShow(program, run);
     addAddresses(program, run);
+    addBook(program, run);
     addMessages(program, run);
     addVariables(program, run);
     addNames(program, run);

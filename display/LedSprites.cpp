@@ -61,8 +61,9 @@ Pixel lightColour(const Light& light, double share) {
 } // namespace
 
 Pixel Sprite::Dot::over(Pixel below) const {
+    // Rounded by hand, for what is never negative: pictures are drawn by the thousand.
     const auto mix = [this](double upper, std::uint8_t lower) {
-        return static_cast<std::uint8_t>(std::lround(upper + lower * (1 - cover)));
+        return static_cast<std::uint8_t>(upper + lower * (1 - cover) + 0.5);
     };
     return {mix(red, below.red), mix(green, below.green), mix(blue, below.blue)};
 }

@@ -1,10 +1,8 @@
 #include "display/PanelDrawing.h"
 
-#include "display/LedSprites.h"
 #include "display/PanelLook.h"
 
 #include <algorithm>
-#include <array>
 
 namespace orvista {
 
@@ -15,11 +13,16 @@ using namespace panelLook;
 /// Lays the sprite over the picture, its centre in the middle of the square that begins at (left, top).
 void lay(PixelImage& picture, const Sprite& sprite, int left, int top, int cell) {
     const int overhang = (sprite.side - cell) / 2;
-    auto dot = sprite.dots.begin();
-    for (int y = top - overhang; y < top - overhang + sprite.side; ++y) {
-        for (int x = left - overhang; x < left - overhang + sprite.side; ++x, ++dot) {
-            if (x >= 0 && x < picture.width && y >= 0 && y < picture.height)
-                picture.at(x, y) = dot->over(picture.at(x, y));
+    const int firstX = left - overhang;
+    const int firstY = top - overhang;
+    const int fromX = std::max(0, -firstX);
+    const int untilX = std::min(sprite.side, picture.width - firstX);
+    const int untilY = std::min(sprite.side, picture.height - firstY);
+    for (int y = std::max(0, -firstY); y < untilY; ++y) {
+        for (int x = fromX; x < untilX; ++x) {
+            const Sprite::Dot& dot = sprite.dots[static_cast<std::size_t>(y * sprite.side + x)];
+            if (dot.cover > 0)
+                picture.at(firstX + x, firstY + y) = dot.over(picture.at(firstX + x, firstY + y));
         }
     }
 }
@@ -30,31 +33,44 @@ void fill(PixelImage& picture, int margin, Pixel colour) {
             picture.at(x, y) = colour;
 }
 
+/// The board with all lenses off.
+PixelImage darkPanel(PanelSize size, int cell) {
+    const int rim = rimOf(cell);
+    const auto [width, height] = drawnSize(size, cell);
+    PixelImage picture(width, height);
+    fill(picture, 0, rimColour);
+    fill(picture, std::max(1, rim / 3), boardColour);
+    const Sprite lens = lensSprite(cell);
+    for (int y = 0; y < size.rows; ++y)
+        for (int x = 0; x < size.columns; ++x)
+            lay(picture, lens, rim + x * cell, rim + y * cell, cell);
+    return picture;
+}
+
 } // namespace
 
 PixelSize drawnSize(PanelSize panel, int cell) {
     return {panel.columns * cell + 2 * rimOf(cell), panel.rows * cell + 2 * rimOf(cell)};
 }
 
-PixelImage drawPanel(const LedRaster& raster, int cell) {
-    const int rim = rimOf(cell);
-    const auto [width, height] = drawnSize(raster.size(), cell);
-    PixelImage picture(width, height);
-    fill(picture, 0, rimColour);
-    fill(picture, std::max(1, rim / 3), boardColour);
+PanelDrawing::PanelDrawing(PanelSize size, int cell)
+    : cell_(cell),
+      dark_(darkPanel(size, cell)),
+      lights_{lightSprite(cell, Led::Red), lightSprite(cell, Led::Green), lightSprite(cell, Led::Orange)} {}
 
-    const auto layAll = [&](auto&& spriteAt) {
-        for (int y = 0; y < raster.rows(); ++y)
-            for (int x = 0; x < raster.columns(); ++x)
-                if (const Sprite* const sprite = spriteAt(raster.at(x, y)))
-                    lay(picture, *sprite, rim + x * cell, rim + y * cell, cell);
-    };
-    const Sprite lens = lensSprite(cell);
-    layAll([&](Led) { return &lens; });
-    const std::array lights{lightSprite(cell, Led::Red), lightSprite(cell, Led::Green),
-                            lightSprite(cell, Led::Orange)};
-    layAll([&](Led led) { return led == Led::Off ? nullptr : &lights[static_cast<std::size_t>(led) - 1]; });
+PixelImage PanelDrawing::draw(const LedRaster& raster) const {
+    const int rim = rimOf(cell_);
+    PixelImage picture = dark_;
+    for (int y = 0; y < raster.rows(); ++y)
+        for (int x = 0; x < raster.columns(); ++x)
+            if (const Led led = raster.at(x, y); led != Led::Off)
+                lay(picture, lights_[static_cast<std::size_t>(led) - 1], rim + x * cell_, rim + y * cell_,
+                    cell_);
     return picture;
+}
+
+PixelImage drawPanel(const LedRaster& raster, int cell) {
+    return PanelDrawing(raster.size(), cell).draw(raster);
 }
 
 } // namespace orvista

@@ -1,5 +1,7 @@
 #include "display/PngFile.h"
 
+#include <array>
+#include <cstdint>
 #include <new>
 #include <string_view>
 #include <zlib.h>
@@ -59,30 +61,95 @@ std::string chunk(std::string_view kind, std::string_view data) {
            number(static_cast<std::uint32_t>(sum));
 }
 
-std::string compressedRows(const PixelImage& picture) {
+/// \param addPixel appends a pixel's bytes to a row
+template <typename AddPixel>
+std::string compressedRows(const PixelImage& picture, AddPixel addPixel) {
     Compression compression;
     const auto width = static_cast<std::size_t>(picture.width);
     std::string row;
     for (std::size_t start = 0; start < picture.pixels.size(); start += width) {
         row.assign(1, '\0'); // the row is not filtered
         for (std::size_t i = start; i < start + width; ++i)
-            for (const std::uint8_t part :
-                 {picture.pixels[i].red, picture.pixels[i].green, picture.pixels[i].blue})
-                row.push_back(static_cast<char>(part));
+            addPixel(row, picture.pixels[i]);
         compression.add(row);
     }
     return compression.finish();
 }
 
+/// The colours of a picture in the order they come, as long as they are few.
+class Palette {
+public:
+    static constexpr std::size_t most = 256;
+
+    explicit Palette(const PixelImage& picture) {
+        for (const Pixel& pixel : picture.pixels) {
+            Slot& slot = slotOf(pixel);
+            if (slot.isTaken)
+                continue;
+            isComplete_ = colours_.size() < 3 * most;
+            if (!isComplete_)
+                return;
+            slot = {pixel, static_cast<char>(colours_.size() / 3), true};
+            for (const std::uint8_t part : {pixel.red, pixel.green, pixel.blue})
+                colours_.push_back(static_cast<char>(part));
+        }
+    }
+    bool isComplete() const { return isComplete_; }
+    const std::string& colours() const { return colours_; }
+    char numberOf(const Pixel& pixel) { return slotOf(pixel).number; }
+
+private:
+    struct Slot {
+        Pixel pixel;
+        char number = 0;
+        bool isTaken = false;
+    };
+
+    /// Where the colour stands, or has its place.
+    Slot& slotOf(const Pixel& pixel) {
+        const std::uint32_t colour = pixel.red | pixel.green << 8U | pixel.blue << 16U;
+        std::size_t at = (colour * 2654435761U) >> 22U;
+        while (slots_[at].isTaken && slots_[at].pixel != pixel)
+            at = (at + 1) % slots_.size();
+        return slots_[at];
+    }
+
+    std::array<Slot, 4 * most> slots_{};
+    std::string colours_;
+    bool isComplete_ = true;
+};
+
+/// \param kind of its pixels, as the head says it
+/// \param palette the chunk, or nothing
+std::string pngOf(const PixelImage& picture, char kind, std::string_view palette, std::string_view rows) {
+    using namespace std::string_literals;
+    const std::string head = number(static_cast<std::uint32_t>(picture.width)) +
+                             number(static_cast<std::uint32_t>(picture.height)) + "\x08"s + kind + "\0\0\0"s;
+    return ("\x89PNG\r\n\x1A\n" + chunk("IHDR", head))
+        .append(palette)
+        .append(chunk("IDAT", rows))
+        .append(chunk("IEND", {}));
+}
+
 } // namespace
 
 std::string pngFile(const PixelImage& picture) {
-    using namespace std::string_literals;
-    const std::string head = number(static_cast<std::uint32_t>(picture.width)) +
-                             number(static_cast<std::uint32_t>(picture.height)) +
-                             "\x08\x02\0\0\0"s; // 8 bits for each of red, green and blue
-    return "\x89PNG\r\n\x1A\n" + chunk("IHDR", head) + chunk("IDAT", compressedRows(picture)) +
-           chunk("IEND", {});
+    constexpr char redGreenBlue = 2; // 8 bits for each
+    return pngOf(picture, redGreenBlue, {}, compressedRows(picture, [](std::string& row, const Pixel& pixel) {
+                     for (const std::uint8_t part : {pixel.red, pixel.green, pixel.blue})
+                         row.push_back(static_cast<char>(part));
+                 }));
+}
+
+std::string smallPngFile(const PixelImage& picture) {
+    Palette palette(picture);
+    if (!palette.isComplete())
+        return pngFile(picture);
+    constexpr char numbers = 3; // of 8 bits
+    return pngOf(picture, numbers, chunk("PLTE", palette.colours()),
+                 compressedRows(picture, [&palette](std::string& row, const Pixel& pixel) {
+                     row.push_back(palette.numberOf(pixel));
+                 }));
 }
 
 } // namespace orvista

@@ -129,9 +129,8 @@ std::string addressHtml(std::span<const AddressRow> rows, const Project& project
         .append("</body>\n</html>\n");
 }
 
-std::string addressHtmlBody(std::span<const AddressRow> rows, const Project& project,
-                            const AddressHead& head) {
-    std::string html = "<h1>" + titleOf(project) + "</h1>\n<p>Device address: ";
+std::string addressHeadHtml(const Project& project, const AddressHead& head) {
+    std::string html = "<p>Device address: ";
     html.append(escapedForMarkup(utf8FromWindows1252(project.IP))).append("</p>\n<p>");
     if (!head.display.empty())
         html.append("Display: ").append(escapedForMarkup(head.display)).append("<br>\n");
@@ -139,12 +138,21 @@ std::string addressHtmlBody(std::span<const AddressRow> rows, const Project& pro
         html.append("File: ").append(escapedForMarkup(projectFileNameOf(project))).append("</p>\n<p>");
     if (!head.fingerprint.empty())
         html.append("Fingerprint of the project: ").append(head.fingerprint).append("<br>\n");
-    html.append("As of ").append(timeForPeople(head.time)).append("</p>\n").append(explanations);
+    return html.append("As of ").append(timeForPeople(head.time)).append("</p>\n");
+}
+
+std::string addressTablesHtml(std::span<const AddressRow> rows) {
+    std::string html(explanations);
     appendBlock(html, rows, "float", "Float variables");
     appendBlock(html, rows, "boolean", "Boolean variables");
     appendBlock(html, rows, "emergency", "Emergency messages");
     appendBlock(html, rows, "regular", "Regular messages");
     return html;
+}
+
+std::string addressHtmlBody(std::span<const AddressRow> rows, const Project& project,
+                            const AddressHead& head) {
+    return "<h1>" + titleOf(project) + "</h1>\n" + addressHeadHtml(project, head) + addressTablesHtml(rows);
 }
 
 } // namespace orvista

@@ -30,6 +30,9 @@ std::string addressCsv(std::span<const AddressRow> rows, char separator = ',');
 
 /// One page to print, without anything from elsewhere.
 std::string addressHtml(std::span<const AddressRow> rows, const Project& project, const AddressHead& head);
+/// Its parts: what tells this list from another, as paragraphs, and the tables with what explains them.
+std::string addressHeadHtml(const Project& project, const AddressHead& head);
+std::string addressTablesHtml(std::span<const AddressRow> rows);
 /// What that page shows, without a style.
 std::string addressHtmlBody(std::span<const AddressRow> rows, const Project& project,
                             const AddressHead& head);

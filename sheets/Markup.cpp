@@ -2,6 +2,15 @@
 
 namespace orvista {
 
+namespace {
+
+bool isUnwritable(char character) {
+    const bool isWhite = character == '\t' || character == '\n' || character == '\r';
+    return (static_cast<unsigned char>(character) < ' ' && !isWhite) || character == '\x7F';
+}
+
+} // namespace
+
 std::string escapedForMarkup(std::string_view text) {
     std::string markup;
     for (const char character : text) {
@@ -19,7 +28,8 @@ std::string escapedForMarkup(std::string_view text) {
             markup += "&quot;";
             break;
         default:
-            markup += character;
+            // Neither HTML nor XML has other control characters.
+            markup += isUnwritable(character) ? '?' : character;
         }
     }
     return markup;

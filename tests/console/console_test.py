@@ -732,7 +732,7 @@ class Outputs(ProgramTest):
         (self.folder / "variables.csv").write_bytes(b"name,default\nRegVar1,77\n")
 
     commands = (["show", PROJECT, "STDMSG3", "-o", "out.png"], ["addresses", PROJECT, "-o", "out.csv"], ["addresses", PROJECT, "-o", "out.html"],
-                ["addresses", PROJECT, "-o", "out.json"], ["messages", "export", PROJECT, "-o", "out.csv"],
+                ["addresses", PROJECT, "-o", "out.json"], ["book", PROJECT, "-o", "out.html"], ["messages", "export", PROJECT, "-o", "out.csv"],
                 ["variables", "export", PROJECT, "-o", "out.csv"],
                 ["messages", "import", PROJECT, "messages.csv"], ["variables", "import", PROJECT, "variables.csv"],
                 ["messages", "import", PROJECT, "messages.csv", "-o", "out.orx"], ["new", "out.orx"])

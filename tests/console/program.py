@@ -14,7 +14,7 @@ SOURCE = Path(sys.argv.pop(1))
 GOLDEN = SOURCE / "tests" / "sheets" / "golden"
 EXAMPLE = SOURCE / "examples" / "pumpstation"
 PROJECT = "PUMPSTATION.orx"
-COMMANDS = (["check"], ["compare"], ["fingerprint"], ["show"], ["addresses"], ["messages", "export"], ["messages", "import"],
+COMMANDS = (["check"], ["compare"], ["fingerprint"], ["show"], ["addresses"], ["book"], ["messages", "export"], ["messages", "import"],
             ["variables", "export"], ["variables", "import"], ["names", "export"], ["names", "import"], ["fix"], ["mend"], ["new"], ["upload"], ["download"], ["read"], ["switch"], ["write"],
             ["help"], ["version"])
 

@@ -5,10 +5,11 @@ function __orvista_messages
 end
 
 complete -c orvista -f
-set -l commands check show addresses messages variables names compare fingerprint fix mend new upload download read switch write help version
+set -l commands check show addresses book messages variables names compare fingerprint fix mend new upload download read switch write help version
 complete -c orvista -n "not __fish_seen_subcommand_from $commands" -a check -d 'Tell what will go wrong on the display'
 complete -c orvista -n "not __fish_seen_subcommand_from $commands" -a show -d 'Draw what the display shows into a picture'
 complete -c orvista -n "not __fish_seen_subcommand_from $commands" -a addresses -d 'List the Modbus address of every variable and message'
+complete -c orvista -n "not __fish_seen_subcommand_from $commands" -a book -d 'Write a book of all messages, with pictures, to print and sign'
 complete -c orvista -n "not __fish_seen_subcommand_from $commands" -a messages -d 'Messages to a table and back'
 complete -c orvista -n "not __fish_seen_subcommand_from $commands" -a variables -d 'Variables to a table and back'
 complete -c orvista -n "not __fish_seen_subcommand_from $commands" -a names -d 'Labels, units and comments to a table and back'
@@ -62,6 +63,13 @@ complete -c orvista -n '__fish_seen_subcommand_from addresses' -l template -x -k
 complete -c orvista -n '__fish_seen_subcommand_from addresses' -l utf8 -d 'Comments of a file .st in UTF-8, else in plain ASCII'
 complete -c orvista -n '__fish_seen_subcommand_from addresses' -l not-whole -d 'Go on with a project of which something is lost or moved'
 complete -c orvista -n '__fish_seen_subcommand_from addresses' -k -a '(__fish_complete_suffix .orx)'
+complete -c orvista -n '__fish_seen_subcommand_from book' -s h -l help -d 'Print this help message and exit'
+complete -c orvista -n '__fish_seen_subcommand_from book' -s o -l output -x -k -a '(__fish_complete_suffix .html)' -d 'The page to write'
+complete -c orvista -n '__fish_seen_subcommand_from book' -l columns -x -d 'Dots across the panel, 1 to 4096'
+complete -c orvista -n '__fish_seen_subcommand_from book' -l used -d 'Addresses only of variables that a message shows, and messages that draw'
+complete -c orvista -n '__fish_seen_subcommand_from book' -l widest -d 'Show each page that has fields with its widest values, too'
+complete -c orvista -n '__fish_seen_subcommand_from book' -l not-whole -d 'Go on with a project of which something is lost or moved'
+complete -c orvista -n '__fish_seen_subcommand_from book' -k -a '(__fish_complete_suffix .orx)'
 complete -c orvista -n '__fish_seen_subcommand_from messages; and __fish_seen_subcommand_from export' -s h -l help -d 'Print this help message and exit'
 complete -c orvista -n '__fish_seen_subcommand_from messages; and __fish_seen_subcommand_from export' -s o -l output -x -k -a '(__fish_complete_suffix .csv)' -d 'The file to write'
 complete -c orvista -n '__fish_seen_subcommand_from messages; and __fish_seen_subcommand_from export' -l not-whole -d 'Go on with a project of which something is lost or moved'
@@ -159,6 +167,6 @@ complete -c orvista -n '__fish_seen_subcommand_from write' -s h -l help -d 'Prin
 complete -c orvista -n '__fish_seen_subcommand_from write' -l project -x -k -a '(__fish_complete_suffix .orx)' -d 'The project that is on the display, .orx'
 complete -c orvista -n '__fish_seen_subcommand_from write' -l not-whole -d 'Go on with a project of which something is lost or moved'
 complete -c orvista -n '__fish_seen_subcommand_from help' -s h -l help -d 'Print this help message and exit'
-complete -c orvista -n '__fish_seen_subcommand_from help' -a 'check show addresses messages variables names compare fingerprint fix mend new upload download read switch write help version codes not-a-project conflict-mark not-text cut-off missing-section double-section open-block double-item moved-item extra-items missing-items stray-line unknown-command bad-argument variable-range page-full missing-bitmap unreadable-bitmap reserved-line lost-message address-range address-overlap regular-start text-cut field-cut bitmap-cut field-gap field-overlap invisible never-seen bad-default bad-format not-in-use'
+complete -c orvista -n '__fish_seen_subcommand_from help' -a 'check show addresses book messages variables names compare fingerprint fix mend new upload download read switch write help version codes not-a-project conflict-mark not-text cut-off missing-section double-section open-block double-item moved-item extra-items missing-items stray-line unknown-command bad-argument variable-range page-full missing-bitmap unreadable-bitmap reserved-line lost-message address-range address-overlap regular-start text-cut field-cut bitmap-cut field-gap field-overlap invisible never-seen bad-default bad-format not-in-use'
 complete -c orvista -n '__fish_seen_subcommand_from help' -a 'export import'
 complete -c orvista -n '__fish_seen_subcommand_from version' -s h -l help -d 'Print this help message and exit'

@@ -1,0 +1,71 @@
+#include "console/Commands.h"
+
+#include "console/ListHead.h"
+#include "console/NotesBeside.h"
+#include "console/Output.h"
+#include "console/Projects.h"
+#include "console/ReadFiles.h"
+#include "display/FolderBitmaps.h"
+#include "model/Text.h"
+#include "sheets/BookHtml.h"
+#include "sheets/MessageBook.h"
+
+#include <CLI/App.hpp>
+
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace orvista::console {
+
+namespace {
+
+struct BookOptions {
+    std::string project;
+    std::string output;
+    std::optional<int> columns;
+    bool usedOnly = false;
+    bool widest = false;
+    bool notWhole = false;
+};
+
+ExitStatus writeBook(const BookOptions& options) {
+    if (!endsWithIgnoringCase(options.output, ".html") && !endsWithIgnoringCase(options.output, ".htm"))
+        throw CommandFailure(ExitStatus::Unusable, options.output + " does not end in .html");
+    expectApartFromProject(options.output, options.project);
+    const Project project = readWholeProject(options.project, options.notWhole);
+    const ProjectNotes notes = notesBeside(options.project);
+    const BookWishes wishes{.columns = panelColumns(options.columns, notes),
+                            .addresses = options.usedOnly ? AddressRows::UsedOnly : AddressRows::All,
+                            .widest = options.widest};
+    const MessageBook book = messageBook(project, notes, FolderBitmaps(project.ProjPath), wishes);
+    writeFile(options.output, bookHtml(book, project, listHead(project, notes, wishes.moment)));
+    return ExitStatus::Well;
+}
+
+} // namespace
+
+void addBook(CLI::App& program, Run& run) {
+    const auto options = std::make_shared<BookOptions>();
+    CLI::App* command =
+        program.add_subcommand("book", "Write a book of all messages, with pictures, to print and sign");
+    command->add_option("PROJECT", options->project, "A project file, .orx")->required();
+    command->add_option("-o,--output", options->output, "The page to write; its pictures are in it")
+        ->type_name("FILE.html")
+        ->required();
+    addPanelColumns(*command, options->columns);
+    command->add_flag("--used", options->usedOnly,
+                      "Addresses only of variables that a message shows, and messages that draw");
+    command->add_flag("--widest", options->widest,
+                      "Show each page that has fields with its widest values, too");
+    addNotWhole(*command, options->notWhole);
+    command->footer("Examples:\n"
+                    "  orvista book PUMPSTATION.orx -o book.html\n"
+                    "  orvista book PUMPSTATION.orx --widest --used -o book.html\n\n"
+                    "Each message that draws something comes with a picture of every page as orvista show\n"
+                    "draws it, its time, effects, texts, variables and findings; the address list follows.\n"
+                    "Of a message with more than 100 pages the rest is counted.");
+    command->callback([options, &run] { run = [options] { return writeBook(*options); }; });
+}
+
+} // namespace orvista::console

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "sheets/AddressSheet.h"
+#include "sheets/MessageBook.h"
+
+#include <string>
+
+/// The message book as one page to read in a browser, or to print on A4.
+namespace orvista {
+
+/// Pixels of a book's pictures for each dot.
+inline constexpr int bookScale = 4;
+
+/// One page without anything from elsewhere: its pictures are in it.
+std::string bookHtml(const MessageBook& book, const Project& project, const AddressHead& head);
+/// What that page shows, without a style.
+std::string bookHtmlBody(const MessageBook& book, const Project& project, const AddressHead& head);
+
+} // namespace orvista
