@@ -66,7 +66,11 @@ void AcceptanceRun::leave() {
 void AcceptanceRun::stop(std::string reason, Time now) {
     if (!isEnding())
         reason_ = std::move(reason);
-    end(now);
+    // What was cut off is put back when somebody wants that, not because something fails.
+    if (isResumed_ && !isEnding())
+        finish();
+    else
+        end(now);
 }
 
 void AcceptanceRun::finish() {

@@ -2,14 +2,11 @@
 
 #include "check/FileFindings.h"
 #include "compare/HeldSentences.h"
-#include "link/TransferCommands.h"
 #include "mainwindow/PanelDock.h"
 #include "mainwindow/ProjectChanges.h"
 #include "model/DeviceFiles.h"
 #include "model/ScratchFolder.h"
 
-#include <memory>
-#include <optional>
 #include <system_error>
 #include <utility>
 
@@ -92,13 +89,18 @@ bool ComparisonCommands::isReadable(const DisplayContents& contents, const std::
     return !messages.any();
 }
 
-bool ComparisonCommands::isComparedWithDisplay(const std::string& title, ComparisonPanel::Question question) {
+ComparisonCommands::Fetched ComparisonCommands::fetch(const std::string& title) {
     TransferCommands* const transfer = world_.transfer();
     if (!transfer)
-        return true;
-    const auto fetched = std::make_shared<const ScratchFolder>();
-    const FetchedDisplay display = transfer->fetch(title, fetched->path());
+        return {};
+    auto folder = std::make_shared<const ScratchFolder>();
+    FetchedDisplay display = transfer->fetch(title, folder->path());
     sayWhatIsMissing(display.missing);
+    return {std::move(display), std::move(folder)};
+}
+
+bool ComparisonCommands::isComparedWithDisplay(const std::string& title, ComparisonPanel::Question question) {
+    const auto [display, fetched] = fetch(title);
     if (display.end != FetchedDisplay::End::Fetched)
         return display.end == FetchedDisplay::End::Cancelled;
     DisplayContents theirs = DisplayContents::ofFolder(fetched->path());
@@ -107,6 +109,27 @@ bool ComparisonCommands::isComparedWithDisplay(const std::string& title, Compari
     openPanel().compareWith({QString::fromStdString(display.name), std::move(theirs), fetched}, question);
     theirFolder_.clear();
     return true;
+}
+
+std::optional<EqualDisplay> ComparisonCommands::fetchEqual(const std::string& title) {
+    std::optional<EqualDisplay> equal;
+    compare([&] {
+        const auto [display, fetched] = fetch(title);
+        if (display.end != FetchedDisplay::End::Fetched)
+            return display.end == FetchedDisplay::End::Cancelled;
+        DisplayContents theirs = DisplayContents::ofFolder(fetched->path());
+        if (compareContents(DisplayContents::ofUpload(project()), theirs).isEqual()) {
+            equal = {display.address, fingerprint(theirs)};
+            return true;
+        }
+        openPanel().compareWith({QString::fromStdString(display.name), std::move(theirs), fetched},
+                                ComparisonPanel::Question::WhatDiffers);
+        theirFolder_.clear();
+        dock_.showNotice(tr("%1 does not hold what this project sends. Upload it first.")
+                             .arg(QString::fromStdString(display.name)));
+        return true;
+    });
+    return equal;
 }
 
 void ComparisonCommands::miToolsCompareDisplay_Click() {

@@ -1,11 +1,14 @@
 #pragma once
 
 #include "compare/forms/ComparisonPanel.h"
+#include "link/TransferCommands.h"
 #include "model/ProjectLifecycle.h"
 
 #include <QObject>
 
 #include <functional>
+#include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -13,7 +16,12 @@ namespace orvista {
 
 class PanelDock;
 class ProjectChanges;
-class TransferCommands;
+
+/// A display that shows the same as what an upload sends.
+struct EqualDisplay {
+    std::string address;     ///< as typed, UTF-8
+    std::string fingerprint; ///< of what it holds
+};
 
 /// What fills the panel "Comparison" of the dock: the project beside a display or another project, and
 /// the bytes that an upload sends beside those that the display holds. Neither side changes, but for rows
@@ -34,6 +42,10 @@ public:
     void miToolsVerify_Click();
     /// Shows what differs from that project on the disk.
     void compareWithProject(const ChosenProject& other);
+    /// Asks for a display and fetches what it holds. Where something that counts differs from what an upload
+    /// sends, the panel lists it, a line says so, and there is nothing.
+    /// \param title of the question
+    std::optional<EqualDisplay> fetchEqual(const std::string& title);
 
 signals:
     /// Items of another project were taken over, which lies in that folder (UTF-8).
@@ -47,6 +59,12 @@ private:
     void forgetComparison();
     bool isComparedWithDisplay(const std::string& title, ComparisonPanel::Question question);
     bool isComparedWith(const ChosenProject& other);
+    /// What a display holds, and where its files lie.
+    struct Fetched {
+        FetchedDisplay display;
+        std::shared_ptr<const ScratchFolder> folder;
+    };
+    Fetched fetch(const std::string& title);
     /// Reads what was fetched as opening does, for what the readers have to say of it.
     bool isReadable(const DisplayContents& contents, const std::string& folder);
     void sayWhatIsMissing(const std::vector<std::string>& names);

@@ -43,6 +43,9 @@ ProjectCommands::ProjectCommands(const Surroundings& surroundings, QMainWindow& 
           [&preview = preview_] { return preview.setting(); }, window)),
       comparison_(new ComparisonCommands({around_.lifecycle, around_.chooser, around_.transfer},
                                          around_.changes, around_.dock, this)),
+      acceptance_(new AcceptanceCommands(
+          {around_.lifecycle, *comparison_, around_.notes, preview_, around_.dock, window},
+          around_.acceptance)),
       fleet_(new FleetCommands(around_.lifecycle, window)),
       names_(new NamesCommand(around_.lifecycle, around_.notes, window)) {
     connect(items_, &ItemCommands::pastedFrom, this, &ProjectCommands::itemsCameFrom);
@@ -168,6 +171,9 @@ MenuRow ProjectCommands::toolsMenu() {
              row("miToolsVerify", tr("&Verify Display…"), {},
                  tr("Compare every byte an upload would send with the display's files"), Rules::projectWork,
                  handler(comparison_, &ComparisonCommands::miToolsVerify_Click)),
+             row("miToolsAccept", tr("Accept at the Di&splay…"), {},
+                 tr("Have the display show one message after the other, and note what is seen"),
+                 Rules::projectWork, handler(acceptance_, &AcceptanceCommands::miToolsAccept_Click)),
              row("miToolsSeveral", tr("&Upload to Several Displays…"), {},
                  tr("Send the project to the displays of a list, many at once"), Rules::projectWork,
                  handler(fleet_, &FleetCommands::miToolsSeveral_Click)),
@@ -188,6 +194,10 @@ void ProjectCommands::importTable(const std::string& path) {
 
 void ProjectCommands::compareWith(const ChosenProject& other) {
     comparison_->compareWithProject(other);
+}
+
+void ProjectCommands::offerCutOffAcceptance() {
+    acceptance_->offerCutOff();
 }
 
 void ProjectCommands::miViewPanels_Click() {

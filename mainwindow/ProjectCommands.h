@@ -1,5 +1,6 @@
 #pragma once
 
+#include "mainwindow/AcceptanceCommands.h"
 #include "mainwindow/Commands.h"
 #include "model/ProjectLifecycle.h"
 
@@ -45,6 +46,7 @@ public:
         TryOut& tryOut;
         std::function<TransferCommands*()> transfer; ///< null where the program has none
         std::function<void()> showPageHelp;
+        AcceptanceCommands::Settings acceptance;
     };
     ProjectCommands(const Surroundings& surroundings, QMainWindow& window);
 
@@ -57,6 +59,8 @@ public:
     void importTable(const std::string& path);
     /// Shows what differs between the project in memory and that one on the disk.
     void compareWith(const ChosenProject& other);
+    /// Offers what an acceptance that was cut off has left behind.
+    void offerCutOffAcceptance();
 
 signals:
     /// The project got items of one in that folder (UTF-8).
@@ -77,6 +81,7 @@ private:
     DiscardedScriptsMenu* discarded_;
     SheetCommands* sheets_;
     ComparisonCommands* comparison_;
+    AcceptanceCommands* acceptance_;
     FleetCommands* fleet_;
     NamesCommand* names_;
 };

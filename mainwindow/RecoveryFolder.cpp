@@ -12,12 +12,13 @@
 #include <QUuid>
 
 #include <algorithm>
+#include <array>
 
 namespace orvista {
 
 namespace {
 
-constexpr QLatin1String copySuffix(".recovery");
+constexpr std::array suffixes{RecoveryFolder::unsavedWork, RecoveryFolder::acceptances};
 
 /// Longer files are none of ours.
 constexpr qint64 maximumCopyBytes = qint64{256} << 20;
@@ -58,7 +59,7 @@ bool RecoveryFolder::prepare() {
         return false;
     // Scripts are nobody else's business.
     QFile::setPermissions(folder_, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    path_ = QDir(folder_).filePath(QUuid::createUuid().toString(QUuid::WithoutBraces) + copySuffix);
+    path_ = QDir(folder_).filePath(QUuid::createUuid().toString(QUuid::WithoutBraces) + suffix_);
     lock_ = heldLock(path_);
     if (lock_)
         removeLeftovers();
@@ -94,12 +95,17 @@ void RecoveryFolder::remove() {
         QFile::remove(path_);
 }
 
+void RecoveryFolder::abandon() {
+    lock_.reset();
+    path_.clear();
+}
+
 std::vector<RecoveryFolder::Copy> RecoveryFolder::copies() const {
     std::vector<Copy> copies;
     const QDir folder(folder_);
     if (folder_.isEmpty())
         return copies;
-    for (const QFileInfo& file : folder.entryInfoList({u'*' + copySuffix}, regularFiles, QDir::Time))
+    for (const QFileInfo& file : folder.entryInfoList({u'*' + suffix_}, regularFiles, QDir::Time))
         if (isOurs(file) && file.filePath() != path_)
             copies.push_back({file.filePath(), file.lastModified()});
     return copies;
@@ -127,14 +133,24 @@ void RecoveryFolder::removeOld() const {
     }
 }
 
+std::vector<RecoveryFolder::Copy> RecoveryFolder::held() const {
+    std::vector<Copy> found = copies();
+    std::erase_if(found, [](const Copy& copy) { return !isRecoveryLockHeld(copy.path); });
+    return found;
+}
+
 /// Locks without a copy, and copies that were not yet whole, of editors that were killed.
 void RecoveryFolder::removeLeftovers() const {
     const QDir folder(folder_);
     for (const QFileInfo& file : folder.entryInfoList(regularFiles)) {
         const QString name = file.fileName();
         const bool isLock = name.endsWith(recoveryLockSuffix);
-        const bool isPart = name.section(u'.', 1).startsWith(copySuffix.mid(1) + u'.');
-        const bool hasCopy = QFile::exists(folder.filePath(name.section(u'.', 0, 0) + copySuffix));
+        const QString first = name.section(u'.', 0, 0);
+        const bool isPart = std::ranges::any_of(suffixes, [&](QLatin1String suffix) {
+            return name.mid(first.size()).startsWith(suffix + u'.') && !isLock;
+        });
+        const bool hasCopy = std::ranges::any_of(
+            suffixes, [&](QLatin1String suffix) { return QFile::exists(folder.filePath(first + suffix)); });
         if (!isOurs(file) || !(isPart || (isLock && !hasCopy)))
             continue;
         // Giving the lock back removes its file.
@@ -156,15 +172,24 @@ bool RecoveryFolder::removeAbandoned(const QString& path) {
     return lock && QFile::remove(path);
 }
 
-std::optional<RecoveryFolder::Claimed> RecoveryFolder::claim(const QString& path) {
+std::string RecoveryFolder::bytesOf(const QString& path) {
+    return copyBytes(path).toStdString();
+}
+
+std::optional<RecoveryFolder::ClaimedBytes> RecoveryFolder::claimBytes(const QString& path) {
     auto lock = recoveryLockOf(path);
     const bool isHeld = lock->tryLock(0);
     if (!isHeld && lock->error() == QLockFile::LockFailedError)
         return std::nullopt;
-    auto work = read(path);
+    return ClaimedBytes{isHeld ? std::move(lock) : nullptr, bytesOf(path)};
+}
+
+std::optional<RecoveryFolder::Claimed> RecoveryFolder::claim(const QString& path) {
+    auto claimed = claimBytes(path);
+    auto work = claimed ? readRecovery(claimed->bytes) : std::nullopt;
     if (!work)
         return std::nullopt;
-    return Claimed{path, isHeld ? std::move(lock) : nullptr, std::move(*work)};
+    return Claimed{path, std::move(claimed->lock), std::move(*work)};
 }
 
 void RecoveryFolder::adopt(Claimed claimed) {

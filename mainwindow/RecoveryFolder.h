@@ -23,13 +23,21 @@ public:
     static constexpr int keptDays = 30;
     static constexpr qint64 keptBytes = qint64{50} << 20;
 
+    /// What copies are of, by the end of their names.
+    static constexpr QLatin1String unsavedWork{".recovery"};
+    static constexpr QLatin1String acceptances{".acceptance"};
+
     /// \param folder made with the first copy; an empty one keeps nothing
-    explicit RecoveryFolder(const QString& folder) : folder_(folder) {}
+    /// \param suffix of the copies that this is about
+    explicit RecoveryFolder(const QString& folder, QLatin1String suffix = unsavedWork)
+        : folder_(folder), suffix_(suffix) {}
 
     /// Writes this editor's copy; the one before stays until the new one is whole. False when that failed.
     bool write(const std::string& bytes);
     /// Removes this editor's copy, if there is one.
     void remove();
+    /// This editor's copy is like one of an ended editor from now on.
+    void abandon();
 
     struct Copy {
         QString path;
@@ -37,6 +45,10 @@ public:
     };
     /// The copies of ended editors, newest first. Nothing is written for it.
     std::vector<Copy> abandoned() const;
+    /// Those of other editors that still run.
+    std::vector<Copy> held() const;
+    /// Empty when the file is gone, or no regular file.
+    static std::string bytesOf(const QString& path);
     /// Nothing when the file is gone, not whole, or no regular file.
     static std::optional<UnsavedWork> read(const QString& path);
     /// A later version of the program has written it.
@@ -45,6 +57,13 @@ public:
     static bool removeAbandoned(const QString& path);
 
     /// An abandoned copy that no other editor can take any more.
+    struct ClaimedBytes {
+        std::unique_ptr<QLockFile> lock; ///< null where the folder cannot be written
+        std::string bytes;
+    };
+    /// Nothing when another editor was first.
+    static std::optional<ClaimedBytes> claimBytes(const QString& path);
+    /// The same of unsaved work.
     struct Claimed {
         QString path;
         std::unique_ptr<QLockFile> lock; ///< null where the folder cannot be written
@@ -64,6 +83,7 @@ private:
     void removeLeftovers() const;
 
     QString folder_;
+    QLatin1String suffix_;
     QString path_; ///< of this editor's copy; empty before there was one
     std::unique_ptr<QLockFile> lock_;
 };

@@ -189,9 +189,20 @@ void frmMain::buildCommands() {
                          [this] { tabDetails->setCurrentIndex(TcpTester); });
     connect(testerPage_, &TcpTesterPage::messagesUpdated, tryOut_, &TryOut::takeHintAway);
     auto* const tools = new ProjectCommands(
-        {lifecycle_, seams_.chooser, *changes_, *navigator_, *dock_, *notes_, *messagePage_, *recovery_,
-         *tryOut_, [this] { return transfer_; }, handler(this, &frmMain::miToolsPageHelp_Click)},
+        {lifecycle_,
+         seams_.chooser,
+         *changes_,
+         *navigator_,
+         *dock_,
+         *notes_,
+         *messagePage_,
+         *recovery_,
+         *tryOut_,
+         [this] { return transfer_; },
+         handler(this, &frmMain::miToolsPageHelp_Click),
+         {seams_.recovery.folder, seams_.modbusPort, [this] { return testerPage_->isSending(); }}},
         *this);
+    tools_ = tools;
     buildOffers(*tools);
     connectItemPage(messagePage_);
     connectItemPage(variablePage_);
@@ -305,6 +316,7 @@ void frmMain::Form_Activate() {
     if (!awaitsActivation_)
         return;
     awaitsActivation_ = false;
+    tools_->offerCutOffAcceptance();
     if (!startPath_.empty())
         return lifecycle_.openProjectFile(startPath_);
     switch (seams_.chooser.chooseAtStartup()) {

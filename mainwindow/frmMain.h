@@ -149,6 +149,7 @@ private:
     ProjectChanges* changes_ = nullptr;
     PanelDock* dock_ = nullptr;
     Navigator* navigator_ = nullptr;
+    ProjectCommands* tools_ = nullptr;
     Recovery* recovery_ = nullptr;
     ReloadOffer* reload_ = nullptr;
     NotWholeNotice* notWhole_ = nullptr;

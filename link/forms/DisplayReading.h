@@ -2,31 +2,28 @@
 
 #include "link/ModbusReader.h"
 
-#include <QAbstractSocket>
 #include <QObject>
-#include <QTimer>
 
 #include <cstdint>
 #include <string>
 #include <vector>
 
-class QTcpSocket;
-
 namespace orvista {
+
+class ModbusExchange;
 
 /// Reads all items of a display once, over a connection of its own, in the event loop.
 class DisplayReading final : public QObject {
     Q_OBJECT
 public:
     explicit DisplayReading(QObject* parent = nullptr);
-    ~DisplayReading() override;
 
     /// Connects and asks; ends in one of the signals, unless abort() or another begin() comes first.
     /// \param host as typed, UTF-8
     void begin(const std::string& host, std::uint16_t port, std::vector<DisplayItem> items);
     /// Closes the connection at once; nothing is told any more.
     void abort();
-    bool isUnderWay() const { return socket_ != nullptr; }
+    bool isUnderWay() const { return isUnderWay_; }
 
 signals:
     void done(const std::vector<orvista::DisplayItem>& items);
@@ -35,18 +32,13 @@ signals:
 
 private:
     void ask();
-    void receive();
-    void errorOccurred(QAbstractSocket::SocketError error);
-    void timedOut();
-    void fail(const QString& reason);
+    void take(const std::vector<std::uint8_t>& data);
 
-    QTcpSocket* socket_ = nullptr;
-    QTimer timeout_{this};
+    ModbusExchange* exchange_;
     std::vector<DisplayItem> items_;
     std::vector<ReadStep> steps_;
     std::size_t step_ = 0; ///< under way
-    bool isConnected_ = false;
-    std::vector<std::uint8_t> received_;
+    bool isUnderWay_ = false;
 };
 
 } // namespace orvista

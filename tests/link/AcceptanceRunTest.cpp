@@ -421,6 +421,24 @@ TEST(AcceptanceRun, WhatWasCutOffIsReadThenPutBackWhenWanted) {
     EXPECT_EQ(later.value(floatVariable(2)), 5.0F);
 }
 
+TEST(AcceptanceRun, WhatWasCutOffIsNotPutBackBecauseSomethingFails) {
+    World world;
+    world.show(regular(1));
+    for (const bool isRead : {false, true}) {
+        World later;
+        later.display = world.display;
+        later.run = AcceptanceRun(world.run.before(), world.kept.back());
+        if (isRead)
+            later.settle();
+        later.now += 1s;
+        ASSERT_TRUE(later.step(Fate::LostBefore));
+        later.settle();
+        EXPECT_TRUE(later.run.isOver());
+        EXPECT_THAT(later.writes, IsEmpty());
+        EXPECT_EQ(later.on(), "STDMSG1");
+    }
+}
+
 TEST(AcceptanceRun, WhatWasCutOffCanBeLeft) {
     World world;
     world.show(regular(1));
