@@ -153,19 +153,23 @@ QBoxLayout* frmAccept::buildEnd() {
 }
 
 void frmAccept::buildLayout() {
-    makeRoom(table_.widget(), {.characters = 90, .lines = 10});
+    makeRoom(table_.widget(), {.characters = 60, .lines = 10});
     auto* const views = new QSplitter;
     views->setChildrenCollapsible(false);
     views->addWidget(table_.widget());
     views->addWidget(expected_);
     views->setStretchFactor(0, 3);
     views->setStretchFactor(1, 2);
+    // The picture shrinks before the table has to.
+    constexpr int smallestPicture = 20;
+    expected_->setMinimumWidth(smallestPicture * fontMetrics().averageCharWidth());
     auto* const layout = new QVBoxLayout(this);
     layout->addWidget(lblAcceptWarning);
     layout->addLayout(buildHead());
     layout->addWidget(views, 1);
     layout->addLayout(buildAnswers());
     layout->addLayout(buildEnd());
+    resizeWithinScreen(*this, {150 * fontMetrics().averageCharWidth(), 24 * fontMetrics().lineSpacing()});
     btnAcceptStart->setDefault(true);
     txtAcceptName->setFocus();
 }

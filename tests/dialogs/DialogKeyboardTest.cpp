@@ -1,3 +1,4 @@
+#include "check/FolderCheck.h"
 #include "check/forms/frmFixes.h"
 #include "dialogs/frmBoolVarEdit.h"
 #include "dialogs/frmFloatVarEdit.h"
@@ -9,6 +10,7 @@
 #include "dialogs/frmStartup.h"
 #include "display/BitmapProvider.h"
 #include "items/forms/frmReplace.h"
+#include "link/forms/frmAccept.h"
 #include "link/forms/frmConnection.h"
 #include "link/forms/frmSeveralDisplays.h"
 #include "mainwindow/frmRestore.h"
@@ -258,6 +260,24 @@ private:
         add("names", okCancel,
             [this] { return std::make_unique<frmNames>(frmNames::Work{.project = project_}); });
         add("address list", okCancel, [] { return std::make_unique<frmAddressList>(); });
+        addDisplayDialogs(add);
+    }
+
+    template <typename Add>
+    void addDisplayDialogs(Add&& add) {
+        add("acceptance",
+            {"btnAcceptStart", "btnAcceptGood", "btnAcceptBad", "btnAcceptSkip", "btnAcceptBack",
+             "btnAcceptWidest", "btnAcceptStop", "btnCancel"},
+            [this] {
+                project_.STDMSG[0] = "TEXT 0 0 RED BLACK \"Level\"";
+                return std::make_unique<frmAccept>(
+                    frmAccept::Work{{project_, noNotes(), folderCheck_, 128, [] { return LocalTime(); }},
+                                    "127.0.0.1",
+                                    1,
+                                    "0123456789ab",
+                                    messages_,
+                                    [](const CutOffAcceptance& /*cutOff*/) { return true; }});
+            });
         add("several displays",
             {"btnLoad", "btnPaste", "btnStart", "btnCompare", "btnStop", "btnAgain", "btnReport",
              "btnCancel"},
@@ -277,6 +297,7 @@ private:
     ScriptedMessages messages_;
     Project project_;
     NoBitmaps noBitmaps_;
+    FolderCheck folderCheck_;
 };
 
 QTEST_MAIN(DialogKeyboardTest)
