@@ -15,7 +15,7 @@ Place subjectOf(Place place) {
 
 } // namespace
 
-const Finding* sameFinding(const Findings& findings, const Finding& earlier) {
+const Finding* sameFinding(const std::vector<Finding>& findings, const Finding& earlier) {
     const auto distance = [](std::size_t one, std::size_t other) {
         return std::max(one, other) - std::min(one, other);
     };
@@ -24,7 +24,7 @@ const Finding* sameFinding(const Findings& findings, const Finding& earlier) {
                           distance(finding.place.column, earlier.place.column));
     };
     const Finding* nearest = nullptr;
-    for (const Finding& finding : findings.list) {
+    for (const Finding& finding : findings) {
         const bool isCandidate = subjectOf(finding.place) == subjectOf(earlier.place) &&
                                  finding.code == earlier.code &&
                                  (finding.text == earlier.text || finding.place.line == earlier.place.line);

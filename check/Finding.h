@@ -42,7 +42,7 @@ struct Findings {
 
 /// The finding that is about the same as one of an earlier check, though other lines have come before it or
 /// its sentence says other numbers; null when there is none.
-const Finding* sameFinding(const Findings& findings, const Finding& earlier);
+const Finding* sameFinding(const std::vector<Finding>& findings, const Finding& earlier);
 
 /// By item, as far as the findings are listed; those about files are of none.
 std::map<Item, FindingCounts> countsByItem(const Findings& findings);

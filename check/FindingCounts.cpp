@@ -31,6 +31,13 @@ void FindingCounts::add(Severity severity, std::size_t number) {
     }
 }
 
+FindingCounts& FindingCounts::operator-=(const FindingCounts& others) {
+    errors -= others.errors;
+    warnings -= others.warnings;
+    notes -= others.notes;
+    return *this;
+}
+
 FindingCounts& FindingCounts::operator+=(const FindingCounts& others) {
     errors += others.errors;
     warnings += others.warnings;

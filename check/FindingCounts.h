@@ -16,6 +16,8 @@ struct FindingCounts {
     std::size_t total() const { return errors + warnings + notes; }
     void add(Severity severity, std::size_t number);
     FindingCounts& operator+=(const FindingCounts& others);
+    /// \param others that were counted among these
+    FindingCounts& operator-=(const FindingCounts& others);
     bool operator==(const FindingCounts&) const = default;
 };
 

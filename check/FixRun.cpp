@@ -1,9 +1,11 @@
 #include "check/FixRun.h"
 
+#include "display/FieldFormats.h"
 #include "model/Lines.h"
 
 #include <algorithm>
 #include <iterator>
+#include <set>
 #include <utility>
 
 namespace orvista {
@@ -49,6 +51,47 @@ std::vector<Item> itemsOf(const FixChoice& choice) {
     if (choice.items.empty())
         return {allItems().begin(), allItems().end()};
     return choice.items;
+}
+
+std::vector<Item> itemsOf(const MendedFinding& mended) {
+    std::vector<Item> items = itemsOf(mended.changes);
+    items.push_back(mended.finding.place.item);
+    return items;
+}
+
+/// Whether messages may have other findings after it, too.
+bool changesFormats(const MendedFinding& mended) {
+    const auto formatsWith = [](const Change& change, const std::string& text) {
+        Project project;
+        replaceText(project, change.item, *change.field, 0, textOf(project, change.item, *change.field),
+                    text);
+        return fieldFormats(project);
+    };
+    return std::ranges::any_of(mended.changes, [&](const Change& change) {
+        return isVariable(change.item) &&
+               formatsWith(change, change.before) != formatsWith(change, change.after);
+    });
+}
+
+/// The fixes that no item of a fix that is left out has to do with.
+std::vector<bool> independent(const SomeMended& some) {
+    std::set<Item> doubtful;
+    std::vector<bool> known(some.all.size(), some.isOfThisProject);
+    for (bool isAnyNew = true; std::exchange(isAnyNew, false);) {
+        for (std::size_t i = 0; i < some.all.size(); ++i) {
+            const std::vector<Item> items = itemsOf(some.all[i]);
+            if (!known[i] || (some.ticks[i] && std::ranges::none_of(items, [&](Item item) {
+                                  return doubtful.contains(item);
+                              })))
+                continue;
+            known[i] = false;
+            isAnyNew = true;
+            doubtful.insert(items.begin(), items.end());
+            if (changesFormats(some.all[i]))
+                return std::vector<bool>(some.all.size());
+        }
+    }
+    return known;
 }
 
 MendedFinding recorded(const Fixing& fixing, const Finding& finding, Fixing::Done done) {
@@ -113,15 +156,44 @@ std::vector<MendedFinding> mendAll(Fixing& fixing, const FixChoice& choice,
     return all;
 }
 
-void mendSome(Fixing& fixing, const std::vector<MendedFinding>& all, const std::vector<bool>& ticks) {
-    for (std::size_t i = 0; i < all.size(); ++i) {
-        if (!ticks[i])
-            continue;
-        const Findings findings{fixing.findingsOf(all[i].finding.place.item), {}, {}};
-        // The line may be another one without those before it.
-        if (const Finding* const same = sameFinding(findings, all[i].finding))
-            fixing.mend(*same, [&](const Fix& fix) { return fix.caption == all[i].fix.caption; });
+std::vector<MendedFinding> mendEverything(Fixing& fixing, const std::function<bool(std::size_t)>& goesOn) {
+    FixChoice onDemand;
+    FixChoice any;
+    for (const Rule& rule : rules())
+        if (rule.fixes != Fixes::None) {
+            any.codes.push_back(rule.code);
+            if (rule.fixes == Fixes::OnDemand)
+                onDemand.codes.push_back(rule.code);
+        }
+    std::vector<MendedFinding> all;
+    // The last looks again at what the others left, where anything has become another.
+    for (const FixChoice& choice : {FixChoice(), onDemand, any}) {
+        std::vector<MendedFinding> mended = mendAll(fixing, choice, goesOn);
+        if (mended.empty() && !choice.codes.empty())
+            break;
+        std::ranges::move(mended, std::back_inserter(all));
     }
+    return all;
+}
+
+bool mendSome(Fixing& fixing, const SomeMended& some, const std::function<bool(std::size_t)>& goesOn) {
+    const std::vector<bool> known = independent(some);
+    std::size_t made = 0;
+    for (std::size_t i = 0; i < some.all.size(); ++i) {
+        if (!some.ticks[i])
+            continue;
+        const MendedFinding& mended = some.all[i];
+        if (known[i])
+            fixing.take(mended.changes);
+        else if (!goesOn(made))
+            return false;
+        // The line may be another one without those before it.
+        else if (const Finding* const same =
+                     sameFinding(fixing.findingsOf(mended.finding.place.item), mended.finding))
+            fixing.mend(Finding(*same), [&](const Fix& fix) { return fix.caption == mended.fix.caption; });
+        ++made;
+    }
+    return true;
 }
 
 std::size_t countOf(Fixing& fixing, const FixChoice& choice) {

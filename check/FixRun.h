@@ -45,10 +45,23 @@ std::vector<Code> codesOf(const FixChoice& choice);
 std::vector<MendedFinding> mendAll(Fixing& fixing, const FixChoice& choice,
                                    const std::function<bool(std::size_t)>& goesOn);
 
-/// The same fixes for some of these findings, as far as they hold without the others.
-/// \param fixing a project as it was before them
-/// \param ticks which of them, as many as there are
-void mendSome(Fixing& fixing, const std::vector<MendedFinding>& all, const std::vector<bool>& ticks);
+/// All that can be mended: first what is sure, so that it does not stand on what is not.
+/// \param goesOn as above
+std::vector<MendedFinding> mendEverything(Fixing& fixing, const std::function<bool(std::size_t)>& goesOn);
+
+/// Some of these fixes.
+struct SomeMended {
+    const std::vector<MendedFinding>& all; ///< in the order in which they were made
+    const std::vector<bool>& ticks;        ///< which of them, as many as there are
+    bool isOfThisProject = true;           ///< false: of another than the one to be mended
+};
+
+/// Makes the same fixes: as they were what does not depend on those that are left out, the rest as far as it
+/// holds without them.
+/// \param fixing a project as it was before all of them
+/// \param goesOn asked before each that is tried, with the number of those made so far
+/// \returns false where that said no
+bool mendSome(Fixing& fixing, const SomeMended& some, const std::function<bool(std::size_t)>& goesOn);
 
 /// How many findings of the choice there are by now.
 std::size_t countOf(Fixing& fixing, const FixChoice& choice);

@@ -1,6 +1,7 @@
 #include "check/Fixing.h"
 
 #include "check/FixFamilies.h"
+#include "check/PartFixing.h"
 #include "check/VariableCheck.h"
 
 #include <algorithm>
@@ -43,6 +44,10 @@ bool shows(const VariableUse& used, Item variable) {
     return variable.kind == Kind::Float ? used.floats[variable.index] : used.booleans[variable.index];
 }
 
+bool changeVariables(const std::vector<Change>& changes) {
+    return std::ranges::any_of(changes, [](const Change& change) { return isVariable(change.item); });
+}
+
 bool hasNoMore(const Findings& after, const Findings& before) {
     return std::ranges::equal(after.byCode, before.byCode, std::ranges::less_equal());
 }
@@ -52,8 +57,11 @@ bool hasNoMore(const Findings& after, const Findings& before) {
 Fixing::Fixing(const Project& project, const BitmapProvider& bitmaps, int columns)
     : project_(project),
       bitmaps_(bitmaps),
+      columns_(columns),
       panel_(LedRaster({columns}).size()),
       formats_(fieldFormats(project)) {}
+
+Fixing::~Fixing() = default;
 
 CheckedMessage Fixing::checked(Item item) const {
     if (isMessage(item))
@@ -66,9 +74,9 @@ CheckedMessage Fixing::checked(Item item) const {
     return variable;
 }
 
-const Findings& Fixing::foundIn(Item item) {
+CheckedMessage& Fixing::checkedOf(Item item) {
     const auto known = found_.find(item);
-    return (known == found_.end() ? found_.emplace(item, checked(item)).first : known)->second.findings;
+    return (known == found_.end() ? found_.emplace(item, checked(item)).first : known)->second;
 }
 
 /// The items of which other things may be found: the item itself, those that change, and messages that show
@@ -82,11 +90,9 @@ std::vector<Item> Fixing::concernedBy(const std::vector<Change>& changes, Item i
     add(item);
     for (const Change& change : changes)
         if (isVariable(change.item))
-            for (const Item message : allMessages()) {
-                foundIn(message);
-                if (shows(found_.at(message).variables, change.item))
+            for (const Item message : allMessages())
+                if (shows(checkedOf(message).variables, change.item))
                     add(message);
-            }
     return concerned;
 }
 
@@ -106,7 +112,7 @@ void Fixing::make(const std::vector<Change>& changes, bool backwards) {
         revertChanges(project_, changes);
     else
         applyChanges(project_, changes);
-    if (std::ranges::any_of(changes, [](const Change& change) { return isVariable(change.item); }))
+    if (changeVariables(changes))
         formats_ = fieldFormats(project_);
 }
 
@@ -154,8 +160,8 @@ std::vector<Fix> Fixing::fixesOf(const Finding& finding) {
     return fixes;
 }
 
-std::optional<Fixing::Done> Fixing::mend(const Finding& finding,
-                                         const std::function<bool(const Fix&)>& mayBe) {
+std::optional<Fixing::Done> Fixing::mendInWhole(const Finding& finding,
+                                                const std::function<bool(const Fix&)>& mayBe) {
     for (Fix& fix : proposedFor(finding)) {
         if (!mayBe(fix))
             continue;
@@ -165,9 +171,50 @@ std::optional<Fixing::Done> Fixing::mend(const Finding& finding,
             continue;
         for (auto& [item, found] : *after)
             found_[item] = std::move(found);
+        forgetParts(changes);
         return Done{std::move(fix), std::move(changes)};
     }
     return std::nullopt;
+}
+
+std::optional<Fixing::Done> Fixing::mend(const Finding& finding,
+                                         const std::function<bool(const Fix&)>& mayBe) {
+    const Item item = finding.place.item;
+    if (!goesByParts_ || !isMessage(item))
+        return mendInWhole(finding, mayBe);
+    if (!parts_)
+        parts_ = std::make_unique<PartFixing>(project_, bitmaps_, columns_);
+    auto tried = parts_->mend(finding, scriptOf(project_, item), checkedOf(item), mayBe);
+    if (!tried.isDecided)
+        return mendInWhole(finding, mayBe);
+    if (tried.done)
+        make(tried.done->changes, false);
+    return std::move(tried.done);
+}
+
+void Fixing::forgetParts(const std::vector<Change>& changes) {
+    if (!parts_)
+        return;
+    if (changeVariables(changes))
+        return parts_.reset();
+    for (const Item message : itemsOf(changes))
+        parts_->forget(message);
+}
+
+void Fixing::take(const std::vector<Change>& changes) {
+    make(changes, false);
+    forgetParts(changes);
+    if (changeVariables(changes))
+        return found_.clear();
+    for (const Item message : itemsOf(changes))
+        found_.erase(message);
+}
+
+void Fixing::take(Item message, std::string_view script, std::optional<CheckedMessage> checked) {
+    scriptOf(project_, message) = script;
+    found_.erase(message);
+    if (checked)
+        found_.emplace(message, std::move(*checked));
 }
 
 } // namespace orvista

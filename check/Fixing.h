@@ -11,11 +11,15 @@
 
 #include <functional>
 #include <map>
+#include <memory>
 #include <optional>
+#include <string_view>
 #include <vector>
 
 /// Findings that the program can mend itself.
 namespace orvista {
+
+class PartFixing;
 
 /// A project that is mended finding by finding. What a fix is good for is tried: it holds when its finding is
 /// gone, there is no more of any code in the finding's item, and no other item's findings change. Notes do
@@ -27,6 +31,7 @@ public:
     /// \param columns of the panel, 1 to PanelSize::maximumColumns
     /// \throws std::invalid_argument for another number of columns
     Fixing(const Project& project, const BitmapProvider& bitmaps, int columns);
+    ~Fixing();
 
     /// As it is by now.
     const Project& project() const { return project_; }
@@ -48,12 +53,17 @@ public:
     /// \param mayBe which fixes come into question
     /// \returns nothing where there is none
     std::optional<Done> mend(const Finding& finding, const std::function<bool(const Fix&)>& mayBe);
+    /// Makes changes of the project as it is by now, whatever they are good for.
+    void take(const std::vector<Change>& changes);
 
 private:
+    friend class PartFixing;
+
     /// What is found in items.
     using Found = std::map<Item, CheckedMessage>;
 
-    const Findings& foundIn(Item item);
+    const Findings& foundIn(Item item) { return checkedOf(item).findings; }
+    CheckedMessage& checkedOf(Item item);
     CheckedMessage checked(Item item) const;
     std::vector<Item> concernedBy(const std::vector<Change>& changes, Item item);
     std::vector<Fix> proposedFor(const Finding& finding) const;
@@ -62,12 +72,19 @@ private:
     ///     does not hold
     std::optional<Found> tried(const Finding& finding, const Fix& fix, const std::vector<Change>& changes);
     void make(const std::vector<Change>& changes, bool backwards);
+    std::optional<Done> mendInWhole(const Finding& finding, const std::function<bool(const Fix&)>& mayBe);
+    void forgetParts(const std::vector<Change>& changes);
+    /// Lets a message be another one.
+    void take(Item message, std::string_view script, std::optional<CheckedMessage> checked = {});
 
     Project project_;
     const BitmapProvider& bitmaps_;
+    int columns_;
     PanelSize panel_;
     FieldFormats formats_;
     Found found_; ///< as far as it was asked for
+    bool goesByParts_ = true;
+    std::unique_ptr<PartFixing> parts_; ///< once it was needed, while variables are shown as they were then
 };
 
 } // namespace orvista

@@ -7,8 +7,6 @@
 #include "script/Styles.h"
 
 #include <algorithm>
-#include <array>
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -17,21 +15,17 @@ namespace orvista {
 
 namespace {
 
-using Words = std::span<const std::string_view>;
+using Words = std::vector<std::string>;
 
-constexpr std::array<std::string_view, 13> commandWords{"CLEAR",    "TEXT", "TEXTS", "IMG",  "DISPVAR",
-                                                        "DISPVARS", "TIME", "TIMES", "DATE", "DATES",
-                                                        "IN",       "OUT",  "ACT"};
-
-std::vector<std::string_view> wordsOf(const auto& styles) {
-    std::vector<std::string_view> words;
+Words wordsOf(const auto& styles) {
+    Words words;
     for (const auto& style : styles)
-        words.push_back(style.shown);
+        words.emplace_back(style.shown);
     return words;
 }
 
 /// What may stand for an argument, where that is one of a few words.
-std::vector<std::string_view> wordsFor(ScriptArgument argument) {
+Words wordsFor(ScriptArgument argument) {
     switch (argument) {
     case ScriptArgument::Foreground:
     case ScriptArgument::Background:
@@ -46,14 +40,14 @@ std::vector<std::string_view> wordsFor(ScriptArgument argument) {
 }
 
 /// The only word that is one letter from the finding's; none changes nothing.
-std::vector<Fix> nearestWord(const FixGround& ground, const Place& place, Words words) {
+std::vector<Fix> nearestWord(const FixGround& ground, const Place& place, const Words& words) {
     constexpr std::size_t longest = 9; // of all words, and a letter
     if (place.length == 0 || place.length > longest)
         return {};
     const ScriptText lines(scriptOf(ground.project, place.item));
     const std::string typed = upperAscii(lines.line(place.line).substr(place.column - 1, place.length));
-    std::string_view nearest;
-    for (const std::string_view word : words) {
+    std::string nearest;
+    for (const std::string& word : words) {
         if (wordDistance(typed, word) != 1)
             continue;
         if (!nearest.empty())
@@ -62,14 +56,13 @@ std::vector<Fix> nearestWord(const FixGround& ground, const Place& place, Words 
     }
     if (nearest.empty())
         return {};
-    const std::string word(nearest);
-    return {{"Write " + word, {{place.item, place.line, place.column, place.length, nullptr, word}}}};
+    return {{"Write " + nearest, {{place.item, place.line, place.column, place.length, nullptr, nearest}}}};
 }
 
 } // namespace
 
 std::vector<Fix> commandFixes(const FixGround& ground, const Finding& finding) {
-    return nearestWord(ground, finding.place, commandWords);
+    return nearestWord(ground, finding.place, commandWords());
 }
 
 std::vector<Fix> argumentFixes(const FixGround& ground, const Finding& finding) {

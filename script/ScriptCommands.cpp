@@ -4,6 +4,7 @@
 #include "model/Text.h"
 
 #include <algorithm>
+#include <array>
 #include <string>
 #include <utility>
 
@@ -14,28 +15,51 @@ namespace {
 using Element = std::optional<ScriptElement>;
 using Step = std::optional<ScriptStep>;
 
+/// The word of the command that draws a clock.
+constexpr std::string_view wordOf(LiveValue clock) {
+    return std::ranges::find(clockStyles, clock, &ClockStyle::value)->shown;
+}
+
 class Command {
 public:
     Command(std::size_t line, ScriptWords& words) : words_(words) {
         source_.line = line;
-        const std::size_t start = words.column();
-        name_ = words.word();
+        const std::size_t start = words_.column();
+        name_ = words_.word();
         source_.command = {start, name_.size()};
     }
 
     ScriptCommand perform();
 
+    struct Row {
+        std::string_view word;
+        ScriptCommand (Command::*perform)(LedFont font);
+        bool writes = false; ///< in either font: the small one's word has a suffix
+        std::string wordIn(LedFont font) const {
+            return std::string(word).append(styleOf(font).commandSuffix);
+        }
+    };
+    static const std::array<Row, 9> rows;
+
 private:
-    ScriptCommand drawn();
-    Element text(LedFont font);
-    Element image();
+    ScriptCommand clear(LedFont /*font*/) { return ClearPage{}; }
+    ScriptCommand enter(LedFont /*font*/) { return orBadArgument(effect(StepKind::Enter)); }
+    ScriptCommand leave(LedFont /*font*/) { return orBadArgument(effect(StepKind::Leave)); }
+    ScriptCommand act(LedFont /*font*/) { return orBadArgument(hold()); }
+    ScriptCommand image(LedFont /*font*/) { return orBadArgument(bitmap()); }
+    ScriptCommand text(LedFont font) { return orBadArgument(textIn(font)); }
     ScriptCommand variable(LedFont font);
+    ScriptCommand date(LedFont font) { return orBadArgument(clock(font, LiveValue::Date)); }
+    ScriptCommand time(LedFont font) { return orBadArgument(clock(font, LiveValue::Time)); }
+
+    Element textIn(LedFont font);
+    Element bitmap();
     Element clock(LedFont font, LiveValue value);
     /// x y fg bg, as every drawing command has them.
     std::optional<Placement> placement();
 
     Step effect(StepKind kind);
-    Step act();
+    Step hold();
 
     template <typename Part>
     static ScriptCommand orBadArgument(std::optional<Part> part) {
@@ -47,36 +71,27 @@ private:
     std::string_view name_;
 };
 
-ScriptCommand Command::perform() {
-    if (equalsIgnoringCase(name_, clearScript))
-        return ClearPage{};
-    if (equalsIgnoringCase(name_, "IN"))
-        return orBadArgument(effect(StepKind::Enter));
-    if (equalsIgnoringCase(name_, "OUT"))
-        return orBadArgument(effect(StepKind::Leave));
-    if (equalsIgnoringCase(name_, "ACT"))
-        return orBadArgument(act());
-    return drawn();
-}
+/// All that the display knows.
+constexpr std::array<Command::Row, 9> Command::rows{{{clearScript, &Command::clear},
+                                                     {"TEXT", &Command::text, true},
+                                                     {"IMG", &Command::image},
+                                                     {"DISPVAR", &Command::variable, true},
+                                                     {wordOf(LiveValue::Time), &Command::time, true},
+                                                     {wordOf(LiveValue::Date), &Command::date, true},
+                                                     {"IN", &Command::enter},
+                                                     {"OUT", &Command::leave},
+                                                     {"ACT", &Command::act}}};
 
-ScriptCommand Command::drawn() {
-    std::string_view command = name_;
-    if (equalsIgnoringCase(command, "IMG"))
-        return orBadArgument(image());
-    LedFont font = LedFont::Large8x15;
-    // The small font's commands are the large one's with an S after them.
-    if (constexpr auto suffix = styleOf(LedFont::Small5x7).commandSuffix;
-        endsWithIgnoringCase(command, suffix)) {
-        font = LedFont::Small5x7;
-        command.remove_suffix(suffix.size());
+ScriptCommand Command::perform() {
+    constexpr auto suffix = styleOf(LedFont::Small5x7).commandSuffix;
+    const std::size_t length = name_.size() - std::min(name_.size(), suffix.size());
+    const bool mayBeSmall = equalsIgnoringCase(name_.substr(length), suffix);
+    for (const Row& row : rows) {
+        if (equalsIgnoringCase(name_, row.word))
+            return (this->*row.perform)(LedFont::Large8x15);
+        if (row.writes && mayBeSmall && equalsIgnoringCase(name_.substr(0, length), row.word))
+            return (this->*row.perform)(LedFont::Small5x7);
     }
-    if (equalsIgnoringCase(command, "TEXT"))
-        return orBadArgument(text(font));
-    if (equalsIgnoringCase(command, "DISPVAR"))
-        return variable(font);
-    for (const ClockStyle& style : clockStyles)
-        if (equalsIgnoringCase(command, style.shown))
-            return orBadArgument(clock(font, style.value));
     return RemarkReason::UnknownCommand;
 }
 
@@ -93,7 +108,7 @@ std::optional<Placement> Command::placement() {
     return Placement{*x, *y, *foreground, *background};
 }
 
-Element Command::text(LedFont font) {
+Element Command::textIn(LedFont font) {
     const auto placement = this->placement();
     const auto text = words_.quoted();
     if (!placement || !text)
@@ -102,7 +117,7 @@ Element Command::text(LedFont font) {
     return TextElement{*placement, font, std::string(*text), source_};
 }
 
-Element Command::image() {
+Element Command::bitmap() {
     const auto placement = this->placement();
     const std::string_view name = words_.rest();
     if (name.empty())
@@ -157,7 +172,7 @@ Step Command::effect(StepKind kind) {
     return std::nullopt;
 }
 
-Step Command::act() {
+Step Command::hold() {
     const std::size_t start = words_.column();
     const std::string_view word = words_.word();
     const auto style = std::ranges::find_if(
@@ -180,6 +195,16 @@ Step Command::act() {
 
 ScriptCommand scriptCommand(std::size_t line, ScriptWords& words) {
     return Command(line, words).perform();
+}
+
+std::vector<std::string> commandWords() {
+    std::vector<std::string> words;
+    for (const Command::Row& row : Command::rows) {
+        words.push_back(row.wordIn(LedFont::Large8x15));
+        if (row.writes)
+            words.push_back(row.wordIn(LedFont::Small5x7));
+    }
+    return words;
 }
 
 } // namespace orvista

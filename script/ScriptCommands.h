@@ -5,8 +5,9 @@
 
 #include <cstddef>
 #include <optional>
-#include <string_view>
+#include <string>
 #include <variant>
+#include <vector>
 
 /// One line of a script, as a value.
 namespace orvista {
@@ -28,5 +29,8 @@ using ScriptCommand = std::variant<ClearPage, ScriptElement, ScriptStep, RemarkR
 /// \param line its number, from 1
 /// \param words of a line that is not blank, none of them taken yet
 ScriptCommand scriptCommand(std::size_t line, ScriptWords& words);
+
+/// The first words of all commands, in capitals.
+std::vector<std::string> commandWords();
 
 } // namespace orvista

@@ -2,6 +2,7 @@
 
 #include "check/FileFindings.h"
 #include "check/FindingList.h"
+#include "check/forms/FixProgress.h"
 #include "check/forms/frmFixes.h"
 #include "items/forms/LabelCell.h"
 #include "model/Place.h"
@@ -15,7 +16,6 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMenu>
-#include <QProgressDialog>
 #include <QScopedValueRollback>
 #include <QShortcut>
 #include <QVBoxLayout>
@@ -134,7 +134,7 @@ std::vector<Finding> FindingsPanel::selectedFindings() const {
 void FindingsPanel::select(const std::vector<Finding>& earlier) {
     std::vector<int> rows;
     for (const Finding& finding : earlier)
-        if (const Finding* const same = sameFinding(findings_, finding))
+        if (const Finding* const same = sameFinding(findings_.list, finding))
             rows.push_back(static_cast<int>(same - findings_.list.data()));
     tblFindings->selectRows(rows);
 }
@@ -251,24 +251,9 @@ void FindingsPanel::showMenu(const QPoint& place) {
 
 void FindingsPanel::fixAll(const FixChoice& choice) {
     Fixing run = fixing();
-    QProgressDialog progress(tr("Trying fixes\u2026"), tr("Stop"), 0, 0, window());
-    progress.setObjectName(QStringLiteral("frmFixing"));
-    progress.setWindowModality(Qt::WindowModal);
-    const auto goesOn = [&](std::size_t) {
-        progress.setValue(0);
-        return !progress.wasCanceled();
-    };
-    FixChoice each = choice;
-    if (each.codes.empty())
-        for (const Rule& rule : rules())
-            if (rule.fixes != Fixes::None)
-                each.codes.push_back(rule.code);
-    // What is sure comes first, so that it does not stand on what is not.
-    std::vector<MendedFinding> all;
-    if (choice.codes.empty())
-        all = mendAll(run, {}, goesOn);
-    for (MendedFinding& mended : mendAll(run, each, goesOn))
-        all.push_back(std::move(mended));
+    FixProgress progress(*this);
+    const auto all = choice.codes.empty() ? mendEverything(run, progress.goesOn())
+                                          : mendAll(run, choice, progress.goesOn());
     const bool isStopped = progress.wasCanceled();
     progress.reset();
     if (isStopped)
@@ -276,8 +261,8 @@ void FindingsPanel::fixAll(const FixChoice& choice) {
     if (all.empty())
         return emit noticeAsked(
             tr("No fix is known that mends one of these findings and leaves the others as they are"));
-    frmFixes dialog({project_, check_.bitmaps(project_), columns_, setting_}, std::move(all),
-                    notAppliedItems_(), window());
+    frmFixes dialog({project_, check_.bitmaps(project_), columns_, setting_}, all, notAppliedItems_(),
+                    window());
     dialog.exec();
     if (!dialog.IsCanceled)
         emit changesWanted(tr("Fix"), dialog.Fixed);

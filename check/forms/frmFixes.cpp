@@ -1,5 +1,6 @@
 #include "check/forms/frmFixes.h"
 
+#include "check/forms/FixProgress.h"
 #include "display/forms/BeforeAfterPictures.h"
 #include "model/Windows1252.h"
 #include "widgets/DeviceText.h"
@@ -177,9 +178,21 @@ void frmFixes::showPictures(std::size_t row) {
                          {shown_, subject_.bitmaps, scriptOf(shown_, place.item), place.line});
 }
 
+bool frmFixes::mend(Fixing& fixing) {
+    goTo(0);
+    const bool isSame = std::ranges::all_of(
+        allItems(), [&](Item item) { return changesBetween(shown_, subject_.project, item).empty(); });
+    FixProgress progress(*this);
+    const bool isDone = mendSome(fixing, {all_, tblFixes->ticks(), isSame}, progress.goesOn());
+    progress.reset();
+    showCurrent();
+    return isDone;
+}
+
 void frmFixes::btnOK_Click() {
     Fixing fixing(subject_.project, subject_.bitmaps, subject_.columns);
-    mendSome(fixing, all_, tblFixes->ticks());
+    if (!mend(fixing))
+        return;
     for (const Item item : allItems())
         for (Change& change : changesBetween(subject_.project, fixing.project(), item))
             Fixed.push_back(std::move(change));

@@ -53,6 +53,8 @@ private:
     /// Lets the shown project be as it was before that row's fix.
     void goTo(std::size_t row);
     void btnOK_Click();
+    /// False where the reader stopped it.
+    bool mend(Fixing& fixing);
 
     Subject subject_;
     std::vector<MendedFinding> all_;

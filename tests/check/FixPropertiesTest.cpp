@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 /// Whatever stands in a message: a fix that is offered mends its finding and nothing else, and what it
@@ -54,6 +55,14 @@ public:
         for (std::size_t i = 0; i < 3; ++i)
             project.STDMSG[i] = script();
         return project;
+    }
+
+    /// Several of them, mostly.
+    std::string pages() {
+        std::string pages;
+        for (std::size_t i = 0; i < 4; ++i)
+            pages += line() + "\r\n" + line() + "\r\n" + line() + "\r\nCLEAR\r\n";
+        return pages + line();
     }
 
 private:
@@ -157,6 +166,37 @@ private:
     Findings before_;
 };
 
+/// Makes the first fix of each finding of the message, each time in a project of which nothing is known.
+/// \returns their captions
+std::vector<std::string> mendOneByOne(Project& project, const BitmapProvider& bitmaps, Item message) {
+    std::vector<std::string> captions;
+    for (bool isAnyMended = true; std::exchange(isAnyMended, false);) {
+        for (std::size_t i = 0;;) {
+            Fixing anew(project, bitmaps, columns);
+            if (i == anew.findingsOf(message).size())
+                break;
+            const std::vector<Fix> fixes = anew.fixesOf(Finding(anew.findingsOf(message)[i]));
+            if (fixes.empty()) {
+                ++i;
+                continue;
+            }
+            applyChanges(project, changesOf(project, fixes.front()));
+            captions.push_back(fixes.front().caption);
+            isAnyMended = true;
+        }
+    }
+    return captions;
+}
+
+/// All codes that have fixes.
+std::vector<Code> fixedCodes() {
+    std::vector<Code> codes;
+    for (const Rule& rule : rules())
+        if (rule.fixes != Fixes::None)
+            codes.push_back(rule.code);
+    return codes;
+}
+
 /// The items of which the projects above have something.
 std::vector<Item> wrongItems() {
     std::vector<Item> items;
@@ -198,14 +238,10 @@ TEST(FixProperties, EachFixMendsItsFindingAndNothingElse) {
 TEST(FixProperties, FixAfterFixChangesNothing) {
     const FolderOfThree bitmaps;
     WrongProjects random(22);
-    std::vector<Code> all;
-    for (const Rule& rule : rules())
-        if (rule.fixes != Fixes::None)
-            all.push_back(rule.code);
     const auto goesOn = [](std::size_t) { return true; };
     for (std::size_t i = 0; i < wanted / 3; ++i) { // of three messages each
         const Project project = random.project();
-        for (const FixChoice& choice : {FixChoice{}, FixChoice{all, {}}}) {
+        for (const FixChoice& choice : {FixChoice{}, FixChoice{fixedCodes(), {}}}) {
             Fixing fixing(project, bitmaps, columns);
             const auto mended = mendAll(fixing, choice, goesOn);
             Fixing again(fixing.project(), bitmaps, columns);
@@ -215,6 +251,24 @@ TEST(FixProperties, FixAfterFixChangesNothing) {
                 revertChanges(back, step->changes);
             expectSame(back, project);
         }
+    }
+}
+
+/// Mending goes by the pages of a message where it can: the same fixes, in the same order.
+TEST(FixProperties, MendingAllGoesAsOneByOne) {
+    const FolderOfThree bitmaps;
+    WrongProjects random(24);
+    const Item message{Kind::Regular, 0};
+    for (std::size_t i = 0; i < wanted / 10; ++i) {
+        Project project = random.project();
+        project.STDMSG[0] = random.pages();
+        Fixing fixing(project, bitmaps, columns);
+        std::vector<std::string> captions;
+        for (const MendedFinding& mended :
+             mendAll(fixing, {fixedCodes(), {message}}, [](std::size_t) { return true; }))
+            captions.push_back(mended.fix.caption);
+        EXPECT_EQ(captions, mendOneByOne(project, bitmaps, message));
+        expectSame(fixing.project(), project);
     }
 }
 

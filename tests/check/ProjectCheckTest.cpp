@@ -209,14 +209,14 @@ TEST_F(CheckedProject, FindingsAreKnownAgainThoughTheyMoved) {
     };
     const auto lineNow = [&](const Finding& earlier, const std::string& script) {
         const Findings now = findings(script);
-        const Finding* const same = sameFinding(now, earlier);
+        const Finding* const same = sameFinding(now.list, earlier);
         return same == nullptr ? 0 : same->place.line;
     };
     project.STDMSG[1] = "TXET";
     const std::string wrong = "TEXT 0 0 RED RED \"a\"\n";
     const Findings before = findings("TXET\n" + wrong + wrong + "HELLO");
     ASSERT_EQ(before.list.size(), 5U);
-    EXPECT_EQ(sameFinding(before, before.list[1]), &before.list[1]);
+    EXPECT_EQ(sameFinding(before.list, before.list[1]), &before.list[1]);
     EXPECT_EQ(lineNow(before.list[1], "CLEAR\nHELLO\nTXET"), 3U);
     EXPECT_EQ(lineNow(before.list[1], "CLEAR\nHELLO"), 0U);
     EXPECT_EQ(lineNow(before.list[1], "TXETS"), 1U); // another word at its place
