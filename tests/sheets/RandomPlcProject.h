@@ -5,7 +5,9 @@
 
 #include <array>
 #include <cstdlib>
+#include <initializer_list>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -37,7 +39,7 @@ public:
 
     explicit RandomPlcProject(unsigned seed) : random_(seed) {
         project.ProjName = "P" + std::to_string(seed);
-        prefix = pick<std::string>({"", "LINE3_", "x", "_", "Gate_2_"});
+        prefix = pick<std::string_view>({"", "LINE3_", "x", "_", "Gate_2_"});
         addBlock(Kind::Float, project.AnalogInput, 64, 2, "RegVar", "Registers");
         addBlock(Kind::Boolean, project.DigitalInput, 32, 1, "CoilVar", "Booleans");
         addBlock(Kind::Emergency, project.AlertMessage, 20, 1, "ALTMSG", "Emergency");
@@ -53,8 +55,8 @@ public:
 
 private:
     template <typename T>
-    T pick(const std::vector<T>& choices) {
-        return choices[random_.below(choices.size())];
+    T pick(std::initializer_list<T> choices) {
+        return choices.begin()[random_.below(choices.size())];
     }
 
     void addBlock(Kind kind, std::int32_t& start, std::size_t count, int step, const std::string& word,
@@ -79,7 +81,7 @@ private:
     void giveDefault(Listed& item) {
         if (item.kind == Kind::Boolean) {
             const auto [text, value] =
-                pick<std::pair<std::string, float>>({{"0", 0}, {"1", 1}, {"", 0}, {"7", 1}});
+                pick<std::pair<std::string_view, float>>({{"0", 0}, {"1", 1}, {"", 0}, {"7", 1}});
             project.CoilVar[item.index].defaultValue = text;
             item.value = value;
         }
@@ -89,7 +91,7 @@ private:
         if (random_.below(3) == 0)
             text = "-" + text;
         if (random_.below(3) == 0)
-            text += "e" + pick<std::string>({"-45", "-40", "-30", "5", "30", "39", "300"});
+            text.append("e").append(pick<std::string_view>({"-45", "-40", "-30", "5", "30", "39", "300"}));
         const double value = std::strtod(text.c_str(), nullptr);
         item.holdsValue = value > -3.4e38 && value < 3.4e38;
         item.value = item.holdsValue ? static_cast<float>(value) : 0.0F;
@@ -106,15 +108,15 @@ private:
                          std::to_string(items.size()) + "v";
             item.plcName = prefix + note.label;
         }
-        note.unit = pick<std::string>({"", "m",
-                                       "\xC2\xB0"
-                                       "C",
-                                       "(*", "%"});
+        note.unit = pick<std::string_view>({"", "m",
+                                            "\xC2\xB0"
+                                            "C",
+                                            "(*", "%"});
         note.comment =
-            pick<std::string>({"", "Level of tank 1", "*) END_VAR", "a (* b *) c", "<b> & \"q\" --> ' -",
-                               "gr\xC3\xB6\xC3\x9F"
-                               "er",
-                               "\xE6\xB0\xB4", "(*)", "; := 5.0;", "]]>"});
+            pick<std::string_view>({"", "Level of tank 1", "*) END_VAR", "a (* b *) c", "<b> & \"q\" --> ' -",
+                                    "gr\xC3\xB6\xC3\x9F"
+                                    "er",
+                                    "\xE6\xB0\xB4", "(*)", "; := 5.0;", "]]>"});
         notes.set({item.kind, item.index}, note);
     }
 

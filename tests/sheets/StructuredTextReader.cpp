@@ -9,22 +9,31 @@ namespace orvista::testing {
 
 namespace {
 
-constexpr std::array keywords{
-    "FUNCTION", "END_FUNCTION", "PROGRAM", "END_PROGRAM", "VAR",  "VAR_INPUT", "VAR_GLOBAL",   "VAR_EXTERNAL",
-    "END_VAR",  "IF",           "THEN",    "ELSIF",       "ELSE", "END_IF",    "WHILE",        "DO",
-    "ARRAY",    "END_WHILE",    "OF",      "NOT",         "AND",  "OR",        "XOR",          "MOD",
-    "REAL",     "BOOL",         "DINT",    "DWORD",       "WORD", "TRUE",      "FALSE",        "ABS",
-    "SHL",      "SHR",          "MAX",     "MIN",         "INT",  "STRING",    "DINT_TO_DWORD"};
+using namespace std::string_view_literals;
 
-std::string upper(std::string text) {
-    for (char& character : text)
-        if (character >= 'a' && character <= 'z')
-            character = static_cast<char>(character - 'a' + 'A');
-    return text;
+constexpr std::array keywords{"FUNCTION"sv,  "END_FUNCTION"sv, "PROGRAM"sv,      "END_PROGRAM"sv,  "VAR"sv,
+                              "VAR_INPUT"sv, "VAR_GLOBAL"sv,   "VAR_EXTERNAL"sv, "END_VAR"sv,      "IF"sv,
+                              "THEN"sv,      "ELSIF"sv,        "ELSE"sv,         "END_IF"sv,       "WHILE"sv,
+                              "DO"sv,        "ARRAY"sv,        "END_WHILE"sv,    "OF"sv,           "NOT"sv,
+                              "AND"sv,       "OR"sv,           "XOR"sv,          "MOD"sv,          "REAL"sv,
+                              "BOOL"sv,      "DINT"sv,         "DWORD"sv,        "WORD"sv,         "TRUE"sv,
+                              "FALSE"sv,     "ABS"sv,          "SHL"sv,          "SHR"sv,          "MAX"sv,
+                              "MIN"sv,       "INT"sv,          "STRING"sv,       "DINT_TO_DWORD"sv};
+
+char upper(char character) {
+    return character >= 'a' && character <= 'z' ? static_cast<char>(character - 'a' + 'A') : character;
 }
 
-bool isKeyword(const std::string& word) {
-    return std::ranges::find(keywords, upper(word)) != keywords.end();
+std::string upper(std::string_view text) {
+    std::string made(text);
+    for (char& character : made)
+        character = upper(character);
+    return made;
+}
+
+bool isKeyword(std::string_view word) {
+    const std::string folded = upper(word);
+    return std::ranges::find(keywords, folded) != keywords.end();
 }
 
 bool isDigit(char character) {
@@ -32,7 +41,7 @@ bool isDigit(char character) {
 }
 
 bool isWordCharacter(char character) {
-    const char folded = upper(std::string(1, character)).front();
+    const char folded = upper(character);
     return (folded >= 'A' && folded <= 'Z') || isDigit(character) || character == '_';
 }
 
@@ -78,8 +87,8 @@ private:
         const std::size_t end = text_.find("*)", at_ + 2);
         if (end == std::string_view::npos)
             throw StFault("a comment without an end");
-        std::string text = taken(end + 2 - at_);
-        if (text.find("(*", 2) != std::string::npos)
+        const std::string_view text = taken(end + 2 - at_);
+        if (text.find("(*", 2) != std::string_view::npos)
             throw StFault("a comment within a comment");
         return {StToken::Comment, text};
     }
@@ -103,7 +112,7 @@ private:
         std::size_t end = at_;
         while (end < text_.size() && isWordCharacter(text_[end]))
             ++end;
-        std::string word = taken(end - at_);
+        const std::string_view word = taken(end - at_);
         if (word == "DWORD" && text_.substr(at_).starts_with("#16#")) {
             taken(4);
             end = at_;
@@ -126,8 +135,8 @@ private:
         return end;
     }
 
-    std::string taken(std::size_t size) {
-        const std::string text(text_.substr(at_, size));
+    std::string_view taken(std::size_t size) {
+        const std::string_view text = text_.substr(at_, size);
         at_ += size;
         return text;
     }
@@ -137,9 +146,9 @@ private:
     std::vector<StToken> tokens_;
 };
 
-void require(bool holds, const std::string& fault) {
+void require(bool holds, std::string_view fault, std::string_view of = {}) {
     if (!holds)
-        throw StFault(fault);
+        throw StFault(std::string(fault) + std::string(of));
 }
 
 StValue narrowed(StValue value) {
@@ -158,23 +167,23 @@ std::uint32_t bitsOf(const StValue& value) {
 
 } // namespace
 
-StReader::StReader(std::string_view text) : tokens_(StTokens(text).all()) {
+StReader::StReader(std::string text) : text_(std::move(text)), tokens_(StTokens(text_).all()) {
     file();
 }
 
-const StVariable& StReader::global(const std::string& name) const {
+const StVariable& StReader::global(std::string_view name) const {
     const auto place = globalPlaces_.find(upper(name));
     if (place == globalPlaces_.end())
-        throw StFault("no variable " + name);
+        throw StFault("no variable " + std::string(name));
     return globals_[place->second];
 }
 
-StVariable* StReader::globalOrNull(const std::string& name) {
+StVariable* StReader::globalOrNull(std::string_view name) {
     const auto place = globalPlaces_.find(upper(name));
     return place == globalPlaces_.end() ? nullptr : &globals_[place->second];
 }
 
-void StReader::set(const std::string& name, double value) {
+void StReader::set(std::string_view name, double value) {
     globalOrNull(name)->values.front().number = value;
 }
 
@@ -185,7 +194,7 @@ const StToken& StReader::peek() {
 }
 
 StToken StReader::take() {
-    StToken token = peek();
+    const StToken token = peek();
     if (token.kind != StToken::End)
         ++at_;
     return token;
@@ -200,21 +209,21 @@ bool StReader::accept(std::string_view text) {
 
 void StReader::expect(std::string_view text) {
     if (!accept(text))
-        throw StFault("no \"" + std::string(text) + "\" but \"" + peek().text + "\"");
+        throw StFault("no \"" + std::string(text) + "\" but \"" + std::string(peek().text) + "\"");
 }
 
-std::string StReader::identifier() {
+std::string_view StReader::identifier() {
     const StToken token = take();
-    require(token.kind == StToken::Word && !isKeyword(token.text), "no name: " + token.text);
-    require(token.text.find("__") == std::string::npos && !token.text.ends_with('_'),
-            "a bad name: " + token.text);
+    require(token.kind == StToken::Word && !isKeyword(token.text), "no name: ", token.text);
+    require(token.text.find("__") == std::string_view::npos && !token.text.ends_with('_'),
+            "a bad name: ", token.text);
     return token.text;
 }
 
 std::size_t StReader::whole() {
     const StToken token = take();
     require(token.kind == StToken::Number && std::ranges::all_of(token.text, isDigit), "no whole number");
-    return std::stoul(token.text);
+    return std::stoul(std::string(token.text));
 }
 
 void StReader::file() {
@@ -254,14 +263,14 @@ void StReader::globalBlock() {
             variable.comment = tokens_[at_++].text;
         require(upper(variable.name) != upper(functionName_), "the function's name again");
         if (!globalPlaces_.emplace(upper(variable.name), globals_.size()).second)
-            throw StFault("a name twice: " + variable.name);
+            throw StFault("a name twice: " + std::string(variable.name));
         globals_.push_back(std::move(variable));
     }
 }
 
 void StReader::program() {
     expect("PROGRAM");
-    const std::string name = identifier();
+    const std::string_view name = identifier();
     require(upper(name) != upper(functionName_), "the function's name again");
     require(globalOrNull(name) == nullptr, "a variable's name again");
     externals();
@@ -309,8 +318,8 @@ StVariable StReader::declaration(bool mayHaveInitial) {
         expect("OF");
     }
     variable.type = take().text;
-    constexpr std::array types{"REAL", "BOOL", "DINT", "DWORD", "WORD"};
-    require(std::ranges::find(types, variable.type) != types.end(), "no type: " + variable.type);
+    constexpr std::array types{"REAL"sv, "BOOL"sv, "DINT"sv, "DWORD"sv, "WORD"sv};
+    require(std::ranges::find(types, variable.type) != types.end(), "no type: ", variable.type);
     variable.values.assign(count, {variable.type});
     if (mayHaveInitial && accept(":=")) {
         require(!variable.isArray, "a value for an array");
@@ -321,7 +330,7 @@ StVariable StReader::declaration(bool mayHaveInitial) {
     return variable;
 }
 
-StValue StReader::initial(const std::string& type) {
+StValue StReader::initial(std::string_view type) {
     const bool isNegative = accept("-");
     StValue value = literal(take());
     require(value.type == type, "a value of another type");
@@ -332,12 +341,12 @@ StValue StReader::initial(const std::string& type) {
 
 void StReader::add(Scope& scope, StVariable variable) {
     for (const StVariable& other : scope)
-        require(upper(other.name) != upper(variable.name), "a name twice: " + other.name);
+        require(upper(other.name) != upper(variable.name), "a name twice: ", other.name);
     scope.push_back(std::move(variable));
 }
 
 bool StReader::atBlockEnd() {
-    const std::string& text = peek().text;
+    const std::string_view text = peek().text;
     return text.starts_with("END_") || text == "ELSE" || text == "ELSIF" || peek().kind == StToken::End;
 }
 
@@ -353,13 +362,13 @@ void StReader::statements() {
     }
 }
 
-StVariable& StReader::variable(const std::string& name) {
+StVariable& StReader::variable(std::string_view name) {
     for (StVariable& local : locals_)
         if (local.name == name)
             return local;
     StVariable* const global = inProgram_ ? globalOrNull(name) : nullptr;
     if (global == nullptr || !global->isExternal)
-        throw StFault("not declared: " + name);
+        throw StFault("not declared: " + std::string(name));
     return *global;
 }
 
@@ -373,9 +382,9 @@ void StReader::assignment() {
         require(index < target.values.size(), "beyond an array");
     }
     expect(":=");
-    const std::string type = target.type;
+    const std::string_view type = target.type;
     const StValue value = expression();
-    require(value.type == type, "a " + value.type + " for a " + type);
+    require(value.type == type, "another value for a ", type);
     if (live_)
         target.values[index] = narrowed(value);
 }
@@ -512,17 +521,18 @@ StValue StReader::literal(const StToken& token) {
         return truth(token.text == "TRUE");
     if (token.kind == StToken::Bits) {
         require(token.text.size() == 8, "bits of another length");
-        return {"DWORD", static_cast<double>(std::stoul(token.text, nullptr, 16))};
+        return {"DWORD", static_cast<double>(std::stoul(std::string(token.text), nullptr, 16))};
     }
-    require(token.kind == StToken::Number, "no value: " + token.text);
-    const bool isReal = token.text.find('.') != std::string::npos;
+    require(token.kind == StToken::Number, "no value: ", token.text);
+    const bool isReal = token.text.find('.') != std::string_view::npos;
     float value = 0;
     std::from_chars(token.text.data(), token.text.data() + token.text.size(), value);
     require(std::isfinite(value), "beyond REAL");
-    return {isReal ? "REAL" : "DINT", isReal ? static_cast<double>(value) : std::stod(token.text)};
+    return {isReal ? "REAL" : "DINT",
+            isReal ? static_cast<double>(value) : std::stod(std::string(token.text))};
 }
 
-StValue StReader::call(const std::string& name) {
+StValue StReader::call(std::string_view name) {
     std::vector<StValue> arguments;
     do
         arguments.push_back(expression());
@@ -530,13 +540,13 @@ StValue StReader::call(const std::string& name) {
     expect(")");
     std::string types;
     for (const StValue& argument : arguments)
-        types += " " + argument.type;
+        types.append(" ").append(argument.type);
     const StValue& first = arguments.front();
     if (name == functionName_ && inProgram_) {
         require(types == " REAL", "a function of another kind of value");
         return live_ ? callOwn(arguments) : StValue{own_.result};
     }
-    static const std::map<std::string, std::pair<std::string, std::string>> functions{
+    static const std::map<std::string_view, std::pair<std::string_view, std::string_view>> functions{
         {"ABS", {" REAL", "REAL"}},
         {"REAL_TO_DINT", {" REAL", "DINT"}},
         {"DINT_TO_DWORD", {" DINT", "DWORD"}},
@@ -544,8 +554,8 @@ StValue StReader::call(const std::string& name) {
         {"SHL", {" DWORD DINT", "DWORD"}},
         {"SHR", {" DWORD DINT", "DWORD"}}};
     const auto function = functions.find(name);
-    require(function != functions.end(), "no function " + name);
-    require(function->second.first == types, name + " of" + types);
+    require(function != functions.end(), "no function ", name);
+    require(function->second.first == types, "no function of", types);
     const double number = name == "ABS" ? std::abs(first.number)
                           : name == "REAL_TO_DINT"
                               ? (std::isfinite(first.number) ? std::nearbyint(first.number) : 0)

@@ -19,50 +19,52 @@ public:
 
 struct StToken {
     enum Kind { Word, Number, Bits, Sign, Comment, End } kind;
-    std::string text;
+    std::string_view text; ///< of the reader's own
 };
 
 struct StValue {
-    std::string type; ///< "REAL", "BOOL", "DINT", "DWORD", "WORD"
+    std::string_view type; ///< "REAL", "BOOL", "DINT", "DWORD", "WORD"
     double number = 0;
     bool operator==(const StValue&) const = default;
 };
 
 struct StVariable {
-    std::string name;
-    std::string type;
+    std::string_view name;
+    std::string_view type;
     std::vector<StValue> values; ///< one, or those of an array
     bool isArray = false;
     bool hasInitial = false;
-    std::string comment;
+    std::string_view comment;
     bool isExternal = false; ///< of a global variable: whether the program may use it
 };
 
 class StReader {
 public:
     /// \throws StFault for anything that the grammar or the types do not allow
-    explicit StReader(std::string_view text);
+    explicit StReader(std::string text);
+    StReader(const StReader&) = delete;
+    StReader& operator=(const StReader&) = delete;
 
-    void set(const std::string& name, double value);
+    void set(std::string_view name, double value);
     /// Runs the program once.
     void run();
     /// In the order of the declarations.
     const std::vector<StVariable>& globals() const { return globals_; }
-    const std::vector<std::string>& commentsAlone() const { return commentsAlone_; }
-    const StVariable& global(const std::string& name) const;
+    const std::vector<std::string_view>& commentsAlone() const { return commentsAlone_; }
+    const StVariable& global(std::string_view name) const;
 
 private:
     using Scope = std::vector<StVariable>;
     struct Signature {
-        std::vector<std::string> parameters;
-        std::string result;
+        std::vector<std::string_view> parameters;
+        std::string_view result;
     };
 
     const StToken& peek();
     StToken take();
     bool accept(std::string_view text);
     void expect(std::string_view text);
-    std::string identifier();
+    std::string_view identifier();
     std::size_t whole();
 
     void file();
@@ -72,16 +74,16 @@ private:
     void externals();
     void block(std::string_view keyword, Scope& scope);
     StVariable declaration(bool mayHaveInitial);
-    StValue initial(const std::string& type);
+    StValue initial(std::string_view type);
     static void add(Scope& scope, StVariable variable);
-    StVariable* globalOrNull(const std::string& name);
+    StVariable* globalOrNull(std::string_view name);
 
     void statements();
     bool atBlockEnd();
     void assignment();
     void branches();
     void loop();
-    StVariable& variable(const std::string& name);
+    StVariable& variable(std::string_view name);
 
     StValue expression();
     StValue conjunction();
@@ -91,18 +93,19 @@ private:
     StValue unary();
     StValue primary();
     StValue literal(const StToken& token);
-    StValue call(const std::string& name);
+    StValue call(std::string_view name);
     StValue callOwn(const std::vector<StValue>& arguments);
 
+    const std::string text_; ///< what everything else points into
     std::vector<StToken> tokens_;
     std::size_t at_ = 0;
     bool live_ = false; ///< whether what is read is carried out, too
     Scope globals_;
     std::map<std::string, std::size_t> globalPlaces_; ///< by their names in capitals
     Scope locals_;
-    std::vector<std::string> commentsAlone_;
+    std::vector<std::string_view> commentsAlone_;
     Signature own_;
-    std::string functionName_;
+    std::string_view functionName_;
     Scope functionScope_;
     std::size_t functionBody_ = 0;
     std::size_t programBody_ = 0;
