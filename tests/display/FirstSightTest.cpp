@@ -90,6 +90,11 @@ TEST(InterpretUntil, ReadsNoFurtherThanThePageWanted) {
     EXPECT_EQ(read.remarks.size(), 1U);
 }
 
+TEST(InterpretUntil, AsksAboutTheFirstPageToo) {
+    const auto always = [](const ScriptPage&) { return true; };
+    EXPECT_EQ(interpretUntil(one + two + one, always).pages.size(), 1U);
+}
+
 TEST(InterpretUntil, ReadsAllWhereNoPageIsWanted) {
     const auto never = [](const ScriptPage&) { return false; };
     EXPECT_EQ(interpretUntil(one + two, never).pages.size(), 2U);

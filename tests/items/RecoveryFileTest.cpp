@@ -83,6 +83,14 @@ TEST(RecoveryFile, BringsEverythingBack) {
     EXPECT_EQ(work->notApplied, notApplied);
 }
 
+TEST(RecoveryFile, BringsBackAsManyTextsAsPagesHave) {
+    const std::vector<NotAppliedTexts> most(
+        maximumNotAppliedItems, {named("STDMSG1"), std::vector<std::string>(maximumNotAppliedTexts, "a")});
+    const auto work = readRecovery(recoveryBytes(plainProject(), most));
+    ASSERT_TRUE(work);
+    EXPECT_EQ(work->notApplied, most);
+}
+
 TEST(RecoveryFile, IsNotReadWhereAByteIsMissingOrAnother) {
     const std::string whole = recoveryBytes(plainProject(), {{named("STDMSG1"), {"ACT"}}});
     ASSERT_TRUE(readRecovery(whole));

@@ -120,6 +120,7 @@ TEST(Script, EffectsEnterAndLeave) {
     }
     EXPECT_EQ(onlyStep("IN FADE 25").effect, Effect::Fade);
     EXPECT_EQ(onlyStep("IN FADE 25").milliseconds, 25);
+    EXPECT_EQ(onlyStep("IN FADE 25").pixels, 1);
     EXPECT_EQ(onlyStep("OUT FADE 100").kind, StepKind::Leave);
     for (const char* line : {"IN", "OUT", "IN GO-LEFT", "IN GO-LEFT 1", "IN GO-LEFT 0 50", "IN GO-LEFT -1 50",
                              "IN FADE", "IN FADE fast", "IN GO-AWAY 1 50", "OUT 1 50"})
@@ -154,7 +155,9 @@ TEST(Script, NumbersBeyondSenseAreBounded) {
     EXPECT_EQ(text.placement.y, -maximumCoordinate);
     EXPECT_EQ(onlyStep("ACT STILL " + huge).milliseconds, maximumHold);
     EXPECT_EQ(onlyStep("ACT BLINK " + huge + " " + huge).count, maximumBlinks);
+    EXPECT_EQ(onlyStep("ACT BLINK " + huge + " " + huge).milliseconds, maximumStepMilliseconds);
     EXPECT_EQ(onlyStep("IN GO-UP " + huge + " " + huge).milliseconds, maximumStepMilliseconds);
+    EXPECT_EQ(onlyStep("IN GO-UP " + huge + " " + huge).pixels, maximumCoordinate);
     EXPECT_EQ(onlyElement<TextElement>("TEXT -3 007 RED BLACK \"a\"").placement,
               (Placement{-3, 7, Led::Red}));
 }
@@ -293,6 +296,21 @@ TEST(Script, WhatIsDrawnWithoutAHoldIsHeldForASecond) {
     EXPECT_EQ(script.pages[0].steps[1].milliseconds, 1000);
     EXPECT_EQ(script.pages[0].steps[1].elementCount, 2U);
     EXPECT_TRUE(script.pages[1].steps.empty());
+}
+
+TEST(Script, AnElementAloneIsHeldForASecondToo) {
+    const ScriptStep hold = onlyStep("TEXT 0 0 RED BLACK \"a\"");
+    EXPECT_EQ(hold.kind, StepKind::Still);
+    EXPECT_EQ(hold.milliseconds, 1000);
+    EXPECT_EQ(hold.elementCount, 1U);
+}
+
+TEST(Script, RemarksQuoteTheFirst200BytesOfALine) {
+    const std::string line(maximumRemarkLength + 1, 'x');
+    const auto remarks = interpretScript(line).remarks;
+    ASSERT_EQ(remarks.size(), 1U);
+    EXPECT_EQ(remarks[0].text, line.substr(1));
+    EXPECT_EQ(remarks[0].word, line.substr(1));
 }
 
 TEST(Script, PagesAreHandedOverOneByOneAndNotKept) {

@@ -189,6 +189,8 @@ TEST(Sheet, KeepsAThousandErrorsAndCountsTheRest) {
 TEST(Sheet, WritesErrorsForPeople) {
     EXPECT_EQ(errorText({3, "width", "is wrong"}), "row 3, width: is wrong");
     EXPECT_EQ(errorText({3, "", "is wrong"}), "row 3: is wrong");
+    EXPECT_EQ(errorText({1, "width", "is twice"}), "row 1, width: is twice");
+    EXPECT_EQ(errorText({0, "width", "is wrong"}), "width: is wrong");
     EXPECT_EQ(errorText({0, "", "is empty"}), "is empty");
 }
 
