@@ -9,8 +9,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <initializer_list>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -66,7 +68,9 @@ public:
     }
 
 private:
-    std::string one(const std::vector<std::string>& texts) { return texts[below(texts.size())]; }
+    std::string one(std::initializer_list<std::string_view> texts) {
+        return std::string(texts.begin()[below(texts.size())]);
+    }
 
     std::string script() {
         if (below(12) == 0)
