@@ -7,8 +7,8 @@
 #include "model/Text.h"
 
 #include <algorithm>
-#include <map>
 #include <stdexcept>
+#include <unordered_map>
 #include <utility>
 
 namespace orvista {
@@ -137,7 +137,7 @@ private:
         if (!value.text())
             return noteBad(reading_, where() + "it is no text");
         const std::string& text = *value.text();
-        if (characterCount(text) > field.longest) {
+        if (text.size() > field.longest && characterCount(text) > field.longest) {
             reading_.fault =
                 where() + quotation(text) + " is longer than " + decimalText(field.longest) + " characters";
             return;
@@ -167,7 +167,7 @@ private:
 
     const JsonValue& document_;
     NotesReading& reading_;
-    std::map<std::string, Item> labels_; ///< in capitals
+    std::unordered_map<std::string, Item> labels_; ///< in capitals
 };
 
 /// The item's entry: the last one, which counts, where it stands there in several spellings.

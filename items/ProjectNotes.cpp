@@ -36,10 +36,10 @@ void ProjectNotes::set(Item item, const NoteField& field, std::string text) {
 }
 
 void ProjectNotes::set(Item item, ItemNote note) {
-    if (note == ItemNote())
+    if (note.label.empty() && note.unit.empty() && note.comment.empty())
         items_.erase(item);
     else
-        items_[item] = std::move(note);
+        items_.insert_or_assign(items_.end(), item, std::move(note)); // most come in order
 }
 
 std::optional<Item> ProjectNotes::labelled(std::string_view label) const {
@@ -64,7 +64,14 @@ std::size_t characterCount(std::string_view utf8) {
         utf8, [](char unit) { return (static_cast<unsigned char>(unit) & 0xC0) != 0x80; }));
 }
 
+/// ASCII that can be noted as it stands: most texts are, and a project may have hundreds.
+bool isPlainLine(std::string_view text) {
+    return std::ranges::all_of(text, [](char character) { return character >= ' ' && character < '\x7F'; });
+}
+
 std::string lineFault(std::string_view text, std::size_t longest) {
+    if (text.size() <= longest && isPlainLine(text))
+        return {};
     if (characterCount(text) > longest)
         return "is longer than " + decimalText(longest) + " characters";
     if (!isUtf8(text))

@@ -1,8 +1,10 @@
 #include "mainwindow/ItemTree.h"
 
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QStyle>
+#include <QToolTip>
 #include <QTreeWidgetItemIterator>
 
 namespace orvista {
@@ -31,12 +33,6 @@ QTreeWidgetItem* ItemTree::addNode(QTreeWidgetItem* parent, const QString& key, 
     return node;
 }
 
-void ItemTree::explain(const std::function<QString(const QString&)>& toolTipOf) {
-    for (QTreeWidgetItemIterator node(this); *node; ++node)
-        if (const QString toolTip = toolTipOf(nodeKey(**node)); toolTip != (*node)->toolTip(0))
-            (*node)->setToolTip(0, toolTip);
-}
-
 void ItemTree::click(const QString& key) {
     for (QTreeWidgetItemIterator node(this); *node; ++node) {
         if (nodeKey(**node) != key)
@@ -59,6 +55,15 @@ QSize ItemTree::sizeHint() const {
 
 QSize ItemTree::minimumSizeHint() const {
     return {widthFor(leastOfName), QTreeWidget::minimumSizeHint().height()};
+}
+
+bool ItemTree::viewportEvent(QEvent* event) {
+    if (event->type() != QEvent::ToolTip || !toolTipOf_)
+        return QTreeWidget::viewportEvent(event);
+    const auto* const help = static_cast<QHelpEvent*>(event);
+    const QTreeWidgetItem* const node = itemAt(help->pos());
+    QToolTip::showText(help->globalPos(), node ? toolTipOf_(nodeKey(*node)) : QString(), viewport());
+    return true;
 }
 
 void ItemTree::mousePressEvent(QMouseEvent* event) {

@@ -3,6 +3,7 @@
 #include <QTreeWidget>
 
 #include <functional>
+#include <utility>
 
 namespace orvista {
 
@@ -16,8 +17,8 @@ public:
     /// Adds a node below `parent`, or at the top when it is null. The key is kept in Qt::UserRole.
     QTreeWidgetItem* addNode(QTreeWidgetItem* parent, const QString& key, const QString& text);
 
-    /// Gives each node the tool-tip of its key, as markup; empty for none.
-    void explain(const std::function<QString(const QString& key)>& toolTipOf);
+    /// What the tool-tip of a key's node is when it is asked for, as markup; empty for none.
+    void explain(std::function<QString(const QString& key)> toolTipOf) { toolTipOf_ = std::move(toolTipOf); }
 
     /// Shows and fires the node of that key as if it had been clicked; does nothing without such a node.
     void click(const QString& key);
@@ -34,12 +35,14 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    bool viewportEvent(QEvent* event) override;
 
 private:
     int widthFor(int characters) const;
     void fireNodeClick();
 
     bool pressedOnNode_ = false;
+    std::function<QString(const QString&)> toolTipOf_;
 };
 
 /// The key of a node made by addNode.

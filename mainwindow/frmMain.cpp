@@ -246,7 +246,13 @@ void frmMain::buildRecovery() {
 
 void frmMain::buildOffers(ProjectCommands& tools) {
     messagePage_->useNotes(notes_->notes());
-    connect(notes_, &OpenNotes::changed, this, &frmMain::showNotes);
+    const auto toolTipOf = [this](const QString& key) {
+        const auto item = itemOfKey(key.toStdString());
+        return item ? noteToolTip(notes_->notes().of(*item)) : QString();
+    };
+    messagePage_->tree().explain(toolTipOf);
+    variablePage_->tree().explain(toolTipOf);
+    connect(notes_, &OpenNotes::changed, dock_, &PanelDock::followProject);
     reload_ =
         new ReloadOffer(lifecycle_, {*this, *dock_, [this] { return hasUnappliedEdits(); },
                                      [&tools](const ChosenProject& onDisk) { tools.compareWith(onDisk); }});
@@ -385,16 +391,6 @@ void frmMain::follow(ProjectTransition transition) {
 void frmMain::forgetProject() {
     changes_->clear();
     bitmaps_->withdraw();
-}
-
-void frmMain::showNotes() {
-    const auto toolTipOf = [this](const QString& key) {
-        const auto item = itemOfKey(key.toStdString());
-        return item ? noteToolTip(notes_->notes().of(*item)) : QString();
-    };
-    messagePage_->tree().explain(toolTipOf);
-    variablePage_->tree().explain(toolTipOf);
-    dock_->followProject();
 }
 
 void frmMain::showProjectName(const std::string& name) {

@@ -112,7 +112,6 @@ private:
     void Form_Activate();
     void queueActivation();
     void forgetProject();
-    void showNotes();
     void markPageInTree(int page);
 
     bool hasUnappliedEdits() const;

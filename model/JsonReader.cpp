@@ -95,8 +95,11 @@ private:
             fail();
     }
     void skipBlanks() {
-        while (next() == ' ' || next() == '\n' || next() == '\r' || next() == '\t')
-            ++at_;
+        const auto isBlank = [](char c) { return c == ' ' || c == '\n' || c == '\r' || c == '\t'; };
+        std::size_t at = at_;
+        while (at < bytes_.size() && isBlank(bytes_[at]))
+            ++at;
+        at_ = at;
     }
 
     /// \param name of the member that it is the value of \param depth of the arrays and objects around it
@@ -163,8 +166,10 @@ private:
     /// To the quotation mark, backslash or mistake that comes.
     void passPlainText() {
         for (;;) {
-            while (at_ < bytes_.size() && standsInText(bytes_[at_]))
-                ++at_;
+            std::size_t at = at_;
+            while (at < bytes_.size() && standsInText(bytes_[at]))
+                ++at;
+            at_ = at;
             if (static_cast<unsigned char>(next()) < 0x80)
                 return;
             const std::size_t length = utf8CharacterLength(bytes_.substr(at_));

@@ -1,7 +1,6 @@
 #include "display/forms/DisplayPreview.h"
 #include "items/NotesFile.h"
 #include "mainwindow/ItemTree.h"
-#include "mainwindow/MessageListPage.h"
 #include "mainwindow/OpenNotes.h"
 #include "model/SystemPath.h"
 #include "tests/support/EditorFixture.h"
@@ -15,10 +14,12 @@
 #include <QComboBox>
 #include <QDialog>
 #include <QFileDialog>
+#include <QHelpEvent>
 #include <QLabel>
 #include <QPushButton>
 #include <QSpinBox>
 #include <QTableWidget>
+#include <QToolTip>
 
 using namespace orvista;
 using namespace orvista::testing;
@@ -198,12 +199,24 @@ void NamesTest::filtersLookInLabelsAndComments() {
 
 void NamesTest::treesTellWhatIsNoted() {
     Plant plant(someNotes);
-    const auto toolTip = [&plant] {
-        return plant.node(plant.window->messagePage().tree(), "R1")->toolTip(0);
+    const auto hover = [&plant](const char* page, const char* treeName, const char* key) {
+        plant.showPage(page);
+        auto& tree = *plant.find<ItemTree>(treeName);
+        QTreeWidgetItem* const node = plant.node(tree, key);
+        tree.scrollToItem(node);
+        const QPoint at = tree.visualItemRect(node).center();
+        QHelpEvent event(QEvent::ToolTip, at, tree.viewport()->mapToGlobal(at));
+        QCoreApplication::sendEvent(tree.viewport(), &event);
     };
-    QCOMPARE(toolTip(), QString::fromUtf8("<p>TankFull<br>Überlauf</p>"));
+    hover("C4", "trvMsg", "R1");
+    QTRY_COMPARE(QToolTip::text(), QString::fromUtf8("<p>TankFull<br>Überlauf</p>"));
+    hover("C3", "trvVar", "F2");
+    QTRY_COMPARE(QToolTip::text(), QStringLiteral("<p>TankLevel<br>m<br>Level of tank 1</p>"));
+    hover("C3", "trvVar", "F3");
+    QTRY_COMPARE(QToolTip::text(), QString());
     plant.newProject("Other");
-    QCOMPARE(toolTip(), QString());
+    hover("C4", "trvMsg", "R1");
+    QTRY_COMPARE(QToolTip::text(), QString());
 }
 
 void NamesTest::theWizardsListsTellWhatIsNoted() {
