@@ -4,15 +4,17 @@
 #include "display/forms/BeforeAfterPictures.h"
 #include "model/Windows1252.h"
 #include "widgets/DeviceText.h"
+#include "widgets/DeviceTextEdit.h"
 #include "widgets/FormParts.h"
 #include "widgets/NotAppliedMark.h"
 #include "widgets/RowsTable.h"
 
+#include <QFontDatabase>
+#include <QFontMetrics>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QItemSelectionModel>
 #include <QLabel>
-#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -32,13 +34,14 @@ QString textOf(const MendedFinding& mended, std::string OldAndNew::*side, const 
     return text.replace(u'\n', QString::fromUtf8(parting));
 }
 
-QPlainTextEdit* shownLines(const QString& name, const QString& whatItIs) {
-    auto* const lines = named<QPlainTextEdit>(name);
+/// In the font of scripts, in which blanks can be counted.
+DeviceTextEdit* shownLines(const QString& name, const QString& whatItIs) {
+    auto* const lines = named<DeviceTextEdit>(name);
     lines->setReadOnly(true);
     lines->setLineWrapMode(QPlainTextEdit::NoWrap);
-    lines->setTabChangesFocus(true);
     lines->setAccessibleName(whatItIs);
-    lines->setFixedHeight(lines->fontMetrics().lineSpacing() * 4);
+    const QFontMetrics letters(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    lines->setFixedHeight(letters.lineSpacing() * 4);
     return lines;
 }
 

@@ -11,13 +11,13 @@
 #include <vector>
 
 class QLabel;
-class QPlainTextEdit;
 class QPushButton;
 
 namespace orvista {
 
 class BeforeAfterPictures;
 class BitmapProvider;
+class DeviceTextEdit;
 class RowsTable;
 
 /// Shows what would mend several findings, old and new and how the page looks, to be ticked off. It never
@@ -63,8 +63,8 @@ private:
     std::size_t shownFixes_ = 0; ///< so many of them
 
     RowsTable* tblFixes;
-    QPlainTextEdit* txtFixesOld;
-    QPlainTextEdit* txtFixesNew;
+    DeviceTextEdit* txtFixesOld;
+    DeviceTextEdit* txtFixesNew;
     BeforeAfterPictures* pictures_;
     QLabel* lblFixes;
     QPushButton* btnFixesTickAll;
