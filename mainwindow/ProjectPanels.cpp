@@ -41,13 +41,18 @@ std::vector<PanelDock::Panel> ProjectPanels::rows() {
          tr("Variables"),
          [this] { return showingNotes(new VariablesPanel(itemSources())); },
          {"miViewVariables", tr("&Variables"), tr("All variables at a glance")}},
-        {&ComparisonPanel::staticMetaObject, tr("Comparison"),
-         [this] { return showingNotes(new ComparisonPanel(project_, notAppliedItems(), setting())); }},
+        {&ComparisonPanel::staticMetaObject, tr("Comparison"), [this] { return makeComparison(); }},
         {&MonitorPanel::staticMetaObject,
          tr("Display Monitor"),
          [this] { return makeMonitor(); },
          {"miViewMonitor", tr("Display M&onitor"), tr("What the display shows and holds now")}},
     };
+}
+
+ProjectPanel* ProjectPanels::makeComparison() {
+    auto* const panel = new ComparisonPanel(project_, notAppliedItems(), setting());
+    connect(&around_.preview, &DisplayPreview::settingChanged, panel, &ComparisonPanel::followSetting);
+    return showingNotes(panel);
 }
 
 ProjectPanel* ProjectPanels::makeMonitor() {

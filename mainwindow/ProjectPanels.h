@@ -34,6 +34,7 @@ public:
 
 private:
     std::vector<PanelDock::Panel> rows();
+    ProjectPanel* makeComparison();
     ProjectPanel* makeMonitor();
     std::function<std::vector<Item>()> notAppliedItems() const;
     PreviewSettingSource setting() const;

@@ -261,6 +261,11 @@ void ComparisonPanel::showPictures() {
         {theirs, *theirBitmaps, scriptOf(theirs, row.item), lineOn(theirs, sent_, seenFromTheirs(row))});
 }
 
+void ComparisonPanel::followSetting() {
+    if (isVisible()) // else when it comes to the screen
+        showPictures();
+}
+
 std::vector<DifferenceRow> ComparisonPanel::selectedRows() const {
     std::vector<DifferenceRow> selected;
     for (const int row : tblComparison->selectedRows()) {

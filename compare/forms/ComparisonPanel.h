@@ -55,6 +55,8 @@ public:
     /// Compares again, at once or when the panel comes to the screen.
     void follow() override;
     void markNotApplied() override;
+    /// The pictures' setting is another one.
+    void followSetting();
 
 signals:
     /// The project is to hold what the other side has.

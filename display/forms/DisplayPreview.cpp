@@ -90,6 +90,7 @@ void DisplayPreview::connectControls() {
     connect(list_, &ValuesList::valuesChanged, this, &DisplayPreview::takeValues);
     connect(row_, &PreviewBar::columnsChosen, this, [this] {
         emit columnsChanged();
+        emit settingChanged();
         if (isVisible())
             readScript();
     });
@@ -125,6 +126,7 @@ void DisplayPreview::setHeldValues(const std::optional<DisplayValues>& held) {
 
 void DisplayPreview::takeValues() {
     values_ = list_->values();
+    emit settingChanged();
     if (isVisible())
         render();
 }

@@ -70,6 +70,8 @@ public:
 signals:
     void shownChanged(bool shown);
     void columnsChanged();
+    /// The columns, or the values of the fields.
+    void settingChanged();
     /// A bitmap that the message names has come, gone or changed on the disk.
     void bitmapsChanged();
 

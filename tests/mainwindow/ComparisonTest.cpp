@@ -6,10 +6,13 @@
 #include "tests/support/EditorFixture.h"
 #include "tests/support/FtpTestServer.h"
 #include "tests/support/ModalDriver.h"
+#include "widgets/PanelView.h"
 
+#include <QComboBox>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QSpinBox>
 #include <QTabWidget>
 #include <QTableView>
 
@@ -136,6 +139,7 @@ private slots:
     void namesBitmapsThatDiffer();
     void aRowLeadsToItsLine();
     void takesTheSelectedRowsOverInOneStep();
+    void thePicturesFollowColumnsAndValuesOfThePreview();
     void takesOverByKeyboardAlone();
     void takesNothingWhereAnEditIsNotApplied();
     void followsTheProject();
@@ -249,6 +253,22 @@ void ComparisonTest::takesTheSelectedRowsOverInOneStep() {
     QCOMPARE(editor.project.DigitalInput, 100);
     QCOMPARE(editor.project.STDMSG[2], std::string("CLEAR"));
     QCOMPARE(editor.rows(), otherRows);
+}
+
+void ComparisonTest::thePicturesFollowColumnsAndValuesOfThePreview() {
+    ComparingEditor editor;
+    Project theirs;
+    theirs.STDMSG[2] = "DISPVAR 0 0 RED BLACK RegVar1\r\nACT STILL 1000";
+    editor.saveAs(editor.other, theirs);
+    editor.compareWith(editor.other);
+    editor.select(0);
+    const auto* const panel = editor.find<PanelView>("panelAfter");
+    QTRY_VERIFY(panel->isVisible());
+    QCOMPARE(panel->accessibleDescription(), QStringLiteral("0.000"));
+    QTest::keyClick(editor.find<QComboBox>("cboPreviewValues"), Qt::Key_Down); // Widest
+    QCOMPARE(panel->accessibleDescription(), QStringLiteral("-99.999"));
+    editor.find<QSpinBox>("spnPreviewColumns")->setValue(96);
+    QCOMPARE(panel->shown().size().columns, 96);
 }
 
 void ComparisonTest::takesOverByKeyboardAlone() {
