@@ -482,11 +482,14 @@ void frmMain::miLinkUpload_Click() {
 void frmMain::miLinkDownload_Click() {
     if (!transfer_)
         return;
+    const std::string notes = notesPath(project_);
     const FetchedDisplay display = transfer_->download();
     if (const QString notice = downloadNotice(display, project_.ProjPath); !notice.isEmpty())
         dock_->showNotice(notice);
     if (display.end == FetchedDisplay::End::Fetched)
         address_->offer(QString::fromStdString(display.address).trimmed());
+    if (display.end == FetchedDisplay::End::Fetched)
+        notes_->offerFrom(notes);
 }
 
 void frmMain::miOptionSystemCfg_Click() {

@@ -119,6 +119,14 @@ class Reading(NotesTest):
         for copy in ("COPY.notes.json", "mended/" + NOTES):
             self.assertEqual((self.folder / copy).read_bytes(), (self.folder / NOTES).read_bytes())
 
+    def test_a_fixed_copy_brings_them_along(self):
+        (self.folder / "messages.csv").write_text('message,script\nSTDMSG3,"TEXT 0 0 RED BLACK ""Emergency stop pump"""\n')
+        self.expect(0, "messages", "import", PROJECT, "messages.csv")
+        said = self.run_program("fix", PROJECT, "-o", "fixed/PUMPSTATION.orx", "--item", "TankFull").stdout.decode()
+        self.assertIn(" mended", said)
+        self.assertNotIn("Nothing", said)
+        self.assertEqual((self.folder / "fixed" / NOTES).read_bytes(), (self.folder / NOTES).read_bytes())
+
     def test_they_are_no_part_of_the_fingerprint(self):
         fingerprint = self.expect(0, "fingerprint", PROJECT)
         (self.folder / NOTES).unlink()

@@ -61,6 +61,7 @@ public:
     QString changedAt(const QString& item) const {
         return model().index(indexOf(item), model().columnCount() - 1).data().toString();
     }
+    QString labelOf(const QString& item) const { return model().index(indexOf(item), 1).data().toString(); }
     bool isMarked(const QString& item) const {
         return model().index(indexOf(item), 0).data(Qt::FontRole).value<QFont>().bold();
     }
@@ -184,6 +185,7 @@ private slots:
     void showsWhatAnIndependentServerHolds();
     void marksWhatChangedForThreeSeconds();
     void aMarkEndsThoughNothingIsReadAnyMore();
+    void hasTheLabels();
     void theFirstReadingIsNotAChange();
     void showsOnlyWhatIsOn();
     void drawsThePanelFromTheProjectAndTheValuesRead();
@@ -261,6 +263,15 @@ void DisplayMonitorTest::showsWhatAnIndependentServerHolds() {
 #else
     QSKIP("no independent server here");
 #endif
+}
+
+void DisplayMonitorTest::hasTheLabels() {
+    Watched watched;
+    ProjectNotes notes;
+    notes.set({Kind::Regular, 2}, {"TankFull", "", ""});
+    watched.panel.useNotes(notes);
+    QTRY_COMPARE(watched.shown.labelOf(QStringLiteral("STDMSG3")), QStringLiteral("TankFull"));
+    QCOMPARE(watched.shown.labelOf(QStringLiteral("STDMSG4")), QString());
 }
 
 void DisplayMonitorTest::marksWhatChangedForThreeSeconds() {

@@ -1,5 +1,6 @@
 #include "display/forms/DisplayPreview.h"
 #include "items/NotesFile.h"
+#include "link/TransferCommands.h"
 #include "mainwindow/ItemTree.h"
 #include "mainwindow/OpenNotes.h"
 #include "model/SystemPath.h"
@@ -31,6 +32,18 @@ const std::string someNotes = R"({"version":1,"display":{"name":"Gate","columns"
                               R"("STDMSG1":{"label":"TankFull","comment":"Überlauf"}}})";
 
 enum Column { ItemName, Address, Label, Unit, Comment, FirstText, Fault };
+
+/// A download after which the project is another one.
+struct Download final : TransferCommands {
+    explicit Download(Project& project) : project(project) {}
+    void upload() override {}
+    FetchedDisplay download() override {
+        project.ProjName = "Fetched";
+        return {FetchedDisplay::End::Fetched, "127.0.8.11:7000", {}, project.IP};
+    }
+    FetchedDisplay fetch(const std::string&, const std::string&) override { return {}; }
+    Project& project;
+};
 
 /// A saved project, and what is noted beside it.
 struct Plant : EditorFixture {
@@ -133,6 +146,9 @@ private slots:
     void whatCannotBeWrittenIsSaidAndTheDialogStays();
     void saveAsOffersTheNotes();
     void saveAsOffersNothingWhereThereAreNotes();
+    void aDownloadOffersTheNotesOfTheProjectBefore();
+    void findingsHaveTheLabelsAndAreFoundByThem();
+    void theComparisonHasTheLabels();
 };
 
 void NamesTest::openingSetsTheNotedColumnsAndElseTheUsualOnes() {
@@ -417,6 +433,36 @@ void NamesTest::saveAsOffersNothingWhereThereAreNotes() {
     Plant bare;
     bare.saveAs(bare.projectFolder.file("Copy.orx"));
     QCOMPARE(bare.line("lblCopyNotes"), QString());
+}
+
+void NamesTest::aDownloadOffersTheNotesOfTheProjectBefore() {
+    Plant plant(someNotes);
+    Download download(plant.project);
+    plant.window->useTransfer(download);
+    plant.trigger("miLinkDownload");
+    QCOMPARE(plant.line("lblCopyNotes"), "There are names and notes in " + shownPath(plant.notesFile()));
+    plant.click("btnCopyNotes");
+    QCOMPARE(fileBytes(plant.projectFolder.file("Fetched.notes.json")), someNotes);
+}
+
+void NamesTest::findingsHaveTheLabelsAndAreFoundByThem() {
+    Plant plant(someNotes);
+    plant.project.STDMSG[0] = plant.project.STDMSG[1] = "BLARE";
+    plant.trigger("miToolsCheck");
+    constexpr int labelColumn = 2;
+    QCOMPARE(plant.shown("tblFindings", labelColumn), (QStringList{"TankFull", ""}));
+    for (const char* const word : {"tankf", "über"}) {
+        plant.find<QLineEdit>("txtFindingsFilter")->setText(QString::fromUtf8(word));
+        QCOMPARE(plant.shown("tblFindings", labelColumn), QStringList{"TankFull"});
+    }
+}
+
+void NamesTest::theComparisonHasTheLabels() {
+    Plant plant(someNotes);
+    plant.project.STDMSG[0] = "CLEAR";
+    plant.chooser.existingProjects.push_back(plant.projectNamed("Line3"));
+    plant.trigger("miToolsCompareProject");
+    QCOMPARE(plant.shown("tblComparison", 1).first(), QStringLiteral("TankFull"));
 }
 
 QTEST_MAIN(NamesTest)
