@@ -81,10 +81,12 @@ std::vector<TextPlace> placesInText(std::string_view text, bool mayLackWidth) {
     std::vector<TextPlace> places;
     for (std::size_t at = text.find('{'); at != std::string_view::npos;) {
         std::optional<TextPlace> place;
-        if (text.substr(at + 1).starts_with('{'))
-            place = TextPlace{.kind = TextPlace::Kind::Brace, .length = 2};
-        else
+        if (text.substr(at + 1).starts_with('{')) {
+            place.emplace().kind = TextPlace::Kind::Brace;
+            place->length = 2;
+        } else {
             place = PlaceReader(text.substr(at + 1)).read(mayLackWidth);
+        }
         std::size_t next = at + 1;
         if (place) {
             place->at = at;
