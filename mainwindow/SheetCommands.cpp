@@ -1,6 +1,7 @@
 #include "mainwindow/SheetCommands.h"
 
 #include "compare/DisplayContents.h"
+#include "display/FolderBitmaps.h"
 #include "items/AddressList.h"
 #include "items/NotesFile.h"
 #include "mainwindow/PanelDock.h"
@@ -9,18 +10,22 @@
 #include "model/Text.h"
 #include "model/UtcTime.h"
 #include "sheets/AddressSheet.h"
+#include "sheets/BookHtml.h"
+#include "sheets/MessageBook.h"
 #include "sheets/MessageSheet.h"
 #include "sheets/PlcOpenXml.h"
 #include "sheets/StructuredText.h"
 #include "sheets/VariableSheet.h"
-#include "sheets/forms/AddressPdf.h"
+#include "sheets/forms/PrintedPdf.h"
 #include "sheets/forms/frmAddressList.h"
+#include "sheets/forms/frmBook.h"
 #include "sheets/forms/frmSheetErrors.h"
 #include "sheets/forms/frmSheetImport.h"
 #include "widgets/FileChoice.h"
 #include "widgets/PathText.h"
 
 #include <QFileInfo>
+#include <QGuiApplication>
 
 #include <array>
 #include <stdexcept>
@@ -97,10 +102,36 @@ std::string addressListIn(ListForm form, const Project& project, const frmAddres
     if (form == ListForm::Html)
         return addressHtml(rows, project, head);
     if (form == ListForm::Pdf)
-        return addressPdf(addressHtmlBody(rows, project, head),
+        return printedPdf(addressHtmlBody(rows, project, head),
                           SheetCommands::tr("Addresses of %1").arg(shownPath(project.ProjName)))
             .toStdString();
     return plcList(form, rows, project, head, wanted.Prefix);
+}
+
+/// The pointer of a program that is at work, for as long as this is there.
+class BusyPointer {
+public:
+    BusyPointer() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
+    ~BusyPointer() { QGuiApplication::restoreOverrideCursor(); }
+    BusyPointer(const BusyPointer&) = delete;
+    BusyPointer& operator=(const BusyPointer&) = delete;
+};
+
+/// \param columns of the display
+std::string bookIn(ListForm form, const Project& project, const frmBook& wanted, int columns) {
+    const BusyPointer busy;
+    const ProjectNotes notes = readNotesFile(notesPath(project)).notes;
+    const MessageBook book =
+        messageBook(project, notes, FolderBitmaps(project.ProjPath),
+                    {.columns = columns,
+                     .addresses = wanted.UsedOnly ? AddressRows::UsedOnly : AddressRows::All,
+                     .widest = wanted.Widest});
+    const AddressHead head = headOf(project, notes);
+    if (form == ListForm::Html)
+        return bookHtml(book, project, head);
+    return printedPdf(bookHtmlBody(book, project, head),
+                      SheetCommands::tr("Messages of %1").arg(shownPath(project.ProjName)))
+        .toStdString();
 }
 
 } // namespace
@@ -143,6 +174,24 @@ void SheetCommands::miToolsExportAddresses_Click() {
     } catch (const NoAddressList& failure) {
         messages_.show(MessageIcon::Exclamation, failure.what());
     }
+}
+
+void SheetCommands::miToolsBook_Click() {
+    frmBook wanted(&window_);
+    wanted.exec();
+    if (wanted.IsCanceled)
+        return;
+    const auto chosen = chooseFileToWrite({tr("Export Message Book"),
+                                           {tr("Web page (*.html)"), tr("PDF to print (*.pdf)")},
+                                           project_.ProjPath,
+                                           proposedName(tr("messages.html"))},
+                                          &window_);
+    if (!chosen)
+        return;
+    const auto form = listForm(chosen->path);
+    if (form != ListForm::Html && form != ListForm::Pdf)
+        return messages_.show(MessageIcon::Exclamation, chosen->path + " does not end in .html or .pdf");
+    write(chosen->path, bookIn(*form, project_, wanted, setting_().columns));
 }
 
 void SheetCommands::miToolsExportMessages_Click() {

@@ -24,6 +24,7 @@ public:
                   PreviewSettingSource setting, QWidget& window);
 
     void miToolsExportAddresses_Click();
+    void miToolsBook_Click();
     void miToolsExportMessages_Click();
     void miToolsImportMessages_Click();
     void miToolsExportVariables_Click();

@@ -41,6 +41,7 @@ DisplayPreview::DisplayPreview(const Project& project, DeviceTextEdit& box, Mess
                                return fieldsShown(player_.programme().pages());
                            })),
       row_(new PreviewBar(list_)),
+      copyPicture_(new QAction(tr("Copy Picture"), panel_)),
       savePicture_(new QAction(tr("Save Picture…"), panel_)),
       bitmapWatch_(new BitmapWatch(*this, [this] { takeBitmaps(); })),
       player_(Programme({PreviewBar::usualColumns}, {})),
@@ -66,7 +67,10 @@ void DisplayPreview::buildLayout() {
     savePicture_->setObjectName(QStringLiteral("miPreviewSavePicture"));
     savePicture_->setEnabled(false);
     connect(savePicture_, &QAction::triggered, this, &DisplayPreview::savePicture);
-    panel_->addAction(savePicture_);
+    copyPicture_->setObjectName(QStringLiteral("miPreviewCopyPicture"));
+    copyPicture_->setEnabled(false);
+    connect(copyPicture_, &QAction::triggered, this, [this] { copyAsPicture(panel_->shown()); });
+    panel_->addActions({copyPicture_, savePicture_});
 
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins({});
@@ -228,6 +232,7 @@ void DisplayPreview::readScript() {
     positions_ = ScriptPositions(*box_.document());
     shownRevision_ = box_.document()->revision();
     row_->setEnabled(holdsMessage);
+    copyPicture_->setEnabled(holdsMessage);
     savePicture_->setEnabled(holdsMessage);
     if (player_.isPlaying() && holdsMessage)
         render();

@@ -112,6 +112,7 @@ private:
     PanelView* panel_;
     ValuesList* list_;
     PreviewBar* row_;
+    QAction* copyPicture_;
     QAction* savePicture_;
 
     FieldFormats formats_;

@@ -4,6 +4,9 @@
 #include "widgets/PanelPicture.h"
 #include "widgets/PathText.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QImage>
 #include <QSaveFile>
 
 namespace orvista {
@@ -13,6 +16,10 @@ namespace {
 /// Side of a lens' square, in pixels.
 constexpr int pictureCell = 8;
 
+QImage pictureOf(const LedRaster& raster) {
+    return PanelPicture(raster.size(), pictureCell).image(raster);
+}
+
 } // namespace
 
 void saveAsPicture(const LedRaster& raster, const Project& project, Messages& messages, QWidget* parent) {
@@ -21,11 +28,14 @@ void saveAsPicture(const LedRaster& raster, const Project& project, Messages& me
     if (!chosen)
         return;
     QSaveFile file(shownPath(chosen->path));
-    const bool isSaved = file.open(QIODevice::WriteOnly) &&
-                         PanelPicture(raster.size(), pictureCell).image(raster).save(&file, "PNG") &&
-                         file.commit();
+    const bool isSaved =
+        file.open(QIODevice::WriteOnly) && pictureOf(raster).save(&file, "PNG") && file.commit();
     if (!isSaved)
         messages.show(MessageIcon::Exclamation, "unable to save " + chosen->path);
+}
+
+void copyAsPicture(const LedRaster& raster) {
+    QGuiApplication::clipboard()->setImage(pictureOf(raster));
 }
 
 } // namespace orvista

@@ -12,4 +12,7 @@ namespace orvista {
 /// \param project in whose folder the choice begins
 void saveAsPicture(const LedRaster& raster, const Project& project, Messages& messages, QWidget* parent);
 
+/// Puts the same picture onto the clipboard.
+void copyAsPicture(const LedRaster& raster);
+
 } // namespace orvista

@@ -9,14 +9,17 @@
 #include "tests/support/ScriptedPeople.h"
 #include "tests/support/TemporaryFolder.h"
 #include "widgets/DeviceTextEdit.h"
+#include "widgets/PanelPicture.h"
 #include "widgets/PanelView.h"
 #include "widgets/ScriptPositions.h"
 
 #include <QAction>
+#include <QClipboard>
 #include <QComboBox>
 #include <QDialog>
 #include <QFile>
 #include <QFileDialog>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -137,6 +140,7 @@ private slots:
     void showsLongScriptsWhenTheKeysAreQuiet();
     void showsLongScriptsAsItShowsShortOnes();
     void leavesTheTextAloneAndTheFocusInTheBox();
+    void copiesThePicture();
     void savesThePicture();
     void tellsWhenThePictureCannotBeSaved();
 };
@@ -635,6 +639,20 @@ void DisplayPreviewTest::leavesTheTextAloneAndTheFocusInTheBox() {
     QCOMPARE(changes, 0);
     QVERIFY(!desk.box->document()->isUndoAvailable());
     QCOMPARE(desk.box->bytes(), pages);
+}
+
+void DisplayPreviewTest::copiesThePicture() {
+    Desk desk;
+    auto* const copy = desk.find<QAction>("miPreviewCopyPicture");
+    desk.show(pages);
+    QVERIFY(copy->isEnabled());
+    QGuiApplication::clipboard()->clear();
+    copy->trigger();
+    const auto* const panel = desk.find<PanelView>("panelPreview");
+    QCOMPARE(QGuiApplication::clipboard()->image(),
+             PanelPicture({panel->shown().columns()}, 8).image(panel->shown()));
+    desk.box->setEnabled(false);
+    QVERIFY(!copy->isEnabled());
 }
 
 void DisplayPreviewTest::savesThePicture() {

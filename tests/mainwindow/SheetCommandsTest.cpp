@@ -1,6 +1,7 @@
 #include "compare/DisplayContents.h"
 #include "mainwindow/ProjectChanges.h"
 #include "sheets/AddressSheet.h"
+#include "sheets/BookHtml.h"
 #include "sheets/MessageSheet.h"
 #include "sheets/VariableSheet.h"
 #include "tests/support/EditorFixture.h"
@@ -18,7 +19,9 @@
 #include <QLabel>
 #include <QMimeData>
 #include <QPlainTextEdit>
+#include <QProcess>
 #include <QPushButton>
+#include <QStandardPaths>
 #include <QTableView>
 #include <QUrl>
 #include <QWindow>
@@ -51,6 +54,13 @@ struct Desk : EditorFixture {
             onModal(QStringLiteral("frmAddressList"), [this](QWidget* dialog) {
                 dialog->findChild<QLineEdit*>(QStringLiteral("txtAddressPrefix"))->setText(prefix);
                 dialog->findChild<QCheckBox*>(QStringLiteral("chkAddressUsed"))->setChecked(isUsedOnly);
+                QTest::keyClick(dialog, Qt::Key_Return);
+            });
+        if (QLatin1String(entry) == QLatin1String("miToolsBook"))
+            onModal(QStringLiteral("frmBook"), [this](QWidget* dialog) {
+                dialog->findChild<QCheckBox*>(QStringLiteral("chkBookUsed"))->setChecked(isUsedOnly);
+                // Focus begins on the box for the widest values.
+                QTest::keyClick(dialog->focusWidget(), Qt::Key_Space);
                 QTest::keyClick(dialog, Qt::Key_Return);
             });
         onModal(QStringLiteral("comdlg"), [this, name, filter](QWidget* dialog) {
@@ -122,6 +132,7 @@ private slots:
     void theAddressListAsAProgramHasNamesWithThePrefix();
     void namesThatBecomeEqualAreToldAndNothingIsWritten();
     void aPrefixThatCannotBeKeepsTheListWaiting();
+    void theMessageBookIsWrittenAsAPageOrPrinted();
     void anotherEndingIsRefused();
     void aNameWithoutAnEndingGetsThatOfTheFilter();
     void messagesAreWrittenAsScriptsOrPages();
@@ -172,6 +183,45 @@ void SheetCommandsTest::theAddressListAsPdfIsA4WithSeveralPages() {
     QVERIFY(pdf.find("/MediaBox [0 0 842.") != std::string::npos);
     const QByteArray bytes = QByteArray::fromStdString(pdf);
     QVERIFY(bytes.count("/Type /Page\n") >= 4);
+}
+
+void SheetCommandsTest::theMessageBookIsWrittenAsAPageOrPrinted() {
+    Desk desk;
+    desk.isUsedOnly = true;
+    desk.project.STDMSG[2] = "TEXT 0 0 RED BLACK \"Pump\"\r\nDISPVAR 40 0 RED BLACK RegVar7";
+    desk.choose("miToolsBook", "book.html");
+    QVERIFY(desk.proposed.endsWith(QStringLiteral("Line3 messages.html")));
+    const std::string html = desk.stored("book.html");
+    const std::size_t time = html.find("As of ") + 6; // 2026-11-22 03:15:00 UTC
+    const AddressHead head{fingerprint(DisplayContents::ofProject(desk.project)),
+                           html.substr(time, 10) + "T" + html.substr(time + 11, 8) + "Z", "", ""};
+    const MessageBook book =
+        messageBook(desk.project, {}, NoBitmaps(), {.addresses = AddressRows::UsedOnly, .widest = true});
+    QVERIFY(book.messages.at(0).pages.at(0).widest.has_value());
+    QVERIFY(html == bookHtml(book, desk.project, head));
+
+    desk.choose("miToolsBook", "book", 1);
+    const QByteArray pdf = QByteArray::fromStdString(desk.stored("book.pdf"));
+    QVERIFY(pdf.startsWith("%PDF-"));
+    QCOMPARE(pdf.count("/Subtype /Image"), 2);
+    QVERIFY(!pdf.contains("/DCTDecode"));
+    if (const QString reader = QStandardPaths::findExecutable(QStringLiteral("pdftotext"));
+        !reader.isEmpty()) {
+        QProcess process;
+        process.start(reader, {QStringLiteral("-layout"), QString::fromStdString(desk.file("book.pdf")),
+                               QStringLiteral("-")});
+        QVERIFY(process.waitForFinished());
+        const QByteArray text = process.readAllStandardOutput().simplified().replace(' ', "");
+        for (const QByteArray told :
+             {"Messages of Line3", "STDMSG3 00323 Pump %1v 1 1 s 0",
+              "Page of STDMSG3 Time What it does Texts",
+              "1 1 s stands still: 1 s Pump %1v With the widest values:",
+              "RegVar7 7.3 0.0 holding register 112 40113", "Regular messages number name table"})
+            QVERIFY2(text.contains(QByteArray(told).replace(' ', "")), told + ": " + text);
+    }
+    desk.choose("miToolsBook", "book.txt");
+    QCOMPARE(desk.messages.shown.size(), std::size_t{1});
+    QCOMPARE(desk.messages.shown[0].text, desk.file("book.txt") + " does not end in .html or .pdf");
 }
 
 void SheetCommandsTest::theAddressListAsAProgramHasNamesWithThePrefix() {

@@ -143,6 +143,13 @@ void TablesTour::handsTablesOver() {
     stage_.answerWithFile(stage_.path("addresses.pdf"));
     hands.find<QAction>("miToolsExportAddresses").trigger();
     QVERIFY(QFile::exists(stage_.path("addresses.pdf")));
+    stage_.inDialog("frmBook", [this](const Hands& dialog) {
+        stage_.show(dialog.window(), "message-book", "What the message book is to hold, before its file.");
+        dialog.click("btnOK");
+    });
+    stage_.answerWithFile(stage_.path("book.pdf"));
+    hands.find<QAction>("miToolsBook").trigger();
+    QVERIFY(QFile::remove(stage_.path("book.pdf")));
     QFile table(stage_.path("messages.csv"));
     QVERIFY(table.open(QIODevice::WriteOnly));
     table.write("message,script\r\nSTDMSG3,\"CLEAR\r\nSTILL 500\"\r\nSTDMSG9,STILL 700\r\n");

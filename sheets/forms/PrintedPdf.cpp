@@ -1,5 +1,4 @@
-#include "sheets/forms/AddressPdf.h"
-#include "sheets/AddressSheet.h"
+#include "sheets/forms/PrintedPdf.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QBuffer>
@@ -41,7 +40,7 @@ void paintPage(QPainter& painter, QTextDocument& document, int page, QSizeF body
 
 } // namespace
 
-QByteArray addressPdf(const std::string& body, const QString& title) {
+QByteArray printedPdf(const std::string& body, const QString& title) {
     QByteArray bytes;
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::WriteOnly);
@@ -55,6 +54,7 @@ QByteArray addressPdf(const std::string& body, const QString& title) {
                     QPageLayout::Millimeter));
 
     QPainter painter(&writer);
+    painter.setRenderHint(QPainter::LosslessImageRendering);
     QFont font(QStringLiteral("sans-serif"));
     font.setPointSize(fontPoints);
     painter.setFont(font);
