@@ -6,6 +6,7 @@
 #include "console/Projects.h"
 #include "console/ReadFiles.h"
 #include "display/FolderBitmaps.h"
+#include "items/AcceptanceFile.h"
 #include "model/Text.h"
 #include "sheets/BookHtml.h"
 #include "sheets/MessageBook.h"
@@ -15,6 +16,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace orvista::console {
 
@@ -23,24 +25,44 @@ namespace {
 struct BookOptions {
     std::string project;
     std::string output;
+    std::string accepted;
     std::optional<int> columns;
     bool usedOnly = false;
     bool widest = false;
     bool notWhole = false;
 };
 
+/// Nothing without a file. \throws CommandFailure
+std::optional<Acceptance> acceptanceIn(const std::string& file) {
+    if (file.empty())
+        return std::nullopt;
+    AcceptanceReading reading = readAcceptanceFile(file);
+    if (!reading.acceptance)
+        throw CommandFailure(ExitStatus::Unusable, file + " is not taken: " + reading.fault);
+    return std::move(reading.acceptance);
+}
+
 ExitStatus writeBook(const BookOptions& options) {
     if (!endsWithIgnoringCase(options.output, ".html") && !endsWithIgnoringCase(options.output, ".htm"))
         throw CommandFailure(ExitStatus::Unusable, options.output + " does not end in .html");
-    expectApartFromProject(options.output, options.project);
+    ReadFiles files;
+    files.addProject(options.project);
+    files.add(options.accepted);
+    files.expectApart(options.output);
+    auto acceptance = acceptanceIn(options.accepted);
     const Project project = readWholeProject(options.project, options.notWhole);
     const ProjectNotes notes = notesBeside(options.project);
     const BookWishes wishes{.columns = panelColumns(options.columns, notes),
                             .addresses = options.usedOnly ? AddressRows::UsedOnly : AddressRows::All,
                             .widest = options.widest};
-    const MessageBook book = messageBook(project, notes, FolderBitmaps(project.ProjPath), wishes);
-    writeFile(options.output, bookHtml(book, project, listHead(project, notes, wishes.moment)));
-    return ExitStatus::Well;
+    MessageBook book = messageBook(project, notes, FolderBitmaps(project.ProjPath), wishes);
+    book.acceptance = std::move(acceptance);
+    const AddressHead head = listHead(project, notes, wishes.moment);
+    writeFile(options.output, bookHtml(book, project, head));
+    if (!book.acceptance || !isOfAnotherProject(*book.acceptance, head))
+        return ExitStatus::Well;
+    complain(options.accepted + " is of another project: the display held " + book.acceptance->fingerprint);
+    return ExitStatus::Found;
 }
 
 } // namespace
@@ -58,10 +80,15 @@ void addBook(CLI::App& program, Run& run) {
                       "Addresses only of variables that a message shows, and messages that draw");
     command->add_flag("--widest", options->widest,
                       "Show each page that has fields with its widest values, too");
+    command
+        ->add_option("--accepted", options->accepted,
+                     "What was seen at a display, as Accept at the Display saves it")
+        ->type_name("FILE.json");
     addNotWhole(*command, options->notWhole);
     command->footer("Examples:\n"
                     "  orvista book PUMPSTATION.orx -o book.html\n"
-                    "  orvista book PUMPSTATION.orx --widest --used -o book.html\n\n"
+                    "  orvista book PUMPSTATION.orx --widest --used -o book.html\n"
+                    "  orvista book PUMPSTATION.orx --accepted PUMPSTATION-accepted.json -o book.html\n\n"
                     "Each message that draws something comes with a picture of every page as orvista show\n"
                     "draws it, its time, effects, texts, variables and findings; the address list follows.\n"
                     "Of a message with more than 100 pages the rest is counted.");

@@ -99,19 +99,18 @@ void appendBlock(std::string& html, std::span<const AddressRow> rows, std::strin
     html += "</tbody>\n</table>\n";
 }
 
-/// "2026-11-22 03:15:00 UTC"
+std::string titleOf(const Project& project) {
+    return "Addresses of " + escapedForMarkup(project.ProjName);
+}
+
+} // namespace
+
 std::string timeForPeople(std::string time) {
     std::ranges::replace(time, 'T', ' ');
     if (time.ends_with('Z'))
         time.replace(time.size() - 1, 1, " UTC");
     return time;
 }
-
-std::string titleOf(const Project& project) {
-    return "Addresses of " + escapedForMarkup(project.ProjName);
-}
-
-} // namespace
 
 std::string projectFileNameOf(const Project& project) {
     return project.ProjName.empty() ? "" : project.ProjName + ".orx";

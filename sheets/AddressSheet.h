@@ -17,6 +17,9 @@ struct AddressHead {
     std::string release;     ///< of the program: "1.03-2"
 };
 
+/// A time of utcText() as people read it: "2026-11-22 03:15:00 UTC".
+std::string timeForPeople(std::string time);
+
 /// "low word first" in the words of many tools: the bytes of the float ABCD as they are sent.
 inline constexpr std::string_view byteOrder = "CDAB";
 /// "low word first (CDAB)"; empty for a bit.

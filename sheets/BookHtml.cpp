@@ -8,8 +8,9 @@
 
 #include <algorithm>
 #include <chrono>
-#include <initializer_list>
+#include <iterator>
 #include <string_view>
+#include <vector>
 
 namespace orvista {
 
@@ -26,14 +27,14 @@ constexpr std::string_view bookStyle = R"(</title>
 <style>
 :root { color-scheme: light dark }
 body { font: 10pt sans-serif; margin: 2em; color: #000; background: #fff }
-h1 { font-size: 16pt } h2 { font-size: 12pt; margin-top: 2em; break-after: avoid }
+h1 { font-size: 16pt } h2 { font-size: 12pt; margin-top: 2em } h2, h2 + p { break-after: avoid }
 table { border-collapse: collapse; width: 100%; margin-bottom: 1em }
 thead { display: table-header-group } tr, .page { break-inside: avoid }
 th, td { border: 1px solid #888; padding: 2px 6px; text-align: left; vertical-align: top }
 th { background: #ddd; print-color-adjust: exact; -webkit-print-color-adjust: exact }
 td { white-space: pre-wrap }
 img { max-width: 100%; height: auto; vertical-align: top }
-.warning { font-weight: bold }
+.warning { font-weight: bold } .signature { margin-top: 4em }
 @media screen and (prefers-color-scheme: dark) {
 body { color: #e6e6e6; background: #16181b } th { background: #33373d } a { color: #8ab4f8 }
 }
@@ -59,14 +60,14 @@ std::string brokenLines(const std::vector<std::string>& texts) {
 }
 
 /// \param cells markup
-std::string tableRow(std::string_view tag, std::initializer_list<std::string> cells) {
+std::string tableRow(std::string_view tag, const std::vector<std::string>& cells) {
     std::string html = "<tr>";
     for (const std::string& cell : cells)
         html.append("<").append(tag).append(">").append(cell).append("</").append(tag).append(">");
     return html + "</tr>\n";
 }
 
-std::string tableHead(std::initializer_list<std::string> cells) {
+std::string tableHead(const std::vector<std::string>& cells) {
     return "<table>\n<thead>" + tableRow("th", cells) + "</thead>\n";
 }
 
@@ -84,20 +85,68 @@ std::string linkTo(const std::string& anchor, const std::string& text) {
     return "<a href=\"#" + anchor + "\">" + text + "</a>";
 }
 
+/// Result and remark.
+std::vector<std::string> seenCells(const Acceptance& acceptance, Item message) {
+    const SeenMessage* const seen = acceptance.of(message);
+    return seen ? std::vector{std::string(seenResultText(seen->result)), escapedForMarkup(seen->remark)}
+                : std::vector<std::string>{"not seen", ""};
+}
+
+std::string contentsRow(const BookMessage& message, const MessageBook& book) {
+    std::vector<std::string> cells{linkTo(message.place.name, message.place.name),
+                                   escapedForMarkup(message.place.noted.label),
+                                   message.place.reference,
+                                   escapedForMarkup(message.place.text),
+                                   decimalText(message.pages.size() + message.pagesLeftOut),
+                                   durationText(message.milliseconds),
+                                   decimalText(message.findings.size())};
+    if (book.acceptance)
+        std::ranges::move(seenCells(*book.acceptance, message.place.item), std::back_inserter(cells));
+    return tableRow("td", cells);
+}
+
+/// Of messages that were seen, but draw nothing in this project.
+std::string otherSeenRows(const MessageBook& book) {
+    std::string html;
+    for (const SeenMessage& seen : book.acceptance->messages) {
+        if (std::ranges::any_of(book.messages, [&](const BookMessage& message) {
+                return message.place.item == seen.message;
+            }))
+            continue;
+        std::vector<std::string> cells{nameOf(seen.message), "", "", "", "", "", ""};
+        std::ranges::move(seenCells(*book.acceptance, seen.message), std::back_inserter(cells));
+        html += tableRow("td", cells);
+    }
+    return html;
+}
+
 std::string contentsOf(const MessageBook& book) {
-    std::string html = "<h2>Contents</h2>\n" +
-                       tableHead({"Message", "Label", "Reference", "Text", "Pages", "Time", "Findings"}) +
-                       "<tbody>\n";
+    std::vector<std::string> heads{"Message", "Label", "Reference", "Text", "Pages", "Time", "Findings"};
+    if (book.acceptance)
+        heads.insert(heads.end(), {"Result", "Remark"});
+    std::string html = "<h2>Contents</h2>\n" + tableHead(heads) + "<tbody>\n";
     for (const BookMessage& message : book.messages)
-        html += tableRow("td", {linkTo(message.place.name, message.place.name),
-                                escapedForMarkup(message.place.noted.label), message.place.reference,
-                                escapedForMarkup(message.place.text),
-                                decimalText(message.pages.size() + message.pagesLeftOut),
-                                durationText(message.milliseconds), decimalText(message.findings.size())});
+        html += contentsRow(message, book);
+    if (book.acceptance)
+        html += otherSeenRows(book);
     html += "</tbody>\n</table>\n<p>";
     if (!book.otherFindings.empty() || book.findingsNotListed > 0)
         html += linkTo("findings", "Other findings") + "<br>\n";
     return html + linkTo("addresses", "Addresses") + "</p>\n";
+}
+
+std::string acceptanceHtml(const MessageBook& book, const AddressHead& head) {
+    if (!book.acceptance)
+        return {};
+    const Acceptance& acceptance = *book.acceptance;
+    std::string html = "<h2>Acceptance</h2>\n<p>Seen by " + escapedForMarkup(acceptance.name) +
+                       " at the display " + escapedForMarkup(acceptance.address) + ", begun " +
+                       timeForPeople(acceptance.time) + "</p>\n";
+    if (isOfAnotherProject(acceptance, head))
+        html += "<p class=\"warning\">Warning: the display held " + escapedForMarkup(acceptance.fingerprint) +
+                ", another project than this one.</p>\n";
+    return html + "<p class=\"signature\">Date and signature: "
+                  "________________________________________________</p>\n";
 }
 
 /// Draws the pictures of a book.
@@ -208,6 +257,10 @@ std::string otherFindingsOf(const MessageBook& book) {
 
 } // namespace
 
+bool isOfAnotherProject(const Acceptance& acceptance, const AddressHead& head) {
+    return acceptance.fingerprint != head.fingerprint;
+}
+
 std::string bookHtml(const MessageBook& book, const Project& project, const AddressHead& head) {
     return std::string(bookStart)
         .append(bookTitle(project))
@@ -220,7 +273,7 @@ std::string bookHtmlBody(const MessageBook& book, const Project& project, const 
     const BookPictures pictures(book.columns);
     std::string html = "<h1>" + bookTitle(project) + "</h1>\n" + addressHeadHtml(project, head) +
                        "<p>Panel: " + decimalText(book.columns) + " x " + decimalText(PanelSize::panelRows) +
-                       " dots</p>\n" + contentsOf(book);
+                       " dots</p>\n" + contentsOf(book) + acceptanceHtml(book, head);
     for (const BookMessage& message : book.messages)
         html += messageHtml(message, pictures);
     return html + otherFindingsOf(book) + "<h2 id=\"addresses\">Addresses</h2>\n" +

@@ -11,6 +11,9 @@ namespace orvista {
 /// Pixels of a book's pictures for each dot.
 inline constexpr int bookScale = 4;
 
+/// Whether an acceptance was of another project than the one with that fingerprint.
+bool isOfAnotherProject(const Acceptance& acceptance, const AddressHead& head);
+
 /// One page without anything from elsewhere: its pictures are in it.
 std::string bookHtml(const MessageBook& book, const Project& project, const AddressHead& head);
 /// What that page shows, without a style.

@@ -3,6 +3,7 @@
 #include "check/Finding.h"
 #include "display/BitmapProvider.h"
 #include "display/LedRaster.h"
+#include "items/Acceptance.h"
 #include "items/AddressList.h"
 #include "items/ProjectNotes.h"
 #include "model/Project.h"
@@ -44,6 +45,8 @@ struct MessageBook {
     std::vector<Finding> otherFindings;
     std::size_t findingsNotListed = 0;
     std::vector<AddressRow> addresses;
+    /// What somebody saw of the messages at a display; messageBook() leaves it to its caller.
+    std::optional<Acceptance> acceptance;
 };
 
 struct BookWishes {
