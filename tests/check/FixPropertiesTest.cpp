@@ -73,14 +73,24 @@ private:
     }
 
     std::string script() {
-        if (below(12) == 0)
+        if (below(4) == 0)
             return one({" ", "\r\n", "  \r\n ", "ENDMSG", "[CONFIG]"});
         std::string script = below(8) == 0 ? "\xEF\xBB\xBF" : "";
         const std::string end = one({"\r\n", "\r\n", "\n", "\r"});
         const std::size_t lines = 1 + below(9);
         for (std::size_t i = 0; i < lines; ++i)
             script += (i == 0 ? "" : end) + line();
-        return script;
+        return below(4) == 0 ? script : script + end + pageOfTwo(end);
+    }
+
+    /// What seldom comes about by chance: values on texts and on one another, bitmaps of wrong names and at
+    /// the edge.
+    std::string pageOfTwo(const std::string& end) {
+        const std::string first = one({"TEXT 0 0 RED BLACK \"Level   m\"", "TEXT 0 0 RED BLACK \"Level m\"",
+                                       "DISPVAR 0 0 RED BLACK RegVar2", "DISPVAR 24 0 RED BLACK RegVar3",
+                                       "IMG 48 0 RED BLACK plan.bmp", "IMG 0 0 RED BLACK Pump1.bmp"});
+        return "CLEAR" + end + first + end + "DISPVAR " + one({"40", "48", "72"}) + " 0 RED BLACK " +
+               one({"RegVar1", "RegVar4", "CoilVar2"});
     }
 
     std::string line() {
