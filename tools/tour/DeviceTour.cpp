@@ -140,6 +140,31 @@ void DeviceTour::verifiesTheUpload() {
     stage_.show("verified", "Every byte that was sent is on the device.");
 }
 
+void DeviceTour::acceptsAtTheDisplay() {
+    const Hands hands = stage_.hands();
+    hands.clickNode("trvSystem", "C5");
+    hands.click("chkEmergMsg(0)"); // off: nothing is switched while an emergency message is on
+    hands.click("btnEmgMsgUpdate");
+    QTRY_VERIFY(hands.isEnabled("btnEmgMsgUpdate"));
+    connectToDevice("accept-connection", "Accept at the Display asks for the device, too.");
+    stage_.inDialog("frmAccept", [this](const Hands& dialog) {
+        dialog.type("txtAcceptName", "J. Weiss");
+        stage_.answerWithFile(stage_.path("STATION-accepted.json"));
+        dialog.click("btnAcceptStart");
+        QTRY_VERIFY(dialog.isEnabled("btnAcceptGood"));
+        dialog.type("txtAcceptRemark", "seen from the gate");
+        dialog.click("btnAcceptGood");
+        QTRY_VERIFY(dialog.isEnabled("btnAcceptGood"));
+        stage_.show(dialog.window(), "acceptance",
+                    "One message after the other is on, and what is seen of each is written down.");
+        dialog.click("btnCancel");
+        QTRY_VERIFY(!dialog.window().isVisible());
+    });
+    hands.find<QAction>("miToolsAccept").trigger();
+    QVERIFY(testing::allModalsServed());
+    QVERIFY(QFile::remove(stage_.path("STATION-accepted.json")));
+}
+
 void DeviceTour::comparesWithTheDevice() {
     const Hands hands = stage_.hands();
     hands.clickNode("trvSystem", "C4");

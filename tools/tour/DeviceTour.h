@@ -23,6 +23,7 @@ private slots:
     void overridesItByAnEmergencyMessage();
     void watchesTheDisplay();
     void verifiesTheUpload();
+    void acceptsAtTheDisplay();
     void comparesWithTheDevice();
     void downloadsIntoANewProject();
     void takesTheAddressItCameFrom();
