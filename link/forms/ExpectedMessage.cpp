@@ -31,6 +31,9 @@ ExpectedMessage::ExpectedMessage(const Project& project, int columns, std::funct
     lblAcceptMessage->setTextFormat(Qt::PlainText);
     lblAcceptMessage->setWordWrap(true);
     acceptPanel->setAccessibleName(tr("What the display should show"));
+    // The picture shrinks before the table beside it has to.
+    constexpr int smallestPicture = 20;
+    acceptPanel->setMinimumWidth(smallestPicture * fontMetrics().averageCharWidth());
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(lblAcceptMessage);

@@ -160,16 +160,14 @@ void frmAccept::buildLayout() {
     views->addWidget(expected_);
     views->setStretchFactor(0, 3);
     views->setStretchFactor(1, 2);
-    // The picture shrinks before the table has to.
-    constexpr int smallestPicture = 20;
-    expected_->setMinimumWidth(smallestPicture * fontMetrics().averageCharWidth());
+    views->setSizes({300, 200});
     auto* const layout = new QVBoxLayout(this);
     layout->addWidget(lblAcceptWarning);
     layout->addLayout(buildHead());
     layout->addWidget(views, 1);
     layout->addLayout(buildAnswers());
     layout->addLayout(buildEnd());
-    resizeWithinScreen(*this, {150 * fontMetrics().averageCharWidth(), 24 * fontMetrics().lineSpacing()});
+    resizeWithinScreen(*this, {180 * fontMetrics().averageCharWidth(), 26 * fontMetrics().lineSpacing()});
     btnAcceptStart->setDefault(true);
     txtAcceptName->setFocus();
 }

@@ -3,6 +3,7 @@
 #include "tests/support/FreeTransferPort.h"
 #include "tests/support/ModalDriver.h"
 #include "widgets/DeviceTextEdit.h"
+#include "widgets/PanelView.h"
 
 #include <QAction>
 #include <QApplication>
@@ -153,10 +154,12 @@ void DeviceTour::acceptsAtTheDisplay() {
         dialog.click("btnAcceptStart");
         QTRY_VERIFY(dialog.isEnabled("btnAcceptGood"));
         dialog.type("txtAcceptRemark", "seen from the gate");
-        dialog.click("btnAcceptGood");
-        QTRY_VERIFY(dialog.isEnabled("btnAcceptGood"));
+        const auto& panel = dialog.find<PanelView>("acceptPanel");
+        QTRY_VERIFY_WITH_TIMEOUT(panel.shown().at(1, 7) != Led::Off, 20'000); // it comes in from the right
         stage_.show(dialog.window(), "acceptance",
                     "One message after the other is on, and what is seen of each is written down.");
+        dialog.click("btnAcceptGood");
+        QTRY_VERIFY(dialog.isEnabled("btnAcceptGood"));
         dialog.click("btnCancel");
         QTRY_VERIFY(!dialog.window().isVisible());
     });
