@@ -13,18 +13,6 @@ void count(Findings& findings, Code code, std::size_t number) {
     findings.byCode[static_cast<std::size_t>(code)] += number;
 }
 
-Findings placeFindings(const Expansion& expansion) {
-    Findings findings;
-    for (const PlaceError& error : expansion.errors) {
-        findings.list.push_back(findingOf(error));
-        count(findings, findings.list.back().code, 1);
-    }
-    // Of those that are not listed it is not known which they are.
-    if (expansion.errorsNotListed > 0)
-        count(findings, codeOf(expansion.errors.back().fault), expansion.errorsNotListed);
-    return findings;
-}
-
 } // namespace
 
 Code codeOf(PlaceFault fault) {
@@ -41,6 +29,18 @@ Code codeOf(PlaceFault fault) {
 
 Finding findingOf(const PlaceError& error) {
     return {error.place, codeOf(error.fault), error.text};
+}
+
+Findings placeFindings(const Expansion& expansion) {
+    Findings findings;
+    for (const PlaceError& error : expansion.errors) {
+        findings.list.push_back(findingOf(error));
+        count(findings, findings.list.back().code, 1);
+    }
+    // Of those that are not listed it is not known which they are.
+    if (expansion.errorsNotListed > 0)
+        count(findings, codeOf(expansion.errors.back().fault), expansion.errorsNotListed);
+    return findings;
 }
 
 Findings MasterCheck::checked(const Project& project, int columns, Notes notes) {

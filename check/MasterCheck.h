@@ -9,6 +9,8 @@ namespace orvista {
 /// The code of what keeps a place from being filled.
 Code codeOf(PlaceFault fault);
 Finding findingOf(const PlaceError& error);
+/// All that keeps the places of an expansion from being filled.
+Findings placeFindings(const Expansion& expansion);
 
 /// Checks a master for one display after the other: what the same values make of a message is looked at once.
 /// All findings are at their places in the master.

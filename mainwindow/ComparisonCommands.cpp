@@ -2,6 +2,7 @@
 
 #include "check/FileFindings.h"
 #include "compare/HeldSentences.h"
+#include "items/MasterView.h"
 #include "mainwindow/PanelDock.h"
 #include "mainwindow/ProjectChanges.h"
 #include "model/DeviceFiles.h"
@@ -89,6 +90,14 @@ bool ComparisonCommands::isReadable(const DisplayContents& contents, const std::
     return !messages.any();
 }
 
+std::optional<FleetDisplay> ComparisonCommands::rowAt(const std::string& address) {
+    const FleetDisplay* const row = world_.master.displayAt(displayAddress(address, fileTransfer));
+    if (row != nullptr)
+        return *row;
+    dock_.showNotice(tr("The list of displays has no display at %1").arg(QString::fromStdString(address)));
+    return std::nullopt;
+}
+
 ComparisonCommands::Fetched ComparisonCommands::fetch(const std::string& title) {
     TransferCommands* const transfer = world_.transfer();
     if (!transfer)
@@ -106,7 +115,12 @@ bool ComparisonCommands::isComparedWithDisplay(const std::string& title, Compari
     DisplayContents theirs = DisplayContents::ofFolder(fetched->path());
     if (question == ComparisonPanel::Question::WhatDiffers && !isReadable(theirs, fetched->path()))
         return false;
-    openPanel().compareWith({QString::fromStdString(display.name), std::move(theirs), fetched}, question);
+    const bool isMaster = world_.master.isMaster();
+    const auto row = isMaster ? rowAt(display.name) : std::nullopt;
+    if (isMaster && !row)
+        return false;
+    const QString name = QString::fromStdString(row ? row->name : display.name);
+    openPanel().compareWith({name, std::move(theirs), fetched, false, row}, question);
     theirFolder_.clear();
     return true;
 }

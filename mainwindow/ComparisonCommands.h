@@ -14,6 +14,7 @@
 
 namespace orvista {
 
+class MasterView;
 class PanelDock;
 class ProjectChanges;
 
@@ -34,6 +35,7 @@ public:
         const DocMgrModule::ProjectLifecycle& lifecycle;
         ProjectChooser& chooser;
         std::function<TransferCommands*()> transfer; ///< null where the program has none
+        const MasterView& master;                    ///< how the project is looked at
     };
     ComparisonCommands(World world, ProjectChanges& changes, PanelDock& dock, QObject* parent);
 
@@ -58,6 +60,8 @@ private:
     void compare(const std::function<bool()>& work);
     void forgetComparison();
     bool isComparedWithDisplay(const std::string& title, ComparisonPanel::Question question);
+    /// Of a master the row of the display at that address; the user is told where there is not one.
+    std::optional<FleetDisplay> rowAt(const std::string& address);
     bool isComparedWith(const ChosenProject& other);
     /// What a display holds, and where its files lie.
     struct Fetched {

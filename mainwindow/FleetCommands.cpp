@@ -1,6 +1,7 @@
 #include "mainwindow/FleetCommands.h"
 
 #include "link/forms/frmSeveralDisplays.h"
+#include "mainwindow/OpenMaster.h"
 #include "mainwindow/ProgramBeside.h"
 #include "model/SystemPath.h"
 
@@ -9,8 +10,8 @@
 
 namespace orvista {
 
-FleetCommands::FleetCommands(DocMgrModule::ProjectLifecycle& lifecycle, QWidget& window)
-    : QObject(&window), lifecycle_(lifecycle), window_(window) {}
+FleetCommands::FleetCommands(DocMgrModule::ProjectLifecycle& lifecycle, OpenMaster& master, QWidget& window)
+    : QObject(&window), lifecycle_(lifecycle), master_(master), window_(window) {}
 
 void FleetCommands::miToolsSeveral_Click() {
     const Project& project = lifecycle_.project();
@@ -22,9 +23,10 @@ void FleetCommands::miToolsSeveral_Click() {
     std::error_code unknown;
     if (!std::filesystem::exists(systemPath(program), unknown))
         return messages.show(MessageIcon::Exclamation, program + " is missing");
+    master_.look(); // the list may be of a moment ago
     frmSeveralDisplays dialog(
         {project, DocMgrModule::projectFilePath(environment.paths, project.ProjPath, project.ProjName),
-         std::move(program), messages},
+         std::move(program), messages, master_.view().isMaster(), master_.view().displays()},
         &window_);
     dialog.exec();
 }

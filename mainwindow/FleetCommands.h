@@ -8,18 +8,21 @@ class QWidget;
 
 namespace orvista {
 
+class OpenMaster;
+
 /// Tools > Upload to Several Displays…: saves first, as Upload does, then hands the work to `orvista`, which
-/// lies beside the program.
+/// lies beside the program. Of a master each display of its list gets its own.
 class FleetCommands final : public QObject {
     Q_OBJECT
 public:
-    /// Both must outlive the command.
-    FleetCommands(DocMgrModule::ProjectLifecycle& lifecycle, QWidget& window);
+    /// All must outlive the command.
+    FleetCommands(DocMgrModule::ProjectLifecycle& lifecycle, OpenMaster& master, QWidget& window);
 
     void miToolsSeveral_Click();
 
 private:
     DocMgrModule::ProjectLifecycle& lifecycle_;
+    OpenMaster& master_;
     QWidget& window_;
 };
 

@@ -185,6 +185,17 @@ void MessageListPage::followProject() {
     underlines_->checkSoon();
 }
 
+void MessageListPage::useMaster(const MasterView& view) {
+    master_ = &view;
+    preview_->useMaster(view);
+    underlines_->useMaster(view);
+}
+
+void MessageListPage::followMaster() {
+    preview_->followMaster();
+    underlines_->checkSoon();
+}
+
 void MessageListPage::txtMsg_Change() {
     if (!txtMsg->document()->isEmpty())
         btnMsgApply->setEnabled(true);
@@ -192,7 +203,7 @@ void MessageListPage::txtMsg_Change() {
 
 void MessageListPage::btnEditMessage_Click() {
     frmMessageEdit wizard(QString::fromStdString(project_.ProjPath), window());
-    wizard.showPreview(project_, preview_->columns(), preview_->shownValues());
+    wizard.showPreview(project_, preview_->columns(), preview_->shownValues(), master_);
     wizard.explainVariables([this](const QString& name) {
         const auto item = itemNamed(name.toStdString());
         return item ? noteToolTip(notes_->of(*item)) : QString();

@@ -16,6 +16,7 @@ namespace orvista {
 class DeviceTextEdit;
 class DisplayPreview;
 class ItemTree;
+class MasterView;
 class NotAppliedLabel;
 class QuietTimer;
 class ScriptUnderlines;
@@ -31,6 +32,10 @@ public:
 
     /// What is noted about the items; must outlive the page.
     void useNotes(const ProjectNotes& notes) { notes_ = &notes; }
+    /// How the project is looked at; must outlive the page.
+    void useMaster(const MasterView& view);
+    /// Its displays or the shown one have changed.
+    void followMaster();
     ItemTree& tree() { return *trvMsg; }
     /// The shown message's script from the model. Discards unapplied edits.
     void refresh();
@@ -83,6 +88,7 @@ private:
 
     Project& project_;
     const ProjectNotes* notes_ = &noNotes();
+    const MasterView* master_ = nullptr;
     ModifiedMark& modifiedMark_;
 
     ItemTree* trvMsg;

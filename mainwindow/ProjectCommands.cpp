@@ -9,6 +9,7 @@
 #include "mainwindow/ItemCommands.h"
 #include "mainwindow/MessageListPage.h"
 #include "mainwindow/NamesCommand.h"
+#include "mainwindow/OpenMaster.h"
 #include "mainwindow/PanelDock.h"
 #include "mainwindow/ProjectChanges.h"
 #include "mainwindow/Recovery.h"
@@ -41,12 +42,13 @@ ProjectCommands::ProjectCommands(const Surroundings& surroundings, QMainWindow& 
       sheets_(new SheetCommands(
           around_.lifecycle, around_.changes, around_.dock,
           [&preview = preview_] { return preview.setting(); }, window)),
-      comparison_(new ComparisonCommands({around_.lifecycle, around_.chooser, around_.transfer},
-                                         around_.changes, around_.dock, this)),
+      comparison_(new ComparisonCommands(
+          {around_.lifecycle, around_.chooser, around_.transfer, around_.master.view()}, around_.changes,
+          around_.dock, this)),
       acceptance_(new AcceptanceCommands(
           {around_.lifecycle, *comparison_, around_.notes, preview_, around_.dock, window},
           around_.acceptance)),
-      fleet_(new FleetCommands(around_.lifecycle, window)),
+      fleet_(new FleetCommands(around_.lifecycle, around_.master, window)),
       names_(new NamesCommand(around_.lifecycle, around_.notes, window)) {
     connect(items_, &ItemCommands::pastedFrom, this, &ProjectCommands::itemsCameFrom);
     connect(sheets_, &SheetCommands::itemsCameFrom, this, &ProjectCommands::itemsCameFrom);
@@ -216,6 +218,7 @@ void ProjectCommands::miViewPreview_Click() {
 
 void ProjectCommands::miToolsCheck_Click() {
     preview_.lookAtBitmaps();
+    around_.master.look();
     findings_->check();
 }
 

@@ -20,6 +20,7 @@ class ItemCommands;
 class MessageListPage;
 class NamesCommand;
 class Navigator;
+class OpenMaster;
 class OpenNotes;
 class PanelDock;
 class ProjectChanges;
@@ -41,6 +42,7 @@ public:
         Navigator& navigator;
         PanelDock& dock;
         OpenNotes& notes;
+        OpenMaster& master;
         MessageListPage& messagePage;
         Recovery& recovery;
         TryOut& tryOut;

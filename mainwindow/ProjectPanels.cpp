@@ -26,9 +26,10 @@ std::vector<PanelDock::Panel> ProjectPanels::rows() {
     return {
         {&FindingsPanel::staticMetaObject, tr("Findings"),
          [this] {
-             return showingNotes(followingColumns(new FindingsPanel(project_, around_.fileRemarks, check_,
-                                                                    around_.preview.columns(),
-                                                                    notAppliedItems(), setting())));
+             auto* const panel = new FindingsPanel(project_, around_.fileRemarks, check_,
+                                                   around_.preview.columns(), notAppliedItems(), setting());
+             panel->useMaster(around_.master);
+             return showingNotes(followingColumns(panel));
          }},
         {&MessagesPanel::staticMetaObject,
          tr("Messages"),
@@ -77,7 +78,7 @@ PreviewSettingSource ProjectPanels::setting() const {
 }
 
 ItemSources ProjectPanels::itemSources() {
-    return {project_, digests_, check_, notAppliedItems()};
+    return {project_, digests_, check_, notAppliedItems(), &around_.master};
 }
 
 template <typename Type>

@@ -12,6 +12,7 @@
 namespace orvista {
 
 class DisplayPreview;
+class MasterView;
 class Navigator;
 class ProjectNotes;
 class TcpTesterPage;
@@ -23,6 +24,7 @@ class ProjectPanels final : public QObject {
 public:
     struct Surroundings {
         const ProjectNotes& notes;
+        const MasterView& master;       ///< how the project is looked at
         const FileRemarks& fileRemarks; ///< of the files that the project was read from
         DisplayPreview& preview;        ///< whose columns and clock the panels go by
         TcpTesterPage& tester;

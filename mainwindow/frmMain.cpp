@@ -17,6 +17,7 @@
 #include "mainwindow/ModbusSettingPage.h"
 #include "mainwindow/Navigator.h"
 #include "mainwindow/NotWholeNotice.h"
+#include "mainwindow/OpenMaster.h"
 #include "mainwindow/OpenNotes.h"
 #include "mainwindow/OverwriteNotice.h"
 #include "mainwindow/PanelDock.h"
@@ -195,6 +196,7 @@ void frmMain::buildCommands() {
          *navigator_,
          *dock_,
          *notes_,
+         *master_,
          *messagePage_,
          *recovery_,
          *tryOut_,
@@ -232,10 +234,11 @@ void frmMain::buildDock() {
          {Kind::AddressMap, "miOptionModbusSetting", modbusPage_}},
         [this](const QString& text) { dock_->showNotice(text); }, this);
     notes_ = new OpenNotes(project_, messagePage_->preview(), *dock_, this);
-    new ProjectPanels(
-        project_,
-        {notes_->notes(), lifecycle_.fileRemarks(), messagePage_->preview(), *testerPage_, seams_.modbusPort},
-        *navigator_, *dock_);
+    master_ = new OpenMaster(project_, *notes_, messagePage_->preview(), *dock_, this);
+    new ProjectPanels(project_,
+                      {notes_->notes(), master_->view(), lifecycle_.fileRemarks(), messagePage_->preview(),
+                       *testerPage_, seams_.modbusPort},
+                      *navigator_, *dock_);
 }
 
 void frmMain::buildRecovery() {
@@ -246,6 +249,7 @@ void frmMain::buildRecovery() {
 
 void frmMain::buildOffers(ProjectCommands& tools) {
     messagePage_->useNotes(notes_->notes());
+    messagePage_->useMaster(master_->view());
     const auto toolTipOf = [this](const QString& key) {
         const auto item = itemOfKey(key.toStdString());
         return item ? noteToolTip(notes_->notes().of(*item)) : QString();
@@ -253,6 +257,7 @@ void frmMain::buildOffers(ProjectCommands& tools) {
     messagePage_->tree().explain(toolTipOf);
     variablePage_->tree().explain(toolTipOf);
     connect(notes_, &OpenNotes::changed, dock_, &PanelDock::followProject);
+    connect(master_, &OpenMaster::changed, this, &frmMain::showMaster);
     reload_ =
         new ReloadOffer(lifecycle_, {*this, *dock_, [this] { return hasUnappliedEdits(); },
                                      [&tools](const ChosenProject& onDisk) { tools.compareWith(onDisk); }});
@@ -384,6 +389,7 @@ void frmMain::follow(ProjectTransition transition) {
     tryOut_->follow();
     notWhole_->follow(transition);
     notes_->follow(transition);
+    master_->follow();
     messagePage_->followProject();
     dock_->followProject();
 }
@@ -391,6 +397,11 @@ void frmMain::follow(ProjectTransition transition) {
 void frmMain::forgetProject() {
     changes_->clear();
     bitmaps_->withdraw();
+}
+
+void frmMain::showMaster() {
+    messagePage_->followMaster();
+    dock_->followProject();
 }
 
 void frmMain::showProjectName(const std::string& name) {
@@ -475,8 +486,12 @@ void frmMain::miFileExit_Click() {
 }
 
 void frmMain::miLinkUpload_Click() {
-    if (transfer_)
-        transfer_->upload();
+    if (!transfer_)
+        return;
+    if (const std::string place = master_->firstPlace(); !place.empty())
+        dock_->showNotice(tr("The messages have places such as {%1}; use Upload to Several Displays")
+                              .arg(QString::fromStdString(place)));
+    transfer_->upload();
 }
 
 void frmMain::miLinkDownload_Click() {

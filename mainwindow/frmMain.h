@@ -30,6 +30,7 @@ class ModbusSettingPage;
 class ProjectChanges;
 class Navigator;
 class NotWholeNotice;
+class OpenMaster;
 class OpenNotes;
 class OverwriteNotice;
 class PanelDock;
@@ -112,6 +113,7 @@ private:
     void Form_Activate();
     void queueActivation();
     void forgetProject();
+    void showMaster();
     void markPageInTree(int page);
 
     bool hasUnappliedEdits() const;
@@ -153,6 +155,7 @@ private:
     ReloadOffer* reload_ = nullptr;
     NotWholeNotice* notWhole_ = nullptr;
     OpenNotes* notes_ = nullptr;
+    OpenMaster* master_ = nullptr;
     OverwriteNotice* overwritten_ = nullptr;
     BitmapOffer* bitmaps_ = nullptr;
     AddressOffer* address_ = nullptr;

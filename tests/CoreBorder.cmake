@@ -24,9 +24,9 @@ set(table
   "sheets: model script display link check items"
 
   "widgets: model display"
-  "display/forms: model script display check widgets"
+  "display/forms: model script display check items widgets"
   "check/forms: model check items widgets display/forms items/forms"
-  "script/forms: model script display check widgets display/forms"
+  "script/forms: model script display check items widgets display/forms"
   "link/forms: model display link items sheets widgets display/forms items/forms"
   "items/forms: model display check items widgets display/forms"
   "compare/forms: model display items compare widgets display/forms items/forms"

@@ -8,6 +8,7 @@
 #include "model/Place.h"
 #include "widgets/FilterBox.h"
 #include "widgets/FormParts.h"
+#include "widgets/ModalDialogs.h"
 #include "widgets/NotAppliedMark.h"
 #include "widgets/RowsTable.h"
 #include "widgets/SeenDelay.h"
@@ -19,6 +20,10 @@
 #include <QScopedValueRollback>
 #include <QShortcut>
 #include <QVBoxLayout>
+
+#include <algorithm>
+#include <chrono>
+#include <iterator>
 
 namespace orvista {
 
@@ -39,11 +44,10 @@ qulonglong rankOf(const Place& place) {
     return (item << bitsOfALine) + place.line;
 }
 
-/// A file is never shown with an edit that is not applied.
-QString textOf(const Finding& finding, const std::vector<Item>& notApplied) {
-    const QString text = QString::fromUtf8(finding.text);
-    return finding.place.file.empty() ? text + notAppliedMark(notApplied, finding.place.item) : text;
-}
+/// The check of all displays gives way to the user after this time; one display more may go beyond it.
+constexpr std::chrono::milliseconds sliceTime{2};
+/// In milliseconds.
+constexpr int restUnderOthers = 300;
 
 } // namespace
 
@@ -58,6 +62,7 @@ FindingsPanel::FindingsPanel(const Project& project, const FileRemarks& fileRema
       columns_(columns),
       delay_(new SeenDelay(*this, [this] { this->check(); })),
       txtFindingsFilter(named<FilterBox>(QStringLiteral("txtFindingsFilter"))),
+      chkFindingsAllDisplays(named<QCheckBox>(QStringLiteral("chkFindingsAllDisplays"), tr("All &Displays"))),
       chkFindingsNotes(named<QCheckBox>(QStringLiteral("chkFindingsNotes"), tr("&Notes"))),
       lblFindings(named<QLabel>(QStringLiteral("lblFindings"))),
       lblFindingsColumns(named<QLabel>(QStringLiteral("lblFindingsColumns"))),
@@ -69,6 +74,9 @@ FindingsPanel::FindingsPanel(const Project& project, const FileRemarks& fileRema
         explanations_.push_back(explanationOf(rule));
     connect(txtFindingsFilter, &QLineEdit::textChanged, tblFindings, &RowsTable::setFilter);
     connect(chkFindingsNotes, &QCheckBox::toggled, this, &FindingsPanel::check);
+    connect(chkFindingsAllDisplays, &QCheckBox::toggled, this, &FindingsPanel::check);
+    slices_.setSingleShot(true);
+    connect(&slices_, &QTimer::timeout, this, &FindingsPanel::checkOn);
     connect(tblFindings, &RowsTable::rowActivated, this, &FindingsPanel::goToFinding);
     connect(tblFindings, &RowsTable::rowLeft, this, &ProjectPanel::rowLeft);
     connect(tblFindings, &RowsTable::rowLeft, this, [this] {
@@ -87,6 +95,9 @@ void FindingsPanel::buildLayout() {
     txtFindingsFilter->passFocusTo(*tblFindings);
     txtFindingsFilter->setAccessibleName(tr("Filter the findings"));
     txtFindingsFilter->setToolTip(tr("Show only findings with this text"));
+    chkFindingsAllDisplays->setToolTip(
+        tr("What is found with the values of each display of the list; the same of several is one row"));
+    chkFindingsAllDisplays->hide();
     chkFindingsNotes->setToolTip(tr("Also show notes"));
     tblFindings->setAccessibleName(tr("Findings"));
     tblFindings->setContextMenuPolicy(Qt::CustomContextMenu);
@@ -94,6 +105,7 @@ void FindingsPanel::buildLayout() {
     head->addWidget(lblFindings);
     head->addWidget(lblFindingsColumns);
     head->addStretch(1);
+    head->addWidget(chkFindingsAllDisplays);
     head->addWidget(chkFindingsNotes);
     head->addWidget(txtFindingsFilter, 1);
     auto* const layout = new QVBoxLayout(this);
@@ -107,15 +119,57 @@ void FindingsPanel::setColumns(int columns) {
     follow();
 }
 
+void FindingsPanel::useMaster(const MasterView& view) {
+    master_ = &view;
+}
+
 void FindingsPanel::check() {
     delay_->stop();
-    const std::vector<Finding> selected = selectedFindings();
-    findings_ = {};
-    if (isEnabled()) {
+    slices_.stop();
+    chkFindingsAllDisplays->setVisible(isOfMaster());
+    if (isEnabled() && isOfMaster() && chkFindingsAllDisplays->isChecked()) {
         const Notes notes = chkFindingsNotes->isChecked() ? Notes::Included : Notes::LeftOut;
-        findings_ = fileFindings(fileRemarks_);
-        append(findings_, check_.check(project_, columns_, notes));
+        // What was found before stays on the screen until this is done.
+        auto next = std::make_unique<AllDisplaysCheck>(master_->master(), master_->sharedDisplays(),
+                                                       check_.bitmaps(project_), columns_, notes);
+        next_ = std::move(next);
+        slices_.start(0);
+        return showSummary();
     }
+    next_.reset();
+    allDisplays_.reset();
+    take(isEnabled() ? checkShown() : Findings());
+}
+
+Findings FindingsPanel::checkShown() {
+    const Notes notes = chkFindingsNotes->isChecked() ? Notes::Included : Notes::LeftOut;
+    Findings findings = fileFindings(fileRemarks_);
+    append(findings, master_ != nullptr ? check_.check(*master_, columns_, notes)
+                                        : check_.check(project_, columns_, notes));
+    return findings;
+}
+
+void FindingsPanel::checkOn() {
+    if (!isVisible()) // coming to the screen begins anew
+        return;
+    if (isModalDialogOpen())
+        return slices_.start(restUnderOthers);
+    const auto begin = std::chrono::steady_clock::now();
+    while (!next_->isDone() && std::chrono::steady_clock::now() - begin < sliceTime)
+        next_->goOn();
+    if (!next_->isDone()) {
+        slices_.start(0);
+        return showSummary();
+    }
+    allDisplays_ = std::move(next_);
+    Findings findings = fileFindings(fileRemarks_);
+    append(findings, allDisplays_->findings());
+    take(std::move(findings));
+}
+
+void FindingsPanel::take(Findings findings) {
+    const std::vector<Finding> selected = selectedFindings();
+    findings_ = std::move(findings);
     markNotApplied();
     select(selected);
     showSummary();
@@ -137,6 +191,15 @@ void FindingsPanel::select(const std::vector<Finding>& earlier) {
         if (const Finding* const same = sameFinding(findings_.list, finding))
             rows.push_back(static_cast<int>(same - findings_.list.data()));
     tblFindings->selectRows(rows);
+}
+
+QString FindingsPanel::textOf(const Finding& finding, const std::vector<Item>& notApplied) const {
+    QString text = QString::fromUtf8(finding.text);
+    if (allDisplays_)
+        if (const std::string displays = allDisplays_->displaysText(finding); !displays.empty())
+            text = QString::fromStdString(displays) + QStringLiteral(": ") + text;
+    // A file is never shown with an edit that is not applied.
+    return finding.place.file.empty() ? text + notAppliedMark(notApplied, finding.place.item) : text;
 }
 
 void FindingsPanel::follow() {
@@ -167,7 +230,11 @@ void FindingsPanel::showSummary() {
     QString summary = QString::fromUtf8(countsText(findings_.counts));
     if (findings_.notListed() > 0)
         summary += tr(", %1 of them not listed").arg(findings_.notListed());
-    lblFindings->setText(summary.isEmpty() ? tr("No findings") : summary);
+    if (summary.isEmpty())
+        summary = tr("No findings");
+    if (next_)
+        summary += tr(" (%1 of %2 displays checked)").arg(next_->checkedCount()).arg(next_->count());
+    lblFindings->setText(summary);
     lblFindingsColumns->setText(tr("for %1 columns").arg(columns_));
 }
 
@@ -205,7 +272,24 @@ const Finding* FindingsPanel::currentFinding() const {
 }
 
 Fixing FindingsPanel::fixing() const {
-    return {project_, check_.bitmaps(project_), columns_};
+    return {shown(), check_.bitmaps(project_), columns_};
+}
+
+// A fix changes the text that is shown. Where that is not the master's own, there are places in it.
+bool FindingsPanel::isFixable(Item item) const {
+    return !isOfMaster() || changesBetween(project_, shown(), item).empty();
+}
+
+std::vector<Item> FindingsPanel::fixableItems() const {
+    std::vector<Item> items;
+    if (isOfMaster())
+        std::ranges::copy_if(allItems(), std::back_inserter(items),
+                             [this](Item item) { return isFixable(item); });
+    return items;
+}
+
+std::vector<Fix> FindingsPanel::fixesOf(const Finding& finding) const {
+    return isFixable(finding.place.item) ? fixing().fixesOf(finding) : std::vector<Fix>();
 }
 
 void FindingsPanel::make(const Fix& fix) {
@@ -217,7 +301,7 @@ void FindingsPanel::fixCurrent() {
     const Finding* const finding = currentFinding();
     if (finding == nullptr)
         return;
-    const std::vector<Fix> fixes = fixing().fixesOf(*finding);
+    const std::vector<Fix> fixes = fixesOf(*finding);
     if (fixes.empty())
         return emit noticeAsked(
             tr("No fix is known that mends this finding and leaves the others as they are"));
@@ -232,7 +316,7 @@ void FindingsPanel::showMenu(const QPoint& place) {
     if (current == nullptr)
         return;
     const Finding finding = *current;
-    const std::vector<Fix> fixes = fixing().fixesOf(finding);
+    const std::vector<Fix> fixes = fixesOf(finding);
     for (const Fix& fix : fixes)
         menu.addAction(
             tr("Fix: %1").arg(
@@ -252,8 +336,9 @@ void FindingsPanel::showMenu(const QPoint& place) {
 void FindingsPanel::fixAll(const FixChoice& choice) {
     Fixing run = fixing();
     FixProgress progress(*this);
-    const auto all = choice.codes.empty() ? mendEverything(run, progress.goesOn())
-                                          : mendAll(run, choice, progress.goesOn());
+    const std::vector<Item> items = fixableItems();
+    const auto all = choice.codes.empty() ? mendEverything(run, progress.goesOn(), items)
+                                          : mendAll(run, {choice.codes, items}, progress.goesOn());
     const bool isStopped = progress.wasCanceled();
     progress.reset();
     if (isStopped)
@@ -261,7 +346,7 @@ void FindingsPanel::fixAll(const FixChoice& choice) {
     if (all.empty())
         return emit noticeAsked(
             tr("No fix is known that mends one of these findings and leaves the others as they are"));
-    frmFixes dialog({project_, check_.bitmaps(project_), columns_, setting_}, all, notAppliedItems_(),
+    frmFixes dialog({shown(), check_.bitmaps(project_), columns_, setting_}, all, notAppliedItems_(),
                     window());
     dialog.exec();
     if (!dialog.IsCanceled)

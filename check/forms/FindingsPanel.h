@@ -1,13 +1,18 @@
 #pragma once
 
+#include "check/AllDisplaysCheck.h"
 #include "check/FixRun.h"
 #include "check/FolderCheck.h"
 #include "display/forms/PreviewSetting.h"
+#include "items/MasterView.h"
 #include "items/ProjectNotes.h"
 #include "model/FileRemarks.h"
 #include "widgets/ProjectPanel.h"
 
+#include <QTimer>
+
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -21,7 +26,7 @@ class RowsTable;
 class SeenDelay;
 
 /// The panel "Findings": what the check finds in the project in memory. While it is on the screen it follows
-/// the project's changes.
+/// the project's changes. A master is checked as it is looked at, or for all its displays, bit by bit.
 class FindingsPanel final : public ProjectPanel {
     Q_OBJECT
 public:
@@ -37,8 +42,12 @@ public:
     void setColumns(int columns);
     /// What is noted about the items; must outlive the panel.
     void useNotes(const ProjectNotes& notes) { notes_ = &notes; }
-    /// Checks at once.
+    /// How the project is looked at; must outlive the panel. Without it it is checked as it is.
+    void useMaster(const MasterView& view);
+    /// Checks at once; for all displays as soon as that can be without keeping the user waiting.
     void check();
+    /// Whether displays are still to be checked.
+    bool isChecking() const { return next_ != nullptr; }
     /// Checks a moment after the last call, while the panel is on the screen and no modal dialog is open.
     void follow() override;
     void markNotApplied() override;
@@ -59,6 +68,17 @@ signals:
 
 private:
     void buildLayout();
+    bool isOfMaster() const { return master_ != nullptr && master_->isMaster(); }
+    /// What is checked: of a master its places filled.
+    const Project& shown() const { return master_ != nullptr ? master_->shown() : project_; }
+    Findings checkShown();
+    void checkOn();
+    void take(Findings findings);
+    QString textOf(const Finding& finding, const std::vector<Item>& notApplied) const;
+    bool isFixable(Item item) const;
+    /// Of a master; empty for a project that is none: all.
+    std::vector<Item> fixableItems() const;
+    std::vector<Fix> fixesOf(const Finding& finding) const;
     /// Those of the selected rows, that of the current row first.
     std::vector<Finding> selectedFindings() const;
     void select(const std::vector<Finding>& earlier);
@@ -77,12 +97,17 @@ private:
     PreviewSettingSource setting_;
     int columns_;
     const ProjectNotes* notes_ = &noNotes();
+    const MasterView* master_ = nullptr;
+    std::unique_ptr<AllDisplaysCheck> allDisplays_; ///< what is shown of all displays; null for none
+    std::unique_ptr<AllDisplaysCheck> next_;        ///< under way
+    QTimer slices_;
     Findings findings_;
     bool isGoingOn_ = false;
     std::vector<QString> explanations_; ///< as markup, by code
     SeenDelay* delay_;
 
     FilterBox* txtFindingsFilter;
+    QCheckBox* chkFindingsAllDisplays;
     QCheckBox* chkFindingsNotes;
     QLabel* lblFindings;
     QLabel* lblFindingsColumns;

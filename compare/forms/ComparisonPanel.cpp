@@ -215,9 +215,14 @@ void ComparisonPanel::changeEvent(QEvent* event) {
         clear();
 }
 
+DisplayContents ComparisonPanel::ours() const {
+    if (theirs_->display)
+        return DisplayContents::ofProject(expand(project_, *theirs_->display).project);
+    return theirs_->isOwnFile ? DisplayContents::ofProject(project_) : DisplayContents::ofUpload(project_);
+}
+
 void ComparisonPanel::compare() {
-    const DisplayContents ours =
-        theirs_->isOwnFile ? DisplayContents::ofProject(project_) : DisplayContents::ofUpload(project_);
+    const DisplayContents ours = this->ours();
     const ContentsComparison comparison = compareContents(ours, theirs_->contents);
     const QString fingerprints = fingerprintsText(fingerprint(ours), fingerprint(theirs_->contents));
     sent_ = ours.project();
@@ -269,8 +274,13 @@ void ComparisonPanel::followSetting() {
 std::vector<DifferenceRow> ComparisonPanel::selectedRows() const {
     std::vector<DifferenceRow> selected;
     for (const int row : tblComparison->selectedRows()) {
-        if (static_cast<std::size_t>(row) < rows_.size())
-            selected.push_back(rows_[static_cast<std::size_t>(row)]);
+        const auto index = static_cast<std::size_t>(row);
+        if (index >= rows_.size())
+            continue;
+        // What a master's places became on one display is not for all.
+        const bool isFilled = theirs_->display && !changesBetween(project_, sent_, rows_[index].item).empty();
+        if (!isFilled)
+            selected.push_back(rows_[index]);
     }
     return selected;
 }

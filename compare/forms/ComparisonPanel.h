@@ -3,6 +3,7 @@
 #include "compare/ContentsComparison.h"
 #include "compare/DifferenceRows.h"
 #include "display/forms/PreviewSetting.h"
+#include "items/Master.h"
 #include "items/ProjectNotes.h"
 #include "model/Item.h"
 #include "model/ScratchFolder.h"
@@ -38,6 +39,8 @@ public:
         DisplayContents contents;
         std::shared_ptr<const ScratchFolder> fetched; ///< where the files of a display lie
         bool isOwnFile = false; ///< of the project itself, which is compared as it is in memory then
+        /// Of a master the display whose own project is compared.
+        std::optional<FleetDisplay> display = std::nullopt;
     };
 
     /// \param notAppliedItems the items that are shown with an edit that is not applied
@@ -72,6 +75,9 @@ private:
     void showNothing(const QString& reason);
     void enableTake();
     void showPictures();
+    /// What is compared with the other side.
+    DisplayContents ours() const;
+    /// Those that the project can take over: of a master, what each display has the same.
     std::vector<DifferenceRow> selectedRows() const;
     void btnTakeTheirs_Click();
     void goToRow(int row);

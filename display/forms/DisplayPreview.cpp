@@ -3,6 +3,7 @@
 #include "check/PageFitText.h"
 #include "display/PageText.h"
 #include "display/SettledPage.h"
+#include "display/forms/DisplaysList.h"
 #include "display/forms/MarkedBitmaps.h"
 #include "display/forms/PictureFile.h"
 #include "display/forms/PreviewBar.h"
@@ -92,6 +93,7 @@ void DisplayPreview::connectControls() {
         render();
     });
     connect(list_, &ValuesList::valuesChanged, this, &DisplayPreview::takeValues);
+    connect(&row_->displays(), &DisplaysList::displayChosen, this, &DisplayPreview::displayChosen);
     connect(row_, &PreviewBar::columnsChosen, this, [this] {
         emit columnsChanged();
         emit settingChanged();
@@ -175,12 +177,31 @@ void DisplayPreview::followProject() {
     readScript();
 }
 
+void DisplayPreview::followMaster() {
+    row_->displays().show(*master_);
+    if (!isVisible())
+        return;
+    readProject();
+    readScript();
+}
+
+std::string DisplayPreview::filled(std::string script) const {
+    return isOfMaster() ? master_->filled(script) : std::move(script);
+}
+
+const BitmapProvider& DisplayPreview::bitmaps() const {
+    if (isOfMaster())
+        return *masterBitmaps_;
+    return *bitmaps_;
+}
+
 void DisplayPreview::readProject() {
-    formats_ = fieldFormats(project_);
+    formats_ = fieldFormats(isOfMaster() ? master_->shown() : project_);
     values_ = list_->values();
     if (!bitmaps_ || bitmapFolder_ != project_.ProjPath) {
         bitmapFolder_ = project_.ProjPath;
         bitmaps_.emplace(bitmapFolder_);
+        masterBitmaps_.emplace(*bitmaps_);
     }
 }
 
@@ -203,7 +224,7 @@ bool DisplayPreview::readCursorPage() {
     if (!script)
         return false;
     Programme programme({columns()}, formats_);
-    programme.add({}, script->bytes, MarkedBitmaps(*bitmaps_));
+    programme.add({}, filled(script->bytes), MarkedBitmaps(bitmaps()));
     // Lines before the page go with the one before it, which this does not know.
     if (programme.pageCount() != 1 || programme.pages().front().firstLine > script->cursorLine)
         return false;
@@ -226,9 +247,9 @@ void DisplayPreview::readScript() {
     const bool holdsMessage = box_.isEnabled();
     Programme programme({columns()}, formats_);
     if (holdsMessage)
-        programme.add({}, box_.bytes(), MarkedBitmaps(*bitmaps_));
+        programme.add({}, filled(box_.bytes()), MarkedBitmaps(bitmaps()));
     player_.show(std::move(programme));
-    bitmapWatch_->watch(*bitmaps_, bitmapNames(player_.programme().pages()));
+    bitmapWatch_->watch(bitmaps(), bitmapNames(player_.programme().pages()));
     positions_ = ScriptPositions(*box_.document());
     shownRevision_ = box_.document()->revision();
     row_->setEnabled(holdsMessage);
@@ -327,7 +348,7 @@ void DisplayPreview::showFit(const DrawnPage* page) {
     if (page && page == fitPage_)
         return;
     fitPage_ = page;
-    row_->showFit(page ? QString::fromStdString(pageFitText(*page, {columns()}, formats_, *bitmaps_))
+    row_->showFit(page ? QString::fromStdString(pageFitText(*page, {columns()}, formats_, bitmaps()))
                        : QString());
 }
 

@@ -8,6 +8,8 @@
 #include "display/forms/CursorPage.h"
 #include "display/forms/PreviewClock.h"
 #include "display/forms/PreviewSetting.h"
+#include "items/MasterBitmaps.h"
+#include "items/MasterView.h"
 #include "model/People.h"
 #include "model/Project.h"
 #include "widgets/QuietTimer.h"
@@ -47,6 +49,12 @@ public:
     /// The project may lie in another folder now, with other bitmaps.
     void followProject();
 
+    /// How the project is looked at; must outlive the preview. Without one the box's script is shown as it
+    /// is.
+    void useMaster(const MasterView& view) { master_ = &view; }
+    /// Its displays or the shown one have changed.
+    void followMaster();
+
     /// Shows or hides the preview for good.
     void setShown(bool shown);
 
@@ -68,6 +76,8 @@ public:
     QSize sizeHint() const override;
 
 signals:
+    /// \param name empty for none
+    void displayChosen(const QString& name);
     void shownChanged(bool shown);
     void columnsChanged();
     /// The columns, or the values of the fields.
@@ -104,6 +114,10 @@ private:
     void savePicture();
     bool isLong() const;
     bool isHeld() const;
+    bool isOfMaster() const { return master_ != nullptr && master_->isMaster(); }
+    /// What the display gets for a script of the box.
+    std::string filled(std::string script) const;
+    const BitmapProvider& bitmaps() const;
 
     const Project& project_;
     DeviceTextEdit& box_;
@@ -119,6 +133,8 @@ private:
     FieldValues values_;
     std::string bitmapFolder_;
     std::optional<FolderBitmaps> bitmaps_;
+    std::optional<MasterBitmaps> masterBitmaps_;
+    const MasterView* master_ = nullptr;
     BitmapWatch* bitmapWatch_;
     MessagePlayer player_;
     CursorPage cursorPage_;

@@ -1,5 +1,6 @@
 #include "display/forms/PreviewBar.h"
 
+#include "display/forms/DisplaysList.h"
 #include "display/forms/ShapeButton.h"
 #include "display/forms/ValuesList.h"
 #include "widgets/ElidedLabel.h"
@@ -47,6 +48,7 @@ PreviewBar::PreviewBar(ValuesList* values, QWidget* parent)
       sldPreviewTime(named<QSlider>(QStringLiteral("sldPreviewTime"), Qt::Horizontal)),
       spnPreviewColumns(named<QSpinBox>(QStringLiteral("spnPreviewColumns"))),
       cboPreviewValues(values),
+      cboPreviewDisplay(new DisplaysList),
       lblPreviewFit(named<ElidedLabel>(QStringLiteral("lblPreviewFit"))) {
     sldPreviewTime->setAccessibleName(tr("Time within the message, in milliseconds"));
     sldPreviewTime->setToolTip(tr("Time within the message"));
@@ -76,6 +78,7 @@ void PreviewBar::buildLayout() {
     layout->addWidget(labelFor(spnPreviewColumns, tr("Columns:")));
     layout->addWidget(spnPreviewColumns);
     layout->addWidget(cboPreviewValues);
+    layout->addWidget(cboPreviewDisplay);
     layout->addWidget(lblPreviewFit);
     lblPreviewPage->setAlignment(Qt::AlignCenter);
     lblPreviewPage->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("00 of 00")));

@@ -12,11 +12,13 @@ class QSpinBox;
 
 namespace orvista {
 
+class DisplaysList;
 class ElidedLabel;
 class ShapeButton;
 class ValuesList;
 
-/// The controls under a preview: play, pages, time, columns, values, and what does not fit.
+/// The controls under a preview: play, pages, time, columns, values, of a master the display whose values are
+/// shown, and what does not fit.
 class PreviewBar final : public QWidget {
     Q_OBJECT
 public:
@@ -42,6 +44,9 @@ public:
     /// Beyond minimumColumns or maximumColumns the nearest of them counts.
     void setColumns(int columns);
 
+    /// For masters only.
+    DisplaysList& displays() { return *cboPreviewDisplay; }
+
 signals:
     void playPressed();
     void backPressed();
@@ -60,6 +65,7 @@ private:
     QSlider* sldPreviewTime;
     QSpinBox* spnPreviewColumns;
     ValuesList* cboPreviewValues;
+    DisplaysList* cboPreviewDisplay;
     ElidedLabel* lblPreviewFit;
 };
 

@@ -1,6 +1,8 @@
 #include "display/forms/ScriptUnderlines.h"
 
+#include "check/MasterMessage.h"
 #include "check/ProjectCheck.h"
+#include "display/forms/PlaceUnderlines.h"
 #include "widgets/DeviceTextEdit.h"
 #include "widgets/ScriptPositions.h"
 #include "widgets/SeenDelay.h"
@@ -84,13 +86,20 @@ void ScriptUnderlines::check() {
     const auto message = subject_.message();
     if (!message)
         return box_.setExtraSelections({});
-    underline(checkMessage(*message, box_.bytes(), project_, *bitmaps_, subject_.columns()));
+    const std::string script = box_.bytes();
+    underline(master_ != nullptr
+                  ? checkShownMessage(*message, script, *master_, *bitmaps_, subject_.columns())
+                  : checkMessage(*message, script, project_, *bitmaps_, subject_.columns()),
+              script);
 }
 
-void ScriptUnderlines::underline(const Findings& findings) {
+void ScriptUnderlines::underline(const Findings& findings, const std::string& script) {
     const ScriptPositions positions(*box_.document());
     const QTextCursor cursor(box_.document());
     QList<QTextEdit::ExtraSelection> selections;
+    // First: what is found is drawn over them.
+    if (master_ != nullptr && master_->isMaster())
+        selections = placeUnderlines(script, *master_, positions, cursor);
     for (const Finding& finding : findings.list) {
         if (finding.place.line == 0)
             continue;

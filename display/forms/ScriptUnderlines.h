@@ -2,6 +2,7 @@
 
 #include "check/Finding.h"
 #include "display/FolderBitmaps.h"
+#include "items/MasterView.h"
 #include "model/Project.h"
 
 #include <QObject>
@@ -31,6 +32,9 @@ public:
     /// All must outlive the object.
     ScriptUnderlines(DeviceTextEdit& box, const Project& project, Subject subject, QObject* parent);
 
+    /// How the project is looked at; must outlive the object. In a master places are underlined, too.
+    void useMaster(const MasterView& view) { master_ = &view; }
+
     /// Something else than the text may have changed.
     void checkSoon();
 
@@ -39,12 +43,13 @@ protected:
 
 private:
     void check();
-    void underline(const Findings& findings);
+    void underline(const Findings& findings, const std::string& script);
     bool tell(const QHelpEvent& event) const;
 
     DeviceTextEdit& box_;
     const Project& project_;
     Subject subject_;
+    const MasterView* master_ = nullptr;
     std::string bitmapFolder_;
     std::optional<FolderBitmaps> bitmaps_;
     SeenDelay* delay_;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "check/FolderCheck.h"
+#include "items/MasterView.h"
 #include "items/MessageDigest.h"
 #include "items/ProjectNotes.h"
 #include "widgets/ProjectPanel.h"
@@ -22,6 +23,10 @@ struct ItemSources {
     FolderCheck& check;       ///< the same
     /// The items that are shown with an edit that is not applied.
     std::function<std::vector<Item>()> notAppliedItems;
+    /// How the project is looked at; null where it is shown as it is.
+    const MasterView* master = nullptr;
+
+    const Project& shown() const { return master != nullptr ? master->shown() : project; }
 };
 
 /// A panel with a row for each item of a kind, in a fixed order. While it is on the screen it follows the

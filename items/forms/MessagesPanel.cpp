@@ -30,7 +30,8 @@ MessagesPanel::MessagesPanel(ItemSources given, int columns, std::function<Local
                                              tr("Pages"), tr("Display"), tr("Text"), tr("Variables"),
                                              tr("Bitmaps"), tr("Findings")})),
       columns_(columns),
-      pictures_(new StillPictures(table(), sources().project, sources().check, std::move(localTime))) {
+      pictures_(new StillPictures(table(), sources().project, sources().check, std::move(localTime),
+                                  sources().master)) {
     filter().setPlaceholderText(tr("Filter (Ctrl+F)"));
     filter().setAccessibleName(tr("Filter the messages"));
     filter().setToolTip(tr("Show only messages with this in their name, script or notes"));
@@ -55,8 +56,8 @@ void MessagesPanel::takePictureSize() {
 
 void MessagesPanel::read() {
     const ItemSources& from = sources();
-    const bool isComplete = from.messages.update(from.project, bytesReadAtOnce);
-    rows_ = messageRows(from.project, from.messages);
+    const bool isComplete = from.messages.update(from.shown(), bytesReadAtOnce);
+    rows_ = messageRows(from.shown(), from.messages);
     pictures_->clear();
     if (!isComplete)
         reading_.start(0);
@@ -69,16 +70,18 @@ void MessagesPanel::readOn() {
         return reading_.stop();
     if (isModalDialogOpen())
         return reading_.start(restUnderDialogs);
-    if (!from.messages.update(from.project, bytesReadAtOnce))
+    if (!from.messages.update(from.shown(), bytesReadAtOnce))
         return reading_.start(0);
     reading_.stop();
-    rows_ = messageRows(from.project, from.messages);
+    rows_ = messageRows(from.shown(), from.messages);
     showMatches();
     fill();
 }
 
 void MessagesPanel::readMore() {
-    findings_ = countsByItem(sources().check.check(sources().project, columns_));
+    const ItemSources& from = sources();
+    findings_ = countsByItem(from.master != nullptr ? from.check.check(*from.master, columns_)
+                                                    : from.check.check(from.project, columns_));
     fill();
 }
 
@@ -89,9 +92,10 @@ void MessagesPanel::showMatches() {
         const auto wanted = deviceBytes(filter().text());
         const std::optional<TextSearch> search =
             wanted ? std::make_optional<TextSearch>(*wanted, Case::Folded) : std::nullopt;
+        const Project& project = sources().shown();
         for (const MessageRow& row : rows_)
             shown.push_back(isNoted(noteOf(row.item), filter().text()) ||
-                            (search && messageHas(*search, row, scriptOf(sources().project, row.item))));
+                            (search && messageHas(*search, row, scriptOf(project, row.item))));
     }
     table().setShownRows(std::move(shown));
 }

@@ -2,6 +2,7 @@
 
 #include "check/FolderCheck.h"
 #include "display/FirstSight.h"
+#include "items/MasterBitmaps.h"
 #include "model/Item.h"
 #include "widgets/RowsTable.h"
 
@@ -19,11 +20,12 @@ constexpr int margin = 3;
 } // namespace
 
 StillPictures::StillPictures(RowsTable& table, const Project& project, FolderCheck& folder,
-                             std::function<LocalTime()> localTime)
+                             std::function<LocalTime()> localTime, const MasterView* master)
     : QStyledItemDelegate(&table),
       table_(table),
       project_(project),
       folder_(folder),
+      master_(master),
       localTime_(std::move(localTime)) {}
 
 void StillPictures::setPanel(PanelSize panel) {
@@ -53,16 +55,20 @@ QSize StillPictures::sizeHint(const QStyleOptionViewItem& /*option*/, const QMod
 }
 
 const QPixmap& StillPictures::picture(int row) const {
+    const bool isMaster = master_ != nullptr && master_->isMaster();
+    const Project& project = isMaster ? master_->shown() : project_;
     if (!formats_) {
-        formats_ = fieldFormats(project_);
-        values_ = defaultValues(project_);
+        formats_ = fieldFormats(project);
+        values_ = defaultValues(project);
         values_.clock = localTime_();
     }
     QPixmap& kept = pictures_[row];
     if (kept.isNull()) {
-        const std::string& script = scriptOf(project_, allMessages()[static_cast<std::size_t>(row)]);
+        const std::string& script = scriptOf(project, allMessages()[static_cast<std::size_t>(row)]);
+        const BitmapProvider& folder = folder_.bitmaps(project);
+        const MasterBitmaps ofMaster(folder);
         kept = QPixmap::fromImage(panel_->image(
-            firstSight(script, panel_->panel(), *formats_, values_, folder_.bitmaps(project_))));
+            firstSight(script, panel_->panel(), *formats_, values_, isMaster ? ofMaster : folder)));
         kept.setDevicePixelRatio(table_.devicePixelRatioF());
     }
     return kept;

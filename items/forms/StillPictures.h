@@ -16,6 +16,7 @@
 namespace orvista {
 
 class FolderCheck;
+class MasterView;
 class RowsTable;
 
 /// Draws into a table's cells what the display shows of each message first. A row is a message; its picture
@@ -24,8 +25,9 @@ class StillPictures final : public QStyledItemDelegate {
     Q_OBJECT
 public:
     /// \param localTime what fields of time and date show
+    /// \param master how the project is looked at; null where it is shown as it is
     StillPictures(RowsTable& table, const Project& project, FolderCheck& folder,
-                  std::function<LocalTime()> localTime);
+                  std::function<LocalTime()> localTime, const MasterView* master = nullptr);
 
     void setPanel(PanelSize panel);
     /// The project has changed.
@@ -44,6 +46,7 @@ private:
     RowsTable& table_;
     const Project& project_;
     FolderCheck& folder_;
+    const MasterView* master_;
     std::function<LocalTime()> localTime_;
     std::optional<PanelPicture> panel_;
 

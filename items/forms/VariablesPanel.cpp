@@ -19,8 +19,8 @@ VariablesPanel::VariablesPanel(ItemSources sources)
 
 void VariablesPanel::read() {
     const ItemSources& from = sources();
-    from.messages.update(from.project);
-    rows_ = variableRows(from.project, from.messages);
+    from.messages.update(from.shown());
+    rows_ = variableRows(from.shown(), from.messages);
 }
 
 TableRow VariablesPanel::cells(std::size_t row) const {

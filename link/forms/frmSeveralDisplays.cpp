@@ -1,5 +1,6 @@
 #include "link/forms/frmSeveralDisplays.h"
 
+#include "items/NotesFile.h"
 #include "link/ProjectSnapshot.h"
 #include "model/FileReplacing.h"
 #include "model/Files.h"
@@ -23,6 +24,7 @@
 
 #include <filesystem>
 #include <optional>
+#include <stdexcept>
 #include <system_error>
 
 namespace orvista {
@@ -65,6 +67,9 @@ frmSeveralDisplays::frmSeveralDisplays(Work work, QWidget* parent)
             refresh_.start();
     });
     connect(&process_, &FleetProcess::ended, this, &frmSeveralDisplays::processEnded);
+    for (FleetDisplay& display : work_.displays)
+        display.project = work_.projectFile; // however the list names it
+    rows_ = FleetRows(work_.displays);
     showRows();
     enableButtons();
 }
@@ -225,7 +230,7 @@ void frmSeveralDisplays::start(const std::vector<FleetDisplay>& displays, Task t
         const QStringList arguments = argumentsFor(task, writeList(displays));
         rows_.begin(displays);
         process_.start(shownPath(work_.program), arguments);
-    } catch (const std::system_error& failure) {
+    } catch (const std::runtime_error& failure) { // of the files, or of the notes
         work_.messages.show(MessageIcon::Exclamation, failure.what());
     }
     showRows();
@@ -239,6 +244,11 @@ std::string frmSeveralDisplays::writeList(const std::vector<FleetDisplay>& displ
     const std::string folder = paths.join(scratch_->path(), "project");
     std::filesystem::create_directory(systemPath(folder));
     const std::string copy = writeSnapshot(work_.project, folder);
+    if (work_.isMaster) {
+        ProjectNotes notes; // the rows say the rest
+        notes.masterList = "displays.csv";
+        changeNotes(notesPath(copy), {}, notes);
+    }
     std::vector<FleetDisplay> sent = displays;
     for (FleetDisplay& display : sent) {
         if (display.project == work_.projectFile)

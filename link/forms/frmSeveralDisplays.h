@@ -33,6 +33,8 @@ public:
         std::string projectFile; ///< its path
         std::string program;     ///< path of orvista
         Messages& messages;
+        bool isMaster = false;                   ///< each display gets its own project of it
+        std::vector<FleetDisplay> displays = {}; ///< the master's; shown at once
     };
     explicit frmSeveralDisplays(Work work, QWidget* parent = nullptr);
     ~frmSeveralDisplays() override;

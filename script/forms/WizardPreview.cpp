@@ -21,18 +21,26 @@ namespace orvista {
 
 namespace {
 
+/// Null for a project that is none.
+const MasterView* masterOf(const MasterView* view) {
+    return view != nullptr && view->isMaster() ? view : nullptr;
+}
+
 /// The panel's height, in lines of text, where there is room for it.
 constexpr int panelLines = 5;
 
 } // namespace
 
 WizardPreview::WizardPreview(const Project& project, int columns, const DisplayValues& values,
-                             QWidget* parent)
+                             const MasterView* master, QWidget* parent)
     : QWidget(parent),
       columns_(columns),
-      formats_(fieldFormats(project)),
+      formats_(fieldFormats(masterOf(master) ? master->shown() : project)),
       values_(values),
-      bitmaps_(project.ProjPath),
+      master_(masterOf(master)),
+      folderBitmaps_(project.ProjPath),
+      masterBitmaps_(folderBitmaps_),
+      bitmaps_(master_ ? static_cast<const BitmapProvider&>(masterBitmaps_) : folderBitmaps_),
       wizardPreview(named<PanelView>(QStringLiteral("wizardPreview"), LedRaster({columns}))),
       lblWizardFit(named<ElidedLabel>(QStringLiteral("lblWizardFit"))) {
     wizardPreview->setAccessibleName(tr("Preview of the page"));
@@ -56,7 +64,8 @@ QSize WizardPreview::minimumSizeHint() const {
 
 void WizardPreview::show(const MessageForm& form) {
     Programme programme({columns_}, formats_);
-    programme.add({}, BuildPartialScript(form, PathRules::native()), MarkedBitmaps(bitmaps_));
+    const std::string script = BuildPartialScript(form, PathRules::native());
+    programme.add({}, master_ ? master_->filled(script) : script, MarkedBitmaps(bitmaps_));
     if (programme.pageCount() == 0)
         return;
     const DrawnPage& page = programme.pages().front();

@@ -3,6 +3,8 @@
 #include "display/DisplayValues.h"
 #include "display/FieldFormats.h"
 #include "display/FolderBitmaps.h"
+#include "items/MasterBitmaps.h"
+#include "items/MasterView.h"
 #include "script/MessagePage.h"
 
 #include <QWidget>
@@ -21,8 +23,9 @@ class WizardPreview final : public QWidget {
 public:
     /// \param columns of the panel
     /// \param values that fields show
+    /// \param master how the project is looked at; null where it is shown as it is
     WizardPreview(const Project& project, int columns, const DisplayValues& values,
-                  QWidget* parent = nullptr);
+                  const MasterView* master = nullptr, QWidget* parent = nullptr);
 
     void show(const MessageForm& form);
 
@@ -36,7 +39,10 @@ private:
     int columns_;
     FieldFormats formats_;
     DisplayValues values_;
-    FolderBitmaps bitmaps_;
+    const MasterView* master_;
+    FolderBitmaps folderBitmaps_;
+    MasterBitmaps masterBitmaps_;
+    const BitmapProvider& bitmaps_;
     PanelView* wizardPreview;
     QLabel* lblWizardFit;
 };

@@ -59,8 +59,9 @@ void frmMessageEdit::explainVariables(std::function<QString(const QString&)> too
     variableFrame_->explainVariables(std::move(toolTipOf));
 }
 
-void frmMessageEdit::showPreview(const Project& project, int columns, const DisplayValues& values) {
-    preview_ = new WizardPreview(project, columns, values);
+void frmMessageEdit::showPreview(const Project& project, int columns, const DisplayValues& values,
+                                 const MasterView* master) {
+    preview_ = new WizardPreview(project, columns, values, master);
     static_cast<QGridLayout*>(layout())->addWidget(preview_, 4, 0, 1, 2);
     followControls();
     preview_->show(form());

@@ -16,6 +16,7 @@ namespace orvista {
 class BitmapFrame;
 class DeviceLineEdit;
 class EffectsFrame;
+class MasterView;
 class MessageColorFrame;
 class VariableFrame;
 class WizardPreview;
@@ -30,7 +31,9 @@ public:
 
     /// Shows under the controls what the page looks like on a panel. `project` must outlive the form.
     /// \param values that its fields show
-    void showPreview(const Project& project, int columns, const DisplayValues& values);
+    /// \param master how the project is looked at; null where it is shown as it is
+    void showPreview(const Project& project, int columns, const DisplayValues& values,
+                     const MasterView* master = nullptr);
 
     /// \param toolTipOf the tool-tip of a variable in the lists, as markup; empty for none
     void explainVariables(std::function<QString(const QString&)> toolTipOf);

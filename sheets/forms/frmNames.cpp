@@ -1,7 +1,11 @@
 #include "sheets/forms/frmNames.h"
 
 #include "items/AddressList.h"
+#include "model/PathRules.h"
+#include "model/ProjectFile.h"
+#include "sheets/MasterList.h"
 #include "sheets/forms/NamesTable.h"
+#include "widgets/FileChoice.h"
 #include "widgets/FormParts.h"
 
 #include <QCheckBox>
@@ -32,6 +36,8 @@ frmNames::frmNames(Work work, QWidget* parent)
       tblNames(named<NamesTable>(QStringLiteral("tblNames"), addressList(work_.project), work_.notes)),
       txtDisplayName(named<QLineEdit>(QStringLiteral("txtDisplayName"))),
       spnDisplayColumns(named<QSpinBox>(QStringLiteral("spnDisplayColumns"))),
+      txtMasterList(named<QLineEdit>(QStringLiteral("txtMasterList"))),
+      btnMasterList(namedButton(QStringLiteral("btnMasterList"), tr("C&hoose\u2026"))),
       lblNames(named<QLabel>(QStringLiteral("lblNames"))) {
     setObjectName(QStringLiteral("frmNames"));
     setWindowTitle(tr("Names and Display"));
@@ -42,7 +48,10 @@ frmNames::frmNames(Work work, QWidget* parent)
     connect(txtNamesFilter, &QLineEdit::textChanged, this, &frmNames::filter);
     connect(chkNamesUsed, &QCheckBox::toggled, this, &frmNames::filter);
     connect(tblNames, &NamesTable::edited, this, &frmNames::judge);
+    txtMasterList->setText(QString::fromStdString(work_.notes.masterList.value_or(std::string())));
     connect(txtDisplayName, &QLineEdit::textChanged, this, &frmNames::judge);
+    connect(txtMasterList, &QLineEdit::textChanged, this, &frmNames::judge);
+    connect(btnMasterList, &QPushButton::clicked, this, &frmNames::btnMasterList_Click);
     judge();
 }
 
@@ -53,18 +62,39 @@ void frmNames::buildLayout() {
     chkNamesUsed->setToolTip(tr("Only variables that a message shows, and messages that draw"));
     tblNames->setAccessibleName(tr("Names"));
     makeRoom(tblNames, {.characters = 130, .lines = 20});
-    txtDisplayName->setMaxLength(static_cast<int>(longestDisplayName));
-    txtDisplayName->setToolTip(tr("What people call the display, such as \"Line 3, gate\""));
-    spnDisplayColumns->setRange(noColumns, mostNotedColumns);
-    spnDisplayColumns->setSpecialValueText(tr("not noted"));
-    spnDisplayColumns->setToolTip(
-        tr("How many dots the display is wide, 32 to 512; preview and check go by it"));
     lblNames->setTextFormat(Qt::PlainText);
     lblNames->setWordWrap(true);
 
     auto* const above = new QHBoxLayout;
     above->addWidget(txtNamesFilter, 1);
     above->addWidget(chkNamesUsed);
+    const OkCancelBar buttons(this);
+    btnOK = buttons.btnOK;
+    btnOK->setToolTip(tr("Write the notes beside the project; the project itself stays as it is"));
+    connect(btnOK, &QPushButton::clicked, this, &frmNames::btnOK_Click);
+    connect(buttons.btnCancel, &QPushButton::clicked, this, &frmNames::reject);
+    auto* const layout = new QVBoxLayout(this);
+    layout->addLayout(buildDisplayRow());
+    layout->addLayout(buildMasterRow());
+    layout->addLayout(above);
+    layout->addWidget(tblNames, 1);
+    layout->addWidget(lblNames);
+    layout->addLayout(buttons.layout);
+    const std::array<QWidget*, 9> order{txtDisplayName,   spnDisplayColumns, txtMasterList, btnMasterList,
+                                        txtNamesFilter,   chkNamesUsed,      tblNames,      btnOK,
+                                        buttons.btnCancel};
+    for (std::size_t i = 1; i < order.size(); ++i)
+        setTabOrder(order[i - 1], order[i]);
+    tblNames->setFocus();
+}
+
+QLayout* frmNames::buildDisplayRow() {
+    txtDisplayName->setMaxLength(static_cast<int>(longestDisplayName));
+    txtDisplayName->setToolTip(tr("What people call the display, such as \"Line 3, gate\""));
+    spnDisplayColumns->setRange(noColumns, mostNotedColumns);
+    spnDisplayColumns->setSpecialValueText(tr("not noted"));
+    spnDisplayColumns->setToolTip(
+        tr("How many dots the display is wide, 32 to 512; preview and check go by it"));
     auto* const display = new QHBoxLayout;
     auto* const name = new QLabel(tr("&Display:"));
     name->setBuddy(txtDisplayName);
@@ -74,22 +104,33 @@ void frmNames::buildLayout() {
     display->addWidget(txtDisplayName, 1);
     display->addWidget(columns);
     display->addWidget(spnDisplayColumns);
-    const OkCancelBar buttons(this);
-    btnOK = buttons.btnOK;
-    btnOK->setToolTip(tr("Write the notes beside the project; the project itself stays as it is"));
-    connect(btnOK, &QPushButton::clicked, this, &frmNames::btnOK_Click);
-    connect(buttons.btnCancel, &QPushButton::clicked, this, &frmNames::reject);
-    auto* const layout = new QVBoxLayout(this);
-    layout->addLayout(display);
-    layout->addLayout(above);
-    layout->addWidget(tblNames, 1);
-    layout->addWidget(lblNames);
-    layout->addLayout(buttons.layout);
-    const std::array<QWidget*, 7> order{
-        txtDisplayName, spnDisplayColumns, txtNamesFilter, chkNamesUsed, tblNames, btnOK, buttons.btnCancel};
-    for (std::size_t i = 1; i < order.size(); ++i)
-        setTabOrder(order[i - 1], order[i]);
-    tblNames->setFocus();
+    return display;
+}
+
+QLayout* frmNames::buildMasterRow() {
+    txtMasterList->setPlaceholderText(tr("none: the project is for one display"));
+    txtMasterList->setClearButtonEnabled(true);
+    txtMasterList->setToolTip(tr("The table with a row of values for each display that this project is for, "
+                                 "relative to the project"));
+    btnMasterList->setToolTip(tr("Make the project a master: choose the list of its displays"));
+    auto* const list = new QLabel(tr("&Master, for the displays of:"));
+    list->setBuddy(txtMasterList);
+    auto* const row = new QHBoxLayout;
+    row->addWidget(list);
+    row->addWidget(txtMasterList, 1);
+    row->addWidget(btnMasterList);
+    return row;
+}
+
+void frmNames::btnMasterList_Click() {
+    const auto file = chooseFileToRead(
+        {tr("List of Displays"), {tr("Table (*.csv)"), tr("All files (*)")}, work_.project.ProjPath}, this);
+    if (!file)
+        return;
+    const std::string project =
+        DocMgrModule::projectFilePath(PathRules::native(), work_.project.ProjPath, work_.project.ProjName);
+    txtMasterList->setText(QString::fromStdString(notedListPath(project, file->path)));
+    txtMasterList->setFocus();
 }
 
 void frmNames::filter() {
@@ -103,6 +144,9 @@ ProjectNotes frmNames::noted() const {
     notes.columns.reset();
     if (spnDisplayColumns->value() > noColumns)
         notes.columns = spnDisplayColumns->value();
+    notes.masterList.reset();
+    if (const QString list = txtMasterList->text().trimmed(); !list.isEmpty())
+        notes.masterList = list.toStdString();
     return notes;
 }
 
@@ -118,6 +162,8 @@ void frmNames::judge() {
     const ProjectNotes notes = noted();
     const auto faults = noteFaults(notes);
     const QString name = QString::fromStdString(displayNameFault(notes.displayName));
+    const QString list =
+        QString::fromStdString(notes.masterList ? listPathFault(*notes.masterList) : std::string());
     tblNames->showFaults(faults);
     QString text = work_.hindrance;
     if (text.isEmpty() && !faults.empty())
@@ -125,6 +171,8 @@ void frmNames::judge() {
                                 QString::fromStdString(faults.front().text));
     else if (text.isEmpty() && !name.isEmpty())
         text = tr("The display's name %1").arg(name);
+    else if (text.isEmpty() && !list.isEmpty())
+        text = tr("The path of the list %1").arg(list);
     btnOK->setEnabled(text.isEmpty());
     lblNames->setText(text.isEmpty() ? tableText() : text);
 }

@@ -11,6 +11,7 @@
 
 class QCheckBox;
 class QLabel;
+class QLayout;
 class QLineEdit;
 class QPushButton;
 class QSpinBox;
@@ -36,10 +37,13 @@ public:
 
 private:
     void buildLayout();
+    QLayout* buildDisplayRow();
+    QLayout* buildMasterRow();
     void filter();
     void judge();
     QString tableText() const;
     ProjectNotes noted() const;
+    void btnMasterList_Click();
     void btnOK_Click();
 
     Work work_;
@@ -48,6 +52,8 @@ private:
     NamesTable* tblNames;
     QLineEdit* txtDisplayName;
     QSpinBox* spnDisplayColumns;
+    QLineEdit* txtMasterList;
+    QPushButton* btnMasterList;
     QLabel* lblNames;
     QPushButton* btnOK = nullptr;
 };

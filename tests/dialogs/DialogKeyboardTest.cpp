@@ -257,7 +257,7 @@ private:
             errors.add(2, "script", "is wrong");
             return std::make_unique<frmSheetErrors>("messages.csv", errors);
         });
-        add("names", okCancel,
+        add("names", okCancel + QStringList{"btnMasterList"},
             [this] { return std::make_unique<frmNames>(frmNames::Work{.project = project_}); });
         add("address list", okCancel, [] { return std::make_unique<frmAddressList>(); });
         addDisplayDialogs(add);

@@ -65,6 +65,15 @@ struct ComparingEditor : EditorFixture {
         trigger("miToolsCompareProject");
     }
 
+    /// Saves the project, and opens it again as the master of these displays.
+    void makeMaster(const QString& rows) {
+        trigger("miFileSave");
+        writeBytes(projectFolder.file("displays.csv"), ("name,address,port,line\n" + rows).toStdString());
+        writeBytes(projectFolder.file("Plant.notes.json"),
+                   R"({"version":1,"master":{"list":"displays.csv"}})");
+        openProject("Plant");
+    }
+
     /// Save, and an upload to that display.
     void saveAndUpload(const FtpTestServer& server) {
         trigger("miFileSave");
@@ -146,6 +155,8 @@ private slots:
     void anotherProjectHasNothingToBeComparedWith();
     void rowsOfAnItemThatIsNotAppliedSaySo();
     void comparesWithADisplay();
+    void comparesWithTheDisplaysOwnProjectOfAMaster();
+    void aDisplayThatAMastersListHasNotIsSaid();
     void aCancelledConnectionOpensNothing();
     void aDisplayThatRefusesIsSaidInTheBoxOfDownload();
     void aProjectThatCannotBeReadIsSaidInTheReadersOwnWords();
@@ -352,6 +363,43 @@ void ComparisonTest::comparesWithADisplay() {
              QStringLiteral("4 differences between this project and 127.0.0.1:%1").arg(server.port()));
     QVERIFY(editor.messages.shown.empty());
     QCOMPARE(filesBelow(editor.projectFolder.path()), mine);
+}
+
+void ComparisonTest::comparesWithTheDisplaysOwnProjectOfAMaster() {
+    const FtpTestServer server;
+    ComparingEditor editor;
+    Project own = otherProject();
+    own.STDMSG[2] = "CLEAR\r\nTEXT 0 0 RED BLACK \"Line 17 \"\r\nACT STILL 2000\r\n";
+    editor.saveAs(editor.other, own);
+    for (const char* const name : {"modbus.adr", "ilmvar.def", "stdmsg.ilm", "altmsg.ilm", "default.pls"})
+        server.put(name, fileBytes(editor.other.file(name)));
+    editor.project.STDMSG[2] = "CLEAR\r\nTEXT 0 0 RED BLACK \"Line {line:3}\"\r\nACT STILL 1000\r\n";
+    editor.makeMaster(QStringLiteral("Line 17,127.0.0.1,%1,17\nLine 18,127.0.0.1,%2,18\n")
+                          .arg(server.port())
+                          .arg(server.port() - 1));
+    connectTo(server);
+    editor.trigger("miToolsCompareDisplay");
+    QCOMPARE(editor.rows(), (otherRows.first(2) + QStringList{"STDMSG3|3|ACT STILL 1000|ACT STILL 2000"}));
+    QCOMPARE(editor.summary(), "3 differences between this project and Line 17");
+    editor.select(2);
+    QVERIFY(!editor.takeTheirs()->isEnabled());
+    editor.select(1);
+    QTest::mouseClick(editor.takeTheirs(), Qt::LeftButton);
+    QCOMPARE(editor.project.CoilVar[4].onText, "L\xE4uft");
+    QCOMPARE(editor.rows(), (otherRows.first(1) + QStringList{"STDMSG3|3|ACT STILL 1000|ACT STILL 2000"}));
+}
+
+void ComparisonTest::aDisplayThatAMastersListHasNotIsSaid() {
+    const FtpTestServer server;
+    ComparingEditor editor;
+    editor.saveAs(editor.other, otherProject());
+    for (const char* const name : {"modbus.adr", "ilmvar.def", "stdmsg.ilm", "altmsg.ilm", "default.pls"})
+        server.put(name, fileBytes(editor.other.file(name)));
+    editor.makeMaster(QStringLiteral("Line 18,127.0.0.1,%1,18\n").arg(server.port() - 1));
+    connectTo(server);
+    editor.trigger("miToolsCompareDisplay");
+    QCOMPARE(editor.notice(),
+             QStringLiteral("The list of displays has no display at 127.0.0.1:%1").arg(server.port()));
 }
 
 void ComparisonTest::aCancelledConnectionOpensNothing() {

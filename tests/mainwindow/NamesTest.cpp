@@ -22,6 +22,8 @@
 #include <QTableWidget>
 #include <QToolTip>
 
+#include <filesystem>
+
 using namespace orvista;
 using namespace orvista::testing;
 
@@ -144,6 +146,7 @@ private slots:
     void aProjectThatWasNeverSavedIsNotNoted();
     void whatAnotherProgramWroteMeanwhileStays();
     void whatCannotBeWrittenIsSaidAndTheDialogStays();
+    void theListOfAMasterIsChosenAndTakenOffAgain();
     void saveAsOffersTheNotes();
     void saveAsOffersNothingWhereThereAreNotes();
     void aDownloadOffersTheNotesOfTheProjectBefore();
@@ -412,6 +415,37 @@ void NamesTest::whatCannotBeWrittenIsSaidAndTheDialogStays() {
         press(dialog, "btnCancel");
     });
     QCOMPARE(fileBytes(plant.notesFile()), std::string("no notes"));
+}
+
+void NamesTest::theListOfAMasterIsChosenAndTakenOffAgain() {
+    const Plant plant(someNotes);
+    std::filesystem::create_directory(systemPath(plant.projectFolder.file("lists")));
+    const std::string list = plant.projectFolder.file("lists/displays.csv");
+    writeBytes(list, "name,address,line\nLine 1,10.0.0.1,1\n");
+    auto* const displays = plant.find<QComboBox>("cboPreviewDisplay");
+    plant.names([&list](QWidget& dialog) {
+        QCOMPARE(in<QLineEdit>(dialog, "txtMasterList").text(), QString());
+        onModal(QStringLiteral("comdlg"), [&list](QWidget* chooser) {
+            auto* const files = qobject_cast<QFileDialog*>(chooser);
+            files->selectFile(QString::fromStdString(list));
+            QMetaObject::invokeMethod(files, "accept");
+        });
+        press(dialog, "btnMasterList");
+        QCOMPARE(in<QLineEdit>(dialog, "txtMasterList").text(), "lists/displays.csv");
+        press(dialog, "btnOK");
+    });
+    QCOMPARE(plant.noted().masterList, std::optional<std::string>("lists/displays.csv"));
+    QCOMPARE(displays->count(), 2);
+    plant.names([](QWidget& dialog) {
+        auto& box = in<QLineEdit>(dialog, "txtMasterList");
+        box.setFocus();
+        box.selectAll();
+        QTest::keyClick(&box, Qt::Key_Delete);
+        QTest::keyClick(&box, Qt::Key_Return);
+    });
+    QCOMPARE(plant.noted().masterList, std::optional<std::string>());
+    QCOMPARE(plant.noted().displayName, std::string("Gate"));
+    QVERIFY(displays->isHidden());
 }
 
 void NamesTest::saveAsOffersTheNotes() {
