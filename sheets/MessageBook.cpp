@@ -140,8 +140,9 @@ void addFindings(MessageBook& book, const Findings& findings) {
 
 std::size_t mostPagesOfBook(int columns) {
     constexpr std::size_t most = 100;
-    constexpr std::size_t mostDotsAcross = most * mostNotedColumns; // of all pages beside each other
-    return std::min(most, mostDotsAcross / static_cast<std::size_t>(columns));
+    constexpr std::size_t fewest = 4;
+    constexpr std::size_t mostDotsAcross = most * PanelSize::usualColumns; // of all pages beside each other
+    return std::clamp(mostDotsAcross / static_cast<std::size_t>(columns), fewest, most);
 }
 
 MessageBook messageBook(const Project& project, const ProjectNotes& notes, const BitmapProvider& bitmaps,

@@ -56,7 +56,8 @@ struct BookWishes {
     UtcMoment moment = presentMoment(); ///< that fields with time and date show
 };
 
-/// Of one message. Pictures of very wide panels are fewer: a book stays in memory as a whole.
+/// Of one message. Those of panels wider than usual are fewer: a book stays in memory as a whole, and ends in
+/// time.
 std::size_t mostPagesOfBook(int columns);
 
 MessageBook messageBook(const Project& project, const ProjectNotes& notes, const BitmapProvider& bitmaps,

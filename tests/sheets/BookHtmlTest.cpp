@@ -202,12 +202,13 @@ TEST(MessageBook, CountsThePagesBeyondAHundred) {
     Project project;
     for (int page = 0; page < 300; ++page)
         project.STDMSG[0] += "CLEAR\r\nTEXT 0 0 RED BLACK \"x\"\r\nACT STILL 10\r\n";
-    const MessageBook made = messageBook(project, {}, NoBitmaps(), {.columns = 512});
+    const MessageBook made = messageBook(project, {}, NoBitmaps(), {});
     EXPECT_EQ(made.messages.at(0).pages.size(), 100U);
     EXPECT_EQ(made.messages.at(0).pagesLeftOut, 200U);
     EXPECT_EQ(made.messages.at(0).milliseconds, 3000);
     EXPECT_EQ(mostPagesOfBook(128), 100U);
-    EXPECT_EQ(mostPagesOfBook(PanelSize::maximumColumns), 12U);
+    EXPECT_EQ(mostPagesOfBook(512), 25U);
+    EXPECT_EQ(mostPagesOfBook(PanelSize::maximumColumns), 4U);
     project.STDMSG[0].resize(project.STDMSG[0].size() / 100);
     EXPECT_THAT(book(project, {}), Not(HasSubstr("more page")));
 }
