@@ -260,7 +260,15 @@ bool isLabelCharacter(char character) {
 } // namespace
 
 bool isReservedWord(std::string_view word) {
-    return std::ranges::binary_search(reservedWords, std::string_view(upperAscii(word)));
+    if (word.empty())
+        return false;
+    const char first = upperAscii(word.substr(0, 1)).front();
+    const auto firstOf = [](std::string_view one) { return one.front(); };
+    for (const auto* one = std::ranges::lower_bound(reservedWords, first, {}, firstOf);
+         one != reservedWords.end() && one->front() == first; ++one)
+        if (equalsIgnoringCase(*one, word))
+            return true;
+    return false;
 }
 
 std::string labelFault(std::string_view label) {

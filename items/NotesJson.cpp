@@ -109,6 +109,7 @@ private:
     }
 
     void readItems(const JsonValue& items) {
+        labels_.reserve(items.object()->size());
         for (const auto& [key, value] : *items.object()) {
             const auto item = itemNamed(key);
             if (!item || item->kind == Kind::AddressMap)
