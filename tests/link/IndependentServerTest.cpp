@@ -1,3 +1,4 @@
+#include "link/forms/DisplayAcceptance.h"
 #include "link/forms/TesterClient.h"
 #include "tests/support/ChildProcess.h"
 #include "tests/support/ScriptedPeople.h"
@@ -56,6 +57,7 @@ private slots:
     void theExamplesMeanWhatTheyShould();
     void everyCheckBoxSwitchesItsOwnCoil();
     void randomRequestsMeanWhatTheyShould();
+    void anAcceptanceSwitchesWhatItShould();
 
 private:
     /// What the server took of the request that `ask` made.
@@ -149,6 +151,28 @@ void IndependentServerTest::randomRequestsMeanWhatTheyShould() {
             written([&](TesterClient& client) { client.updateRegister(address, std::to_string(whole)); }),
             QStringLiteral("registers %1 %2,%3").arg(shown).arg(bits & 0xFFFF).arg(bits >> 16));
     }
+}
+
+void IndependentServerTest::anAcceptanceSwitchesWhatItShould() {
+    DisplayAcceptance acceptance(
+        "127.0.0.1", server_->port(),
+        AcceptanceRun(displayItems(project_), [](const AcceptanceRun& /*run*/) { return true; }));
+    const auto isWaiting = [&] { return acceptance.run().state() == AcceptanceRun::State::Waiting; };
+    acceptance.show({Kind::Regular, 0});
+    QTRY_VERIFY(isWaiting());
+    QCOMPARE(server_->nextWrite(), QStringLiteral("coils 320 1"));
+    acceptance.write({{{Kind::Float, 0}, {0xE979, 0x42F6}}, {{Kind::Float, 1}, {0x0000, 0x3F80}}});
+    QTRY_VERIFY(isWaiting());
+    QCOMPARE(server_->nextWrite(), QStringLiteral("registers 100 59769,17142,0,16256"));
+    acceptance.show({Kind::Emergency, 0});
+    QTRY_VERIFY(isWaiting());
+    QCOMPARE(server_->nextWrite(), QStringLiteral("registers 100 0,0,0,0"));
+    QCOMPARE(server_->nextWrite(), QStringLiteral("coils 320 0"));
+    QCOMPARE(server_->nextWrite(), QStringLiteral("coils 300 1"));
+    acceptance.end();
+    QTRY_VERIFY(acceptance.run().isOver());
+    QCOMPARE(server_->nextWrite(), QStringLiteral("coils 300 0"));
+    QVERIFY(acceptance.run().written().empty());
 }
 
 QTEST_GUILESS_MAIN(IndependentServerTest)
