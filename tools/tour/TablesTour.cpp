@@ -14,6 +14,7 @@
 #include <QSpinBox>
 #include <QTableWidget>
 #include <QTest>
+#include <QTextCursor>
 
 namespace orvista::tour {
 
@@ -193,6 +194,44 @@ void TablesTour::takesAnApplyBackByKey() {
     stage_.show("undone", "Taken back once more: box and preview show the message as it was.");
     hands.press(QStringLiteral("Ctrl+S"));
     QTRY_COMPARE(stage_.window().windowTitle(), "Orvista Message Editor - [STATION]");
+}
+
+void TablesTour::showsAMaster() {
+    const Hands hands = stage_.hands();
+    QFile list(stage_.projectFolder("station") + "/displays.csv");
+    QVERIFY(list.open(QIODevice::WriteOnly));
+    list.write("name,address,line,tank\nLine 17,192.168.1.117,17,Nord\nLine 18,192.168.1.118,18,West\n");
+    list.close();
+    nameMasterList(list.fileName());
+    hands.clickNode("trvMsg", "R30");
+    auto& box = hands.find<DeviceTextEdit>("txtMsg");
+    const QString before = box.toPlainText();
+    QTextCursor cursor(box.document());
+    cursor.select(QTextCursor::Document); // one step, to be taken back
+    cursor.insertText("CLEAR\nTEXTS 0 0 GREEN BLACK \"Line {line:3}\"\n"
+                      "TEXTS 0 8 ORANGE BLACK \"Tank {tank:6} full\"\nACT STILL 3000");
+    hands.pick("cboPreviewDisplay", "Line 18");
+    QTRY_COMPARE(box.extraSelections().size(), 2);
+    stage_.show("master", "A master has places; the preview shows the values of one of its displays.");
+    hands.pick("cboPreviewDisplay", "as typed");
+    box.undo();
+    QCOMPARE(box.toPlainText(), before);
+    nameMasterList({});
+    QVERIFY(list.remove());
+}
+
+void TablesTour::nameMasterList(const QString& path) {
+    stage_.inDialog("frmNames", [&](const Hands& dialog) {
+        if (path.isEmpty()) {
+            dialog.find<QLineEdit>("txtMasterList").clear();
+        } else {
+            stage_.answerWithFile(path);
+            dialog.click("btnMasterList");
+        }
+        dialog.click("btnOK");
+    });
+    stage_.hands().find<QAction>("miToolsNames").trigger();
+    QVERIFY(testing::allModalsServed());
 }
 
 } // namespace orvista::tour
