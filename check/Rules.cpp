@@ -305,7 +305,7 @@ displays.csv:
   name,address,tank
   Line 3,192.168.1.103,North)"},
     Rule{Code::PlaceValue, "place-value", Severity::Error,
-         "A value holds a character that it cannot have on the display",
+         "A value holds a character that a place cannot take",
          "The display has the characters of Windows-1252, but no control characters. A quote would end the "
          "text around the place, and a line end its line. Write the value with other characters.",
          R"(STDMSG1:
