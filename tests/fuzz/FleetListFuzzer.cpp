@@ -1,5 +1,6 @@
 #include "tests/fuzz/ReaderRun.h"
 
+#include "script/Places.h"
 #include "sheets/FleetSheet.h"
 
 /// Any bytes are a list of displays: it is refused, and what can be read of it are displays that come back as
@@ -22,7 +23,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     SheetErrors none;
     const auto again = readFleetSheet(fleetSheet(displays), {"/", {}}, none);
     require(none.none() && again.size() == displays.size());
-    for (std::size_t i = 0; i < again.size(); ++i)
+    for (std::size_t i = 0; i < again.size(); ++i) {
         require(again[i].name == displays[i].name && again[i].address == displays[i].address);
+        require(again[i].columns == displays[i].columns);
+        for (const std::string& name : displays[i].values.names())
+            if (isPlaceName(name))
+                require(*again[i].values.find(name) == *displays[i].values.find(name));
+    }
     return 0;
 }
