@@ -1,5 +1,6 @@
 #include "console/Commands.h"
 
+#include "console/GivenProject.h"
 #include "console/JsonText.h"
 #include "console/ListHead.h"
 #include "console/NotesBeside.h"
@@ -29,6 +30,7 @@ namespace {
 
 struct AddressesOptions {
     std::string project;
+    std::vector<std::string> displays; ///< of a master
     std::string output;
     std::string separator = ",";
     std::string prefix;
@@ -155,24 +157,32 @@ std::string listIn(Format format, std::span<const AddressRow> rows, const Projec
                           options.utf8 ? StructuredTextLetters::Utf8 : StructuredTextLetters::Ascii);
 }
 
+ExitStatus listAddressesOf(const ProjectView& view, Format format, const AddressesOptions& options) {
+    const std::string output = fileOfDisplay(options.output, options.displays, view);
+    ReadFiles files;
+    files.addProject(options.project);
+    files.add(options.templateFile);
+    files.expectApart(output);
+    expectFilled(view);
+    auto rows = addressList(view.project, options.usedOnly ? AddressRows::UsedOnly : AddressRows::All);
+    addNotes(rows, view.notes);
+    const std::string text = listIn(format, rows, view.project, view.notes, options);
+    if (output.empty())
+        print(text, Reader::Program);
+    else
+        writeFile(output, text);
+    return ExitStatus::Well;
+}
+
 ExitStatus listAddresses(const AddressesOptions& options) {
     const Format format = formatOf(options);
     separatorOf(options);
     expectFormat(options, format);
-    ReadFiles files;
-    files.addProject(options.project);
-    files.add(options.templateFile);
-    files.expectApart(options.output);
-    const Project project = readWholeProject(options.project, options.notWhole);
-    const ProjectNotes notes = notesBeside(options.project);
-    auto rows = addressList(project, options.usedOnly ? AddressRows::UsedOnly : AddressRows::All);
-    addNotes(rows, notes);
-    const std::string text = listIn(format, rows, project, notes, options);
-    if (options.output.empty())
-        print(text, Reader::Program);
-    else
-        writeFile(options.output, text);
-    return ExitStatus::Well;
+    if (options.output.empty() && mayNameSeveral(options.displays))
+        throw CommandFailure(ExitStatus::Unusable, "the lists of several displays are written with -o");
+    GivenProject given(options.project, readWholeProject(options.project, options.notWhole));
+    return given.eachView(options.displays,
+                          [&](const ProjectView& view) { return listAddressesOf(view, format, options); });
 }
 
 } // namespace
@@ -202,6 +212,7 @@ void addAddresses(CLI::App& program, Run& run) {
                      "Fill this file, such as one of share/templates, and write what it makes")
         ->type_name("TEMPLATE");
     command->add_flag("--utf8", options->utf8, "Comments of a file .st in UTF-8, else in plain ASCII");
+    addDisplayNames(*command, options->displays);
     addNotWhole(*command, options->notWhole);
     command->footer(
         "Examples:\n"

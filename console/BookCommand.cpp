@@ -1,11 +1,11 @@
 #include "console/Commands.h"
 
+#include "console/GivenProject.h"
 #include "console/ListHead.h"
 #include "console/NotesBeside.h"
 #include "console/Output.h"
 #include "console/Projects.h"
 #include "console/ReadFiles.h"
-#include "display/FolderBitmaps.h"
 #include "items/AcceptanceFile.h"
 #include "model/Text.h"
 #include "sheets/BookHtml.h"
@@ -17,6 +17,7 @@
 #include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace orvista::console {
 
@@ -24,6 +25,7 @@ namespace {
 
 struct BookOptions {
     std::string project;
+    std::vector<std::string> displays; ///< of a master
     std::string output;
     std::string accepted;
     std::optional<int> columns;
@@ -42,27 +44,33 @@ std::optional<Acceptance> acceptanceIn(const std::string& file) {
     return std::move(reading.acceptance);
 }
 
-ExitStatus writeBook(const BookOptions& options) {
-    if (!endsWithIgnoringCase(options.output, ".html") && !endsWithIgnoringCase(options.output, ".htm"))
-        throw CommandFailure(ExitStatus::Unusable, options.output + " does not end in .html");
+ExitStatus writeBookOf(const ProjectView& view, const BookOptions& options) {
+    const std::string output = fileOfDisplay(options.output, options.displays, view);
     ReadFiles files;
     files.addProject(options.project);
     files.add(options.accepted);
-    files.expectApart(options.output);
+    files.expectApart(output);
+    expectFilled(view);
     auto acceptance = acceptanceIn(options.accepted);
-    const Project project = readWholeProject(options.project, options.notWhole);
-    const ProjectNotes notes = notesBeside(options.project);
-    const BookWishes wishes{.columns = panelColumns(options.columns, notes),
+    const BookWishes wishes{.columns = panelColumns(options.columns, view.notes),
                             .addresses = options.usedOnly ? AddressRows::UsedOnly : AddressRows::All,
                             .widest = options.widest};
-    MessageBook book = messageBook(project, notes, FolderBitmaps(project.ProjPath), wishes);
+    MessageBook book = messageBook(view.project, view.notes, ViewBitmaps(view).provider(), wishes);
     book.acceptance = std::move(acceptance);
-    const AddressHead head = listHead(project, notes, wishes.moment);
-    writeFile(options.output, bookHtml(book, project, head));
+    const AddressHead head = listHead(view.project, view.notes, wishes.moment);
+    writeFile(output, bookHtml(book, view.project, head));
     if (!book.acceptance || !isOfAnotherProject(*book.acceptance, head))
         return ExitStatus::Well;
     complain(options.accepted + " is of another project: the display held " + book.acceptance->fingerprint);
     return ExitStatus::Found;
+}
+
+ExitStatus writeBook(const BookOptions& options) {
+    if (!endsWithIgnoringCase(options.output, ".html") && !endsWithIgnoringCase(options.output, ".htm"))
+        throw CommandFailure(ExitStatus::Unusable, options.output + " does not end in .html");
+    GivenProject given(options.project, readWholeProject(options.project, options.notWhole));
+    return given.eachView(options.displays,
+                          [&](const ProjectView& view) { return writeBookOf(view, options); });
 }
 
 } // namespace
@@ -75,6 +83,7 @@ void addBook(CLI::App& program, Run& run) {
     command->add_option("-o,--output", options->output, "The page to write; its pictures are in it")
         ->type_name("FILE.html")
         ->required();
+    addDisplayNames(*command, options->displays);
     addPanelColumns(*command, options->columns);
     command->add_flag("--used", options->usedOnly,
                       "Addresses only of variables that a message shows, and messages that draw");

@@ -3,9 +3,11 @@
 #include "check/FileFindings.h"
 #include "check/FindingList.h"
 #include "check/Fixing.h"
+#include "check/MasterCheck.h"
 #include "check/ProjectCheck.h"
 #include "console/FindingText.h"
 #include "console/FixJson.h"
+#include "console/GivenProject.h"
 #include "console/JsonText.h"
 #include "console/NotesBeside.h"
 #include "console/Output.h"
@@ -27,6 +29,7 @@ namespace {
 
 struct CheckOptions {
     std::vector<std::string> projects;
+    std::vector<std::string> displays; ///< of masters
     std::optional<int> columns;
     bool strict = false;
     bool notes = false;
@@ -45,37 +48,84 @@ struct Report {
     std::set<int> columns; ///< of the displays
 };
 
-Json objectOf(const std::string& project, const Finding& finding, Fixing& fixing) {
+/// \param fixing null where what is found is not mended in the project itself
+Json objectOf(const std::string& project, const ProjectView& view, const Finding& finding, Fixing* fixing) {
     Json object = findingObject(project, finding);
+    if (view.display != nullptr)
+        object["display"] = view.display->name;
     Json fixes = Json::array();
-    if (finding.rule().fixes != Fixes::None)
-        for (const Fix& fix : fixing.fixesOf(finding))
+    if (fixing != nullptr && finding.rule().fixes != Fixes::None)
+        for (const Fix& fix : fixing->fixesOf(finding))
             fixes.push_back(fixObject(fix));
     object["fixes"] = fixes;
     return object;
 }
 
-void checkOne(const std::string& path, const CheckOptions& options, Report& report) {
-    FileRemarks remarks;
-    const Project project = readProject(path, &remarks);
-    const FolderBitmaps bitmaps(project.ProjPath);
-    const int columns = panelColumns(options.columns, notesBeside(path));
-    report.columns.insert(columns);
-    Findings findings = fileFindings(remarks);
-    append(findings,
-           checkProject(project, bitmaps, columns, options.notes ? Notes::Included : Notes::LeftOut));
-    Fixing fixing(project, bitmaps, columns);
-    for (const Finding& finding : findings.list) {
-        if (options.json)
-            report.list.push_back(objectOf(path, finding, fixing));
-        else
-            report.lines.push_back(findingText(path, finding));
+/// Checks one project that was named: as it is, or as its displays have it.
+class CheckedProject {
+public:
+    CheckedProject(const std::string& path, const CheckOptions& options, Report& report)
+        : path_(path),
+          options_(options),
+          report_(report),
+          given_(path, readProject(path, &remarks_)),
+          bitmaps_(given_.project().ProjPath) {
+        if (given_.master() != nullptr)
+            check_.emplace(*given_.master(), bitmaps_);
     }
-    if (findings.notListed() > 0)
-        complain(path + ": and " + decimalText(findings.notListed()) + " more");
-    report.errors += findings.counts.errors;
-    report.warnings += findings.counts.warnings;
-}
+
+    void run() {
+        Findings found = fileFindings(remarks_);
+        if (check_ && !options_.displays.empty()) { // what the file lost, all displays lack
+            tell(given_.itself(), found);
+            found = {};
+        }
+        given_.eachView(options_.displays, [&](const ProjectView& view) {
+            Findings ofView = found;
+            append(ofView, findingsIn(view));
+            tell(view, ofView);
+            return ExitStatus::Well;
+        });
+    }
+
+private:
+    int columnsOf(const ProjectView& view) const { return panelColumns(options_.columns, view.notes); }
+
+    Findings findingsIn(const ProjectView& view) {
+        const int columns = columnsOf(view);
+        const Notes notes = options_.notes ? Notes::Included : Notes::LeftOut;
+        report_.columns.insert(columns);
+        if (!check_)
+            return checkProject(view.project, bitmaps_, columns, notes);
+        if (view.display == nullptr)
+            return check_->checkItself(columns, notes);
+        return check_->check({view.project, view.placeErrors, view.errorsNotListed}, columns, notes);
+    }
+
+    void tell(const ProjectView& view, const Findings& findings) {
+        std::optional<Fixing> fixing;
+        if (!check_)
+            fixing.emplace(view.project, bitmaps_, columnsOf(view));
+        for (const Finding& finding : findings.list) {
+            if (options_.json)
+                report_.list.push_back(objectOf(path_, view, finding, fixing ? &*fixing : nullptr));
+            else
+                report_.lines.push_back(findingText(view.title, finding));
+        }
+        if (findings.notListed() > 0)
+            complain(view.title + ": and " + decimalText(findings.notListed()) + " more");
+        report_.errors += findings.counts.errors;
+        report_.warnings += findings.counts.warnings;
+    }
+
+    const std::string& path_;
+    const CheckOptions& options_;
+    Report& report_;
+    FileRemarks remarks_;
+    GivenProject given_;
+    FolderBitmaps bitmaps_;
+    std::optional<MasterCheck> check_; ///< of a master
+};
 
 /// Null where the projects' displays differ.
 Json columnsOf(const Report& report, const CheckOptions& options) {
@@ -92,7 +142,7 @@ ExitStatus checkAll(const CheckOptions& options) {
             progress.show(decimalText(i + 1) + " of " + decimalText(options.projects.size()) + ": " +
                           options.projects[i]);
         try {
-            checkOne(options.projects[i], options, report);
+            CheckedProject(options.projects[i], options, report).run();
         } catch (const CommandFailure& failure) {
             progress.clear();
             complain(failure.what());
@@ -122,6 +172,7 @@ void addCheck(CLI::App& program, Run& run) {
     const auto options = std::make_shared<CheckOptions>();
     CLI::App* command = program.add_subcommand("check", "Tell what will go wrong on the display");
     command->add_option("PROJECT", options->projects, "Project files, .orx")->required();
+    addDisplayNames(*command, options->displays);
     addPanelColumns(*command, options->columns);
     command->add_flag("--strict", options->strict, "End with status 1 on warnings, too");
     command->add_flag("--notes", options->notes, "Name variables that are set up and shown by no message");
@@ -130,7 +181,8 @@ void addCheck(CLI::App& program, Run& run) {
         "Examples:\n"
         "  orvista check PUMPSTATION.orx\n"
         "  orvista check --strict --columns 256 plant/*.orx\n"
-        "  orvista check --json PUMPSTATION.orx\n\n"
+        "  orvista check --json PUMPSTATION.orx\n"
+        "  orvista check PLANT.orx --display \"Line 17,Line 18\"\n\n"
         "Ends with status 0 when there is no error, 1 when there is one, 2 when a project cannot be read.");
     command->callback([options, &run] { run = [options] { return checkAll(*options); }; });
 }

@@ -17,6 +17,8 @@ namespace orvista::console {
 using Run = std::function<ExitStatus()>;
 
 void addCheck(CLI::App& program, Run& run);
+void addExpand(CLI::App& program, Run& run);
+void addMaster(CLI::App& program, Run& run);
 void addShow(CLI::App& program, Run& run);
 void addAddresses(CLI::App& program, Run& run);
 void addBook(CLI::App& program, Run& run);

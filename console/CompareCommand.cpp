@@ -4,8 +4,10 @@
 #include "console/CompareList.h"
 #include "console/HeldContents.h"
 #include "console/JsonText.h"
+#include "console/MasterRows.h"
 #include "console/Output.h"
 #include "console/Projects.h"
+#include "link/FleetResult.h"
 #include "model/FileNames.h"
 #include "model/Numbers.h"
 #include "model/Quotation.h"
@@ -34,7 +36,8 @@ using Json = nlohmann::ordered_json;
 struct CompareOptions {
     std::string before;
     std::string after;
-    FleetOptions fleet; ///< for a list; "--json" counts without one, too
+    std::vector<std::string> displays; ///< of a master
+    FleetOptions fleet;                ///< for a list; "--json" counts without one, too
     bool notWhole = false;
 };
 
@@ -192,38 +195,86 @@ void printJson(const CompareOptions& options, const ContentsComparison& comparis
           Reader::Program);
 }
 
-/// \throws CommandFailure
-ContentsComparison comparisonOf(const CompareOptions& options) {
-    try {
-        const HeldContents before(options.before, options.notWhole);
-        const HeldContents after(options.after, options.notWhole);
-        return compareContents(before.contents(), after.contents());
-    } catch (const std::system_error& failure) { // of bitmaps, and of the folder for what is fetched
-        throw CommandFailure(ExitStatus::Unusable, failure.what());
+/// Two sides that are compared once, or for one display of a master after the other.
+class ComparedSides {
+public:
+    /// \throws CommandFailure, as all others
+    explicit ComparedSides(const CompareOptions& options)
+        : before_(options.before, options.notWhole), after_(options.after, options.notWhole) {}
+
+    ContentsComparison comparison() const { return compareContents(before_.contents(), after_.contents()); }
+
+    /// \param tell is given each comparison, and what the sides are called in it
+    template <typename Tell>
+    ExitStatus eachDisplay(const CompareOptions& options, Tell&& tell) {
+        HeldContents& leading = before_.isMaster() ? before_ : after_;
+        if (!leading.isMaster())
+            throw CommandFailure(ExitStatus::Unusable, "--display takes a master");
+        return leading.given()->eachView(options.displays, [&](const ProjectView& view) {
+            CompareOptions titled = options;
+            const DisplayContents before = contentsFor(*view.display, before_, titled.before);
+            const DisplayContents after = contentsFor(*view.display, after_, titled.after);
+            return tell(titled, compareContents(before, after));
+        });
     }
-}
+
+private:
+    static DisplayContents contentsFor(const FleetDisplay& display, HeldContents& side, std::string& title) {
+        if (!side.isMaster())
+            return side.contents();
+        const auto rows = displaysNamed({display.name}, side.given()->displays());
+        const ProjectView view = side.given()->of(rows.front());
+        title = view.title;
+        return contentsOf(view);
+    }
+
+    HeldContents before_;
+    HeldContents after_;
+};
 
 void expectSides(const CompareOptions& options) {
-    if (options.fleet.list.empty() && options.after.empty())
+    const FleetOptions& fleet = options.fleet;
+    if (!fleet.list.empty() && !options.displays.empty())
+        throw CommandFailure(ExitStatus::Unusable,
+                             "--display chooses from the master's own list, not --list");
+    if (!fleet.hasList() && options.after.empty())
         throw CommandFailure(ExitStatus::Unusable, "compare takes two projects or displays, or --list");
-    if (!options.fleet.list.empty() && !options.after.empty())
+    if (!fleet.list.empty() && !options.after.empty())
         throw CommandFailure(ExitStatus::Unusable, "with --list, compare takes at most a project");
-    const bool wantsList =
-        options.fleet.onlyChanges || !options.fleet.report.empty() || !options.fleet.journal.empty();
-    if (wantsList && options.fleet.list.empty())
+    if (fleet.wantsResults() && !fleet.hasList())
         throw CommandFailure(ExitStatus::Unusable, "--only-changes, --report and --journal take --list");
 }
 
-ExitStatus compare(const CompareOptions& options) {
-    expectSides(options);
-    if (!options.fleet.list.empty())
-        return compareList(options.fleet, options.before, options.notWhole);
-    const ContentsComparison comparison = comparisonOf(options);
+ExitStatus tell(const CompareOptions& options, const ContentsComparison& comparison) {
     if (options.fleet.json)
         printJson(options, comparison);
     else
         printText(options, comparison);
     return comparison.isEqual() ? ExitStatus::Well : ExitStatus::Found;
+}
+
+ExitStatus compareSides(const CompareOptions& options) {
+    try {
+        ComparedSides sides(options);
+        return options.displays.empty() ? tell(options, sides.comparison())
+                                        : sides.eachDisplay(options, &tell);
+    } catch (const std::system_error& failure) { // of bitmaps, and of the folder for what is fetched
+        throw CommandFailure(ExitStatus::Unusable, failure.what());
+    }
+}
+
+ExitStatus compare(CompareOptions options) {
+    // A master's displays are at their own addresses.
+    if (options.fleet.list.empty() && options.after.empty() && !options.displays.empty())
+        options.fleet.chosen = masterRows(options.before, options.displays, {});
+    expectSides(options);
+    if (options.fleet.chosen.size() == 1 && !options.fleet.wantsResults()) {
+        options.after = displayArgument(options.fleet.chosen.front().address);
+        return compareSides(options);
+    }
+    if (options.fleet.hasList())
+        return compareList(options.fleet, options.before, options.notWhole);
+    return compareSides(options);
 }
 
 } // namespace
@@ -234,6 +285,7 @@ void addCompare(CLI::App& program, Run& run) {
     command->add_option("A", options->before,
                         "A project file, .orx, or a display: NAME, NAME:PORT, [IPv6]:PORT");
     command->add_option("B", options->after, "What it is compared with, a project or a display");
+    addDisplayNames(*command, options->displays);
     addFleetOptions(*command, options->fleet);
     command->get_option("--json")->description(
         "JSON instead of text; with --list a line for each change, the results last");
@@ -245,12 +297,15 @@ void addCompare(CLI::App& program, Run& run) {
                     "  orvista compare PUMPSTATION.orx 192.168.1.103\n"
                     "  orvista compare yesterday/PUMPSTATION.orx PUMPSTATION.orx\n"
                     "  orvista compare --json 192.168.1.103 192.168.1.104:7001\n"
-                    "  orvista compare --list displays.csv --only-changes --report differing.csv\n\n"
+                    "  orvista compare --list displays.csv --only-changes --report differing.csv\n"
+                    "  orvista compare PLANT.orx --display \"Line 17\"\n\n"
                     "With --list, each display with its project; A is then the project of displays without "
                     "one, and\n"
                     "the results are equal, different, failed, and refused (the project cannot be read or is "
                     "not\n"
-                    "whole); status 1 when one is not equal.\n\n"
+                    "whole); status 1 when one is not equal. With --display, each of these displays of a "
+                    "master with\n"
+                    "its own project; B is then the display at the row's address, unless it is given.\n\n"
                     "Nothing changes on either side. Bitmaps that no message shows are named and do not "
                     "count. Ends with\n"
                     "status 0 when both are equal, 1 when they differ, 2 when one cannot be read.");

@@ -2,7 +2,9 @@
 #include "model/SystemPath.h"
 
 #include "compare/DisplayContents.h"
+#include "console/CompareList.h"
 #include "console/FleetCommand.h"
+#include "console/GivenProject.h"
 #include "console/ProjectDelivery.h"
 #include "console/Projects.h"
 #include "link/DisplayAddress.h"
@@ -26,6 +28,8 @@ namespace fs = std::filesystem;
 struct DownloadOptions {
     FleetOptions fleet;
     std::string output;
+    bool hasOutput = false;
+    std::string against; ///< path of a master
     bool dated = false;
 };
 
@@ -113,9 +117,22 @@ ExitStatus downloadFromMany(DownloadOptions options) {
                                     const Interruption&) { prepareTasks(tasks, options, scratch); });
 }
 
+/// Writes nothing.
+ExitStatus compareAgainst(const DownloadOptions& options) {
+    if (options.fleet.list.empty() || options.hasOutput || options.dated)
+        throw CommandFailure(ExitStatus::Unusable, "--against takes --list, and writes nothing");
+    if (listOfMaster(options.against).empty())
+        throw CommandFailure(ExitStatus::Unusable, options.against + " is no master");
+    return compareList(options.fleet, options.against, false);
+}
+
 ExitStatus download(const DownloadOptions& options) {
     if (options.fleet.displays.empty() == options.fleet.list.empty())
         throw CommandFailure(ExitStatus::Unusable, "download takes either --from or --list");
+    if (!options.against.empty())
+        return compareAgainst(options);
+    if (!options.hasOutput)
+        throw CommandFailure(ExitStatus::Unusable, "--output is required; see orvista download --help");
     if (options.dated && options.fleet.list.empty())
         throw CommandFailure(ExitStatus::Unusable, "--dated takes --list");
     return downloadFromMany(options);
@@ -136,15 +153,20 @@ void addDownload(CLI::App& program, Run& run) {
         ->add_option("-o,--output", options->output,
                      "The project file to write; .orx may be left out. With --list, the folder for one "
                      "folder of each display")
-        ->type_name("PATH")
-        ->required();
+        ->type_name("PATH");
+    command
+        ->add_option("--against", options->against,
+                     "With --list, write nothing: tell which displays differ from their project of this "
+                     "master, and in what")
+        ->type_name("MASTER");
     command->add_flag("--dated", options->dated,
                       "With --list, a folder of this moment (UTC) in each display's folder");
     command->footer(
         "Examples:\n"
         "  orvista download --from 192.168.1.103 -o fetched/PUMPSTATION.orx\n"
         "  orvista download --list displays.csv -o backup\n"
-        "  orvista download --list displays.csv --dated -o backup\n\n"
+        "  orvista download --list displays.csv --dated -o backup\n"
+        "  orvista download --list displays.csv --against PLANT.orx\n\n"
         "Fetches all files of a display or none and saves the project as the editor does, with the "
         "display's\n"
         "address. A list of displays has the columns name, address, port; NAME is saved as NAME/NAME.orx, "
@@ -153,7 +175,10 @@ void addDownload(CLI::App& program, Run& run) {
         "bitmaps\n"
         "that the display no longer has are named as kept. A display that holds no project is failed.\n"
         "Ends with status 1 when a display failed, 2 when nothing was begun.");
-    command->callback([options, &run] { run = [options] { return download(*options); }; });
+    command->callback([options, command, &run] {
+        options->hasOutput = command->count("--output") > 0;
+        run = [options] { return download(*options); };
+    });
 }
 
 } // namespace orvista::console

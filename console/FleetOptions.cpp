@@ -100,8 +100,9 @@ WatchInput watchInput(const FleetOptions& options) {
 }
 
 ChosenDisplays chosenDisplays(const FleetOptions& options, const FleetDefaults& defaults) {
-    ChosenDisplays chosen = options.list.empty() ? ChosenDisplays{namedDisplays(options, defaults), {}}
-                                                 : listedDisplays(options, defaults);
+    ChosenDisplays chosen = !options.chosen.empty() ? ChosenDisplays{options.chosen, {}}
+                            : options.list.empty()  ? ChosenDisplays{namedDisplays(options, defaults), {}}
+                                                    : listedDisplays(options, defaults);
     expectOutputsApart(options, chosen.displays);
     return chosen;
 }

@@ -20,12 +20,18 @@ namespace orvista::console {
 struct FleetOptions {
     std::vector<std::string> displays;
     std::string list;
+    std::vector<FleetDisplay> chosen = {}; ///< rows of a master's list, in place of both
     std::size_t jobs = 8;
     bool json = false;
     bool untilInputEnds = false;
     std::string journal;
     std::string report;       ///< of those that write one
     bool onlyChanges = false; ///< leaves out displays that are equal
+
+    /// Whether the displays come from a list, this one or a master's own.
+    bool hasList() const { return !list.empty() || !chosen.empty(); }
+    /// Whether the results are wanted in a manner that only lists have.
+    bool wantsResults() const { return onlyChanges || !report.empty() || !journal.empty(); }
 };
 
 /// Adds the options that all of these commands have, but for the displays themselves.

@@ -9,7 +9,8 @@ namespace orvista::console {
 
 HeldContents::HeldContents(const std::string& argument, bool notWhole) {
     if (endsWithIgnoringCase(argument, DocMgrModule::projectExtension)) {
-        contents_ = DisplayContents::ofProject(readWholeProject(argument, notWhole));
+        given_.emplace(argument, readWholeProject(argument, notWhole));
+        contents_ = contentsOf(given_->itself());
         return;
     }
     const DisplayAddress display = transferAddress(argument);
@@ -17,6 +18,11 @@ HeldContents::HeldContents(const std::string& argument, bool notWhole) {
     fetchDisplay(display, fetched_->path());
     readFetchedProject(fetched_->path(), argument); // says what cannot be read
     contents_ = DisplayContents::ofFolder(fetched_->path());
+}
+
+DisplayContents contentsOf(const ProjectView& view) {
+    expectFilled(view);
+    return DisplayContents::ofProject(view.project);
 }
 
 } // namespace orvista::console

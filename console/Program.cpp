@@ -114,6 +114,8 @@ ExitStatus runCommand(std::vector<std::string> arguments) {
     addNames(program, run);
     addCompare(program, run);
     addFingerprint(program, run);
+    addMaster(program, run);
+    addExpand(program, run);
     addFix(program, run);
     addMend(program, run);
     addNew(program, run);

@@ -1,5 +1,6 @@
 #include "console/ProjectDelivery.h"
 
+#include "items/NotesFile.h"
 #include "link/TransferredFiles.h"
 #include "link/ftp/DownloadStaging.h"
 #include "model/FolderLookup.h"
@@ -83,6 +84,8 @@ std::vector<std::string> deliverProject(const std::string& from, const std::stri
         bring(std::string(name), deviceFileOnDisk(paths, paths.join(target.folder, name)));
     for (const std::string& name : bitmaps)
         bring(name, paths.join(target.folder, name));
+    if (const auto notes = paths.split(notesPath(from)); fs::exists(systemPath(notesPath(from))))
+        bring(notes.value().name, notesPath(to));
     staging.complete();
     std::vector<std::string> kept = bitmapsOfFolder(target.folder);
     std::erase_if(kept,

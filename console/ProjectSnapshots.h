@@ -2,6 +2,7 @@
 
 #include "console/CommandFailure.h"
 #include "console/FleetTask.h"
+#include "console/GivenProject.h"
 #include "console/Interruption.h"
 
 #include <map>
@@ -9,6 +10,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace orvista::console {
 
@@ -20,7 +22,8 @@ struct SnapshotWishes {
     bool fingerprints = false;
 };
 
-/// The projects of displays, each as it was when the command began. \see writeSnapshot
+/// The projects of displays, each as it was when the command began; of a master, each display's own. \see
+/// writeSnapshot
 class ProjectSnapshots {
 public:
     /// Ends early when the command is interrupted: projects not reached have neither a path nor a refusal.
@@ -35,19 +38,24 @@ public:
     std::optional<ExitStatus> worst() const { return worst_; }
 
 private:
+    using Key = std::pair<std::string, std::string>;
+
     struct Snapshot {
         std::string path;        ///< of the project file; empty where the project is refused
         std::string refusal;     ///< why
         std::string fingerprint; ///< empty where it is not asked for or cannot be known
     };
 
-    Snapshot snapshotOf(const std::string& path);
-    void write(const std::string& path, Snapshot& snapshot);
+    GivenProject& given(const std::string& path);
+    Key keyOf(const FleetDisplay& display) const;
+    void takeSnapshot(const FleetDisplay& display);
+    void write(const ProjectView& view, Snapshot& snapshot);
     void refuse(Snapshot& snapshot, const CommandFailure& why);
 
     std::string scratch_;
     SnapshotWishes wishes_;
-    std::map<std::string, Snapshot> snapshots_; ///< by the project's path
+    std::map<std::string, GivenProject> given_; ///< by path
+    std::map<Key, Snapshot> snapshots_; ///< by the project's path, and of a master by the display's name
     std::optional<ExitStatus> worst_;
 };
 

@@ -1,5 +1,6 @@
 #include "console/Commands.h"
 
+#include "console/GivenProject.h"
 #include "console/NotesBeside.h"
 #include "console/OptionChecks.h"
 #include "console/Picture.h"
@@ -7,7 +8,6 @@
 #include "console/ReadFiles.h"
 #include "console/ValuesOption.h"
 #include "display/FirstSight.h"
-#include "display/FolderBitmaps.h"
 #include "display/Programme.h"
 #include "display/RasterAt.h"
 #include "model/Item.h"
@@ -16,6 +16,7 @@
 
 #include <memory>
 #include <optional>
+#include <utility>
 #include <vector>
 
 namespace orvista::console {
@@ -25,6 +26,7 @@ namespace {
 struct ShowOptions {
     std::string project;
     std::vector<std::string> items;
+    std::vector<std::string> displays; ///< of a master
     PictureOptions picture;
     std::optional<std::int64_t> moment;
     std::string values = "default";
@@ -44,21 +46,29 @@ MessageCoils coilsOf(const std::vector<std::string>& items, const ProjectNotes& 
     return coils;
 }
 
-ExitStatus showMessages(ShowOptions options) {
-    const ProjectNotes notes = notesBeside(options.project);
-    const MessageCoils coils = coilsOf(options.items, notes);
-    options.picture.columns = panelColumns(options.picture.columns, notes);
-    expectPicture(options.picture);
-    expectApartFromProject(options.picture.file, options.project);
-    const Project project = readProject(options.project);
+ExitStatus showView(const ProjectView& view, const ShowOptions& options, PictureOptions picture) {
+    const MessageCoils coils = coilsOf(options.items, view.notes);
+    picture.columns = panelColumns(picture.columns, view.notes);
+    expectPicture(picture);
+    expectFilled(view);
     const DisplayValues values =
-        namedValues(withoutAssignedLabels(options.values, notes), project).at(localTimeNow());
-    const FolderBitmaps bitmaps(project.ProjPath);
+        namedValues(withoutAssignedLabels(options.values, view.notes), view.project).at(localTimeNow());
+    const ViewBitmaps bitmaps(view);
     const Programme programme =
-        deviceProgramme(project, coils, PlayList::inOrder(), bitmaps, {options.picture.width()});
+        deviceProgramme(view.project, coils, PlayList::inOrder(), bitmaps.provider(), {picture.width()});
     const LedRaster raster =
         options.moment ? rasterAt(programme, values, *options.moment) : firstSight(programme, values);
-    return writePicture(options.picture, raster, programme, bitmaps);
+    return writePicture(picture, raster, programme, bitmaps.provider());
+}
+
+ExitStatus showMessages(const ShowOptions& options) {
+    GivenProject given(options.project, readProject(options.project));
+    return given.eachView(options.displays, [&](const ProjectView& view) {
+        PictureOptions picture = options.picture;
+        picture.file = fileOfDisplay(picture.file, options.displays, view);
+        expectApartFromProject(picture.file, options.project);
+        return showView(view, options, std::move(picture));
+    });
 }
 
 } // namespace
@@ -81,6 +91,7 @@ void addShow(CLI::App& program, Run& run) {
                      "when its entering effect is over")
         ->type_name("MS")
         ->check(wholeNumbersFrom(0));
+    addDisplayNames(*command, options->displays);
     addPictureSize(*command, options->picture);
     command
         ->add_option(
@@ -93,10 +104,12 @@ void addShow(CLI::App& program, Run& run) {
                     "  orvista show PUMPSTATION.orx STDMSG3 -o level.png\n"
                     "  orvista show PUMPSTATION.orx STDMSG3 --at 1500 --columns 96 --scale 4 -o level.png\n"
                     "  orvista show PUMPSTATION.orx STDMSG3 STDMSG4 --at 12000 -o plant.png\n"
-                    "  orvista show PUMPSTATION.orx STDMSG3 --values widest -o level.png\n\n"
+                    "  orvista show PUMPSTATION.orx STDMSG3 --values widest -o level.png\n"
+                    "  orvista show PLANT.orx STDMSG3 --display all -o level.png\n\n"
                     "Bitmaps that the display cannot show are named, and the status is 1. Several messages "
                     "are played as the display plays them: one after\n"
-                    "the other, and only the emergency messages where there are any.");
+                    "the other, and only the emergency messages where there are any. Of several displays "
+                    "of a master\nthe picture of Line 17 is \"level-Line 17.png\".");
     command->callback([options, &run] { run = [options] { return showMessages(*options); }; });
 }
 

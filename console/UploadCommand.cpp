@@ -1,6 +1,8 @@
 #include "console/Commands.h"
 
 #include "console/FleetCommand.h"
+#include "console/GivenProject.h"
+#include "console/MasterRows.h"
 #include "console/ProjectSnapshots.h"
 #include "console/Projects.h"
 #include "link/DisplayAddress.h"
@@ -20,6 +22,7 @@ namespace {
 struct UploadOptions {
     FleetOptions fleet;
     std::string project;
+    std::vector<std::string> names; ///< of displays of a master
     bool check = false;
     bool skipEqual = false;
     bool verify = false;
@@ -73,7 +76,13 @@ void takeProjectFromDisplays(UploadOptions& options) {
 
 ExitStatus upload(UploadOptions options) {
     takeProjectFromDisplays(options);
-    if (options.fleet.displays.empty() == options.fleet.list.empty())
+    if (options.fleet.list.empty())
+        options.fleet.chosen = masterRows(options.project, options.names, options.fleet.displays);
+    else if (!options.names.empty())
+        throw CommandFailure(ExitStatus::Unusable,
+                             "--display chooses from the master's own list, not --list");
+    const bool hasDisplays = !options.fleet.displays.empty() || !options.fleet.chosen.empty();
+    if (hasDisplays == !options.fleet.list.empty())
         throw CommandFailure(ExitStatus::Unusable, "upload takes either --to or --list");
     return uploadToMany(options);
 }
@@ -88,6 +97,7 @@ void addUpload(CLI::App& program, Run& run) {
         ->add_option("--to", options->fleet.displays,
                      "Displays: NAME, NAME:PORT or [IPv6]:PORT; port " + decimalText(fileTransfer.port))
         ->type_name("DISPLAY");
+    addDisplayNames(*command, options->names);
     addFleetOptions(*command, options->fleet);
     command->add_flag("--check", options->check, "Send nothing where the check finds an error");
     command->add_flag("--skip-equal", options->skipEqual, "Pass over displays that have the project already");
@@ -100,11 +110,14 @@ void addUpload(CLI::App& program, Run& run) {
         "Examples:\n"
         "  orvista upload PUMPSTATION.orx --to 192.168.1.103\n"
         "  orvista upload PUMPSTATION.orx --to 192.168.1.103 192.168.1.104:7001 --verify\n"
-        "  orvista upload --list displays.csv --check --skip-equal --report results.csv\n\n"
+        "  orvista upload --list displays.csv --check --skip-equal --report results.csv\n"
+        "  orvista upload PLANT.orx --display \"Line 17,Line 18\" --check\n\n"
         "The list's port and project may be empty; the project is relative to the list's folder. PROJECT is\n"
         "sent to the displays without one. Results: done, equal, failed, half (some files\n"
         "arrived), refused (the project cannot be read, is not whole or has errors: the displays of others\n"
         "get theirs all the same).\n"
+        "Each display of a master gets its own project: the displays are rows of the master's list, named\n"
+        "by --display or found by the address --to, or those of --list.\n"
         "Ends with status 1 when a display failed, 2 when nothing was begun.");
     command->callback([options, &run] { run = [options] { return upload(*options); }; });
 }

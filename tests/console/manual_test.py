@@ -178,6 +178,14 @@ class Manual(ProgramTest):
             return display.modbus if speaks_modbus else display.address
         return re.sub(r"192\.168\.1\.(\d+)(?::\d+)?", address, line)
 
+    def write_master(self, displays):
+        """The example with a place, and a list with its values; rows are called by the last number of their addresses."""
+        master = re.sub(rb'(TEXT[^"\r\n]*)"[^"\r\n]*"', rb'\1"{tank:8}"', (self.folder / PROJECT).read_bytes(), count=1)
+        (self.folder / "PLANT.orx").write_bytes(master)
+        rows = [f"Line {number[1:]},127.0.0.1,{display.port},,{number},Tank{number}" for number, display in displays.items()]
+        for name in ("displays.csv", "test.csv"):
+            (self.folder / name).write_text("\n".join(["name,address,port,project,line,tank", *rows]))
+
     def write_list(self, displays, project=""):
         rows = [f"line {number},127.0.0.1,{display.port},{project}" for number, display in displays.items()]
         (self.folder / "displays.csv").write_text("\n".join(["name,address,port,project", *rows]))
@@ -193,10 +201,44 @@ class Manual(ProgramTest):
             found = re.findall(pattern, (SOURCE / name).read_text("utf-8"), re.S | re.M)
             lines = [self.on_displays(html.unescape(line), displays) for block in found for line in block.splitlines()]
             self.assertGreaterEqual(len(lines), least, name)
-            for line in lines:
+            for line in (line for line in lines if "PLANT.orx" not in line):
                 with self.subTest(name=name, line=line):
                     self.assertEqual(self.shell(line), (0, b""))
             (self.folder / "LINE3.orx").unlink(missing_ok=True)
+
+    def test_every_command_about_masters_runs(self):
+        displays = {"117": self.display(), "118": self.display()}
+        self.write_master(displays)
+        for name, pattern, least in (("docs/help/master.html", r"<pre>(.*?)</pre>", 11), ("docs/help/command-line.html", r"<pre>(.*?)</pre>", 3),
+                                     ("README.md", r"^    (orvista .*?)$", 3)):
+            found = re.findall(pattern, (SOURCE / name).read_text("utf-8"), re.S | re.M)
+            lines = [html.unescape(line) for block in found for line in block.splitlines()]
+            lines = [self.on_displays(line, displays) for line in lines if line.startswith("orvista ") and ("PLANT.orx" in line)]
+            self.assertGreaterEqual(len(lines), least, name)
+            for line in lines:
+                with self.subTest(name=name, line=line):
+                    self.assertEqual(self.shell(line), (0, b""))
+        self.assertTrue((self.folder / "lines" / "Line 17" / "Line 17.orx").is_file())
+
+    def test_the_whole_way_of_a_master_runs(self):
+        displays = {"117": self.display(), "118": self.display()}
+        self.write_master(displays)
+        (self.folder / "log").mkdir()
+        text = (SOURCE / "docs" / "fleet.md").read_text("utf-8").split("## One master, many displays")[1]
+        lines = [line for line in re.findall(r"^    (.*)$", text, re.M) if "orvista " in line]
+        self.assertEqual(len(lines), 5)
+        lines = [re.sub(r"^(?:[\d*]+ ){5}", "", line).replace("/srv/master", str(self.folder)).replace("/var/log/orvista", str(self.folder / "log"))
+                 for line in lines]
+        for line in lines:
+            self.assertEqual(self.shell(line), (0, b""), line)
+        logs = self.folder / "log"
+        self.assertEqual(logs.joinpath("plant.log").read_text().count("done"), 3)  # a line each, and the sum
+        self.assertEqual(logs.joinpath("against.log").read_text().splitlines()[-1], "2 equal")
+        table = (self.folder / "displays.csv").read_text().replace("Tank118", "Tank118 is too wide")
+        (self.folder / "displays.csv").write_text(table)
+        for line, status in zip(lines[1:], (1, 1, 1, 1)):
+            self.assertEqual(self.shell(line)[0], status, line)
+        self.assertIn("Line 18: refused", logs.joinpath("plant.log").read_text())
 
     def test_the_build_servers_step_checks_and_publishes(self):
         text = (SOURCE / "docs" / "fleet.md").read_text("utf-8")
@@ -226,7 +268,7 @@ class Manual(ProgramTest):
         self.write_list(displays, PROJECT)
         (self.folder / "log").mkdir()
         text = (SOURCE / "docs" / "fleet.md").read_text("utf-8")
-        lines = re.findall(r"^    (?:[\d*]+ ){5}((?:cd|orvista) .*)$", text, re.M)
+        lines = re.findall(r"^    (?:[\d*]+ ){5}((?:cd /srv/plant|orvista) .*)$", text, re.M)
         self.assertEqual(len(lines), 3)
         lines = [line.replace("/srv/plant", str(self.folder)).replace("/srv/backup", str(self.folder / "backup"))
                  .replace("/var/log/orvista", str(self.folder / "log")) for line in lines]
@@ -274,6 +316,18 @@ class Manual(ProgramTest):
         script = "ansible-playbook -i displays.ini upload.yml"
         for changed in (1, 0):
             status, error = self.shell(f"HOME={self.folder} ANSIBLE_NOCOLOR=1 {script} >play.log 2>&1")
+            log = (self.folder / "play.log").read_text()
+            self.assertEqual((status, error), (0, b""), log)
+            self.assertEqual(log.count(f"changed={changed} "), 2, log)
+
+    @unittest.skipUnless(shutil.which("ansible-playbook"), "Ansible is not installed")
+    def test_the_play_of_a_master_sends_each_display_its_own(self):
+        self.write_master({"117": self.display(), "118": self.display()})
+        self.expect(0, "master", "PLANT.orx", "--list", "displays.csv")
+        (self.folder / "plant.ini").write_text(self.fleet_page("[plant]"))
+        (self.folder / "plant.yml").write_text(self.fleet_page("- hosts: plant"))
+        for changed in (1, 0):
+            status, error = self.shell(f"HOME={self.folder} ANSIBLE_NOCOLOR=1 ansible-playbook -i plant.ini plant.yml >play.log 2>&1")
             log = (self.folder / "play.log").read_text()
             self.assertEqual((status, error), (0, b""), log)
             self.assertEqual(log.count(f"changed={changed} "), 2, log)

@@ -15,7 +15,7 @@ GOLDEN = SOURCE / "tests" / "sheets" / "golden"
 EXAMPLE = SOURCE / "examples" / "pumpstation"
 PROJECT = "PUMPSTATION.orx"
 COMMANDS = (["check"], ["compare"], ["fingerprint"], ["show"], ["addresses"], ["book"], ["messages", "export"], ["messages", "import"],
-            ["variables", "export"], ["variables", "import"], ["names", "export"], ["names", "import"], ["fix"], ["mend"], ["new"], ["upload"], ["download"], ["read"], ["switch"], ["write"],
+            ["variables", "export"], ["variables", "import"], ["names", "export"], ["names", "import"], ["fix"], ["mend"], ["new"], ["master"], ["expand"], ["upload"], ["download"], ["read"], ["switch"], ["write"],
             ["help"], ["version"])
 
 # What starts the tests may ignore these, as nohup and a script's background do, and the program keeps to that.
