@@ -41,23 +41,23 @@ std::vector<FleetResult> FleetRun::run(Interruption& interruption) {
     return std::move(results_);
 }
 
-/// The next display's turn. False when there is none left.
+/// Takes on the next display. False when there is none left.
 bool FleetRun::begin() {
     if (next_ == tasks_.size())
         return false;
-    Turn turn;
-    turn.task = next_++;
-    turn.began = Clock::now();
-    const FleetTask& task = tasks_[turn.task];
+    ActiveTask active;
+    active.index = next_++;
+    active.began = Clock::now();
+    const FleetTask& task = tasks_[active.index];
     if (task.refusal.empty())
-        start(std::move(turn));
+        start(std::move(active));
     else
-        finish(turn, {FleetOutcome::Refused, task.refusal, 0});
+        finish(active, {FleetOutcome::Refused, task.refusal, 0});
     return true;
 }
 
-void FleetRun::start(Turn turn) {
-    const std::string request = requestBytes(tasks_[turn.task].request);
+void FleetRun::start(ActiveTask active) {
+    const std::string request = requestBytes(tasks_[active.index].request);
     std::unique_ptr<ChildProcess> process;
     if (!idle_.empty()) {
         process = std::move(idle_.back());
@@ -71,17 +71,17 @@ void FleetRun::start(Turn turn) {
             process->write(request); // where that fails, nothing is read from it either
         }
         processes_.push_back(std::move(process));
-        turns_.push_back(std::move(turn));
+        activeTasks_.push_back(std::move(active));
     } catch (const std::system_error& failure) {
-        finish(turn, failedTransfer("its process could not be started: " + failure.code().message()));
+        finish(active, failedTransfer("its process could not be started: " + failure.code().message()));
     }
 }
 
 void FleetRun::takeWhatCame() {
     for (std::size_t i = 0; i < processes_.size();) {
-        const bool goesOn = processes_[i]->read(turns_[i].unread);
-        takeReports(turns_[i]);
-        if (goesOn && !turns_[i].end) {
+        const bool goesOn = processes_[i]->read(activeTasks_[i].unread);
+        takeReports(activeTasks_[i]);
+        if (goesOn && !activeTasks_[i].end) {
             ++i;
             continue;
         }
@@ -89,56 +89,56 @@ void FleetRun::takeWhatCame() {
         if (goesOn && next_ < tasks_.size())
             idle_.push_back(std::move(processes_[i]));
         processes_.erase(processes_.begin() + place);
-        Turn over = std::move(turns_[i]);
-        turns_.erase(turns_.begin() + place);
+        ActiveTask over = std::move(activeTasks_[i]);
+        activeTasks_.erase(activeTasks_.begin() + place);
         finish(over, over.end ? *std::move(over.end)
                               : endedFromOutside(over.sending, over.arrived, "its process ended"));
     }
 }
 
-void FleetRun::takeReports(Turn& turn) {
-    std::string_view rest = turn.unread;
+void FleetRun::takeReports(ActiveTask& active) {
+    std::string_view rest = active.unread;
     while (auto report = takeReport(rest)) {
         if (report->end)
-            turn.end = std::move(report->end);
+            active.end = std::move(report->end);
         else if (report->state)
-            note(turn, *std::move(report->state));
+            note(active, *std::move(report->state));
     }
-    turn.unread = std::string(rest);
+    active.unread = std::string(rest);
 }
 
-void FleetRun::note(Turn& turn, DisplayState state) {
+void FleetRun::note(ActiveTask& active, DisplayState state) {
     if (state.state == sendingState && !state.file.empty()) {
-        turn.sending.resize(state.files);
-        turn.sending.push_back(state.file);
-        turn.arrived = state.files;
+        active.sending.resize(state.files);
+        active.sending.push_back(state.file);
+        active.arrived = state.files;
     } else if (state.state == verifyingState) {
-        turn.arrived = turn.sending.size();
+        active.arrived = active.sending.size();
     }
-    turn.of = std::max(turn.of, state.of);
-    const FleetResult& result = results_[turn.task];
+    active.of = std::max(active.of, state.of);
+    const FleetResult& result = results_[active.index];
     state.name = result.name;
     state.address = result.address;
-    state.seconds = std::chrono::duration<double>(Clock::now() - turn.began).count();
+    state.seconds = std::chrono::duration<double>(Clock::now() - active.began).count();
     output_.show(state);
 }
 
-void FleetRun::finish(Turn& turn, TransferEnd end) {
-    const FleetTask& task = tasks_[turn.task];
+void FleetRun::finish(ActiveTask& active, TransferEnd end) {
+    const FleetTask& task = tasks_[active.index];
     if (end.outcome == FleetOutcome::Done && task.complete)
         end = task.complete(std::move(end));
-    FleetResult& result = results_[turn.task];
+    FleetResult& result = results_[active.index];
     result.end = std::move(end);
-    result.seconds = std::chrono::duration<double>(Clock::now() - turn.began).count();
-    output_.show(task, result, turn.of);
+    result.seconds = std::chrono::duration<double>(Clock::now() - active.began).count();
+    output_.show(task, result, active.of);
 }
 
 void FleetRun::endAll() {
     idle_.clear();
     processes_.clear();
-    for (Turn& turn : std::exchange(turns_, {}))
-        finish(turn,
-               turn.end ? *std::move(turn.end) : endedFromOutside(turn.sending, turn.arrived, "interrupted"));
+    for (ActiveTask& active : std::exchange(activeTasks_, {}))
+        finish(active, active.end ? *std::move(active.end)
+                                  : endedFromOutside(active.sending, active.arrived, "interrupted"));
     for (; next_ < tasks_.size(); ++next_)
         output_.show(tasks_[next_], results_[next_], 0);
 }

@@ -30,8 +30,8 @@ private:
     using Clock = std::chrono::steady_clock;
 
     /// A display that is being worked on.
-    struct Turn {
-        std::size_t task = 0;
+    struct ActiveTask {
+        std::size_t index = 0; ///< of its task
         Clock::time_point began;
         std::string unread;               ///< the beginning of a report
         std::vector<std::string> sending; ///< names of the files that were sent so far, and are
@@ -41,11 +41,11 @@ private:
     };
 
     bool begin();
-    void start(Turn turn);
+    void start(ActiveTask active);
     void takeWhatCame();
-    void takeReports(Turn& turn);
-    void note(Turn& turn, DisplayState state);
-    void finish(Turn& turn, TransferEnd end);
+    void takeReports(ActiveTask& active);
+    void note(ActiveTask& active, DisplayState state);
+    void finish(ActiveTask& active, TransferEnd end);
     void endAll();
 
     std::vector<FleetTask> tasks_;
@@ -56,7 +56,7 @@ private:
     std::vector<FleetResult> results_;
     std::size_t next_ = 0;
     std::vector<std::unique_ptr<ChildProcess>> processes_;
-    std::vector<Turn> turns_;                         ///< of each process
+    std::vector<ActiveTask> activeTasks_;             ///< of each process
     std::vector<std::unique_ptr<ChildProcess>> idle_; ///< done with their display
 };
 
