@@ -23,14 +23,18 @@ constexpr std::array<std::string_view, fleetColumns.size() + 1> listColumns{
     fleetColumns[fleetColumn::Project], "columns"};
 constexpr std::size_t columnsColumn = fleetColumns.size();
 
-/// The heads behind the known ones; what is no name is added to the errors.
+/// The heads behind the known ones. Where one is no name, which is added to the errors, none of them counts.
 std::shared_ptr<const ListedValues::Names> valueNames(const SheetReader& sheet, SheetErrors& errors) {
-    for (const std::string& head : sheet.furtherHeads())
-        if (!isPlaceName(head))
-            errors.add(1, {},
-                       quotation(head) + " is no name of values: a name is a letter, then letters, digits " +
-                           "and _");
-    return std::make_shared<const ListedValues::Names>(sheet.furtherHeads());
+    bool areNames = true;
+    for (const std::string& head : sheet.furtherHeads()) {
+        if (isPlaceName(head))
+            continue;
+        errors.add(1, {},
+                   quotation(head) + " is no name of values: a name is a letter, then letters, digits " +
+                       "and _");
+        areNames = false;
+    }
+    return areNames ? std::make_shared<const ListedValues::Names>(sheet.furtherHeads()) : nullptr;
 }
 
 std::optional<int> panelColumnsOf(SheetReader& sheet) {
@@ -47,13 +51,24 @@ std::optional<int> panelColumnsOf(SheetReader& sheet) {
     return std::nullopt;
 }
 
+/// What the sheet's reader has found to be wrong already.
+bool holdsNul(const SheetReader& sheet) {
+    for (std::size_t column = 0; column < listColumns.size(); ++column)
+        if (sheet.cell(column).find('\0') != std::string::npos)
+            return true;
+    return false;
+}
+
 std::vector<FleetRow> rowsOf(SheetReader& sheet, SheetErrors& errors) {
     std::vector<FleetRow> rows;
     const auto names = valueNames(sheet, errors);
-    while (sheet.next())
-        rows.push_back({sheet.row(), sheet.cell(fleetColumn::Name), sheet.cell(fleetColumn::Address),
-                        sheet.cell(fleetColumn::Port), sheet.cell(fleetColumn::Project),
-                        panelColumnsOf(sheet), ListedValues(names, sheet.furtherCells())});
+    while (sheet.next()) {
+        const auto columns = panelColumnsOf(sheet);
+        if (!holdsNul(sheet))
+            rows.push_back({sheet.row(), sheet.cell(fleetColumn::Name), sheet.cell(fleetColumn::Address),
+                            sheet.cell(fleetColumn::Port), sheet.cell(fleetColumn::Project), columns,
+                            ListedValues(names, sheet.furtherCells())});
+    }
     return rows;
 }
 

@@ -27,8 +27,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         require(again[i].name == displays[i].name && again[i].address == displays[i].address);
         require(again[i].columns == displays[i].columns);
         for (const std::string& name : displays[i].values.names())
-            if (isPlaceName(name))
-                require(*again[i].values.find(name) == *displays[i].values.find(name));
+            require(isPlaceName(name) && *again[i].values.find(name) == *displays[i].values.find(name));
     }
     return 0;
 }
