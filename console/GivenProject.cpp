@@ -131,12 +131,13 @@ void GivenProject::readList(const std::string& path) {
 }
 
 ProjectView GivenProject::itself() const {
-    return {path_, master_ ? master_->itself() : project_, notes_, master_.has_value()};
+    return {path_, path_, master_ ? master_->itself() : project_, notes_, master_.has_value()};
 }
 
 ProjectView GivenProject::of(const FleetDisplay& display) const {
     Expansion expansion = expectMaster().expand(display);
-    return {path_ + " (" + display.name + ")",
+    return {path_,
+            path_ + " (" + display.name + ")",
             std::move(expansion.project),
             expandedNotes(notes_, display),
             true,

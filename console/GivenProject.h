@@ -22,6 +22,7 @@ namespace orvista::console {
 
 /// What a command works on: a project as it is, a master itself, or the project of one of its displays.
 struct ProjectView {
+    std::string path;  ///< of the project that was given
     std::string title; ///< "PLANT.orx", "PLANT.orx (Line 17)"
     Project project;
     ProjectNotes notes;                       ///< of this project

@@ -118,7 +118,8 @@ void ProjectSnapshots::write(const ProjectView& view, Snapshot& snapshot) {
     }
     const std::string folder = PathRules::native().join(scratch_, decimalText(snapshots_.size()));
     std::filesystem::create_directory(systemPath(folder));
-    snapshot.path = writeSnapshot(view.project, folder);
+    snapshot.path = view.isMaster ? ofMasters_[view.path].write(view.project, folder)
+                                  : writeSnapshot(view.project, folder);
 }
 
 void ProjectSnapshots::refuse(Snapshot& snapshot, const CommandFailure& why) {

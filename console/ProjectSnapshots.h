@@ -4,6 +4,7 @@
 #include "console/FleetTask.h"
 #include "console/GivenProject.h"
 #include "console/Interruption.h"
+#include "link/ProjectSnapshot.h"
 
 #include <map>
 #include <optional>
@@ -55,6 +56,7 @@ private:
     std::string scratch_;
     SnapshotWishes wishes_;
     std::map<std::string, GivenProject> given_; ///< by path
+    std::map<std::string, SimilarSnapshots> ofMasters_;
     std::map<Key, Snapshot> snapshots_; ///< by the project's path, and of a master by the display's name
     std::optional<ExitStatus> worst_;
 };

@@ -11,6 +11,18 @@
 
 namespace orvista {
 
+namespace {
+
+/// Another name for the file, or a copy where the disk has no such names.
+void nameAgain(const std::string& file, const std::string& path) {
+    std::error_code error;
+    std::filesystem::create_hard_link(systemPath(file), systemPath(path), error);
+    if (error)
+        std::filesystem::copy_file(systemPath(file), systemPath(path));
+}
+
+} // namespace
+
 std::string writeSnapshot(const Project& project, const std::string& folder) {
     const PathRules paths = PathRules::native();
     std::string projectFile = DocMgrModule::projectFilePath(paths, folder, project.ProjName);
@@ -27,6 +39,37 @@ std::string writeSnapshot(const Project& project, const std::string& folder) {
         std::filesystem::copy_file(systemPath(paths.join(project.ProjPath, name)),
                                    systemPath(paths.join(folder, name)));
     return projectFile;
+}
+
+std::string SimilarSnapshots::write(const Project& project, const std::string& folder) {
+    const PathRules paths = PathRules::native();
+    const bool isFirst = first_.empty();
+    for (const DeviceFile* const file : deviceFiles) {
+        const std::string name(file->name);
+        MemorySink bytes;
+        file->write(bytes, project);
+        if (!isFirst && files_[name] == bytes.bytes()) {
+            nameAgain(paths.join(first_, name), paths.join(folder, name));
+            continue;
+        }
+        FileSink sink(paths.join(folder, name));
+        sink.write(bytes.bytes());
+        sink.close();
+        if (isFirst)
+            files_[name] = bytes.bytes();
+    }
+    if (isFirst)
+        bitmaps_ = bitmapsOfFolder(project.ProjPath);
+    for (const std::string& name : bitmaps_) {
+        if (isFirst)
+            std::filesystem::copy_file(systemPath(paths.join(project.ProjPath, name)),
+                                       systemPath(paths.join(folder, name)));
+        else
+            nameAgain(paths.join(first_, name), paths.join(folder, name));
+    }
+    if (isFirst)
+        first_ = folder;
+    return DocMgrModule::projectFilePath(paths, folder, project.ProjName);
 }
 
 } // namespace orvista

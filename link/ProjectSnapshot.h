@@ -2,7 +2,9 @@
 
 #include "model/Project.h"
 
+#include <map>
 #include <string>
+#include <vector>
 
 namespace orvista {
 
@@ -13,5 +15,18 @@ namespace orvista {
 /// \returns the path of the project file there
 /// \throws std::system_error
 std::string writeSnapshot(const Project& project, const std::string& folder);
+
+/// Snapshots of projects that differ in a few texts, all with the same folder of bitmaps: each has the files
+/// that are sent, and what is the same as in the first is that file under another name.
+class SimilarSnapshots {
+public:
+    /// As writeSnapshot(), but the project file is not there. \param folder beside the first one
+    std::string write(const Project& project, const std::string& folder);
+
+private:
+    std::string first_;                        ///< folder; empty for none yet
+    std::map<std::string, std::string> files_; ///< the device files there, by name
+    std::vector<std::string> bitmaps_;
+};
 
 } // namespace orvista
