@@ -68,13 +68,14 @@ std::optional<UtcMoment> utcMoment(std::string_view text) {
     constexpr std::string_view form = "0000-00-00T00:00:00Z";
     if (text.size() != form.size())
         return std::nullopt;
-    const auto year = numberAt(text, 0, 4, 9999);
+    constexpr std::size_t lastWholeYear = 2261; // the clock counts nanoseconds from 1970 in 64 bits
+    const auto year = numberAt(text, 0, 4, lastWholeYear);
     const auto month = numberAt(text, 5, 2, 12);
     const auto day = numberAt(text, 8, 2, 31);
     const auto hour = numberAt(text, 11, 2, 23);
     const auto minute = numberAt(text, 14, 2, 59);
     const auto second = numberAt(text, 17, 2, 59);
-    if (!year || !month || !day || !hour || !minute || !second)
+    if (!year || *year < 1970 || !month || !day || !hour || !minute || !second)
         return std::nullopt;
     const std::chrono::year_month_day date(std::chrono::year(static_cast<int>(*year)),
                                            std::chrono::month(*month), std::chrono::day(*day));

@@ -19,7 +19,8 @@ std::string utcFolderName(UtcMoment moment);
 
 /// "2026-11-22T03:15:00Z"
 std::string utcText(UtcMoment moment);
-/// The moment of such a text; nothing for any other, or one of a day that the calendar does not have.
+/// The moment of such a text, from 1970 to 2261; nothing for any other, or one of a day that the calendar
+/// does not have.
 std::optional<UtcMoment> utcMoment(std::string_view text);
 
 } // namespace orvista

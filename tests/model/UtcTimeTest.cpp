@@ -27,7 +27,7 @@ TEST(UtcTime, WhatIsBelowASecondIsLeftOut) {
 
 TEST(UtcTime, TextsAreReadAgain) {
     for (const char* const text :
-         {"2026-11-22T03:15:07Z", "2028-02-29T23:59:59Z", "1970-01-01T00:00:00Z", "2000-12-31T12:00:00Z"}) {
+         {"2026-11-22T03:15:07Z", "2028-02-29T23:59:59Z", "1970-01-01T00:00:00Z", "2261-12-31T23:59:59Z"}) {
         const auto read = utcMoment(text);
         ASSERT_TRUE(read) << text;
         EXPECT_EQ(utcText(*read), text);
@@ -38,7 +38,8 @@ TEST(UtcTime, OtherTextsAreNoMoments) {
     for (const char* const text :
          {"", "2026-11-22T03:15:07", "2026-11-22 03:15:07Z", "2026-02-29T00:00:00Z", "2026-13-01T00:00:00Z",
           "2026-11-22T24:00:00Z", "2026-11-22T03:60:00Z", "2026-11-22T03:15:61Z", "2026-11-2aT03:15:07Z",
-          "2026-11-22T03:15:07Zx", " 026-11-22T03:15:07Z", "2026-00-10T00:00:00Z"})
+          "2026-11-22T03:15:07Zx", " 026-11-22T03:15:07Z", "2026-00-10T00:00:00Z", "1969-12-31T23:59:59Z",
+          "2262-01-01T00:00:00Z", "7916-11-22T03:15:07Z"})
         EXPECT_FALSE(utcMoment(text)) << text;
 }
 
