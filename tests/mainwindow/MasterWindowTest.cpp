@@ -83,6 +83,7 @@ private slots:
     void messagesShowThem();
     void findingsShowThem();
     void allDisplaysAreOneRowForTheSame();
+    void allDisplaysAreCheckedByKeyboardAlone();
     void placesAreUnderlinedAndTellTheirValues();
     void theListIsReadAgainWhenItChanges();
     void aListThatCannotBeReadIsToldInALine();
@@ -180,6 +181,34 @@ void MasterWindowTest::allDisplaysAreOneRowForTheSame() {
     QCOMPARE(desk.find<QLabel>("lblFindings")->text(), "1 error");
     QTest::mouseClick(all, Qt::LeftButton);
     QTRY_COMPARE(desk.cells("tblFindings", sentenceColumn), QStringList());
+}
+
+void MasterWindowTest::allDisplaysAreCheckedByKeyboardAlone() {
+    const MasterDesk desk;
+    const QStringList found{"Line 3: 'Winter' is 6 wide, its place 4"};
+    const auto press = [&](Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+        QTest::keyClick(QApplication::focusWidget(), key, modifiers);
+    };
+    desk.box().setFocus();
+    press(Qt::Key_F8);
+    auto* const all = desk.find<QCheckBox>("chkFindingsAllDisplays");
+    QVERIFY(all->isVisible());
+    press(Qt::Key_D, Qt::AltModifier);
+    QTRY_COMPARE(desk.cells("tblFindings", sentenceColumn), found);
+    QTRY_VERIFY(all->isChecked() && all->hasFocus());
+    press(Qt::Key_Space);
+    QTRY_COMPARE(desk.cells("tblFindings", sentenceColumn), QStringList());
+    // By the tab key, too, on the way from the list.
+    desk.find<RowsTable>("tblFindings")->setFocus();
+    for (int way = 0; way < 4 && !all->hasFocus(); ++way)
+        press(Qt::Key_Backtab, Qt::ShiftModifier);
+    press(Qt::Key_Space);
+    QVERIFY(all->isChecked());
+    QTRY_COMPARE(desk.cells("tblFindings", sentenceColumn), found);
+    press(Qt::Key_F4);
+    QVERIFY(desk.box().hasFocus());
+    QCOMPARE(desk.box().textCursor().selectedText(),
+             QString("TEXT 0 0 RED BLACK \"Line {line:3>} {tank:4}\""));
 }
 
 void MasterWindowTest::placesAreUnderlinedAndTellTheirValues() {

@@ -124,6 +124,37 @@ struct Editor : EditorFixture {
     }
 };
 
+/// The same with a master and its list of two displays, each with values of its own.
+struct MasterEditor : Editor {
+    MasterEditor() {
+        project.STDMSG[0] = "CLEAR\r\nTEXT 0 0 RED BLACK \"{line:3>} {tank:5}|\"\r\nACT STILL 1000";
+        project.ALTMSG[1] = "CLEAR\r\nTEXT 0 0 RED BLACK \"{{ {Tank:5^}\"\r\nACT STILL 1000";
+        trigger("miFileSave");
+        writeBytes(projectFolder.file("Plant.notes.json"),
+                   R"({"version":1,"master":{"list":"lists/displays.csv"}})");
+        fs::create_directory(projectFolder.file("lists"));
+        writeBytes(projectFolder.file("lists/displays.csv"),
+                   "name,address,port,columns,line,tank\n"
+                   "Line 1,127.0.0.1," +
+                       std::to_string(first.port()) + ",,1,N\xC3\xB6rd\n" + "Line 2,127.0.0.1," +
+                       std::to_string(second.port()) + ",96,-22,\"=a,b\"\n");
+        openProject("Plant");
+    }
+    const FtpTestServer first;
+    const FtpTestServer second;
+};
+
+/// A file of messages that were read from a project, an empty line after each, with one text in one of them.
+std::string messagesWith(const std::string& name, std::size_t number, std::size_t count,
+                         const std::string& text) {
+    std::string file;
+    for (std::size_t i = 1; i <= count; ++i)
+        file += "DEFMSG " + name + std::to_string(i) + "\r\nCLEAR\r\n" +
+                (i == number ? "TEXT 0 0 RED BLACK \"" + text + "\"\r\nACT STILL 1000\r\n" : "") +
+                "\r\nENDMSG\r\n";
+    return file;
+}
+
 QString row(const char* name, const FtpTestServer& server) {
     return QStringLiteral("%1,127.0.0.1,%2,\n").arg(QString::fromLatin1(name)).arg(server.port());
 }
@@ -229,6 +260,8 @@ private slots:
     void delTakesRowsAway();
     void checksAndVerifiesOnDemand();
     void comparesAndSendsNothing();
+    void displaysOfAMasterGetTheirOwnValues();
+    void aTypedDisplayOfAMasterHasNoValues();
     void verifyingTwentyDisplaysTakesAtMostSixClicks();
     void anEngineersJobTakesAtMostTwentyClicks();
     void theProjectsPathLeavesRoomForTheReason();
@@ -390,6 +423,54 @@ void SeveralDisplaysTest::comparesAndSendsNothing() {
         QVERIFY(!dialog.button("btnAgain")->isEnabled());
     });
     QCOMPARE(other.bytes("stdmsg.ilm"), std::string("remote stdmsg.ilm"));
+}
+
+void SeveralDisplaysTest::displaysOfAMasterGetTheirOwnValues() {
+    MasterEditor editor;
+    editor.open([&](const Dialog& dialog) {
+        QCOMPARE(dialog.rowCount(), 2);
+        QCOMPARE(dialog.row(0), "Line 1|" + address(editor.first) + "|||");
+        dialog.startAndWait();
+        QCOMPARE(dialog.row(0), "Line 1|" + address(editor.first) + "|done|6 of 6|");
+        QCOMPARE(dialog.row(1), "Line 2|" + address(editor.second) + "|done|6 of 6|");
+        dialog.click("btnCompare");
+        dialog.waitForEnd();
+        QCOMPARE(dialog.summary(), QStringLiteral("2 of 2 displays: 2 equal"));
+        editor.second.put("stdmsg.ilm", editor.first.bytes("stdmsg.ilm"));
+        dialog.click("btnCompare");
+        dialog.waitForEnd();
+        QCOMPARE(dialog.summary(), QStringLiteral("2 of 2 displays: 1 equal, 1 different"));
+        dialog.startAndWait();
+    });
+    QVERIFY(editor.messages.shown.empty());
+    const auto regular = [](const char* text) {
+        return messagesWith("STDMSG", 1, regularMessageCount, text);
+    };
+    const auto emergency = [](const char* text) {
+        return messagesWith("ALTMSG", 2, emergencyMessageCount, text);
+    };
+    QCOMPARE(editor.first.bytes("stdmsg.ilm"), regular("  1 N\xF6rd |"));
+    QCOMPARE(editor.second.bytes("stdmsg.ilm"), regular("-22 =a,b |"));
+    QCOMPARE(editor.first.bytes("altmsg.ilm"), emergency("{ N\xF6rd "));
+    QCOMPARE(editor.second.bytes("altmsg.ilm"), emergency("{ =a,b "));
+    QVERIFY(fileBytes(editor.projectFolder.file("stdmsg.ilm")).find("{tank:5}|") != std::string::npos);
+}
+
+void SeveralDisplaysTest::aTypedDisplayOfAMasterHasNoValues() {
+    MasterEditor editor;
+    const FtpTestServer third;
+    editor.open([&](const Dialog& dialog) {
+        dialog.type(2, 1, address(third));
+        dialog.type(0, 0, QStringLiteral("Renamed"));
+        dialog.startAndWait();
+        QCOMPARE(dialog.row(0), "Renamed|" + address(editor.first) + "|done|6 of 6|");
+        QVERIFY2(
+            dialog.row(2).startsWith("127.0.0.1|" + address(third) + "|refused||3 errors, the first: ") &&
+                dialog.row(2).endsWith(QStringLiteral("error: the value of 'line' is empty [place-width]")),
+            qPrintable(dialog.row(2)));
+    });
+    QVERIFY(editor.first.bytes("stdmsg.ilm").find("\"  1 N\xF6rd |\"") != std::string::npos);
+    QVERIFY(third.commands().empty());
 }
 
 void SeveralDisplaysTest::verifyingTwentyDisplaysTakesAtMostSixClicks() {
