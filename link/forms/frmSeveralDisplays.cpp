@@ -62,7 +62,9 @@ frmSeveralDisplays::frmSeveralDisplays(Work work, QWidget* parent)
     refresh_.setInterval(refreshMilliseconds);
     connect(&refresh_, &QTimer::timeout, this, &frmSeveralDisplays::showRows);
     connect(&process_, &FleetProcess::changed, this, [this](const FleetProcess::State& state) {
-        rows_.note(state);
+        FleetProcess::State known = state;
+        known.reason = withoutCopy(known.reason);
+        rows_.note(known);
         if (!refresh_.isActive())
             refresh_.start();
     });
@@ -244,6 +246,7 @@ std::string frmSeveralDisplays::writeList(const std::vector<FleetDisplay>& displ
     const std::string folder = paths.join(scratch_->path(), "project");
     std::filesystem::create_directory(systemPath(folder));
     const std::string copy = writeSnapshot(work_.project, folder);
+    copy_ = shownPath(copy);
     if (work_.isMaster) {
         ProjectNotes notes; // the rows say the rest
         notes.masterList = "displays.csv";
@@ -261,12 +264,19 @@ std::string frmSeveralDisplays::writeList(const std::vector<FleetDisplay>& displ
     return list;
 }
 
-void frmSeveralDisplays::processEnded(const std::vector<FleetResult>& results, const QString& complaint) {
-    rows_.finish(results, complaint);
+QString frmSeveralDisplays::withoutCopy(QString text) const {
+    return text.replace(copy_, shownPath(work_.projectFile));
+}
+
+void frmSeveralDisplays::processEnded(std::vector<FleetResult> results, const QString& complaint) {
+    for (FleetResult& result : results)
+        result.end.reason = withoutCopy(QString::fromStdString(result.end.reason)).toStdString();
+    const QString known = withoutCopy(complaint);
+    rows_.finish(results, known);
     scratch_.reset();
     showRows();
     if (results.empty())
-        work_.messages.show(MessageIcon::Exclamation, complaint.toStdString());
+        work_.messages.show(MessageIcon::Exclamation, known.toStdString());
     const bool wasAtStop = btnStop->hasFocus();
     enableButtons();
     if (wasAtStop)

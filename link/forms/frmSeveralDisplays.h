@@ -64,7 +64,9 @@ private:
     QLayout* buildLowerRow();
     /// The list as orvista is to read it, with copies of the projects' files. \throws std::system_error
     std::string writeList(const std::vector<FleetDisplay>& displays);
-    void processEnded(const std::vector<FleetResult>& results, const QString& complaint);
+    /// What orvista says, with the project's own path for that of the copy, which goes.
+    QString withoutCopy(QString text) const;
+    void processEnded(std::vector<FleetResult> results, const QString& complaint);
     void showRows();
     void enableButtons();
 
@@ -72,6 +74,7 @@ private:
     FleetRows rows_;
     Task task_ = Task::Upload;               ///< what was done last
     std::unique_ptr<ScratchFolder> scratch_; ///< of what is being sent
+    QString copy_;                           ///< of the project there; set before orvista runs
     FleetProcess process_{this};
     QTimer refresh_;
 
