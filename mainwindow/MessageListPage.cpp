@@ -88,6 +88,9 @@ QWidget* MessageListPage::buildDetails() {
     btnMsgApply->setEnabled(false);
     auto* buttons = new QHBoxLayout;
     buttons->addWidget(lblNotApplied, 1);
+    auto* const masterFit = new QHBoxLayout;
+    buttons->addLayout(masterFit);
+    preview_->setMasterFitRow(*masterFit);
     buttons->addWidget(btnEditMessage);
     buttons->addWidget(btnMsgApply);
 

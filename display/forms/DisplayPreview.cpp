@@ -3,7 +3,6 @@
 #include "check/PageFitText.h"
 #include "display/PageText.h"
 #include "display/SettledPage.h"
-#include "display/forms/DisplaysList.h"
 #include "display/forms/MarkedBitmaps.h"
 #include "display/forms/PictureFile.h"
 #include "display/forms/PreviewBar.h"
@@ -93,13 +92,17 @@ void DisplayPreview::connectControls() {
         render();
     });
     connect(list_, &ValuesList::valuesChanged, this, &DisplayPreview::takeValues);
-    connect(&row_->displays(), &DisplaysList::displayChosen, this, &DisplayPreview::displayChosen);
+    connect(row_, &PreviewBar::displayChosen, this, &DisplayPreview::displayChosen);
     connect(row_, &PreviewBar::columnsChosen, this, [this] {
         emit columnsChanged();
         emit settingChanged();
         if (isVisible())
             readScript();
     });
+}
+
+void DisplayPreview::setMasterFitRow(QHBoxLayout& row) {
+    row_->setMasterFitRow(row);
 }
 
 QSize DisplayPreview::sizeHint() const {
@@ -178,7 +181,7 @@ void DisplayPreview::followProject() {
 }
 
 void DisplayPreview::followMaster() {
-    row_->displays().show(*master_);
+    row_->showDisplays(*master_);
     if (!isVisible())
         return;
     readProject();

@@ -22,6 +22,7 @@
 #include <string>
 
 class QAction;
+class QHBoxLayout;
 
 namespace orvista {
 
@@ -74,6 +75,9 @@ public:
     void lookAtBitmaps() { bitmapWatch_->look(); }
 
     QSize sizeHint() const override;
+
+    /// Where what does not fit is said of a master; elsewhere the preview's own row says it.
+    void setMasterFitRow(QHBoxLayout& row);
 
 signals:
     /// \param name empty for none

@@ -3,6 +3,7 @@
 #include "display/forms/DisplaysList.h"
 #include "display/forms/ShapeButton.h"
 #include "display/forms/ValuesList.h"
+#include "items/MasterView.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/FormParts.h"
 
@@ -49,7 +50,8 @@ PreviewBar::PreviewBar(ValuesList* values, QWidget* parent)
       spnPreviewColumns(named<QSpinBox>(QStringLiteral("spnPreviewColumns"))),
       cboPreviewValues(values),
       cboPreviewDisplay(new DisplaysList),
-      lblPreviewFit(named<ElidedLabel>(QStringLiteral("lblPreviewFit"))) {
+      lblPreviewFit(named<ElidedLabel>(QStringLiteral("lblPreviewFit"))),
+      row_(new QHBoxLayout(this)) {
     sldPreviewTime->setAccessibleName(tr("Time within the message, in milliseconds"));
     sldPreviewTime->setToolTip(tr("Time within the message"));
     sldPreviewTime->setFocusPolicy(Qt::TabFocus);
@@ -65,21 +67,21 @@ PreviewBar::PreviewBar(ValuesList* values, QWidget* parent)
     connect(btnPreviewForward, &QToolButton::clicked, this, &PreviewBar::forwardPressed);
     connect(sldPreviewTime, &QSlider::valueChanged, this, &PreviewBar::timeChosen);
     connect(spnPreviewColumns, &QSpinBox::valueChanged, this, &PreviewBar::columnsChosen);
+    connect(cboPreviewDisplay, &DisplaysList::displayChosen, this, &PreviewBar::displayChosen);
 }
 
 void PreviewBar::buildLayout() {
-    auto* const layout = new QHBoxLayout(this);
-    layout->setContentsMargins({});
-    layout->addWidget(btnPreviewPlay);
-    layout->addWidget(btnPreviewBack);
-    layout->addWidget(lblPreviewPage);
-    layout->addWidget(btnPreviewForward);
-    layout->addWidget(sldPreviewTime, 1);
-    layout->addWidget(labelFor(spnPreviewColumns, tr("Columns:")));
-    layout->addWidget(spnPreviewColumns);
-    layout->addWidget(cboPreviewValues);
-    layout->addWidget(cboPreviewDisplay);
-    layout->addWidget(lblPreviewFit);
+    row_->setContentsMargins({});
+    row_->addWidget(btnPreviewPlay);
+    row_->addWidget(btnPreviewBack);
+    row_->addWidget(lblPreviewPage);
+    row_->addWidget(btnPreviewForward);
+    row_->addWidget(sldPreviewTime, 1);
+    row_->addWidget(labelFor(spnPreviewColumns, tr("Columns:")));
+    row_->addWidget(spnPreviewColumns);
+    row_->addWidget(cboPreviewValues);
+    row_->addWidget(cboPreviewDisplay);
+    row_->addWidget(lblPreviewFit);
     lblPreviewPage->setAlignment(Qt::AlignCenter);
     lblPreviewPage->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("00 of 00")));
     sldPreviewTime->setMinimumWidth(8 * fontMetrics().averageCharWidth());
@@ -97,6 +99,13 @@ void PreviewBar::show(const State& state) {
     lblPreviewPage->setText(state.pageCount == 0 ? QString()
                                                  : tr("%1 of %2").arg(state.page + 1).arg(state.pageCount));
     showTime(state);
+}
+
+void PreviewBar::showDisplays(const MasterView& view) {
+    cboPreviewDisplay->show(view);
+    QHBoxLayout* const row = view.isMaster() && masterFitRow_ ? masterFitRow_ : row_;
+    if (row->indexOf(lblPreviewFit) < 0)
+        row->addWidget(lblPreviewFit);
 }
 
 void PreviewBar::showFit(const QString& text) {

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 
+class QHBoxLayout;
 class QLabel;
 class QSlider;
 class QSpinBox;
@@ -14,6 +15,7 @@ namespace orvista {
 
 class DisplaysList;
 class ElidedLabel;
+class MasterView;
 class ShapeButton;
 class ValuesList;
 
@@ -44,8 +46,10 @@ public:
     /// Beyond minimumColumns or maximumColumns the nearest of them counts.
     void setColumns(int columns);
 
-    /// For masters only.
-    DisplaysList& displays() { return *cboPreviewDisplay; }
+    /// Where what does not fit is said of a master: beside its displays there is no room for it here.
+    void setMasterFitRow(QHBoxLayout& row) { masterFitRow_ = &row; }
+    /// Offers the displays of a master; nothing where the project is none.
+    void showDisplays(const MasterView& view);
 
 signals:
     void playPressed();
@@ -53,6 +57,7 @@ signals:
     void forwardPressed();
     void timeChosen(int milliseconds);
     void columnsChosen();
+    void displayChosen(const QString& name);
 
 private:
     void buildLayout();
@@ -67,6 +72,8 @@ private:
     ValuesList* cboPreviewValues;
     DisplaysList* cboPreviewDisplay;
     ElidedLabel* lblPreviewFit;
+    QHBoxLayout* row_;
+    QHBoxLayout* masterFitRow_ = nullptr;
 };
 
 } // namespace orvista

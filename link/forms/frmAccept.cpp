@@ -153,7 +153,8 @@ QBoxLayout* frmAccept::buildEnd() {
 }
 
 void frmAccept::buildLayout() {
-    makeRoom(table_.widget(), {.characters = 60, .lines = 10});
+    // No wider, that large letters leave the picture beside it as large as those in its rows.
+    makeRoom(table_.widget(), {.characters = 48, .lines = 10});
     auto* const views = new QSplitter;
     views->setChildrenCollapsible(false);
     views->addWidget(table_.widget());

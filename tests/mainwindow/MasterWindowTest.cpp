@@ -78,6 +78,7 @@ private slots:
     void otherProjectsHaveNothingToChoose();
     void thePreviewShowsTheChosenDisplaysValues();
     void theWidthIsThatOfTheDisplay();
+    void whatDoesNotFitIsReadInANarrowWindow();
     void whatIsTypedIsShownWithValuesAtOnce();
     void theWizardsStripShowsThem();
     void messagesShowThem();
@@ -124,6 +125,18 @@ void MasterWindowTest::theWidthIsThatOfTheDisplay() {
     desk.displays().setCurrentIndex(2);
     QCOMPARE(desk.find<QSpinBox>("spnPreviewColumns")->value(), 96);
     QCOMPARE(desk.find<PanelView>("panelPreview")->shown().columns(), 96);
+}
+
+void MasterWindowTest::whatDoesNotFitIsReadInANarrowWindow() {
+    MasterDesk desk;
+    desk.resizeToLetters({960, 540});
+    desk.box().setPlainText("TEXT 0 0 RED BLACK \"Emergency stop pump\"");
+    const auto* const fit = desk.find<QLabel>("lblPreviewFit");
+    QTRY_COMPARE(fit->text(), "3 characters do not fit");
+    QTRY_VERIFY(fit->width() >= fit->fontMetrics().horizontalAdvance(fit->text()));
+    desk.newProject("Other");
+    desk.box().setPlainText("TEXT 0 0 RED BLACK \"Emergency stop pump\"");
+    QTRY_COMPARE(fit->parentWidget(), desk.displays().parentWidget());
 }
 
 void MasterWindowTest::whatIsTypedIsShownWithValuesAtOnce() {
