@@ -114,6 +114,7 @@ QSize DisplayPreview::sizeHint() const {
 
 void DisplayPreview::setShown(bool shown) {
     setVisible(shown);
+    row_->setFitShown(shown);
     emit shownChanged(shown);
 }
 

@@ -113,6 +113,10 @@ void PreviewBar::showFit(const QString& text) {
     lblPreviewFit->setToolTip(text);
 }
 
+void PreviewBar::setFitShown(bool shown) {
+    lblPreviewFit->setVisible(shown);
+}
+
 void PreviewBar::showTime(const State& state) {
     const QSignalBlocker blocker(sldPreviewTime);
     sldPreviewTime->setMaximum(sliderTime(state.duration));

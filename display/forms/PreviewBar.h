@@ -41,6 +41,8 @@ public:
     void show(const State& state);
     /// Says what of the page is not to be seen.
     void showFit(const QString& text);
+    /// With the preview hidden nothing is said of its page, wherever the sentence stands.
+    void setFitShown(bool shown);
 
     int columns() const;
     /// Beyond minimumColumns or maximumColumns the nearest of them counts.

@@ -79,6 +79,7 @@ private slots:
     void thePreviewShowsTheChosenDisplaysValues();
     void theWidthIsThatOfTheDisplay();
     void whatDoesNotFitIsReadInANarrowWindow();
+    void whatDoesNotFitIsNotSaidOfAHiddenPreview();
     void whatIsTypedIsShownWithValuesAtOnce();
     void theWizardsStripShowsThem();
     void messagesShowThem();
@@ -137,6 +138,16 @@ void MasterWindowTest::whatDoesNotFitIsReadInANarrowWindow() {
     desk.newProject("Other");
     desk.box().setPlainText("TEXT 0 0 RED BLACK \"Emergency stop pump\"");
     QTRY_COMPARE(fit->parentWidget(), desk.displays().parentWidget());
+}
+
+void MasterWindowTest::whatDoesNotFitIsNotSaidOfAHiddenPreview() {
+    const MasterDesk desk;
+    const auto* const fit = desk.find<QLabel>("lblPreviewFit");
+    QVERIFY(fit->isVisible());
+    desk.trigger("miViewPreview");
+    QVERIFY(!fit->isVisible());
+    desk.trigger("miViewPreview");
+    QVERIFY(fit->isVisible());
 }
 
 void MasterWindowTest::whatIsTypedIsShownWithValuesAtOnce() {
