@@ -1,7 +1,6 @@
 #include "console/Commands.h"
 
 #include "console/GivenProject.h"
-#include "console/JsonText.h"
 #include "console/ListHead.h"
 #include "console/NotesBeside.h"
 #include "console/Output.h"
@@ -17,7 +16,6 @@
 #include "sheets/StructuredText.h"
 
 #include <CLI/App.hpp>
-#include <nlohmann/json.hpp>
 
 #include <array>
 #include <memory>
@@ -89,33 +87,6 @@ char separatorOf(const AddressesOptions& options) {
         std::string_view(",;\t").find(options.separator) != std::string_view::npos)
         return options.separator.front();
     throw CommandFailure(ExitStatus::Unusable, "--separator takes a comma, a semicolon or \"tab\"");
-}
-
-/// A cell that is a number everywhere is one here, too.
-nlohmann::ordered_json jsonRow(const AddressRow& row) {
-    nlohmann::ordered_json object;
-    const auto cells = addressCells(row);
-    for (std::size_t column = 0; column < addressColumnCount; ++column) {
-        object[std::string(addressColumns[column])] = cells[column];
-        if (addressColumns[column] == "word_order")
-            object["byte_order"] = row.wordOrder.empty() ? "" : byteOrder;
-    }
-    object["number"] = row.number;
-    object["address"] = row.address;
-    object["count"] = row.count;
-    return object;
-}
-
-std::string addressJson(std::span<const AddressRow> rows, const Project& project, const AddressHead& head) {
-    auto list = nlohmann::ordered_json::array();
-    for (const AddressRow& row : rows)
-        list.push_back(jsonRow(row));
-    return jsonText({{"version", programRelease},
-                     {"file", projectFileNameOf(project)},
-                     {"display", head.display},
-                     {"fingerprint", head.fingerprint},
-                     {"time", head.time},
-                     {"addresses", std::move(list)}});
 }
 
 /// \throws CommandFailure that names each item whose name is none, or another's

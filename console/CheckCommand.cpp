@@ -8,15 +8,16 @@
 #include "console/FindingText.h"
 #include "console/FixJson.h"
 #include "console/GivenProject.h"
-#include "console/JsonText.h"
 #include "console/NotesBeside.h"
 #include "console/Output.h"
 #include "console/Projects.h"
+#include "console/Release.h"
 #include "display/FolderBitmaps.h"
+#include "model/JsonText.h"
+#include "model/JsonValue.h"
 #include "model/Numbers.h"
 
 #include <CLI/App.hpp>
-#include <nlohmann/json.hpp>
 
 #include <memory>
 #include <optional>
@@ -36,28 +37,27 @@ struct CheckOptions {
     bool json = false;
 };
 
-using Json = nlohmann::ordered_json;
-
 /// All that was found, and how the check ends.
 struct Report {
     std::vector<std::string> lines;
-    Json list = Json::array();
+    JsonValue::Array list;
     std::size_t errors = 0;
     std::size_t warnings = 0;
-    Json unreadable = Json::array();
+    JsonValue::Array unreadable;
     std::set<int> columns; ///< of the displays
 };
 
 /// \param fixing null where what is found is not mended in the project itself
-Json objectOf(const std::string& project, const ProjectView& view, const Finding& finding, Fixing* fixing) {
-    Json object = findingObject(project, finding);
+JsonValue objectOf(const std::string& project, const ProjectView& view, const Finding& finding,
+                   Fixing* fixing) {
+    JsonValue::Object object = findingObject(project, finding);
     if (view.display != nullptr)
-        object["display"] = view.display->name;
-    Json fixes = Json::array();
+        object.push_back({"display", view.display->name});
+    JsonValue::Array fixes;
     if (fixing != nullptr && finding.rule().fixes != Fixes::None)
         for (const Fix& fix : fixing->fixesOf(finding))
             fixes.push_back(fixObject(fix));
-    object["fixes"] = fixes;
+    object.push_back({"fixes", std::move(fixes)});
     return object;
 }
 
@@ -128,7 +128,7 @@ private:
 };
 
 /// Null where the projects' displays differ.
-Json columnsOf(const Report& report, const CheckOptions& options) {
+JsonValue columnsOf(const Report& report, const CheckOptions& options) {
     if (report.columns.size() > 1)
         return nullptr;
     return report.columns.empty() ? panelColumns(options.columns, {}) : *report.columns.begin();
@@ -146,19 +146,20 @@ ExitStatus checkAll(const CheckOptions& options) {
         } catch (const CommandFailure& failure) {
             progress.clear();
             complain(failure.what());
-            report.unreadable.push_back({{"project", options.projects[i]}, {"text", failure.what()}});
+            report.unreadable.push_back(
+                JsonValue::Object{{"project", options.projects[i]}, {"text", failure.what()}});
         }
         progress.clear();
         for (const std::string& line : std::exchange(report.lines, {}))
             printLine(line);
     }
     if (options.json)
-        print(jsonText({{"version", programRelease},
-                        {"findings", report.list},
-                        {"errors", report.errors},
-                        {"warnings", report.warnings},
-                        {"unreadable", report.unreadable},
-                        {"columns", columnsOf(report, options)}}),
+        print(jsonText(JsonValue::Object{{"version", programRelease},
+                                         {"findings", report.list},
+                                         {"errors", report.errors},
+                                         {"warnings", report.warnings},
+                                         {"unreadable", report.unreadable},
+                                         {"columns", columnsOf(report, options)}}),
               Reader::Program);
     if (!report.unreadable.empty())
         return ExitStatus::Unusable;

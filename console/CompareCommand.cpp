@@ -3,19 +3,20 @@
 #include "compare/ContentsComparison.h"
 #include "console/CompareList.h"
 #include "console/HeldContents.h"
-#include "console/JsonText.h"
 #include "console/MasterRows.h"
 #include "console/Output.h"
 #include "console/Projects.h"
+#include "console/Release.h"
 #include "link/FleetResult.h"
 #include "model/FileNames.h"
+#include "model/JsonText.h"
+#include "model/JsonValue.h"
 #include "model/Numbers.h"
 #include "model/Quotation.h"
 #include "model/Text.h"
 #include "model/Windows1252.h"
 
 #include <CLI/App.hpp>
-#include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <array>
@@ -30,8 +31,6 @@
 namespace orvista::console {
 
 namespace {
-
-using Json = nlohmann::ordered_json;
 
 struct CompareOptions {
     std::string before;
@@ -140,22 +139,22 @@ void printText(const CompareOptions& options, const ContentsComparison& comparis
             print(unshownText(options, bitmap));
 }
 
-Json object(const std::string& item, std::string_view field, std::size_t oldLine, std::size_t newLine,
-            const Json& before, const Json& after) {
-    return {{"item", item},        {"field", field}, {"old_line", oldLine},
-            {"new_line", newLine}, {"old", before},  {"new", after}};
+JsonValue rowObject(const std::string& item, std::string_view field, std::size_t oldLine, std::size_t newLine,
+                    const JsonValue& before, const JsonValue& after) {
+    return JsonValue::Object{{"item", item},        {"field", field}, {"old_line", oldLine},
+                             {"new_line", newLine}, {"old", before},  {"new", after}};
 }
 
-void addRows(const ItemDifference& difference, Json& list) {
+void addRows(const ItemDifference& difference, JsonValue::Array& list) {
     for (const Change& change : difference.fields)
-        list.push_back(object(nameOf(difference.item), change.field->name, 0, 0,
-                              utf8FromWindows1252(change.before), utf8FromWindows1252(change.after)));
+        list.push_back(rowObject(nameOf(difference.item), change.field->name, 0, 0,
+                                 utf8FromWindows1252(change.before), utf8FromWindows1252(change.after)));
     for (const ComparedLine& line : difference.lines) {
         const std::string text = utf8FromWindows1252(line.text);
         if (line.kind == ComparedLine::Kind::Removed)
-            list.push_back(object(nameOf(difference.item), "script", line.numberBefore, 0, text, nullptr));
+            list.push_back(rowObject(nameOf(difference.item), "script", line.numberBefore, 0, text, nullptr));
         else if (line.kind == ComparedLine::Kind::Added)
-            list.push_back(object(nameOf(difference.item), "script", 0, line.numberAfter, nullptr, text));
+            list.push_back(rowObject(nameOf(difference.item), "script", 0, line.numberAfter, nullptr, text));
     }
 }
 
@@ -164,34 +163,36 @@ std::string_view stateWord(HeldState state) {
     return words.at(static_cast<std::size_t>(state));
 }
 
-Json fileObject(const HeldAnswer& difference) {
-    const auto number = [](std::optional<std::uint64_t> value) { return value ? Json(*value) : Json(); };
-    return {{"name", difference.name},
-            {"state", stateWord(difference.state)},
-            {"counts", difference.counts},
-            {"old_size", number(difference.sizeBefore)},
-            {"new_size", number(difference.sizeAfter)},
-            {"first_difference", number(difference.firstOffset)}};
+JsonValue fileObject(const HeldAnswer& difference) {
+    const auto number = [](std::optional<std::uint64_t> value) {
+        return value ? JsonValue(*value) : JsonValue();
+    };
+    return JsonValue::Object{{"name", difference.name},
+                             {"state", stateWord(difference.state)},
+                             {"counts", difference.counts},
+                             {"old_size", number(difference.sizeBefore)},
+                             {"new_size", number(difference.sizeAfter)},
+                             {"first_difference", number(difference.firstOffset)}};
 }
 
 void printJson(const CompareOptions& options, const ContentsComparison& comparison) {
-    Json list = Json::array();
+    JsonValue::Array list;
     for (const ItemDifference& item : comparison.items)
         addRows(item, list);
-    Json files = Json::array();
+    JsonValue::Array files;
     for (const HeldAnswer& file : comparison.files)
         files.push_back(fileObject(file));
-    Json bitmaps = Json::array();
+    JsonValue::Array bitmaps;
     for (const HeldAnswer& bitmap : comparison.bitmaps)
         if (!bitmap.isWell())
             bitmaps.push_back(fileObject(bitmap));
-    print(jsonText({{"version", programRelease},
-                    {"old", options.before},
-                    {"new", options.after},
-                    {"equal", comparison.isEqual()},
-                    {"differences", std::move(list)},
-                    {"files", std::move(files)},
-                    {"bitmaps", std::move(bitmaps)}}),
+    print(jsonText(JsonValue::Object{{"version", programRelease},
+                                     {"old", options.before},
+                                     {"new", options.after},
+                                     {"equal", comparison.isEqual()},
+                                     {"differences", std::move(list)},
+                                     {"files", std::move(files)},
+                                     {"bitmaps", std::move(bitmaps)}}),
           Reader::Program);
 }
 

@@ -4,19 +4,20 @@
 #include "check/Rules.h"
 #include "console/FindingText.h"
 #include "console/FixJson.h"
-#include "console/JsonText.h"
 #include "console/NewFolder.h"
 #include "console/NotesBeside.h"
 #include "console/Output.h"
 #include "console/Projects.h"
+#include "console/Release.h"
 #include "console/Suggestion.h"
 #include "display/FolderBitmaps.h"
+#include "model/JsonText.h"
+#include "model/JsonValue.h"
 #include "model/Lines.h"
 #include "model/Numbers.h"
 #include "model/Quotation.h"
 
 #include <CLI/App.hpp>
-#include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <memory>
@@ -28,8 +29,6 @@
 namespace orvista::console {
 
 namespace {
-
-using Json = nlohmann::ordered_json;
 
 struct FixOptions {
     std::string project;
@@ -96,9 +95,9 @@ void printMended(const MendedFinding& mended) {
     }
 }
 
-Json mendedObject(const std::string& project, const MendedFinding& mended) {
-    Json object = findingObject(project, mended.finding);
-    object.update(fixObject(mended.fix));
+JsonValue mendedObject(const std::string& project, const MendedFinding& mended) {
+    JsonValue::Object object = findingObject(project, mended.finding);
+    std::ranges::move(fixObject(mended.fix), std::back_inserter(object));
     return object;
 }
 
@@ -110,14 +109,14 @@ void report(const FixOptions& options, int columns, const std::vector<MendedFind
               (options.dryRun ? " would be mended, " : " mended, ") + decimalText(left) + " left\n");
         return;
     }
-    Json list = Json::array();
+    JsonValue::Array list;
     for (const MendedFinding& mended : all)
         list.push_back(mendedObject(options.project, mended));
-    print(jsonText({{"version", programRelease},
-                    {"project", options.project},
-                    {"mended", list},
-                    {"left", left},
-                    {"columns", columns}}),
+    print(jsonText(JsonValue::Object{{"version", programRelease},
+                                     {"project", options.project},
+                                     {"mended", std::move(list)},
+                                     {"left", left},
+                                     {"columns", columns}}),
           Reader::Program);
 }
 

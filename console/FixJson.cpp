@@ -2,24 +2,21 @@
 
 #include "model/Windows1252.h"
 
-#include <nlohmann/json.hpp>
-
 namespace orvista::console {
 
 namespace {
 
-using Json = nlohmann::ordered_json;
-
-Json editObject(const FixEdit& edit) {
+JsonValue editObject(const FixEdit& edit) {
     const std::string text = utf8FromWindows1252(edit.text);
     if (edit.field != nullptr)
-        return {{"variable", nameOf(edit.item)}, {"field", edit.field->name}, {"new", text}};
-    return {{"line", edit.line}, {"column", edit.column}, {"length", edit.length}, {"new", text}};
+        return JsonValue::Object{{"variable", nameOf(edit.item)}, {"field", edit.field->name}, {"new", text}};
+    return JsonValue::Object{
+        {"line", edit.line}, {"column", edit.column}, {"length", edit.length}, {"new", text}};
 }
 
 } // namespace
 
-Json findingObject(const std::string& project, const Finding& finding) {
+JsonValue::Object findingObject(const std::string& project, const Finding& finding) {
     return {{"project", project},
             {"item", nameOf(finding.place)},
             {"line", finding.place.line},
@@ -29,11 +26,11 @@ Json findingObject(const std::string& project, const Finding& finding) {
             {"text", finding.text}};
 }
 
-Json fixObject(const Fix& fix) {
-    Json edits = Json::array();
+JsonValue::Object fixObject(const Fix& fix) {
+    JsonValue::Array edits;
     for (const FixEdit& edit : fix.edits)
         edits.push_back(editObject(edit));
-    return {{"caption", fix.caption}, {"edits", edits}};
+    return {{"caption", fix.caption}, {"edits", std::move(edits)}};
 }
 
 } // namespace orvista::console

@@ -2,8 +2,7 @@
 
 #include "check/Finding.h"
 #include "check/Fix.h"
-
-#include <nlohmann/json_fwd.hpp>
+#include "model/JsonValue.h"
 
 #include <string>
 
@@ -11,8 +10,8 @@
 /// bytes.
 namespace orvista::console {
 
-nlohmann::ordered_json findingObject(const std::string& project, const Finding& finding);
+JsonValue::Object findingObject(const std::string& project, const Finding& finding);
 /// "caption" and "edits"
-nlohmann::ordered_json fixObject(const Fix& fix);
+JsonValue::Object fixObject(const Fix& fix);
 
 } // namespace orvista::console

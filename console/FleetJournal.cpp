@@ -1,12 +1,12 @@
 #include "console/FleetJournal.h"
 
-#include "console/JsonText.h"
+#include "console/Release.h"
 #include "link/FleetFields.h"
+#include "model/JsonText.h"
+#include "model/JsonValue.h"
 #include "model/SystemFile.h"
 #include "model/SystemPath.h"
 #include "model/UtcTime.h"
-
-#include <nlohmann/json.hpp>
 
 #include <chrono>
 #include <cmath>
@@ -30,17 +30,18 @@ std::string fingerprintOf(const FleetTask& task, const TransferEnd& end) {
 void FleetJournal::append(const FleetTask& task, const FleetResult& result) {
     if (path_.empty())
         return;
-    const std::string line = jsonLine({{"time", utcText(std::chrono::system_clock::now())},
-                                       {fleetFields::name, result.name},
-                                       {fleetFields::address, task.display.address.host},
-                                       {"port", task.display.address.port},
-                                       {"project", task.display.project},
-                                       {"fingerprint", fingerprintOf(task, result.end)},
-                                       {fleetFields::result, outcomeWord(result.end.outcome)},
-                                       {fleetFields::reason, result.end.reason},
-                                       {fleetFields::files, result.end.files},
-                                       {fleetFields::seconds, std::round(result.seconds * 100) / 100},
-                                       {"version", programRelease}});
+    const std::string line =
+        jsonLine(JsonValue::Object{{"time", utcText(std::chrono::system_clock::now())},
+                                   {fleetFields::name, result.name},
+                                   {fleetFields::address, task.display.address.host},
+                                   {"port", task.display.address.port},
+                                   {"project", task.display.project},
+                                   {"fingerprint", fingerprintOf(task, result.end)},
+                                   {fleetFields::result, outcomeWord(result.end.outcome)},
+                                   {fleetFields::reason, result.end.reason},
+                                   {fleetFields::files, result.end.files},
+                                   {fleetFields::seconds, std::round(result.seconds * 100) / 100},
+                                   {"version", programRelease}});
     try {
         SystemFile file(systemPath(path_), SystemFile::Mode::Append);
         file.write(isCut_ ? "\n" + line : line);

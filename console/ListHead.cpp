@@ -2,7 +2,7 @@
 
 #include "compare/DisplayContents.h"
 #include "console/CommandFailure.h"
-#include "console/JsonText.h"
+#include "console/Release.h"
 
 #include <system_error>
 

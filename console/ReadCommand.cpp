@@ -1,26 +1,26 @@
 #include "console/Commands.h"
 
 #include "console/Displays.h"
-#include "console/JsonText.h"
 #include "console/NotesBeside.h"
 #include "console/OptionChecks.h"
 #include "console/Output.h"
 #include "console/Picture.h"
 #include "console/Projects.h"
 #include "console/ReadFiles.h"
+#include "console/Release.h"
 #include "display/FirstSight.h"
 #include "display/FolderBitmaps.h"
 #include "items/HeldValues.h"
 #include "items/ItemTexts.h"
 #include "link/ModbusConnection.h"
 #include "link/ModbusReader.h"
+#include "model/JsonText.h"
+#include "model/JsonValue.h"
 #include "model/Numbers.h"
 
 #include <CLI/App.hpp>
-#include <nlohmann/json.hpp>
 
 #include <charconv>
-#include <cmath>
 #include <ctime>
 #include <memory>
 #include <optional>
@@ -43,44 +43,42 @@ struct ReadOptions {
 };
 
 /// Numbers as people write them: the single-precision 1.1 is not 1.10000002384.
-nlohmann::ordered_json jsonNumber(float value) {
-    if (!std::isfinite(value))
-        return nullptr;
+JsonValue jsonNumber(float value) {
     const std::string digits = floatText(value);
     double number = 0;
     std::from_chars(digits.data(), digits.data() + digits.size(), number);
     return number;
 }
 
-nlohmann::ordered_json jsonValue(const DisplayItem& item, const ProjectNotes& notes) {
-    nlohmann::ordered_json value;
-    auto raw = nlohmann::ordered_json::array();
+JsonValue jsonValue(const DisplayItem& item, const ProjectNotes& notes) {
+    JsonValue value;
+    JsonValue::Array raw;
     if (item.isAddressable) {
-        value = item.isFloat() ? jsonNumber(item.value()) : nlohmann::ordered_json(item.isOn());
+        value = item.isFloat() ? jsonNumber(item.value()) : JsonValue(item.isOn());
         for (const std::uint16_t word : item.words())
             raw.push_back(word);
     }
-    nlohmann::ordered_json object{
+    JsonValue::Object object{
         {"name", item.name()}, {"address", item.address}, {"value", value}, {"raw", raw}};
     for (const NoteField& field : noteFields)
-        object[std::string(field.name)] = notes.of(*itemNamed(item.name())).*field.text;
+        object.push_back({std::string(field.name), notes.of(*itemNamed(item.name())).*field.text});
     return object;
 }
 
-nlohmann::ordered_json jsonReading(const DisplayAddress& display, const std::vector<DisplayItem>& items,
-                                   const ProjectNotes& notes) {
-    auto on = nlohmann::ordered_json::array();
-    auto values = nlohmann::ordered_json::array();
+JsonValue jsonReading(const DisplayAddress& display, const std::vector<DisplayItem>& items,
+                      const ProjectNotes& notes) {
+    JsonValue::Array on;
+    JsonValue::Array values;
     for (const DisplayItem& item : items) {
         if (!item.isMessage())
             values.push_back(jsonValue(item, notes));
         else if (item.isOn())
             on.push_back(item.name());
     }
-    return {{"version", programRelease},
-            {"display", display.text()},
-            {"on", std::move(on)},
-            {"values", std::move(values)}};
+    return JsonValue::Object{{"version", programRelease},
+                             {"display", display.text()},
+                             {"on", std::move(on)},
+                             {"values", std::move(values)}};
 }
 
 std::string padded(std::string text, std::size_t width) {
@@ -135,8 +133,8 @@ public:
         if (!failure.empty())
             complain(time + " " + display_ + ": " + failure);
         if (json_)
-            return jsonLine(
-                {{"version", programRelease}, {"display", display_}, {"time", time}, {"failure", failure}});
+            return jsonLine(JsonValue::Object{
+                {"version", programRelease}, {"display", display_}, {"time", time}, {"failure", failure}});
         return failure.empty() ? time + " " + display_ + " answers again\n" : std::string();
     }
 

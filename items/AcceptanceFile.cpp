@@ -102,17 +102,15 @@ AcceptanceReading readAcceptance(std::string_view bytes) {
 std::string acceptanceBytes(const Acceptance& acceptance) {
     JsonValue::Object messages;
     for (const SeenMessage& seen : acceptance.messages)
-        messages.push_back(
-            {nameOf(seen.message),
-             JsonValue(JsonValue::Object{{"result", JsonValue(std::string(seenResultText(seen.result)))},
-                                         {"remark", JsonValue(seen.remark)},
-                                         {"time", JsonValue(seen.time)}})});
-    return jsonText(JsonValue(JsonValue::Object{{"version", JsonValue(acceptanceVersion)},
-                                                {"fingerprint", JsonValue(acceptance.fingerprint)},
-                                                {"address", JsonValue(acceptance.address)},
-                                                {"time", JsonValue(acceptance.time)},
-                                                {"name", JsonValue(acceptance.name)},
-                                                {"messages", JsonValue(std::move(messages))}}));
+        messages.push_back({nameOf(seen.message), JsonValue::Object{{"result", seenResultText(seen.result)},
+                                                                    {"remark", seen.remark},
+                                                                    {"time", seen.time}}});
+    return jsonText(JsonValue::Object{{"version", acceptanceVersion},
+                                      {"fingerprint", acceptance.fingerprint},
+                                      {"address", acceptance.address},
+                                      {"time", acceptance.time},
+                                      {"name", acceptance.name},
+                                      {"messages", std::move(messages)}});
 }
 
 AcceptanceReading readAcceptanceFile(const std::string& path) {

@@ -28,14 +28,14 @@ void noteBad(NotesReading& reading, std::string text) {
 JsonValue& objectToSet(JsonValue& object, std::string_view key) {
     JsonValue& value = object.memberToSet(key);
     if (value.object() == nullptr)
-        value = JsonValue(JsonValue::Object());
+        value = JsonValue::Object();
     return value;
 }
 
 /// An empty text takes its key away.
 void setText(JsonValue& object, std::string_view key, const std::string& text) {
     if (!text.empty())
-        object.memberToSet(key) = JsonValue(text);
+        object.memberToSet(key) = text;
     else
         std::erase_if(*object.object(), [&](const JsonMember& member) { return member.key == key; });
 }
@@ -180,7 +180,7 @@ JsonValue& entryToSet(JsonValue& items, Item item) {
     if (found == nullptr)
         return objectToSet(items, nameOf(item));
     if (!found->object())
-        *found = JsonValue(JsonValue::Object());
+        *found = JsonValue::Object();
     return *found;
 }
 
@@ -205,7 +205,7 @@ void setDisplay(JsonValue& document, const ProjectNotes& before, const ProjectNo
     if (before.columns != after.columns) {
         setText(display, "columns", {});
         if (after.columns)
-            display.memberToSet("columns") = JsonValue(*after.columns);
+            display.memberToSet("columns") = *after.columns;
     }
 }
 
@@ -234,7 +234,7 @@ NotesReading readDocument(const JsonValue& document) {
 }
 
 JsonValue emptyNotes() {
-    return JsonValue(JsonValue::Object{{"version", JsonValue(notesVersion)}});
+    return JsonValue::Object{{"version", notesVersion}};
 }
 
 std::string sizeFault() {

@@ -1,6 +1,7 @@
 #include "model/JsonText.h"
 
 #include "model/JsonValue.h"
+#include "model/Utf8.h"
 
 #include <cstddef>
 #include <string_view>
@@ -9,9 +10,13 @@ namespace orvista {
 
 namespace {
 
+enum class JsonLayout { Lines, OneLine };
+
 /// Appends values to a text.
 class JsonWriter {
 public:
+    explicit JsonWriter(JsonLayout layout) : isIndented_(layout == JsonLayout::Lines) {}
+
     void write(const JsonValue& value) {
         if (const JsonValue::Object* const members = value.object())
             writeList(*members, '{', '}');
@@ -49,23 +54,31 @@ private:
 
     void write(const JsonMember& member) {
         writeText(member.key);
-        text_ += ": ";
+        text_ += isIndented_ ? ": " : ":";
         write(member.value);
     }
 
     void startLine() {
+        if (!isIndented_)
+            return;
         text_ += '\n';
         text_.append(2 * depth_, ' ');
     }
 
     void writeText(std::string_view text) {
         text_ += '"';
-        for (const char c : text)
-            writeCharacter(c);
+        while (!text.empty()) {
+            const std::size_t length = utf8CharacterLength(text);
+            if (length == 1)
+                writeAscii(text.front());
+            else
+                text_ += length > 1 ? text.substr(0, length) : "\uFFFD";
+            text.remove_prefix(length > 0 ? length : utf8FaultLength(text));
+        }
         text_ += '"';
     }
 
-    void writeCharacter(char c) {
+    void writeAscii(char c) {
         static constexpr std::string_view characters = "\"\\\b\f\n\r\t";
         static constexpr std::string_view letters = "\"\\bfnrt";
         if (const std::size_t index = characters.find(c); index != std::string_view::npos)
@@ -76,16 +89,25 @@ private:
             text_ += c;
     }
 
+    bool isIndented_;
     std::string text_;
     std::size_t depth_ = 0;
 };
 
+std::string writtenJson(const JsonValue& value, JsonLayout layout) {
+    JsonWriter writer(layout);
+    writer.write(value);
+    return writer.take() + "\n";
+}
+
 } // namespace
 
 std::string jsonText(const JsonValue& value) {
-    JsonWriter writer;
-    writer.write(value);
-    return writer.take() + "\n";
+    return writtenJson(value, JsonLayout::Lines);
+}
+
+std::string jsonLine(const JsonValue& value) {
+    return writtenJson(value, JsonLayout::OneLine);
 }
 
 } // namespace orvista

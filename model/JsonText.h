@@ -6,7 +6,10 @@ namespace orvista {
 
 class JsonValue;
 
-/// UTF-8, indented by two blanks, a line for each member and item, LF after the last one, too.
+/// JSON as all of the program writes it: UTF-8, and U+FFFD for bytes that are none.
+/// \returns a line for each member and item, indented by two blanks, LF after the last one, too
 std::string jsonText(const JsonValue& value);
+/// \returns one line without blanks between its values, and its LF
+std::string jsonLine(const JsonValue& value);
 
 } // namespace orvista

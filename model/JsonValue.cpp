@@ -1,18 +1,45 @@
 #include "model/JsonValue.h"
 
-#include "model/Numbers.h"
-
 #include <algorithm>
+#include <array>
 #include <charconv>
+#include <cmath>
 #include <limits>
 #include <system_error>
 #include <utility>
 
 namespace orvista {
 
-JsonValue::JsonValue(int whole) : value_(Number{decimalText(whole)}) {}
+namespace {
+
+/// The shortest digits that read back to the same double, with a point or an exponent: it may have had a
+/// fraction.
+std::string numberSpelling(double number) {
+    const double size = std::abs(number);
+    const bool isPlain = size == 0 || (size >= 1e-4 && size < 1e15);
+    std::array<char, 32> digits{};
+    const auto written = std::to_chars(digits.data(), digits.data() + digits.size(), number,
+                                       isPlain ? std::chars_format::fixed : std::chars_format::scientific);
+    std::string text(digits.data(), written.ptr);
+    if (isPlain && text.find('.') == std::string::npos)
+        text += ".0";
+    return text;
+}
+
+} // namespace
+
+JsonValue::JsonValue(std::nullptr_t) {}
+
+JsonValue::JsonValue(double number) {
+    if (std::isfinite(number))
+        value_ = Number{numberSpelling(number)};
+}
 
 JsonValue::JsonValue(std::string text) : value_(std::move(text)) {}
+
+JsonValue::JsonValue(std::string_view text) : value_(std::string(text)) {}
+
+JsonValue::JsonValue(const char* text) : value_(std::string(text)) {}
 
 JsonValue::JsonValue(Array items) : value_(std::move(items)) {}
 

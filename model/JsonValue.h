@@ -1,6 +1,9 @@
 #pragma once
 
+#include "model/Numbers.h"
+
 #include <concepts>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -21,12 +24,19 @@ public:
 
     /// Null.
     JsonValue() = default;
-    explicit JsonValue(std::same_as<bool> auto value) : value_(value) {} // no pointer
-    explicit JsonValue(int whole);
+    JsonValue(std::nullptr_t);
+    JsonValue(std::same_as<bool> auto value) : value_(value) {} // no pointer
+    template <std::integral Whole>
+    requires(!std::same_as<Whole, bool>) JsonValue(Whole whole)
+        : JsonValue(numberSpelt(decimalText(whole))) {}
+    /// Null for what JSON has no number for: infinity and NaN.
+    JsonValue(double number);
     /// \param text UTF-8
-    explicit JsonValue(std::string text);
-    explicit JsonValue(Array items);
-    explicit JsonValue(Object members);
+    JsonValue(std::string text);
+    JsonValue(std::string_view text);
+    JsonValue(const char* text);
+    JsonValue(Array items);
+    JsonValue(Object members);
     /// \param spelling a number as JSON has it
     static JsonValue numberSpelt(std::string_view spelling);
 

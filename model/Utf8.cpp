@@ -1,5 +1,6 @@
 #include "model/Utf8.h"
 
+#include <algorithm>
 #include <cstdint>
 
 namespace orvista {
@@ -26,20 +27,28 @@ Form formOf(std::uint8_t lead) {
     return {4, std::uint8_t(lead == 0xF0 ? 0x90 : 0x80), std::uint8_t(lead == 0xF4 ? 0x8F : 0xBF)};
 }
 
+/// How many units of the form the text begins with, the lead one among them. It is not empty.
+std::size_t unitsOf(const Form& form, std::string_view text) {
+    const std::size_t most = std::min(form.length, text.size());
+    for (std::size_t i = 1; i < most; ++i) {
+        const auto unit = static_cast<std::uint8_t>(text[i]);
+        if (unit < (i == 1 ? form.lowest : 0x80) || unit > (i == 1 ? form.highest : 0xBF))
+            return i;
+    }
+    return most;
+}
+
 } // namespace
 
 std::size_t utf8CharacterLength(std::string_view text) {
     if (text.empty())
         return 0;
     const Form form = formOf(static_cast<std::uint8_t>(text.front()));
-    if (text.size() < form.length)
-        return 0;
-    for (std::size_t i = 1; i < form.length; ++i) {
-        const auto unit = static_cast<std::uint8_t>(text[i]);
-        if (unit < (i == 1 ? form.lowest : 0x80) || unit > (i == 1 ? form.highest : 0xBF))
-            return 0;
-    }
-    return form.length;
+    return unitsOf(form, text) == form.length ? form.length : 0;
+}
+
+std::size_t utf8FaultLength(std::string_view text) {
+    return std::max<std::size_t>(unitsOf(formOf(static_cast<std::uint8_t>(text.front())), text), 1);
 }
 
 bool isUtf8(std::string_view text) {

@@ -9,6 +9,10 @@ namespace orvista {
 /// is not well-formed UTF-8.
 std::size_t utf8CharacterLength(std::string_view text);
 
+/// How much of a text that does not begin with a character one U+FFFD stands for: the units that begin one,
+/// at least 1. The text is not empty.
+std::size_t utf8FaultLength(std::string_view text);
+
 /// Whether all of the text is well formed; an empty one is.
 bool isUtf8(std::string_view text);
 

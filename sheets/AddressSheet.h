@@ -31,6 +31,8 @@ std::string projectFileNameOf(const Project& project);
 /// \returns UTF-8 with its mark
 std::string addressCsv(std::span<const AddressRow> rows, char separator = ',');
 
+std::string addressJson(std::span<const AddressRow> rows, const Project& project, const AddressHead& head);
+
 /// One page to print, without anything from elsewhere.
 std::string addressHtml(std::span<const AddressRow> rows, const Project& project, const AddressHead& head);
 /// Its parts: what tells this list from another, as paragraphs, and the tables with what explains them.

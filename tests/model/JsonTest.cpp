@@ -4,6 +4,8 @@
 #include <gmock/gmock.h>
 
 #include <cmath>
+#include <cstdint>
+#include <limits>
 
 namespace orvista {
 namespace {
@@ -198,11 +200,58 @@ TEST(Json, IsWrittenALineForEachMember) {
     EXPECT_EQ(jsonOf(bytes), value);
 }
 
+TEST(Json, IsWrittenOnOneLine) {
+    EXPECT_EQ(jsonLine(jsonOf(R"( { "a" : [ 1 , { "b" : "x\ny" } ] , "c" : { } , "d" : [ ] } )")),
+              "{\"a\":[1,{\"b\":\"x\\ny\"}],\"c\":{},\"d\":[]}\n");
+}
+
+TEST(Json, IsMadeOfValues) {
+    const std::string text = "text";
+    const JsonValue value = JsonValue::Array{nullptr,
+                                             true,
+                                             -7,
+                                             std::uint64_t(18'446'744'073'709'551'615U),
+                                             "words",
+                                             text,
+                                             std::string_view("view"),
+                                             0.5,
+                                             JsonValue::Object{{"key", false}}};
+    EXPECT_EQ(jsonLine(value),
+              "[null,true,-7,18446744073709551615,\"words\",\"text\",\"view\",0.5,{\"key\":false}]\n");
+}
+
+TEST(Json, ADoubleHasAPointOrAnExponent) {
+    const auto spelling = [](double number) { return jsonLine(number); };
+    EXPECT_EQ(spelling(0.0), "0.0\n");
+    EXPECT_EQ(spelling(-0.0), "-0.0\n");
+    EXPECT_EQ(spelling(-12.0), "-12.0\n");
+    EXPECT_EQ(spelling(1.1), "1.1\n");
+    EXPECT_EQ(spelling(0.0001), "0.0001\n");
+    EXPECT_EQ(spelling(0.000015), "1.5e-05\n");
+    EXPECT_EQ(spelling(999'999'999'999'999.0), "999999999999999.0\n");
+    EXPECT_EQ(spelling(1e15), "1e+15\n");
+    EXPECT_EQ(spelling(-1.25e300), "-1.25e+300\n");
+    EXPECT_EQ(spelling(std::numeric_limits<double>::denorm_min()), "5e-324\n");
+    EXPECT_EQ(spelling(HUGE_VAL), "null\n");
+    EXPECT_EQ(spelling(std::nan("")), "null\n");
+}
+
+TEST(Json, BytesThatAreNoCharacterAreReplacedWhenTheyAreWritten) {
+    const auto written = [](std::string_view bytes) { return jsonLine(bytes); };
+    EXPECT_EQ(written("a\xFF"
+                      "b"),
+              "\"a\uFFFDb\"\n");
+    EXPECT_EQ(written("\xE2\x82"), "\"\uFFFD\"\n");              // the beginning of a character
+    EXPECT_EQ(written("\xE2\x82\xE2\x82\xAC"), "\"\uFFFD€\"\n"); // and then a whole one
+    EXPECT_EQ(written("\xE0\x80"), "\"\uFFFD\uFFFD\"\n");        // no form is as long
+    EXPECT_EQ(written("\xF0\x9F\x98\"\x80"), "\"\uFFFD\\\"\uFFFD\"\n");
+}
+
 TEST(Json, MembersAreSetInPlaceOrBehindTheOthers) {
     JsonValue value = jsonOf(R"({"b": 1, "a": 2})");
-    value.memberToSet("b") = JsonValue(std::string("x"));
-    value.memberToSet("c") = JsonValue(true);
-    value.memberToSet("d") = JsonValue(-7);
+    value.memberToSet("b") = "x";
+    value.memberToSet("c") = true;
+    value.memberToSet("d") = -7;
     value.memberToSet("e");
     EXPECT_EQ(value, jsonOf(R"({"b": "x", "a": 2, "c": true, "d": -7, "e": null})"));
 }

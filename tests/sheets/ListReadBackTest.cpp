@@ -3,6 +3,7 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <map>
 
 namespace orvista {
@@ -76,6 +77,94 @@ Rows htmlRows(std::string_view html) {
     return all;
 }
 
+/// The flat objects of a document in JSON: members of texts and whole numbers, the rows' and the document's
+/// own.
+class JsonRows {
+public:
+    explicit JsonRows(std::string_view json) : rest_(json) {
+        take('{');
+        readMembers(head);
+        EXPECT_EQ(rest_, "\n");
+    }
+
+    std::map<std::string, std::string> head;
+    Rows rows;
+
+private:
+    /// Of an object that has begun, to its end.
+    void readMembers(std::map<std::string, std::string>& members) {
+        char next = ',';
+        for (; next == ',' && !::testing::Test::HasFailure(); next = takeOne()) {
+            const std::string key = readText();
+            take(':');
+            EXPECT_FALSE(members.contains(key)) << key;
+            members[key] = readValue();
+        }
+        EXPECT_EQ(next, '}');
+    }
+
+    std::string readValue() {
+        skipBlanks();
+        if (rest_.starts_with('"'))
+            return readText();
+        if (rest_.starts_with('['))
+            return readRows(), "rows";
+        const std::size_t length = rest_.find_first_not_of("-0123456789");
+        std::string digits(rest_.substr(0, length));
+        rest_.remove_prefix(length);
+        return digits + " as a number";
+    }
+
+    void readRows() {
+        take('[');
+        char next = ',';
+        for (; next == ',' && !::testing::Test::HasFailure(); next = takeOne()) {
+            take('{');
+            readMembers(rows.emplace_back());
+        }
+        EXPECT_EQ(next, ']');
+    }
+
+    std::string readText() {
+        std::string text;
+        take('"');
+        while (!rest_.starts_with('"') && !rest_.empty()) {
+            EXPECT_GE(static_cast<unsigned char>(rest_.front()), 0x20);
+            if (rest_.starts_with('\\'))
+                rest_.remove_prefix(1);
+            text += rest_.front(); // no text of these projects has a character that is spelt with a letter
+            rest_.remove_prefix(1);
+        }
+        take('"');
+        return text;
+    }
+
+    void skipBlanks() { rest_.remove_prefix(std::min(rest_.find_first_not_of(" \n"), rest_.size())); }
+
+    char takeOne() {
+        skipBlanks();
+        if (rest_.empty())
+            return '\0';
+        const char one = rest_.front();
+        rest_.remove_prefix(1);
+        return one;
+    }
+
+    void take(char expected) { EXPECT_EQ(takeOne(), expected) << rest_.substr(0, 40); }
+
+    std::string_view rest_;
+};
+
+void expectHead(const testing::NamedProject& named, const std::map<std::string, std::string>& head) {
+    EXPECT_THAT(head,
+                ::testing::UnorderedElementsAre(::testing::Pair("version", "1.03-2"),
+                                                ::testing::Pair("file", named.project.ProjName + ".orx"),
+                                                ::testing::Pair("display", named.notes.displayName),
+                                                ::testing::Pair("fingerprint", "0123456789ab"),
+                                                ::testing::Pair("time", "2026-11-22T03:15:07Z"),
+                                                ::testing::Pair("addresses", "rows")));
+}
+
 /// What must be told of an item; columns that a table leaves out count as empty.
 void expectItem(const testing::RandomPlcProject& random, const testing::RandomPlcProject::Listed& item,
                 std::map<std::string, std::string> row) {
@@ -99,6 +188,17 @@ void expectItem(const testing::RandomPlcProject& random, const testing::RandomPl
         EXPECT_EQ(row["default"], random.project.CoilVar[item.index].defaultValue);
 }
 
+/// JSON has numbers, and a column more.
+void expectJsonItem(const testing::RandomPlcProject& random, const testing::RandomPlcProject::Listed& item,
+                    std::map<std::string, std::string> row) {
+    EXPECT_EQ(row["address"], std::to_string(item.address) + " as a number");
+    EXPECT_EQ(row["number"], std::to_string(item.index + 1) + " as a number");
+    EXPECT_EQ(row["count"], item.kind == Kind::Float ? "2 as a number" : "1 as a number");
+    EXPECT_EQ(row["byte_order"], item.kind == Kind::Float ? "CDAB" : "");
+    row["address"] = std::to_string(item.address);
+    expectItem(random, item, row);
+}
+
 TEST(AddressLists, OfAThousandProjectsAreReadBack) {
     for (unsigned seed = 0; seed < 1000 && !::testing::Test::HasFailure(); ++seed) {
         const testing::RandomPlcProject random(seed);
@@ -109,12 +209,16 @@ TEST(AddressLists, OfAThousandProjectsAreReadBack) {
         const std::span<const AddressRow> some = std::span(all).subspan(first, 12);
         const Rows csv = csvRows(addressCsv(some));
         const Rows html = htmlRows(addressHtml(some, named.project, named.head()));
+        const JsonRows json(addressJson(some, named.project, named.head()));
+        expectHead(named, json.head);
         ASSERT_EQ(csv.size(), some.size());
         ASSERT_EQ(html.size(), some.size());
+        ASSERT_EQ(json.rows.size(), some.size());
         for (std::size_t i = 0; i < some.size(); ++i) {
             SCOPED_TRACE(std::to_string(seed) + " " + random.items[first + i].name);
             expectItem(random, random.items[first + i], csv[i]);
             expectItem(random, random.items[first + i], html[i]);
+            expectJsonItem(random, random.items[first + i], json.rows[i]);
         }
     }
 }

@@ -46,6 +46,9 @@ public:
         addBlock(Kind::Regular, project.RegularMessage, 40, 1, "STDMSG", "Regular");
         for (std::size_t i = 0; i < 10; ++i)
             project.STDMSG[random_.below(40)] = "DISPVAR 0 0 RED BLACK " + items[random_.below(96)].name;
+        notes.displayName = pick<std::string_view>({"", "Line 3, gate", "\"*)\" <&> -->",
+                                                    "C:\\Gr\xC3\xB6\xC3\x9F"
+                                                    "e"});
     }
 
     Project project;
