@@ -77,7 +77,9 @@ OwnValues assignedValues(std::string_view assignments) {
 }
 
 /// A document that `orvista read --json` does not print.
-struct NoReading {};
+struct NoReading {
+    std::string why = {}; ///< where that is known
+};
 
 std::uint32_t word(const JsonValue& raw) {
     const auto value = raw.whole(0, 0xFFFF);
@@ -121,13 +123,18 @@ OwnValues valuesOfReading(std::string_view text, const std::string& file) {
     OwnValues own;
     try {
         const JsonReading json = readJson(text);
+        if (!json.fault.empty())
+            throw NoReading{json.fault};
+        if (!json.doubledKeys.empty())
+            throw NoReading{json.doubledKeys.front()};
         const JsonValue* const values = json.value.member("values");
         if (values == nullptr || values->array() == nullptr)
             throw NoReading();
         for (const JsonValue& reading : *values->array())
             take(own, reading, file);
-    } catch (const NoReading&) {
-        refuse(file + " is not what orvista read --json prints");
+    } catch (const NoReading& mistake) {
+        refuse(file + " is not what orvista read --json prints" +
+               (mistake.why.empty() ? "" : ": " + mistake.why));
     } catch (const Overflow&) {
         refuse(file + " holds a number that is larger than a float variable can hold");
     }

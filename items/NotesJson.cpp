@@ -16,6 +16,7 @@ namespace orvista {
 namespace {
 
 constexpr int notesVersion = 1;
+constexpr const char* lastCounts = "; the last one counts";
 
 void noteBad(NotesReading& reading, std::string text) {
     if (reading.bad.size() < mostBadEntries)
@@ -123,7 +124,7 @@ private:
 
     void readItem(Item item, const JsonValue& entry) {
         if (reading_.notes.items().contains(item)) {
-            noteBad(reading_, nameOf(item) + " stands there twice; the last one counts");
+            noteBad(reading_, nameOf(item) + " stands there twice" + lastCounts);
             reading_.notes.set(item, ItemNote());
         }
         ItemNote note;
@@ -251,8 +252,8 @@ NotesReading readNotes(std::string_view bytes) {
     }
     const JsonReading json = readJson(bytes);
     reading.fault = json.fault;
-    for (const std::string& sentence : json.doubledKeys)
-        noteBad(reading, sentence);
+    for (const std::string& doubled : json.doubledKeys)
+        noteBad(reading, doubled + lastCounts);
     if (reading.fault.empty())
         NotesReader(json.value, reading).run();
     if (!reading.fault.empty())

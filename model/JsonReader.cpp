@@ -272,7 +272,7 @@ private:
             }
             united[place->second].value = std::move(value);
             doubledKeys_.push_back(quotation(key) + " stands there twice" +
-                                   (name.empty() ? "" : " in " + quotation(name)) + "; the last one counts");
+                                   (name.empty() ? "" : " in " + quotation(name)));
         }
         return united;
     }

@@ -163,9 +163,8 @@ TEST(Json, IsNotNestedDeep) {
 
 TEST(Json, OfADoubledKeyTheLastValueCounts) {
     const JsonReading reading = readJson(R"({"a": 1, "b": {"x": 1, "y": 2, "\u0078": 3}, "a": 2, "a": [4]})");
-    EXPECT_THAT(reading.doubledKeys, ElementsAre("\"x\" stands there twice in \"b\"; the last one counts",
-                                                 "\"a\" stands there twice; the last one counts",
-                                                 "\"a\" stands there twice; the last one counts"));
+    EXPECT_THAT(reading.doubledKeys, ElementsAre("\"x\" stands there twice in \"b\"",
+                                                 "\"a\" stands there twice", "\"a\" stands there twice"));
     EXPECT_EQ(reading.value, jsonOf(R"({"a": [4], "b": {"x": 3, "y": 2}})"));
 }
 
@@ -174,7 +173,7 @@ TEST(Json, FindsOneDoubledKeyAmongMany) {
     for (int i = 0; i < 10'000; ++i)
         bytes += "\"" + std::to_string(i) + "\":0,";
     const JsonReading reading = readJson(bytes + "\"77\":1}");
-    EXPECT_THAT(reading.doubledKeys, ElementsAre("\"77\" stands there twice; the last one counts"));
+    EXPECT_THAT(reading.doubledKeys, ElementsAre("\"77\" stands there twice"));
     EXPECT_EQ(reading.value.object()->size(), 10'000U);
     EXPECT_EQ(reading.value.object()->at(77).value.number(), 1);
 }
