@@ -4,13 +4,15 @@
 #include "check/Rules.h"
 #include "console/FindingText.h"
 #include "console/FixJson.h"
+#include "console/GivenProject.h"
 #include "console/NewFolder.h"
 #include "console/NotesBeside.h"
 #include "console/Output.h"
 #include "console/Projects.h"
+#include "console/ReadFiles.h"
 #include "console/Release.h"
 #include "console/Suggestion.h"
-#include "display/FolderBitmaps.h"
+#include "model/Change.h"
 #include "model/JsonText.h"
 #include "model/JsonValue.h"
 #include "model/Lines.h"
@@ -73,6 +75,17 @@ FixChoice choiceOf(const FixOptions& options, const ProjectNotes& notes) {
     return choice;
 }
 
+/// The same of the items that have no places of a master, whose texts are checked as they are.
+/// \throws CommandFailure where that leaves none
+FixChoice withoutPlaces(FixChoice choice, const Project& project, const Project& checked) {
+    if (choice.items.empty())
+        choice.items = {allItems().begin(), allItems().end()};
+    std::erase_if(choice.items, [&](Item item) { return !changesBetween(project, checked, item).empty(); });
+    if (choice.items.empty())
+        throw CommandFailure(ExitStatus::Unusable, "--item: places of a master are for people to mend");
+    return choice;
+}
+
 /// Each line of the text with a mark in front; none for no line.
 void printMarked(std::string_view mark, std::string_view text) {
     while (!text.empty()) {
@@ -120,32 +133,47 @@ void report(const FixOptions& options, int columns, const std::vector<MendedFind
           Reader::Program);
 }
 
+/// The project to write.
+std::string targetOf(const FixOptions& options) {
+    if (options.output.empty())
+        return options.project;
+    std::string target = writtenProjectName(options.output);
+    if (isSameFile(options.project, target))
+        return options.project;
+    expectNoOtherProject(options.project, target);
+    return target;
+}
+
+void save(const FixOptions& options, const std::string& target, Project project,
+          const std::vector<MendedFinding>& all) {
+    for (const MendedFinding& mended : all)
+        applyChanges(project, mended.changes);
+    if (target == options.project)
+        return saveProject(target, project);
+    makeFolderOf(target);
+    copyBitmaps(options.project, target);
+    saveProject(target, project);
+    copyNotesBeside(options.project, target);
+}
+
 ExitStatus fixProject(const FixOptions& options) {
-    expectProject(options.project);
-    const ProjectNotes notes = notesBeside(options.project);
-    const FixChoice choice = choiceOf(options, notes);
-    const int columns = panelColumns(options.columns, notes);
-    const std::string target = options.output.empty() ? options.project : writtenProjectName(options.output);
-    if (!options.output.empty())
-        expectNoOtherProject(options.project, target);
-    const Project project = readWholeProject(options.project, options.notWhole);
-    const FolderBitmaps bitmaps(project.ProjPath);
-    Fixing fixing(project, bitmaps, columns);
+    const GivenProject given(options.project, readWholeProject(options.project, options.notWhole));
+    const FixChoice choice = choiceOf(options, given.notes());
+    const int columns = panelColumns(options.columns, given.notes());
+    const std::string target = targetOf(options);
+    const ProjectView view = given.itself();
+    const ViewBitmaps bitmaps(view);
+    Fixing fixing(view.project, bitmaps.provider(), columns);
     Progress progress;
-    const auto all = mendAll(fixing, choice, [&](std::size_t count) {
+    const FixChoice mended = withoutPlaces(choice, given.project(), view.project);
+    const auto all = mendAll(fixing, mended, [&](std::size_t count) {
         if (count > 0)
             progress.show(countedText(count, "finding") + " mended");
         return true;
     });
     progress.clear();
-    if (!all.empty() && !options.dryRun) {
-        if (!options.output.empty()) {
-            makeFolderOf(target);
-            copyBitmaps(options.project, target);
-        }
-        saveProject(target, fixing.project());
-        copyNotesBeside(options.project, target);
-    }
+    if (!all.empty() && !options.dryRun)
+        save(options, target, given.project(), all);
     const std::size_t left = countOf(fixing, choice);
     report(options, columns, all, left);
     return left == 0 ? ExitStatus::Well : ExitStatus::Found;
@@ -188,7 +216,9 @@ void addFix(CLI::App& program, Run& run) {
         "printed, and the project is saved once. These are mended with --only alone, because a fix of them\n"
         "guesses what was meant:\n  " +
         codesOnDemand() +
-        "\nEnds with status 0 when nothing of the chosen codes is left, 1 when something is, 2 when the\n"
+        "\nbut for a default that is the same number written plainly. Of a master texts with places are\n"
+        "left as they are.\n"
+        "Ends with status 0 when nothing of the chosen codes is left, 1 when something is, 2 when the\n"
         "project cannot be read. Where there is nothing to mend, nothing is written.");
     command->callback([options, &run] { run = [options] { return fixProject(*options); }; });
 }

@@ -561,6 +561,11 @@ class Fix(ProgramTest):
         self.expect(0, "fix", "new/B.orx", "-o", "other/B.orx")
         self.assertFalse((self.folder / "other").exists(), "there was nothing to mend")
 
+    def test_onto_the_project_itself_it_is_as_without_a_target(self):
+        said = self.expect(0, "fix", "A.orx", "--dry-run")
+        self.assertEqual(self.expect(0, "fix", "A.orx", "-o", "./A").replace(b" mended", b" would be mended"), said)
+        self.assertIn(b"\r\nOUT GO-LEFT 1 50", (self.folder / "A.orx").read_bytes())
+
     def test_wrong_codes_and_items(self):
         for arguments, text in ((["--only", "text-cuts"], "--only: text-cuts is not a code; did you mean text-cut?"),
                                 (["--only", "invisible"], "--only: invisible is for people to mend; see orvista help invisible"),
@@ -690,11 +695,14 @@ class Show(ProgramTest):
     def test_values_that_are_none(self):
         self.picture(self.fields)
         (self.folder / "out.png").unlink()
-        for name, text in (("bad.json", "{"), ("list.json", "[1]"), ("name.json", '{"values": [{"name": 1}]}'),
-                           ("text.json", '{"values": [{"name": "CoilVar1", "value": "on"}]}')):
-            (self.folder / name).write_text(text)
-            self.assertEqual(self.complaint(2, "show", "VALUES.orx", "STDMSG1", "-o", "out.png", "--values", name),
-                             f"orvista: {name} is not what orvista read --json prints")
+        for text, why in (('{"values": [\n  {"name": "RegVar1",\n   "value": 1,}]}', ": line 3, column 15 is no JSON"),
+                          ("[" * 17, ": it is nested deeper than 16"),
+                          ('{"values": [{"name": "RegVar1", "value": 1, "value": 2}]}', ': "value" stands there twice'),
+                          ("[1]", ""), ('{"values": [{"name": 1}]}', ""),
+                          ('{"values": [{"name": "CoilVar1", "value": "on"}]}', "")):
+            (self.folder / "bad.json").write_text(text)
+            self.assertEqual(self.complaint(2, "show", "VALUES.orx", "STDMSG1", "-o", "out.png", "--values", "bad.json"),
+                             "orvista: bad.json is not what orvista read --json prints" + why)
         (self.folder / "large.json").write_text('{"values": [{"name": "RegVar1", "value": 1e39}]}')
         for values, said in (("widst", '--values: "widst" is neither default, widest, smallest, stars, a value such as RegVar1=-99.9 or '
                                        "CoilVar2=on, nor a .json file"),

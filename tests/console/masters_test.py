@@ -60,6 +60,20 @@ class Master(MastersTest):
         for command in (["check"], ["fingerprint"], ["upload"]):
             self.assertIn("d.csv", self.complaint(2, *command, "plant/PLANT.orx", "--display", "all"))
 
+    def test_places_are_left_as_they_are_where_the_rest_is_mended(self):
+        gap = b'CLEAR\r\nTEXT 0 0 RED BLACK "%s   m"\r\nDISPVAR 48 0 RED BLACK RegVar1'
+        self.project["STDMSG"].update({3: gap % b"{tank:5}", 4: gap % b"Level"})
+        device_files.write(self.folder / "plant", "PLANT", self.project)
+        self.make_master(["a,10.0.0.1,,,1,x"])
+        self.assertEqual(self.expect(1, "fix", "plant/PLANT.orx").decode(),
+                         'STDMSG4:3:24: Leave 7 blanks [field-gap]\n- TEXT 0 0 RED BLACK "Level   m"\n'
+                         '+ TEXT 0 0 RED BLACK "Level        m"\n1 finding mended, 1 left\n')
+        saved = (self.folder / "plant" / "PLANT.orx").read_bytes()
+        self.assertIn(gap % b"{tank:5}", saved)
+        self.assertIn(gap.replace(b"   ", b"        ") % b"Level", saved)
+        self.assertEqual(self.complaint(2, "fix", "plant/PLANT.orx", "--item", "STDMSG3"),
+                         "orvista: --item: places of a master are for people to mend")
+
     def test_check_names_display_message_line_and_column(self):
         self.make_master(["Line 17,10.0.0.17,,,17,R\u00fchrwerk Nord", "Line 18,10.0.0.18,,,18,x", 'Line 19,10.0.0.19,,,,"a""b"'])
         out = self.expect(1, "check", "plant/PLANT.orx", "--display", "all").decode()
