@@ -44,7 +44,9 @@ void DockRoom::fit() {
     if (dock_.height() != given_)
         wanted_ = dock_.height(); // the user's choice, or the first one
     const int spare = area->viewport()->height() - area->widget()->minimumSizeHint().height();
-    const int most = std::max(dock_.height() + spare, dock_.minimumSizeHint().height());
+    // The dock's own hint knows no more than the height that it was allowed.
+    const int least = dock_.widget()->minimumSizeHint().height();
+    const int most = std::max(dock_.height() + spare, least);
     dock_.setMaximumHeight(most);
     given_ = std::min(wanted_, most);
     if (dock_.height() < given_)

@@ -11,6 +11,7 @@
 #include <QPushButton>
 #include <QStyle>
 
+#include <algorithm>
 #include <utility>
 
 namespace orvista {
@@ -64,7 +65,7 @@ bool NoticeBar::event(QEvent* event) {
     const bool isHandled = QWidget::event(event);
     // In a dock that is short of room a text of several lines would lose the first and the last.
     if (event->type() == QEvent::Resize || event->type() == QEvent::LayoutRequest)
-        setMinimumHeight(layout()->heightForWidth(width()));
+        setMinimumHeight(std::max(0, layout()->heightForWidth(width()))); // none while all of it is hidden
     return isHandled;
 }
 

@@ -245,6 +245,8 @@ void ComparisonPanel::markNotApplied() {
                                      notAppliedMark(notApplied, row.item)));
     for (const HeldAnswer& file : files_)
         rows.push_back(fileRow(file, static_cast<int>(rows.size()), question_));
+    // They keep their place while any row needs it, so that none slips out of sight when they come.
+    pictures_->setVisible(std::ranges::any_of(rows_, &DifferenceRow::isLine));
     tblComparison->setRows(std::move(rows));
     enableTake();
     showPictures();
@@ -254,9 +256,8 @@ void ComparisonPanel::showPictures() {
     const int current = tblComparison->rowOf(tblComparison->currentIndex());
     const auto index = static_cast<std::size_t>(current);
     const bool isLine = current >= 0 && index < rows_.size() && rows_[index].isLine();
-    pictures_->setVisible(isLine);
     if (!isLine)
-        return;
+        return pictures_->showNothing();
     const DifferenceRow& row = rows_[index];
     const Project& theirs = theirs_->contents.project();
     const FolderBitmaps ourBitmaps(project_.ProjPath);

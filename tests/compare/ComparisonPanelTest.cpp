@@ -61,6 +61,7 @@ private slots:
     void enterOnARowNamesItsPlace();
     void theSelectedRowIsWanted();
     void theCurrentRowsPageIsShownFromBothSides();
+    void picturesKeepTheirPlaceWhileARowNeedsIt();
     void eachKindOfDifferenceIsAnsweredAsElsewhere();
     void withoutAProjectNothingIsCompared();
 };
@@ -124,7 +125,7 @@ void ComparisonPanelTest::theCurrentRowsPageIsShownFromBothSides() {
         return shown.panel.findChild<PanelView*>(QString::fromLatin1(panel))->accessibleDescription();
     };
     auto& pictures = *shown.panel.findChild<QWidget*>(QStringLiteral("beforeAfterPictures"));
-    QVERIFY(!pictures.isVisible());
+    const auto* const picture = shown.panel.findChild<PanelView*>(QStringLiteral("panelAfter"));
     Project theirs;
     const std::string first = "CLEAR\r\nTEXT 0 0 RED BLACK \"first\"\r\nACT STILL 500\r\nCLEAR\r\n";
     shown.project.STDMSG[2] = first + "TEXT 0 0 RED BLACK \"ours\"\r\nACT STILL 500";
@@ -133,13 +134,33 @@ void ComparisonPanelTest::theCurrentRowsPageIsShownFromBothSides() {
     shown.panel.compareWith({QStringLiteral("10.0.0.9"), DisplayContents::ofProject(theirs), nullptr},
                             ComparisonPanel::Question::WhatDiffers);
     QCOMPARE(shown.count(), 2);
+    QVERIFY(!picture->isVisible());
     for (const int row : {0, 1}) { // the second one is a line that only they have
         shown.table().setCurrentIndex(shown.table().model()->index(row, 0));
-        QVERIFY(pictures.isVisible());
+        QVERIFY(picture->isVisible());
         QCOMPARE(text("panelBefore"), QStringLiteral("ours"));
         QCOMPARE(text("panelAfter"), QStringLiteral("theirs more"));
     }
     shown.panel.clear();
+    QVERIFY(!pictures.isVisible());
+}
+
+void ComparisonPanelTest::picturesKeepTheirPlaceWhileARowNeedsIt() {
+    Shown shown;
+    const auto& pictures = *shown.panel.findChild<QWidget*>(QStringLiteral("beforeAfterPictures"));
+    const auto compare = [&shown](const char* script) {
+        Project theirs;
+        theirs.STDMSG[2] = script;
+        theirs.RegVar[0].width = "5";
+        shown.panel.compareWith({QStringLiteral("10.0.0.9"), DisplayContents::ofProject(theirs), nullptr},
+                                ComparisonPanel::Question::WhatDiffers);
+        QCOMPARE(shown.cells().front(), QStringLiteral("RegVar1"));
+        shown.table().selectRow(0);
+    };
+    compare("CLEAR\r\nACT STILL 900");
+    QVERIFY(pictures.isVisible());
+    QVERIFY(!shown.panel.findChild<PanelView*>(QStringLiteral("panelAfter"))->isVisible());
+    compare("CLEAR\r\nACT STILL 500");
     QVERIFY(!pictures.isVisible());
 }
 

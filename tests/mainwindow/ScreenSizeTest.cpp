@@ -115,12 +115,22 @@ private slots:
         for (const char* const name : {"One", "Other"})
             dock->offer({QString::fromLatin1(name), text, QStringLiteral("Show"), [] {}});
         // The page has nothing to spare.
-        QTRY_VERIFY(editor.spare() < 0 && dock->height() == dock->minimumSizeHint().height());
+        QTRY_VERIFY(editor.spare() < 0 && dock->height() == dock->widget()->minimumSizeHint().height());
         for (const char* const name : {"lblOne", "lblOther"}) {
             const auto* const line = editor.find<QLabel>(name);
             QVERIFY(line->height() > 2 * line->fontMetrics().lineSpacing());
             QCOMPARE(line->height(), line->heightForWidth(line->width()));
         }
+    }
+
+    void aLineLeavesThePanelItsFirstRow() {
+        Sized editor(halvedScreen);
+        editor.project.STDMSG[2] = "HELLO";
+        editor.showPage("C4");
+        editor.trigger("miEditNextFinding");
+        const auto* const table = editor.find<QTableView>("tblFindings");
+        QVERIFY(!editor.notice().isEmpty());
+        QTRY_VERIFY(table->viewport()->rect().contains(table->visualRect(table->currentIndex())));
     }
 
     void theWizardFitsLowScreens() {
