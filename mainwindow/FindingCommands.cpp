@@ -1,6 +1,7 @@
 #include "mainwindow/FindingCommands.h"
 
 #include "check/forms/FindingsPanel.h"
+#include "mainwindow/Navigator.h"
 #include "mainwindow/PanelDock.h"
 #include "mainwindow/ProjectChanges.h"
 
@@ -8,8 +9,9 @@
 
 namespace orvista {
 
-FindingCommands::FindingCommands(ProjectChanges& changes, PanelDock& dock, QObject* parent)
-    : QObject(parent), changes_(changes), dock_(dock) {
+FindingCommands::FindingCommands(ProjectChanges& changes, const Navigator& navigator, PanelDock& dock,
+                                 QObject* parent)
+    : QObject(parent), changes_(changes), navigator_(navigator), dock_(dock) {
     connect(&dock, &PanelDock::made, this, &FindingCommands::serve);
 }
 
@@ -36,7 +38,12 @@ void FindingCommands::check() {
 void FindingCommands::goOn(int step) {
     auto& panel = dock_.open<FindingsPanel>();
     panel.check();
-    panel.goOn(step);
+    const QString said = panel.goOn(step);
+    // Then the line says why this is not the place to go to.
+    if (navigator_.isWaiting())
+        panel.goAgain(step);
+    else
+        showNotice(said);
 }
 
 void FindingCommands::showNotice(const QString& text) {

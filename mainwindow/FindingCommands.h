@@ -5,6 +5,7 @@
 namespace orvista {
 
 class FindingsPanel;
+class Navigator;
 class PanelDock;
 class ProjectChanges;
 class ProjectPanel;
@@ -13,7 +14,7 @@ class ProjectPanel;
 class FindingCommands final : public QObject {
     Q_OBJECT
 public:
-    FindingCommands(ProjectChanges& changes, PanelDock& dock, QObject* parent);
+    FindingCommands(ProjectChanges& changes, const Navigator& navigator, PanelDock& dock, QObject* parent);
 
     /// Opens the list; where it is on the screen already, the keyboard goes there.
     void check();
@@ -26,6 +27,7 @@ private:
     void showNotice(const QString& text);
 
     ProjectChanges& changes_;
+    const Navigator& navigator_;
     PanelDock& dock_;
     bool hasSaid_ = false;
 };

@@ -33,6 +33,8 @@ public:
     /// it is about the same place and clear() was not called in between. Does nothing while there is no
     /// project or a modal dialog is open.
     void goTo(const Place& place);
+    /// Whether goTo() has only said so.
+    bool isWaiting() const { return waiting_.has_value(); }
     /// The user did something else: a place that was asked for is not waiting any more.
     void clear();
 

@@ -37,7 +37,7 @@ ProjectCommands::ProjectCommands(const Surroundings& surroundings, QMainWindow& 
       items_(new ItemCommands(
           around_.lifecycle.project(), around_.changes, around_.navigator, around_.dock,
           [&preview = preview_] { return preview.setting(); }, window)),
-      findings_(new FindingCommands(around_.changes, around_.dock, this)),
+      findings_(new FindingCommands(around_.changes, around_.navigator, around_.dock, this)),
       discarded_(new DiscardedScriptsMenu(around_.messagePage, around_.navigator, window)),
       sheets_(new SheetCommands(
           around_.lifecycle, around_.changes, around_.dock,

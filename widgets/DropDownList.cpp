@@ -10,7 +10,10 @@ DropDownList::DropDownList(QWidget* parent) : QComboBox(parent) {
 }
 
 bool DropDownList::event(QEvent* event) {
-    if (event->type() == QEvent::ShortcutOverride && static_cast<QKeyEvent*>(event)->key() == Qt::Key_F4) {
+    // F4 opens the list.
+    const auto* const key =
+        event->type() == QEvent::ShortcutOverride ? static_cast<QKeyEvent*>(event) : nullptr;
+    if (key && key->key() == Qt::Key_F4 && key->modifiers() == Qt::NoModifier) {
         event->accept();
         return true;
     }

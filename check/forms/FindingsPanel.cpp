@@ -17,7 +17,6 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMenu>
-#include <QScopedValueRollback>
 #include <QShortcut>
 #include <QVBoxLayout>
 
@@ -79,10 +78,9 @@ FindingsPanel::FindingsPanel(const Project& project, const FileRemarks& fileRema
     connect(&slices_, &QTimer::timeout, this, &FindingsPanel::checkOn);
     connect(tblFindings, &RowsTable::rowActivated, this, &FindingsPanel::goToFinding);
     connect(tblFindings, &RowsTable::rowLeft, this, &ProjectPanel::rowLeft);
-    connect(tblFindings, &RowsTable::rowLeft, this, [this] {
-        if (!isGoingOn_)
-            emit noticeAsked({});
-    });
+    connect(tblFindings, &RowsTable::rowLeft, this, [this] { emit noticeAsked({}); });
+    connect(tblFindings->selectionModel(), &QItemSelectionModel::currentChanged, this,
+            [this] { ahead_ = 0; });
     connect(tblFindings, &QWidget::customContextMenuRequested, this, &FindingsPanel::showMenu);
     for (const int key : {Qt::Key_Return, Qt::Key_Enter}) {
         auto* const fix = new QShortcut(QKeySequence(Qt::ALT | static_cast<Qt::Key>(key)), tblFindings);
@@ -169,9 +167,16 @@ void FindingsPanel::checkOn() {
 
 void FindingsPanel::take(Findings findings) {
     const std::vector<Finding> selected = selectedFindings();
+    const int row = tblFindings->currentIndex().row();
+    const std::optional<Finding> current = row < 0 ? std::nullopt : std::optional(*currentFinding());
+    const int ahead = ahead_;
     findings_ = std::move(findings);
     markNotApplied();
     select(selected);
+    if (current && sameFinding(findings_.list, *current) == nullptr)
+        ahead_ = row < tblFindings->model()->rowCount() ? 1 : -1;
+    else
+        ahead_ = ahead; // whatever became of its row
     showSummary();
 }
 
@@ -250,20 +255,21 @@ void FindingsPanel::enter() {
     tblFindings->setFocus(Qt::ShortcutFocusReason);
 }
 
-void FindingsPanel::goOn(int step) {
-    const QAbstractItemModel& shown = *tblFindings->model();
-    const int count = shown.rowCount();
+QString FindingsPanel::goOn(int step) {
+    const int count = tblFindings->model()->rowCount();
     if (count == 0)
-        return emit noticeAsked(tr("No findings"));
-    const QScopedValueRollback<bool> goingOn(isGoingOn_, true); // it leaves the row, too
-    const QModelIndex current = tblFindings->currentIndex();
-    const int before = current.isValid() ? current.row() : (step > 0 ? -1 : 0);
-    tblFindings->selectRow((before + step + count) % count);
+        return findings_.list.empty() ? tr("No findings") : tr("No finding has the text of the filter");
+    const int current = tblFindings->currentIndex().row();
+    if (current < 0)
+        tblFindings->selectRow(step > 0 ? 0 : count - 1);
+    else if (step != ahead_)
+        tblFindings->selectRow((current + step + count) % count);
+    ahead_ = 0;
     const Finding& finding = *currentFinding();
-    // The line may be needed to say why this is not the place to go to.
-    emit noticeAsked(QString::fromStdString(nameOf(finding.place)) + QStringLiteral(": ") +
-                     QString::fromStdString(finding.text));
+    const QString sentence = QString::fromStdString(nameOf(finding.place)) + QStringLiteral(": ") +
+                             QString::fromStdString(finding.text);
     goToFinding(tblFindings->rowOf(tblFindings->currentIndex()));
+    return sentence;
 }
 
 const Finding* FindingsPanel::currentFinding() const {

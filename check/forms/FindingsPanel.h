@@ -54,8 +54,12 @@ public:
 
     /// Gives the rows the keyboard.
     void enter();
-    /// Goes to the finding after the chosen row, or before it with -1; from the last to the first.
-    void goOn(int step);
+    /// Goes to the finding after the chosen one, or before it with -1; from the last to the first. One that
+    /// has taken the place of a finding that is gone is the next.
+    /// \returns what to say in one line
+    QString goOn(int step);
+    /// The way that goOn() took is barred: the same step shall take it again.
+    void goAgain(int step) { ahead_ = step; }
     /// Mends the finding of the current row by its first fix.
     void fixCurrent();
 
@@ -102,7 +106,8 @@ private:
     std::unique_ptr<AllDisplaysCheck> next_;        ///< under way
     QTimer slices_;
     Findings findings_;
-    bool isGoingOn_ = false;
+    /// Where from what was gone to last the current row lies: 1 for after it, -1 for before it, 0 for there.
+    int ahead_ = 0;
     std::vector<QString> explanations_; ///< as markup, by code
     SeenDelay* delay_;
 

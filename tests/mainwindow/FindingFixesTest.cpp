@@ -2,11 +2,15 @@
 #include "display/SettledPage.h"
 #include "tests/support/EditorFixture.h"
 #include "tests/support/ModalDriver.h"
+#include "widgets/DeviceTextEdit.h"
 #include "widgets/PanelView.h"
 #include "widgets/RowsTable.h"
 
+#include <QAbstractItemView>
 #include <QAction>
+#include <QComboBox>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -75,6 +79,10 @@ private slots:
     void theOthersHoldWithoutARowThatIsNotTicked();
     void nothingIsChangedWhileAPageShowsAnEditOfTheItem();
     void nextAndPreviousFindingGoRound();
+    void theFindingAfterOneThatIsMendedIsNext();
+    void anEditThatWouldBeLostIsDiscardedByTheSecondKeyOnly();
+    void withoutFindingsTheLineSaysSo();
+    void f4OpensAListThatHasTheKeyboard();
     void f8AgainGoesIntoTheList();
 };
 
@@ -197,6 +205,72 @@ void FindingFixesTest::nextAndPreviousFindingGoRound() {
     editor.press(Qt::Key_F4);
     QCOMPARE(editor.table()->currentIndex().row(), 1);
     QVERIFY(editor.notice().startsWith(QStringLiteral("STDMSG5: ")));
+}
+
+void FindingFixesTest::theFindingAfterOneThatIsMendedIsNext() {
+    Wrong editor;
+    const auto mendShown = [&editor](const std::string& script) {
+        editor.find<DeviceTextEdit>("txtMsg")->setBytes(script);
+        editor.click("btnMsgApply");
+    };
+    editor.press(Qt::Key_F4);
+    editor.press(Qt::Key_F4);
+    QVERIFY(editor.notice().startsWith(QStringLiteral("ALTMSG1: ")));
+    editor.press(Qt::Key_F4, Qt::ShiftModifier);
+    QVERIFY(editor.notice().startsWith(QStringLiteral("STDMSG5: ")));
+    mendShown("CLEAR");
+    QTRY_COMPARE(editor.count(), 2); // it is checked in between, or by the key
+    editor.press(Qt::Key_F4);
+    QVERIFY(editor.notice().startsWith(QStringLiteral("ALTMSG1: ")));
+    mendShown(mendedGap); // the last one
+    editor.press(Qt::Key_F4);
+    QVERIFY(editor.notice().startsWith(QStringLiteral("STDMSG3: ")));
+}
+
+void FindingFixesTest::anEditThatWouldBeLostIsDiscardedByTheSecondKeyOnly() {
+    Wrong editor;
+    editor.press(Qt::Key_F4); // from the first row to STDMSG5
+    const auto barred =
+        QStringLiteral("STDMSG5 has an edit that is not applied. Go there again to discard it.");
+    const auto edit = [&editor] {
+        editor.find<QPlainTextEdit>("txtMsg")->appendPlainText(QStringLiteral("x"));
+    };
+    edit();
+    editor.press(Qt::Key_F4);
+    QCOMPARE(editor.notice(), barred);
+    editor.press(Qt::Key_F4, Qt::ShiftModifier); // back to the edit
+    QVERIFY(editor.notice().startsWith(QStringLiteral("STDMSG5: ")));
+    editor.press(Qt::Key_F4);
+    QCOMPARE(editor.notice(), barred);
+    editor.press(Qt::Key_F4);
+    QVERIFY(editor.notice().startsWith(QStringLiteral("ALTMSG1: ")));
+    QCOMPARE(editor.find<DeviceTextEdit>("txtMsg")->bytes(), gap);
+}
+
+void FindingFixesTest::withoutFindingsTheLineSaysSo() {
+    Wrong editor;
+    editor.find<QLineEdit>("txtFindingsFilter")->setText(QStringLiteral("nowhere"));
+    editor.press(Qt::Key_F4);
+    QCOMPARE(editor.notice(), QStringLiteral("No finding has the text of the filter"));
+    editor.project.STDMSG[2] = editor.project.STDMSG[4] = editor.project.ALTMSG[0] = "CLEAR";
+    editor.press(Qt::Key_F4);
+    QCOMPARE(editor.notice(), QStringLiteral("No findings"));
+}
+
+void FindingFixesTest::f4OpensAListThatHasTheKeyboard() {
+    Wrong editor;
+    editor.press(Qt::Key_F4);
+    auto* const list = editor.find<QComboBox>("cboPreviewValues");
+    list->setFocus();
+    const auto isOpen = [list] { return list->view()->isVisible(); };
+    QTest::keyClick(list, Qt::Key_F4);
+    QVERIFY(isOpen());
+    list->hidePopup();
+    QTRY_VERIFY(!isOpen());
+    const int row = editor.table()->currentIndex().row();
+    QTest::keyClick(list, Qt::Key_F4, Qt::ShiftModifier);
+    QVERIFY(!isOpen());
+    QCOMPARE(editor.table()->currentIndex().row(), row - 1);
 }
 
 void FindingFixesTest::f8AgainGoesIntoTheList() {
