@@ -1,6 +1,7 @@
 #include "console/ReadFiles.h"
 
 #include "console/CommandFailure.h"
+#include "console/GivenProject.h"
 #include "items/NotesFile.h"
 #include "link/TransferredFiles.h"
 #include "model/FolderLookup.h"
@@ -26,6 +27,7 @@ void ReadFiles::addFolder(const std::string& folder) {
 void ReadFiles::addProject(const std::string& path) {
     add(path);
     add(notesPath(path));
+    add(listOfMaster(path));
     addFolder(PathRules::native().split(path).value_or(SplitPath{".", path}).folder);
 }
 

@@ -8,11 +8,11 @@ namespace orvista::console {
 /// The files that a command reads. Nothing that it writes may take the place of one of them.
 class ReadFiles {
 public:
-    /// Paths are UTF-8; what is not there is no file.
+    /// Paths are UTF-8; what is not there is no file, nor is an empty path.
     void add(const std::string& path);
     /// The device files and bitmaps of a folder.
     void addFolder(const std::string& folder);
-    /// The project file, its notes, and the files of its folder.
+    /// The project file, its notes, the list of a master, and the files of its folder.
     void addProject(const std::string& path);
 
     /// \param output what is to be written; an empty path is none

@@ -2,6 +2,7 @@
 
 #include "link/forms/frmSeveralDisplays.h"
 #include "mainwindow/OpenMaster.h"
+#include "mainwindow/OpenNotes.h"
 #include "mainwindow/ProgramBeside.h"
 #include "model/SystemPath.h"
 
@@ -10,8 +11,9 @@
 
 namespace orvista {
 
-FleetCommands::FleetCommands(DocMgrModule::ProjectLifecycle& lifecycle, OpenMaster& master, QWidget& window)
-    : QObject(&window), lifecycle_(lifecycle), master_(master), window_(window) {}
+FleetCommands::FleetCommands(DocMgrModule::ProjectLifecycle& lifecycle, const OpenNotes& notes,
+                             OpenMaster& master, QWidget& window)
+    : QObject(&window), lifecycle_(lifecycle), notes_(notes), master_(master), window_(window) {}
 
 void FleetCommands::miToolsSeveral_Click() {
     const Project& project = lifecycle_.project();
@@ -26,7 +28,8 @@ void FleetCommands::miToolsSeveral_Click() {
     master_.look(); // the list may be of a moment ago
     frmSeveralDisplays dialog(
         {project, DocMgrModule::projectFilePath(environment.paths, project.ProjPath, project.ProjName),
-         std::move(program), messages, master_.view().isMaster(), master_.view().displays()},
+         std::move(program), messages, master_.view().isMaster(), master_.view().displays(),
+         notes_.notes().columns},
         &window_);
     dialog.exec();
 }

@@ -48,7 +48,7 @@ ProjectCommands::ProjectCommands(const Surroundings& surroundings, QMainWindow& 
       acceptance_(new AcceptanceCommands(
           {around_.lifecycle, *comparison_, around_.notes, preview_, around_.dock, window},
           around_.acceptance)),
-      fleet_(new FleetCommands(around_.lifecycle, around_.master, window)),
+      fleet_(new FleetCommands(around_.lifecycle, around_.notes, around_.master, window)),
       names_(new NamesCommand(around_.lifecycle, around_.notes, window)) {
     connect(items_, &ItemCommands::pastedFrom, this, &ProjectCommands::itemsCameFrom);
     connect(sheets_, &SheetCommands::itemsCameFrom, this, &ProjectCommands::itemsCameFrom);

@@ -247,11 +247,11 @@ std::string frmSeveralDisplays::writeList(const std::vector<FleetDisplay>& displ
     std::filesystem::create_directory(systemPath(folder));
     const std::string copy = writeSnapshot(work_.project, folder);
     copy_ = shownPath(copy);
-    if (work_.isMaster) {
-        ProjectNotes notes; // the rows say the rest
+    ProjectNotes notes; // the rows say the rest
+    notes.columns = work_.columns;
+    if (work_.isMaster)
         notes.masterList = "displays.csv";
-        changeNotes(notesPath(copy), {}, notes);
-    }
+    changeNotes(notesPath(copy), {}, notes);
     std::vector<FleetDisplay> sent = displays;
     for (FleetDisplay& display : sent) {
         if (display.project == work_.projectFile)

@@ -7,6 +7,7 @@
 #include <QTimer>
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -35,6 +36,7 @@ public:
         Messages& messages;
         bool isMaster = false;                   ///< each display gets its own project of it
         std::vector<FleetDisplay> displays = {}; ///< the master's; shown at once
+        std::optional<int> columns = {};         ///< of the display, as they are noted
     };
     explicit frmSeveralDisplays(Work work, QWidget* parent = nullptr);
     ~frmSeveralDisplays() override;

@@ -130,6 +130,22 @@ class Upload(FleetTest):
         self.assertEqual(display.commands, [])
         self.outcome(0, "upload", "plant/BAD.orx", "--to", display.address)
 
+    def test_notes_are_read_for_the_check_and_sent_to_no_display(self):
+        display, = self.make(1)
+        self.displays.serve()
+        self.project["STDMSG"][3] = b'CLEAR\r\nTEXT 0 0 RED BLACK "Level of tank"\r\nACT STILL 1000'
+        device_files.write(self.folder / "plant", "LINE3", self.project)
+        notes = self.folder / "plant" / "LINE3.notes.json"
+        upload = ("upload", "plant/LINE3.orx", "--check", "--to", display.address)
+        notes.write_text('{"version":1,"display":{"columns":32}}')
+        self.assertIn(b"32 x ", self.expect(0, "check", "plant/LINE3.orx"))  # a warning, which lets it pass
+        self.assertEqual(self.outcome(0, *upload)[1], "")
+        self.assertEqual(display.files(), self.sent())
+        notes.write_text('{"version":2}')
+        self.assertEqual(self.outcome(0, *upload)[1],
+                         'orvista: plant/LINE3.notes.json is not taken: its "version" is not 1\n')
+        self.assertEqual(display.files(), self.sent())
+
     def test_a_full_disk_for_the_output_stops_no_transfer(self):
         displays = self.make(3)
         self.displays.serve()

@@ -46,6 +46,14 @@ class Master(MastersTest):
         changed = {name for name in before.keys() | after.keys() if before.get(name) != after.get(name)}
         self.assertEqual(changed, {"plant/PLANT.notes.json", "plant/d.csv"})
 
+    def test_nothing_is_written_in_the_place_of_its_list(self):
+        self.make_master(["a,127.0.0.1,20001,,1,x"])
+        before = self.files()
+        for command in (("addresses", "plant/PLANT.orx", "--display", "a", "-o"), ("names", "export", "plant/PLANT.orx")):
+            self.assertEqual(self.complaint(2, *command, "plant/d.csv"),
+                             "orvista: plant/d.csv is read by this command; name another file to write")
+        self.assertEqual(self.files(), before)
+
     def test_refuses_what_is_no_list(self):
         (self.folder / "bad.csv").write_text("name,address,line no\na,10.0.0.1,\n")
         result = self.run_program("master", "plant/PLANT.orx", "--list", "bad.csv")

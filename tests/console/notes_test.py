@@ -79,6 +79,16 @@ class Reading(NotesTest):
         self.expect(0, "new", "OTHER.orx")
         self.assertIsNone(json.loads(self.run_program("check", "--json", PROJECT, "OTHER.orx").stdout)["columns"])
 
+    def test_nothing_is_written_in_their_place(self):
+        (self.folder / "link.json").symlink_to(NOTES)
+        before = self.files()
+        for output, told in ((NOTES, NOTES), ("./" + NOTES, f"./{NOTES} is {NOTES}, which"), ("link.json", f"link.json is {NOTES}, which")):
+            for command in (("addresses", PROJECT, "-o"), ("addresses", PROJECT, "--template", "PUMPSTATION.orx", "-o"),
+                            ("names", "export", PROJECT), ("upload", PROJECT, "--to", "127.0.0.1:1", "--journal")):
+                self.assertEqual(self.complaint(2, *command, output),
+                                 f"orvista: {told} is read by this command; name another file to write")
+        self.assertEqual(self.files(), before)
+
     def test_items_go_by_their_labels(self):
         self.expect(0, "show", PROJECT, "STDMSG3", "-o", "name.png")
         for word in ("tankfull", "Regular3"):

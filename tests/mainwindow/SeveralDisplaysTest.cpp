@@ -1,3 +1,4 @@
+#include "items/NotesFile.h"
 #include "tests/support/CountedMouse.h"
 #include "tests/support/EditorFixture.h"
 #include "tests/support/FreeTransferPort.h"
@@ -259,6 +260,7 @@ private slots:
     void whatCannotBeADisplayIsRefusedAsItIsTyped();
     void delTakesRowsAway();
     void checksAndVerifiesOnDemand();
+    void theCheckTakesTheColumnsThatAreNoted();
     void comparesAndSendsNothing();
     void displaysOfAMasterGetTheirOwnValues();
     void aTypedDisplayOfAMasterHasNoValues();
@@ -405,6 +407,35 @@ void SeveralDisplaysTest::checksAndVerifiesOnDemand() {
     const auto commands = server.commands();
     const auto isFetch = [](const std::string& command) { return command.starts_with("RETR"); };
     QVERIFY(std::ranges::count_if(commands, isFetch) >= 6);
+}
+
+void SeveralDisplaysTest::theCheckTakesTheColumnsThatAreNoted() {
+    MasterEditor editor;
+    // Keeps what it is given, and then does as it is told.
+    const std::string given = editor.projectFolder.file("given");
+    fs::remove(editor.programFolder.file(Editor::programName));
+    writeBytes(editor.programFolder.file(Editor::programName), "#!/bin/sh\nrm -rf '" + given +
+                                                                   "'\ncp -R \"${3%/*}\" '" + given +
+                                                                   "'\nexec " ORVISTA_PROGRAM " \"$@\"\n");
+    fs::permissions(editor.programFolder.file(Editor::programName), fs::perms::owner_all);
+    const auto givenNotes = [&](const std::string& notes) {
+        writeBytes(editor.projectFolder.file("Plant.notes.json"), notes);
+        editor.openProject("Plant");
+        editor.open([&](const Dialog& dialog) {
+            dialog.paste(head + row("one", editor.first));
+            dialog.find<QCheckBox>("chkCheckFirst")->setChecked(true);
+            dialog.startAndWait();
+        });
+        return readNotesFile(given + "/project/Plant.notes.json").notes;
+    };
+    const ProjectNotes ofProject = givenNotes(R"({"version":1,"display":{"columns":48}})");
+    QCOMPARE(ofProject.columns, std::optional(48));
+    QVERIFY(!ofProject.masterList);
+    const ProjectNotes ofMaster =
+        givenNotes(R"({"version":1,"display":{"columns":64},"master":{"list":"lists/displays.csv"}})");
+    QCOMPARE(ofMaster.columns, std::optional(64));
+    QVERIFY(ofMaster.masterList);
+    QCOMPARE(givenNotes(R"({"version":1})").columns, std::optional<int>());
 }
 
 void SeveralDisplaysTest::comparesAndSendsNothing() {
