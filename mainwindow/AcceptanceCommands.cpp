@@ -31,6 +31,11 @@ QString cutOffText(const QString& display, qint64 minutes) {
     return AcceptanceCommands::tr("Acceptance at %1 was cut off %2 minutes ago…").arg(display).arg(minutes);
 }
 
+QString elsewhereText(const std::string& display) {
+    return AcceptanceCommands::tr("Another window of the program is at an acceptance at %1.")
+        .arg(QString::fromStdString(display));
+}
+
 /// The monitor reads nothing while it stands.
 class SilentMonitor {
 public:
@@ -69,8 +74,7 @@ void AcceptanceCommands::miToolsAccept_Click() {
 
 void AcceptanceCommands::accept(const EqualDisplay& display) {
     if (isAcceptedElsewhere(display.address))
-        return around_.dock.showNotice(tr("Another window of the program is at an acceptance at %1.")
-                                           .arg(QString::fromStdString(display.address)));
+        return around_.dock.showNotice(elsewhereText(display.address));
     const SilentMonitor silent(around_.dock);
     FolderCheck folder;
     frmAccept dialog({{around_.lifecycle.project(), around_.notes.notes(), folder, around_.preview.columns(),
@@ -79,6 +83,7 @@ void AcceptanceCommands::accept(const EqualDisplay& display) {
                       settings_.modbusPort,
                       display.fingerprint,
                       around_.lifecycle.fileContext().messages,
+                      [this, &display] { return claim(display.address); },
                       [this](const CutOffAcceptance& cutOff) {
                           return settings_.copies.isEmpty() || copies_.write(acceptanceCopy(cutOff));
                       }},
@@ -90,10 +95,22 @@ void AcceptanceCommands::accept(const EqualDisplay& display) {
     offerCutOff();
 }
 
+/// Leaves a copy that another window sees, then looks for one of another window: of two that begin at once
+/// at most one goes on. Where it cannot be written nothing will be switched anyway.
+std::string AcceptanceCommands::claim(const std::string& address) {
+    if (!settings_.copies.isEmpty())
+        copies_.write(acceptanceCopy({address, {}, {}}));
+    if (!isAcceptedElsewhere(address))
+        return {};
+    copies_.remove();
+    return elsewhereText(address).toStdString();
+}
+
 bool AcceptanceCommands::isAcceptedElsewhere(const std::string& address) const {
     return std::ranges::any_of(copies_.held(), [&](const RecoveryFolder::Copy& copy) {
         const auto running = readAcceptanceCopy(RecoveryFolder::bytesOf(copy.path));
-        return running && running->address == address;
+        return running && QString::fromStdString(running->address)
+                                  .compare(QString::fromStdString(address), Qt::CaseInsensitive) == 0;
     });
 }
 

@@ -48,6 +48,7 @@ public:
 private:
     void accept(const EqualDisplay& display);
     void putBack(const QString& path);
+    std::string claim(const std::string& address);
     bool isAcceptedElsewhere(const std::string& address) const;
 
     Surroundings around_;

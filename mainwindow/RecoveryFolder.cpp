@@ -72,7 +72,9 @@ bool RecoveryFolder::write(const std::string& bytes) {
     const bool isFirst = !QFile::exists(path_);
     QSaveFile file(path_);
     const auto size = static_cast<qint64>(bytes.size());
-    bool written = file.open(QIODevice::WriteOnly) && file.write(bytes.data(), size) == size && file.commit();
+    // commit() does not notice that what was buffered finds no room on the disk.
+    bool written = file.open(QIODevice::WriteOnly) && file.write(bytes.data(), size) == size &&
+                   file.flush() && file.commit();
     if (written && isFirst)
         written = syncNames();
     removeOld();

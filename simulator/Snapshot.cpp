@@ -23,7 +23,8 @@ bool Snapshot::write() {
     const LedRaster raster = moment_ ? device_.rasterAt(*moment_) : device_.raster();
     QSaveFile file(file_);
     if (file.open(QIODevice::WriteOnly) &&
-        PanelPicture(raster.size(), snapshotCell).image(raster).save(&file, "PNG") && file.commit()) {
+        PanelPicture(raster.size(), snapshotCell).image(raster).save(&file, "PNG") && file.flush() &&
+        file.commit()) {
         emit written(file_);
         return true;
     }

@@ -28,8 +28,8 @@ void saveAsPicture(const LedRaster& raster, const Project& project, Messages& me
     if (!chosen)
         return;
     QSaveFile file(shownPath(chosen->path));
-    const bool isSaved =
-        file.open(QIODevice::WriteOnly) && pictureOf(raster).save(&file, "PNG") && file.commit();
+    const bool isSaved = file.open(QIODevice::WriteOnly) && pictureOf(raster).save(&file, "PNG") &&
+                         file.flush() && file.commit();
     if (!isSaved)
         messages.show(MessageIcon::Exclamation, "unable to save " + chosen->path);
 }

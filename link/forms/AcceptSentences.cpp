@@ -81,6 +81,18 @@ QString countsText(const Acceptance& acceptance) {
     return parts.empty() ? QString() : parts.join(QStringLiteral(", ")) + u'.';
 }
 
+QString emergencyCaution(const AcceptanceRun& run) {
+    QStringList names;
+    for (const WrittenItem& written : run.written()) {
+        const DisplayItem& now = run.items().at(written.place);
+        if (now.item.kind == Kind::Emergency && now.isOn())
+            names << QString::fromStdString(now.name());
+    }
+    return names.empty() ? QString()
+                         : saying("Others may need %1 by now: see first that there is no emergency.")
+                               .arg(shortened(names));
+}
+
 QString putBackText(const AcceptanceRun& run) {
     QStringList lines;
     for (const WrittenItem& written : run.written()) {

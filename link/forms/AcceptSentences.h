@@ -14,6 +14,10 @@ QString acceptanceState(const AcceptanceRun& run, const QString& display);
 /// "2 as shown, 1 wrong, 1 skipped."; empty where nothing was said.
 QString countsText(const Acceptance& acceptance);
 
+/// Of emergency messages that would be switched off: a display does not tell who switched one on. Empty where
+/// there is none.
+QString emergencyCaution(const AcceptanceRun& run);
+
 /// What would be put back, a line each: "STDMSG3: ON now, OFF before".
 QString putBackText(const AcceptanceRun& run);
 

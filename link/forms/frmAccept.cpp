@@ -3,12 +3,14 @@
 #include "display/FieldValues.h"
 #include "items/AcceptanceFile.h"
 #include "items/MessageDigest.h"
+#include "items/NotesFile.h"
 #include "link/forms/AcceptSentences.h"
 #include "link/forms/DisplayAcceptance.h"
 #include "link/forms/ExpectedMessage.h"
 #include "model/FileNames.h"
 #include "model/FileReplacing.h"
 #include "model/People.h"
+#include "model/Text.h"
 #include "model/UtcTime.h"
 #include "widgets/FileChoice.h"
 #include "widgets/FormParts.h"
@@ -97,8 +99,8 @@ QBoxLayout* frmAccept::buildHead() {
     txtAcceptName->setToolTip(tr("Who looks at the display; it stands in the result"));
     txtAcceptName->setMaxLength(static_cast<int>(longestRemark));
     btnAcceptStart = button("btnAcceptStart", tr("S&tart…"),
-                            tr("Choose the result's file, then switch the first "
-                               "ticked message on"),
+                            tr("Choose the result's file, then switch the first ticked message on that was "
+                               "not seen yet"),
                             &frmAccept::btnAcceptStart_Click);
     auto* const row = new QHBoxLayout;
     row->addWidget(labelFor(txtAcceptName, tr("Your name:")));
@@ -190,9 +192,12 @@ void frmAccept::btnAcceptStart_Click() {
                                         this);
     if (!file)
         return;
-    path_ = file->path;
-    acceptance_ = {work_.fingerprint, work_.address, utcText(presentMoment()), lineOf(*txtAcceptName), {}};
-    write();
+    std::string fault = faultOfName(file->path);
+    if (fault.empty())
+        fault = work_.claim();
+    if (!fault.empty())
+        return work_.messages.show(MessageIcon::Exclamation, fault);
+    beginResult(file->path);
     if (!writeFault_.isEmpty())
         return work_.messages.show(MessageIcon::Exclamation, writeFault_.toStdString());
     delete run_;
@@ -201,7 +206,30 @@ void frmAccept::btnAcceptStart_Click() {
         AcceptanceRun(displayItems(project), [this](const AcceptanceRun& run) { return keep(run); }), this);
     connect(run_, &DisplayAcceptance::changed, this, &frmAccept::follow);
     connect(run_, &DisplayAcceptance::over, this, &frmAccept::finish, Qt::QueuedConnection);
-    goTo(table_.ticked().front());
+    goTo(firstToShow());
+}
+
+/// Why the result does not go there: nothing else of the project may be lost.
+std::string frmAccept::faultOfName(const std::string& path) const {
+    if (!endsWithIgnoringCase(path, ".json"))
+        return path + " does not end in .json";
+    return path == notesPath(work_.accepted.project) ? path + " holds the project's names" : std::string();
+}
+
+/// What was said before a run broke off stays, as long as it has no other file.
+void frmAccept::beginResult(const std::string& path) {
+    if (std::exchange(path_, path) != path && writeFault_.isEmpty())
+        acceptance_ = {work_.fingerprint, work_.address, utcText(presentMoment()), {}, {}};
+    acceptance_.name = lineOf(*txtAcceptName);
+    write();
+}
+
+/// The first ticked message of which nothing was said yet; the first one where something was said of each.
+Item frmAccept::firstToShow() const {
+    const std::vector<Item> ticked = table_.ticked();
+    const auto found =
+        std::ranges::find_if(ticked, [this](Item message) { return acceptance_.of(message) == nullptr; });
+    return found == ticked.end() ? ticked.front() : *found;
 }
 
 void frmAccept::write() {
@@ -259,10 +287,23 @@ void frmAccept::btnAcceptStop_Click() {
 }
 
 void frmAccept::reject() {
-    if (!isRunning())
-        return QDialog::reject();
+    if (!isRunning()) {
+        if (mayClose())
+            QDialog::reject();
+        return;
+    }
     wantsClose_ = true;
     run_->end();
+}
+
+/// Asks where what was said would be lost.
+bool frmAccept::mayClose() {
+    if (writeFault_.isEmpty() || acceptance_.messages.empty())
+        return true;
+    write();
+    follow();
+    return writeFault_.isEmpty() ||
+           work_.messages.askYesNo((writeFault_ + tr(". Close, and lose what was said?")).toStdString());
 }
 
 void frmAccept::follow() {
@@ -286,12 +327,11 @@ void frmAccept::finish() {
     at_.reset();
     table_.show(acceptance_, std::nullopt);
     follow();
-    const bool isWell = run_->run().reason().empty() && NotPutBack.empty() && writeFault_.isEmpty();
-    if (!wantsClose_)
+    if (!std::exchange(wantsClose_, false))
         return btnCancel->setFocus();
-    if (!isWell)
+    if (!run_->run().reason().empty() || !NotPutBack.empty())
         work_.messages.show(MessageIcon::Exclamation, stateText().toStdString());
-    QDialog::reject();
+    reject();
 }
 
 QString frmAccept::stateText() const {
@@ -301,6 +341,8 @@ QString frmAccept::stateText() const {
     QStringList parts{state};
     if (run_->run().isOver())
         parts.prepend(countsText(acceptance_));
+    if (!NotPutBack.empty())
+        parts << tr("Close: it is offered to be put back.");
     if (!writeFault_.isEmpty())
         parts << writeFault_ + u'.';
     parts.removeAll(QString());
@@ -311,7 +353,8 @@ void frmAccept::enableButtons() {
     const bool runs = isRunning();
     const bool waits = runs && run_->run().state() == AcceptanceRun::State::Waiting && at_;
     txtAcceptName->setEnabled(!runs);
-    btnAcceptStart->setEnabled(!runs && !table_.ticked().empty());
+    // A second run would take for what was there before what the first one has left.
+    btnAcceptStart->setEnabled(!runs && NotPutBack.empty() && !table_.ticked().empty());
     for (QWidget* const widget :
          {static_cast<QWidget*>(btnAcceptGood), static_cast<QWidget*>(btnAcceptBad),
           static_cast<QWidget*>(btnAcceptSkip), static_cast<QWidget*>(txtAcceptRemark)})

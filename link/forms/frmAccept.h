@@ -35,6 +35,8 @@ public:
         std::uint16_t port;       ///< where it speaks Modbus
         std::string fingerprint;
         Messages& messages;
+        /// Asked before anything is written: why nobody else may begin here now; empty where one may.
+        std::function<std::string()> claim;
         /// Keeps what was there before among the copies of unsaved work; false where that failed.
         std::function<bool(const CutOffAcceptance&)> keep;
     };
@@ -64,19 +66,20 @@ private:
     void btnAcceptStop_Click();
 
     void say(SeenResult result);
+    std::string faultOfName(const std::string& path) const;
+    void beginResult(const std::string& path);
     void write();
+    bool mayClose();
+    Item firstToShow() const;
     void goTo(std::optional<Item> message);
     std::optional<Item> beside(int step) const;
     void follow();
     void finish();
-    void showState();
     void enableButtons();
     bool keep(const AcceptanceRun& run) const;
     bool isRunning() const;
     bool hasVariables(Item message) const;
     QString stateText() const;
-    QString waitingText() const;
-    QString endText() const;
 
     Work work_;
     AcceptTable table_;

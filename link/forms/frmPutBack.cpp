@@ -64,8 +64,10 @@ void frmPutBack::follow() {
     if (isRead)
         txtPutBack->setPlainText(putBackText(run));
     if (isAsking)
-        lblPutBack->setText(
-            tr("The acceptance at %1 was cut off. What it has switched is to be as before:").arg(display_));
+        lblPutBack->setText(QStringList{tr("The acceptance at %1 was cut off.").arg(display_),
+                                        emergencyCaution(run), tr("What it has switched is to be as before:")}
+                                .join(u' ')
+                                .simplified());
     else if (IsDone)
         lblPutBack->setText(tr("Nothing is left to be put back at %1.").arg(display_));
     else

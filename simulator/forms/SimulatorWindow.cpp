@@ -136,7 +136,7 @@ void SimulatorWindow::makeMenus() {
 bool SimulatorWindow::saveLog(const QString& path, QString& error) const {
     QSaveFile file(path);
     const QByteArray text = log_.text();
-    if (file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.commit())
+    if (file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.flush() && file.commit())
         return true;
     error = file.errorString();
     return false;

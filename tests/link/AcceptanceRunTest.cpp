@@ -452,6 +452,37 @@ TEST(AcceptanceRun, WhatWasCutOffCanBeLeft) {
     EXPECT_THAT(later.writes, IsEmpty());
 }
 
+/// Two runs on one display, as from two computers: they cannot know of each other.
+TEST(AcceptanceRun, TwoAtOneDisplayNameEachOtherAndSwitchNoEmergencyOffThatIsNotTheirOwn) {
+    World one;
+    World two;
+    const auto hand = [](World& from, World& to) {
+        to.display = from.display;
+        to.now = from.now;
+    };
+    one.set(regular(5), true);
+    one.show(regular(1));
+    hand(one, two);
+    two.show(regular(2));
+    hand(two, one);
+    one.wait(1s);
+    one.show(regular(3));
+    hand(one, two);
+    two.wait(1s);
+    EXPECT_EQ(one.run.changedByOthers(), items({regular(1), regular(2)}));
+    EXPECT_EQ(two.run.changedByOthers(), items({regular(3)}));
+    two.show(emergency(1));
+    hand(two, one);
+    one.wait(1s);
+    EXPECT_TRUE(one.run.isOver());
+    EXPECT_EQ(one.run.reason(), "ALTMSG1 came on, which was not switched here");
+    EXPECT_EQ(one.on(), "STDMSG5 ALTMSG1");
+    hand(one, two);
+    two.end();
+    EXPECT_FALSE(two.isOn(emergency(1)));
+    EXPECT_TRUE(two.isOn(regular(5)));
+}
+
 /// A run beside a second client that writes what it likes, with failures, and with the program killed. What
 /// the display would hold without the run is known at any time.
 class RandomRun {

@@ -1,152 +1,13 @@
 #include "compare/DisplayContents.h"
 #include "items/AcceptanceCopy.h"
-#include "items/AcceptanceFile.h"
-#include "link/TransferCommands.h"
-#include "link/forms/ModbusExchange.h"
 #include "mainwindow/RecoveryFolder.h"
-#include "model/FolderCopy.h"
-#include "simulator/SimulatedDevice.h"
-#include "tests/support/EditorFixture.h"
-#include "tests/support/ModalDriver.h"
+#include "tests/mainwindow/AcceptingEditor.h"
 #include "widgets/PanelView.h"
-#include "widgets/RowsTable.h"
 
-#include <QDir>
-#include <QFileDialog>
-#include <QLabel>
 #include <QPlainTextEdit>
-#include <QPushButton>
-
-#include <optional>
 
 using namespace orvista;
 using namespace orvista::testing;
-
-namespace {
-
-const QString addressOfDisplay = QStringLiteral("127.0.0.1");
-
-/// Hands out the files of a folder as those of the display.
-class FilesFrom final : public TransferCommands {
-public:
-    void upload() override {}
-    FetchedDisplay download() override { return {}; }
-    FetchedDisplay fetch(const std::string& title, const std::string& folder) override {
-        titles.push_back(title);
-        copyFiles(source, folder);
-        return {FetchedDisplay::End::Fetched, "127.0.0.1:7000", {}, "127.0.0.1"};
-    }
-    std::string source;
-    std::vector<std::string> titles;
-};
-
-/// An editor with three messages beside a display that holds them, and a second client of that display.
-struct AcceptingEditor : EditorFixture {
-    /// \param before the start
-    explicit AcceptingEditor(const std::function<void(AcceptingEditor&)>& before = [](AcceptingEditor&) {}) {
-        recovery.folder = QString::fromStdString(copies.path());
-        before(*this);
-        startDisplay(0);
-        modbusPort = device->modbus().port();
-        startWithNewProject("Plant");
-        type("txtSystemIP", addressOfDisplay);
-        project.STDMSG[0] = "CLEAR\r\nTEXT 0 0 RED BLACK \"One\"\r\nACT STILL 2000";
-        project.STDMSG[1] =
-            "CLEAR\r\nDISPVAR 0 0 RED BLACK RegVar1\r\nDISPVARS 60 0 RED BLACK CoilVar1\r\nACT STILL 2000";
-        project.ALTMSG[2] = "CLEAR\r\nTEXT 0 0 RED BLACK \"Fire\"\r\nACT STILL 2000";
-        project.DigitalInput = 500;
-        trigger("miFileSave");
-        transfer.source = project.ProjPath;
-        copyFiles(transfer.source, root.path());
-        device->loadFiles();
-        window->useTransfer(transfer);
-        other.setDisplay("127.0.0.1", modbusPort);
-    }
-    ~AcceptingEditor() { window.reset(); }
-
-    void startDisplay(quint16 port) {
-        DeviceSettings settings;
-        settings.modbusPort = port;
-        settings.root = root.path();
-        device.emplace(settings, Faults());
-        QVERIFY(device->startModbus());
-    }
-    bool isOn(Item item) const { return device->memory().coil(addressOf(project, item)); }
-    /// The coils that are on, by name.
-    QString on() const {
-        QStringList names;
-        for (const DisplayItem& item : displayItems(project))
-            if (!item.isFloat() && isOn(item.item))
-                names << QString::fromStdString(item.name());
-        return names.join(u' ');
-    }
-    void otherSwitches(Item item, bool on) {
-        other.ask(coilRequest(static_cast<std::uint16_t>(addressOf(project, item)), on));
-        QTRY_VERIFY(!other.isAsking());
-        QCOMPARE(isOn(item), on);
-    }
-    std::string resultPath() const { return projectFolder.file("Plant-accepted.json"); }
-    void chooseResult() const {
-        onModal(QStringLiteral("comdlg"), [this](QWidget* dialog) {
-            auto* const files = qobject_cast<QFileDialog*>(dialog);
-            QCOMPARE(QFileInfo(files->selectedFiles().value(0)).fileName(),
-                     QStringLiteral("Plant-accepted.json"));
-            files->selectFile(QString::fromStdString(resultPath()));
-            QMetaObject::invokeMethod(files, "accept");
-        });
-    }
-    Acceptance result() const { return readAcceptanceFile(resultPath()).acceptance.value(); }
-    QStringList keptCopies() const {
-        return QDir(recovery.folder).entryList({QStringLiteral("*.acceptance")});
-    }
-
-    TemporaryFolder copies;
-    TemporaryFolder root;
-    std::optional<SimulatedDevice> device;
-    FilesFrom transfer;
-    ModbusExchange other;
-};
-
-/// The dialog `frmAccept`, and who sits before it.
-struct Person {
-    explicit Person(QWidget* dialog) : dialog(dialog) {}
-    template <typename Widget>
-    Widget* find(const char* name) const {
-        return dialog->findChild<Widget*>(QString::fromLatin1(name));
-    }
-    bool can(const char* button) const { return find<QPushButton>(button)->isEnabled(); }
-    void press(const char* button) const {
-        QTRY_VERIFY2(can(button), button);
-        QTest::mouseClick(find<QPushButton>(button), Qt::LeftButton);
-    }
-    QString state() const { return find<QLabel>("lblAcceptState")->text(); }
-    void awaitMessage(const AcceptingEditor& editor, const QString& names) const {
-        QTRY_COMPARE(editor.on(), names);
-        QTRY_VERIFY(can("btnAcceptGood"));
-    }
-    QStringList row(int row) const {
-        QStringList cells;
-        const auto* const model = find<RowsTable>("tblAccept")->model();
-        for (int column = 0; column < model->columnCount(); ++column)
-            cells << model->index(row, column).data().toString();
-        return cells;
-    }
-    QWidget* dialog;
-};
-
-/// Opens the dialog and begins, then lets `act` go on.
-void accept(AcceptingEditor& editor, const std::function<void(const Person&)>& act) {
-    onModal(QStringLiteral("frmAccept"), [&editor, act](QWidget* dialog) {
-        const Person person(dialog);
-        editor.chooseResult();
-        person.press("btnAcceptStart");
-        act(person);
-    });
-    editor.trigger("miToolsAccept");
-    QVERIFY(allModalsServed());
-}
-
-} // namespace
 
 class AcceptanceTest : public QObject {
     Q_OBJECT
@@ -164,6 +25,7 @@ private slots:
     void aDisplayThatRefusesEndsIt();
     void whatADeadDisplayKeepsIsOfferedAndPutBack();
     void whatWasCutOffIsOfferedForAnHour();
+    void anEmergencyMessageIsPutBackWithACaution();
     void aResultThatCannotBeWrittenIsSaid();
     void switchesNothingThatCannotBeKept();
     void isNotBegunTwice();
@@ -322,9 +184,7 @@ void AcceptanceTest::aDisplayThatRefusesEndsIt() {
     AcceptingEditor editor;
     accept(editor, [&](const Person& person) {
         person.awaitMessage(editor, QStringLiteral("STDMSG1"));
-        Faults faults;
-        faults.modbus = ModbusFault::Exception;
-        editor.device->setFaults(faults);
+        editor.fail(ModbusFault::Exception);
         QTRY_VERIFY(person.state().contains(QStringLiteral("exception 4, server device failure")));
         editor.device->setFaults(Faults());
         QTRY_COMPARE(editor.on(), QString());
@@ -337,11 +197,12 @@ void AcceptanceTest::whatADeadDisplayKeepsIsOfferedAndPutBack() {
     AcceptingEditor editor;
     accept(editor, [&](const Person& person) {
         person.awaitMessage(editor, QStringLiteral("STDMSG1"));
-        Faults faults;
-        faults.modbus = ModbusFault::Refuse;
-        editor.device->setFaults(faults);
+        editor.fail(ModbusFault::Refuse);
         person.press("btnAcceptGood");
-        QTRY_VERIFY_WITH_TIMEOUT(person.state().contains(QStringLiteral("Not put back: STDMSG1.")), 15'000);
+        QTRY_VERIFY_WITH_TIMEOUT(person.state().contains(QStringLiteral(
+                                     "Not put back: STDMSG1. Close: it is offered to be put back.")),
+                                 15'000);
+        QVERIFY(!person.can("btnAcceptStart")); // it would take STDMSG1 for what was there before
         person.press("btnCancel");
     });
     QCOMPARE(editor.keptCopies().size(), 1);
@@ -363,6 +224,8 @@ void AcceptanceTest::whatADeadDisplayKeepsIsOfferedAndPutBack() {
     QVERIFY(editor.keptCopies().isEmpty());
 }
 
+namespace {
+
 /// \param minutes since it was cut off
 void leaveCutOff(const AcceptingEditor& editor, int minutes) {
     RecoveryFolder folder(editor.recovery.folder, RecoveryFolder::acceptances);
@@ -374,6 +237,8 @@ void leaveCutOff(const AcceptingEditor& editor, int minutes) {
                              QFileDevice::FileModificationTime));
 }
 
+} // namespace
+
 void AcceptanceTest::whatWasCutOffIsOfferedForAnHour() {
     for (const int minutes : {4, 61}) {
         const AcceptingEditor editor([minutes](const AcceptingEditor& made) { leaveCutOff(made, minutes); });
@@ -384,9 +249,32 @@ void AcceptanceTest::whatWasCutOffIsOfferedForAnHour() {
     }
 }
 
+void AcceptanceTest::anEmergencyMessageIsPutBackWithACaution() {
+    AcceptingEditor editor([](const AcceptingEditor& made) {
+        Project project;
+        project.DigitalInput = 500;
+        RecoveryFolder folder(made.recovery.folder, RecoveryFolder::acceptances);
+        QVERIFY(folder.write(acceptanceCopy(
+            {"127.0.0.1", displayItems(project), {{0, {0, 0}, {1, 0}}, {44, {0, 0}, {1, 0}}}})));
+        folder.abandon();
+    });
+    editor.otherSwitches({Kind::Regular, 0}, true);
+    editor.otherSwitches({Kind::Emergency, 4}, true);
+    onModal(QStringLiteral("frmPutBack"), [&](QWidget* dialog) {
+        const Person person(dialog);
+        QTRY_COMPARE(person.find<QLabel>("lblPutBack")->text(),
+                     QStringLiteral("The acceptance at 127.0.0.1 was cut off. Others may need ALTMSG5 by "
+                                    "now: see first that there is no emergency. What it has switched is to "
+                                    "be as before:"));
+        person.press("btnCancel");
+    });
+    editor.click("btnCutOff");
+    QCOMPARE(editor.on(), QStringLiteral("STDMSG1 ALTMSG5"));
+    QCOMPARE(editor.keptCopies().size(), 1); // offered again
+}
+
 void AcceptanceTest::aResultThatCannotBeWrittenIsSaid() {
     AcceptingEditor editor;
-    QDir(QString::fromStdString(editor.projectFolder.path())).mkdir(QStringLiteral("taken"));
     onModal(QStringLiteral("frmAccept"), [&editor](QWidget* dialog) {
         const Person person(dialog);
         editor.chooseResult();

@@ -10,6 +10,7 @@
 #include <chrono>
 #include <filesystem>
 #ifdef Q_OS_UNIX
+#include "tests/support/FullDisk.h"
 #include "tests/support/Unprivileged.h"
 #endif
 
@@ -104,6 +105,7 @@ private slots:
     void anAbandonedCopyCanBeRemoved();
     void withoutAFolderNothingIsKept();
     void aFolderThatCannotBeMadeIsNoError();
+    void aFullDiskLeavesTheCopyBefore();
 };
 
 void RecoveryFolderTest::isMadeWithTheFirstCopyForItsOwnerOnly() {
@@ -304,6 +306,20 @@ void RecoveryFolderTest::aFolderThatMayNotBeWrittenIsListedAndOpened() {
     }));
     fs::permissions(copies.path().toStdString(), fs::perms(0755));
     QCOMPARE(namesIn(RecoveryFolder(copies.path())), QStringList{"Line3"});
+#endif
+}
+
+void RecoveryFolderTest::aFullDiskLeavesTheCopyBefore() {
+#ifdef Q_OS_UNIX
+    const Copies copies;
+    RecoveryFolder editor(copies.path());
+    QVERIFY(editor.write(workOf("Line3")));
+    for (const rlim_t room : {0, 100}) {
+        const FullDisk disk(room);
+        QVERIFY(!editor.write(workOf("Line4")));
+    }
+    editor.abandon();
+    QCOMPARE(namesIn(editor), QStringList{"Line3"});
 #endif
 }
 
