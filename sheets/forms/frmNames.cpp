@@ -53,6 +53,9 @@ frmNames::frmNames(Work work, QWidget* parent)
     connect(txtMasterList, &QLineEdit::textChanged, this, &frmNames::judge);
     connect(btnMasterList, &QPushButton::clicked, this, &frmNames::btnMasterList_Click);
     judge();
+    // From here on the table gives way to a fault of several lines.
+    resize(sizeHint());
+    tblNames->setMinimumHeight(tblNames->minimumHeight() / 2);
 }
 
 void frmNames::buildLayout() {

@@ -139,6 +139,7 @@ private slots:
     void okWritesTheNotesAlone();
     void whatIsTypedByKeyboardAloneIsWritten();
     void anErrorStandsAtItsRowAndHindersOk();
+    void aSentenceOfSeveralLinesTakesItsRoomFromTheTable();
     void aSpreadsheetIsPastedByColumns();
     void aTableOfNamesIsShownAndWrittenByOk();
     void aTableOfNamesWithErrorsIsTold();
@@ -306,6 +307,20 @@ void NamesTest::anErrorStandsAtItsRowAndHindersOk() {
         press(dialog, "btnCancel");
     });
     QCOMPARE(plant.noted(), readNotes(someNotes).notes);
+}
+
+void NamesTest::aSentenceOfSeveralLinesTakesItsRoomFromTheTable() {
+    const Plant plant;
+    plant.names([](QWidget& dialog) {
+        auto& sentence = in<QLabel>(dialog, "lblNames");
+        const int height = dialog.height();
+        sentence.setText(QStringLiteral("of words that go on and on ").repeated(20));
+        QTRY_VERIFY(sentence.height() > 2 * sentence.fontMetrics().lineSpacing());
+        QVERIFY(sentence.height() >= sentence.heightForWidth(sentence.width()));
+        QVERIFY(!sentence.geometry().intersects(table(dialog).geometry()));
+        QCOMPARE(dialog.height(), height);
+        press(dialog, "btnCancel");
+    });
 }
 
 void NamesTest::aSpreadsheetIsPastedByColumns() {
