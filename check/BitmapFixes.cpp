@@ -1,8 +1,9 @@
 #include "check/FixFamilies.h"
 #include "model/Quotation.h"
-#include "model/Text.h"
+#include "model/Windows1252.h"
 #include "script/ScriptText.h"
 
+#include <algorithm>
 #include <string>
 #include <string_view>
 
@@ -14,8 +15,11 @@ constexpr std::size_t mostNames = 4;
 
 /// What two names have in common that differ in ending, case or blanks only.
 std::string core(std::string_view name) {
-    std::string core = lowerAscii(name.substr(0, name.rfind('.')));
+    std::string core(name.substr(0, name.rfind('.')));
     std::erase(core, ' ');
+    std::ranges::transform(core, core.begin(), [](char letter) {
+        return static_cast<char>(lowerWindows1252(static_cast<unsigned char>(letter)));
+    });
     return core;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDeadlineTimer>
 #include <QProgressDialog>
 
 #include <cstddef>
@@ -13,8 +14,13 @@ public:
     /// \param parent whose window waits
     explicit FixProgress(QWidget& parent);
 
-    /// What is asked before each fix.
+    /// What is asked before each fix, with the number of those made.
     std::function<bool(std::size_t)> goesOn();
+
+private:
+    void look(std::size_t made);
+
+    QDeadlineTimer next_; ///< when the user is looked after
 };
 
 } // namespace orvista

@@ -72,7 +72,7 @@ protected:
     }
 
     Project project;
-    NamedBitmaps bitmaps{{"Pump 1.bmp", "later.bmp", "pump.BMP"}};
+    NamedBitmaps bitmaps{{"Pump 1.bmp", "later.bmp", "pump.BMP", "ST\xD6RUNG.bmp"}};
 };
 
 TEST_F(FixingTest, ATextThatIsCutLeavesOrShrinksOrMoves) {
@@ -201,6 +201,8 @@ TEST_F(FixingTest, BitmapsAreNamedAsTheirFilesAre) {
               (Mended{{"Write \"pump.BMP\"", "IMG 0 0 RED BLACK pump.BMP"}}));
     EXPECT_EQ(mended("IMG 0 0 RED BLACK PUMP1", "missing-bitmap"),
               (Mended{{"Write \"Pump 1.bmp\"", "IMG 0 0 RED BLACK Pump 1.bmp"}}));
+    EXPECT_EQ(mended("IMG 0 0 RED BLACK st\xF6rung.bmp", "missing-bitmap"),
+              (Mended{{"Write \"ST\u00D6RUNG.bmp\"", "IMG 0 0 RED BLACK ST\xD6RUNG.bmp"}}));
     EXPECT_EQ(mended("IMG 0 0 RED BLACK pump2.bmp", "missing-bitmap"), Mended{});
     EXPECT_EQ(mended("IMG 0 0 RED BLACK .bmp", "missing-bitmap"), Mended{});
 }

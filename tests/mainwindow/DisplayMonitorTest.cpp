@@ -19,6 +19,7 @@
 
 #include <QAbstractButton>
 #include <QCheckBox>
+#include <QComboBox>
 #include <QDoubleSpinBox>
 #include <QLabel>
 #include <QMenu>
@@ -203,6 +204,7 @@ private slots:
     void updateClosesTheConnectionFirst();
     void readsAgainOnceTheButtonsAreEnabled();
     void takesTheDisplaysMessagesIntoTheTester();
+    void thePreviewMayShowWhatTheDisplayHoldsWhileItIsRead();
     void aRowLeadsToItsItem();
     void theRowOfAnItemThatIsNotAppliedSaysSo();
     void stopsOnANewProjectAndOnOpening();
@@ -578,6 +580,32 @@ void DisplayMonitorTest::takesTheDisplaysMessagesIntoTheTester() {
                  box == 2 || box == 39);
     for (int box = 0; box < 20; ++box)
         QCOMPARE(editor.isChecked(qPrintable(QStringLiteral("chkEmergMsg(%1)").arg(box))), box == 0);
+}
+
+void DisplayMonitorTest::thePreviewMayShowWhatTheDisplayHoldsWhileItIsRead() {
+    const SimulatorProcess display;
+    MonitoringEditor editor(display.modbusPort());
+    editor.project.STDMSG[0] = "CLEAR\r\nDISPVAR 0 0 RED BLACK RegVar1\r\nACT STILL 1000";
+    writeToDisplay(at(display.modbusPort()), assignedWrites({"RegVar1=12.5"}, &editor.project));
+    editor.showMessage("R1");
+    auto* const list = editor.find<QComboBox>("cboPreviewValues");
+    const int held = list->findText(QStringLiteral("As the Display Has It"));
+    const auto canBeChosen = [list, held] {
+        return list->model()->flags(list->model()->index(held, 0)).testFlag(Qt::ItemIsEnabled);
+    };
+    const auto shown = [&editor] { return editor.find<PanelView>("panelPreview")->accessibleDescription(); };
+    QVERIFY(!canBeChosen());
+    editor.click("btnMonitorStart");
+    QTRY_VERIFY(editor.find<QPushButton>("btnMonitorTake")->isEnabled());
+    QVERIFY(canBeChosen());
+    list->setCurrentIndex(held);
+    QCOMPARE(shown(), QStringLiteral("12.500"));
+    writeToDisplay(at(display.modbusPort()), assignedWrites({"RegVar1=-7"}, &editor.project));
+    QTRY_COMPARE(shown(), QStringLiteral("-7.000"));
+    editor.click("btnMonitorStop");
+    QVERIFY(!canBeChosen());
+    QCOMPARE(list->currentText(), QStringLiteral("Defaults"));
+    QCOMPARE(shown(), QStringLiteral("0.000"));
 }
 
 void DisplayMonitorTest::aRowLeadsToItsItem() {

@@ -77,6 +77,7 @@ private slots:
     void allOfAKindAreMendedInOneStep();
     void whatIsNotSureIsNotTicked();
     void theOthersHoldWithoutARowThatIsNotTicked();
+    void stopEndsTheTrialsAndNothingIsChanged();
     void nothingIsChangedWhileAPageShowsAnEditOfTheItem();
     void nextAndPreviousFindingGoRound();
     void theFindingAfterOneThatIsMendedIsNext();
@@ -184,6 +185,32 @@ void FindingFixesTest::theOthersHoldWithoutARowThatIsNotTicked() {
     editor.chooseInMenu(QStringLiteral("Fix &All\u2026"));
     QVERIFY(allModalsServed());
     QCOMPARE(editor.project.STDMSG[2], cut + "CLEAR\r\n" + mendedGap);
+}
+
+void FindingFixesTest::stopEndsTheTrialsAndNothingIsChanged() {
+    Wrong editor;
+    std::string pages;
+    while (pages.size() < 64 * 1024)
+        pages += gap + "\r\nACT STILL 500\r\n";
+    editor.project.STDMSG.fill(pages);
+    const auto before = editor.project.STDMSG;
+    QTimer looking;
+    int stops = 0;
+    QObject::connect(&looking, &QTimer::timeout, [&stops] {
+        auto* const dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+        if (dialog == nullptr)
+            return;
+        auto* const stop = dialog->findChild<QPushButton*>();
+        if (dialog->objectName() != QStringLiteral("frmFixing") || stop->text() != QStringLiteral("Stop"))
+            return dialog->reject();
+        ++stops;
+        QTest::mouseClick(stop, Qt::LeftButton);
+    });
+    looking.start(0);
+    editor.chooseInMenu(QStringLiteral("Fix &All\u2026"));
+    QCOMPARE(stops, 1);
+    QCOMPARE(editor.project.STDMSG, before);
+    QCOMPARE(editor.notice(), QString());
 }
 
 void FindingFixesTest::nothingIsChangedWhileAPageShowsAnEditOfTheItem() {
