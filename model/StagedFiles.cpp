@@ -197,7 +197,7 @@ std::optional<std::vector<std::string>> namesOf(const fs::path& list) {
     return std::nullopt;
 }
 
-bool isNumber(std::string_view text) {
+bool isEntryNumber(std::string_view text) {
     constexpr std::size_t mostDigits = 9;
     return !text.empty() && text.size() <= mostDigits &&
            std::ranges::all_of(text, [](char c) { return c >= '0' && c <= '9'; });
@@ -206,14 +206,14 @@ bool isNumber(std::string_view text) {
 bool isStagingName(std::string_view name) {
     constexpr std::size_t withoutNumber = stagingPrefix.size() + stagingSuffix.size();
     return name.size() > withoutNumber && name.starts_with(stagingPrefix) && name.ends_with(stagingSuffix) &&
-           isNumber(name.substr(stagingPrefix.size(), name.size() - withoutNumber));
+           isEntryNumber(name.substr(stagingPrefix.size(), name.size() - withoutNumber));
 }
 
 bool isInnerName(std::string_view name) {
     for (const std::string_view suffix : {partSuffix, keptSuffix})
         if (name.ends_with(suffix))
             name.remove_suffix(suffix.size());
-    return name == listName || isNumber(name);
+    return name == listName || isEntryNumber(name);
 }
 
 /// True for a folder that only a program of ours can have made: the name, and what is in it.
