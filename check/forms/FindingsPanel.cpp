@@ -295,7 +295,13 @@ std::vector<Item> FindingsPanel::fixableItems() const {
 }
 
 std::vector<Fix> FindingsPanel::fixesOf(const Finding& finding) const {
-    return isFixable(finding.place.item) ? fixing().fixesOf(finding) : std::vector<Fix>();
+    const Item item = finding.place.item;
+    if (!isFixable(item))
+        return {};
+    Fixing fixing = this->fixing();
+    // The check of all displays may not have come round to what is in the item now.
+    const Finding* const now = sameFinding(fixing.findingsOf(item), finding);
+    return now ? fixing.fixesOf(Finding(*now)) : std::vector<Fix>();
 }
 
 void FindingsPanel::make(const Fix& fix) {

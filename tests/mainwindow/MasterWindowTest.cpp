@@ -86,6 +86,7 @@ private slots:
     void findingsShowThem();
     void allDisplaysAreOneRowForTheSame();
     void allDisplaysAreCheckedByKeyboardAlone();
+    void whatIsGoneMeanwhileIsNotMended();
     void placesAreUnderlinedAndTellTheirValues();
     void theListIsReadAgainWhenItChanges();
     void aListThatCannotBeReadIsToldInALine();
@@ -233,6 +234,23 @@ void MasterWindowTest::allDisplaysAreCheckedByKeyboardAlone() {
     QVERIFY(desk.box().hasFocus());
     QCOMPARE(desk.box().textCursor().selectedText(),
              QString("TEXT 0 0 RED BLACK \"Line {line:3>} {tank:4}\""));
+}
+
+/// The check of all displays may not have come round to what is in the message now.
+void MasterWindowTest::whatIsGoneMeanwhileIsNotMended() {
+    MasterDesk desk;
+    desk.project.STDMSG[1] = "CLEAR\r\nTEXT 0 0 RDE BLACK \"a\"";
+    desk.trigger("miToolsCheck");
+    QTest::mouseClick(desk.find<QCheckBox>("chkFindingsAllDisplays"), Qt::LeftButton);
+    auto* const table = desk.find<RowsTable>("tblFindings");
+    QTRY_COMPARE(table->model()->rowCount(), 2);
+    table->selectRow(1);
+    table->setFocus();
+    desk.project.STDMSG[1] = "X";
+    QTest::keyClick(table, Qt::Key_Return, Qt::AltModifier);
+    QCOMPARE(desk.project.STDMSG[1], std::string("X"));
+    QCOMPARE(desk.line("lblNotice"),
+             "No fix is known that mends this finding and leaves the others as they are");
 }
 
 void MasterWindowTest::placesAreUnderlinedAndTellTheirValues() {
