@@ -1,6 +1,7 @@
 #include "console/GivenProject.h"
 
 #include "check/MasterCheck.h"
+#include "console/CommaList.h"
 #include "console/FindingText.h"
 #include "console/NotesBeside.h"
 #include "console/Output.h"
@@ -16,6 +17,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <iterator>
 #include <utility>
 
 namespace orvista::console {
@@ -28,19 +30,13 @@ constexpr std::string_view allDisplays = "all";
 std::vector<std::string> splitNames(const std::vector<std::string>& texts,
                                     const std::vector<FleetDisplay>& displays) {
     std::vector<std::string> names;
-    for (std::string_view text : texts) {
+    for (const std::string& text : texts) {
         if (std::ranges::any_of(displays,
                                 [&](const auto& one) { return equalsIgnoringCase(one.name, text); })) {
             names.emplace_back(text);
             continue;
         }
-        for (;;) {
-            const std::size_t end = std::min(text.find(','), text.size());
-            names.emplace_back(trimBlanks(text.substr(0, end)));
-            if (end == text.size())
-                break;
-            text.remove_prefix(end + 1);
-        }
+        std::ranges::move(betweenCommas(text), std::back_inserter(names));
     }
     return names;
 }

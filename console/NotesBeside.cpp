@@ -64,21 +64,6 @@ std::vector<std::string> withoutAssignedLabels(std::vector<std::string> assignme
     return assignments;
 }
 
-std::string withoutAssignedLabels(std::string_view assignments, const ProjectNotes& notes) {
-    std::vector<std::string> single;
-    for (;;) {
-        const std::size_t end = assignments.find(',');
-        single.emplace_back(assignments.substr(0, end));
-        if (end == std::string_view::npos)
-            break;
-        assignments.remove_prefix(end + 1);
-    }
-    std::string all;
-    for (const std::string& one : withoutAssignedLabels(std::move(single), notes))
-        all.append(all.empty() ? "" : ",").append(one);
-    return all;
-}
-
 void changeNotesBeside(const std::string& project, const ProjectNotes& before, const ProjectNotes& after) {
     try {
         changeNotes(notesPath(project), before, after);

@@ -27,8 +27,7 @@ void addPanelColumns(CLI::App& command, std::optional<int>& columns);
 
 /// The words with each label replaced by its item's name; "Regular3" is a name, too. Other words stay.
 std::vector<std::string> withoutLabels(std::vector<std::string> words, const ProjectNotes& notes);
-/// The same for words before "=": "TankLevel=1.5", "TankLevel=1.5,PumpRuns=on".
-std::string withoutAssignedLabels(std::string_view assignments, const ProjectNotes& notes);
+/// The same for words before "=": "TankLevel=1.5".
 std::vector<std::string> withoutAssignedLabels(std::vector<std::string> assignments,
                                                const ProjectNotes& notes);
 

@@ -51,8 +51,7 @@ ExitStatus showView(const ProjectView& view, const ShowOptions& options, Picture
     picture.columns = panelColumns(picture.columns, view.notes);
     expectPicture(picture);
     expectFilled(view);
-    const DisplayValues values =
-        namedValues(withoutAssignedLabels(options.values, view.notes), view.project).at(localTimeNow());
+    const DisplayValues values = namedValues(options.values, view.project, view.notes).at(localTimeNow());
     const ViewBitmaps bitmaps(view);
     const Programme programme =
         deviceProgramme(view.project, coils, PlayList::inOrder(), bitmaps.provider(), {picture.width()});

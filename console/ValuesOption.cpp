@@ -1,5 +1,6 @@
 #include "console/ValuesOption.h"
 
+#include "console/CommaList.h"
 #include "console/CommandFailure.h"
 #include "model/Files.h"
 #include "model/Item.h"
@@ -34,15 +35,15 @@ std::optional<ValueChoice> choiceNamed(std::string_view name) {
     return std::nullopt;
 }
 
-Item variable(std::string_view name, const std::string& where) {
-    const auto item = variableNamed(name);
-    if (!item)
+/// \param item of that name
+Item expectVariable(std::optional<Item> item, std::string_view name, const std::string& where) {
+    if (!item || !isVariable(*item))
         refuse(where + ": \"" + std::string(name) + "\" is none of " + namesOf(Kind::Float) + " and " +
                namesOf(Kind::Boolean));
     return *item;
 }
 
-void assign(OwnValues& own, const std::string& assignment) {
+void assign(OwnValues& own, const std::string& assignment, const ProjectNotes& notes) {
     const std::size_t sign = assignment.find('=');
     if (sign == std::string::npos)
         refuse(
@@ -50,7 +51,8 @@ void assign(OwnValues& own, const std::string& assignment) {
             "\" is neither default, widest, smallest, stars, a value such as RegVar1=-99.9 or CoilVar2=on, "
             "nor a .json file");
     const std::string_view value = std::string_view(assignment).substr(sign + 1);
-    const Item item = variable(trimBlanks(std::string_view(assignment).substr(0, sign)), assignment);
+    const std::string_view name = trimBlanks(std::string_view(assignment).substr(0, sign));
+    const Item item = expectVariable(itemCalled(name, notes), name, assignment);
     if (item.kind == Kind::Float) {
         try {
             own.floats[item.index] = enteredFloat(value);
@@ -63,17 +65,6 @@ void assign(OwnValues& own, const std::string& assignment) {
     if (!isOn)
         refuse(assignment + ": a Boolean variable is on or off");
     own.booleans[item.index] = *isOn;
-}
-
-OwnValues assignedValues(std::string_view assignments) {
-    OwnValues own;
-    for (;;) {
-        const std::size_t end = assignments.find(',');
-        assign(own, std::string(trimBlanks(assignments.substr(0, end))));
-        if (end == std::string_view::npos)
-            return own;
-        assignments.remove_prefix(end + 1);
-    }
 }
 
 /// A document that `orvista read --json` does not print.
@@ -106,7 +97,7 @@ void take(OwnValues& own, const JsonValue& reading, const std::string& file) {
     const JsonValue* const value = reading.member("value");
     if (name == nullptr || name->text() == nullptr || value == nullptr)
         throw NoReading();
-    const Item item = variable(*name->text(), file);
+    const Item item = expectVariable(itemNamed(*name->text()), *name->text(), file);
     if (item.kind == Kind::Float) {
         if (const auto number = readFloat(reading, *value))
             own.floats[item.index] = *number;
@@ -141,12 +132,16 @@ OwnValues valuesOfReading(std::string_view text, const std::string& file) {
     return own;
 }
 
-FieldValues namedValues(const std::string& argument, const Project& project) {
+FieldValues namedValues(const std::string& argument, const Project& project, const ProjectNotes& notes) {
     if (const auto choice = choiceNamed(argument))
         return chosenValues(*choice, project);
     FieldValues values = chosenValues(ValueChoice::Defaults, project);
-    if (!endsWithIgnoringCase(argument, ".json"))
-        return withOwn(values, assignedValues(argument));
+    if (!endsWithIgnoringCase(argument, ".json")) {
+        OwnValues own;
+        for (const std::string& assignment : betweenCommas(argument))
+            assign(own, assignment, notes);
+        return withOwn(values, own);
+    }
     try {
         FileSource file(argument);
         return withOwn(values, valuesOfReading(bytesUpTo(file, maximumReadingBytes), argument));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "display/FieldValues.h"
+#include "items/ProjectNotes.h"
 
 #include <string>
 #include <string_view>
@@ -8,9 +9,9 @@
 /// The values that a picture's fields show, as the command line names them.
 namespace orvista::console {
 
-/// "widest", "RegVar1=-99.9,CoilVar2=on", or a .json file as `orvista read --json` prints it.
+/// "widest", "RegVar1=-99.9,PumpRuns=on", or a .json file as `orvista read --json` prints it.
 /// \throws CommandFailure
-FieldValues namedValues(const std::string& argument, const Project& project);
+FieldValues namedValues(const std::string& argument, const Project& project, const ProjectNotes& notes);
 
 /// What such a file says; numbers that JSON has not are taken from the raw words.
 /// \throws CommandFailure \param file its name, for what is wrong

@@ -95,7 +95,7 @@ class Reading(NotesTest):
             self.expect(0, "show", PROJECT, word, "-o", "label.png")
             self.assertEqual((self.folder / "label.png").read_bytes(), (self.folder / "name.png").read_bytes())
         for word in ("RegVar1", "TankLevel"):
-            self.expect(0, "show", PROJECT, "TankFull", "--values", f"{word}=9.87,CoilVar2=on", "-o", word + ".png")
+            self.expect(0, "show", PROJECT, "TankFull", "--values", f"CoilVar2=on, {word} = 9.87", "-o", word + ".png")
         self.assertEqual((self.folder / "RegVar1.png").read_bytes(), (self.folder / "TankLevel.png").read_bytes())
         self.assertNotEqual((self.folder / "RegVar1.png").read_bytes(), (self.folder / "name.png").read_bytes())
         self.assertIn("TankLevel is not a message", self.complaint(2, "show", PROJECT, "TankLevel", "-o", "x.png"))
