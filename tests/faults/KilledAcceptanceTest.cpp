@@ -1,8 +1,5 @@
-#include "items/AcceptanceCopy.h"
-#include "link/AcceptanceRun.h"
-#include "link/DisplayWrites.h"
-#include "link/ModbusConnection.h"
 #include "model/FileReplacing.h"
+#include "tests/faults/CarriedOut.h"
 #include "tests/support/SimulatorProcess.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -13,7 +10,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <functional>
 #include <random>
 #include <thread>
 
@@ -26,35 +22,6 @@ namespace {
 
 using namespace orvista;
 using namespace orvista::testing;
-using namespace std::chrono_literals;
-
-AcceptanceRun::Time now() {
-    return std::chrono::duration_cast<AcceptanceRun::Time>(
-        std::chrono::steady_clock::now().time_since_epoch());
-}
-
-/// \param whenIdle what is wanted then
-void carryOut(AcceptanceRun& run, const DisplayAddress& display, const std::function<void()>& whenIdle) {
-    std::optional<ModbusConnection> connection;
-    while (!run.isOver()) {
-        const auto frame = run.next(now());
-        if (!frame) {
-            if (run.state() == AcceptanceRun::State::Waiting)
-                whenIdle();
-            else
-                std::this_thread::sleep_for(1ms);
-            continue;
-        }
-        try {
-            if (!connection)
-                connection.emplace(display);
-            run.answered(connection->ask(*frame), now());
-        } catch (const DisplayFailure& failure) {
-            connection.reset();
-            run.failed(AcceptanceRun::Failure::Lost, failure.what(), now());
-        }
-    }
-}
 
 [[noreturn]] void work(const Project& project, const DisplayAddress& display, const std::string& copy,
                        unsigned seed) {
@@ -76,20 +43,8 @@ void carryOut(AcceptanceRun& run, const DisplayAddress& display, const std::func
 void putBack(const DisplayAddress& display, const std::string& copy) {
     if (!std::filesystem::exists(copy))
         return; // killed before anything was written
-    const auto cutOff = readAcceptanceCopy(fileBytes(copy));
-    if (!cutOff)
-        throw std::runtime_error("the copy is not whole");
-    AcceptanceRun run(cutOff->before, cutOff->written);
-    carryOut(run, display, [&run] { run.end(now()); });
-    if (!run.written().empty())
-        throw std::runtime_error("not put back: " + run.reason());
+    putBackCopy(display, fileBytes(copy));
     std::filesystem::remove(copy);
-}
-
-std::vector<DisplayItem> heldBy(const DisplayAddress& display, const Project& project) {
-    std::vector<DisplayItem> items = displayItems(project);
-    readFromDisplay(display, items);
-    return items;
 }
 
 void run(int kills, unsigned seed) {
