@@ -23,6 +23,7 @@
 #include "sheets/forms/frmSheetImport.h"
 #include "widgets/FileChoice.h"
 #include "widgets/PathText.h"
+#include "widgets/WorkProgress.h"
 
 #include <QFileInfo>
 #include <QGuiApplication>
@@ -117,20 +118,25 @@ public:
     BusyPointer& operator=(const BusyPointer&) = delete;
 };
 
+/// The user has stopped a long work.
+class WorkStopped {};
+
 /// \param columns of the display
-std::string bookIn(ListForm form, const Project& project, const frmBook& wanted, int columns) {
-    const BusyPointer busy;
+/// \throws WorkStopped
+std::string bookIn(ListForm form, const Project& project, const frmBook& wanted, int columns,
+                   const BookStep& step) {
     const ProjectNotes notes = readNotesFile(notesPath(project)).notes;
     const MessageBook book =
         messageBook(project, notes, FolderBitmaps(project.ProjPath),
                     {.columns = columns,
                      .addresses = wanted.UsedOnly ? AddressRows::UsedOnly : AddressRows::All,
-                     .widest = wanted.Widest});
+                     .widest = wanted.Widest},
+                    step);
     const AddressHead head = headOf(project, notes);
     if (form == ListForm::Html)
-        return bookHtml(book, project, head);
-    return printedPdf(bookHtmlBody(book, project, head),
-                      SheetCommands::tr("Messages of %1").arg(shownPath(project.ProjName)))
+        return bookHtml(book, project, head, step);
+    return printedPdf(bookHtmlBody(book, project, head, step),
+                      SheetCommands::tr("Messages of %1").arg(shownPath(project.ProjName)), step)
         .toStdString();
 }
 
@@ -191,7 +197,18 @@ void SheetCommands::miToolsBook_Click() {
     const auto form = listForm(chosen->path);
     if (form != ListForm::Html && form != ListForm::Pdf)
         return messages_.show(MessageIcon::Exclamation, chosen->path + " does not end in .html or .pdf");
-    write(chosen->path, bookIn(*form, project_, wanted, setting_().columns));
+    const BusyPointer busy;
+    WorkProgress progress(window_, QStringLiteral("frmBookProgress"), tr("Writing the message book\u2026"));
+    try {
+        const std::string bytes = bookIn(*form, project_, wanted, setting_().columns, [&progress] {
+            if (!progress.goesOn())
+                throw WorkStopped();
+        });
+        progress.reset();
+        write(chosen->path, bytes);
+    } catch (const WorkStopped&) {
+        // Nothing is written: what the file held before is still there.
+    }
 }
 
 void SheetCommands::miToolsExportMessages_Click() {

@@ -261,21 +261,25 @@ bool isOfAnotherProject(const Acceptance& acceptance, const AddressHead& head) {
     return acceptance.fingerprint != head.fingerprint;
 }
 
-std::string bookHtml(const MessageBook& book, const Project& project, const AddressHead& head) {
+std::string bookHtml(const MessageBook& book, const Project& project, const AddressHead& head,
+                     const BookStep& step) {
     return std::string(bookStart)
         .append(bookTitle(project))
         .append(bookStyle)
-        .append(bookHtmlBody(book, project, head))
+        .append(bookHtmlBody(book, project, head, step))
         .append("</body>\n</html>\n");
 }
 
-std::string bookHtmlBody(const MessageBook& book, const Project& project, const AddressHead& head) {
+std::string bookHtmlBody(const MessageBook& book, const Project& project, const AddressHead& head,
+                         const BookStep& step) {
     const BookPictures pictures(book.columns);
     std::string html = "<h1>" + bookTitle(project) + "</h1>\n" + addressHeadHtml(project, head) +
                        "<p>Panel: " + decimalText(book.columns) + " x " + decimalText(PanelSize::panelRows) +
                        " dots</p>\n" + contentsOf(book) + acceptanceHtml(book, head);
-    for (const BookMessage& message : book.messages)
+    for (const BookMessage& message : book.messages) {
+        step();
         html += messageHtml(message, pictures);
+    }
     return html + otherFindingsOf(book) + "<h2 id=\"addresses\">Addresses</h2>\n" +
            addressTablesHtml(book.addresses);
 }

@@ -15,8 +15,10 @@ inline constexpr int bookScale = 4;
 bool isOfAnotherProject(const Acceptance& acceptance, const AddressHead& head);
 
 /// One page without anything from elsewhere: its pictures are in it.
-std::string bookHtml(const MessageBook& book, const Project& project, const AddressHead& head);
+std::string bookHtml(
+    const MessageBook& book, const Project& project, const AddressHead& head, const BookStep& step = [] {});
 /// What that page shows, without a style.
-std::string bookHtmlBody(const MessageBook& book, const Project& project, const AddressHead& head);
+std::string bookHtmlBody(const MessageBook& book, const Project& project, const AddressHead& head,
+                         const BookStep& step);
 
 } // namespace orvista

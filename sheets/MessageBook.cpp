@@ -146,15 +146,18 @@ std::size_t mostPagesOfBook(int columns) {
 }
 
 MessageBook messageBook(const Project& project, const ProjectNotes& notes, const BitmapProvider& bitmaps,
-                        const BookWishes& wishes) {
+                        const BookWishes& wishes, const BookStep& step) {
     MessageBook book;
     book.columns = wishes.columns;
     book.addresses = addressList(project);
     addNotes(book.addresses, notes);
     const BookMaker maker(project, bitmaps, wishes, book.addresses);
-    for (const AddressRow& row : book.addresses)
-        if (isMessage(row.item) && row.isUsed)
-            book.messages.push_back(maker.message(row));
+    for (const AddressRow& row : book.addresses) {
+        if (!isMessage(row.item) || !row.isUsed)
+            continue;
+        step();
+        book.messages.push_back(maker.message(row));
+    }
     if (wishes.addresses == AddressRows::UsedOnly)
         std::erase_if(book.addresses, [](const AddressRow& row) { return !row.isUsed; });
     addFindings(book, checkProject(project, bitmaps, wishes.columns));

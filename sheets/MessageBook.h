@@ -11,6 +11,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -60,7 +61,11 @@ struct BookWishes {
 /// time.
 std::size_t mostPagesOfBook(int columns);
 
-MessageBook messageBook(const Project& project, const ProjectNotes& notes, const BitmapProvider& bitmaps,
-                        const BookWishes& wishes);
+/// Is called before each message. Where it throws, the work ends.
+using BookStep = std::function<void()>;
+
+MessageBook messageBook(
+    const Project& project, const ProjectNotes& notes, const BitmapProvider& bitmaps,
+    const BookWishes& wishes, const BookStep& step = [] {});
 
 } // namespace orvista

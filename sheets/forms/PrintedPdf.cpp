@@ -40,7 +40,7 @@ void paintPage(QPainter& painter, QTextDocument& document, int page, QSizeF body
 
 } // namespace
 
-QByteArray printedPdf(const std::string& body, const QString& title) {
+QByteArray printedPdf(const std::string& body, const QString& title, const std::function<void()>& step) {
     QByteArray bytes;
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::WriteOnly);
@@ -68,6 +68,7 @@ QByteArray printedPdf(const std::string& body, const QString& title) {
     document.setHtml(printable(body));
     document.setPageSize(page);
     for (int number = 0; number < document.pageCount(); ++number) {
+        step();
         if (number > 0)
             writer.newPage();
         paintPage(painter, document, number, page);

@@ -133,6 +133,7 @@ private slots:
     void namesThatBecomeEqualAreToldAndNothingIsWritten();
     void aPrefixThatCannotBeKeepsTheListWaiting();
     void theMessageBookIsWrittenAsAPageOrPrinted();
+    void aLongBookCanBeStopped();
     void anotherEndingIsRefused();
     void aNameWithoutAnEndingGetsThatOfTheFilter();
     void messagesAreWrittenAsScriptsOrPages();
@@ -222,6 +223,32 @@ void SheetCommandsTest::theMessageBookIsWrittenAsAPageOrPrinted() {
     desk.choose("miToolsBook", "book.txt");
     QCOMPARE(desk.messages.shown.size(), std::size_t{1});
     QCOMPARE(desk.messages.shown[0].text, desk.file("book.txt") + " does not end in .html or .pdf");
+}
+
+void SheetCommandsTest::aLongBookCanBeStopped() {
+    Desk desk;
+    std::string script;
+    for (int page = 0; page < 100; ++page)
+        script +=
+            "CLEAR\r\nTEXT 0 0 RED BLACK \"Pump\"\r\nDISPVAR 40 0 RED BLACK RegVar7\r\nACT STILL 10\r\n";
+    desk.project.STDMSG.fill(script);
+    desk.project.ALTMSG.fill(script);
+    desk.store("book.html", "before");
+    onModal(QStringLiteral("frmBook"), [](QWidget* dialog) { QTest::keyClick(dialog, Qt::Key_Return); });
+    onModal(QStringLiteral("comdlg"), [&desk](QWidget* dialog) {
+        auto* const files = qobject_cast<QFileDialog*>(dialog);
+        files->selectFile(QString::fromStdString(desk.file("book.html")));
+        static_cast<QDialog*>(files)->done(QDialog::Accepted);
+    });
+    onModal(QStringLiteral("frmBookProgress"), [](QWidget* dialog) {
+        QCOMPARE(dialog->findChild<QLabel*>()->text(), QStringLiteral("Writing the message book\u2026"));
+        QTest::mouseClick(dialog->findChild<QPushButton*>(), Qt::LeftButton);
+    });
+    desk.trigger("miToolsBook");
+    QVERIFY(allModalsServed());
+    QCOMPARE(desk.stored("book.html"), std::string("before"));
+    QVERIFY(desk.messages.shown.empty());
+    QCOMPARE(QGuiApplication::overrideCursor(), nullptr);
 }
 
 void SheetCommandsTest::theAddressListAsAProgramHasNamesWithThePrefix() {

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QDeadlineTimer>
+#include <QProgressDialog>
+
+namespace orvista {
+
+/// Shown while the window works on something, when that takes long; "Stop" ends it.
+class WorkProgress : public QProgressDialog {
+public:
+    /// \param parent whose window waits
+    WorkProgress(QWidget& parent, const QString& name, const QString& text);
+
+    /// To be asked before each step.
+    bool goesOn();
+
+protected:
+    /// It is shown, or looks anew, with the next step.
+    bool isDue() const { return next_.hasExpired(); }
+
+private:
+    QDeadlineTimer next_;
+};
+
+} // namespace orvista
