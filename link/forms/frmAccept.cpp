@@ -156,7 +156,7 @@ QBoxLayout* frmAccept::buildEnd() {
 
 void frmAccept::buildLayout() {
     // No wider, that large letters leave the picture beside it as large as those in its rows.
-    makeRoom(table_.widget(), {.characters = 48, .lines = 10});
+    makeRoom(table_.widget(), {.characters = 36, .lines = 10});
     auto* const views = new QSplitter;
     views->setChildrenCollapsible(false);
     views->addWidget(table_.widget());
@@ -353,6 +353,8 @@ void frmAccept::enableButtons() {
     const bool runs = isRunning();
     const bool waits = runs && run_->run().state() == AcceptanceRun::State::Waiting && at_;
     txtAcceptName->setEnabled(!runs);
+    // A box that is disabled while its window is not active would show a cursor still.
+    txtAcceptName->setReadOnly(runs);
     // A second run would take for what was there before what the first one has left.
     btnAcceptStart->setEnabled(!runs && NotPutBack.empty() && !table_.ticked().empty());
     for (QWidget* const widget :

@@ -41,6 +41,10 @@ void AcceptanceTest::showsTheMessagesOneAfterTheOther() {
         QCOMPARE(person.find<QLabel>("lblAcceptMessage")->text(),
                  QStringLiteral("The display should show STDMSG1:"));
         QTRY_COMPARE(person.find<PanelView>("acceptPanel")->shown(), editor.device->raster());
+        // As large as in the rows, whatever the letters are.
+        QVERIFY(person.find<PanelView>("acceptPanel")->width() >=
+                person.find<RowsTable>("tblAccept")->columnWidth(2));
+        QVERIFY(person.find<QLineEdit>("txtAcceptName")->isReadOnly()); // no cursor
         person.press("btnAcceptGood");
         person.awaitMessage(editor, QStringLiteral("STDMSG2"));
         QCOMPARE(editor.result().messages.size(), std::size_t{1}); // whole after each message
