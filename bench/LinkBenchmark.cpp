@@ -115,7 +115,7 @@ Seconds upload(const testing::FtpTestServer& server, const std::vector<std::stri
 }
 
 void uploadPlainly(const testing::FtpTestServer& server, const std::vector<std::string>& paths) {
-    PlainFtp ftp(static_cast<std::uint16_t>(server.port()));
+    PlainFtp ftp({"127.0.0.1", static_cast<std::uint16_t>(server.port())});
     ftp.begin();
     for (const std::string& path : paths)
         ftp.store(path.substr(path.find_last_of('/') + 1), testing::fileBytes(path));

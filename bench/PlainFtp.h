@@ -1,5 +1,6 @@
 #pragma once
 
+#include "link/DisplayAddress.h"
 #include "link/ftp/FtpTransferControl.h"
 
 #include <arpa/inet.h>
@@ -15,14 +16,16 @@
 
 namespace orvista::bench {
 
-/// A connected socket of 127.0.0.1, closed with the object.
+/// A connected socket, closed with the object.
 class PlainSocket {
 public:
-    explicit PlainSocket(std::uint16_t port) : socket_(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
+    /// \param display with an IPv4 address
+    explicit PlainSocket(const DisplayAddress& display)
+        : socket_(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
         sockaddr_in address{};
         address.sin_family = AF_INET;
-        address.sin_port = htons(port);
-        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        address.sin_port = htons(display.port);
+        inet_pton(AF_INET, display.host.c_str(), &address.sin_addr);
         const int atOnce = 1;
         setsockopt(socket_, IPPROTO_TCP, TCP_NODELAY, &atOnce, sizeof atOnce);
         if (connect(socket_, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0)
@@ -63,7 +66,7 @@ private:
 /// The editor's dialogue with the device over plain blocking sockets: the least that a transfer can take.
 class PlainFtp {
 public:
-    explicit PlainFtp(std::uint16_t port) : control_(port) {
+    explicit PlainFtp(const DisplayAddress& display) : host_(display.host), control_(display) {
         reply();
         say("USER " + std::string(ftpUser));
         say("PASS " + std::string(ftpPassword));
@@ -72,7 +75,7 @@ public:
     void begin() { say(std::string(uploadBeginsCommand)); }
     void store(const std::string& name, std::string_view bytes) {
         {
-            const PlainSocket data(passivePort());
+            const PlainSocket data(passive());
             take('I');
             say("STOR " + name);
             data.sendAll(bytes);
@@ -82,7 +85,7 @@ public:
     }
     /// The names of the folder, or with a name that file.
     std::string fetch(const std::string& name = {}) {
-        const PlainSocket data(passivePort());
+        const PlainSocket data(passive());
         take(name.empty() ? 'A' : 'I');
         if (!name.empty())
             say("SIZE " + name);
@@ -96,9 +99,9 @@ public:
     void quit() { say("QUIT"); }
 
 private:
-    std::uint16_t passivePort() {
+    DisplayAddress passive() {
         const std::string opened = say("EPSV");
-        return static_cast<std::uint16_t>(std::stoi(opened.substr(opened.find("|||") + 3)));
+        return {host_, static_cast<std::uint16_t>(std::stoi(opened.substr(opened.find("|||") + 3)))};
     }
     void take(char type) {
         if (type_ != type)
@@ -122,6 +125,7 @@ private:
         }
     }
 
+    std::string host_;
     PlainSocket control_;
     std::string received_;
     char type_ = 0;

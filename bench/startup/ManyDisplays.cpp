@@ -10,7 +10,9 @@
 #include <unistd.h>
 
 /// many_displays COUNT FOLDER: the file service of so many simulated displays in one process, each with a
-/// folder of its own below FOLDER. Prints their ports, and ends when standard input ends.
+/// folder of its own below FOLDER, and an address of its own: of ports that have been used the system keeps
+/// some back for a minute, and looks longer and longer for a free one. Prints addresses and ports, and ends
+/// when standard input ends.
 int main(int argc, char* argv[]) {
     using namespace orvista;
     const QCoreApplication application(argc, argv);
@@ -24,14 +26,16 @@ int main(int argc, char* argv[]) {
     constexpr quint16 lowestPort = 12000;
     constexpr quint16 highestPort = 32767;
     std::deque<Display> displays;
-    quint16 port = lowestPort;
+    constexpr quint32 firstAddress = (127U << 24) + (1U << 8) + 1; // 127.0.1.1
     for (int i = 0; i < std::atoi(argv[1]); ++i) {
         const QString folder = QDir(argv[2]).filePath(QString::number(i));
         QDir().mkpath(folder);
         Display& display = displays.emplace_back(folder);
-        while (!display.service.start(QHostAddress::LocalHost, port) && port < highestPort)
+        const QHostAddress address(firstAddress + static_cast<quint32>(i));
+        quint16 port = lowestPort;
+        while (!display.service.start(address, port) && port < highestPort)
             ++port;
-        std::printf("%d\n", port++);
+        std::printf("%s %d\n", qPrintable(address.toString()), port);
     }
     std::fflush(stdout);
     QSocketNotifier end(STDIN_FILENO, QSocketNotifier::Read);
