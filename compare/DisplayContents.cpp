@@ -92,7 +92,7 @@ Project withLinesThatCount(Project project) {
     return project;
 }
 
-/// Lower case, UTF-8: the display knows bitmaps in any ASCII case.
+/// Lower case, UTF-8.
 template <typename Scripts>
 void addShownBitmaps(const Scripts& scripts, std::set<std::string>& names) {
     for (const std::string& script : scripts)
@@ -128,6 +128,7 @@ DisplayContents DisplayContents::ofFetched(const FetchedFiles& files, const Disp
     if (contents.readsAs(before)) {
         contents.files_ = before.files_;
         contents.project_ = before.project_;
+        contents.shown_ = before.shown_;
         contents.holdsProject_ = before.holdsProject_;
     } else {
         contents.read();
@@ -185,6 +186,9 @@ void DisplayContents::read() {
     const Project said = withLinesThatCount(project_);
     for (HeldFile* const held : plain)
         held->meaning = writtenBytes(*held->file, said);
+    // The display knows bitmaps in any ASCII case.
+    addShownBitmaps(project_.STDMSG, shown_);
+    addShownBitmaps(project_.ALTMSG, shown_);
 }
 
 void DisplayContents::findBitmaps(const std::string& folder) {
@@ -194,13 +198,10 @@ void DisplayContents::findBitmaps(const std::string& folder) {
 }
 
 void DisplayContents::addBitmaps(const std::vector<std::string>& names) {
-    std::set<std::string> shown;
-    addShownBitmaps(project_.STDMSG, shown);
-    addShownBitmaps(project_.ALTMSG, shown);
     for (const std::string& name : names) {
         const std::string lower = lowerAscii(name);
         const bool isAlone = std::ranges::count(names, lower, lowerAscii) == 1;
-        bitmaps_.push_back({name, {}, {}, isAlone ? lower : name, shown.contains(lower)});
+        bitmaps_.push_back({name, {}, {}, isAlone ? lower : name, shown_.contains(lower)});
     }
 }
 

@@ -6,6 +6,7 @@
 
 #include <array>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -68,6 +69,7 @@ private:
 
     std::vector<HeldFile> files_;
     std::vector<HeldBitmap> bitmaps_;
+    std::set<std::string> shown_; ///< names of bitmaps in project_, lower case, UTF-8
     Project project_;
     bool holdsProject_ = false;
 };

@@ -137,10 +137,13 @@ bool ChildProcess::read(std::string& bytes) {
     std::array<char, 4096> piece{};
     for (;;) {
         const ssize_t size = ::read(system_->output.get(), piece.data(), piece.size());
-        if (size > 0)
-            bytes.append(piece.data(), static_cast<std::size_t>(size));
-        else if (size == 0 || errno != EINTR)
-            return size != 0 && errno == EAGAIN;
+        if (size < 0 && errno == EINTR)
+            continue;
+        if (size <= 0)
+            return size < 0 && errno == EAGAIN;
+        bytes.append(piece.data(), static_cast<std::size_t>(size));
+        if (static_cast<std::size_t>(size) < piece.size())
+            return true; // whether that was all, the next call sees
     }
 }
 

@@ -34,10 +34,13 @@ void FolderTarget::complete() {
     staging_->complete();
 }
 
-bool FetchedTarget::canHold(const std::string& name) const {
+FetchedTarget::FetchedTarget(FetchedFiles& files) : files_(files) {
     std::error_code unknown;
-    return DownloadStaging::canAppear(
-        utf8Path(std::filesystem::temp_directory_path(unknown) / systemPath(name)));
+    place_ = std::filesystem::temp_directory_path(unknown);
+}
+
+bool FetchedTarget::canHold(const std::string& name) const {
+    return DownloadStaging::canAppear(utf8Path(place_ / systemPath(name)));
 }
 
 } // namespace orvista

@@ -6,6 +6,7 @@
 #include "model/PathRules.h"
 
 #include <cstddef>
+#include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
@@ -47,7 +48,7 @@ private:
 /// Files that are looked at and go away again. Their names are those that could lie on the disk.
 class FetchedTarget final : public DownloadTarget {
 public:
-    explicit FetchedTarget(FetchedFiles& files) : files_(files) {}
+    explicit FetchedTarget(FetchedFiles& files);
     bool canHold(const std::string& name) const override;
     void expect(const std::vector<std::string>& names) override { names_ = names; }
     std::unique_ptr<ByteSink> next() override { return files_.add(names_[next_++]); }
@@ -55,6 +56,7 @@ public:
 
 private:
     FetchedFiles& files_;
+    std::filesystem::path place_; ///< where they would lie
     std::vector<std::string> names_;
     std::size_t next_ = 0;
 };
