@@ -10,6 +10,7 @@ namespace orvista {
 inline constexpr std::string_view causeHungUp = "hung up";
 inline constexpr std::string_view causeUnknownHost = "unknown host";
 inline constexpr std::string_view causeNoFileService = "no file service answers there";
+inline constexpr std::string_view causeTooLong = "it is too long";
 
 /// "no answer within 10 s"
 std::string silenceCause(std::chrono::seconds timeout);

@@ -43,7 +43,7 @@ std::string ftpCause(const FtpFailure& failure) {
         return "it ended too early";
     case CURLE_FILESIZE_EXCEEDED:
     case CURLE_WRITE_ERROR:
-        return "it is too long, or cannot be written here";
+        return std::string(causeTooLong);
     case CURLE_ABORTED_BY_CALLBACK:
     case CURLE_READ_ERROR:
         return "it cannot be read here";

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <exception>
+#include <system_error>
 #include <utility>
 
 namespace orvista {
@@ -13,7 +14,7 @@ namespace orvista {
 namespace {
 
 /// Before it opens a data connection the library waits for nothing that could be seen to come; left to itself
-/// it goes on after a second.
+/// it goes on after a second, asked once more mostly at once.
 constexpr int pollMilliseconds = 1;
 /// While it waits for the device it is woken at once. In between only silence, and that all is to end, are
 /// looked for.
@@ -61,7 +62,7 @@ FtpLink::FtpLink(std::unique_ptr<const CurlLibrary> library, Server server, Tran
       url_(curl_->urlInit(), curl_->urlCleanup),
       multi_(curl_->multiInit(), curl_->multiCleanup),
       handle_(curl_->easyInit(), curl_->easyCleanup) {
-    if (!url_ || !multi_ || !handle_)
+    if (!url_ || !multi_ || !handle_ || !setServer())
         return;
     prepare({});
     set(CURLOPT_NOBODY, 1L);
@@ -93,10 +94,7 @@ bool FtpLink::fetch(const std::string& remoteName, std::int64_t sizeLimit, ByteS
     // A server may give no size beforehand, or a wrong one.
     const Receiver receiver = [&](std::string_view bytes) {
         rest -= static_cast<std::int64_t>(bytes.size());
-        if (rest < 0)
-            return false;
-        sink.write(bytes);
-        return true;
+        return rest < 0 ? refuse(causeTooLong) : takeInto(sink, bytes);
     };
     prepare(remoteName);
     set(CURLOPT_MAXFILESIZE_LARGE, static_cast<curl_off_t>(sizeLimit));
@@ -105,6 +103,21 @@ bool FtpLink::fetch(const std::string& remoteName, std::int64_t sizeLimit, ByteS
     set(CURLOPT_WRITEFUNCTION, &handToReceiver);
     set(CURLOPT_WRITEDATA, static_cast<const void*>(&receiver));
     return perform();
+}
+
+bool FtpLink::takeInto(ByteSink& sink, std::string_view bytes) {
+    try {
+        sink.write(bytes);
+        return true;
+    } catch (const std::system_error& failure) {
+        return refuse("it cannot be written here: " + failure.code().message());
+    }
+}
+
+/// What arrives. The display may then have more than it told of, which is not the cause.
+bool FtpLink::refuse(std::string_view cause) {
+    givenUpCause_ = cause;
+    return false;
 }
 
 bool FtpLink::list(const Receiver& receiver) {
@@ -151,7 +164,8 @@ int FtpLink::acceptConnection(void* link, char*, char*, int, int localPort) {
 void FtpLink::prepare(const std::string& remoteName) {
     // Keeps the connection.
     curl_->easyReset(handle_.get());
-    usable_ = setUrl(remoteName);
+    const std::string path = "/" + escapedForUrl(remoteName);
+    usable_ = curl_->urlSet(url_.get(), CURLUPART_PATH, path.c_str(), 0) == CURLUE_OK;
     set(CURLOPT_CURLU, url_.get());
     set(CURLOPT_PROTOCOLS_STR, "ftp");
     set(CURLOPT_PROXY, ""); // none from the environment either
@@ -172,15 +186,13 @@ void FtpLink::prepare(const std::string& remoteName) {
     set(CURLOPT_PREREQDATA, static_cast<void*>(this));
 }
 
-bool FtpLink::setUrl(const std::string& remoteName) {
+bool FtpLink::setServer() {
     const bool isNumericV6 = server_.host.find(':') != std::string::npos;
     const std::string host = isNumericV6 ? "[" + server_.host + "]" : server_.host;
     const std::string port = std::to_string(server_.port);
-    const std::string path = "/" + escapedForUrl(remoteName);
     return curl_->urlSet(url_.get(), CURLUPART_SCHEME, "ftp", 0) == CURLUE_OK &&
            curl_->urlSet(url_.get(), CURLUPART_HOST, host.c_str(), 0) == CURLUE_OK &&
-           curl_->urlSet(url_.get(), CURLUPART_PORT, port.c_str(), 0) == CURLUE_OK &&
-           curl_->urlSet(url_.get(), CURLUPART_PATH, path.c_str(), 0) == CURLUE_OK;
+           curl_->urlSet(url_.get(), CURLUPART_PORT, port.c_str(), 0) == CURLUE_OK;
 }
 
 bool FtpLink::perform() {
@@ -191,6 +203,7 @@ bool FtpLink::perform() {
     if (!usable_ || curl_->multiAddHandle(multi_.get(), handle_.get()) != CURLM_OK)
         return false;
     watch_ = TransferWatch(clock_(), server_.timeout);
+    idle_ = false;
     const bool done = runToItsEnd();
     if (!done)
         cause_ = causeOfFailure();
@@ -225,7 +238,8 @@ bool FtpLink::waitForMore() {
     int highest = -1;
     const bool known =
         curl_->multiWatched(multi_.get(), &reading, &writing, &failing, &highest) == CURLM_OK && highest >= 0;
-    const int milliseconds = known ? watchMilliseconds : pollMilliseconds;
+    const bool wasIdle = std::exchange(idle_, !known);
+    const int milliseconds = known ? watchMilliseconds : wasIdle ? pollMilliseconds : 0;
     return curl_->multiPoll(multi_.get(), nullptr, 0, milliseconds, nullptr) == CURLM_OK;
 }
 
@@ -244,7 +258,8 @@ bool FtpLink::seesEndOfData() {
 bool FtpLink::hasMoreThanToldOf() {
     if (!dataEnd_.hasMore())
         return false;
-    givenUpCause_ = "it is longer than the display said";
+    if (givenUpCause_.empty())
+        givenUpCause_ = "it is longer than the display said";
     return true;
 }
 

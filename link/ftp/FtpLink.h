@@ -60,9 +60,11 @@ private:
                                 int localPort);
 
     void prepare(const std::string& remoteName);
-    bool setUrl(const std::string& remoteName);
+    bool setServer();
     bool perform();
     bool runToItsEnd();
+    bool takeInto(ByteSink& sink, std::string_view bytes);
+    bool refuse(std::string_view cause);
     bool waitForMore();
     bool seesEndOfData();
     bool hasMoreThanToldOf();
@@ -88,6 +90,7 @@ private:
     bool isReconnect_ = false;
     int localPort_ = 0;
     bool usable_ = true;
+    bool idle_ = false; ///< the library waited for nothing when it was last called
     bool open_ = false;
     std::unique_ptr<CURLU, decltype(&curl_url_cleanup)> url_;
     /// Holds the connection.

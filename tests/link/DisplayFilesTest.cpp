@@ -5,7 +5,10 @@
 
 #include <gmock/gmock.h>
 
+#include <cstdlib>
 #include <filesystem>
+#include <optional>
+#include <string>
 
 namespace orvista {
 namespace {
@@ -86,6 +89,35 @@ TEST_F(DisplayFilesTest, WhatIsOnlyLookedAtFailsAsADownloadDoes) {
     } catch (const FetchFailure& failure) {
         EXPECT_STREQ(failure.what(), "altmsg.ilm could not be fetched: 550 /altmsg.ilm is not retrievable.");
     }
+}
+
+/// Why the files of a display with this fault cannot be looked at.
+/// \param temporary where the program keeps them meanwhile
+std::string refusalOf(const std::string& fault, const ScratchFolder& temporary) {
+    FtpTestServer server({"--fault", fault});
+    server.putDeviceFiles();
+    const char* const before = getenv("TMPDIR");
+    const std::optional<std::string> setting = before ? std::optional<std::string>(before) : std::nullopt;
+    setenv("TMPDIR", temporary.path().c_str(), 1);
+    std::string refusal;
+    try {
+        UnwatchedTransfer progress;
+        fetchDisplayFiles({"127.0.0.1", static_cast<std::uint16_t>(server.port())}, progress,
+                          makeTransferControl);
+    } catch (const FetchFailure& failure) {
+        refusal = failure.what();
+    }
+    setting ? setenv("TMPDIR", setting->c_str(), 1) : unsetenv("TMPDIR");
+    return refusal;
+}
+
+TEST(EndlessDisplayTest, IsRefusedAndLeavesNothing) {
+    const ScratchFolder temporary;
+    EXPECT_EQ(refusalOf("endless-retrieve", temporary),
+              "modbus.adr could not be fetched: it is longer than the display said");
+    EXPECT_EQ(refusalOf("endless-retrieve-no-size", temporary),
+              "modbus.adr could not be fetched: it is too long");
+    EXPECT_TRUE(std::filesystem::is_empty(temporary.path()));
 }
 
 TEST_F(DisplayFilesTest, ADisplayThatLacksAFileLeavesTheFolderAsItWas) {

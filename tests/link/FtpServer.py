@@ -97,9 +97,18 @@ class SlowFile:
         self.file.close()
 
 
+class EndlessFile(SlowFile):
+    """Gives as much as anybody takes."""
+
+    def read(self, size):
+        return bytes(size)
+
+
 class Files(AbstractedFS):
     def open(self, filename, mode):
         file = super().open(filename, mode)
+        if mode == "rb" and OPTIONS.fault in ("endless-retrieve", "endless-retrieve-no-size"):
+            return EndlessFile(file)
         if mode == "rb" and OPTIONS.fault == "slow-retrieve":
             return SlowFile(file)
         if mode == "rb" and OPTIONS.fault in ("hang-up-in-retrieve", "short-retrieve", "silent-in-retrieve",
@@ -191,7 +200,7 @@ class Control(FTPHandler):
         return super().ftp_RETR(file)
 
     def ftp_SIZE(self, path):
-        if OPTIONS.fault in ("no-size", "small-announcement"):
+        if OPTIONS.fault in ("no-size", "endless-retrieve-no-size", "small-announcement"):
             self.respond("502 Command not implemented.")
             return None
         if OPTIONS.fault == "small-size" and path.endswith(".bmp"):

@@ -417,6 +417,7 @@ TEST_F(FtpLinkTest, ASinkThatThrowsFailsTheFile) {
     FtpLink link = connected();
     ASSERT_TRUE(link.isOpen());
     EXPECT_FALSE(link.fetch("ten.bmp", 100, disk));
+    EXPECT_EQ(link.cause(), "it cannot be written here: No space left on device");
 }
 
 TEST_F(FtpLinkTest, AReceiverThatThrowsFailsTheList) {
@@ -430,6 +431,7 @@ TEST_F(FtpLinkTest, TheSizeLimitIsTheLargestSize) {
     EXPECT_TRUE(link.fetch("ten.bmp", 10, sink));
     EXPECT_EQ(sink.bytes(), "0123456789");
     EXPECT_FALSE(link.fetch("ten.bmp", 9, sink));
+    EXPECT_EQ(link.cause(), "it is too long");
 }
 
 TEST_F(FtpTransferControlTest, TwentyMegabytesArrive) {
