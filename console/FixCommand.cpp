@@ -140,6 +140,7 @@ std::string targetOf(const FixOptions& options) {
     std::string target = writtenProjectName(options.output);
     if (isSameFile(options.project, target))
         return options.project;
+    expectApartFromProject(target, options.project);
     expectNoOtherProject(options.project, target);
     return target;
 }

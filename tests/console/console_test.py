@@ -989,7 +989,7 @@ class Sheets(ProgramTest):
                 (["show", PROJECT, "STDMSG1"], "c.png", "pump.bmp"), (["addresses", PROJECT], "d.html", PROJECT),
                 (["messages", "import", PROJECT, "messages.csv"], "E.orx", "messages.csv"),
                 (["messages", "import", PROJECT, "messages.csv"], "F.orx", "ilmvar.def"),
-                (["mend", PROJECT], "new/G.orx", "modbus.adr")):
+                (["mend", PROJECT], "new/G.orx", "modbus.adr"), (["fix", PROJECT], "new/G.orx", "modbus.adr")):
             self.assertIn(f"orvista: {output} is {target if '/' in target or target.endswith(('.orx', '.csv')) else ''}",
                           self.complaint(2, *arguments, "-o", output))
         self.assertEqual(self.files(), before)
