@@ -1,5 +1,6 @@
 #include "console/FleetJournal.h"
 
+#include "console/FleetLines.h"
 #include "console/Release.h"
 #include "link/FleetFields.h"
 #include "model/JsonText.h"
@@ -9,7 +10,6 @@
 #include "model/UtcTime.h"
 
 #include <chrono>
-#include <cmath>
 #include <system_error>
 
 namespace orvista::console {
@@ -40,7 +40,7 @@ void FleetJournal::append(const FleetTask& task, const FleetResult& result) {
                                    {fleetFields::result, outcomeWord(result.end.outcome)},
                                    {fleetFields::reason, result.end.reason},
                                    {fleetFields::files, result.end.files},
-                                   {fleetFields::seconds, std::round(result.seconds * 100) / 100},
+                                   {fleetFields::seconds, inHundredths(result.seconds)},
                                    {"version", programRelease}});
     try {
         SystemFile file(systemPath(path_), SystemFile::Mode::Append);

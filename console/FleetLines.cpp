@@ -11,10 +11,6 @@ namespace orvista::console {
 
 namespace {
 
-double inHundredths(double seconds) {
-    return std::round(seconds * 100) / 100;
-}
-
 JsonValue resultObject(const FleetResult& result) {
     return JsonValue::Object{{fleetFields::name, result.name},
                              {fleetFields::address, result.address},
@@ -25,6 +21,10 @@ JsonValue resultObject(const FleetResult& result) {
 }
 
 } // namespace
+
+double inHundredths(double seconds) {
+    return std::round(seconds * 100) / 100;
+}
 
 std::string stateLine(const DisplayState& state) {
     return jsonLine(JsonValue::Object{{fleetFields::name, state.name},

@@ -25,6 +25,9 @@ struct DisplayState {
 inline constexpr std::string_view sendingState = "sending";
 inline constexpr std::string_view verifyingState = "verifying";
 
+/// As the lines give times.
+double inHundredths(double seconds);
+
 std::string stateLine(const DisplayState& state);
 /// The last line.
 std::string resultsLine(std::span<const FleetResult> results);

@@ -10,24 +10,23 @@ namespace orvista::console {
 
 namespace {
 
-ContentsComparison comparisonOf(const std::string& folder, const FetchedFiles& fetched) {
-    const DisplayContents before = DisplayContents::ofFolder(folder);
+ContentsComparison comparisonOf(const DisplayContents& before, const FetchedFiles& fetched) {
     return compareContents(before, DisplayContents::ofFetched(fetched, before));
 }
 
 /// Whether sending the folder's files would change nothing that counts; what cannot be read is to be
 /// replaced.
-bool hasAll(const std::string& folder, const FetchedFiles& fetched) {
+bool hasAll(const std::string& folder, SentContents& sent, const FetchedFiles& fetched) {
     try {
-        return comparisonOf(folder, fetched).sendingChangesNothing();
+        return comparisonOf(sent.of(folder), fetched).sendingChangesNothing();
     } catch (const std::system_error&) {
         return false;
     }
 }
 
 /// Holds every byte that was sent against what came back.
-std::string faultOfSent(const std::string& folder, const FetchedFiles& fetched) {
-    const ContentsComparison comparison = comparisonOf(folder, fetched);
+std::string faultOfSent(const DisplayContents& sent, const FetchedFiles& fetched) {
+    const ContentsComparison comparison = comparisonOf(sent, fetched);
     for (const auto* const answers : {&comparison.files, &comparison.bitmaps})
         for (const HeldAnswer& answer : *answers) {
             if (answer.state == HeldState::Missing)
@@ -40,13 +39,15 @@ std::string faultOfSent(const std::string& folder, const FetchedFiles& fetched) 
 
 } // namespace
 
-TransferEnd uploadAsWorker(const WorkerRequest& request, StatePrinter& states) {
+TransferEnd uploadAsWorker(const WorkerRequest& request, StatePrinter& states, SentContents& sent) {
     const std::string folder = PathRules::native().split(request.project).value().folder;
     UploadWishes wishes;
     if (request.verify)
-        wishes.faultOfSent = [&folder](const FetchedFiles& fetched) { return faultOfSent(folder, fetched); };
+        wishes.faultOfSent = [&](const FetchedFiles& fetched) {
+            return faultOfSent(sent.of(folder), fetched);
+        };
     if (request.skipEqual)
-        wishes.isEqual = [&folder](const FetchedFiles& fetched) { return hasAll(folder, fetched); };
+        wishes.isEqual = [&](const FetchedFiles& fetched) { return hasAll(folder, sent, fetched); };
     return uploadToDisplay(transferAddress(request.display), folder, wishes, states, makeTransferControl);
 }
 

@@ -62,7 +62,7 @@ TransferEnd endOf(const WorkerRequest& request, StatePrinter& states, SentConten
         if (request.work == downloadWork)
             return downloadAsWorker(request, states);
         return request.work == compareWork ? compareAsWorker(request, states, sent)
-                                           : uploadAsWorker(request, states);
+                                           : uploadAsWorker(request, states, sent);
     } catch (const FetchFailure& failure) {
         return failedTransfer(failure.what());
     } catch (const CommandFailure& failure) {

@@ -65,7 +65,7 @@ private:
 };
 
 /// Each kind of work. \throws what a display that cannot be worked on throws: the worker makes its end of it
-TransferEnd uploadAsWorker(const WorkerRequest& request, StatePrinter& states);
+TransferEnd uploadAsWorker(const WorkerRequest& request, StatePrinter& states, SentContents& sent);
 TransferEnd downloadAsWorker(const WorkerRequest& request, StatePrinter& states);
 TransferEnd compareAsWorker(const WorkerRequest& request, StatePrinter& states, SentContents& sent);
 
