@@ -52,8 +52,9 @@ private:
 };
 
 /// Times `work` beside `floor`, turn by turn, so that both see the same machine. Reports the median of each
-/// (microseconds), their ratio, what the work takes of the processor and the ratio of that; the benchmark's
-/// own time is that of `work`. It needs UseManualTime().
+/// (microseconds), their ratio and that of the shortest, which a busy machine disturbs least, what the work
+/// takes of the processor and the ratio of that; the benchmark's own time is that of `work`. It needs
+/// UseManualTime().
 template <typename Work, typename Floor>
 void runBesideFloor(benchmark::State& state, Work&& work, Floor&& floor) {
     Costs works;
@@ -67,6 +68,7 @@ void runBesideFloor(benchmark::State& state, Work&& work, Floor&& floor) {
     state.counters["us"] = works.wall().count() * 1e6;
     state.counters["floor_us"] = floors.wall().count() * 1e6;
     state.counters["ratio"] = works.wall() / floors.wall();
+    state.counters["least_ratio"] = works.least() / floors.least();
     state.counters["cpu_us"] = works.processor().count() * 1e6 / static_cast<double>(state.iterations());
     state.counters["cpu_ratio"] = works.processor() / floors.processor();
 }

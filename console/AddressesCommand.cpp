@@ -8,6 +8,7 @@
 #include "console/ReadFiles.h"
 #include "items/AddressList.h"
 #include "model/Files.h"
+#include "model/Numbers.h"
 #include "model/Quotation.h"
 #include "model/Text.h"
 #include "sheets/AddressSheet.h"
@@ -89,12 +90,15 @@ char separatorOf(const AddressesOptions& options) {
     throw CommandFailure(ExitStatus::Unusable, "--separator takes a comma, a semicolon or \"tab\"");
 }
 
-/// \throws CommandFailure that names each item whose name is none, or another's
+/// Tells of each item whose name is none, or another's. \throws CommandFailure where there is one
 PlcVariables variablesOf(std::span<const AddressRow> rows, const Project& project,
                          const std::string& prefix) {
     const PlcNames names = plcNames(rows, prefix);
+    for (const std::string& fault : names.faults)
+        complain(fault);
     if (!names.faults.empty())
-        throw CommandFailure(ExitStatus::Unusable, plcFaultText(names));
+        throw CommandFailure(ExitStatus::Unusable, countedText(names.faults.size(), "name") +
+                                                       " cannot be used; nothing is written");
     return plcVariables(rows, names, prefix, project);
 }
 

@@ -164,7 +164,7 @@ private:
             first->second = item;
             return {};
         }
-        return "is the label of " + nameOf(first->second) + " already";
+        return takenLabelFault(first->second);
     }
 
     const JsonValue& document_;

@@ -21,6 +21,11 @@ bool isControl(char character) {
     return static_cast<unsigned char>(character) < ' ' || character == '\x7F';
 }
 
+/// ASCII that can be noted as it stands: most texts are, and a project may have hundreds.
+bool isPlainLine(std::string_view text) {
+    return std::ranges::all_of(text, [](char character) { return character >= ' ' && character < '\x7F'; });
+}
+
 } // namespace
 
 const ItemNote& ProjectNotes::of(Item item) const {
@@ -64,11 +69,6 @@ std::size_t characterCount(std::string_view utf8) {
         utf8, [](char unit) { return (static_cast<unsigned char>(unit) & 0xC0) != 0x80; }));
 }
 
-/// ASCII that can be noted as it stands: most texts are, and a project may have hundreds.
-bool isPlainLine(std::string_view text) {
-    return std::ranges::all_of(text, [](char character) { return character >= ' ' && character < '\x7F'; });
-}
-
 std::string lineFault(std::string_view text, std::size_t longest) {
     if (text.size() <= longest && isPlainLine(text))
         return {};
@@ -92,6 +92,10 @@ std::string listPathFault(std::string_view path) {
     return path.empty() ? "is empty" : lineFault(path, longestListPath);
 }
 
+std::string takenLabelFault(Item owner) {
+    return "is the label of " + nameOf(owner) + " already";
+}
+
 std::vector<NoteFault> noteFaults(const ProjectNotes& notes) {
     std::vector<NoteFault> faults;
     std::map<std::string, Item> taken;
@@ -104,8 +108,7 @@ std::vector<NoteFault> noteFaults(const ProjectNotes& notes) {
         const auto [first, isNew] = taken.try_emplace(upperAscii(note.label), item);
         if (!isNew)
             faults.push_back(
-                {item, noteFields.data(),
-                 quotation(note.label) + " is the label of " + nameOf(first->second) + " already"});
+                {item, noteFields.data(), quotation(note.label) + " " + takenLabelFault(first->second)});
     }
     return faults;
 }

@@ -78,6 +78,9 @@ std::string noteFault(const NoteField& field, std::string_view text);
 std::string displayNameFault(std::string_view name);
 std::string listPathFault(std::string_view path);
 
+/// Why a label that one item has cannot be another's, too, to follow its quotation.
+std::string takenLabelFault(Item owner);
+
 /// What is wrong with an item's text, as a sentence.
 struct NoteFault {
     Item item;

@@ -11,6 +11,7 @@
 
 #include <filesystem>
 #include <system_error>
+#include <utility>
 
 namespace orvista {
 
@@ -70,11 +71,11 @@ void OpenNotes::follow(ProjectTransition transition) {
 
 void OpenNotes::readAgain() {
     const std::string path = notesPath(project_);
-    const NotesReading reading = path.empty() ? NotesReading() : readNotesFile(path);
+    NotesReading reading = path.empty() ? NotesReading() : readNotesFile(path);
     const QString file = QFileInfo(shownPath(path)).fileName();
     fault_ = notesFaultText(file.toStdString(), reading);
     showFaults(fault_.empty() ? badText(file, reading) : QString::fromStdString(fault_));
-    take(reading.notes);
+    take(std::move(reading.notes));
 }
 
 void OpenNotes::take(ProjectNotes notes) {

@@ -238,11 +238,12 @@ private:
         members.reserve(4);
         do {
             skipBlanks();
-            members.push_back({readText(), JsonValue()});
+            std::string key = readText();
             skipBlanks();
             expect(':');
             skipBlanks();
-            members.back().value = readValue(members.back().key, depth);
+            JsonValue value = readValue(key, depth);
+            members.push_back({std::move(key), std::move(value)});
             skipBlanks();
         } while (take(','));
         expect('}');

@@ -73,8 +73,7 @@ private:
             const bool isEarlier = !otherRow || *otherRow < row;
             if (other != item && isEarlier && equalsIgnoringCase(note.label, label))
                 return result_.errors.add(row, nameColumns[labelColumn],
-                                          quotation(label) + " is the label of " + nameOf(other) +
-                                              " already");
+                                          quotation(label) + " " + takenLabelFault(other));
         }
     }
 

@@ -209,10 +209,14 @@ class Addresses(ProgramTest):
     def test_lists_for_the_plc(self):
         (self.folder / "PUMPSTATION.notes.json").write_text(json.dumps(
             {"version": 1, "display": {"name": "Line 3, gate"},
-             "items": {"RegVar1": {"label": "TankLevel", "unit": "m", "comment": "H\u00f6he"}, "ALTMSG1": {"label": "BITS"}}}))
+             "items": {"RegVar1": {"label": "TankLevel", "unit": "m", "comment": "H\u00f6he"}, "ALTMSG1": {"label": "BITS"}, "STDMSG2": {"label": "Registers"}}}))
         self.assertEqual(json.loads(self.expect(0, "addresses", PROJECT, "--json"))["display"], "Line 3, gate")
-        self.assertEqual(self.complaint(2, "addresses", PROJECT, "--prefix", "LINE3_", "-o", "a.st"),
-                         'orvista: ALTMSG1: "LINE3_BITS" is a name of the program itself already')
+        result = self.run_program("addresses", PROJECT, "--prefix", "LINE3_", "-o", "a.st")
+        self.assertEqual(result.returncode, 2)
+        self.assertEqual(result.stderr.decode().splitlines(), [
+            'orvista: ALTMSG1: "LINE3_BITS" is a name of the program itself already',
+            'orvista: STDMSG2: "LINE3_Registers" is a name of the program itself already',
+            "orvista: 2 names cannot be used; nothing is written"])
         self.assertFalse((self.folder / "a.st").exists())
         (self.folder / "PUMPSTATION.notes.json").write_text(json.dumps(
             {"version": 1, "items": {"RegVar1": {"label": "TankLevel", "unit": "m", "comment": "H\u00f6he"}}}))
