@@ -32,6 +32,19 @@ public:
             text_ += "null";
     }
 
+    void writeText(std::string_view text) {
+        text_ += '"';
+        while (!text.empty()) {
+            const std::size_t length = utf8CharacterLength(text);
+            if (length == 1)
+                writeAscii(text.front());
+            else
+                text_ += length > 1 ? text.substr(0, length) : "\uFFFD";
+            text.remove_prefix(length > 0 ? length : utf8FaultLength(text));
+        }
+        text_ += '"';
+    }
+
     std::string take() { return std::move(text_); }
 
 private:
@@ -65,19 +78,6 @@ private:
         text_.append(2 * depth_, ' ');
     }
 
-    void writeText(std::string_view text) {
-        text_ += '"';
-        while (!text.empty()) {
-            const std::size_t length = utf8CharacterLength(text);
-            if (length == 1)
-                writeAscii(text.front());
-            else
-                text_ += length > 1 ? text.substr(0, length) : "\uFFFD";
-            text.remove_prefix(length > 0 ? length : utf8FaultLength(text));
-        }
-        text_ += '"';
-    }
-
     void writeAscii(char c) {
         static constexpr std::string_view characters = "\"\\\b\f\n\r\t";
         static constexpr std::string_view letters = "\"\\bfnrt";
@@ -108,6 +108,12 @@ std::string jsonText(const JsonValue& value) {
 
 std::string jsonLine(const JsonValue& value) {
     return writtenJson(value, JsonLayout::OneLine);
+}
+
+std::string jsonString(std::string_view text) {
+    JsonWriter writer(JsonLayout::OneLine);
+    writer.writeText(text);
+    return writer.take();
 }
 
 } // namespace orvista

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 namespace orvista {
 
@@ -11,5 +12,7 @@ class JsonValue;
 std::string jsonText(const JsonValue& value);
 /// \returns one line without blanks between its values, and its LF
 std::string jsonLine(const JsonValue& value);
+/// \returns the text with its quotation marks
+std::string jsonString(std::string_view text);
 
 } // namespace orvista

@@ -1,6 +1,6 @@
 #include "sheets/AddressTemplate.h"
 
-#include "model/Numbers.h"
+#include "model/JsonText.h"
 #include "model/Windows1252.h"
 
 #include <array>
@@ -11,21 +11,7 @@ namespace {
 
 constexpr std::array<std::string_view, 4> kindNames{"float", "boolean", "emergency", "regular"};
 
-/// A JSON string, which is one of YAML, too.
-std::string jsonString(std::string_view utf8) {
-    std::string text = "\"";
-    for (const char character : utf8) {
-        if (static_cast<unsigned char>(character) < ' ') {
-            text += "\\u" + hexWord(static_cast<unsigned char>(character));
-            continue;
-        }
-        if (character == '"' || character == '\\')
-            text += '\\';
-        text += character;
-    }
-    return text + '"';
-}
-
+/// Strings of JSON are strings of YAML, too.
 void addJsonStrings(TemplateTexts& texts) {
     TemplateTexts quoted;
     for (const auto& [name, text] : texts)
@@ -71,9 +57,10 @@ TemplateValues addressTemplateValues(std::span<const AddressRow> rows, const Plc
                                      const Project& project, const AddressHead& head) {
     TemplateValues values;
     values.texts = headTexts(variables, project, head);
-    for (const std::string_view name :
-         {"items", "float", "boolean", "emergency", "regular", "coils", "not_addressable"})
+    for (const std::string_view name : {"items", "coils", "not_addressable"})
         values.lists.emplace(name, std::vector<TemplateTexts>());
+    for (const std::string_view kind : kindNames)
+        values.lists.emplace(kind, std::vector<TemplateTexts>());
     for (const auto& [name, text] : rowTexts(AddressRow(), PlcVariable()))
         values.rowNames.push_back(name);
     for (std::size_t i = 0; i < rows.size(); ++i) {

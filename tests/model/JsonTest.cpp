@@ -204,6 +204,11 @@ TEST(Json, IsWrittenOnOneLine) {
               "{\"a\":[1,{\"b\":\"x\\ny\"}],\"c\":{},\"d\":[]}\n");
 }
 
+TEST(Json, TextsAreWrittenAlone) {
+    EXPECT_EQ(jsonString(""), "\"\"");
+    EXPECT_EQ(jsonString("a \"b\" \\ \t\x1F \x7F €\xFF"), "\"a \\\"b\\\" \\\\ \\t\\u001f \x7F €\uFFFD\"");
+}
+
 TEST(Json, IsMadeOfValues) {
     const std::string text = "text";
     const JsonValue value = JsonValue::Array{nullptr,
