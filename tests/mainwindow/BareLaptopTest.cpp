@@ -7,6 +7,7 @@
 #include "tests/support/ModalDriver.h"
 #include "tests/support/SimulatorProcess.h"
 #include "widgets/DeviceTextEdit.h"
+#include "widgets/PanelView.h"
 
 #include <QLabel>
 #include <QPushButton>
@@ -57,6 +58,12 @@ struct BareLaptop : EditorFixture {
         mouse.click(bar->widgetForAction(find<QAction>(name)));
     }
 
+    /// What is to be read in the preview.
+    QString seen() const {
+        const auto* const panel = find<PanelView>("panelPreview");
+        return panel->isVisible() ? panel->accessibleDescription() : QString();
+    }
+
     quint16 transferPort;
     std::optional<DeviceTransfer> transfer;
     CountedMouse mouse{*this};
@@ -93,6 +100,7 @@ void BareLaptopTest::aTechnicianMendsAWrongMessageInTwelveClicks() {
     QTest::keyClick(filter, Qt::Key_Return); // into the list
     QTest::keyClick(editor.find<QTableView>("tblMessages"), Qt::Key_Return);
     QTRY_COMPARE(editor.text("txtMsgName"), QStringLiteral("STDMSG3"));
+    QTRY_COMPARE(editor.seen(), QStringLiteral("Lewel"));
     // Mended.
     auto* const script = editor.find<DeviceTextEdit>("txtMsg");
     QTRY_COMPARE(editor.window->focusWidget(), script);
@@ -100,6 +108,7 @@ void BareLaptopTest::aTechnicianMendsAWrongMessageInTwelveClicks() {
     QTest::keyClicks(script, QStringLiteral("TEXT 0 0 RED BLACK \"Level\""));
     QTest::keyClick(script, Qt::Key_Return);
     QTest::keyClicks(script, QStringLiteral("ACT STILL 2000"));
+    QTRY_COMPARE(editor.seen(), QStringLiteral("Level"));
     editor.mouse.click("btnMsgApply");
     editor.clickTool("SAVE");
     QVERIFY(!editor.project.modified);
