@@ -68,8 +68,10 @@ AcceptanceLedger::Origin AcceptanceLedger::notePendingRead(Entry& entry, HeldWor
         return Origin::Others;
     }
     // Was it carried out, or not? What the display did not confirm may also be somebody else's by chance.
-    if (read == entry.item.before)
+    if (read == entry.item.before && read == *entry.pending)
         forget(entry.item.place);
+    else if (read == entry.item.before)
+        entry.isDoubtful = true;
     else if (read != *entry.pending)
         entry.pending.reset();
     return read == held ? Origin::Known : Origin::Ours;
@@ -83,6 +85,11 @@ bool AcceptanceLedger::isWritten(std::size_t place) const {
 bool AcceptanceLedger::isConfirmed(std::size_t place) const {
     const Entry* const entry = find(place);
     return entry != nullptr && !entry->isPlanned && !entry->pending;
+}
+
+bool AcceptanceLedger::isDoubtful(std::size_t place) const {
+    const Entry* const entry = find(place);
+    return entry != nullptr && entry->isDoubtful;
 }
 
 std::vector<WrittenItem> AcceptanceLedger::entries() const {

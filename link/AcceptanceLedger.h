@@ -44,6 +44,8 @@ public:
     bool isWritten(std::size_t place) const;
     /// The same, and the display has said so.
     bool isConfirmed(std::size_t place) const;
+    /// What was sent was not there when the display was read, and may still come: whoever switches it then.
+    bool isDoubtful(std::size_t place) const;
     /// With what is planned, in the order of places.
     std::vector<WrittenItem> entries() const;
     bool isEmpty() const { return entries_.empty(); }
@@ -53,6 +55,7 @@ private:
         WrittenItem item;
         bool isPlanned = true;
         std::optional<HeldWords> pending = {}; ///< sent, and not confirmed
+        bool isDoubtful = false;
     };
     Entry* find(std::size_t place);
     const Entry* find(std::size_t place) const;

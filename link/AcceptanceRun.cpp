@@ -251,7 +251,8 @@ std::vector<AcceptanceRun::Write> AcceptanceRun::wanted(const std::map<Item, Hel
 std::vector<AcceptanceRun::Write> AcceptanceRun::variablesBack() const {
     std::vector<Write> writes;
     for (const WrittenItem& written : ledger_.entries())
-        if (!items_[written.place].isMessage() && items_[written.place].raw != written.before)
+        if (!items_[written.place].isMessage() && items_[written.place].raw != written.before &&
+            !ledger_.isDoubtful(written.place))
             writes.push_back({written.place, written.before});
     return writes;
 }
@@ -261,7 +262,7 @@ std::vector<AcceptanceRun::Write> AcceptanceRun::messagesBack() const {
     std::vector<Write> writes;
     for (const WrittenItem& written : ledger_.entries()) {
         const DisplayItem& item = items_[written.place];
-        if (item.isMessage() && item.raw != written.before &&
+        if (item.isMessage() && item.raw != written.before && !ledger_.isDoubtful(written.place) &&
             (!isEmergency(item) || ledger_.isConfirmed(written.place)))
             writes.push_back({written.place, written.before});
     }
@@ -313,10 +314,18 @@ void AcceptanceRun::beginPutBack() {
 }
 
 void AcceptanceRun::pauseOrEnd(Time now) {
-    if (!hasFailed_)
+    if (!hasFailed_ && now >= lateEnd_) {
+        forgetWhatDidNotCome();
         return finish();
+    }
     phase_ = Phase::Pause;
     pauseEnd_ = now + pauseBetweenTries;
+}
+
+void AcceptanceRun::forgetWhatDidNotCome() {
+    for (const WrittenItem& written : ledger_.entries())
+        if (items_[written.place].raw == written.before)
+            ledger_.noteSettled(written.place, written.before);
 }
 
 AcceptanceRun::Request AcceptanceRun::takeRequest() {
@@ -373,6 +382,8 @@ void AcceptanceRun::failed(Failure failure, const std::string& reason, Time now)
         failed_.insert(write.place);
         if (failure == Failure::Refused)
             ledger_.noteSettled(write.place, items_[write.place].raw);
+        else if (!isEnding())
+            lateEnd_ = now + lateWithin;
     }
     if (!isEnding())
         return stop(reason, now);

@@ -31,6 +31,8 @@ public:
     /// From the end of the run on; what is not as it was before by then stays as it is.
     static constexpr Time putBackWithin{10'000};
     static constexpr Time pauseBetweenTries{500};
+    /// A display may carry out so late what it was sent, and did not confirm. Until then it is read again.
+    static constexpr Time lateWithin{3'000};
 
     enum class State {
         Reading,     ///< what is there before
@@ -130,6 +132,7 @@ private:
     std::vector<Write> variablesBack() const;
     std::vector<Write> messagesBack() const;
     bool mayBeSwitchedOff(std::size_t place) const;
+    void forgetWhatDidNotCome();
     void queueWrites(const std::vector<Write>& writes);
     void queueFloats(std::vector<Write> writes);
     bool isKept();
@@ -150,6 +153,7 @@ private:
     std::optional<Item> shown_;
     Time lastLook_{0};
     Time pauseEnd_{0};
+    Time lateEnd_{0};
     std::optional<Time> deadline_; ///< of putting back
     std::string reason_;
     std::set<Item> changed_;

@@ -400,6 +400,36 @@ TEST(AcceptanceRun, AnEmergencyMessageIsNotSwitchedOffOnSuspicion) {
     EXPECT_EQ(world.run.written().size(), 1u); // and it can be named
 }
 
+/// What the display has not confirmed may be carried out after it was read, or switched by others then.
+TEST(AcceptanceRun, WhatComesLateIsNamedAndLeft) {
+    for (const Item message : {regular(1), emergency(1)})
+        for (const bool comes : {true, false}) {
+            World world;
+            world.set(regular(5), true);
+            world.run.show(message);
+            const std::string write = message.kind == Kind::Regular ? "writing coil 320" : "writing coil 300";
+            while (world.requests.empty() || world.requests.back() != write)
+                ASSERT_TRUE(world.step([&write](const std::string& request) {
+                    return request == write ? Fate::LostBefore : Fate::Answered;
+                }));
+            const Time lost = world.now;
+            world.settle();
+            EXPECT_EQ(world.on(), "STDMSG5");
+            EXPECT_FALSE(world.run.isOver());
+            world.now += 1s;
+            world.set(message, comes);
+            while (!world.run.isOver()) {
+                world.settle();
+                world.now += 100ms;
+            }
+            EXPECT_GE(world.now, lost + AcceptanceRun::lateWithin);
+            EXPECT_LT(world.now, lost + AcceptanceRun::putBackWithin);
+            EXPECT_EQ(world.isOn(message), comes);
+            EXPECT_EQ(world.run.written().size(), comes ? 1u : 0u); // so that it is offered
+            EXPECT_TRUE(world.isOn(regular(5)));
+        }
+}
+
 TEST(AcceptanceRun, WhatWasCutOffIsReadThenPutBackWhenWanted) {
     World world;
     world.set(regular(5), true);
