@@ -18,7 +18,7 @@ namespace {
 
 constexpr std::string_view notesExtension = ".notes.json";
 
-/// Nothing where there is no file. \throws std::system_error
+/// At most one byte more than notes may have; nothing where there is no file. \throws std::system_error
 std::optional<std::string> bytesOf(const std::string& path) {
     try {
         FileSource source(path);
@@ -108,7 +108,10 @@ void copyNotesFile(const std::string& from, const std::string& to) {
     if (std::filesystem::equivalent(systemPath(from), systemPath(to), error))
         return;
     try {
-        if (const auto bytes = bytesOf(from))
+        const auto bytes = bytesOf(from);
+        if (bytes && bytes->size() > mostNotesBytes)
+            throw NotesFailure(from + " is not copied: " + notesSizeFault());
+        if (bytes)
             replaceFile(to, *bytes);
     } catch (const std::system_error& failure) {
         fail(to, failure);

@@ -238,16 +238,16 @@ JsonValue emptyNotes() {
     return JsonValue::Object{{"version", notesVersion}};
 }
 
-std::string sizeFault() {
+} // namespace
+
+std::string notesSizeFault() {
     return "it is longer than " + decimalText(mostNotesBytes >> 20) + " MB";
 }
-
-} // namespace
 
 NotesReading readNotes(std::string_view bytes) {
     NotesReading reading;
     if (bytes.size() > mostNotesBytes) {
-        reading.fault = sizeFault();
+        reading.fault = notesSizeFault();
         return reading;
     }
     const JsonReading json = readJson(bytes);
@@ -277,7 +277,7 @@ std::string notesBytes(std::string_view former, const ProjectNotes& notes) {
     if (reading.notes != notes)
         throw std::invalid_argument(reading.fault.empty() ? "an entry cannot be noted" : reading.fault);
     if (bytes.size() > mostNotesBytes)
-        throw std::invalid_argument(sizeFault());
+        throw std::invalid_argument(notesSizeFault());
     return bytes;
 }
 

@@ -17,8 +17,10 @@
 /// All but the version may be missing. Keys of others may stand anywhere, and stay there.
 namespace orvista {
 
-/// Longer files are neither read nor written.
+/// Longer files are neither read nor written, nor copied.
 inline constexpr std::size_t mostNotesBytes = std::size_t{1} << 20;
+/// Why they are not.
+std::string notesSizeFault();
 /// So many bad entries are listed; the rest is counted.
 inline constexpr std::size_t mostBadEntries = 100;
 

@@ -112,5 +112,20 @@ TEST_F(NotesFile, IsCopiedAsItIs) {
     EXPECT_THROW(copyNotes(path("A.orx"), path("none/B.orx")), NotesFailure);
 }
 
+TEST_F(NotesFile, IsCopiedWholeOrNotAtAll) {
+    const std::string longest(mostNotesBytes, ' ');
+    write("A.notes.json", longest);
+    copyNotes(path("A.orx"), path("B.orx"));
+    EXPECT_EQ(bytes("B.notes.json"), longest);
+    write("A.notes.json", longest + "\n");
+    try {
+        copyNotes(path("A.orx"), path("C.orx"));
+        ADD_FAILURE() << "copied";
+    } catch (const NotesFailure& failure) {
+        EXPECT_EQ(failure.what(), path("A.notes.json") + " is not copied: it is longer than 1 MB");
+    }
+    EXPECT_FALSE(exists("C.notes.json"));
+}
+
 } // namespace
 } // namespace orvista
