@@ -86,7 +86,16 @@ private:
     std::vector<Moved> pieces_;
 };
 
-/// Puts blanks in front of what is covered, and moves what follows along.
+/// Whether what is seen whole is so after moving to the right, too.
+bool fitMoved(const FixedPage& drawn, const std::vector<std::size_t>& elements, std::int64_t dots,
+              PanelSize panel) {
+    return std::ranges::none_of(elements, [&](std::size_t i) {
+        const std::int64_t right = drawn.box(i).right;
+        return right <= panel.columns && right + dots > panel.columns;
+    });
+}
+
+/// Puts blanks in front of what is covered, and moves what follows along while all of it fits.
 std::optional<Fix> blanksFix(const FixGround& ground, const FixedPage& drawn,
                              const std::vector<Covered>& all) {
     const auto& field = std::get<FieldElement>(drawn.page().elements[drawn.element()]);
@@ -109,7 +118,10 @@ std::optional<Fix> blanksFix(const FixGround& ground, const FixedPage& drawn,
         dots = std::max(dots, blanks * cell);
         left = std::min(left, covered.left);
     }
-    const std::vector<std::size_t> following = drawn.after(drawn.element(), left);
+    std::vector<std::size_t> following = drawn.after(drawn.element(), left);
+    std::erase_if(following, [&](std::size_t i) { return isPlaced[i]; });
+    if (!fitMoved(drawn, following, dots, ground.panel))
+        following.clear();
     for (std::size_t i = 0; i < drawn.count(); ++i) {
         if (isPlaced[i])
             continue;

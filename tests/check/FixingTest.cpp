@@ -139,6 +139,13 @@ TEST_F(FixingTest, AValueGetsItsBlanksOrIsMadeNarrower) {
                                               "DISPVAR 8 0 RED BLACK RegVar1\nTEXT 96 0 RED BLACK \"d\""}}));
 }
 
+TEST_F(FixingTest, WhatFollowsAValueStaysWhereThereIsNoRoomToMoveIt) {
+    const std::string value = "DISPVAR 48 0 RED BLACK RegVar1\nTEXT 112 0 RED BLACK \"on\"";
+    EXPECT_EQ(mended("TEXT 0 0 RED BLACK \"Level   m\"\n" + value, "field-gap"),
+              (Mended{{"Leave 7 blanks", "TEXT 0 0 RED BLACK \"Level        m\"\n" + value}}));
+    EXPECT_EQ(mended("TEXT 0 0 RED BLACK \"Level   km\"\n" + value, "field-gap"), Mended{});
+}
+
 /// A tall text makes way for a small value, and must not run into a small text below the value.
 TEST_F(FixingTest, NoBlanksAreLeftThatPutOneTextOntoAnother) {
     const std::string value = "\nDISPVARS 40 0 RED BLACK RegVar1";

@@ -109,7 +109,7 @@ private slots:
 
     void linesBelowThePagesThatTakeSeveralRowsAreShownWhole() {
         const Sized editor(halvedScreen);
-        const QString text = QStringLiteral("It is not whole: twelve messages were read. ").repeated(8);
+        const QString text = QStringLiteral("It is not whole: twelve messages were read. ").repeated(16);
         editor.showPage("C5");
         auto* const dock = editor.find<PanelDock>("dockPanels");
         for (const char* const name : {"One", "Other"})
