@@ -144,7 +144,10 @@ FieldValues namedValues(const std::string& argument, const Project& project, con
     }
     try {
         FileSource file(argument);
-        return withOwn(values, valuesOfReading(bytesUpTo(file, maximumReadingBytes), argument));
+        const std::string bytes = bytesUpTo(file, maximumReadingBytes + 1);
+        if (bytes.size() > maximumReadingBytes)
+            refuse(argument + " is longer than " + decimalText(maximumReadingBytes >> 20) + " MB");
+        return withOwn(values, valuesOfReading(bytes, argument));
     } catch (const std::system_error& failure) {
         refuse(argument + ": " + failure.code().message());
     }

@@ -708,12 +708,14 @@ class Show(ProgramTest):
             self.assertEqual(self.complaint(2, "show", "VALUES.orx", "STDMSG1", "-o", "out.png", "--values", "bad.json"),
                              "orvista: bad.json is not what orvista read --json prints" + why)
         (self.folder / "large.json").write_text('{"values": [{"name": "RegVar1", "value": 1e39}]}')
+        (self.folder / "long.json").write_text('{"values": []}' + " " * (1 << 20))
         for values, said in (("widst", '--values: "widst" is neither default, widest, smallest, stars, a value such as RegVar1=-99.9 or '
                                        "CoilVar2=on, nor a .json file"),
                              ("RegVar65=1", 'RegVar65=1: "RegVar65" is none of RegVar1 to RegVar64 and CoilVar1 to CoilVar32'),
                              ("RegVar1=1,RegVar2=x", 'RegVar2=x: "x" is not a number'),
                              ("CoilVar1=2", "CoilVar1=2: a Boolean variable is on or off"),
                              ("none.json", "none.json: No such file or directory"),
+                             ("long.json", "long.json is longer than 1 MB"),
                              ("large.json", "large.json holds a number that is larger than a float variable can hold")):
             self.assertEqual(self.complaint(2, "show", "VALUES.orx", "STDMSG1", "-o", "out.png", "--values", values), "orvista: " + said)
         self.assertFalse((self.folder / "out.png").exists())
