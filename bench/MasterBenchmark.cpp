@@ -91,20 +91,21 @@ Seconds since(std::chrono::steady_clock::time_point start) {
     return std::chrono::steady_clock::now() - start;
 }
 
-/// All displays checked by the list of findings: longest_ms is how long the window is
-/// kept from doing anything else.
+/// All displays checked by the list of findings: longest_ms is what the processor does in one go, while the
+/// window is kept from doing anything else. It may be 5 ms.
 void checkAllDisplays(benchmark::State& state) {
     const Plant master(true);
     auto* const all = master.editor.find<QCheckBox>("chkFindingsAllDisplays");
-    all->setChecked(true);
     auto& panel = *master.editor.window->findChild<FindingsPanel*>();
     double longest = 0;
     for ([[maybe_unused]] auto turn : state) {
+        all->setChecked(false);
+        QCoreApplication::processEvents();
         const auto start = std::chrono::steady_clock::now();
-        panel.check();
+        all->setChecked(true);
         while (panel.isChecking()) {
             const Cost slice = costOf([] { QCoreApplication::processEvents(); });
-            longest = std::max(longest, slice.wall.count());
+            longest = std::max(longest, slice.processor.count());
             if (since(start) > mostForACheck)
                 return state.SkipWithError("the displays are not checked to the end");
         }

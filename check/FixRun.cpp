@@ -156,10 +156,9 @@ std::vector<MendedFinding> mendAll(Fixing& fixing, const FixChoice& choice,
     return all;
 }
 
-std::vector<MendedFinding> mendEverything(Fixing& fixing, const std::function<bool(std::size_t)>& goesOn,
-                                          const std::vector<Item>& items) {
-    FixChoice onDemand{{}, items};
-    FixChoice any{{}, items};
+std::vector<MendedFinding> mendEverything(Fixing& fixing, const std::function<bool(std::size_t)>& goesOn) {
+    FixChoice onDemand;
+    FixChoice any;
     for (const Rule& rule : rules())
         if (rule.fixes != Fixes::None) {
             any.codes.push_back(rule.code);
@@ -168,7 +167,7 @@ std::vector<MendedFinding> mendEverything(Fixing& fixing, const std::function<bo
         }
     std::vector<MendedFinding> all;
     // The last looks again at what the others left, where anything has become another.
-    for (const FixChoice& choice : {FixChoice{{}, items}, onDemand, any}) {
+    for (const FixChoice& choice : {FixChoice(), onDemand, any}) {
         std::vector<MendedFinding> mended = mendAll(fixing, choice, goesOn);
         if (mended.empty() && !choice.codes.empty())
             break;

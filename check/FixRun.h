@@ -47,9 +47,7 @@ std::vector<MendedFinding> mendAll(Fixing& fixing, const FixChoice& choice,
 
 /// All that can be mended: first what is sure, so that it does not stand on what is not.
 /// \param goesOn as above
-/// \param items of which; empty: all
-std::vector<MendedFinding> mendEverything(Fixing& fixing, const std::function<bool(std::size_t)>& goesOn,
-                                          const std::vector<Item>& items = {});
+std::vector<MendedFinding> mendEverything(Fixing& fixing, const std::function<bool(std::size_t)>& goesOn);
 
 /// Some of these fixes.
 struct SomeMended {

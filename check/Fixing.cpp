@@ -54,11 +54,12 @@ bool hasNoMore(const Findings& after, const Findings& before) {
 
 } // namespace
 
-Fixing::Fixing(const Project& project, const BitmapProvider& bitmaps, int columns)
+Fixing::Fixing(const Project& project, const BitmapProvider& bitmaps, int columns, std::vector<Item> kept)
     : project_(project),
       bitmaps_(bitmaps),
       columns_(columns),
       panel_(LedRaster({columns}).size()),
+      kept_(std::move(kept)),
       formats_(fieldFormats(project)) {}
 
 Fixing::~Fixing() = default;
@@ -96,11 +97,17 @@ std::vector<Item> Fixing::concernedBy(const std::vector<Change>& changes, Item i
     return concerned;
 }
 
+bool Fixing::mayBeMade(const Fix& fix) const {
+    return !fix.edits.empty() && std::ranges::none_of(fix.edits, [this](const FixEdit& edit) {
+        return std::ranges::find(kept_, edit.item) != kept_.end();
+    });
+}
+
 std::vector<Fix> Fixing::proposedFor(const Finding& finding) const {
     if (!finding.place.file.empty())
         return {};
     std::vector<Fix> fixes = fixesByCode({project_, formats_, panel_, bitmaps_}, finding);
-    std::erase_if(fixes, [](const Fix& fix) { return fix.edits.empty(); });
+    std::erase_if(fixes, [this](const Fix& fix) { return !mayBeMade(fix); });
     if (finding.rule().fixes == Fixes::Offered)
         for (Fix& fix : fixes)
             fix.isSure = true;

@@ -29,8 +29,9 @@ public:
     /// \param project of which a copy is mended
     /// \param bitmaps of its folder; must outlive the object
     /// \param columns of the panel, 1 to PanelSize::maximumColumns
+    /// \param kept items that no fix changes
     /// \throws std::invalid_argument for another number of columns
-    Fixing(const Project& project, const BitmapProvider& bitmaps, int columns);
+    Fixing(const Project& project, const BitmapProvider& bitmaps, int columns, std::vector<Item> kept = {});
     ~Fixing();
 
     /// As it is by now.
@@ -66,6 +67,7 @@ private:
     CheckedMessage& checkedOf(Item item);
     CheckedMessage checked(Item item) const;
     std::vector<Item> concernedBy(const std::vector<Change>& changes, Item item);
+    bool mayBeMade(const Fix& fix) const;
     std::vector<Fix> proposedFor(const Finding& finding) const;
     bool isMended(const Finding& finding, std::optional<std::size_t> line, const Findings& after);
     /// \returns what is found after the changes, which are made; nothing, and they are not, where the fix
@@ -81,6 +83,7 @@ private:
     const BitmapProvider& bitmaps_;
     int columns_;
     PanelSize panel_;
+    std::vector<Item> kept_;
     FieldFormats formats_;
     Found found_; ///< as far as it was asked for
     bool goesByParts_ = true;

@@ -75,12 +75,13 @@ FixChoice choiceOf(const FixOptions& options, const ProjectNotes& notes) {
     return choice;
 }
 
-/// The same of the items that have no places of a master, whose texts are checked as they are.
+/// The same of the items that have no places of a master.
 /// \throws CommandFailure where that leaves none
-FixChoice withoutPlaces(FixChoice choice, const Project& project, const Project& checked) {
+FixChoice withoutPlaces(FixChoice choice, const std::vector<Item>& withPlaces) {
     if (choice.items.empty())
         choice.items = {allItems().begin(), allItems().end()};
-    std::erase_if(choice.items, [&](Item item) { return !changesBetween(project, checked, item).empty(); });
+    std::erase_if(choice.items,
+                  [&](Item item) { return std::ranges::find(withPlaces, item) != withPlaces.end(); });
     if (choice.items.empty())
         throw CommandFailure(ExitStatus::Unusable, "--item: places of a master are for people to mend");
     return choice;
@@ -164,9 +165,10 @@ ExitStatus fixProject(const FixOptions& options) {
     const std::string target = targetOf(options);
     const ProjectView view = given.itself();
     const ViewBitmaps bitmaps(view);
-    Fixing fixing(view.project, bitmaps.provider(), columns);
+    const auto kept = given.master() != nullptr ? given.master()->items() : std::vector<Item>();
+    Fixing fixing(view.project, bitmaps.provider(), columns, kept);
     Progress progress;
-    const FixChoice mended = withoutPlaces(choice, given.project(), view.project);
+    const FixChoice mended = withoutPlaces(choice, kept);
     const auto all = mendAll(fixing, mended, [&](std::size_t count) {
         if (count > 0)
             progress.show(countedText(count, "finding") + " mended");

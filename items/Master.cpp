@@ -237,6 +237,14 @@ std::vector<std::string> Master::names() const {
     return names;
 }
 
+std::vector<Item> Master::items() const {
+    std::vector<Item> items;
+    for (const Text& text : texts_)
+        if (items.empty() || items.back() != text.item) // both texts of a variable
+            items.push_back(text.item);
+    return items;
+}
+
 Place Master::inMaster(const Place& expanded) const {
     const auto text = std::ranges::find_if(
         texts_, [&](const Text& one) { return one.member == nullptr && one.item == expanded.item; });

@@ -57,6 +57,9 @@ public:
     Project itself() const;
     /// The names of its places in small letters, each once, in their order.
     std::vector<std::string> names() const;
+    /// The messages and variables that have places, each once. What a fix made of a display's text would be
+    /// wrong for all others.
+    std::vector<Item> items() const;
     /// Where in the master lies what is found in an expansion, or in itself(): lines are the same, columns
     /// are not. What begins within a value begins at its place.
     Place inMaster(const Place& expanded) const;

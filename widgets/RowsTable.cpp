@@ -77,6 +77,25 @@ void RowsTable::setRows(std::vector<TableRow> rows) {
                                                       : QItemSelectionModel::NoUpdate);
 }
 
+void RowsTable::putRows(std::size_t first, std::vector<TableRow> rows) {
+    const std::vector<int> widths = contentWidths_; // which rows that come clear
+    const auto count = static_cast<int>(rows.size());
+    rows_->putRows(first, std::move(rows));
+    if (widths.empty()) {
+        fitColumns();
+    } else {
+        contentWidths_ = widths;
+        widenFor(static_cast<int>(first), count);
+    }
+    fitRowsInView();
+}
+
+void RowsTable::keepRows(std::size_t count) {
+    const std::vector<int> widths = contentWidths_;
+    rows_->keepRows(count);
+    contentWidths_ = widths;
+}
+
 void RowsTable::setFilter(const QString& text) {
     shown_->setFilterFixedString(text);
 }
@@ -308,6 +327,17 @@ std::vector<int> RowsTable::widthsOf(const QModelIndexList& cells) const {
             width = std::max(width, itemDelegateForIndex(shown)->sizeHint(option, shown).width());
     }
     return widths;
+}
+
+void RowsTable::widenFor(int first, int count) {
+    QModelIndexList cells;
+    for (int row = first; row < first + count; ++row)
+        for (int column = 0; column + 1 < rows_->columnCount({}); ++column)
+            cells << rows_->index(row, column);
+    const std::vector<int> needed = widthsOf(cells);
+    for (int column = 0; column + 1 < shown_->columnCount(); ++column)
+        if (needed[static_cast<std::size_t>(column)] > contentWidths_[static_cast<std::size_t>(column)])
+            setContentWidth(column, needed[static_cast<std::size_t>(column)]);
 }
 
 void RowsTable::fitColumnsTo(const QModelIndexList& changed, const std::vector<int>& before) {

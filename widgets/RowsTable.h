@@ -31,6 +31,11 @@ public:
     /// Replaces the rows. As many rows as before stay selected as they were; otherwise the current row stays
     /// where it was, as far as there are rows enough. Nothing happens when they are the same as before.
     void setRows(std::vector<TableRow> rows);
+    /// A few rows at a time, where all at once would keep the user waiting: other rows from there on, of
+    /// which the last may go beyond those that are there. Columns get wider, never narrower.
+    void putRows(std::size_t first, std::vector<TableRow> rows);
+    /// Takes away the rows behind so many.
+    void keepRows(std::size_t count);
     /// Shows only rows with that text in one of their cells, whatever its case.
     void setFilter(const QString& text);
     /// Shows only these of the rows that setRows() got, besides the filter; the next ones are all shown.
@@ -98,6 +103,8 @@ private:
     /// Fits the columns to the cells that changed; measuring all of them at each change would take too long.
     /// \param before what these cells needed in each column until now
     void fitColumnsTo(const QModelIndexList& changed, const std::vector<int>& before);
+    /// Widens columns for all cells of some source rows.
+    void widenFor(int first, int count);
     /// The widest of these source cells that are shown, in each column.
     std::vector<int> widthsOf(const QModelIndexList& cells) const;
     /// Measures rows from `first` on, up or down, until they fill the room (pixels).

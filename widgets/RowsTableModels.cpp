@@ -5,6 +5,8 @@
 #include <QFont>
 #include <QPalette>
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace orvista {
@@ -37,6 +39,30 @@ void RowsTable::Model::setRows(std::vector<TableRow> rows) {
     beginResetModel();
     rows_ = std::move(rows);
     endResetModel();
+}
+
+void RowsTable::Model::putRows(std::size_t first, std::vector<TableRow> rows) {
+    const std::size_t replaced = std::min(rows.size(), rows_.size() - first);
+    const auto added = rows.begin() + static_cast<std::ptrdiff_t>(replaced);
+    const int last = static_cast<int>(first + replaced) - 1;
+    std::move(rows.begin(), added, rows_.begin() + static_cast<std::ptrdiff_t>(first));
+    if (replaced > 0)
+        emit dataChanged(index(static_cast<int>(first), 0), index(last, columnCount({}) - 1));
+    if (added == rows.end())
+        return;
+    beginInsertRows({}, last + 1, static_cast<int>(first + rows.size()) - 1);
+    std::move(added, rows.end(), std::back_inserter(rows_));
+    ticks_.resize(rows_.size(), true);
+    endInsertRows();
+}
+
+void RowsTable::Model::keepRows(std::size_t count) {
+    if (count >= rows_.size())
+        return;
+    beginRemoveRows({}, static_cast<int>(count), rowCount({}) - 1);
+    rows_.resize(count);
+    ticks_.resize(count);
+    endRemoveRows();
 }
 
 QModelIndexList RowsTable::Model::cellsThatLookOtherwiseIn(const std::vector<TableRow>& rows) const {

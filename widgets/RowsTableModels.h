@@ -22,6 +22,10 @@ public:
     const std::vector<TableRow>& rows() const { return rows_; }
     /// As many rows as before keep their places.
     void setRows(std::vector<TableRow> rows);
+    /// Other rows from there on, of which the last may go beyond those that are there.
+    void putRows(std::size_t first, std::vector<TableRow> rows);
+    /// Takes away those behind so many.
+    void keepRows(std::size_t count);
     /// The cells that may need another width in as many other rows.
     QModelIndexList cellsThatLookOtherwiseIn(const std::vector<TableRow>& rows) const;
 

@@ -10,7 +10,6 @@
 #include "widgets/FormParts.h"
 #include "widgets/ModalDialogs.h"
 #include "widgets/NotAppliedMark.h"
-#include "widgets/RowsTable.h"
 #include "widgets/SeenDelay.h"
 
 #include <QCheckBox>
@@ -22,7 +21,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <iterator>
 
 namespace orvista {
 
@@ -45,6 +43,8 @@ qulonglong rankOf(const Place& place) {
 
 /// The check of all displays gives way to the user after this time; one display more may go beyond it.
 constexpr std::chrono::milliseconds sliceTime{2};
+/// So does the table that is filled with what was found.
+constexpr std::size_t rowsOfASlice = 16;
 /// In milliseconds.
 constexpr int restUnderOthers = 300;
 
@@ -152,32 +152,68 @@ void FindingsPanel::checkOn() {
         return;
     if (isModalDialogOpen())
         return slices_.start(restUnderOthers);
+    if (next_)
+        checkNext();
+    else
+        fillOn();
+    if (isChecking())
+        slices_.start(0);
+    showSummary();
+}
+
+void FindingsPanel::checkNext() {
     const auto begin = std::chrono::steady_clock::now();
     while (!next_->isDone() && std::chrono::steady_clock::now() - begin < sliceTime)
         next_->goOn();
-    if (!next_->isDone()) {
-        slices_.start(0);
-        return showSummary();
-    }
+    if (!next_->isDone())
+        return;
     allDisplays_ = std::move(next_);
     Findings findings = fileFindings(fileRemarks_);
     append(findings, allDisplays_->findings());
-    take(std::move(findings));
+    beginFilling(std::move(findings));
+}
+
+void FindingsPanel::beginFilling(Findings findings) {
+    before_ = chosen();
+    findings_ = std::move(findings);
+    filled_ = 0;
+    tblFindings->keepRows(findings_.list.size());
+}
+
+void FindingsPanel::fillOn() {
+    const std::vector<Item> notApplied = notAppliedItems_();
+    const std::size_t end = std::min(filled_ + rowsOfASlice, findings_.list.size());
+    std::vector<TableRow> rows;
+    for (std::size_t i = filled_; i < end; ++i)
+        rows.push_back(rowOf(findings_.list[i], notApplied));
+    tblFindings->putRows(filled_, std::move(rows));
+    filled_ = end;
+    if (!isFilling())
+        choose(before_);
 }
 
 void FindingsPanel::take(Findings findings) {
-    const std::vector<Finding> selected = selectedFindings();
-    const int row = tblFindings->currentIndex().row();
-    const std::optional<Finding> current = row < 0 ? std::nullopt : std::optional(*currentFinding());
-    const int ahead = ahead_;
+    const Chosen before = chosen();
     findings_ = std::move(findings);
     markNotApplied();
-    select(selected);
-    if (current && sameFinding(findings_.list, *current) == nullptr)
-        ahead_ = row < tblFindings->model()->rowCount() ? 1 : -1;
-    else
-        ahead_ = ahead; // whatever became of its row
+    choose(before);
     showSummary();
+}
+
+FindingsPanel::Chosen FindingsPanel::chosen() const {
+    if (isFilling())
+        return before_;
+    const Finding* const current = currentFinding();
+    return {selectedFindings(), current != nullptr ? std::optional(*current) : std::nullopt,
+            tblFindings->currentIndex().row(), ahead_};
+}
+
+void FindingsPanel::choose(const Chosen& before) {
+    select(before.selected);
+    if (before.current && sameFinding(findings_.list, *before.current) == nullptr)
+        ahead_ = before.row < tblFindings->model()->rowCount() ? 1 : -1;
+    else
+        ahead_ = before.ahead; // whatever became of its row
 }
 
 std::vector<Finding> FindingsPanel::selectedFindings() const {
@@ -211,24 +247,27 @@ void FindingsPanel::follow() {
     delay_->start();
 }
 
+TableRow FindingsPanel::rowOf(const Finding& finding, const std::vector<Item>& notApplied) const {
+    const Rule& rule = finding.rule();
+    return {
+        {QString::fromUtf8(severityName(finding.severity())), static_cast<int>(finding.severity())},
+        {QString::fromStdString(nameOf(finding.place)), rankOf(finding.place)},
+        labelCell(finding.place.file.empty() ? notes_->of(finding.place.item) : ItemNote()),
+        {finding.place.line == 0 ? QString() : QString::number(finding.place.line),
+         static_cast<qulonglong>(finding.place.line)},
+        {.text = QString::fromUtf8(rule.name), .toolTip = explanations_[static_cast<std::size_t>(rule.code)]},
+        {.text = rule.fixes == Fixes::None ? QString() : QStringLiteral("\u2022"),
+         .toolTip = rule.fixes == Fixes::None ? QString() : tr("A fix is known: Alt+Enter makes it")},
+        {textOf(finding, notApplied)}};
+}
+
 void FindingsPanel::markNotApplied() {
     const std::vector<Item> notApplied = notAppliedItems_();
     std::vector<TableRow> rows;
-    for (const Finding& finding : findings_.list) {
-        const Rule& rule = finding.rule();
-        rows.push_back(
-            {{QString::fromUtf8(severityName(finding.severity())), static_cast<int>(finding.severity())},
-             {QString::fromStdString(nameOf(finding.place)), rankOf(finding.place)},
-             labelCell(finding.place.file.empty() ? notes_->of(finding.place.item) : ItemNote()),
-             {finding.place.line == 0 ? QString() : QString::number(finding.place.line),
-              static_cast<qulonglong>(finding.place.line)},
-             {.text = QString::fromUtf8(rule.name),
-              .toolTip = explanations_[static_cast<std::size_t>(rule.code)]},
-             {.text = rule.fixes == Fixes::None ? QString() : QStringLiteral("\u2022"),
-              .toolTip = rule.fixes == Fixes::None ? QString() : tr("A fix is known: Alt+Enter makes it")},
-             {textOf(finding, notApplied)}});
-    }
+    for (const Finding& finding : findings_.list)
+        rows.push_back(rowOf(finding, notApplied));
     tblFindings->setRows(std::move(rows));
+    filled_ = findings_.list.size();
 }
 
 void FindingsPanel::showSummary() {
@@ -244,9 +283,9 @@ void FindingsPanel::showSummary() {
 }
 
 void FindingsPanel::goToFinding(int row) {
-    const Place& place = findings_.list.at(static_cast<std::size_t>(row)).place;
-    if (place.file.empty()) // a file has no page
-        emit placeChosen({place.item, place.line});
+    const Finding* const finding = findingAt(row);
+    if (finding != nullptr && finding->place.file.empty()) // a file has no page
+        emit placeChosen({finding->place.item, finding->place.line});
 }
 
 void FindingsPanel::enter() {
@@ -265,42 +304,36 @@ QString FindingsPanel::goOn(int step) {
     else if (step != ahead_)
         tblFindings->selectRow((current + step + count) % count);
     ahead_ = 0;
-    const Finding& finding = *currentFinding();
-    const QString sentence = QString::fromStdString(nameOf(finding.place)) + QStringLiteral(": ") +
-                             QString::fromStdString(finding.text);
+    const Finding* const finding = currentFinding();
+    if (finding == nullptr)
+        return {};
+    const QString sentence = QString::fromStdString(nameOf(finding->place)) + QStringLiteral(": ") +
+                             QString::fromStdString(finding->text);
     goToFinding(tblFindings->rowOf(tblFindings->currentIndex()));
     return sentence;
 }
 
+const Finding* FindingsPanel::findingAt(int row) const {
+    const bool isShown = row >= 0 && static_cast<std::size_t>(row) < filled_;
+    return isShown ? &findings_.list.at(static_cast<std::size_t>(row)) : nullptr;
+}
+
 const Finding* FindingsPanel::currentFinding() const {
-    const int row = tblFindings->rowOf(tblFindings->currentIndex());
-    return row < 0 ? nullptr : &findings_.list.at(static_cast<std::size_t>(row));
+    return findingAt(tblFindings->rowOf(tblFindings->currentIndex()));
 }
 
 Fixing FindingsPanel::fixing() const {
-    return {shown(), check_.bitmaps(project_), columns_};
+    return {shown(), check_.bitmaps(project_), columns_, keptItems()};
 }
 
-// A fix changes the text that is shown. Where that is not the master's own, there are places in it.
-bool FindingsPanel::isFixable(Item item) const {
-    return !isOfMaster() || changesBetween(project_, shown(), item).empty();
-}
-
-std::vector<Item> FindingsPanel::fixableItems() const {
-    std::vector<Item> items;
-    if (isOfMaster())
-        std::ranges::copy_if(allItems(), std::back_inserter(items),
-                             [this](Item item) { return isFixable(item); });
-    return items;
+std::vector<Item> FindingsPanel::keptItems() const {
+    return isOfMaster() ? master_->master()->items() : std::vector<Item>();
 }
 
 std::vector<Fix> FindingsPanel::fixesOf(const Finding& finding) const {
-    const Item item = finding.place.item;
-    if (!isFixable(item))
-        return {};
     Fixing fixing = this->fixing();
     // The check of all displays may not have come round to what is in the item now.
-    const Finding* const now = sameFinding(fixing.findingsOf(item), finding);
+    const Finding* const now = sameFinding(fixing.findingsOf(finding.place.item), finding);
     return now ? fixing.fixesOf(Finding(*now)) : std::vector<Fix>();
 }
 
@@ -348,9 +381,8 @@ void FindingsPanel::showMenu(const QPoint& place) {
 void FindingsPanel::fixAll(const FixChoice& choice) {
     Fixing run = fixing();
     FixProgress progress(*this);
-    const std::vector<Item> items = fixableItems();
-    const auto all = choice.codes.empty() ? mendEverything(run, progress.goesOn(), items)
-                                          : mendAll(run, {choice.codes, items}, progress.goesOn());
+    const auto all = choice.codes.empty() ? mendEverything(run, progress.goesOn())
+                                          : mendAll(run, choice, progress.goesOn());
     const bool isStopped = progress.wasCanceled();
     progress.reset();
     if (isStopped)
@@ -358,8 +390,8 @@ void FindingsPanel::fixAll(const FixChoice& choice) {
     if (all.empty())
         return emit noticeAsked(
             tr("No fix is known that mends one of these findings and leaves the others as they are"));
-    frmFixes dialog({shown(), check_.bitmaps(project_), columns_, setting_}, all, notAppliedItems_(),
-                    window());
+    frmFixes dialog({shown(), check_.bitmaps(project_), columns_, setting_, keptItems()}, all,
+                    notAppliedItems_(), window());
     dialog.exec();
     if (!dialog.IsCanceled)
         emit changesWanted(tr("Fix"), dialog.Fixed);

@@ -8,11 +8,13 @@
 #include "items/ProjectNotes.h"
 #include "model/FileRemarks.h"
 #include "widgets/ProjectPanel.h"
+#include "widgets/RowsTable.h"
 
 #include <QTimer>
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -22,7 +24,6 @@ class QLabel;
 namespace orvista {
 
 class FilterBox;
-class RowsTable;
 class SeenDelay;
 
 /// The panel "Findings": what the check finds in the project in memory. While it is on the screen it follows
@@ -46,8 +47,8 @@ public:
     void useMaster(const MasterView& view);
     /// Checks at once; for all displays as soon as that can be without keeping the user waiting.
     void check();
-    /// Whether displays are still to be checked.
-    bool isChecking() const { return next_ != nullptr; }
+    /// Whether displays are still to be checked, or what was found of them is still to be shown.
+    bool isChecking() const { return next_ != nullptr || isFilling(); }
     /// Checks a moment after the last call, while the panel is on the screen and no modal dialog is open.
     void follow() override;
     void markNotApplied() override;
@@ -71,23 +72,38 @@ signals:
     void noticeAsked(const QString& text);
 
 private:
+    /// What is chosen in the table.
+    struct Chosen {
+        std::vector<Finding> selected;
+        std::optional<Finding> current;
+        int row = -1;
+        int ahead = 0;
+    };
     void buildLayout();
     bool isOfMaster() const { return master_ != nullptr && master_->isMaster(); }
     /// What is checked: of a master its places filled.
     const Project& shown() const { return master_ != nullptr ? master_->shown() : project_; }
     Findings checkShown();
     void checkOn();
+    void checkNext();
     void take(Findings findings);
+    bool isFilling() const { return filled_ < findings_.list.size(); }
+    void beginFilling(Findings findings);
+    void fillOn();
+    TableRow rowOf(const Finding& finding, const std::vector<Item>& notApplied) const;
     QString textOf(const Finding& finding, const std::vector<Item>& notApplied) const;
-    bool isFixable(Item item) const;
-    /// Of a master; empty for a project that is none: all.
-    std::vector<Item> fixableItems() const;
+    /// What no fix changes: of a master what has places.
+    std::vector<Item> keptItems() const;
     std::vector<Fix> fixesOf(const Finding& finding) const;
     /// Those of the selected rows, that of the current row first.
     std::vector<Finding> selectedFindings() const;
     void select(const std::vector<Finding>& earlier);
+    Chosen chosen() const;
+    void choose(const Chosen& before);
     void showSummary();
     void goToFinding(int row);
+    /// Of the table; null for none, and for one that is about to be another.
+    const Finding* findingAt(int row) const;
     const Finding* currentFinding() const;
     Fixing fixing() const;
     void make(const Fix& fix);
@@ -106,6 +122,8 @@ private:
     std::unique_ptr<AllDisplaysCheck> next_;        ///< under way
     QTimer slices_;
     Findings findings_;
+    std::size_t filled_ = 0; ///< so many of them are in the table
+    Chosen before_;          ///< to be chosen again once all are
     /// Where from what was gone to last the current row lies: 1 for after it, -1 for before it, 0 for there.
     int ahead_ = 0;
     std::vector<QString> explanations_; ///< as markup, by code

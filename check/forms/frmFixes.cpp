@@ -193,7 +193,7 @@ bool frmFixes::mend(Fixing& fixing) {
 }
 
 void frmFixes::btnOK_Click() {
-    Fixing fixing(subject_.project, subject_.bitmaps, subject_.columns);
+    Fixing fixing(subject_.project, subject_.bitmaps, subject_.columns, subject_.kept);
     if (!mend(fixing))
         return;
     for (const Item item : allItems())

@@ -31,6 +31,7 @@ public:
         const BitmapProvider& bitmaps;
         int columns;
         PreviewSettingSource setting;
+        std::vector<Item> kept = {}; ///< as of Fixing
     };
     /// \param all of the project, in the order in which they were made on a copy of it
     /// \param notApplied the items that are shown with an edit that is not applied; their rows are not ticked

@@ -122,6 +122,24 @@ TEST_F(FixingTest, ThereIsNoMoveOntoSomethingElse) {
               2U);
 }
 
+TEST_F(FixingTest, WhatIsKeptIsNotMended) {
+    project.STDMSG[2] = "TEXT 0 0 RED BLACK \"a     b       c\"\nDISPVAR 8 0 RED BLACK RegVar1\n"
+                        "DISPVAR 56 0 RED BLACK RegVar2";
+    project.RegVar[0].precision = "1";
+    const auto captions = [&](std::vector<Item> kept) {
+        Fixing fixing(project, bitmaps, 128, std::move(kept));
+        std::vector<std::string> texts;
+        for (const Finding& finding : std::vector(fixing.findingsOf(named("STDMSG3"))))
+            for (const Fix& fix : fixing.fixesOf(finding))
+                texts.push_back(fix.caption);
+        return texts;
+    };
+    // The message is mended by what it shows, too.
+    EXPECT_EQ(captions({named("STDMSG3")}), std::vector<std::string>{"Make RegVar1 5 wide"});
+    EXPECT_EQ(captions({named("RegVar1")}), std::vector<std::string>{});
+    EXPECT_EQ(captions({named("RegVar2")}), std::vector<std::string>{"Make RegVar1 5 wide"});
+}
+
 TEST_F(FixingTest, AValueGetsItsBlanksOrIsMadeNarrower) {
     EXPECT_EQ(mended("CLEAR\nTEXT 0 0 RED BLACK \"Level   m\"\nDISPVAR 48 0 RED BLACK RegVar1", "field-gap"),
               (Mended{{"Leave 7 blanks",

@@ -153,6 +153,7 @@ TEST(Master, ListsSoManyErrorsAndCountsTheRest) {
 TEST(Master, ItselfShowsNames) {
     Project project = masterWith("{line:6>}|{Tank:2}|{{x");
     project.CoilVar[0].onText = "{run} {run:4}";
+    project.CoilVar[0].offText = "{{";
     project.ALTMSG[0] = "IMG 0 0 RED BLACK {Logo}.bmp";
     const Master master(project);
     const Project itself = master.itself();
@@ -161,6 +162,7 @@ TEST(Master, ItselfShowsNames) {
     EXPECT_EQ(itself.ALTMSG[0], "IMG 0 0 RED BLACK {Logo}.bmp");
     EXPECT_EQ(scriptWithNames(project.STDMSG[2]), itself.STDMSG[2]);
     EXPECT_THAT(master.names(), ElementsAre("run", "line", "tank", "logo"));
+    EXPECT_THAT(master.items(), ElementsAre(named("CoilVar1"), named("STDMSG3"), named("ALTMSG1")));
 }
 
 TEST(Master, ItselfHasFramesForBitmapsThatArePlaces) {

@@ -98,6 +98,7 @@ private slots:
     void allOfAThousandRowsAreShownWhole();
     void columnsFitWhateverChanged();
     void aChangedCellIsMeasuredAlone();
+    void rowsMayComeAFewAtATime();
     void typingBeginsByKeyOrDoubleClick_data();
     void typingBeginsByKeyOrDoubleClick();
     void whatWasTypedIsToldAndNotKept();
@@ -325,6 +326,35 @@ void RowsTableTest::aChangedCellIsMeasuredAlone() {
     rows[50][1].text = QStringLiteral("12");
     table.setRows(rows);
     QCOMPARE(delegate.measured, 2); // before and after
+}
+
+void RowsTableTest::rowsMayComeAFewAtATime() {
+    Table rows;
+    CountingDelegate counting;
+    rows.choose(1);
+    rows.table.setItemDelegate(&counting);
+    const int narrow = rows.table.columnWidth(0);
+    rows.table.putRows(1, {{{"kiwi"}, {"1", 1}}, {{"plum"}, {"2", 2}}, {{QString(40, u'W')}, {"3", 3}}});
+    QCOMPARE(rows.shown(), (QStringList{"pear", "kiwi", "plum", QString(40, u'W')}));
+    QCOMPARE(rows.table.selectedRows(), std::vector<int>{1});
+    QCOMPARE(rows.table.ticks(), std::vector<bool>(4, true));
+    const int wide = rows.table.columnWidth(0);
+    QVERIFY(wide > narrow);
+    rows.table.keepRows(5);
+    QCOMPARE(rows.shown().size(), 4);
+    rows.table.keepRows(2);
+    QCOMPARE(rows.shown(), (QStringList{"pear", "kiwi"}));
+    QCOMPARE(rows.table.ticks(), std::vector<bool>(2, true));
+    counting.measured = 0;
+    rows.table.putRows(2, {{{"fig"}, {"4", 4}}});
+    QVERIFY2(counting.measured <= 12, qPrintable(QString::number(counting.measured)));
+    QCOMPARE(rows.table.columnWidth(0), wide); // until the rows are others
+    rows.table.putRows(3, {});
+    rows.table.setRows({{{"a"}, {"1", 1}}});
+    QVERIFY(rows.table.columnWidth(0) < wide);
+    rows.table.sortByColumn(0, Qt::AscendingOrder);
+    rows.table.putRows(1, {{{"c"}, {"1", 1}}, {{"b"}, {"1", 1}}});
+    QCOMPARE(rows.shown(), (QStringList{"a", "b", "c"}));
 }
 
 void RowsTableTest::typingBeginsByKeyOrDoubleClick_data() {
