@@ -3,6 +3,7 @@
 #include "model/Lines.h"
 #include "model/Project.h"
 #include "model/Windows1252.h"
+#include "script/Places.h"
 #include "script/WizardLists.h"
 
 namespace orvista {
@@ -24,11 +25,11 @@ bool appendBitmap(std::string& page, const MessageForm& form, const PathRules& p
     return true;
 }
 
-void appendField(std::string& page, const FieldChoice& field, int column, const FontStyle& font) {
+void appendField(std::string& page, const FieldChoice& field, std::size_t column, const FontStyle& font) {
     const wizard::FieldSource& source = wizard::fieldSources().at(field.cbVar);
     const bool clock = isClock(source.value);
     page.append(lineEnd).append(clock ? source.shown : "DISPVAR").append(font.commandSuffix).append(" ");
-    page.append(std::to_string(column * font.cellWidth)).append(" ");
+    page.append(std::to_string(column * static_cast<std::size_t>(font.cellWidth))).append(" ");
     page.append(std::to_string(font.row)).append(" ");
     page.append(colourPair(field.cbVarFgClr, field.cbVarBgClr)).append(" ");
     if (!clock) // a clock field ends with the blank
@@ -45,8 +46,11 @@ bool appendText(std::string& page, const MessageForm& form) {
         .append(" \"")
         .append(content.DisplayText)
         .append("\"");
-    for (std::size_t slot = 0; slot < content.fieldCount(); ++slot)
-        appendField(page, form.fields[slot], content.VarPos[slot], font);
+    for (std::size_t slot = 0; slot < content.fieldCount(); ++slot) {
+        const auto typed = static_cast<std::size_t>(content.VarPos[slot]);
+        const std::size_t column = form.isOfMaster ? shownColumn(content.DisplayText, typed) : typed;
+        appendField(page, form.fields[slot], column, font);
+    }
     return true;
 }
 

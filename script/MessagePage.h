@@ -24,8 +24,9 @@ struct FieldChoice {
 /// is what the wizard opens with.
 struct MessageForm {
     bool bitmap = false;
-    std::string txtText; ///< device bytes
-    std::string txtPath; ///< UTF-8
+    bool isOfMaster = false; ///< places in the text count as wide as they are shown
+    std::string txtText;     ///< device bytes
+    std::string txtPath;     ///< UTF-8
 
     std::size_t cbFgClr = 0;
     std::size_t cbBgClr = 3;

@@ -157,6 +157,13 @@ std::vector<TextPlace> placesInSwitchText(std::string_view text) {
     return placesInText(text, true);
 }
 
+std::size_t shownColumn(std::string_view text, std::size_t at) {
+    std::size_t column = at;
+    for (const TextPlace& place : placesInText(text.substr(0, at), false))
+        column += (place.kind == TextPlace::Kind::Brace ? 1 : place.width) - place.length;
+    return column;
+}
+
 std::string placed(std::string_view text, std::size_t width, PlaceAlignment alignment) {
     if (width == 0)
         return std::string(text);

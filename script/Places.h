@@ -45,6 +45,9 @@ bool isPlaceOfBitmap(std::string_view name);
 std::vector<TextPlace> placesInScript(std::string_view script);
 /// Those of a Boolean variable's ON or OFF text.
 std::vector<TextPlace> placesInSwitchText(std::string_view text);
+/// Where the display shows a character of a quoted text, whose places are as wide as they say. From 0.
+/// \param at of no place; may be the text's end
+std::size_t shownColumn(std::string_view text, std::size_t at);
 
 /// The text with blanks up to the width; a longer one is cut. \param width 0 for the text as it is
 std::string placed(std::string_view text, std::size_t width, PlaceAlignment alignment);

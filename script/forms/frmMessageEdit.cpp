@@ -1,5 +1,6 @@
 #include "script/forms/frmMessageEdit.h"
 
+#include "items/MasterView.h"
 #include "script/forms/BitmapFrame.h"
 #include "script/forms/EffectsFrame.h"
 #include "script/forms/MessageColorFrame.h"
@@ -61,6 +62,7 @@ void frmMessageEdit::explainVariables(std::function<QString(const QString&)> too
 
 void frmMessageEdit::showPreview(const Project& project, int columns, const DisplayValues& values,
                                  const MasterView* master) {
+    isOfMaster_ = master != nullptr && master->isMaster();
     preview_ = new WizardPreview(project, columns, values, master);
     static_cast<QGridLayout*>(layout())->addWidget(preview_, 4, 0, 1, 2);
     followControls();
@@ -138,6 +140,7 @@ void frmMessageEdit::btnOK_Click() {
 MessageForm frmMessageEdit::form() const {
     MessageForm form;
     form.bitmap = OptMsgType->checkedId() == bitmapType;
+    form.isOfMaster = isOfMaster_;
     form.txtText = txtText->bytes();
     form.txtPath = bitmapFrame_->path();
     messageColorFrame_->readInto(form);

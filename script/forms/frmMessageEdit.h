@@ -60,6 +60,7 @@ private:
     EffectsFrame* effectsFrame_;
     QPushButton* btnOK;
     WizardPreview* preview_ = nullptr;
+    bool isOfMaster_ = false;
 };
 
 } // namespace orvista

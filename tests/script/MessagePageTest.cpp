@@ -59,6 +59,18 @@ TEST(MessagePage, WorkedExample) {
                           "OUT GO-UP 1 100");
 }
 
+TEST(MessagePage, FieldsOfAMasterStandWhereThePlacesBeforeThemEnd) {
+    MessageForm form = plainText("{tank:4}: %4v {line:12>}%v");
+    form.fields[0] = {regVar1, green, black};
+    form.fields[1] = {regVar1, green, black};
+    const std::string head = "CLEAR\r\nTEXT 0 0 RED BLACK \"{tank:4}:      {line:12>} \"\r\nDISPVAR ";
+    const std::string between = " 0 GREEN BLACK RegVar1\r\nDISPVAR ";
+    const std::string tail = " 0 GREEN BLACK RegVar1\r\nACT STILL 1000";
+    EXPECT_EQ(page(form), head + "80" + between + "200" + tail);
+    form.isOfMaster = true;
+    EXPECT_EQ(page(form), head + "48" + between + "184" + tail);
+}
+
 TEST(MessagePage, UntouchedFormWithAText) {
     MessageForm form;
     form.txtText = "Hello";

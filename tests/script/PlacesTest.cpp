@@ -42,6 +42,18 @@ TEST(Places, HaveNameWidthAndAlignment) {
     EXPECT_THAT(inQuotes("{a:9}{b:10}"), ElementsAre("a:9", "b:10"));
 }
 
+TEST(Places, SayWhereOnTheDisplayTheRestIs) {
+    const std::string text = "{{a {line:3>}|{none}{b:32}c";
+    const auto columnOf = [&](const char* rest) { return shownColumn(text, text.find(rest)); };
+    EXPECT_EQ(columnOf("{{a"), 0U);
+    EXPECT_EQ(columnOf("a {"), 1U);
+    EXPECT_EQ(columnOf("{line"), 3U);
+    EXPECT_EQ(columnOf("|"), 6U);
+    EXPECT_EQ(columnOf("{b:"), 13U);
+    EXPECT_EQ(columnOf("c"), 45U);
+    EXPECT_EQ(shownColumn(text, text.size()), 46U);
+}
+
 TEST(Places, AreWholeOrText) {
     for (const char* text : {"{",         "{}",        "{line}",      "{line:}",
                              "{line:0}",  "{line:08}", "{line:33}",   "{line:999999999999999}",
