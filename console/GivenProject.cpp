@@ -102,9 +102,20 @@ std::string listOfMaster(const std::string& project) {
 }
 
 GivenProject::GivenProject(std::string path, Project project)
-    : path_(std::move(path)), project_(std::move(project)), notes_(notesBeside(path_)) {
+    : path_(std::move(path)), project_(std::move(project)) {
+    NotesReading reading = notesReadBeside(path_);
+    notes_ = std::move(reading.notes);
+    mayHideMaster_ = reading.mayHideMaster;
     if (notes_.masterList)
         master_.emplace(project_);
+}
+
+void GivenProject::expectNoHiddenMaster() const {
+    const auto places = mayHideMaster_ ? Master(project_).names() : std::vector<std::string>();
+    if (!places.empty())
+        throw CommandFailure(ExitStatus::Unusable,
+                             path_ + " may be a master: its messages have places such as {" + places.front() +
+                                 "}, and its notes cannot be read; mend them first");
 }
 
 const Master& GivenProject::expectMaster() const {

@@ -74,6 +74,10 @@ public:
     /// \throws CommandFailure for a project that is none
     const Master& expectMaster() const;
 
+    /// Its places would be sent as they are typed.
+    /// \throws CommandFailure for a project with places of whose notes too little could be read to tell
+    void expectNoHiddenMaster() const;
+
     /// Those of its list; read when they are asked for first.
     /// \throws CommandFailure, also for a project that is no master
     const std::vector<FleetDisplay>& displays();
@@ -93,6 +97,7 @@ private:
     std::string path_;
     Project project_;
     ProjectNotes notes_;
+    bool mayHideMaster_ = false;
     std::optional<Master> master_;
     std::optional<std::vector<FleetDisplay>> displays_;
 };

@@ -30,12 +30,16 @@ void tellBadEntries(const std::string& path, const NotesReading& reading) {
 }
 
 ProjectNotes notesBeside(const std::string& project) {
+    return notesReadBeside(project).notes;
+}
+
+NotesReading notesReadBeside(const std::string& project) {
     const std::string path = notesPath(project);
     NotesReading reading = readNotesFile(path);
     if (!reading.fault.empty())
         complain(notesFaultText(path, reading));
     tellBadEntries(path, reading);
-    return std::move(reading.notes);
+    return reading;
 }
 
 int panelColumns(const std::optional<int>& option, const ProjectNotes& notes) {

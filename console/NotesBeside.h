@@ -19,6 +19,8 @@ void tellBadEntries(const std::string& path, const NotesReading& reading);
 /// What is wrong with the file is told; a command goes on with what was taken.
 /// \param project path of the project file
 ProjectNotes notesBeside(const std::string& project);
+/// The same with what else is known of the file.
+NotesReading notesReadBeside(const std::string& project);
 
 /// Dots across the display: as the option says, else the notes, else PanelSize::usualColumns.
 int panelColumns(const std::optional<int>& option, const ProjectNotes& notes);

@@ -95,6 +95,7 @@ void ProjectSnapshots::takeSnapshot(const FleetDisplay& display) {
     Snapshot snapshot;
     try {
         const GivenProject& project = given(display.project);
+        project.expectNoHiddenMaster();
         write(project.master() != nullptr ? project.of(display) : project.itself(), snapshot);
     } catch (const std::system_error& failure) {
         if (std::string fault = writingFault(scratch_); !fault.empty())

@@ -65,6 +65,7 @@ NotesReading readNotesFile(const std::string& path) {
         return bytes ? readNotes(*bytes) : reading;
     } catch (const std::system_error& failure) {
         reading.fault = failure.code().message();
+        reading.mayHideMaster = true;
         return reading;
     }
 }

@@ -248,6 +248,7 @@ NotesReading readNotes(std::string_view bytes) {
     NotesReading reading;
     if (bytes.size() > mostNotesBytes) {
         reading.fault = notesSizeFault();
+        reading.mayHideMaster = true;
         return reading;
     }
     const JsonReading json = readJson(bytes);
@@ -256,6 +257,9 @@ NotesReading readNotes(std::string_view bytes) {
         noteBad(reading, doubled + lastCounts);
     if (reading.fault.empty())
         NotesReader(json.value, reading).run();
+    const bool isWhole = reading.fault.empty() && reading.bad.empty();
+    reading.mayHideMaster =
+        !isWhole && !reading.notes.masterList && bytes.find("\"master\"") != std::string_view::npos;
     if (!reading.fault.empty())
         reading.bad.clear();
     return reading;

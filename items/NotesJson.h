@@ -29,6 +29,8 @@ struct NotesReading {
     std::string fault; ///< why nothing was taken: "line 3, column 8 is no JSON"; empty where it was
     std::vector<std::string> bad; ///< entries that were left out, each with the reason
     std::size_t badNotListed = 0;
+    /// What was not taken may say that the project is a master.
+    bool mayHideMaster = false;
 };
 
 NotesReading readNotes(std::string_view bytes);

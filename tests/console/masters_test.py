@@ -122,6 +122,21 @@ class Master(MastersTest):
         self.assertEqual(self.expect(0, "fingerprint", "out/Line 17/Line 17.orx").split()[0],
                          self.expect(0, "fingerprint", "plant/PLANT.orx", "--display", "Line 17").split()[0])
 
+    def test_what_has_places_is_not_mended(self):
+        wide = b'CLEAR\r\nTEXT 0 0 RED BLACK "%s"\r\nACT STILL 9000'
+        self.project["STDMSG"][3] = wide % b"{tank:8} is far too full"
+        self.project["STDMSG"][4] = wide % b"Emergency stop pump"
+        # Typed it would be cut; shown it is 13 wide.
+        self.project["STDMSG"][5] = wide % b"{longname:4} level of"
+        device_files.write(self.folder / "plant", "PLANT", self.project)
+        self.make_master(["a,10.0.0.1,,,17,Nord"])
+        out = self.expect(1, "fix", "plant/PLANT.orx", "--item", "STDMSG3,STDMSG4,STDMSG5").decode()
+        self.assertEqual(out.splitlines()[0], "STDMSG4:2:37: Let the page leave with OUT GO-LEFT [text-cut]")
+        self.assertEqual(out.splitlines()[-1], "1 finding mended, 1 left")
+        self.project["STDMSG"][4] = wide % b"Emergency stop pump" + b"\r\nOUT GO-LEFT 1 50"
+        device_files.write(self.folder / "expected", "X", device_files.reopened(self.project))
+        self.assertEqual(self.device_files_of("plant"), self.device_files_of("expected"))
+
     def test_an_expanded_project_made_a_master_expands_to_itself(self):
         self.project["STDMSG"][3] = TEXT.replace(b"|{{", b"")
         device_files.write(self.folder / "plant", "PLANT", self.project)
@@ -212,6 +227,26 @@ class Transfers(MastersTest):
         # A port may be left out where one display is there.
         result = self.run_program("upload", "plant/PLANT.orx", "--to", "127.0.0.2")
         self.assertEqual((result.returncode, result.stdout.startswith(b"c: failed: ")), (1, True), result)
+
+    def test_a_master_whose_notes_cannot_be_read_is_not_sent_as_it_is_typed(self):
+        display, = self.make(1)
+        self.displays.serve()
+        rows = self.rows([display])
+        self.make_master(rows)
+        notes = self.folder / "plant" / "PLANT.notes.json"
+        for text in ('{"version": 1, "master": {"list": "d.csv"}', '{"version": 1, "master": {"list": 5}}'):
+            notes.write_text(text)
+            for arguments in (["--to", display.address], ["--list", "plant/d.csv"]):
+                result = self.run_program("upload", "plant/PLANT.orx", *arguments)
+                said = result.stdout.decode() + result.stderr.decode()
+                self.assertIn("plant/PLANT.orx may be a master: its messages have places such as {tank}, and its notes cannot be "
+                              "read; mend them first", said)
+                self.assertEqual(result.returncode, 2 if arguments[0] == "--to" else 1, said)
+        self.assertEqual(display.files(), {})
+        # Notes that say nothing of a list make no master, whatever else is wrong with them.
+        notes.write_text('{"version": 1, "items": 7}')
+        self.assertEqual(self.run_program("upload", "plant/PLANT.orx", "--to", display.address).returncode, 0)
+        self.assertEqual({name: display.files()[name] for name in DEVICE_FILES}, self.held(b"{tank:8}|{LINE:3>}|{{"))
 
     def test_twenty_simulators_show_their_own_text(self):
         simulators = []

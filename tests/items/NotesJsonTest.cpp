@@ -251,5 +251,14 @@ TEST(ProjectNotes, TellFaultsByItem) {
             NoteFault{named("RegVar2"), &labelField, "\"level\" is the label of RegVar1 already"}));
 }
 
+TEST(NotesJson, SayWhereAMasterMayBeHidden) {
+    EXPECT_FALSE(readNotes(R"({"version": 1, "master": {"list": "d.csv"}})").mayHideMaster);
+    EXPECT_FALSE(readNotes(R"({"version": 1, "items": 7})").mayHideMaster);
+    EXPECT_FALSE(readNotes("x").mayHideMaster);
+    EXPECT_TRUE(readNotes(R"({"version": 1, "master": {"list": 7}})").mayHideMaster);
+    EXPECT_TRUE(readNotes(R"({"version": 1, "master": {"list": "d.csv"})").mayHideMaster);
+    EXPECT_TRUE(readNotes(std::string(mostNotesBytes + 1, ' ')).mayHideMaster);
+}
+
 } // namespace
 } // namespace orvista
