@@ -3,6 +3,7 @@
 #include "check/FolderCheck.h"
 #include "display/forms/DisplayPreview.h"
 #include "items/AcceptanceCopy.h"
+#include "items/Master.h"
 #include "link/forms/MonitorPanel.h"
 #include "link/forms/frmAccept.h"
 #include "link/forms/frmPutBack.h"
@@ -72,13 +73,24 @@ void AcceptanceCommands::miToolsAccept_Click() {
         accept(*display);
 }
 
+AcceptanceCommands::Held AcceptanceCommands::heldBy(const EqualDisplay& display) const {
+    Held held{around_.lifecycle.project(), around_.notes.notes(), around_.preview.columns()};
+    if (!display.row)
+        return held;
+    held.project = expand(held.project, *display.row).project;
+    held.project.ProjName = display.row->name; // so the result is named
+    held.notes = expandedNotes(held.notes, *display.row);
+    held.columns = display.row->columns.value_or(held.columns);
+    return held;
+}
+
 void AcceptanceCommands::accept(const EqualDisplay& display) {
     if (isAcceptedElsewhere(display.address))
         return around_.dock.showNotice(elsewhereText(display.address));
     const SilentMonitor silent(around_.dock);
     FolderCheck folder;
-    frmAccept dialog({{around_.lifecycle.project(), around_.notes.notes(), folder, around_.preview.columns(),
-                       around_.preview.clock().localTime},
+    const Held held = heldBy(display);
+    frmAccept dialog({{held.project, held.notes, folder, held.columns, around_.preview.clock().localTime},
                       display.address,
                       settings_.modbusPort,
                       display.fingerprint,

@@ -1,6 +1,8 @@
 #pragma once
 
+#include "items/ProjectNotes.h"
 #include "mainwindow/RecoveryFolder.h"
+#include "model/Project.h"
 #include "model/ProjectLifecycle.h"
 
 #include <QObject>
@@ -46,6 +48,13 @@ public:
     void offerCutOff();
 
 private:
+    /// What the display was found to hold.
+    struct Held {
+        Project project;
+        ProjectNotes notes;
+        int columns;
+    };
+    Held heldBy(const EqualDisplay& display) const;
     void accept(const EqualDisplay& display);
     void putBack(const QString& path);
     std::string claim(const std::string& address);

@@ -92,10 +92,18 @@ bool ComparisonCommands::isReadable(const DisplayContents& contents, const std::
 
 std::optional<FleetDisplay> ComparisonCommands::rowAt(const std::string& address) {
     const FleetDisplay* const row = world_.master.displayAt(displayAddress(address, fileTransfer));
-    if (row != nullptr)
-        return *row;
-    dock_.showNotice(tr("The list of displays has no display at %1").arg(QString::fromStdString(address)));
-    return std::nullopt;
+    if (row == nullptr) {
+        dock_.showNotice(
+            tr("The list of displays has no display at %1").arg(QString::fromStdString(address)));
+        return std::nullopt;
+    }
+    if (const Expansion own = world_.master.master()->expand(*row); !own.errors.empty()) {
+        dock_.showNotice(
+            tr("%1 cannot have the project: %2")
+                .arg(QString::fromStdString(row->name), QString::fromStdString(own.errors.front().text)));
+        return std::nullopt;
+    }
+    return *row;
 }
 
 ComparisonCommands::Fetched ComparisonCommands::fetch(const std::string& title) {
@@ -108,19 +116,28 @@ ComparisonCommands::Fetched ComparisonCommands::fetch(const std::string& title) 
     return {std::move(display), std::move(folder)};
 }
 
+std::optional<ComparisonPanel::Theirs> ComparisonCommands::sideOf(const Fetched& fetched) {
+    const std::string& name = fetched.display.name;
+    ComparisonPanel::Theirs theirs{QString::fromStdString(name),
+                                   DisplayContents::ofFolder(fetched.folder->path()), fetched.folder};
+    if (!world_.master.isMaster())
+        return theirs;
+    theirs.display = rowAt(name);
+    if (!theirs.display)
+        return std::nullopt;
+    theirs.name = QString::fromStdString(theirs.display->name);
+    return theirs;
+}
+
 bool ComparisonCommands::isComparedWithDisplay(const std::string& title, ComparisonPanel::Question question) {
-    const auto [display, fetched] = fetch(title);
-    if (display.end != FetchedDisplay::End::Fetched)
-        return display.end == FetchedDisplay::End::Cancelled;
-    DisplayContents theirs = DisplayContents::ofFolder(fetched->path());
-    if (question == ComparisonPanel::Question::WhatDiffers && !isReadable(theirs, fetched->path()))
+    const Fetched fetched = fetch(title);
+    if (fetched.display.end != FetchedDisplay::End::Fetched)
+        return fetched.display.end == FetchedDisplay::End::Cancelled;
+    auto theirs = sideOf(fetched);
+    if (!theirs || (question == ComparisonPanel::Question::WhatDiffers &&
+                    !isReadable(theirs->contents, fetched.folder->path())))
         return false;
-    const bool isMaster = world_.master.isMaster();
-    const auto row = isMaster ? rowAt(display.name) : std::nullopt;
-    if (isMaster && !row)
-        return false;
-    const QString name = QString::fromStdString(row ? row->name : display.name);
-    openPanel().compareWith({name, std::move(theirs), fetched, false, row}, question);
+    openPanel().compareWith(std::move(*theirs), question);
     theirFolder_.clear();
     return true;
 }
@@ -128,19 +145,20 @@ bool ComparisonCommands::isComparedWithDisplay(const std::string& title, Compari
 std::optional<EqualDisplay> ComparisonCommands::fetchEqual(const std::string& title) {
     std::optional<EqualDisplay> equal;
     compare([&] {
-        const auto [display, fetched] = fetch(title);
-        if (display.end != FetchedDisplay::End::Fetched)
-            return display.end == FetchedDisplay::End::Cancelled;
-        DisplayContents theirs = DisplayContents::ofFolder(fetched->path());
-        if (compareContents(DisplayContents::ofUpload(project()), theirs).isEqual()) {
-            equal = {display.address, fingerprint(theirs)};
+        const Fetched fetched = fetch(title);
+        if (fetched.display.end != FetchedDisplay::End::Fetched)
+            return fetched.display.end == FetchedDisplay::End::Cancelled;
+        auto theirs = sideOf(fetched);
+        if (!theirs)
+            return false;
+        if (compareContents(ComparisonPanel::ours(project(), *theirs), theirs->contents).isEqual()) {
+            equal = {fetched.display.address, fingerprint(theirs->contents), theirs->display};
             return true;
         }
-        openPanel().compareWith({QString::fromStdString(display.name), std::move(theirs), fetched},
-                                ComparisonPanel::Question::WhatDiffers);
+        const QString name = theirs->name;
+        openPanel().compareWith(std::move(*theirs), ComparisonPanel::Question::WhatDiffers);
         theirFolder_.clear();
-        dock_.showNotice(tr("%1 does not hold what this project sends. Upload it first.")
-                             .arg(QString::fromStdString(display.name)));
+        dock_.showNotice(tr("%1 does not hold what this project sends. Upload it first.").arg(name));
         return true;
     });
     return equal;

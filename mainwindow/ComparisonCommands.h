@@ -20,8 +20,9 @@ class ProjectChanges;
 
 /// A display that shows the same as what an upload sends.
 struct EqualDisplay {
-    std::string address;     ///< as typed, UTF-8
-    std::string fingerprint; ///< of what it holds
+    std::string address;             ///< as typed, UTF-8
+    std::string fingerprint;         ///< of what it holds
+    std::optional<FleetDisplay> row; ///< of a master, whose project is held
 };
 
 /// What fills the panel "Comparison" of the dock: the project beside a display or another project, and
@@ -60,7 +61,8 @@ private:
     void compare(const std::function<bool()>& work);
     void forgetComparison();
     bool isComparedWithDisplay(const std::string& title, ComparisonPanel::Question question);
-    /// Of a master the row of the display at that address; the user is told where there is not one.
+    /// Of a master the row of the display at that address; the user is told where there is not one, or where
+    /// its values do not fit.
     std::optional<FleetDisplay> rowAt(const std::string& address);
     bool isComparedWith(const ChosenProject& other);
     /// What a display holds, and where its files lie.
@@ -69,6 +71,8 @@ private:
         std::shared_ptr<const ScratchFolder> folder;
     };
     Fetched fetch(const std::string& title);
+    /// Nothing for a display that is none of the master's, which the user is told.
+    std::optional<ComparisonPanel::Theirs> sideOf(const Fetched& fetched);
     /// Reads what was fetched as opening does, for what the readers have to say of it.
     bool isReadable(const DisplayContents& contents, const std::string& folder);
     void sayWhatIsMissing(const std::vector<std::string>& names);

@@ -215,14 +215,14 @@ void ComparisonPanel::changeEvent(QEvent* event) {
         clear();
 }
 
-DisplayContents ComparisonPanel::ours() const {
-    if (theirs_->display)
-        return DisplayContents::ofProject(expand(project_, *theirs_->display).project);
-    return theirs_->isOwnFile ? DisplayContents::ofProject(project_) : DisplayContents::ofUpload(project_);
+DisplayContents ComparisonPanel::ours(const Project& project, const Theirs& theirs) {
+    if (theirs.display)
+        return DisplayContents::ofProject(expand(project, *theirs.display).project);
+    return theirs.isOwnFile ? DisplayContents::ofProject(project) : DisplayContents::ofUpload(project);
 }
 
 void ComparisonPanel::compare() {
-    const DisplayContents ours = this->ours();
+    const DisplayContents ours = ComparisonPanel::ours(project_, *theirs_);
     const ContentsComparison comparison = compareContents(ours, theirs_->contents);
     const QString fingerprints = fingerprintsText(fingerprint(ours), fingerprint(theirs_->contents));
     sent_ = ours.project();

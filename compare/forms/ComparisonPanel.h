@@ -42,6 +42,8 @@ public:
         /// Of a master the display whose own project is compared.
         std::optional<FleetDisplay> display = std::nullopt;
     };
+    /// What of the project is compared with that.
+    static DisplayContents ours(const Project& project, const Theirs& theirs);
 
     /// \param notAppliedItems the items that are shown with an edit that is not applied
     /// \param setting of the pictures below the list
@@ -75,8 +77,6 @@ private:
     void showNothing(const QString& reason);
     void enableTake();
     void showPictures();
-    /// What is compared with the other side.
-    DisplayContents ours() const;
     /// Those that the project can take over: of a master, what each display has the same.
     std::vector<DifferenceRow> selectedRows() const;
     void btnTakeTheirs_Click();

@@ -4,6 +4,8 @@
 #include "display/PageText.h"
 #include "display/SettledPage.h"
 #include "display/forms/MarkedBitmaps.h"
+#include "items/MasterBitmaps.h"
+#include "items/MasterView.h"
 #include "model/Lines.h"
 #include "widgets/DeviceText.h"
 #include "widgets/FormParts.h"
@@ -57,7 +59,12 @@ void BeforeAfterPictures::showChange(const Project& project, std::string_view be
     if (!bitmaps_)
         bitmaps_.emplace(project.ProjPath);
     const std::size_t line = firstDifferentLine(before, after);
-    showPages({project, *bitmaps_, before, line}, {project, *bitmaps_, after, line});
+    const MasterView* const master = setting_().master;
+    if (master == nullptr || !master->isMaster())
+        return showPages({project, *bitmaps_, before, line}, {project, *bitmaps_, after, line});
+    const MasterBitmaps bitmaps(*bitmaps_);
+    showPages({master->shown(), bitmaps, master->filled(before), line},
+              {master->shown(), bitmaps, master->filled(after), line});
 }
 
 void BeforeAfterPictures::showPages(const PictureSource& before, const PictureSource& after) {

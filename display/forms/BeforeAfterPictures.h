@@ -34,8 +34,8 @@ public:
     /// \param setting asked whenever something is shown
     BeforeAfterPictures(const Captions& captions, PreviewSettingSource setting, QWidget* parent = nullptr);
 
-    /// The pages in which the first line lies that differs, with the bitmaps of the project's folder.
-    /// \param project always the same
+    /// The pages in which the first line lies that differs, with the bitmaps of the project's folder. Places
+    /// of a master are filled as the setting says. \param project always the same
     void showChange(const Project& project, std::string_view before, std::string_view after);
     void showPages(const PictureSource& before, const PictureSource& after);
     /// There is no page to be shown: takes the panels away, and leaves their place.

@@ -66,7 +66,7 @@ public:
     /// What the fields show now.
     DisplayValues shownValues() const;
     /// How it shows messages now.
-    PreviewSetting setting() const { return {columns(), shownValues()}; }
+    PreviewSetting setting() const { return {columns(), shownValues(), master_}; }
     /// What the display holds, while that is known; its clock is not.
     void setHeldValues(const std::optional<DisplayValues>& held);
 

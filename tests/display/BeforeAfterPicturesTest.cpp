@@ -2,11 +2,14 @@
 
 #include "display/SettledPage.h"
 #include "display/forms/MarkedBitmaps.h"
+#include "items/MasterView.h"
+#include "tests/support/ListedDisplay.h"
 #include "widgets/PanelView.h"
 
 #include <QTest>
 
 using namespace orvista;
+using orvista::testing::listedDisplay;
 
 namespace {
 
@@ -26,8 +29,9 @@ struct Shown {
 
     Project project;
     DisplayValues values = defaultValues(project);
+    MasterView master{project};
     BeforeAfterPictures pictures{{QStringLiteral("Old"), QStringLiteral("New")}, [this] {
-                                     return PreviewSetting{64, values};
+                                     return PreviewSetting{64, values, &master};
                                  }};
 };
 
@@ -45,6 +49,7 @@ private slots:
     void showThePageThatDiffers();
     void showTheValuesOfThePreview();
     void areReadOutByTheirTexts();
+    void fillThePlacesOfAMaster();
     void areDarkWithoutAPage();
     void keepTheirPlaceWhileNothingIsShown();
 };
@@ -73,6 +78,22 @@ void BeforeAfterPicturesTest::areReadOutByTheirTexts() {
     QCOMPARE(shown.panel("panelBefore").accessibleName(), QStringLiteral("Picture: Old"));
     QCOMPARE(shown.panel("panelBefore").accessibleDescription(), QStringLiteral("old"));
     QCOMPARE(shown.panel("panelAfter").accessibleDescription(), QStringLiteral("new"));
+}
+
+void BeforeAfterPicturesTest::fillThePlacesOfAMaster() {
+    Shown shown;
+    const auto texts = [&shown] {
+        shown.pictures.showChange(shown.project, pageOf("{line:4}a"), pageOf("{line:4}b"));
+        return QStringList{shown.panel("panelBefore").accessibleDescription(),
+                           shown.panel("panelAfter").accessibleDescription()};
+    };
+    QCOMPARE(texts(), (QStringList{"{line:4}a", "{line:4}b"}));
+    shown.master.setDisplays({listedDisplay("Line 17", "h", {{"line", "17"}})});
+    QCOMPARE(texts(), (QStringList{"linea", "lineb"}));
+    shown.master.choose("Line 17");
+    QCOMPARE(texts(), (QStringList{"17 a", "17 b"}));
+    shown.pictures.showChange(shown.project, "", "IMG 0 0 RED BLACK {logo}.bmp\r\nACT STILL 1");
+    QVERIFY(shown.after() != LedRaster({64})); // a frame
 }
 
 void BeforeAfterPicturesTest::areDarkWithoutAPage() {

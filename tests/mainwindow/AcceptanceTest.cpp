@@ -1,4 +1,5 @@
 #include "compare/DisplayContents.h"
+#include "display/SettledPage.h"
 #include "items/AcceptanceCopy.h"
 #include "mainwindow/RecoveryFolder.h"
 #include "tests/mainwindow/AcceptingEditor.h"
@@ -15,6 +16,8 @@ private slots:
     void cleanup() { QVERIFY(allModalsServed()); }
     void showsTheMessagesOneAfterTheOther();
     void doesNotBeginWhereTheDisplayHoldsSomethingElse();
+    void ofAMasterTheDisplaysOwnProjectIsAccepted();
+    void aMasterIsAcceptedAtItsDisplaysOnly();
     void sayWhatItWillDoToThePlant();
     void doesNotBeginWhileAnEmergencyMessageIsOn();
     void endsWhenAnEmergencyMessageComesOn();
@@ -80,6 +83,63 @@ void AcceptanceTest::doesNotBeginWhereTheDisplayHoldsSomethingElse() {
              QStringLiteral("127.0.0.1:7000 does not hold what this project sends. Upload it first."));
     QVERIFY(editor.find<QTableView>("tblComparison")->isVisible());
     QCOMPARE(editor.on(), QString());
+}
+
+/// The editor's project as a master with a line for the display, which holds that line's own project.
+struct AcceptingMaster : AcceptingEditor {
+    explicit AcceptingMaster(const std::string& row) {
+        copyFiles(transfer.source, held.path());
+        transfer.source = held.path();
+        project.STDMSG[0] = "CLEAR\r\nTEXT 0 0 RED BLACK \"{tank:3}\"\r\nACT STILL 2000";
+        window->lifecycle().SetModified(true);
+        trigger("miFileSave");
+        writeBytes(projectFolder.file("Plant.notes.json"),
+                   R"({"version":1,"master":{"list":"displays.csv"}})");
+        writeBytes(projectFolder.file("displays.csv"), "name,address,port,columns,tank\n" + row + "\n");
+        openProject("Plant");
+    }
+    TemporaryFolder held;
+};
+
+void AcceptanceTest::ofAMasterTheDisplaysOwnProjectIsAccepted() {
+    AcceptingMaster editor("Line 17,127.0.0.1,7000,96,One");
+    onModal(QStringLiteral("frmAccept"), [&](QWidget* dialog) {
+        const Person person(dialog);
+        onModal(QStringLiteral("comdlg"), [&](QWidget* files) {
+            auto* const chooser = qobject_cast<QFileDialog*>(files);
+            QCOMPARE(QFileInfo(chooser->selectedFiles().value(0)).fileName(),
+                     QStringLiteral("Line 17-accepted.json"));
+            chooser->selectFile(QString::fromStdString(editor.resultPath()));
+            QMetaObject::invokeMethod(chooser, "accept");
+        });
+        person.press("btnAcceptStart");
+        person.awaitMessage(editor, QStringLiteral("STDMSG1"));
+        const Project plain;
+        const Programme programme =
+            programmeOfLine("TEXT 0 0 RED BLACK \"One\"", 1, {96}, fieldFormats(plain), NoBitmaps());
+        QTRY_COMPARE(person.find<PanelView>("acceptPanel")->shown(),
+                     settledPage(programme, 0, defaultValues(plain)));
+        person.press("btnAcceptGood");
+        person.awaitMessage(editor, QStringLiteral("STDMSG2"));
+        person.press("btnCancel");
+    });
+    editor.trigger("miToolsAccept");
+    QVERIFY(allModalsServed());
+    QCOMPARE(editor.result().fingerprint, fingerprint(DisplayContents::ofFolder(editor.held.path())));
+}
+
+void AcceptanceTest::aMasterIsAcceptedAtItsDisplaysOnly() {
+    for (const auto& [row, notice] :
+         {std::pair("Line 17,127.0.0.1,7000,,Off",
+                    "Line 17 does not hold what this project sends. Upload it first."),
+          std::pair("Line 17,127.0.0.1,7001,,One", "The list of displays has no display at 127.0.0.1:7000"),
+          std::pair("Line 17,127.0.0.1,7000,,Sour",
+                    "Line 17 cannot have the project: 'Sour' is 4 wide, its place 3")}) {
+        AcceptingMaster editor(row);
+        editor.trigger("miToolsAccept");
+        QCOMPARE(editor.notice(), QString::fromUtf8(notice));
+        QCOMPARE(editor.on(), QString());
+    }
 }
 
 void AcceptanceTest::sayWhatItWillDoToThePlant() {

@@ -12,6 +12,7 @@
 #include <QHelpEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QSpinBox>
 #include <QToolTip>
 
@@ -82,9 +83,12 @@ private slots:
     void whatDoesNotFitIsNotSaidOfAHiddenPreview();
     void whatIsTypedIsShownWithValuesAtOnce();
     void theWizardsStripShowsThem();
+    void theWizardPutsFieldsBehindThePlaces();
+    void whatHasPlacesIsNotMended();
     void messagesShowThem();
     void findingsShowThem();
     void allDisplaysAreOneRowForTheSame();
+    void manyFindingsOfAllDisplaysComeBitByBit();
     void allDisplaysAreCheckedByKeyboardAlone();
     void whatIsGoneMeanwhileIsNotMended();
     void placesAreUnderlinedAndTellTheirValues();
@@ -176,6 +180,43 @@ void MasterWindowTest::theWizardsStripShowsThem() {
     QCOMPARE(shown, "Tank Nord");
 }
 
+void MasterWindowTest::theWizardPutsFieldsBehindThePlaces() {
+    const auto composed = [](bool isMaster) {
+        const MasterDesk desk(isMaster);
+        desk.box().setPlainText("CLEAR");
+        onModal(QStringLiteral("frmMessageEdit"), [](QWidget* wizard) {
+            wizard->findChild<QLineEdit*>(QStringLiteral("txtText"))
+                ->setText(QStringLiteral("{tank:4}: %4v"));
+            wizard->findChild<QPushButton*>(QStringLiteral("btnOK"))->click();
+        });
+        desk.click("btnEditMessage");
+        return desk.box().toPlainText().section(u'\n', 2, 2).section(u' ', 1, 1);
+    };
+    QCOMPARE(composed(true), "48");
+    QCOMPARE(composed(false), "80");
+    QVERIFY(allModalsServed());
+}
+
+void MasterWindowTest::whatHasPlacesIsNotMended() {
+    MasterDesk desk;
+    const std::string wide = "CLEAR\r\nTEXT 0 0 RED BLACK \"{tank:4} is far too full\"\r\nACT STILL 1000";
+    desk.project.STDMSG[0] = wide;
+    desk.project.STDMSG[1] = "CLEAR\r\nTEXT 0 0 RED BLACK \"Emergency stop pump\"\r\nACT STILL 1000";
+    desk.displays().setCurrentIndex(1);
+    desk.trigger("miToolsCheck");
+    auto* const table = desk.find<RowsTable>("tblFindings");
+    QTRY_COMPARE(table->model()->rowCount(), 2);
+    for (int row = 0; row < 2; ++row) {
+        table->selectRow(row == 0 ? 0 : table->model()->rowCount() - 1);
+        table->setFocus();
+        QTest::keyClick(table, Qt::Key_Return, Qt::AltModifier);
+    }
+    QCOMPARE(desk.project.STDMSG[0], wide);
+    QCOMPARE(desk.project.STDMSG[1],
+             "CLEAR\r\nTEXT 0 0 RED BLACK \"Emergency stop pump\"\r\nACT STILL 1000\r\n"
+             "OUT GO-LEFT 1 50");
+}
+
 void MasterWindowTest::messagesShowThem() {
     const MasterDesk desk;
     desk.trigger("miViewMessages");
@@ -206,6 +247,32 @@ void MasterWindowTest::allDisplaysAreOneRowForTheSame() {
     QCOMPARE(desk.find<QLabel>("lblFindings")->text(), "1 error");
     QTest::mouseClick(all, Qt::LeftButton);
     QTRY_COMPARE(desk.cells("tblFindings", sentenceColumn), QStringList());
+}
+
+void MasterWindowTest::manyFindingsOfAllDisplaysComeBitByBit() {
+    MasterDesk desk;
+    const auto wideFrom = [&](std::size_t first) {
+        for (std::size_t i = 1; i < 30; ++i)
+            desk.project.STDMSG[i] =
+                i < first ? "" : "CLEAR\r\nTEXT 0 0 RED BLACK \"{tank:4}\"\r\nACT STILL 1";
+    };
+    wideFrom(1);
+    desk.trigger("miToolsCheck");
+    auto* const table = desk.find<RowsTable>("tblFindings");
+    QTest::mouseClick(desk.find<QCheckBox>("chkFindingsAllDisplays"), Qt::LeftButton);
+    QTRY_COMPARE(desk.cells("tblFindings", sentenceColumn),
+                 QStringList(30, "Line 3: 'Winter' is 6 wide, its place 4"));
+    table->selectRow(20);
+    const QString selected = table->model()->index(20, 1).data().toString();
+    QCOMPARE(selected, "STDMSG21");
+    wideFrom(5);
+    desk.trigger("miToolsCheck");
+    QTRY_COMPARE(desk.cells("tblFindings", 1).size(), 26);
+    QTRY_COMPARE(table->currentIndex().siblingAtColumn(1).data().toString(), selected);
+    QCOMPARE(desk.cells("tblFindings", 1).mid(0, 2), (QStringList{"STDMSG1", "STDMSG6"}));
+    QCOMPARE(desk.cells("tblFindings", 1).back(), "STDMSG30");
+    QTest::keyClick(table, Qt::Key_F4);
+    QCOMPARE(desk.find<QLabel>("lblNotice")->text(), "STDMSG22: 'Winter' is 6 wide, its place 4");
 }
 
 void MasterWindowTest::allDisplaysAreCheckedByKeyboardAlone() {
