@@ -1,10 +1,11 @@
 #include "items/AcceptanceCopy.h"
-#include "link/forms/MonitorPanel.h"
 #include "mainwindow/RecoveryFolder.h"
+#include "mainwindow/TcpTesterPage.h"
 #include "tests/mainwindow/AcceptingEditor.h"
 #include "tests/support/FullDisk.h"
 #include "widgets/PanelView.h"
 
+#include <QApplication>
 #include <QDoubleSpinBox>
 #include <QMessageBox>
 #include <QSet>
@@ -71,6 +72,7 @@ private slots:
     void anotherWindowThatBeginsMeanwhile();
     void longMessagesOnAWideDisplay();
     void theMonitorIsSilent();
+    void itWaitsForTheTestPage();
 };
 
 void AcceptanceFaultsTest::putsBackAfterEachFault_data() {
@@ -339,6 +341,25 @@ void AcceptanceFaultsTest::theMonitorIsSilent() {
     });
     requests = 0;
     QTRY_VERIFY(requests >= 10); // it goes on
+}
+
+void AcceptanceFaultsTest::itWaitsForTheTestPage() {
+    AcceptingEditor editor;
+    editor.showPage("C1");
+    auto* const tester = editor.window->findChild<TcpTesterPage*>();
+    tester->setEnabled(UpdateButton::cmdUpdateCoil, false); // as while a request is under way
+    QVERIFY(tester->isSending());
+    editor.trigger("miToolsAccept");
+    QCOMPARE(editor.notice(), QStringLiteral("The test page is sending. Try again in a moment."));
+    QVERIFY(editor.transfer.titles.empty());
+    tester->setEnabled(UpdateButton::cmdUpdateCoil, true);
+    onModal(QStringLiteral("frmAccept"), [tester](QWidget* dialog) {
+        QVERIFY(QApplication::activeModalWidget() == dialog); // so that the page cannot be pressed
+        QVERIFY(!tester->isSending());
+        dialog->close();
+    });
+    editor.trigger("miToolsAccept");
+    QCOMPARE(editor.transfer.titles.size(), std::size_t{1});
 }
 
 QTEST_MAIN(AcceptanceFaultsTest)
