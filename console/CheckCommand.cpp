@@ -13,6 +13,8 @@
 #include "console/Projects.h"
 #include "console/Release.h"
 #include "display/FolderBitmaps.h"
+#include "items/MasterBitmaps.h"
+#include "model/Change.h"
 #include "model/JsonText.h"
 #include "model/JsonValue.h"
 #include "model/Numbers.h"
@@ -102,13 +104,21 @@ private:
         return check_->check({view.project, view.placeErrors, view.errorsNotListed}, columns, notes);
     }
 
+    /// Not of what a master's places became.
+    bool hasFixes(const ProjectView& view, const Finding& finding) const {
+        return changesBetween(given_.project(), view.project, finding.place.item).empty();
+    }
+
     void tell(const ProjectView& view, const Findings& findings) {
+        const MasterBitmaps named(bitmaps_);
+        const BitmapProvider& bitmaps = view.isMaster ? static_cast<const BitmapProvider&>(named) : bitmaps_;
         std::optional<Fixing> fixing;
-        if (!check_)
-            fixing.emplace(view.project, bitmaps_, columnsOf(view));
+        if (options_.json && view.display == nullptr)
+            fixing.emplace(view.project, bitmaps, columnsOf(view));
         for (const Finding& finding : findings.list) {
             if (options_.json)
-                report_.list.push_back(objectOf(path_, view, finding, fixing ? &*fixing : nullptr));
+                report_.list.push_back(
+                    objectOf(path_, view, finding, fixing && hasFixes(view, finding) ? &*fixing : nullptr));
             else
                 report_.lines.push_back(findingText(view.title, finding));
         }

@@ -73,6 +73,9 @@ class Master(MastersTest):
         self.project["STDMSG"].update({3: gap % b"{tank:5}", 4: gap % b"Level"})
         device_files.write(self.folder / "plant", "PLANT", self.project)
         self.make_master(["a,10.0.0.1,,,1,x"])
+        found = json.loads(self.expect(0, "check", "plant/PLANT.orx", "--json"))["findings"]
+        self.assertEqual([(one["item"], [fix["caption"] for fix in one["fixes"]]) for one in found],
+                         [("STDMSG3", []), ("STDMSG4", ["Leave 7 blanks"])])
         self.assertEqual(self.expect(1, "fix", "plant/PLANT.orx").decode(),
                          'STDMSG4:3:24: Leave 7 blanks [field-gap]\n- TEXT 0 0 RED BLACK "Level   m"\n'
                          '+ TEXT 0 0 RED BLACK "Level        m"\n1 finding mended, 1 left\n')
