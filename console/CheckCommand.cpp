@@ -14,7 +14,6 @@
 #include "console/Release.h"
 #include "display/FolderBitmaps.h"
 #include "items/MasterBitmaps.h"
-#include "model/Change.h"
 #include "model/JsonText.h"
 #include "model/JsonValue.h"
 #include "model/Numbers.h"
@@ -104,21 +103,16 @@ private:
         return check_->check({view.project, view.placeErrors, view.errorsNotListed}, columns, notes);
     }
 
-    /// Not of what a master's places became.
-    bool hasFixes(const ProjectView& view, const Finding& finding) const {
-        return changesBetween(given_.project(), view.project, finding.place.item).empty();
-    }
-
     void tell(const ProjectView& view, const Findings& findings) {
         const MasterBitmaps named(bitmaps_);
         const BitmapProvider& bitmaps = view.isMaster ? static_cast<const BitmapProvider&>(named) : bitmaps_;
         std::optional<Fixing> fixing;
         if (options_.json && view.display == nullptr)
-            fixing.emplace(view.project, bitmaps, columnsOf(view));
+            fixing.emplace(view.project, bitmaps, columnsOf(view),
+                           check_ ? given_.master()->items() : std::vector<Item>());
         for (const Finding& finding : findings.list) {
             if (options_.json)
-                report_.list.push_back(
-                    objectOf(path_, view, finding, fixing && hasFixes(view, finding) ? &*fixing : nullptr));
+                report_.list.push_back(objectOf(path_, view, finding, fixing ? &*fixing : nullptr));
             else
                 report_.lines.push_back(findingText(view.title, finding));
         }
