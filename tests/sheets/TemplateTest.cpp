@@ -66,8 +66,8 @@ TEST(Template, IsBounded) {
     EXPECT_THROW(filledTemplate("{{#rows}}" + std::string(60000, ' ') + "{{/rows}}", many), TemplateFault);
 }
 
-TEST(AddressTemplate, OfAHundredProjectsHasEachItem) {
-    for (unsigned seed = 0; seed < 100; ++seed) {
+TEST(AddressTemplate, OfAThousandProjectsHasEachItem) {
+    for (unsigned seed = 0; seed < 1000; ++seed) {
         const testing::RandomPlcProject random(seed);
         const testing::NamedProject named = testing::namedProject(random);
         const auto rows = named.rows();
