@@ -1,6 +1,8 @@
 #include "bench/Pair.h"
 #include "bench/PlainFtp.h"
 #include "bench/ProgramRun.h"
+#include "items/Master.h"
+#include "link/ProjectSnapshot.h"
 #include "link/TransferredFiles.h"
 #include "sheets/FleetSheet.h"
 #include "tests/support/ChildProcess.h"
@@ -10,7 +12,9 @@
 #include <atomic>
 #include <chrono>
 #include <ctime>
+#include <filesystem>
 #include <fstream>
+#include <memory>
 #include <sstream>
 #include <stdexcept>
 #include <thread>
@@ -197,6 +201,68 @@ void CompareMany(benchmark::State& state) {
 }
 BENCHMARK(CompareMany)->UseManualTime()->Unit(benchmark::kMillisecond)->Arg(50)->Iterations(21);
 BENCHMARK(CompareMany)->UseManualTime()->Unit(benchmark::kMillisecond)->Arg(500)->Iterations(3);
+
+/// Sixty messages with places.
+Project masterProject() {
+    Project project;
+    project.ProjPath = example;
+    project.ProjName = "PLANT";
+    std::size_t number = 0;
+    for (const Item message : allMessages())
+        scriptOf(project, message) = "CLEAR\r\nTEXT 0 0 GREEN BLACK \"Line {line:3>} {tank:8}\"\r\n"
+                                     "TEXTS 0 8 RED BLACK \"" +
+                                     std::to_string(++number) + " above {limit:6}\"\r\nACT STILL 3000";
+    return project;
+}
+
+std::vector<FleetDisplay> displaysWithValues(const std::vector<DisplayAddress>& addresses) {
+    const auto heads =
+        std::make_shared<const ListedValues::Names>(ListedValues::Names{"line", "tank", "limit"});
+    std::vector<FleetDisplay> displays;
+    for (const DisplayAddress& address : addresses) {
+        const std::string number = std::to_string(displays.size() % 1000);
+        displays.push_back({"display " + number,
+                            address,
+                            {},
+                            {},
+                            ListedValues(heads, {number, "Tank " + number, number + ".5"})});
+    }
+    return displays;
+}
+
+/// Of a project in a folder of its own, whose notes make it a master or not.
+std::vector<std::string> masterCommand(const Displays& displays, const std::string& folder, bool isMaster) {
+    std::filesystem::create_directory(displays.folder.file(folder));
+    const std::string project = writeSnapshot(masterProject(), displays.folder.file(folder));
+    const std::string list = displays.folder.file(folder) + "/displays.csv";
+    testing::writeBytes(list, fleetSheet(displaysWithValues(displays.addresses)));
+    if (isMaster)
+        testing::writeBytes(displays.folder.file(folder) + "/PLANT.notes.json",
+                            R"({"version":1,"master":{"list":"displays.csv"}})");
+    return {ORVISTA_PROGRAM, "upload", project, "--list", list, "--jobs", std::to_string(jobs), "--json"};
+}
+
+/// With values, beside the same project without: all_cpu_ratio may be 1.1.
+void UploadMasterToMany(benchmark::State& state) {
+    const Displays displays(state.range(0));
+    const std::vector<std::string> master = masterCommand(displays, "master", true);
+    const std::vector<std::string> plain = masterCommand(displays, "plain", false);
+    runDisplaysBesideFloor(
+        state, displays, [&] { finishProgram(startProgram(master)); },
+        [&] { finishProgram(startProgram(plain)); });
+}
+BENCHMARK(UploadMasterToMany)->UseManualTime()->Unit(benchmark::kMillisecond)->Arg(500)->Iterations(3);
+
+/// 500 displays of 60 messages: half a second of processor time at most.
+void ExpandMany(benchmark::State& state) {
+    const Master master(masterProject());
+    const auto displays =
+        displaysWithValues(std::vector<DisplayAddress>(static_cast<std::size_t>(state.range(0))));
+    for ([[maybe_unused]] auto turn : state)
+        for (const FleetDisplay& display : displays)
+            benchmark::DoNotOptimize(master.expand(display));
+}
+BENCHMARK(ExpandMany)->Unit(benchmark::kMillisecond)->Arg(500);
 
 } // namespace
 } // namespace orvista::bench

@@ -43,6 +43,10 @@ public:
         std::nth_element(sorted.begin(), middle, sorted.end());
         return *middle;
     }
+    /// The shortest on the wall clock; zero without costs.
+    Seconds least() const {
+        return wall_.empty() ? Seconds::zero() : *std::min_element(wall_.begin(), wall_.end());
+    }
     /// Sum of processor time.
     Seconds processor() const { return processor_; }
 
