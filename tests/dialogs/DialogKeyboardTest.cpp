@@ -276,6 +276,7 @@ private:
                                     1,
                                     "0123456789ab",
                                     messages_,
+                                    [] { return std::string(); },
                                     [](const CutOffAcceptance& /*cutOff*/) { return true; }});
             });
         add("several displays",

@@ -118,7 +118,7 @@ Files filesSent(const Project& project, const std::string& folder) {
     return files;
 }
 
-void expectSame(const Project& one, const Project& other) {
+void expectSameItems(const Project& one, const Project& other) {
     EXPECT_EQ(one.STDMSG, other.STDMSG);
     EXPECT_EQ(one.ALTMSG, other.ALTMSG);
     EXPECT_EQ(one.CoilVar, other.CoilVar);
@@ -156,12 +156,12 @@ TEST(RandomMasters, AThousandAreSentAsTheirExpansionsThatWereWrittenAndReadAgain
         const RandomMaster made(random);
         const Expansion expansion = expand(made.master, made.display);
         ASSERT_TRUE(expansion.errors.empty()) << expansion.errors[0].text;
-        expectSame(expansion.project, made.expected);
+        expectSameItems(expansion.project, made.expected);
         const Files sent = deviceFilesOf(expansion.project);
         ASSERT_EQ(deviceFilesOf(readAgain(expansion.project, folder.file("a.orx"))), sent);
         if (made.hasBraces)
             continue;
-        expectSame(expand(expansion.project, made.display).project, expansion.project);
+        expectSameItems(expand(expansion.project, made.display).project, expansion.project);
         ++again;
     }
     EXPECT_GT(again, 400U);

@@ -10,6 +10,7 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <QTabWidget>
+#include <QTableView>
 
 using namespace orvista;
 using namespace orvista::testing;
