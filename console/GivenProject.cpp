@@ -111,11 +111,8 @@ GivenProject::GivenProject(std::string path, Project project)
 }
 
 void GivenProject::expectNoHiddenMaster() const {
-    const auto places = mayHideMaster_ ? Master(project_).names() : std::vector<std::string>();
-    if (!places.empty())
-        throw CommandFailure(ExitStatus::Unusable,
-                             path_ + " may be a master: its messages have places such as {" + places.front() +
-                                 "}, and its notes cannot be read; mend them first");
+    if (const std::string fault = hiddenMasterFault(path_, project_, mayHideMaster_); !fault.empty())
+        throw CommandFailure(ExitStatus::Unusable, fault);
 }
 
 const Master& GivenProject::expectMaster() const {

@@ -262,6 +262,13 @@ Expansion expand(const Project& project, const FleetDisplay& display) {
     return Master(project).expand(display);
 }
 
+std::string hiddenMasterFault(const std::string& path, const Project& project, bool mayHideMaster) {
+    const auto places = mayHideMaster ? Master(project).names() : std::vector<std::string>();
+    return places.empty() ? std::string()
+                          : path + " may be a master: its messages have places such as {" + places.front() +
+                                "}, and its notes cannot be read; mend them first";
+}
+
 ProjectNotes expandedNotes(ProjectNotes notes, const FleetDisplay& display) {
     notes.masterList.reset();
     if (display.columns)

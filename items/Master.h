@@ -80,6 +80,11 @@ private:
 /// The same for one display. \param project a master
 Expansion expand(const Project& project, const FleetDisplay& display);
 
+/// Why a project is not to be sent whose notes could not be read though they may say that it is a master: its
+/// places would go as they are typed. A sentence without a full stop; empty where nothing is against it.
+/// \param path of the project, as the user is to see it
+std::string hiddenMasterFault(const std::string& path, const Project& project, bool mayHideMaster);
+
 /// What is noted of the display's own project: the same, but for the master's list. The list's columns count
 /// before those noted, and where the notes do not name the display the list does.
 ProjectNotes expandedNotes(ProjectNotes notes, const FleetDisplay& display);

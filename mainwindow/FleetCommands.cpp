@@ -1,5 +1,6 @@
 #include "mainwindow/FleetCommands.h"
 
+#include "items/Master.h"
 #include "link/forms/frmSeveralDisplays.h"
 #include "mainwindow/OpenMaster.h"
 #include "mainwindow/OpenNotes.h"
@@ -11,8 +12,8 @@
 
 namespace orvista {
 
-FleetCommands::FleetCommands(DocMgrModule::ProjectLifecycle& lifecycle, const OpenNotes& notes,
-                             OpenMaster& master, QWidget& window)
+FleetCommands::FleetCommands(DocMgrModule::ProjectLifecycle& lifecycle, OpenNotes& notes, OpenMaster& master,
+                             QWidget& window)
     : QObject(&window), lifecycle_(lifecycle), notes_(notes), master_(master), window_(window) {}
 
 void FleetCommands::miToolsSeveral_Click() {
@@ -25,12 +26,16 @@ void FleetCommands::miToolsSeveral_Click() {
     std::error_code unknown;
     if (!std::filesystem::exists(systemPath(program), unknown))
         return messages.show(MessageIcon::Exclamation, program + " is missing");
-    master_.look(); // the list may be of a moment ago
-    frmSeveralDisplays dialog(
-        {project, DocMgrModule::projectFilePath(environment.paths, project.ProjPath, project.ProjName),
-         std::move(program), messages, master_.view().isMaster(), master_.view().displays(),
-         notes_.notes().columns},
-        &window_);
+    notes_.readAgain(); // both may be of a moment ago
+    master_.look();
+    const std::string projectFile =
+        DocMgrModule::projectFilePath(environment.paths, project.ProjPath, project.ProjName);
+    if (const std::string fault = hiddenMasterFault(projectFile, project, notes_.mayHideMaster());
+        !fault.empty())
+        return messages.show(MessageIcon::Exclamation, fault);
+    frmSeveralDisplays dialog({project, projectFile, std::move(program), messages, master_.view().isMaster(),
+                               master_.view().displays(), notes_.notes().columns},
+                              &window_);
     dialog.exec();
 }
 

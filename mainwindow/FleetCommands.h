@@ -17,14 +17,14 @@ class FleetCommands final : public QObject {
     Q_OBJECT
 public:
     /// All must outlive the command.
-    FleetCommands(DocMgrModule::ProjectLifecycle& lifecycle, const OpenNotes& notes, OpenMaster& master,
+    FleetCommands(DocMgrModule::ProjectLifecycle& lifecycle, OpenNotes& notes, OpenMaster& master,
                   QWidget& window);
 
     void miToolsSeveral_Click();
 
 private:
     DocMgrModule::ProjectLifecycle& lifecycle_;
-    const OpenNotes& notes_;
+    OpenNotes& notes_;
     OpenMaster& master_;
     QWidget& window_;
 };

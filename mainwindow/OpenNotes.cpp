@@ -53,6 +53,7 @@ void OpenNotes::follow(ProjectTransition transition) {
         isOpening_ = true;
         take({});
         fault_.clear();
+        mayHideMaster_ = false;
         for (const QString& line : {notTakenLine(), notesOffer()})
             dock_.withdraw(line);
         break;
@@ -74,6 +75,7 @@ void OpenNotes::readAgain() {
     NotesReading reading = path.empty() ? NotesReading() : readNotesFile(path);
     const QString file = QFileInfo(shownPath(path)).fileName();
     fault_ = notesFaultText(file.toStdString(), reading);
+    mayHideMaster_ = reading.mayHideMaster;
     showFaults(fault_.empty() ? badText(file, reading) : QString::fromStdString(fault_));
     take(std::move(reading.notes));
 }

@@ -32,6 +32,9 @@ public:
     /// Why nothing was taken of the file, as a sentence; empty where it was.
     const std::string& fault() const { return fault_; }
 
+    /// What was not taken of the file may say that the project is a master.
+    bool mayHideMaster() const { return mayHideMaster_; }
+
     /// Offers to copy the notes of another project, once per call; not where this one has notes already.
     /// \param path of the other one's notes; may be empty
     void offerFrom(const std::string& path);
@@ -49,6 +52,7 @@ private:
     PanelDock& dock_;
     ProjectNotes notes_;
     std::string fault_;
+    bool mayHideMaster_ = false;
     int usualColumns_;
     bool isOpening_ = true; ///< between a reset and what comes of it
 };

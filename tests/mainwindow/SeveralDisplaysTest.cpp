@@ -264,6 +264,7 @@ private slots:
     void comparesAndSendsNothing();
     void displaysOfAMasterGetTheirOwnValues();
     void aTypedDisplayOfAMasterHasNoValues();
+    void aMasterWhoseNotesCannotBeReadIsNotSent();
     void verifyingTwentyDisplaysTakesAtMostSixClicks();
     void anEngineersJobTakesAtMostTwentyClicks();
     void theProjectsPathLeavesRoomForTheReason();
@@ -485,6 +486,27 @@ void SeveralDisplaysTest::displaysOfAMasterGetTheirOwnValues() {
     QCOMPARE(editor.first.bytes("altmsg.ilm"), emergency("{ N\xF6rd "));
     QCOMPARE(editor.second.bytes("altmsg.ilm"), emergency("{ =a,b "));
     QVERIFY(fileBytes(editor.projectFolder.file("stdmsg.ilm")).find("{tank:5}|") != std::string::npos);
+}
+
+void SeveralDisplaysTest::aMasterWhoseNotesCannotBeReadIsNotSent() {
+    MasterEditor editor;
+    const std::string notes = editor.projectFolder.file("Plant.notes.json");
+    const std::string whole = fileBytes(notes);
+    const std::string refusal = editor.projectFolder.file("Plant.orx") +
+                                " may be a master: its messages have places such as {line}, and its notes "
+                                "cannot be read; mend them first";
+    const std::string broken = R"({"version":1,"master":{"list":"lists/displays.csv")";
+    for (const std::string& bytes : {broken, std::string(R"({"version":1,"master":{"list":5}})")}) {
+        writeBytes(notes, bytes);
+        editor.trigger("miToolsSeveral");
+        QCOMPARE(editor.messages.shown.size(), std::size_t{1});
+        QCOMPARE(editor.messages.shown.front().text, refusal);
+        editor.messages.shown.clear();
+    }
+    // As soon as they are mended it is the master again.
+    writeBytes(notes, whole);
+    editor.open([](const Dialog& dialog) { QCOMPARE(dialog.rowCount(), 2); });
+    QVERIFY(editor.messages.shown.empty());
 }
 
 void SeveralDisplaysTest::aTypedDisplayOfAMasterHasNoValues() {
