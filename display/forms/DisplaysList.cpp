@@ -29,20 +29,26 @@ DisplaysList::DisplaysList(QWidget* parent) : DropDownList(parent) {
             [this](int row) { emit displayChosen(row > asTyped ? names_.value(row - 1) : QString()); });
 }
 
-void DisplaysList::show(const MasterView& view) {
+void DisplaysList::offer(const std::vector<FleetDisplay>& displays) {
     QStringList names;
-    for (const FleetDisplay& display : view.displays())
+    for (const FleetDisplay& display : displays)
         names << QString::fromStdString(display.name);
+    if (names == names_ && count() != 0)
+        return;
+    names_ = names;
+    clear();
+    addItem(tr("as typed"));
+    addItems(names_);
+}
+
+void DisplaysList::show(const MasterView& view) {
     const QSignalBlocker blocker(this); // what is chosen is known
-    if (names != names_ || count() == 0) {
-        names_ = names;
-        clear();
-        addItem(tr("as typed"));
-        addItems(names_);
+    // Each choice comes by here, and a list may be long.
+    if (displays_ != view.sharedDisplays()) {
+        displays_ = view.sharedDisplays();
+        offer(*displays_);
     }
-    const auto chosen =
-        view.display() ? names_.indexOf(QString::fromStdString(view.display()->name)) + 1 : asTyped;
-    setCurrentIndex(static_cast<int>(chosen));
+    setCurrentIndex(view.display() ? static_cast<int>(view.display() - displays_->data()) + 1 : asTyped);
     setVisible(view.isMaster());
 }
 

@@ -2,9 +2,13 @@
 
 #include "widgets/DropDownList.h"
 
+#include <memory>
+#include <vector>
+
 namespace orvista {
 
 class MasterView;
+struct FleetDisplay;
 
 /// The list `cboPreviewDisplay`: with the values of which display a master's places are shown. Other projects
 /// have nothing to choose, and do not see it.
@@ -21,6 +25,9 @@ signals:
     void displayChosen(const QString& name);
 
 private:
+    void offer(const std::vector<FleetDisplay>& displays);
+
+    std::shared_ptr<const std::vector<FleetDisplay>> displays_; ///< whose names are offered
     QStringList names_;
 };
 
