@@ -29,8 +29,9 @@ TEST(Item, EveryNameAndKeyLeadsBackToItsItem) {
     for (const Item item : allItems()) {
         EXPECT_EQ(itemNamed(nameOf(item)), item);
         EXPECT_TRUE(names.insert(nameOf(item)).second);
-        if (item.kind != Kind::AddressMap)
+        if (item.kind != Kind::AddressMap) {
             EXPECT_EQ(itemOfKey(keyOf(item)), item);
+        }
     }
     EXPECT_EQ(names.size(), 157U);
 }
