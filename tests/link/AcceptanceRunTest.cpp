@@ -355,8 +355,9 @@ TEST(AcceptanceRun, TriesForTenSecondsToPutBack) {
         EXPECT_EQ(world.run.reason(), "it is broken");
         EXPECT_EQ(world.on(), comesBack ? "" : "STDMSG1");
         EXPECT_EQ(world.run.written().empty(), comesBack);
-        if (!comesBack)
+        if (!comesBack) {
             EXPECT_EQ(world.now, Time(16s + 100ms)); // it failed at 6 s
+        }
     }
 }
 
@@ -540,10 +541,12 @@ public:
         const bool isSettled = world_.run.written().empty();
         EXPECT_TRUE(isSettled || mayBeUnclear_);
         for (const DisplayItem& item : displayItems(world_.project))
-            if (isSettled && !item.isFloat())
+            if (isSettled && !item.isFloat()) {
                 EXPECT_EQ(world_.isOn(item.item), theirs_.contains(item.item)) << item.name();
-        if (isSettled)
+            }
+        if (isSettled) {
             EXPECT_EQ(world_.display.registers, registers_);
+        }
     }
 
 private:
@@ -574,8 +577,9 @@ private:
         const bool isSent = world_.step(fate);
         const std::set<Item> now = emergenciesOn();
         for (const Item message : before)
-            if (!now.contains(message))
+            if (!now.contains(message)) {
                 EXPECT_TRUE(ours_.contains(message)) << nameOf(message) << " was switched off";
+            }
         for (const Item message : now)
             if (!before.contains(message))
                 ours_.insert(message);

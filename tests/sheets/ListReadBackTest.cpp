@@ -173,8 +173,9 @@ void expectItem(const testing::RandomPlcProject& random, const testing::RandomPl
                                             {Kind::Boolean, "boolean"},
                                             {Kind::Regular, "regular"},
                                             {Kind::Emergency, "emergency"}};
-    if (row.contains("kind"))
+    if (row.contains("kind")) {
         EXPECT_EQ(row["kind"], kinds.at(item.kind));
+    }
     EXPECT_EQ(row["name"], item.name);
     EXPECT_EQ(row["address"], std::to_string(item.address));
     EXPECT_EQ(row["table"], item.kind == Kind::Float ? "holding register" : "coil");
@@ -182,10 +183,12 @@ void expectItem(const testing::RandomPlcProject& random, const testing::RandomPl
     EXPECT_EQ(row["label"], note.label);
     EXPECT_EQ(row["unit"], note.unit);
     EXPECT_EQ(row["comment"], note.comment);
-    if (item.kind == Kind::Float)
+    if (item.kind == Kind::Float) {
         EXPECT_EQ(row["default"], random.project.RegVar[item.index].defaultValue);
-    if (item.kind == Kind::Boolean)
+    }
+    if (item.kind == Kind::Boolean) {
         EXPECT_EQ(row["default"], random.project.CoilVar[item.index].defaultValue);
+    }
 }
 
 /// JSON has numbers, and a column more.

@@ -159,8 +159,9 @@ TEST(StructuredText, OfAThousandProjectsIsReadBack) {
             const testing::StVariable& found = st.global(item.plcName);
             EXPECT_EQ(found.type, item.kind == Kind::Float ? "REAL" : "BOOL");
             EXPECT_EQ(found.hasInitial, item.holdsValue);
-            if (item.holdsValue)
+            if (item.holdsValue) {
                 EXPECT_EQ(found.values.front().number, static_cast<double>(item.value)) << item.plcName;
+            }
             EXPECT_THAT(found.comment, HasSubstr(item.place()));
         }
         EXPECT_EQ(left, st.commentsAlone().size());

@@ -22,8 +22,9 @@ TEST(PlcOpenXml, OfAThousandProjectsIsReadBack) {
             ++count;
             EXPECT_EQ(found->second.type, item.kind == Kind::Float ? "REAL" : "BOOL");
             EXPECT_EQ(found->second.value.empty(), !item.holdsValue);
-            if (item.holdsValue)
+            if (item.holdsValue) {
                 EXPECT_EQ(testing::literalValue(found->second.value), item.value);
+            }
             EXPECT_THAT(found->second.text, HasSubstr(item.name + "; "));
             EXPECT_THAT(found->second.text, HasSubstr(item.place()));
             EXPECT_THAT(found->second.text, HasSubstr(random.notes.of({item.kind, item.index}).comment));
