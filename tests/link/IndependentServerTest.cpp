@@ -25,6 +25,8 @@ public:
 
     quint16 port() const { return port_; }
     QString nextWrite() { return QString::fromStdString(process_.readLine()); }
+    /// How it answers writes from now on. What it wrote before is to be read first: false where it is not.
+    bool answerWrites(const std::string& manner) { return process_.ask(manner) == manner; }
 
 private:
     ChildProcess process_;
@@ -58,6 +60,10 @@ private slots:
     void everyCheckBoxSwitchesItsOwnCoil();
     void randomRequestsMeanWhatTheyShould();
     void anAcceptanceSwitchesWhatItShould();
+    void whatIsRefusedIsPutBackOnceItCanBe_data();
+    void whatIsRefusedIsPutBackOnceItCanBe();
+    void anEmergencyMessageThatWasNotConfirmedStays_data();
+    void anEmergencyMessageThatWasNotConfirmedStays();
 
 private:
     /// What the server took of the request that `ask` made.
@@ -68,6 +74,9 @@ private:
             return QStringLiteral("the request does not end");
         return messages_.shown.empty() ? server_->nextWrite()
                                        : QString::fromStdString(messages_.shown.front().text);
+    }
+    AcceptanceRun newRun() const {
+        return {displayItems(project_), [](const AcceptanceRun& /*run*/) { return true; }};
     }
     template <typename Bits>
     Bits randomBits() {
@@ -154,9 +163,7 @@ void IndependentServerTest::randomRequestsMeanWhatTheyShould() {
 }
 
 void IndependentServerTest::anAcceptanceSwitchesWhatItShould() {
-    DisplayAcceptance acceptance(
-        "127.0.0.1", server_->port(),
-        AcceptanceRun(displayItems(project_), [](const AcceptanceRun& /*run*/) { return true; }));
+    DisplayAcceptance acceptance("127.0.0.1", server_->port(), newRun());
     const auto isWaiting = [&] { return acceptance.run().state() == AcceptanceRun::State::Waiting; };
     acceptance.show({Kind::Regular, 0});
     QTRY_VERIFY(isWaiting());
@@ -173,6 +180,53 @@ void IndependentServerTest::anAcceptanceSwitchesWhatItShould() {
     QTRY_VERIFY(acceptance.run().isOver());
     QCOMPARE(server_->nextWrite(), QStringLiteral("coils 300 0"));
     QVERIFY(acceptance.run().written().empty());
+}
+
+void IndependentServerTest::whatIsRefusedIsPutBackOnceItCanBe_data() {
+    QTest::addColumn<QString>("exception");
+    QTest::newRow("2") << QStringLiteral("exception 2, illegal data address");
+    QTest::newRow("3") << QStringLiteral("exception 3, illegal data value");
+    QTest::newRow("6") << QStringLiteral("exception 6, server device busy");
+}
+
+void IndependentServerTest::whatIsRefusedIsPutBackOnceItCanBe() {
+    QFETCH(const QString, exception);
+    DisplayAcceptance acceptance("127.0.0.1", server_->port(), newRun());
+    acceptance.show({Kind::Emergency, 0});
+    QTRY_VERIFY(acceptance.run().state() == AcceptanceRun::State::Waiting);
+    QCOMPARE(server_->nextWrite(), QStringLiteral("coils 300 1"));
+    QVERIFY(server_->answerWrites("exception " + std::string(QTest::currentDataTag())));
+    acceptance.show({Kind::Regular, 0});
+    QTRY_COMPARE(QString::fromStdString(acceptance.run().reason()),
+                 QStringLiteral("writing coil 300: ") + exception);
+    QVERIFY(server_->answerWrites("well"));
+    QTRY_VERIFY(acceptance.run().isOver());
+    QCOMPARE(server_->nextWrite(), QStringLiteral("coils 300 0"));
+    QVERIFY(acceptance.run().written().empty());
+    QVERIFY(server_->answerWrites("well")); // and nothing else was written
+}
+
+void IndependentServerTest::anEmergencyMessageThatWasNotConfirmedStays_data() {
+    QTest::addColumn<QString>("reason");
+    QTest::newRow("wrong transaction") << QStringLiteral("the display answers another request");
+    QTest::newRow("wrong unit") << QStringLiteral("unit 254 answers instead of unit 255");
+    QTest::newRow("cut off") << QStringLiteral("only 11 bytes of an answer within 3 s");
+    QTest::newRow("silent") << QStringLiteral("no answer within 3 s");
+}
+
+void IndependentServerTest::anEmergencyMessageThatWasNotConfirmedStays() {
+    QFETCH(const QString, reason);
+    QVERIFY(server_->answerWrites(QTest::currentDataTag()));
+    DisplayAcceptance acceptance("127.0.0.1", server_->port(), newRun());
+    acceptance.show({Kind::Emergency, 0});
+    QTRY_VERIFY_WITH_TIMEOUT(acceptance.run().isOver(), 20'000);
+    QCOMPARE(QString::fromStdString(acceptance.run().reason()),
+             QStringLiteral("writing coil 300: ") + reason);
+    QCOMPARE(server_->nextWrite(), QStringLiteral("coils 300 1"));
+    QVERIFY(server_->answerWrites("well")); // and nothing else was written
+    const std::vector<WrittenItem> written = acceptance.run().written();
+    QCOMPARE(written.size(), std::size_t{1}); // so that it is named, and offered
+    QVERIFY(acceptance.run().items().at(written[0].place).item == Item(Kind::Emergency, 0));
 }
 
 QTEST_GUILESS_MAIN(IndependentServerTest)
