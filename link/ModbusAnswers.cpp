@@ -104,9 +104,10 @@ ExceptionAnswer::ExceptionAnswer(const Frame& request, unsigned code)
     : BadAnswer(request, exceptionInWords(code)), code_(code) {}
 
 bool ExceptionAnswer::isRefusal() const {
+    constexpr unsigned failedWhileAtIt = 4;
     constexpr unsigned acknowledge = 5;
     constexpr unsigned behindGateway = 11;
-    return code_ != acknowledge && code_ != behindGateway;
+    return code_ != failedWhileAtIt && code_ != acknowledge && code_ != behindGateway;
 }
 
 std::string requestInWords(const Frame& request) {

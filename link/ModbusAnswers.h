@@ -27,7 +27,8 @@ public:
 class ExceptionAnswer : public BadAnswer {
 public:
     ExceptionAnswer(const Frame& request, unsigned code);
-    /// False where the request may be carried out all the same: later, or by a device behind a gateway.
+    /// False where the request may be carried out all the same: before the device failed at it, later, or by
+    /// a device behind a gateway.
     bool isRefusal() const;
 
 private:

@@ -5,6 +5,8 @@
 
 #include <gmock/gmock.h>
 
+#include <filesystem>
+
 namespace orvista {
 namespace {
 
@@ -185,7 +187,7 @@ TEST(FleetSheet, IsReadAgainWithItsValues) {
 }
 
 TEST(MasterList, LiesWhereTheNotesSay) {
-    EXPECT_EQ(masterListPath("plant/PLANT.orx", "lists/d.csv"), "plant/lists/d.csv");
+    EXPECT_EQ(std::filesystem::path(masterListPath("plant/PLANT.orx", "lists/d.csv")), "plant/lists/d.csv");
     EXPECT_EQ(masterListPath("PLANT.orx", "d.csv"), "d.csv");
     const testing::TemporaryFolder folder;
     const auto noted = [&](const std::string& list) {
@@ -200,7 +202,7 @@ TEST(MasterList, HasTheMastersDisplaysOnly) {
     SheetErrors errors;
     const std::string bytes =
         head + "a,10.0.0.1,,\nb,10.0.0.2,,P.orx\nc,10.0.0.3,,Q.orx\nd,10.0.0.4,,../plant/P.orx\n";
-    const auto displays = masterDisplays(bytes, "plant/d.csv", "plant/P.orx", errors);
+    const auto displays = masterDisplays(bytes, "d.csv", "P.orx", errors);
     EXPECT_THAT(testing::errorTexts(errors), IsEmpty());
     ASSERT_THAT(displays, SizeIs(2));
     EXPECT_EQ(displays[1].name, "b");
