@@ -22,7 +22,8 @@ namespace orvista {
 /// sent next. Somebody else may write to the same display: what others write stays as it is.
 ///
 /// An emergency message comes first: while one is on that this run did not switch on, nothing is switched.
-/// None is ever switched off but those of which the display confirmed that this run switched them on.
+/// None is ever switched off but those of which the display confirmed that this run switched them on, and
+/// those that a person asks for of what an earlier run has left.
 class AcceptanceRun {
 public:
     /// Of a clock that never runs backwards.
