@@ -27,6 +27,15 @@ QBrush markedGround() {
     return ground;
 }
 
+/// Not the palette's own colour of placeholders: some desktops' dark palettes leave that as it is in light
+/// ones.
+QBrush faintText() {
+    QColor text = QGuiApplication::palette().color(QPalette::Text);
+    constexpr int transparency = 128;
+    text.setAlpha(transparency);
+    return text;
+}
+
 } // namespace
 
 void RowsTable::Model::setRows(std::vector<TableRow> rows) {
@@ -121,7 +130,7 @@ QVariant RowsTable::Model::data(const QModelIndex& index, int role) const {
     if (cell.isMarked && (role == Qt::FontRole || role == Qt::BackgroundRole))
         return role == Qt::FontRole ? QVariant(boldFont()) : QVariant(markedGround());
     if (role == Qt::ForegroundRole && cell.isFaint && !cell.isMarked)
-        return QGuiApplication::palette().brush(QPalette::PlaceholderText);
+        return faintText();
     return {};
 }
 

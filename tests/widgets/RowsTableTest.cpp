@@ -5,6 +5,7 @@
 #include <QClipboard>
 #include <QHeaderView>
 #include <QLineEdit>
+#include <QScopeGuard>
 #include <QSignalSpy>
 #include <QStyledItemDelegate>
 #include <QTest>
@@ -86,6 +87,7 @@ private slots:
     void theFilterLooksIntoEveryCellWhateverItsCase();
     void enterAndADoubleClickLeadSomewhere();
     void selectionAloneLeadsNowhere();
+    void faintTextsStayReadableInADarkPaletteWithoutAColourForThem();
     void copiesTheSelectedRowsWithHeads();
     void copiesNothingWithoutASelection();
     void keepsThePlaceWhenTheRowsChange();
@@ -158,6 +160,20 @@ void RowsTableTest::selectionAloneLeadsNowhere() {
     QTest::mouseDClick(rows.table.viewport(), Qt::RightButton, {}, rows.place(1));
     QTest::mouseDClick(rows.table.viewport(), Qt::LeftButton, {}, {5, rows.table.viewport()->height() - 5});
     QCOMPARE(activated.size(), 0);
+}
+
+void RowsTableTest::faintTextsStayReadableInADarkPaletteWithoutAColourForThem() {
+    Table rows;
+    rows.table.setRows({{{"pear"}, {.text = "off", .isFaint = true}}});
+    const QPalette before = QApplication::palette();
+    const auto restored = qScopeGuard([&before] { QApplication::setPalette(before); });
+    QPalette dark = before;
+    dark.setColor(QPalette::Text, Qt::white);
+    dark.setColor(QPalette::Base, Qt::black);
+    dark.setColor(QPalette::PlaceholderText, QColor(0, 0, 0, 128));
+    QApplication::setPalette(dark);
+    const auto text = rows.table.model()->index(0, 1).data(Qt::ForegroundRole).value<QBrush>().color();
+    QCOMPARE(text, QColor(255, 255, 255, 128));
 }
 
 void RowsTableTest::copiesTheSelectedRowsWithHeads() {
