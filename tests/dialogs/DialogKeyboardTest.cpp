@@ -202,14 +202,15 @@ private slots:
 private:
     std::unique_ptr<QDialog> newProject() { return std::make_unique<frmNewProject>(environment_, messages_); }
 
+    static void add(const char* name, const QStringList& buttons, const Make& make) {
+        QTest::newRow(name) << make << buttons;
+    }
+
     /// The dialogs with their push buttons, the default one first.
     void addDialogs() {
         QTest::addColumn<Make>("make");
         QTest::addColumn<QStringList>("buttons");
         const QStringList okCancel{"btnOK", "btnCancel"};
-        const auto add = [](const char* name, const QStringList& buttons, auto make) {
-            QTest::newRow(name) << Make(make) << buttons;
-        };
         add("wizard", {"btnOK", "btnCancel", "cmdBrowse"},
             [] { return std::make_unique<frmMessageEdit>(QString()); });
         add("Boolean variable", okCancel, [this] { return std::make_unique<frmBoolVarEdit>(project_); });
@@ -224,11 +225,10 @@ private:
         add("connection", okCancel, [] { return std::make_unique<frmConnection>("192.168.1.20"); });
         add("start-up", {"btnStartupOK"}, [] { return std::make_unique<frmStartup>(true); });
         add("About box", {"cmdOK"}, [] { return std::make_unique<frmLic>(); });
-        addNewerDialogs(add);
+        addNewerDialogs();
     }
 
-    template <typename Add>
-    void addNewerDialogs(Add&& add) {
+    void addNewerDialogs() {
         const QStringList okCancel{"btnOK", "btnCancel"};
         add("replace", {"btnOK", "btnCancel", "btnReplaceTickAll", "btnReplaceTickNone"},
             [this] { return std::make_unique<frmReplace>(project_, std::vector<Item>(), setting()); });
@@ -260,11 +260,10 @@ private:
         add("names", okCancel + QStringList{"btnMasterList"},
             [this] { return std::make_unique<frmNames>(frmNames::Work{.project = project_}); });
         add("address list", okCancel, [] { return std::make_unique<frmAddressList>(); });
-        addDisplayDialogs(add);
+        addDisplayDialogs();
     }
 
-    template <typename Add>
-    void addDisplayDialogs(Add&& add) {
+    void addDisplayDialogs() {
         add("acceptance",
             {"btnAcceptStart", "btnAcceptGood", "btnAcceptBad", "btnAcceptSkip", "btnAcceptBack",
              "btnAcceptWidest", "btnAcceptStop", "btnCancel"},
