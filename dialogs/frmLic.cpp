@@ -1,7 +1,7 @@
 #include "dialogs/frmLic.h"
 
 #include "widgets/FormParts.h"
-#include "widgets/LedPanel.h"
+#include "widgets/LedView.h"
 
 #include <QHBoxLayout>
 #include <QLineEdit>
@@ -53,7 +53,7 @@ QPlainTextEdit* noticeBox() {
 frmLic::frmLic(QWidget* parent) : QDialog(parent) {
     setObjectName("frmLic");
     setWindowTitle("About Quillmark Corp.");
-    auto* picture = new LedPanel(panelOfText("LX-400D", Led::Orange));
+    auto* picture = new LedView(panelOfText("LX-400D", Led::Orange));
     picture->setObjectName("imgPanel");
     picture->setAccessibleName("LED panel that shows LX-400D");
     auto* cmdOK = namedButton("cmdOK", "OK", this);

@@ -8,7 +8,7 @@
 #include "mainwindow/FleetCommands.h"
 #include "mainwindow/ItemCommands.h"
 #include "mainwindow/MessageListPage.h"
-#include "mainwindow/NamesCommand.h"
+#include "mainwindow/NamesCommands.h"
 #include "mainwindow/OpenMaster.h"
 #include "mainwindow/PanelDock.h"
 #include "mainwindow/ProjectChanges.h"
@@ -49,10 +49,10 @@ ProjectCommands::ProjectCommands(const Surroundings& surroundings, QMainWindow& 
           {around_.lifecycle, *comparison_, around_.notes, preview_, around_.dock, window},
           around_.acceptance)),
       fleet_(new FleetCommands(around_.lifecycle, around_.notes, around_.master, window)),
-      names_(new NamesCommand(around_.lifecycle, around_.notes, window)) {
+      names_(new NamesCommands(around_.lifecycle, around_.notes, window)) {
     connect(items_, &ItemCommands::pastedFrom, this, &ProjectCommands::itemsCameFrom);
     connect(sheets_, &SheetCommands::itemsCameFrom, this, &ProjectCommands::itemsCameFrom);
-    connect(sheets_, &SheetCommands::namesCame, names_, &NamesCommand::import);
+    connect(sheets_, &SheetCommands::namesCame, names_, &NamesCommands::import);
     connect(comparison_, &ComparisonCommands::itemsCameFrom, this, &ProjectCommands::itemsCameFrom);
     auto* const find = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_F), &window);
     connect(find, &QShortcut::activated, this, &ProjectCommands::enterMessagesFilter);
@@ -148,7 +148,7 @@ MenuRow ProjectCommands::toolsMenu() {
                  handler(this, &ProjectCommands::miToolsCheck_Click)),
              row("miToolsNames", tr("&Names and Display\u2026"), {},
                  tr("Label, unit and comment of each variable and message; the display's name and columns"),
-                 Rules::projectWork, handler(names_, &NamesCommand::miToolsNames_Click)),
+                 Rules::projectWork, handler(names_, &NamesCommands::miToolsNames_Click)),
              row("miToolsExportAddresses", tr("Export &Address List…"), {},
                  tr("Write where every variable and message lies, for the PLC programmer: CSV, HTML or PDF"),
                  Rules::projectWork, handler(sheets_, &SheetCommands::miToolsExportAddresses_Click),

@@ -18,7 +18,7 @@ class FindingCommands;
 class FleetCommands;
 class ItemCommands;
 class MessageListPage;
-class NamesCommand;
+class NamesCommands;
 class Navigator;
 class OpenMaster;
 class OpenNotes;
@@ -85,7 +85,7 @@ private:
     ComparisonCommands* comparison_;
     AcceptanceCommands* acceptance_;
     FleetCommands* fleet_;
-    NamesCommand* names_;
+    NamesCommands* names_;
 };
 
 } // namespace orvista

@@ -1,7 +1,7 @@
 #include "simulator/forms/SimulatorWindow.h"
 
 #include "simulator/Announcement.h"
-#include "simulator/PanelWidget.h"
+#include "simulator/DeviceView.h"
 #include "simulator/Snapshot.h"
 #include "simulator/forms/FaultsMenu.h"
 #include "simulator/forms/ItemsTable.h"
@@ -94,7 +94,7 @@ QWidget* SimulatorWindow::makePanel() {
     auto* const box = new QWidget;
     auto* const layout = new QVBoxLayout(box);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(new PanelWidget(device_), 1);
+    layout->addWidget(new DeviceView(device_), 1);
     layout->addWidget(nothingOn);
     return box;
 }

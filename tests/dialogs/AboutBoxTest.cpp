@@ -1,6 +1,6 @@
 #include "dialogs/frmLic.h"
 #include "tests/support/LedText.h"
-#include "widgets/LedPanel.h"
+#include "widgets/LedView.h"
 
 #include <QImage>
 #include <QLineEdit>

@@ -1,7 +1,7 @@
 #include "simulator/forms/SimulatorWindow.h"
 
 #include "link/ModbusFrames.h"
-#include "simulator/PanelWidget.h"
+#include "simulator/DeviceView.h"
 #include "simulator/forms/FaultsMenu.h"
 #include "simulator/forms/ItemsTable.h"
 #include "simulator/forms/LogView.h"
@@ -47,7 +47,7 @@ private slots:
     }
 
     void showsThePanel() {
-        auto* panel = window_->findChild<PanelWidget*>();
+        auto* panel = window_->findChild<DeviceView*>();
         QCOMPARE(panel->accessibleDescription(), "Dark: no message is on");
         setCoil(320, true);
         QTRY_COMPARE(panel->shown(), testing::block(16, 15, Led::Green));

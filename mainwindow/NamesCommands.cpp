@@ -1,4 +1,4 @@
-#include "mainwindow/NamesCommand.h"
+#include "mainwindow/NamesCommands.h"
 
 #include "items/NotesFile.h"
 #include "mainwindow/OpenNotes.h"
@@ -16,10 +16,11 @@
 
 namespace orvista {
 
-NamesCommand::NamesCommand(const DocMgrModule::ProjectLifecycle& lifecycle, OpenNotes& notes, QWidget& window)
+NamesCommands::NamesCommands(const DocMgrModule::ProjectLifecycle& lifecycle, OpenNotes& notes,
+                             QWidget& window)
     : QObject(&window), lifecycle_(lifecycle), notes_(notes), window_(window) {}
 
-QString NamesCommand::hindrance() const {
+QString NamesCommands::hindrance() const {
     const Project& project = lifecycle_.project();
     const std::string path =
         DocMgrModule::projectFilePath(lifecycle_.environment().paths, project.ProjPath, project.ProjName);
@@ -31,12 +32,12 @@ QString NamesCommand::hindrance() const {
     return {};
 }
 
-void NamesCommand::miToolsNames_Click() {
+void NamesCommands::miToolsNames_Click() {
     notes_.readAgain(); // somebody else may have written them
     edit({}, {});
 }
 
-void NamesCommand::import(const std::string& path, const std::string& bytes) {
+void NamesCommands::import(const std::string& path, const std::string& bytes) {
     notes_.readAgain();
     const QString table = QFileInfo(shownPath(path)).fileName();
     const NameImport names = importNames(bytes, notes_.notes());
@@ -46,7 +47,7 @@ void NamesCommand::import(const std::string& path, const std::string& bytes) {
         frmSheetErrors(table, names.errors, &window_).exec();
 }
 
-void NamesCommand::edit(const QString& table, std::vector<NoteChange> changes) {
+void NamesCommands::edit(const QString& table, std::vector<NoteChange> changes) {
     const std::string path = notesPath(lifecycle_.project());
     frmNames dialog({lifecycle_.project(), notes_.notes(), table, std::move(changes), hindrance(),
                      [&path](const ProjectNotes& before, const ProjectNotes& after) -> QString {

@@ -16,11 +16,11 @@ class OpenNotes;
 struct NoteChange;
 
 /// Tools > Names and Display…, and tables of names.
-class NamesCommand final : public QObject {
+class NamesCommands final : public QObject {
     Q_OBJECT
 public:
-    /// All must outlive the command.
-    NamesCommand(const DocMgrModule::ProjectLifecycle& lifecycle, OpenNotes& notes, QWidget& window);
+    /// All must outlive the object.
+    NamesCommands(const DocMgrModule::ProjectLifecycle& lifecycle, OpenNotes& notes, QWidget& window);
 
     void miToolsNames_Click();
     /// Shows the same with what the table says, to be written by OK. \param path UTF-8

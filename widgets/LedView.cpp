@@ -1,4 +1,4 @@
-#include "widgets/LedPanel.h"
+#include "widgets/LedView.h"
 
 #include "display/LedFont.h"
 
@@ -36,15 +36,15 @@ LedRaster panelOfText(std::string_view text, Led led) {
     return raster;
 }
 
-LedPanel::LedPanel(LedRaster shown, QWidget* parent) : PanelView(std::move(shown), parent) {
+LedView::LedView(LedRaster shown, QWidget* parent) : PanelView(std::move(shown), parent) {
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
 }
 
-QSize LedPanel::sizeHint() const {
+QSize LedView::sizeHint() const {
     return minimumSizeHint() * 1.5;
 }
 
-QSize LedPanel::minimumSizeHint() const {
+QSize LedView::minimumSizeHint() const {
     return PanelPicture::roomFor(shown().size(), std::max(3, fontMetrics().height() / 3));
 }
 

@@ -12,10 +12,10 @@ namespace orvista {
 LedRaster panelOfText(std::string_view text, Led led);
 
 /// A panel that shows one picture for ever, large beside the text around it.
-class LedPanel : public PanelView {
+class LedView : public PanelView {
     Q_OBJECT
 public:
-    explicit LedPanel(LedRaster shown, QWidget* parent = nullptr);
+    explicit LedView(LedRaster shown, QWidget* parent = nullptr);
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;

@@ -8,11 +8,11 @@
 namespace orvista {
 
 /// The device's panel, moving.
-class PanelWidget final : public PanelView {
+class DeviceView final : public PanelView {
     Q_OBJECT
 
 public:
-    explicit PanelWidget(const SimulatedDevice& device, QWidget* parent = nullptr);
+    explicit DeviceView(const SimulatedDevice& device, QWidget* parent = nullptr);
 
 private:
     void refresh();

@@ -1,4 +1,4 @@
-#include "simulator/PanelWidget.h"
+#include "simulator/DeviceView.h"
 
 namespace orvista {
 
@@ -17,11 +17,11 @@ QString numbersOn(const auto& bits) {
 
 } // namespace
 
-PanelWidget::PanelWidget(const SimulatedDevice& device, QWidget* parent)
+DeviceView::DeviceView(const SimulatedDevice& device, QWidget* parent)
     : PanelView(device.raster(), parent), device_(device) {
     setObjectName("panel");
     setAccessibleName(tr("LED panel"));
-    connect(&frames_, &QTimer::timeout, this, &PanelWidget::refresh);
+    connect(&frames_, &QTimer::timeout, this, &DeviceView::refresh);
     connect(&device, &SimulatedDevice::changed, this, [this] {
         describe();
         refresh();
@@ -30,12 +30,12 @@ PanelWidget::PanelWidget(const SimulatedDevice& device, QWidget* parent)
     describe();
 }
 
-void PanelWidget::refresh() {
+void DeviceView::refresh() {
     if (isVisible())
         showRaster(device_.raster());
 }
 
-void PanelWidget::describe() {
+void DeviceView::describe() {
     const MessageCoils coils = device_.messageCoils();
     if (coils.emergency.any())
         setAccessibleDescription(tr("Shows emergency messages %1").arg(numbersOn(coils.emergency)));
