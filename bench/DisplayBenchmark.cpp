@@ -14,7 +14,7 @@ constexpr double framesASecond = 50.0;
 void drawFrames(benchmark::State& state, const std::string& script) {
     const NoBitmaps noBitmaps;
     Programme programme({128}, fieldFormats(Project()));
-    programme.add("STDMSG1", script, noBitmaps);
+    programme.add({}, script, noBitmaps);
     const DisplayValues values;
     std::int64_t t = 0;
     for (auto _ : state)

@@ -33,7 +33,7 @@ Programme scrollingText(PanelSize panel) {
     std::string text;
     while (text.size() < static_cast<std::size_t>(panel.columns) / 8)
         text += "Level 12 ";
-    programme.add("STDMSG1",
+    programme.add({},
                   "CLEAR\r\nTEXT 0 0 GREEN BLACK \"" + text +
                       "\"\r\nDISPVAR 48 0 ORANGE BLACK RegVar1\r\n"
                       "IN GO-LEFT 1 50\r\nACT STILL 3000\r\nOUT GO-UP 1 50",

@@ -61,7 +61,7 @@ JsonValue jsonValue(const DisplayItem& item, const ProjectNotes& notes) {
     JsonValue::Object object{
         {"name", item.name()}, {"address", item.address}, {"value", value}, {"raw", raw}};
     for (const NoteField& field : noteFields)
-        object.push_back({std::string(field.name), notes.of(*itemNamed(item.name())).*field.text});
+        object.push_back({std::string(field.name), notes.of(item.item).*field.text});
     return object;
 }
 
@@ -239,7 +239,7 @@ void addRead(CLI::App& program, Run& run) {
     addProjectOnDisplay(*command, options->project)->required();
     command
         ->add_option("--watch", options->watch,
-                     "Ask again every so many seconds, 0.5 to 3600, and tell what changes")
+                     "Ask again every SECONDS, 0.5 to 3600, and report what changes")
         ->type_name("SECONDS")
         ->check(numbers(shortestWatch, longestWatch));
     command->add_flag("--json", options->json, "JSON instead of text; with --watch an object a line");

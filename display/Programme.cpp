@@ -2,7 +2,6 @@
 
 #include "display/StepTiming.h"
 
-#include "model/Item.h"
 #include "model/Text.h"
 
 #include <algorithm>
@@ -20,21 +19,21 @@ Programme::Programme(PanelSize panel, FieldFormats formats) : panel_(panel), for
     const LedRaster check(panel);
 }
 
-void Programme::add(std::string_view name, std::string_view script, const BitmapProvider& bitmaps) {
+void Programme::add(Item message, std::string_view script, const BitmapProvider& bitmaps) {
     if (script.size() > maximumScriptBytes - scriptBytes_) {
-        remark(name, 0, "is left out: the scripts are too long");
+        remark(message, 0, "is left out: the scripts are too long");
         return;
     }
     scriptBytes_ += script.size();
-    add(name, interpretScript(script), bitmaps);
+    add(message, interpretScript(script), bitmaps);
 }
 
-void Programme::add(std::string_view name, InterpretedScript script, const BitmapProvider& bitmaps) {
+void Programme::add(Item message, InterpretedScript script, const BitmapProvider& bitmaps) {
     for (ScriptRemark& found : script.remarks)
-        remark(name, found.line, std::move(found.text));
+        remark(message, found.line, std::move(found.text));
     for (ScriptPage& page : script.pages)
         append(drawnPage(std::move(page),
-                         [&](const std::string& bitmap) { return image(name, bitmap, bitmaps); }));
+                         [&](const std::string& bitmap) { return image(message, bitmap, bitmaps); }));
 }
 
 void Programme::append(DrawnPage page) {
@@ -48,12 +47,12 @@ void Programme::append(DrawnPage page) {
     pages_.push_back(std::move(page));
 }
 
-void Programme::remark(std::string_view message, std::size_t line, std::string text) {
+void Programme::remark(Item message, std::size_t line, std::string text) {
     if (remarks_.size() < maximumProgrammeRemarks)
-        remarks_.push_back({std::string(message), line, std::move(text)});
+        remarks_.push_back({message, line, std::move(text)});
 }
 
-std::shared_ptr<const LedImage> Programme::image(std::string_view message, const std::string& name,
+std::shared_ptr<const LedImage> Programme::image(Item message, const std::string& name,
                                                  const BitmapProvider& bitmaps) {
     const auto [known, isNew] = images_.try_emplace(lowerAscii(name));
     if (!isNew)
@@ -89,12 +88,12 @@ Programme deviceProgramme(const Project& project, const MessageCoils& coils, con
     if (coils.emergency.any()) {
         for (std::size_t i = 0; i < emergencyMessageCount; ++i)
             if (coils.emergency[i])
-                programme.add(nameOf({Kind::Emergency, i}), project.ALTMSG[i], bitmaps);
+                programme.add({Kind::Emergency, i}, project.ALTMSG[i], bitmaps);
         return programme;
     }
     for (const std::size_t i : playList.messages)
         if (i < regularMessageCount && coils.regular[i])
-            programme.add(nameOf({Kind::Regular, i}), project.STDMSG[i], bitmaps);
+            programme.add({Kind::Regular, i}, project.STDMSG[i], bitmaps);
     return programme;
 }
 

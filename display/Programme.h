@@ -5,6 +5,7 @@
 #include "display/FieldFormats.h"
 #include "display/LedRaster.h"
 #include "display/PlayList.h"
+#include "model/Item.h"
 #include "script/ScriptInterpreter.h"
 
 #include <cstdint>
@@ -16,9 +17,9 @@
 
 namespace orvista {
 
-/// A remark about one message: "STDMSG7", line 3.
+/// A remark about one message.
 struct ProgrammeRemark {
-    std::string message;
+    Item message;
     std::size_t line; ///< 0 when it is about no line
     std::string text;
     bool operator==(const ProgrammeRemark&) const = default;
@@ -37,11 +38,11 @@ public:
     /// \throws std::invalid_argument for a size that no LedRaster can have
     Programme(PanelSize panel, FieldFormats formats);
 
-    /// Appends the pages of a message; `name` ("STDMSG7") is for the remarks. A message that makes the
-    /// scripts longer than maximumScriptBytes together is left out, with a remark.
-    void add(std::string_view name, std::string_view script, const BitmapProvider& bitmaps);
+    /// Appends the pages of a message, which the remarks name. A message that makes the scripts longer than
+    /// maximumScriptBytes together is left out, with a remark.
+    void add(Item message, std::string_view script, const BitmapProvider& bitmaps);
     /// Appends what was interpreted before, of any length.
-    void add(std::string_view name, InterpretedScript script, const BitmapProvider& bitmaps);
+    void add(Item message, InterpretedScript script, const BitmapProvider& bitmaps);
 
     PanelSize panel() const { return panel_; }
     const FieldFormats& formats() const { return formats_; }
@@ -70,9 +71,9 @@ private:
         std::size_t step;
     };
 
-    void remark(std::string_view message, std::size_t line, std::string text);
+    void remark(Item message, std::size_t line, std::string text);
     void append(DrawnPage page);
-    std::shared_ptr<const LedImage> image(std::string_view message, const std::string& name,
+    std::shared_ptr<const LedImage> image(Item message, const std::string& name,
                                           const BitmapProvider& bitmaps);
 
     PanelSize panel_;

@@ -69,7 +69,7 @@ public:
 
     BookMessage message(const AddressRow& place) const {
         Programme programme({wishes_.columns}, formats_);
-        programme.add(place.name, scriptOf(project_, place.item), bitmaps_);
+        programme.add(place.item, scriptOf(project_, place.item), bitmaps_);
         BookMessage message;
         message.place = place;
         message.milliseconds = programme.duration();

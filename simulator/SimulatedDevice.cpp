@@ -111,9 +111,9 @@ void SimulatedDevice::beginProgramme() {
     running_.start();
     for (const ProgrammeRemark& remark : programme_.remarks()) {
         if (remark.line == 0)
-            note(QString::fromStdString(remark.message + ": " + utf8FromWindows1252(remark.text)));
+            note(QString::fromStdString(nameOf(remark.message) + ": " + utf8FromWindows1252(remark.text)));
         else
-            noteIdleLine(remark.message, remark.line, remark.text);
+            noteIdleLine(nameOf(remark.message), remark.line, remark.text);
     }
 }
 

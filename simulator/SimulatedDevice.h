@@ -1,6 +1,7 @@
 #pragma once
 
 #include "display/Programme.h"
+#include "link/DisplayAddress.h"
 #include "model/Project.h"
 #include "simulator/DeviceFolder.h"
 #include "simulator/DeviceMemory.h"
@@ -20,8 +21,8 @@ namespace orvista {
 
 struct DeviceSettings {
     QHostAddress listen = QHostAddress(QHostAddress::LocalHost);
-    quint16 modbusPort = 502;
-    quint16 transferPort = 7000;
+    quint16 modbusPort = modbusTcp.port;
+    quint16 transferPort = fileTransfer.port;
     std::string root;               ///< the folder of the device's files, UTF-8; must exist
     int columns = 128;              ///< dots across the panel, 1 to PanelSize::maximumColumns
     std::optional<QDateTime> clock; ///< the device's clock stands still at this time

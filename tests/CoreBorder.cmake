@@ -34,7 +34,7 @@ set(table
   "dialogs: model widgets"
   "mainwindow: model display link check items compare sheets widgets display/forms check/forms script/forms link/forms items/forms compare/forms sheets/forms dialogs"
 
-  "simulator: model display link/ftp widgets"
+  "simulator: model display link link/ftp widgets"
   "simulator/forms: simulator"
   "console: model display link link/ftp check items compare sheets"
 

@@ -50,7 +50,7 @@ void ExpectedMessage::show(std::optional<Item> message, const QString& caption) 
     message_ = message;
     Programme programme({columns_}, fieldFormats(project_));
     if (message)
-        programme.add(nameOf(*message), scriptOf(project_, *message), FolderBitmaps(project_.ProjPath));
+        programme.add(*message, scriptOf(project_, *message), FolderBitmaps(project_.ProjPath));
     player_ = MessagePlayer(std::move(programme));
     player_.play(clock_.elapsed());
     acceptPanel->setAccessibleDescription(message ? tr("On: %1").arg(QString::fromStdString(nameOf(*message)))

@@ -89,9 +89,8 @@ MonitorPanel::MonitorPanel(const Project& project, int columns, PreviewClock clo
     });
     connect(monitor_, &DisplayMonitor::wasRead, this, [this] { readAt_ = clock_.localTime(); });
     connect(monitor_, &DisplayMonitor::changed, this, &MonitorPanel::showReading);
-    connect(tblMonitor, &RowsTable::rowActivated, this, [this](int row) {
-        emit placeChosen({*itemNamed(items_.at(static_cast<std::size_t>(row)).name())});
-    });
+    connect(tblMonitor, &RowsTable::rowActivated, this,
+            [this](int row) { emit placeChosen({items_.at(static_cast<std::size_t>(row)).item}); });
     connect(tblMonitor, &RowsTable::rowLeft, this, &ProjectPanel::rowLeft);
     connect(&frames_, &QTimer::timeout, this, &MonitorPanel::showPanel);
     frames_.setInterval(monitorFrameMilliseconds);
@@ -292,7 +291,7 @@ TableRow MonitorPanel::cells(std::size_t row) const {
     const DisplayItem& item = items_[row];
     TableRow cells(columnCount);
     cells[Name] = {QString::fromStdString(item.name()), static_cast<int>(row)};
-    cells[Label] = labelCell(notes_->of(*itemNamed(item.name())));
+    cells[Label] = labelCell(notes_->of(item.item));
     cells[Address] = {QString::number(item.address), static_cast<qlonglong>(item.address)};
     if (!item.isAddressable) {
         cells[State] = {tr("no address")};
@@ -338,7 +337,7 @@ void MonitorPanel::showRows() {
     std::vector<TableRow> rows;
     for (std::size_t row = 0; row < items_.size(); ++row) {
         rows.push_back(cells(row));
-        rows.back()[Text].text += notAppliedMark(notApplied, *itemNamed(items_[row].name()));
+        rows.back()[Text].text += notAppliedMark(notApplied, items_[row].item);
     }
     tblMonitor->setRows(std::move(rows));
     awaitEndOfMarks();

@@ -91,7 +91,7 @@ struct Desk {
     /// What the device shows `time` milliseconds after the start of a script.
     LedRaster onDevice(const std::string& script, std::int64_t time, int columns = 128) const {
         Programme programme({columns}, fieldFormats(project));
-        programme.add("STDMSG1", script, NoBitmaps());
+        programme.add({}, script, NoBitmaps());
         DisplayValues values = defaultValues(project);
         values.clock = {2026, 11, 21, 8, 5, 9};
         return rasterAt(programme, values, time);

@@ -23,7 +23,7 @@ std::string seenFirst(const std::string& script) {
 std::string settled(const std::string& script, std::size_t page = 0) {
     const Project project;
     Programme programme(panel, fieldFormats(project));
-    programme.add("STDMSG1", script, NoBitmaps());
+    programme.add({}, script, NoBitmaps());
     return ledText(settledPage(programme, page, defaultValues(project)));
 }
 

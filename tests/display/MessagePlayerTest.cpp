@@ -35,7 +35,7 @@ const std::string threePages = "CLEAR\r\n"
 
 Programme programmeOf(const std::string& script, const BitmapProvider& bitmaps = NoBitmaps()) {
     Programme programme(panel, fieldFormats(Project()));
-    programme.add("STDMSG1", script, bitmaps);
+    programme.add({}, script, bitmaps);
     return programme;
 }
 

@@ -28,10 +28,10 @@ std::string textLine(const char* command, int x, int y, const std::string& text)
 /// Whether all dots of the one character that is not blank are lit at some moment.
 bool isDrawnWhole(const char* command, int x, int y, const std::string& text, const std::string& steps) {
     Programme whole({100}, fieldFormats(Project()));
-    whole.add("STDMSG1", textLine(command, 0, 0, text), noBitmaps);
+    whole.add({}, textLine(command, 0, 0, text), noBitmaps);
     const std::size_t all = litDots(rasterAt(whole, {}, 0));
     Programme shown(panel, fieldFormats(Project()));
-    shown.add("STDMSG1", textLine(command, x, y, text) + steps, noBitmaps);
+    shown.add({}, textLine(command, x, y, text) + steps, noBitmaps);
     for (std::int64_t t = 0; t < shown.duration(); ++t)
         if (litDots(rasterAt(shown, {}, t)) == all)
             return true;

@@ -1,6 +1,7 @@
 #include "display/RasterAt.h"
 
 #include "tests/support/BitmapFile.h"
+#include "tests/support/NamedItem.h"
 #include "tests/support/PageDuration.h"
 #include "tests/support/StoredBitmaps.h"
 
@@ -19,7 +20,7 @@ const NoBitmaps noBitmaps;
 
 Programme programme(const std::string& script, PanelSize panel = {32}) {
     Programme result(panel, fieldFormats(Project()));
-    result.add("STDMSG1", script, noBitmaps);
+    result.add({}, script, noBitmaps);
     return result;
 }
 
@@ -118,14 +119,14 @@ TEST(ProgrammeRemarks, NameTheMessage) {
     Programme shown({32}, {});
     StoredBitmaps bitmaps;
     bitmaps.store("broken.bmp", "BM");
-    shown.add("ALTMSG2", "CLEAR\nFOO", bitmaps);
-    shown.add("STDMSG1",
+    shown.add(named("ALTMSG2"), "CLEAR\nFOO", bitmaps);
+    shown.add(named("STDMSG1"),
               "IMG 0 0 RED BLACK gone.bmp\nIMG 0 0 RED BLACK Broken.BMP\nIMG 0 0 RED BLACK GONE.bmp",
               bitmaps);
     EXPECT_EQ(shown.remarks(),
-              (std::vector<ProgrammeRemark>{{"ALTMSG2", 2, "FOO"},
-                                            {"STDMSG1", 0, "bitmap gone.bmp was not found"},
-                                            {"STDMSG1", 0, "bitmap Broken.BMP is cut short"}}));
+              (std::vector<ProgrammeRemark>{{named("ALTMSG2"), 2, "FOO"},
+                                            {named("STDMSG1"), 0, "bitmap gone.bmp was not found"},
+                                            {named("STDMSG1"), 0, "bitmap Broken.BMP is cut short"}}));
 }
 
 class Device : public testing::Test {

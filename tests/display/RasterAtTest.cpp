@@ -31,7 +31,7 @@ protected:
 
     std::string at(PanelSize panel, const std::string& script, std::int64_t t = 0) const {
         Programme programme(panel, fieldFormats(project));
-        programme.add("STDMSG1", script, bitmaps);
+        programme.add({}, script, bitmaps);
         return "\n" + ledText(rasterAt(programme, values, t));
     }
 

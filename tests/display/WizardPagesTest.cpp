@@ -49,7 +49,7 @@ TEST(WizardPages, AreKnownLineByLine) {
     for (std::size_t round = 0; round < 2520; ++round) {
         const std::string page = BuildPartialScript(formOf(round), PathRules::posix());
         Programme programme({128}, fieldFormats(Project()));
-        programme.add("STDMSG1", page, bitmaps);
+        programme.add({}, page, bitmaps);
         ASSERT_TRUE(programme.remarks().empty()) << page << "\n: " << programme.remarks()[0].text;
         ASSERT_EQ(programme.pageCount(), 1U) << page;
         ASSERT_GE(pageDuration(programme, 0), 500) << page;
@@ -65,11 +65,11 @@ TEST(WizardPages, PutFieldsIntoTheBlanksOfTheText) {
     ASSERT_NE(page.find("RegVar1\r\n"), std::string::npos) << page;
 
     Programme shown({128}, fieldFormats(Project()));
-    shown.add("STDMSG1", page, NoBitmaps());
+    shown.add({}, page, NoBitmaps());
     DisplayValues values;
     values.floats[0] = 21.5F;
     Programme expected({128}, fieldFormats(Project()));
-    expected.add("STDMSG1", "TEXT 0 0 RED BLACK \"Temp: 21.500C\"", NoBitmaps());
+    expected.add({}, "TEXT 0 0 RED BLACK \"Temp: 21.500C\"", NoBitmaps());
     EXPECT_EQ(ledText(rasterAt(shown, values, 0)), ledText(rasterAt(expected, values, 0)));
 }
 

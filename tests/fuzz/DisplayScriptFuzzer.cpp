@@ -15,7 +15,7 @@ Programme programmeOf(std::string_view bytes) {
     StoredBitmaps bitmaps;
     bitmaps.store("a.bmp", std::string(bytes));
     Programme programme({24}, fieldFormats(Project()));
-    programme.add("STDMSG1", bytes, bitmaps);
+    programme.add({}, bytes, bitmaps);
     return programme;
 }
 

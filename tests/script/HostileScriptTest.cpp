@@ -1,4 +1,5 @@
 #include "display/RasterAt.h"
+#include "tests/support/NamedItem.h"
 
 #include <gtest/gtest.h>
 
@@ -22,7 +23,7 @@ const NoBitmaps noBitmaps;
 
 Programme programme(const std::string& script, PanelSize panel = {128}) {
     Programme result(panel, fieldFormats(Project()));
-    result.add("STDMSG1", script, noBitmaps);
+    result.add({}, script, noBitmaps);
     return result;
 }
 
@@ -105,7 +106,7 @@ TEST(Hostile, ElementsFarOutsideAreDrawnNowhere) {
 TEST(Hostile, EachBitmapIsReadOnce) {
     Programme shown({128}, {});
     const CountingBitmaps bitmaps;
-    shown.add("STDMSG1", repeated("CLEAR\nIMG 0 0 RED BLACK same.bmp\nIMG 0 0 RED BLACK SAME.BMP\n", 10'000),
+    shown.add({}, repeated("CLEAR\nIMG 0 0 RED BLACK same.bmp\nIMG 0 0 RED BLACK SAME.BMP\n", 10'000),
               bitmaps);
     EXPECT_EQ(bitmaps.calls, 1);
     EXPECT_EQ(shown.remarks().size(), 1U);
@@ -114,12 +115,12 @@ TEST(Hostile, EachBitmapIsReadOnce) {
 TEST(Hostile, ScriptsBeyondTheLimitAreLeftOut) {
     Programme shown({128}, {});
     const std::string half = "ACT STILL 1\n" + std::string(Programme::maximumScriptBytes / 2 - 12, ' ');
-    shown.add("STDMSG1", half, noBitmaps);
-    shown.add("STDMSG2", half, noBitmaps);
-    shown.add("STDMSG3", "ACT STILL 1", noBitmaps);
+    shown.add(named("STDMSG1"), half, noBitmaps);
+    shown.add(named("STDMSG2"), half, noBitmaps);
+    shown.add(named("STDMSG3"), "ACT STILL 1", noBitmaps);
     EXPECT_EQ(shown.duration(), 2);
     EXPECT_EQ(shown.remarks(),
-              (std::vector<ProgrammeRemark>{{"STDMSG3", 0, "is left out: the scripts are too long"}}));
+              (std::vector<ProgrammeRemark>{{named("STDMSG3"), 0, "is left out: the scripts are too long"}}));
 }
 
 TEST(Hostile, EveryByteIsAnOrdinaryCharacterOfAText) {

@@ -42,7 +42,7 @@ struct PreviewedWizard {
     LedRaster made() {
         QTest::mouseClick(wizard.findChild<QPushButton*>("btnOK"), Qt::LeftButton);
         Programme programme({columns}, fieldFormats(project));
-        programme.add("STDMSG1", wizard.PartialScript, NoBitmaps());
+        programme.add({}, wizard.PartialScript, NoBitmaps());
         DisplayValues values = defaultValues(project);
         values.clock = now;
         return settledPage(programme, 0, values);

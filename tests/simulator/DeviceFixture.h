@@ -36,7 +36,7 @@ inline LedRaster block(int width, int height, Led led, int columns = 128) {
 /// What the panel shows of one script that uses no variable, with nothing in the way.
 inline LedRaster rasterOf(const std::string& script, int columns = 128) {
     Programme programme({columns}, fieldFormats(Project()));
-    programme.add("STDMSG1", script, NoBitmaps());
+    programme.add({}, script, NoBitmaps());
     return rasterAt(programme, {}, 0);
 }
 

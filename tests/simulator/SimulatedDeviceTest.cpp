@@ -212,7 +212,7 @@ private slots:
         setCoil(320, true);
         const Project& project = device_->project();
         Programme programme({128}, fieldFormats(project));
-        programme.add("STDMSG1", project.STDMSG[0], NoBitmaps());
+        programme.add({}, project.STDMSG[0], NoBitmaps());
         MessagePlayer preview(programme);
         preview.play(0);
         preview.pause();

@@ -37,7 +37,7 @@ DisplayValues exampleValues() {
 
 QImage scriptPicture(const HelpScript& script, const BitmapProvider& bitmaps) {
     Programme programme(panel, fieldFormats(exampleProject()));
-    programme.add(script.name.toStdString(), script.script, bitmaps);
+    programme.add({}, script.script, bitmaps);
     const PanelPicture board(panel, cell);
     const int pitch = board.size().height() + gap;
     const int count = static_cast<int>(script.moments.size());

@@ -173,7 +173,7 @@ complete -c orvista -n '__fish_seen_subcommand_from download' -l against -x -k -
 complete -c orvista -n '__fish_seen_subcommand_from download' -l dated -d 'With --list, a folder of this moment (UTC) in each display\'s folder'
 complete -c orvista -n '__fish_seen_subcommand_from read' -s h -l help -d 'Print this help message and exit'
 complete -c orvista -n '__fish_seen_subcommand_from read' -l project -x -k -a '(__fish_complete_suffix .orx)' -d 'The project that is on the display, .orx'
-complete -c orvista -n '__fish_seen_subcommand_from read' -l watch -x -d 'Ask again every so many seconds, 0.5 to 3600, and tell what changes'
+complete -c orvista -n '__fish_seen_subcommand_from read' -l watch -x -d 'Ask again every SECONDS, 0.5 to 3600, and report what changes'
 complete -c orvista -n '__fish_seen_subcommand_from read' -l json -d 'JSON instead of text'
 complete -c orvista -n '__fish_seen_subcommand_from read' -l picture -x -k -a '(__fish_complete_suffix .png)' -d 'Draw what the display should show now, too'
 complete -c orvista -n '__fish_seen_subcommand_from read' -l columns -x -d 'Dots across the panel, 1 to 4096'
