@@ -23,7 +23,6 @@ public:
 
     const DrawnPage& page() const { return page_; }
     const ScriptText& text() const { return text_; }
-    Item message() const { return message_; }
     std::size_t element() const { return element_; } ///< that stands on the line
     std::size_t count() const { return page_.elements.size(); }
     const DotBox& box(std::size_t element) const { return boxes_[element]; }

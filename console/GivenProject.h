@@ -65,7 +65,6 @@ public:
     /// Reads the notes; what is wrong with them is told.
     GivenProject(std::string path, Project project);
 
-    const std::string& path() const { return path_; }
     /// As it was read: in a master, with its places.
     const Project& project() const { return project_; }
     const ProjectNotes& notes() const { return notes_; }

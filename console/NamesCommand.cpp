@@ -7,8 +7,6 @@
 #include "console/Sheets.h"
 #include "items/NotesFile.h"
 #include "model/Numbers.h"
-#include "model/ProjectFile.h"
-#include "model/Text.h"
 #include "sheets/NameSheet.h"
 
 #include <CLI/App.hpp>
@@ -36,13 +34,6 @@ ProjectNotes takenNotes(const NamesOptions& options) {
         throw CommandFailure(ExitStatus::Unusable, notesFaultText(path, reading));
     tellBadEntries(path, reading);
     return std::move(reading.notes);
-}
-
-/// Both are files, so that either order looks right. \throws CommandFailure for a project
-const std::string& expectedTable(const std::string& path) {
-    if (endsWithIgnoringCase(path, DocMgrModule::projectExtension))
-        throw CommandFailure(ExitStatus::Unusable, path + " is a project's name; a table ends in .csv");
-    return path;
 }
 
 ExitStatus exportNames(const NamesOptions& options) {

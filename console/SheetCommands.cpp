@@ -1,11 +1,11 @@
 #include "console/Commands.h"
-#include "model/Lines.h"
 
 #include "console/Output.h"
 #include "console/Projects.h"
 #include "console/SaveTarget.h"
 #include "console/Sheets.h"
 #include "model/Change.h"
+#include "model/Lines.h"
 #include "model/Numbers.h"
 #include "model/ProjectFile.h"
 #include "model/Quotation.h"
@@ -47,8 +47,7 @@ constexpr const char* spreadsheetHint = "\n\nA spreadsheet takes the zeros in fr
                                         "which import takes off again.";
 
 void deliver(const std::string& output, const std::string& csv) {
-    if (endsWithIgnoringCase(output, DocMgrModule::projectExtension))
-        throw CommandFailure(ExitStatus::Unusable, output + " is a project's name; a table ends in .csv");
+    expectedTable(output);
     if (const std::string fault = sheetSizeFault(csv); !fault.empty())
         throw CommandFailure(ExitStatus::Found, fault);
     if (output.empty())

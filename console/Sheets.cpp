@@ -5,7 +5,9 @@
 #include "model/Files.h"
 #include "model/Numbers.h"
 #include "model/PathRules.h"
+#include "model/ProjectFile.h"
 #include "model/SystemPath.h"
+#include "model/Text.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -53,6 +55,12 @@ std::string sheetBytes(const std::string& path) {
 
 std::string sheetName(const std::string& path) {
     return path == standardInput ? "standard input" : path;
+}
+
+const std::string& expectedTable(const std::string& path) {
+    if (endsWithIgnoringCase(path, DocMgrModule::projectExtension))
+        throw CommandFailure(ExitStatus::Unusable, path + " is a project's name; a table ends in .csv");
+    return path;
 }
 
 std::string folderOfSheet(const std::string& path) {

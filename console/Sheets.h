@@ -17,6 +17,10 @@ std::string sheetBytes(const std::string& path);
 /// As messages name it: "standard input", or the path.
 std::string sheetName(const std::string& path);
 
+/// The path of a table to be read or written. Projects are files, too, so that either order looks right.
+/// \throws CommandFailure for a project's name
+const std::string& expectedTable(const std::string& path);
+
 /// What the paths in a table are relative to, with a separator at its end: the folder of a file; empty for
 /// the working folder, which standard input and pipes are read in.
 std::string folderOfSheet(const std::string& path);

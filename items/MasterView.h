@@ -30,7 +30,6 @@ public:
     /// Shows the values of the display of that name; of none for an empty one. Where the list does not have
     /// it (any more) no values are shown until it does.
     void choose(const std::string& name);
-    const std::string& chosen() const { return chosen_; }
     /// The display whose values are shown; null while places show their names.
     const FleetDisplay* display() const;
 

@@ -21,7 +21,6 @@ public:
     /// everywhere.
     std::size_t find(std::string_view text, std::size_t start = 0) const;
     bool isIn(std::string_view text) const { return find(text) != std::string_view::npos; }
-    std::size_t length() const { return wanted_.size(); }
 
 private:
     struct Fold {

@@ -59,10 +59,6 @@ void AcceptanceRun::end(Time now) {
     ledger_.forgetPlanned();
 }
 
-void AcceptanceRun::leave() {
-    finish();
-}
-
 void AcceptanceRun::stop(std::string reason, Time now) {
     if (!isEnding())
         reason_ = std::move(reason);
@@ -292,7 +288,7 @@ void AcceptanceRun::queueWrites(const std::vector<Write>& writes) {
     }
 }
 
-/// \param writes of floats that lie one behind the other
+/// \param writes of floats whose addresses follow one another
 void AcceptanceRun::queueFloats(std::vector<Write> writes) {
     std::vector<std::uint16_t> words;
     for (const Write& write : writes)

@@ -49,7 +49,7 @@ public:
     /// \param items of displayItems()
     /// \param keep is called before the first request of each step that writes, and when written() is another
     AcceptanceRun(std::vector<DisplayItem> items, Keep keep);
-    /// One that was cut off: it reads what is there now, then waits for end() or leave().
+    /// One that was cut off: it reads what is there now, then waits for end().
     /// \param items as they were before
     AcceptanceRun(std::vector<DisplayItem> items, const std::vector<WrittenItem>& written);
 
@@ -61,8 +61,6 @@ public:
     void write(std::map<Item, HeldWords> values);
     /// Puts everything back, then is over.
     void end(Time now);
-    /// Is over, and everything stays as it is.
-    void leave();
 
     /// The request that is to be sent now; nothing while one is under way, and while there is none.
     std::optional<Frame> next(Time now);

@@ -1,11 +1,9 @@
 #include "link/forms/FleetProcess.h"
 
 #include "link/FleetFields.h"
+#include "model/JsonReader.h"
 
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
-
+#include <limits>
 #include <utility>
 
 namespace orvista {
@@ -15,12 +13,27 @@ namespace {
 /// A program that has nothing more to wait for ends at once; this is for a machine that is very busy.
 constexpr int timeoutMilliseconds = 10'000;
 
-QString text(const QJsonObject& object, const char* field) {
-    return object.value(QLatin1String(field)).toString();
+// What a field does not hold is empty, or 0.
+
+std::string text(const JsonValue& object, const char* field) {
+    const JsonValue* const value = object.member(field);
+    const std::string* const held = value ? value->text() : nullptr;
+    return held ? *held : std::string();
 }
 
-int number(const QJsonObject& object, const char* field) {
-    return object.value(QLatin1String(field)).toInt();
+QString shownText(const JsonValue& object, const char* field) {
+    return QString::fromStdString(text(object, field));
+}
+
+int count(const JsonValue& object, const char* field) {
+    const JsonValue* const value = object.member(field);
+    const auto held = value ? value->whole(0, std::numeric_limits<int>::max()) : std::nullopt;
+    return static_cast<int>(held.value_or(0));
+}
+
+double seconds(const JsonValue& object) {
+    const JsonValue* const value = object.member(fleetFields::seconds);
+    return value ? value->number().value_or(0) : 0;
 }
 
 } // namespace
@@ -59,26 +72,27 @@ void FleetProcess::stopNow() {
 
 void FleetProcess::takeLines() {
     while (process_.canReadLine()) {
-        const QJsonObject object = QJsonDocument::fromJson(process_.readLine()).object();
-        if (object.contains(QLatin1String(fleetFields::results)))
-            takeResults(object);
+        const JsonValue line = readJson(process_.readLine().toStdString()).value;
+        if (const JsonValue* const results = line.member(fleetFields::results))
+            takeResults(*results);
         else
-            emit changed({text(object, fleetFields::name).toStdString(), text(object, fleetFields::state),
-                          text(object, fleetFields::file), number(object, fleetFields::files),
-                          number(object, fleetFields::of), text(object, fleetFields::reason)});
+            emit changed({text(line, fleetFields::name), shownText(line, fleetFields::state),
+                          shownText(line, fleetFields::file), count(line, fleetFields::files),
+                          count(line, fleetFields::of), shownText(line, fleetFields::reason)});
     }
 }
 
-void FleetProcess::takeResults(const QJsonObject& document) {
-    for (const QJsonValue value : document.value(QLatin1String(fleetFields::results)).toArray()) {
-        const QJsonObject result = value.toObject();
-        const auto outcome = outcomeOfWord(text(result, fleetFields::result).toStdString());
-        results_.push_back(
-            {text(result, fleetFields::name).toStdString(),
-             text(result, fleetFields::address).toStdString(),
-             {outcome.value_or(FleetOutcome::Failed), text(result, fleetFields::reason).toStdString(),
-              static_cast<std::size_t>(number(result, fleetFields::files))},
-             result.value(QLatin1String(fleetFields::seconds)).toDouble()});
+void FleetProcess::takeResults(const JsonValue& results) {
+    const JsonValue::Array* const list = results.array();
+    if (!list)
+        return;
+    for (const JsonValue& result : *list) {
+        const auto outcome = outcomeOfWord(text(result, fleetFields::result));
+        results_.push_back({text(result, fleetFields::name),
+                            text(result, fleetFields::address),
+                            {outcome.value_or(FleetOutcome::Failed), text(result, fleetFields::reason),
+                             static_cast<std::size_t>(count(result, fleetFields::files))},
+                            seconds(result)});
     }
 }
 

@@ -8,9 +8,9 @@
 
 #include <vector>
 
-class QJsonObject;
-
 namespace orvista {
+
+class JsonValue;
 
 /// A running `orvista upload --json`, and what it tells. It ends with the object.
 class FleetProcess final : public QObject {
@@ -45,7 +45,7 @@ signals:
 
 private:
     void takeLines();
-    void takeResults(const QJsonObject& document);
+    void takeResults(const JsonValue& results);
     void end();
 
     QProcess process_{this};

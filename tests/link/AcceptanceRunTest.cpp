@@ -470,19 +470,6 @@ TEST(AcceptanceRun, WhatWasCutOffIsNotPutBackBecauseSomethingFails) {
     }
 }
 
-TEST(AcceptanceRun, WhatWasCutOffCanBeLeft) {
-    World world;
-    world.show(regular(1));
-    World later;
-    later.display = world.display;
-    later.run = AcceptanceRun(world.run.before(), world.kept.back());
-    later.settle();
-    later.run.leave();
-    later.settle();
-    EXPECT_TRUE(later.run.isOver());
-    EXPECT_THAT(later.writes, IsEmpty());
-}
-
 /// Two runs on one display, as from two computers: they cannot know of each other.
 TEST(AcceptanceRun, TwoAtOneDisplayNameEachOtherAndSwitchNoEmergencyOffThatIsNotTheirOwn) {
     World one;
