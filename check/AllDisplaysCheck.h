@@ -23,7 +23,7 @@ public:
                      int columns, Notes notes);
 
     std::size_t count() const { return displays_->size(); }
-    /// So many of them are checked.
+    /// How many of them are checked.
     std::size_t checkedCount() const { return checked_; }
     bool isDone() const { return checked_ == displays_->size(); }
     /// Checks one more.

@@ -75,7 +75,7 @@ private:
         return !losesSomething(reading); // with the addresses of another file variables lie elsewhere
     }
 
-    /// Of an address behind which the file was cut off the first digits may be left, which are an address,
+    /// Where the file was cut off within an address its first digits may be left, which are an address,
     /// too.
     bool mayEndInNumber(const ProjectFileSection& section) const {
         return section.file == &modbusAdrFile && &section == &sections_.back() && !outline_.endsInSettings &&

@@ -157,7 +157,7 @@ void PageCheck::checkUnshown(std::size_t index, const ImageElement& image) {
     }
     found_.add(Code::UnreadableBitmap, contentOf(index), [&] {
         return "The display draws nothing here, because the bitmap " + deviceQuotation(image.name) + " " +
-               std::string(description(*error)) + ": save it anew, uncompressed and at most " +
+               std::string(description(*error)) + ": save it again, uncompressed and at most " +
                decimalText(maximumBitmapWidth) + " x " + decimalText(maximumBitmapHeight) + " dots.";
     });
 }

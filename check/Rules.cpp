@@ -287,7 +287,7 @@ displays.csv:
   Line 3,192.168.1.103,3)"},
     Rule{
         Code::PlaceWidth, "place-width", Severity::Error, "A value is empty or too wide for its place",
-        "A place such as {tank:8} has room for so many characters, and no value may be empty; one of blanks "
+        "A place such as {tank:8} has room for 8 characters, and no value may be empty; one of blanks "
         "shows nothing. Shorten the value, or make the place wider where the message has room. The name of a "
         "bitmap, and an ON or OFF text without a width, may have 200 characters.",
         R"(STDMSG1:

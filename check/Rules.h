@@ -12,14 +12,14 @@
 ///
 /// A new rule is an enumerator here and a row at the same place of the table in Rules.cpp; a row that is
 /// missing or misplaced does not compile. Then `cmake --build ... --target code-pages` writes page and manual
-/// anew, and the test of the rules tries both examples.
+/// again, and the test of the rules tries both examples.
 ///
 /// An example is a piece of a project as people write it down: the name of a place and a colon, and below it,
 /// indented by two blanks, what is there.
 ///
 ///     STDMSG1:                  a message: the lines of its script
 ///       CLEAR
-///       257 x TIME 0 0 RED BLACK     so many lines like this
+///       257 x TIME 0 0 RED BLACK     that many lines like this
 ///       (a blank)                    a line of one blank
 ///     RegVar1:                  a variable: default, width, precision, on, off and their texts
 ///       width 9

@@ -21,7 +21,7 @@ public:
 
     /// What it does, told in two ways.
     struct Work {
-        std::string argument; ///< where it is started anew: what its command line says
+        std::string argument; ///< where it is started again: what its command line says
         int (*run)();         ///< where it is a copy: this, then it ends with what that returns
     };
 #ifdef _WIN32

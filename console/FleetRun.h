@@ -19,7 +19,7 @@ namespace orvista::console {
 /// Ctrl+C ends them all.
 class FleetRun {
 public:
-    /// \param jobs so many at once
+    /// \param jobs how many at once
     /// \param scratch folder for what the processes write meanwhile, UTF-8
     FleetRun(std::vector<FleetTask> tasks, std::size_t jobs, std::string scratch, FleetOutput& output);
 

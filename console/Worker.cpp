@@ -37,7 +37,7 @@ constexpr const char* workerCommand = "worker";
 constexpr std::string_view skipEqualWish = "--skip-equal";
 constexpr std::string_view verifyWish = "--verify";
 
-/// The next words of standard input, each with a NUL behind it, up to an empty one. Nothing at the end.
+/// The next words of standard input, each with a NUL after it, up to an empty one. Nothing at the end.
 std::optional<std::vector<std::string>> nextWords() {
     std::vector<std::string> words(1);
     for (int c = std::getchar(); c != EOF; c = std::getchar()) {
@@ -73,7 +73,7 @@ TransferEnd endOf(const WorkerRequest& request, StatePrinter& states, SentConten
 }
 
 ExitStatus work() {
-    // Else every display would have libcurl begin anew.
+    // Else libcurl would start up again for every display.
     const auto library = keptTransferLibrary();
     SentContents sent;
     while (const auto words = nextWords()) {

@@ -7,7 +7,7 @@
 #include <string_view>
 
 /// What the process that works on displays tells the one that started it: five words each time, each with a
-/// NUL behind it. It does so at each file, and JSON would cost more than the rest of its work there.
+/// NUL after it. It does so at each file, and JSON would cost more than the rest of its work there.
 namespace orvista::console {
 
 /// Where the transfer is, or how it ended; neither for what cannot be understood.

@@ -97,7 +97,7 @@ void FolderList::addSubfolders(QTreeWidgetItem* open) {
     if (!open)
         return;
     const std::string path = pathOf(open);
-    // Added all at once: the view would arrange itself anew for each.
+    // Added all at once: the view would lay itself out again for each.
     QList<QTreeWidgetItem*> items;
     for (const std::string& name : subfolders(path))
         items += folderItem(rules_.join(path, name), name, closedIcon_);

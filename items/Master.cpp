@@ -171,7 +171,7 @@ std::size_t expandedLength(const TextPlace& place) {
 }
 
 /// The column of the master for one of the expansion.
-/// \param isEnd of the byte behind a stretch, which is behind a place where the stretch ends within it
+/// \param isEnd of the byte after a stretch, which is after a place where the stretch ends within it
 std::size_t columnInMaster(const std::vector<TextPlace>& places, std::size_t line, std::size_t column,
                            bool isEnd) {
     std::size_t moved = column; // as if all places before it were written out

@@ -31,7 +31,7 @@ struct PlaceError {
     bool operator==(const PlaceError&) const = default;
 };
 
-/// So many errors of a display are listed; the rest is counted.
+/// How many errors of a display are listed; the rest are counted.
 inline constexpr std::size_t mostPlaceErrors = 1000;
 /// Of a value that has no width of its own: a bitmap's name, or an ON or OFF text.
 inline constexpr std::size_t longestFreeValue = 200;

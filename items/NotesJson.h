@@ -21,7 +21,7 @@ namespace orvista {
 inline constexpr std::size_t mostNotesBytes = std::size_t{1} << 20;
 /// Why they are not.
 std::string notesSizeFault();
-/// So many bad entries are listed; the rest is counted.
+/// How many bad entries are listed; the rest are counted.
 inline constexpr std::size_t mostBadEntries = 100;
 
 struct NotesReading {

@@ -70,7 +70,7 @@ std::optional<Item> itemCalled(std::string_view text, const ProjectNotes& notes)
 
 /// How many characters a text has.
 std::size_t characterCount(std::string_view utf8);
-/// Why a text is not one line of at most so many characters, to follow its quotation; empty where it is.
+/// Why a text is not one line of at most `longest` characters, to follow its quotation; empty where it is.
 std::string lineFault(std::string_view text, std::size_t longest);
 /// Why a text cannot be noted, to follow its quotation; empty where it can. A label is judged by itself.
 std::string noteFault(const NoteField& field, std::string_view text);

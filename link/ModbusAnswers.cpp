@@ -30,7 +30,7 @@ bool isReading(const Frame& request) {
            functionOf(request) == FunctionCode::ReadHoldingRegisters;
 }
 
-/// Address and count stand behind the function code; a single coil has its value there instead of a count.
+/// Address and count follow the function code; a single coil has its value there instead of a count.
 std::size_t requestedAddress(const Frame& request) {
     return wordAt(request, frameHeaderSize + 1);
 }

@@ -42,7 +42,7 @@ struct DisplayItem {
 /// yet.
 std::vector<DisplayItem> displayItems(const Project& project);
 
-/// A request, and the items that its answer is about: so many from the first on.
+/// A request, and the items that its answer is about: that many from the first on.
 struct ReadStep {
     Frame request;
     std::size_t firstItem = 0;

@@ -59,14 +59,14 @@ void SystemHelpOpener::open(const std::string& path) {
 #else
 
 bool hasCompiledHelpViewer() {
-    constexpr int patience = 3000; // milliseconds; desktops answer within a tenth of that
+    constexpr int timeout = 3000; // milliseconds; desktops answer within a tenth of that
     // The type's registered name, and the one that viewers of the time before it know.
     for (const auto* const type : {"application/vnd.ms-htmlhelp", "application/x-chm"}) {
         QProcess query;
         query.setStandardErrorFile(QProcess::nullDevice());
         query.start(QStringLiteral("xdg-mime"),
                     {QStringLiteral("query"), QStringLiteral("default"), QLatin1String(type)});
-        if (query.waitForFinished(patience) && !query.readAllStandardOutput().trimmed().isEmpty())
+        if (query.waitForFinished(timeout) && !query.readAllStandardOutput().trimmed().isEmpty())
             return true;
     }
     return false;

@@ -57,7 +57,7 @@ public:
         owner_.show(*changes_);
     }
 
-    /// A step that is made anew shares them.
+    /// A step that is redone shares them.
     const Changes& changes() const { return changes_; }
 
 private:

@@ -27,7 +27,7 @@ public:
     ProjectChanges(Project& project, ModifiedMark& modifiedMark, std::vector<ItemPage*> pages,
                    QObject* parent);
 
-    /// Makes changes in one step: writes them into the project, shows anew what is on a page, and marks the
+    /// Makes changes in one step: writes them into the project, shows again what is on a page, and marks the
     /// project modified. Where there are none, nothing happens.
     /// \param step what was done, as it stands after "Undo": "Paste"
     /// \param changes of the project as it is now

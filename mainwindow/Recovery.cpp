@@ -13,7 +13,7 @@ namespace orvista {
 
 namespace {
 
-/// So many names of a list are told.
+/// How many names of a list are shown.
 constexpr qsizetype mostNames = 8;
 
 /// Of the line in the dock, and of its button.

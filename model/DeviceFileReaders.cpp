@@ -87,7 +87,7 @@ private:
     TableReading& reading_;
 };
 
-/// What stands behind the last message that has a row is read for the remarks alone, so failing to is none.
+/// What follows the last message that has a row is read for the remarks alone, so failing to is none.
 void passRest(TrimmedLines& lines, MessageRemarks& remarks) {
     try {
         for (std::string_view line; lines.next(line);)

@@ -17,7 +17,7 @@ namespace orvista {
 /// disk, else in a folder of their own.
 class FetchedFiles {
 public:
-    /// So many bytes of all files together.
+    /// The most bytes of all files together.
     static constexpr std::size_t mostInMemory = std::size_t{1} << 20;
 
     /// Writes the next file, as long as no other is begun. The sink must not outlive the files, which stay

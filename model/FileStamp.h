@@ -6,7 +6,7 @@
 
 namespace orvista {
 
-/// What tells a file that was written anew from the one that was there.
+/// What distinguishes a file that was written again from the one that was there.
 struct FileStamp {
     std::uintmax_t size = 0;
     std::filesystem::file_time_type changed;

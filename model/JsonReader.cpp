@@ -191,7 +191,7 @@ private:
         ++at_;
     }
 
-    /// The digits behind \u, and a second \u where they are the first half of a pair.
+    /// The digits after \u, and a second \u where they are the first half of a pair.
     char32_t readCodePoint() {
         const std::size_t start = at_;
         const char32_t unit = readHexDigits();

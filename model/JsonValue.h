@@ -56,7 +56,7 @@ public:
 
     /// The member of that key; a null pointer where there is none, and for values of another kind.
     const JsonValue* member(std::string_view key) const;
-    /// The same of an object; one that is missing comes behind the others, as null.
+    /// The same of an object; one that is missing is added after the others, as null.
     JsonValue& memberToSet(std::string_view key);
 
     bool operator==(const JsonValue& other) const;

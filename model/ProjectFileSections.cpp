@@ -164,10 +164,10 @@ void ProjectFileSection::append(std::string_view line, std::size_t number) {
 }
 
 std::size_t ProjectFileSection::lineInFile(std::size_t line) const {
-    const auto behind = std::ranges::upper_bound(runs_, line, {}, &Run::first);
-    if (behind == runs_.begin())
+    const auto after = std::ranges::upper_bound(runs_, line, {}, &Run::first);
+    if (after == runs_.begin())
         return header;
-    const Run& run = *std::prev(behind);
+    const Run& run = *std::prev(after);
     return run.inFile + (line - run.first);
 }
 

@@ -48,7 +48,7 @@ struct ProjectFileOutline {
 /// Whether a line, trimmed of blanks, is the header of a section: of a device file's, or "[CONFIG]".
 bool isSectionHeader(std::string_view line);
 
-/// Takes a project file apart, in the order in which its sections stand; one of the same name counts anew.
+/// Takes a project file apart, in the order in which its sections stand; each header begins another.
 /// \param sections gets what was read before a failure, too
 /// \param size of the source in bytes where it is known: saves moving large sections while they grow
 /// \param remarks gets what the file as a whole is, and the lines that belong to no device file

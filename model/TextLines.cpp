@@ -8,7 +8,7 @@ constexpr std::string_view conflictStart = "<<<<<<<";
 constexpr std::string_view conflictMiddle = "=======";
 constexpr std::string_view conflictEnd = ">>>>>>>";
 
-/// Whether the line is the mark, or the mark and a name behind a blank.
+/// Whether the line is the mark, or the mark, a blank and a name.
 bool isMark(std::string_view line, std::string_view mark) {
     return line.starts_with(mark) && (line.size() == mark.size() || line[mark.size()] == ' ');
 }

@@ -25,7 +25,7 @@ bool isPlaceDigit(char c) {
 /// Takes the front of a text that begins with a brace.
 class PlaceReader {
 public:
-    /// \param text behind the brace
+    /// \param text after the brace
     explicit PlaceReader(std::string_view text) : text_(text) {}
 
     /// Up to the closing brace. \param mayLackWidth whether "{name}" is one

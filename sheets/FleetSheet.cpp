@@ -23,7 +23,7 @@ constexpr std::array<std::string_view, fleetColumns.size() + 1> listColumns{
     fleetColumns[fleetColumn::Project], "columns"};
 constexpr std::size_t columnsColumn = fleetColumns.size();
 
-/// The heads behind the known ones. Where one is no name, which is added to the errors, none of them counts.
+/// The heads after the known ones. Where one is no name, which is added to the errors, none of them counts.
 std::shared_ptr<const ListedValues::Names> valueNames(const SheetReader& sheet, SheetErrors& errors) {
     bool areNames = true;
     for (const std::string& head : sheet.furtherHeads()) {

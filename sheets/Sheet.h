@@ -16,7 +16,7 @@ namespace orvista {
 /// Longer tables are neither read nor written.
 inline constexpr std::size_t maximumSheetMegabytes = 64;
 inline constexpr std::size_t maximumSheetBytes = maximumSheetMegabytes << 20;
-/// So many errors are kept; the rest is counted.
+/// How many errors are kept; the rest are counted.
 inline constexpr std::size_t maximumSheetErrors = 1000;
 
 /// What is wrong with a cell.

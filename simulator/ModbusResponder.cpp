@@ -44,7 +44,7 @@ std::size_t largestQuantity(ModbusFunction function) {
     }
 }
 
-/// How many places a function finds behind address 0.
+/// How many places a function finds from address 0 on.
 std::size_t placesFor(ModbusFunction function) {
     const bool isInput =
         function == ModbusFunction::ReadDiscreteInputs || function == ModbusFunction::ReadInputRegisters;

@@ -19,7 +19,7 @@ public:
     void setBytes(const std::string& bytes);
     std::string bytes() const;
 
-    /// So many lines of its own font are always to be seen.
+    /// How many lines of its own font can always be seen.
     void setLeastLines(int lines);
     QSize minimumSizeHint() const override;
 

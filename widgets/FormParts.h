@@ -80,7 +80,7 @@ void resizeWithinScreen(QWidget& window, QSize wanted);
 
 /// Room for about `characters` characters of the box's font.
 void widenTo(QWidget* box, int characters);
-/// Room for about so many characters and lines of a list's font, as far as the screen has it.
+/// Room for about this many characters and lines of a list's font, as far as the screen has it.
 struct ListRoom {
     int characters;
     int lines;

@@ -20,7 +20,7 @@ public:
     /// \param cell side of one lens' square in device pixels, at least 1
     PanelPicture(PanelSize panel, int cell);
 
-    /// The largest cell whose board, with its rim, fits into so many pixels; at least 1.
+    /// The largest cell whose board, with its rim, fits into that room; at least 1.
     static int cellFor(PanelSize panel, QSize room);
     /// The smallest room for a board of such cells, in device pixels.
     static QSize roomFor(PanelSize panel, int cell);

@@ -34,7 +34,7 @@ public:
     /// A few rows at a time, where all at once would keep the user waiting: other rows from there on, of
     /// which the last may go beyond those that are there. Columns get wider, never narrower.
     void putRows(std::size_t first, std::vector<TableRow> rows);
-    /// Takes away the rows behind so many.
+    /// Takes away the rows after the first `count`.
     void keepRows(std::size_t count);
     /// Shows only rows with that text in one of their cells, whatever its case.
     void setFilter(const QString& text);

@@ -24,7 +24,7 @@ public:
     void setRows(std::vector<TableRow> rows);
     /// Other rows from there on, of which the last may go beyond those that are there.
     void putRows(std::size_t first, std::vector<TableRow> rows);
-    /// Takes away those behind so many.
+    /// Takes away those after the first `count`.
     void keepRows(std::size_t count);
     /// The cells that may need another width in as many other rows.
     QModelIndexList cellsThatLookOtherwiseIn(const std::vector<TableRow>& rows) const;

@@ -15,7 +15,7 @@ public:
     bool goesOn();
 
 protected:
-    /// It is shown, or looks anew, with the next step.
+    /// With the next step it is shown, or looks again for a click on Stop.
     bool isDue() const { return next_.hasExpired(); }
 
 private:

@@ -148,7 +148,7 @@ Findings FindingsPanel::checkShown() {
 }
 
 void FindingsPanel::checkOn() {
-    if (!isVisible()) // coming to the screen begins anew
+    if (!isVisible()) // coming to the screen starts again
         return;
     if (isModalDialogOpen())
         return slices_.start(restUnderOthers);

@@ -122,7 +122,7 @@ private:
     std::unique_ptr<AllDisplaysCheck> next_;        ///< under way
     QTimer slices_;
     Findings findings_;
-    std::size_t filled_ = 0; ///< so many of them are in the table
+    std::size_t filled_ = 0; ///< how many of them are in the table
     Chosen before_;          ///< to be chosen again once all are
     /// Where from what was gone to last the current row lies: 1 for after it, -1 for before it, 0 for there.
     int ahead_ = 0;

@@ -61,7 +61,7 @@ private:
     std::vector<MendedFinding> all_;
     std::vector<Item> notApplied_;
     Project shown_;              ///< with the fixes before a row
-    std::size_t shownFixes_ = 0; ///< so many of them
+    std::size_t shownFixes_ = 0; ///< how many of them
 
     RowsTable* tblFixes;
     DeviceTextEdit* txtFixesOld;

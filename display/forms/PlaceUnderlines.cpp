@@ -10,7 +10,7 @@ namespace {
 
 /// Beside the waves of findings: neither of them, and readable on light and dark grounds.
 constexpr QColor placeColour(70, 130, 210);
-/// So many displays' values are told; nobody reads more in a tool-tip.
+/// How many displays' values a tool-tip lists; nobody reads more there.
 constexpr std::size_t mostValuesTold = 5;
 
 QString ofPlaces(const char* text) {

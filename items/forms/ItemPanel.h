@@ -60,7 +60,7 @@ protected:
     void fill();
     void showEvent(QShowEvent* event) override;
 
-    /// Reads the project anew.
+    /// Reads the project again.
     virtual void read() = 0;
     /// What takes longer, a moment after read().
     virtual void readMore() {}

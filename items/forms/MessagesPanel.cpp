@@ -16,7 +16,7 @@ namespace orvista {
 
 namespace {
 
-/// So many bytes of scripts are read at once, which nobody notices; what is left is read in between.
+/// How many bytes of scripts are read at once, which nobody notices; the rest is read in between.
 constexpr std::size_t bytesReadAtOnce = std::size_t{256} * 1024;
 /// In milliseconds.
 constexpr int restUnderDialogs = 300;

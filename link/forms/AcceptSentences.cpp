@@ -9,7 +9,7 @@ namespace orvista {
 
 namespace {
 
-/// So many names fit into a line.
+/// How many names fit into a line.
 constexpr qsizetype acceptedNamesTold = 12;
 
 QString saying(const char* text) {

@@ -7,7 +7,7 @@ namespace orvista {
 QtAlarmClock::QtAlarmClock() {
     timer_.setSingleShot(true);
     QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] {
-        // The alarm may be set anew while it rings.
+        // The alarm may be set again while it rings.
         if (const auto ring = std::exchange(ring_, nullptr))
             ring();
     });

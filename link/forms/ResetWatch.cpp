@@ -17,7 +17,7 @@ ResetWatch::ResetWatch(QTcpSocket& socket) : QObject(&socket), socket_(socket) {
 }
 
 bool ResetWatch::eventFilter(QObject* watched, QEvent* event) {
-    // The notifiers are grandchildren of the socket, made anew for each address that is tried.
+    // The notifiers are grandchildren of the socket, made again for each address that is tried.
     if (event->type() == QEvent::ChildAdded)
         static_cast<QChildEvent*>(event)->child()->installEventFilter(this);
     if (event->type() != QEvent::SockAct || socket_.state() != QAbstractSocket::ConnectingState)

@@ -254,7 +254,7 @@ void frmAccept::goTo(std::optional<Item> message) {
     wantsFocus_ = message.has_value();
 }
 
-/// The ticked message that comes so many rows after the shown one; nothing where there is none.
+/// The ticked message that comes this many rows after the shown one; nothing where there is none.
 std::optional<Item> frmAccept::beside(int step) const {
     const std::vector<Item> ticked = table_.ticked();
     const auto position = [](Item message) { return messagePosition(message); };

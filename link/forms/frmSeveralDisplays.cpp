@@ -33,7 +33,7 @@ namespace {
 
 /// Many displays tell of a file every few milliseconds; nobody reads faster than this.
 constexpr int refreshMilliseconds = 100;
-/// So many errors of a list fit into a box.
+/// How many errors of a list fit into a box.
 constexpr std::size_t mostErrorsShown = 10;
 
 QString errorsText(const SheetErrors& errors, const QString& source) {

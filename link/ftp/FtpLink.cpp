@@ -151,7 +151,7 @@ int FtpLink::closeConnection(void* link, curl_socket_t socket) {
     return 0;
 }
 
-/// The library would quietly connect and log in anew when the device hangs up between two files. A link that
+/// The library would quietly connect and log in again when the device hangs up between two files. A link that
 /// broke stays broken, so only the connection that was opened first is accepted.
 int FtpLink::acceptConnection(void* link, char*, char*, int, int localPort) {
     auto& self = *static_cast<FtpLink*>(link);

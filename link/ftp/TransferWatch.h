@@ -15,7 +15,7 @@ public:
     /// Where the caller's time comes from.
     using Clock = std::function<Time()>;
 
-    /// A transfer that has run for so long must have moved so many bytes in the last of these seconds. A
+    /// A transfer that has run for this time must have moved the least bytes in the last of its seconds. A
     /// device that sends a byte now and then would otherwise hold the window for ever.
     static constexpr std::chrono::seconds window{30};
     static constexpr std::int64_t leastInWindow = 1024;

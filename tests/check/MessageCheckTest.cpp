@@ -140,9 +140,10 @@ TEST_F(MessageCheck, MissingBitmaps) {
 TEST_F(MessageCheck, UnreadableBitmaps) {
     EXPECT_FINDING("CLEAR\nIMG 0 0 RED BLACK broken.bmp", "2:19 unreadable-bitmap");
     EXPECT_CLEAN("CLEAR\nIMG 0 0 RED BLACK pump.bmp");
-    EXPECT_EQ(sentence("IMG 0 0 RED BLACK broken.bmp"),
-              "The display draws nothing here, because the bitmap \"broken.bmp\" is cut short: save it anew, "
-              "uncompressed and at most 1024 x 64 dots.");
+    EXPECT_EQ(
+        sentence("IMG 0 0 RED BLACK broken.bmp"),
+        "The display draws nothing here, because the bitmap \"broken.bmp\" is cut short: save it again, "
+        "uncompressed and at most 1024 x 64 dots.");
 }
 
 TEST_F(MessageCheck, ReservedLines) {

@@ -26,9 +26,9 @@ namespace {
 using namespace orvista;
 using namespace orvista::testing;
 
-/// So many things are done before a copy is due.
+/// How many things are done before a copy is due.
 constexpr int actionsPerCopy = 8;
-/// A kill comes within so many.
+/// How many within which a kill comes.
 constexpr int mostActions = 60;
 const char* const lastScript = "CLEAR\r\nACT STILL 1000\r\n";
 

@@ -98,7 +98,7 @@ def check_messages(page):
     explained = re.sub(r"\s+", " ", "".join(page.text))
     call = re.compile(
         r'(?:messages_?\.show\([^;"]*?|fail\(|SectionFailure\(|askYesNo\w*\(|saveModifiedProject\('
-        r'|range_error\(|showActivity\(|lblNote->setText\(|\bshowNotice_?\(|emit notice\(|\bsay\(|\btell\(\w+, |\.offer\(\{[^;"]*?|(?<!:):\s*tr\((?="[^"]*\.")|, path \+ )\s*(?:tr\()?"((?:[^"\\]|\\.)+)"', re.S)
+        r'|range_error\(|showActivity\(|lblNote->setText\(|\bshowNotice_?\(|emit notice\(|\.offer\(\{[^;"]*?|(?<!:):\s*tr\((?="[^"]*\.")|, path \+ )\s*(?:tr\()?"((?:[^"\\]|\\.)+)"', re.S)
     count = 0
     for folder in ROOMS:
         for path in sorted((SOURCE / folder).rglob("*")):
@@ -121,9 +121,9 @@ def check_menus(page):
                 for caption in entry.findall(path.read_text("utf-8"))}
     cells = {cell.strip() for cell in page.text}
     for caption in captions:
-        told = caption.replace("&", "").replace("\\u2026", "...").replace("\u2026", "...")
-        if told not in cells:
-            fail("main-window.html", f"has no entry {told!r}")
+        shown = caption.replace("&", "").replace("\\u2026", "...").replace("\u2026", "...")
+        if shown not in cells:
+            fail("main-window.html", f"has no entry {shown!r}")
     # Fewer means that the rows look different now and this check has to be told.
     if len(captions) < 30:
         fail("main-window.html", f"only {len(captions)} menu entries were found in the source")

@@ -132,7 +132,7 @@ void RecoveryTest::aCopyIsDueTwoSecondsAfterTheFirstChange() {
     QVERIFY(editor.delay()->isActive());
     QVERIFY(editor.delay()->isSingleShot());
     QCOMPARE(editor.delay()->interval(), 2000);
-    // A later change does not put it off: starting a timer anew gives it another id.
+    // A later change does not put it off: starting a timer again gives it another id.
     const int id = editor.delay()->timerId();
     editor.typeScript("R1", "a");
     QCOMPARE(editor.delay()->timerId(), id);

@@ -29,7 +29,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr int patience = 30'000;
+constexpr int timeout = 30'000;
 
 /// The dialog while it is open.
 class Dialog {
@@ -86,7 +86,7 @@ public:
         // What was typed is told when the box is gone.
         QTRY_COMPARE(table->model()->index(row, column).data().toString(), shown.isNull() ? text : shown);
     }
-    void waitForEnd() const { QTRY_VERIFY_WITH_TIMEOUT(!button("btnStop")->isEnabled(), patience); }
+    void waitForEnd() const { QTRY_VERIFY_WITH_TIMEOUT(!button("btnStop")->isEnabled(), timeout); }
     void startAndWait() const {
         click("btnStart");
         waitForEnd();
@@ -609,8 +609,8 @@ void SeveralDisplaysTest::whatWasDoneStaysDoneWhenOrvistaIsKilled() {
     editor.open([&](const Dialog& dialog) {
         dialog.paste(head + row("good", good) + row("silent", silent));
         dialog.click("btnStart");
-        QTRY_VERIFY_WITH_TIMEOUT(dialog.row(0).contains(QStringLiteral("|done|")), patience);
-        QTRY_VERIFY_WITH_TIMEOUT(dialog.row(1).contains(QStringLiteral("|2 of 6|")), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(dialog.row(0).contains(QStringLiteral("|done|")), timeout);
+        QTRY_VERIFY_WITH_TIMEOUT(dialog.row(1).contains(QStringLiteral("|2 of 6|")), timeout);
         dialog.window()->findChild<QProcess*>()->kill();
         dialog.waitForEnd();
         QCOMPARE(dialog.row(0), "good|" + address(good) + "|done|6 of 6|");
@@ -628,7 +628,7 @@ void SeveralDisplaysTest::stopNamesWhatIsHalfDone() {
         dialog.paste(head + row("silent", silent));
         dialog.click("btnStart");
         const QString waiting = "silent|" + address(silent) + "|sending stdmsg.ilm|2 of 6|";
-        QTRY_COMPARE_WITH_TIMEOUT(dialog.row(0), waiting, patience);
+        QTRY_COMPARE_WITH_TIMEOUT(dialog.row(0), waiting, timeout);
         dialog.click("btnStop");
         dialog.waitForEnd();
         QTRY_VERIFY(dialog.button("btnStart")->isEnabled());
@@ -646,7 +646,7 @@ void SeveralDisplaysTest::closingEndsTheTransfers() {
     editor.open([&](const Dialog& dialog) {
         dialog.paste(head + row("silent", silent));
         dialog.click("btnStart");
-        QTRY_VERIFY_WITH_TIMEOUT(dialog.row(0).contains(QStringLiteral("sending modbus.adr")), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(dialog.row(0).contains(QStringLiteral("sending modbus.adr")), timeout);
         QCOMPARE(transfers(), 2);
         QTest::keyClick(dialog.window(), Qt::Key_Escape);
     });
@@ -717,16 +717,16 @@ void SeveralDisplaysTest::worksByKeyboardAlone() {
             QTRY_VERIFY(dialog.find<QCheckBox>(box)->isChecked());
         }
         alt(Qt::Key_S);
-        QTRY_VERIFY_WITH_TIMEOUT(dialog.row(0).contains(QStringLiteral("|equal||")), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(dialog.row(0).contains(QStringLiteral("|equal||")), timeout);
         dialog.waitForEnd();
         server.put("stdmsg.ilm", "other");
         alt(Qt::Key_C);
-        QTRY_VERIFY_WITH_TIMEOUT(dialog.row(0).contains(QStringLiteral("|different||")), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(dialog.row(0).contains(QStringLiteral("|different||")), timeout);
         dialog.waitForEnd();
         alt(Qt::Key_V);
         QTRY_VERIFY(dialog.find<QCheckBox>("chkVerify")->isChecked());
         alt(Qt::Key_S);
-        QTRY_VERIFY_WITH_TIMEOUT(dialog.row(0).contains(QStringLiteral("|done|")), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(dialog.row(0).contains(QStringLiteral("|done|")), timeout);
         dialog.waitForEnd();
         QTest::keyClick(dialog.window(), Qt::Key_Escape);
         QVERIFY(!dialog.window()->isVisible());

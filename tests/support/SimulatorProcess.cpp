@@ -14,7 +14,7 @@ namespace orvista::testing {
 
 namespace {
 
-constexpr int patienceMilliseconds = 10'000;
+constexpr int timeoutMilliseconds = 10'000;
 
 /// The process ends with the test, should that crash. Elsewhere than on Linux whoever runs the tests ends
 /// what is left.
@@ -79,7 +79,7 @@ bool SimulatorProcess::waitForLine(const QString& pattern, QString* line) {
             ++waitedPast_;
             return true;
         }
-        const auto rest = static_cast<int>(patienceMilliseconds - clock.elapsed());
+        const auto rest = static_cast<int>(timeoutMilliseconds - clock.elapsed());
         if (rest <= 0 || !takeLines(rest))
             return false;
     }
@@ -87,7 +87,7 @@ bool SimulatorProcess::waitForLine(const QString& pattern, QString* line) {
 
 int SimulatorProcess::terminate() {
     process_.terminate();
-    if (!process_.waitForFinished(patienceMilliseconds) || process_.exitStatus() != QProcess::NormalExit)
+    if (!process_.waitForFinished(timeoutMilliseconds) || process_.exitStatus() != QProcess::NormalExit)
         return -1;
     takeLines(0);
     return process_.exitCode();
@@ -99,7 +99,7 @@ QString outputOf(const QString& program, const QStringList& arguments) {
     QEventLoop loop;
     QObject::connect(&process, &QProcess::finished, &loop, &QEventLoop::quit);
     QObject::connect(&process, &QProcess::errorOccurred, &loop, &QEventLoop::quit);
-    QTimer::singleShot(3 * patienceMilliseconds, &loop, &QEventLoop::quit);
+    QTimer::singleShot(3 * timeoutMilliseconds, &loop, &QEventLoop::quit);
     process.start(program, arguments);
     loop.exec();
     const QString output = QString::fromUtf8(process.readAllStandardOutput());

@@ -1,5 +1,5 @@
 ; un.HaveSameFiles: takes two project folders without subfolders, pushed first to last, and leaves "same" when they hold the
-; same names with the same bytes, else "". The five device files do not count: opening a project writes them anew from the
+; same names with the same bytes, else "". The five device files do not count: opening a project writes them again from the
 ; project file. Changes $0 to $5.
 Function un.HaveSameFiles
   Pop $1
