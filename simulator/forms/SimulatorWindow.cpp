@@ -20,6 +20,8 @@
 #include <QStyle>
 #include <QVBoxLayout>
 
+#include <vector>
+
 namespace orvista {
 
 namespace {
@@ -33,6 +35,27 @@ QWidget* titled(const QString& title, QWidget* content) {
     layout->addWidget(label);
     layout->addWidget(content);
     return box;
+}
+
+struct FreePart {
+    QRect part;
+    Qt::Alignment alignment; ///< of a window in it that is to be near the other
+};
+
+/// What another window leaves of the room of a screen, the best part first. Its edges may lie beyond the
+/// screen's.
+std::vector<FreePart> freeParts(const QRect& room, const QRect& other) {
+    std::vector<FreePart> parts{
+        {{other.topRight() + QPoint(1, 0), room.bottomRight()}, Qt::AlignLeft | Qt::AlignTop},
+        {{QPoint(room.left(), other.top()), QPoint(other.left() - 1, room.bottom())},
+         Qt::AlignRight | Qt::AlignTop},
+        {{other.bottomLeft() + QPoint(0, 1), room.bottomRight()}, Qt::AlignLeft | Qt::AlignTop},
+        {{QPoint(other.left(), room.top()), QPoint(room.right(), other.top() - 1)},
+         Qt::AlignLeft | Qt::AlignBottom}};
+    std::erase_if(parts, [](const FreePart& free) { return !free.part.isValid(); });
+    for (FreePart& free : parts)
+        free.part &= room;
+    return parts;
 }
 
 } // namespace
@@ -101,13 +124,17 @@ QWidget* SimulatorWindow::makePanel() {
 
 void SimulatorWindow::standBeside(const QRect& other) {
     const QScreen* const shared = QGuiApplication::screenAt(other.center());
-    const QRect room = (shared ? shared : screen())->availableGeometry();
+    if (!shared)
+        return;
     const QSize own = size();
-    for (const QPoint place :
-         {QPoint(other.right() + 1, other.top()), QPoint(other.left() - own.width(), other.top()),
-          QPoint(other.left(), other.bottom() + 1), QPoint(other.left(), other.top() - own.height())})
-        if (room.contains(QRect(place, own)))
-            return move(place);
+    const std::vector<FreePart> parts = freeParts(shared->availableGeometry(), other);
+    // Rather narrow than in front of what the user is to do there.
+    for (const QSize least : {own, minimumSizeHint().boundedTo(own)})
+        for (const auto& [part, alignment] : parts)
+            if (least.boundedTo(part.size()) == least) {
+                resize(own.boundedTo(part.size()));
+                return move(QStyle::alignedRect(Qt::LeftToRight, alignment, size(), part).topLeft());
+            }
 }
 
 QWidget* SimulatorWindow::makePortNotice() {

@@ -19,7 +19,8 @@ public:
     bool saveLog(const QString& file, QString& error) const;
 
     QSize sizeHint() const override;
-    /// Takes a place beside that window where the screen has room for both; else the system gives it one.
+    /// Takes a place beside that window, and is smaller for it, where the screen has room for both; else the
+    /// system gives it one.
     void standBeside(const QRect& other);
 
 private:

@@ -82,6 +82,27 @@ private slots:
         QCOMPARE(placeBeside(room.translated(10'000, 0)), room.center());
     }
 
+    void isSmallerBesideAnotherWindowThatLeavesLessRoom() {
+        window_->resize(1, 1);
+        const QSize least = window_->size();
+        const QRect room = window_->screen()->availableGeometry();
+        const QSize usual = least + QSize(100, 100);
+        QVERIFY(room.width() > usual.width() && room.height() > usual.height());
+        const auto besideOneThatLeaves = [&](int width) {
+            window_->resize(usual);
+            window_->move(room.topLeft());
+            window_->standBeside({room.topLeft(), room.size() - QSize(width, 20)});
+            return QRect(window_->pos(), window_->size());
+        };
+        const int narrow = least.width() + 40;
+        QCOMPARE(besideOneThatLeaves(narrow),
+                 QRect(room.left() + room.width() - narrow, room.top(), narrow, usual.height()));
+        QCOMPARE(besideOneThatLeaves(least.width() - 1), QRect(room.topLeft(), usual));
+        // The frame of a window at the edge may lie beyond it.
+        window_->standBeside({room.topLeft() - QPoint(8, 8), room.size() - QSize(usual.width() - 8, 20)});
+        QCOMPARE(window_->pos(), QPoint(room.left() + room.width() - usual.width(), room.top()));
+    }
+
     void drawsEveryLightInItsColour() {
         LedRaster raster({4});
         raster.set(0, 0, Led::Red);
