@@ -248,7 +248,8 @@ private:
             [] { return std::make_unique<frmRestore>(std::vector<frmRestore::Row>(), removeNothing); });
         add("import", okCancel, [this] {
             const Change change = changed("STDMSG1", "script", "CLEAR", "CLEAR\r\nACT STILL 1");
-            SheetImport sheet{.changes = {change}};
+            SheetImport sheet;
+            sheet.changes = {change};
             sheet.notes.add(2, {}, "var1 is empty: CoilVar1 is taken");
             return std::make_unique<frmSheetImport>("messages.csv", sheet, project_, setting());
         });
@@ -257,8 +258,9 @@ private:
             errors.add(2, "script", "is wrong");
             return std::make_unique<frmSheetErrors>("messages.csv", errors);
         });
-        add("names", okCancel + QStringList{"btnMasterList"},
-            [this] { return std::make_unique<frmNames>(frmNames::Work{.project = project_}); });
+        add("names", okCancel + QStringList{"btnMasterList"}, [this] {
+            return std::make_unique<frmNames>(frmNames::Work{project_, {}, {}, {}, {}, {}});
+        });
         add("address list", okCancel, [] { return std::make_unique<frmAddressList>(); });
         addDisplayDialogs();
     }
