@@ -151,7 +151,7 @@ std::string remarkText(const FileRemark& remark) {
                "the lines of <, = and >.";
     case Met::NotText:
         return "This line" + andMore(remark) + (remark.count > 1 ? " hold" : " holds") +
-               " a NUL byte, which is no text: take the file from a copy.";
+               " a NUL byte, which is not text: take the file from a copy.";
     case Met::CutOff:
         return "The file ends inside " + sectionHeader(remark) + ": " + briefly(remark) +
                ". Take it from a copy, or the section from a device file (orvista mend).";

@@ -248,7 +248,7 @@ constexpr std::array table = {
          "In the project's files a message stands between DEFMSG and ENDMSG, and a line such as [STDMSG.ILM] "
          "begins a section. A line of a script that begins like one of these is taken for it when the "
          "project is opened again: messages are cut, are lost or get other numbers. To the display such a "
-         "line is no command. Change it or delete it.",
+         "line is not a command. Change it or delete it.",
          R"(STDMSG1:
   CLEAR
   ENDMSG

@@ -122,7 +122,7 @@ ExitStatus compareAgainst(const DownloadOptions& options) {
     if (options.fleet.list.empty() || options.hasOutput || options.dated)
         throw CommandFailure(ExitStatus::Unusable, "--against takes --list, and writes nothing");
     if (listOfMaster(options.against).empty())
-        throw CommandFailure(ExitStatus::Unusable, options.against + " is no master");
+        throw CommandFailure(ExitStatus::Unusable, options.against + " is not a master");
     return compareList(options.fleet, options.against, false);
 }
 

@@ -117,7 +117,8 @@ void GivenProject::expectNoHiddenMaster() const {
 
 const Master& GivenProject::expectMaster() const {
     if (!master_)
-        throw CommandFailure(ExitStatus::Unusable, path_ + " is no master: \"orvista master\" makes it one");
+        throw CommandFailure(ExitStatus::Unusable,
+                             path_ + " is not a master: \"orvista master\" makes it one");
     return *master_;
 }
 

@@ -42,7 +42,7 @@ std::vector<FleetDisplay> masterRows(const std::string& project, const std::vect
         return {};
     if (list.empty())
         throw CommandFailure(ExitStatus::Unusable, (project.empty() ? "the project" : project) +
-                                                       " is no master: --display takes one");
+                                                       " is not a master: --display takes one");
     if (names.empty() && addresses.empty())
         throw CommandFailure(ExitStatus::Unusable,
                              project +

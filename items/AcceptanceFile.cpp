@@ -28,7 +28,7 @@ const std::string& acceptanceText(const JsonValue& object, std::string_view key)
     const JsonValue* const value = object.member(key);
     const std::string* const text = value ? value->text() : nullptr;
     if (text == nullptr)
-        throw BadAcceptance(quotation(key) + " is no text");
+        throw BadAcceptance(quotation(key) + " is not a text");
     if (const std::string fault = lineFault(*text, longestRemark); !fault.empty())
         throw BadAcceptance(quotation(key) + " " + fault);
     return *text;
@@ -37,7 +37,7 @@ const std::string& acceptanceText(const JsonValue& object, std::string_view key)
 const std::string& acceptanceTime(const JsonValue& object) {
     const std::string& time = acceptanceText(object, "time");
     if (!utcMoment(time))
-        throw BadAcceptance(quotation(time) + " is no time such as 2026-11-22T03:15:00Z");
+        throw BadAcceptance(quotation(time) + " is not a time such as 2026-11-22T03:15:00Z");
     return time;
 }
 
@@ -45,13 +45,13 @@ SeenResult seenResult(const std::string& text) {
     for (const SeenResult result : {SeenResult::AsShown, SeenResult::Wrong, SeenResult::Skipped})
         if (seenResultText(result) == text)
             return result;
-    throw BadAcceptance(quotation(text) + " is no result");
+    throw BadAcceptance(quotation(text) + " is not a result");
 }
 
 SeenMessage seenMessage(const JsonMember& entry) {
     const auto message = messageNamed(entry.key);
     if (!message)
-        throw BadAcceptance(quotation(entry.key) + " is no message");
+        throw BadAcceptance(quotation(entry.key) + " is not a message");
     const JsonValue& value = entry.value;
     return {*message, seenResult(acceptanceText(value, "result")),
             value.member("remark") ? acceptanceText(value, "remark") : std::string(), acceptanceTime(value)};
@@ -75,7 +75,7 @@ Acceptance acceptanceOf(const JsonValue& document) {
                           {}};
     const JsonValue* const messages = document.member("messages");
     if (messages == nullptr || messages->object() == nullptr)
-        throw BadAcceptance("its \"messages\" are no object");
+        throw BadAcceptance("its \"messages\" are not an object");
     for (const JsonMember& entry : *messages->object()) {
         SeenMessage seen = seenMessage(entry);
         if (acceptance.of(seen.message) != nullptr)

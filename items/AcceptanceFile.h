@@ -25,7 +25,8 @@ inline constexpr std::size_t mostAcceptanceBytes = std::size_t{1} << 20;
 
 struct AcceptanceReading {
     std::optional<Acceptance> acceptance;
-    std::string fault; ///< why nothing was taken, to follow "it": "\"name\" is no text"; empty where it was
+    std::string
+        fault; ///< why nothing was taken, to follow "it": "\"name\" is not a text"; empty where it was
 };
 
 AcceptanceReading readAcceptance(std::string_view bytes);

@@ -61,7 +61,7 @@ JudgedValue judged(const std::string& name, const ListedValues& values) {
     if (utf8 == nullptr) {
         const bool isOwn = std::ranges::find(ownColumns, name) != ownColumns.end();
         return {{},
-                ValueFault{PlaceFault::Unknown, isOwn ? "the list's column '" + name + "' is no value"
+                ValueFault{PlaceFault::Unknown, isOwn ? "the list's column '" + name + "' is not a value"
                                                       : "the list has no column '" + name + "'"}};
     }
     auto bytes = windows1252FromUtf8(*utf8);

@@ -63,13 +63,13 @@ public:
 private:
     std::string formFault() const {
         if (!document_.object())
-            return "it is no JSON object";
+            return "it is not a JSON object";
         const JsonValue* const version = document_.member("version");
         if (version == nullptr || version->number() != notesVersion)
             return "its \"version\" is not " + decimalText(notesVersion);
         for (const std::string_view part : {"display", "items"})
             if (const JsonValue* const value = document_.member(part); value && !value->object())
-                return "its " + quotation(part) + " is no object";
+                return "its " + quotation(part) + " is not an object";
         return {};
     }
 
@@ -82,13 +82,13 @@ private:
         if (const auto width = columns->whole(fewestNotedColumns, mostNotedColumns))
             reading_.notes.columns = static_cast<int>(*width);
         else
-            noteBad(reading_, "the display's columns are no whole number from " +
+            noteBad(reading_, "the display's columns are not a whole number from " +
                                   decimalText(fewestNotedColumns) + " to " + decimalText(mostNotedColumns));
     }
 
     void readDisplayName(const JsonValue& name) {
         if (!name.text())
-            return noteBad(reading_, "the display's name is no text");
+            return noteBad(reading_, "the display's name is not a text");
         const std::string& text = *name.text();
         if (characterCount(text) > longestDisplayName)
             reading_.fault =
@@ -114,9 +114,9 @@ private:
         for (const auto& [key, value] : *items.object()) {
             const auto item = itemNamed(key);
             if (!item || item->kind == Kind::AddressMap)
-                noteBad(reading_, quotation(key) + " is no variable or message");
+                noteBad(reading_, quotation(key) + " is not a variable or message");
             else if (!value.object())
-                noteBad(reading_, key + " is no object");
+                noteBad(reading_, key + " is not an object");
             else
                 readItem(*item, value);
         }
@@ -137,7 +137,7 @@ private:
     void readText(Item item, const NoteField& field, const JsonValue& value, ItemNote& note) {
         const auto where = [&] { return nameOf(item) + ", " + std::string(field.name) + ": "; };
         if (!value.text())
-            return noteBad(reading_, where() + "it is no text");
+            return noteBad(reading_, where() + "it is not a text");
         const std::string& text = *value.text();
         if (text.size() > field.longest && characterCount(text) > field.longest) {
             reading_.fault =

@@ -298,7 +298,7 @@ JsonReading readJson(std::string_view bytes) {
         reading.value = parser.document();
         reading.doubledKeys = parser.takeDoubledKeys();
     } catch (const JsonMistake& mistake) {
-        reading.fault = placeText(bytes, mistake.position) + " is no JSON";
+        reading.fault = placeText(bytes, mistake.position) + " is not JSON";
     } catch (const TooDeep&) {
         reading.fault = "it is nested deeper than " + decimalText(deepestJson);
     }

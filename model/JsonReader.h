@@ -15,7 +15,7 @@ inline constexpr std::size_t deepestJson = 16;
 
 struct JsonReading {
     JsonValue value;   ///< null where there is a fault
-    std::string fault; ///< "line 3, column 8 is no JSON", a column a byte; empty where it is JSON
+    std::string fault; ///< "line 3, column 8 is not JSON", a column a byte; empty where it is JSON
     /// "\"unit\" stands there twice in \"RegVar1\""; the member stands where its first one stood, with the
     /// last one's value.
     std::vector<std::string> doubledKeys;

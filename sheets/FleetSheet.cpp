@@ -30,7 +30,7 @@ std::shared_ptr<const ListedValues::Names> valueNames(const SheetReader& sheet, 
         if (isPlaceName(head))
             continue;
         errors.add(1, {},
-                   quotation(head) + " is no name of values: a name is a letter, then letters, digits " +
+                   quotation(head) + " is not a name of values: a name is a letter, then letters, digits " +
                        "and _");
         areNames = false;
     }

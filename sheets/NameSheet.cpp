@@ -40,7 +40,7 @@ private:
         const std::string name(trimBlanksAndTabs(sheet_.cell(itemColumn)));
         const auto item = itemWritten(name);
         if (!item || item->kind == Kind::AddressMap)
-            return sheet_.fail(itemColumn, quotation(name) + " is no variable or message");
+            return sheet_.fail(itemColumn, quotation(name) + " is not a variable or message");
         if (const auto row = rowOfItem(*item))
             return sheet_.fail(itemColumn, name + " stands in row " + decimalText(*row) + " already");
         rows_.emplace(sheet_.row(), *item);

@@ -103,7 +103,7 @@ TemplatePart TemplateParser::partOf(const Tag& tag, bool inRow, std::size_t dept
     const bool isKnown = isRows || values_.texts.contains(tag.name) || (inRow && isRowName(tag.name));
     if (!isKnown)
         failTemplate(tag.line, quotation(tag.name) + (isRowName(tag.name) ? " stands in a list's rows only"
-                                                                          : " is no name known here"));
+                                                                          : " is not a name known here"));
     if (tag.sign == ' ') {
         if (isRows)
             failTemplate(tag.line, quotation(tag.name) + " is a list: {{#" + tag.name + "}}");

@@ -245,7 +245,7 @@ class Addresses(ProgramTest):
         self.assertEqual((text.count("    sensors:\n"), text.count("    switches:\n")), (1, 1))
         (self.folder / "bad").write_text("\n{{nonsense}}")
         self.assertEqual(self.complaint(2, "addresses", PROJECT, "--template", "bad", "-o", "a.txt"),
-                         'orvista: bad: line 2: "nonsense" is no name known here')
+                         'orvista: bad: line 2: "nonsense" is not a name known here')
         self.assertEqual(self.complaint(2, "addresses", PROJECT, "--template", "none"), "orvista: none: No such file or directory")
         self.assertIn("is read by this command", self.complaint(2, "addresses", PROJECT, "--template", "bad", "-o", "bad"))
         self.assertFalse((self.folder / "a.txt").exists())
@@ -699,7 +699,7 @@ class Show(ProgramTest):
     def test_values_that_are_none(self):
         self.picture(self.fields)
         (self.folder / "out.png").unlink()
-        for text, why in (('{"values": [\n  {"name": "RegVar1",\n   "value": 1,}]}', ": line 3, column 15 is no JSON"),
+        for text, why in (('{"values": [\n  {"name": "RegVar1",\n   "value": 1,}]}', ": line 3, column 15 is not JSON"),
                           ("[" * 17, ": it is nested deeper than 16"),
                           ('{"values": [{"name": "RegVar1", "value": 1, "value": 2}]}', ': "value" stands there twice'),
                           ("[1]", ""), ('{"values": [{"name": 1}]}', ""),

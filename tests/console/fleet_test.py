@@ -285,7 +285,7 @@ class Lists(FleetTest):
         out, error = self.outcome(2, "upload", "--list", self.write_list(["a,127.0.0.2,,"]))
         self.assertIn("row 2, project: there is no project for this display", error)
         for text, told in (("", "is empty"), ("name,address\n", "has no displays"), ("name\na\n", "address: missing column"),
-                           ("name,address,no name\n", "\"no name\" is no name of values")):
+                           ("name,address,no name\n", "\"no name\" is not a name of values")):
             (self.folder / "list.csv").write_text(text)
             self.assertIn(told, self.outcome(2, "upload", "plant/LINE3.orx", "--list", "list.csv")[1])
         self.assertFalse((self.folder / "backup").exists())

@@ -58,7 +58,7 @@ class Master(MastersTest):
         (self.folder / "bad.csv").write_text("name,address,line no\na,10.0.0.1,\n")
         result = self.run_program("master", "plant/PLANT.orx", "--list", "bad.csv")
         self.assertEqual(result.returncode, 2)
-        self.assertIn(b'bad.csv: row 1: "line no" is no name of values', result.stderr)
+        self.assertIn(b'bad.csv: row 1: "line no" is not a name of values', result.stderr)
         self.assertEqual(self.complaint(2, "master", "plant/PLANT.orx"), "orvista: master takes either --list or --off")
         self.assertFalse((self.folder / "plant" / "PLANT.notes.json").exists())
 
@@ -211,7 +211,7 @@ class Transfers(MastersTest):
         self.assertEqual([one["result"] for one in results.values()], ["done", "done", "refused"])
         self.assertEqual(results["Line 2"]["reason"], "1 error: plant/PLANT.orx (Line 2):STDMSG3:2:21: error: 'much too wide' is "
                          "13 wide, its place 8 [place-width]")
-        # In a project that is no master braces mean nothing.
+        # In a project that is not a master braces mean nothing.
         self.assertEqual(displays[1].files(), self.held(b"{tank:8}|{LINE:3>}|{{"))
         self.assertEqual({name: displays[0].files()[name] for name in DEVICE_FILES}, self.held(b"T0      |  0|{"))
         self.assertEqual(displays[2].files(), {})
@@ -226,7 +226,7 @@ class Transfers(MastersTest):
                 (["--display", "a,b", "--to", "127.0.0.1:1"], "--to and --display together take one of each")):
             self.assertEqual(self.complaint(2, "upload", "plant/PLANT.orx", *arguments), "orvista: " + complaint)
         self.assertEqual(self.complaint(2, "upload", "PUMPSTATION.orx", "--display", "a"),
-                         "orvista: PUMPSTATION.orx is no master: --display takes one")
+                         "orvista: PUMPSTATION.orx is not a master: --display takes one")
         # A port may be left out where one display is there.
         result = self.run_program("upload", "plant/PLANT.orx", "--to", "127.0.0.2")
         self.assertEqual((result.returncode, result.stdout.startswith(b"c: failed: ")), (1, True), result)

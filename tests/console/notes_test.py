@@ -50,11 +50,11 @@ class Names(NotesTest):
         self.assertEqual(result.stderr.decode().splitlines(), [
             'orvista: standard input: row 2, label: "tankfull" is the label of STDMSG3 already',
             'orvista: standard input: row 3, label: "REAL" is a word that IEC 61131-3 keeps for itself',
-            'orvista: standard input: row 4, name: "X" is no variable or message'])
+            'orvista: standard input: row 4, name: "X" is not a variable or message'])
         self.assertEqual(self.files(), before)
 
     def test_what_is_no_notes_is_not_touched(self):
-        for notes, fault in (("x", "line 1, column 1 is no JSON"), ('{"version": 2}', 'its "version" is not 1')):
+        for notes, fault in (("x", "line 1, column 1 is not JSON"), ('{"version": 2}', 'its "version" is not 1')):
             self.note(notes)
             for arguments in (("export", PROJECT), ("import", PROJECT, "-")):
                 self.assertEqual(self.complaint(2, "names", *arguments, given=b"name\n"),
@@ -119,7 +119,7 @@ class Reading(NotesTest):
                                                  "letters A to Z, digits and _\n")
         self.assertIn(b",B,,\r\n", result.stdout)
         self.note("[]")
-        self.assertEqual(self.complaint(0, "addresses", PROJECT), f"orvista: {NOTES} is not taken: it is no JSON object")
+        self.assertEqual(self.complaint(0, "addresses", PROJECT), f"orvista: {NOTES} is not taken: it is not a JSON object")
 
     def test_copies_of_a_project_bring_them_along(self):
         (self.folder / "variables.csv").write_text("name,default\nRegVar1,2\n")

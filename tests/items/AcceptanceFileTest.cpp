@@ -90,17 +90,17 @@ TEST(AcceptanceFile, OfOthersIsReadWithTheirKeys) {
 TEST(AcceptanceFile, SaysWhyItIsNotTaken) {
     EXPECT_EQ(faultOf("\"version\": 1", "\"version\": 2"), "its \"version\" is not 1");
     EXPECT_EQ(faultOf("  \"version\": 1,\n", ""), "its \"version\" is not 1");
-    EXPECT_EQ(faultOf("\"0123456789ab\"", "12"), "\"fingerprint\" is no text");
+    EXPECT_EQ(faultOf("\"0123456789ab\"", "12"), "\"fingerprint\" is not a text");
     EXPECT_EQ(faultOf("J. ", "J.\\t"), "\"name\" holds a tab, a line end or another control character");
     EXPECT_EQ(faultOf("the arrow", std::string(1000, 'a')), "\"remark\" is longer than 1000 characters");
     EXPECT_EQ(faultOf("2026-11-22T03:15:00Z", "yesterday"),
-              "\"yesterday\" is no time such as 2026-11-22T03:15:00Z");
-    EXPECT_EQ(faultOf("\"wrong\"", "\"right\""), "\"right\" is no result");
-    EXPECT_EQ(faultOf("STDMSG3", "STDMSG41"), "\"STDMSG41\" is no message");
-    EXPECT_EQ(faultOf("STDMSG3", "RegVar3"), "\"RegVar3\" is no message");
+              "\"yesterday\" is not a time such as 2026-11-22T03:15:00Z");
+    EXPECT_EQ(faultOf("\"wrong\"", "\"right\""), "\"right\" is not a result");
+    EXPECT_EQ(faultOf("STDMSG3", "STDMSG41"), "\"STDMSG41\" is not a message");
+    EXPECT_EQ(faultOf("STDMSG3", "RegVar3"), "\"RegVar3\" is not a message");
     EXPECT_EQ(faultOf("STDMSG3", "stdmsg1"), "STDMSG1 stands there twice");
     EXPECT_EQ(faultOf("STDMSG3", "STDMSG1"), "\"STDMSG1\" stands there twice in \"messages\"");
-    EXPECT_THAT(faultOf("{\n  \"version\"", "\n  \"version\""), HasSubstr("is no JSON"));
+    EXPECT_THAT(faultOf("{\n  \"version\"", "\n  \"version\""), HasSubstr("is not JSON"));
     EXPECT_EQ(readAcceptance(std::string(mostAcceptanceBytes + 1, ' ')).fault, "it is longer than 1 MB");
     EXPECT_EQ(readAcceptance("[]").fault, "its \"version\" is not 1");
 }

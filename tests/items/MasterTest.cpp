@@ -100,7 +100,7 @@ TEST(Master, TellsOfAllErrorsByTheirPlaces) {
                             "STDMSG3:2:30+8 the value of 'none' is empty"));
     EXPECT_THAT(errorsOf("{Lime:8}{port:8}", display),
                 ElementsAre("STDMSG3:2:21+8 the list has no column 'lime'",
-                            "STDMSG3:2:29+8 the list's column 'port' is no value"));
+                            "STDMSG3:2:29+8 the list's column 'port' is not a value"));
     EXPECT_THAT(errorsOf("{greek:8}{quote:8}{end:8}{tab:8}", display),
                 ElementsAre("STDMSG3:2:21+9 '\u0393' is not a character of the display",
                             "STDMSG3:2:30+9 'a\"b' holds a quote", "STDMSG3:2:39+7 'a b' holds a line end",

@@ -97,7 +97,7 @@ TEST_F(NotesFile, StaysAsItIsWhereTheChangeCannotBe) {
     EXPECT_EQ(bytes("A.notes.json"), others);
     write("A.notes.json", "no notes");
     EXPECT_EQ(failure({}, after),
-              path("A.notes.json") + " is not taken: line 1, column 2 is no JSON; mend or remove it first");
+              path("A.notes.json") + " is not taken: line 1, column 2 is not JSON; mend or remove it first");
     EXPECT_EQ(bytes("A.notes.json"), "no notes");
 }
 

@@ -72,15 +72,15 @@ TEST(NotesJson, BecomeThoseOfAMasterAndOfNoneAgain) {
 }
 
 TEST(NotesJson, NothingIsTakenOfWhatIsNoNotes) {
-    EXPECT_EQ(notesFaultOf(""), "line 1, column 1 is no JSON");
-    EXPECT_EQ(notesFaultOf("{\"version\": 1,\n  x}"), "line 2, column 3 is no JSON");
-    EXPECT_EQ(notesFaultOf("{\"version\": 1} {}"), "line 1, column 16 is no JSON");
-    EXPECT_EQ(notesFaultOf("{\"version\": 1, \"a\": \"\xFF\"}"), "line 1, column 22 is no JSON");
-    EXPECT_EQ(notesFaultOf("[]"), "it is no JSON object");
+    EXPECT_EQ(notesFaultOf(""), "line 1, column 1 is not JSON");
+    EXPECT_EQ(notesFaultOf("{\"version\": 1,\n  x}"), "line 2, column 3 is not JSON");
+    EXPECT_EQ(notesFaultOf("{\"version\": 1} {}"), "line 1, column 16 is not JSON");
+    EXPECT_EQ(notesFaultOf("{\"version\": 1, \"a\": \"\xFF\"}"), "line 1, column 22 is not JSON");
+    EXPECT_EQ(notesFaultOf("[]"), "it is not a JSON object");
     EXPECT_EQ(notesFaultOf("{}"), "its \"version\" is not 1");
     EXPECT_EQ(notesFaultOf(R"({"version": 2})"), "its \"version\" is not 1");
     EXPECT_EQ(notesFaultOf(R"({"version": "1"})"), "its \"version\" is not 1");
-    EXPECT_EQ(notesFaultOf(R"({"version": 1, "items": []})"), "its \"items\" is no object");
+    EXPECT_EQ(notesFaultOf(R"({"version": 1, "items": []})"), "its \"items\" is not an object");
 }
 
 TEST(NotesJson, NothingIsTakenBeyondALimit) {
@@ -116,10 +116,10 @@ TEST(NotesJson, NamesBadEntriesAndTakesTheOthers) {
         "ALTMSG1": {"comment": "two\nlines"})");
     EXPECT_THAT(
         badEntriesOf(bytes),
-        ElementsAre("\"RegVar99\" is no variable or message",
+        ElementsAre("\"RegVar99\" is not a variable or message",
                     "RegVar1, label: \"two words\" holds something else than letters A to Z, digits and _",
-                    "STDMSG1, label: \"LEVEL\" is the label of RegVar2 already", "CoilVar1 is no object",
-                    "CoilVar2, unit: it is no text",
+                    "STDMSG1, label: \"LEVEL\" is the label of RegVar2 already", "CoilVar1 is not an object",
+                    "CoilVar2, unit: it is not a text",
                     "ALTMSG1, comment: \"two lines\" holds a tab, a line end or another control character"));
     const ProjectNotes notes = readNotes(bytes).notes;
     EXPECT_EQ(notes.items().size(), 2U);
@@ -130,7 +130,7 @@ TEST(NotesJson, NamesBadEntriesAndTakesTheOthers) {
 TEST(NotesJson, NamesColumnsThatNoDisplayHas) {
     for (const char* const columns : {"31", "513", "96.5", "\"96\"", "1e99", "-1"})
         EXPECT_THAT(badEntriesOf(R"({"version":1,"display":{"columns":)" + std::string(columns) + "}}"),
-                    ElementsAre("the display's columns are no whole number from 32 to 512"));
+                    ElementsAre("the display's columns are not a whole number from 32 to 512"));
     EXPECT_EQ(notesOf(R"({"version":1,"display":{"columns":512}})").columns, 512);
 }
 

@@ -170,7 +170,7 @@ void NamesTest::openingSetsTheNotedColumnsAndElseTheUsualOnes() {
 void NamesTest::whatIsNotTakenIsSaidInALine() {
     Plant plant("no notes");
     QCOMPARE(plant.line("lblNotesNotTaken"),
-             QStringLiteral("Line3.notes.json is not taken: line 1, column 2 is no JSON"));
+             QStringLiteral("Line3.notes.json is not taken: line 1, column 2 is not JSON"));
     QCOMPARE(plant.columns(), 128);
     plant.names([](QWidget& dialog) {
         QVERIFY(!in<QPushButton>(dialog, "btnOK").isEnabled());
@@ -185,7 +185,7 @@ void NamesTest::whatIsNotTakenIsSaidInALine() {
 void NamesTest::oneBadEntryIsNamedAndTheOthersCounted() {
     const Plant plant(R"({"version":1,"items":{"Pump":{},"Valve":{},"RegVar2":{"label":"Level"}}})");
     QCOMPARE(plant.line("lblNotesNotTaken"),
-             QStringLiteral("Line3.notes.json: \"Pump\" is no variable or message; and 1 more"));
+             QStringLiteral("Line3.notes.json: \"Pump\" is not a variable or message; and 1 more"));
     QCOMPARE(plant.window->notes().notes().of(named("RegVar2")).label, std::string("Level"));
 }
 
@@ -426,7 +426,7 @@ void NamesTest::whatCannotBeWrittenIsSaidAndTheDialogStays() {
         typeInto(dialog, 0, Unit, QStringLiteral("bar"));
         press(dialog, "btnOK");
         QVERIFY(dialog.isVisible());
-        QVERIFY(in<QLabel>(dialog, "lblNames").text().endsWith("is no JSON; mend or remove it first"));
+        QVERIFY(in<QLabel>(dialog, "lblNames").text().endsWith("is not JSON; mend or remove it first"));
         press(dialog, "btnCancel");
     });
     QCOMPARE(fileBytes(plant.notesFile()), std::string("no notes"));

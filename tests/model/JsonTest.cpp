@@ -130,18 +130,18 @@ TEST(Json, IsStrict) {
                                     "\xEF\xBB\xBF",
                                     "\xC2\xA0"
                                     "1"})
-        EXPECT_THAT(jsonFaultOf(bytes), ::testing::EndsWith(" is no JSON")) << bytes;
+        EXPECT_THAT(jsonFaultOf(bytes), ::testing::EndsWith(" is not JSON")) << bytes;
     EXPECT_NE(jsonFaultOf(std::string_view("1\0", 2)), "");
     EXPECT_NE(jsonFaultOf(std::string_view("\"a\0\"", 4)), "");
     EXPECT_NE(jsonFaultOf(std::string_view("\0", 1)), "");
 }
 
 TEST(Json, MistakesHaveAPlace) {
-    EXPECT_EQ(jsonFaultOf(""), "line 1, column 1 is no JSON");
-    EXPECT_EQ(jsonFaultOf("{\n  \"a\": tru}"), "line 2, column 11 is no JSON");
-    EXPECT_EQ(jsonFaultOf("[1,\n"), "line 2, column 1 is no JSON");
-    EXPECT_EQ(jsonFaultOf("[1] ]"), "line 1, column 5 is no JSON");
-    EXPECT_EQ(jsonFaultOf("\"\\ud800x\""), "line 1, column 8 is no JSON");
+    EXPECT_EQ(jsonFaultOf(""), "line 1, column 1 is not JSON");
+    EXPECT_EQ(jsonFaultOf("{\n  \"a\": tru}"), "line 2, column 11 is not JSON");
+    EXPECT_EQ(jsonFaultOf("[1,\n"), "line 2, column 1 is not JSON");
+    EXPECT_EQ(jsonFaultOf("[1] ]"), "line 1, column 5 is not JSON");
+    EXPECT_EQ(jsonFaultOf("\"\\ud800x\""), "line 1, column 8 is not JSON");
 }
 
 TEST(Json, IsNotNestedDeep) {

@@ -133,7 +133,7 @@ TEST(FleetSheet, TakesFurtherColumnsForValues) {
 }
 
 TEST(FleetSheet, RefusesFurtherHeadsThatAreNoNames) {
-    const std::string noName = " is no name of values: a name is a letter, then letters, digits and _";
+    const std::string noName = " is not a name of values: a name is a letter, then letters, digits and _";
     EXPECT_THAT(fleetErrors("name,address,line no,1st,_x,\u00E4,a-b,\na,10.0.0.1,,,,,,\n"),
                 ElementsAre("row 1: \"line no\"" + noName, "row 1: \"1st\"" + noName,
                             "row 1: \"_x\"" + noName, "row 1: \"\u00E4\"" + noName,

@@ -62,13 +62,13 @@ TEST(NameSheet, TellsAllErrorsAtOnceByRowAndColumn) {
     EXPECT_THAT(
         nameErrors("name,label,unit,comment\nRegVar65,A,,\nRegVar2,two words,12345678901234567,\n"
                    "RegVar3,TANKFULL,,\nRegVar4,B,,\nRegVar5,b,,\nRegVar5,C,,\naddress map,D,,\n"),
-        ElementsAre("row 2, name: \"RegVar65\" is no variable or message",
+        ElementsAre("row 2, name: \"RegVar65\" is not a variable or message",
                     "row 3, label: \"two words\" holds something else than letters A to Z, digits and _",
                     "row 3, unit: \"12345678901234567\" is longer than 16 characters",
                     "row 4, label: \"TANKFULL\" is the label of STDMSG2 already",
                     "row 6, label: \"b\" is the label of RegVar4 already",
                     "row 7, name: RegVar5 stands in row 6 already",
-                    "row 8, name: \"address map\" is no variable or message"));
+                    "row 8, name: \"address map\" is not a variable or message"));
     EXPECT_THAT(nameErrors("label\nA\n"), ElementsAre("row 1, name: missing column"));
 }
 

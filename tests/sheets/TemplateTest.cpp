@@ -43,8 +43,8 @@ TEST(Template, TakesLinesOfSectionsAlone) {
 }
 
 TEST(Template, NamesTheLineOfWhatIsWrong) {
-    EXPECT_EQ(fault("a\n{{b}}"), "line 2: \"b\" is no name known here");
-    EXPECT_EQ(fault("{{#empty}}\n\n{{b}}{{/empty}}"), "line 3: \"b\" is no name known here");
+    EXPECT_EQ(fault("a\n{{b}}"), "line 2: \"b\" is not a name known here");
+    EXPECT_EQ(fault("{{#empty}}\n\n{{b}}{{/empty}}"), "line 3: \"b\" is not a name known here");
     EXPECT_EQ(fault("{{x}}"), "line 1: \"x\" stands in a list's rows only");
     EXPECT_EQ(fault("\n{{rows}}"), "line 2: \"rows\" is a list: {{#rows}}");
     EXPECT_EQ(fault("{{#rows}}{{#rows}}{{/rows}}{{/rows}}"), "line 1: \"rows\" is a list within a list");
@@ -52,9 +52,9 @@ TEST(Template, NamesTheLineOfWhatIsWrong) {
     EXPECT_EQ(fault("{{#a}}\n{{/none}}"), "line 2: {{/none}} ends no section that began last");
     EXPECT_EQ(fault("{{/a}}"), "line 1: {{/a}} ends no section that began last");
     EXPECT_EQ(fault("\n\n{{a"), "line 3: {{ without }}");
-    EXPECT_THAT(fault("{{>part}}"), StartsWith("line 1: \">part\" is no name"));
-    EXPECT_THAT(fault("{{=<% %>=}}"), StartsWith("line 1: \"=<% %>=\" is no name"));
-    EXPECT_THAT(fault("{{}}"), StartsWith("line 1: \"\" is no name"));
+    EXPECT_THAT(fault("{{>part}}"), StartsWith("line 1: \">part\" is not a name"));
+    EXPECT_THAT(fault("{{=<% %>=}}"), StartsWith("line 1: \"=<% %>=\" is not a name"));
+    EXPECT_THAT(fault("{{}}"), StartsWith("line 1: \"\" is not a name"));
 }
 
 TEST(Template, IsBounded) {
