@@ -27,24 +27,6 @@ bool standsInText(char c) {
            c != '\\';
 }
 
-void appendUtf8(std::string& text, char32_t character) {
-    const auto add = [&](char32_t unit) { text += static_cast<char>(static_cast<unsigned char>(unit)); };
-    if (character < 0x80)
-        return add(character);
-    if (character < 0x800) {
-        add(0xC0 | character >> 6);
-    } else {
-        if (character < 0x10000) {
-            add(0xE0 | character >> 12);
-        } else {
-            add(0xF0 | character >> 18);
-            add(0x80 | (character >> 12 & 0x3F));
-        }
-        add(0x80 | (character >> 6 & 0x3F));
-    }
-    add(0x80 | (character & 0x3F));
-}
-
 bool hasDoubledKey(const JsonValue::Object& members) {
     constexpr std::size_t few = 8; // are sooner compared each with each than sorted
     if (members.size() <= few) {

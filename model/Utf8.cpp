@@ -61,4 +61,22 @@ bool isUtf8(std::string_view text) {
     return true;
 }
 
+void appendUtf8(std::string& text, char32_t character) {
+    const auto add = [&](char32_t unit) { text += static_cast<char>(static_cast<std::uint8_t>(unit)); };
+    if (character < 0x80)
+        return add(character);
+    if (character < 0x800) {
+        add(0xC0 | character >> 6);
+    } else {
+        if (character < 0x10000) {
+            add(0xE0 | character >> 12);
+        } else {
+            add(0xF0 | character >> 18);
+            add(0x80 | (character >> 12 & 0x3F));
+        }
+        add(0x80 | (character >> 6 & 0x3F));
+    }
+    add(0x80 | (character & 0x3F));
+}
+
 } // namespace orvista

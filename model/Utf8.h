@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
 #include <string_view>
 
 namespace orvista {
@@ -15,5 +16,8 @@ std::size_t utf8FaultLength(std::string_view text);
 
 /// Whether all of the text is well formed; an empty one is.
 bool isUtf8(std::string_view text);
+
+/// \param character a code point
+void appendUtf8(std::string& text, char32_t character);
 
 } // namespace orvista

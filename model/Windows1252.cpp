@@ -17,20 +17,6 @@ constexpr std::array<char32_t, 32> upperControls = {
 
 constexpr unsigned char firstUpperControl = 0x80;
 
-void appendUtf8(std::string& utf8, char32_t codePoint) {
-    const auto push = [&utf8](char32_t unit) { utf8.push_back(static_cast<char>(unit)); };
-    if (codePoint < 0x80) {
-        push(codePoint);
-    } else if (codePoint < 0x800) {
-        push(0xC0 | codePoint >> 6);
-        push(0x80 | (codePoint & 0x3F));
-    } else {
-        push(0xE0 | codePoint >> 12);
-        push(0x80 | (codePoint >> 6 & 0x3F));
-        push(0x80 | (codePoint & 0x3F));
-    }
-}
-
 /// Takes one character of at most three UTF-8 units off the front; every character of the encoding is that
 /// short. Overlong forms decode to a value below their length's first and are refused.
 std::optional<char32_t> takeCodePoint(std::string_view& utf8) {
