@@ -123,12 +123,12 @@ void addMove(const FixGround& ground, const FixedPage& drawn, std::vector<Fix>& 
     for (const std::size_t i : group)
         all = around(all, drawn.box(i));
     const std::int64_t columns = ground.panel.columns;
-    const std::int64_t dots =
-        all.right > columns ? columns - all.right : std::max<std::int64_t>(-all.left, 0);
+    const bool goesLeft = all.right > columns;
+    const std::int64_t dots = goesLeft ? columns - all.right : std::max<std::int64_t>(-all.left, 0);
     const bool hasRoom = dots != 0 && all.left + dots >= 0 && all.right + dots <= columns;
     if (!hasRoom || drawn.wouldMeet(group, dots))
         return;
-    fixes.push_back({std::string("Move it ") + (dots < 0 ? "left" : "right") + " to " +
+    fixes.push_back({std::string("Move it ") + (goesLeft ? "left" : "right") + " to " +
                          decimalText(drawn.x(drawn.element()) + dots),
                      drawn.movedBy(group, dots)});
 }

@@ -36,10 +36,11 @@ Change scriptChange(const Project& project, const Fix& fix, Item message) {
     return trimmed({message, &scriptField(), script, std::move(fixed)});
 }
 
-std::size_t linesBefore(std::string_view text, std::size_t end) {
-    const ScriptText lines(text.substr(0, end));
-    const bool endsALine = end > 0 && (text[end - 1] == '\n' || text[end - 1] == '\r');
-    return text.empty() || end == 0 ? 0 : lines.count() - (endsALine ? 0 : 1);
+std::size_t lineEndsIn(std::string_view text) {
+    if (text.empty())
+        return 0;
+    const bool endsALine = text.ends_with('\n') || text.ends_with('\r');
+    return ScriptText(text).count() - (endsALine ? 0 : 1);
 }
 
 } // namespace
@@ -71,9 +72,8 @@ std::optional<std::size_t> lineAfter(const Project& project, const Fix& fix, Ite
             return std::nullopt;
         if (stretch.first + stretch.length > lines.start(line))
             break;
-        const std::string_view before = script.substr(stretch.first, stretch.length);
-        after += linesBefore(stretch.text, stretch.text.size());
-        after -= linesBefore(before, before.size());
+        after += lineEndsIn(stretch.text);
+        after -= lineEndsIn(script.substr(stretch.first, stretch.length));
     }
     return after;
 }

@@ -40,6 +40,26 @@ protected:
     std::size_t tried_ = 0;
 };
 
+/// What is told of the lines when a message becomes another.
+OldAndNew changedLines(const std::string& before, const std::string& after) {
+    Project project;
+    project.STDMSG[0] = after;
+    return linesOf(project, trimmed({named("STDMSG1"), &scriptField(), before, after}));
+}
+
+TEST(ChangedLines, AreThoseThatDiffer) {
+    const auto expect = [](const OldAndNew& lines, const std::string& before, const std::string& after) {
+        EXPECT_EQ(lines.before, before);
+        EXPECT_EQ(lines.after, after);
+    };
+    expect(changedLines("a\r\nbc\r\nd", "a\r\nbx\r\nd"), "bc", "bx");
+    expect(changedLines("a\r\nd", "a\r\nb\r\nd"), "", "b");
+    expect(changedLines("a\r\nb\r\nc\r\nd", "a\r\nd"), "b\r\nc", "");
+    expect(changedLines("a\r\nb\r\nc\r\nd", "x\r\nb\r\nc\r\ny"), "a\r\nb\r\nc\r\nd", "x\r\nb\r\nc\r\ny");
+    expect(changedLines("a", "a\r\nb"), "", "b");
+    expect(changedLines("a\nb", "a\n\nb"), "", "");
+}
+
 TEST_F(FixRunTest, WhatWasTriedIsNotTriedAgain) {
     const Project mended = mendedSome({true, true, true, true, true, true});
     EXPECT_EQ(tried_, 0U);

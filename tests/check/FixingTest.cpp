@@ -12,6 +12,8 @@
 #include <string>
 #include <vector>
 
+using namespace std::string_literals;
+
 /// What mends each code, written out.
 namespace orvista {
 namespace {
@@ -155,6 +157,16 @@ TEST_F(FixingTest, AValueGetsItsBlanksOrIsMadeNarrower) {
                                          "DISPVAR 8 0 RED BLACK RegVar1\nTEXT 112 0 RED BLACK \"d\""},
                       {"Make RegVar1 5 wide", "TEXT 0 0 RED BLACK \"a     b   c\"\n"
                                               "DISPVAR 8 0 RED BLACK RegVar1\nTEXT 96 0 RED BLACK \"d\""}}));
+}
+
+TEST_F(FixingTest, WhatFollowsAValueMovesThoughItIsDrawnBefore) {
+    EXPECT_EQ(mended("TEXT 96 0 RED BLACK \"d\"\nTEXT 0 0 RED BLACK \"a     b   c\"\n"
+                     "DISPVAR 8 0 RED BLACK RegVar1",
+                     "field-gap")
+                  .at(0),
+              std::pair("Leave 7 blanks"s,
+                        "TEXT 112 0 RED BLACK \"d\"\nTEXT 0 0 RED BLACK \"a       b   c\"\n"
+                        "DISPVAR 8 0 RED BLACK RegVar1"s));
 }
 
 TEST_F(FixingTest, WhatFollowsAValueStaysWhereThereIsNoRoomToMoveIt) {
