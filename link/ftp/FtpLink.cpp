@@ -285,11 +285,12 @@ std::string FtpLink::causeOfFailure() {
 }
 
 std::int64_t FtpLink::movedBytes() const {
-    curl_off_t sent = 0;
-    curl_off_t received = 0;
-    curl_->easyGetInfo(handle_.get(), CURLINFO_SIZE_UPLOAD_T, &sent);
-    curl_->easyGetInfo(handle_.get(), CURLINFO_SIZE_DOWNLOAD_T, &received);
-    return sent + received;
+    const auto bytes = [this](CURLINFO direction) {
+        curl_off_t moved{};
+        curl_->easyGetInfo(handle_.get(), direction, &moved);
+        return moved;
+    };
+    return bytes(CURLINFO_SIZE_UPLOAD_T) + bytes(CURLINFO_SIZE_DOWNLOAD_T);
 }
 
 } // namespace orvista

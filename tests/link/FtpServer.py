@@ -35,6 +35,7 @@ def parse(arguments):
     parser.add_argument("root")
     parser.add_argument("--fault", default="none")
     parser.add_argument("--listing", help="file whose bytes are the listing")
+    parser.add_argument("--greeting", help="all that is said before the server hangs up")
     parser.add_argument("--commands", help="file for the commands that came in")
     parser.add_argument("--files-served", type=int, default=0, help="transfers before the fault shows")
     parser.add_argument("--piece", type=int, default=1, help="bytes that go at once, where all goes slowly")
@@ -158,7 +159,10 @@ class Control(FTPHandler):
     logins = 0
 
     def handle(self):
-        if OPTIONS.fault != "no-greeting":
+        if OPTIONS.greeting:
+            self.push(OPTIONS.greeting + "\r\n")
+            self.close_when_done()
+        elif OPTIONS.fault != "no-greeting":
             super().handle()
 
     def pre_process_command(self, line, cmd, arg):

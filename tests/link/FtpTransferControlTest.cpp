@@ -171,6 +171,23 @@ TEST_F(FtpTransferControlTest, ServersThatNeverGreet) {
     EXPECT_LE(neverAccepted.get(), 0);
 }
 
+/// A long greeting may begin with lines that have no number.
+TEST_F(FtpTransferControlTest, WhatGreetsWithoutADigitIsNoFileService) {
+    for (const char* other : {"SSH-2.0", "/", ":"}) {
+        const FtpTestServer server({"--greeting", other});
+        EXPECT_LE(open(server), 0) << other;
+        EXPECT_EQ(control.cause(), "no file service answers there") << other;
+    }
+    for (const char* digits : {"0 files", "9 files", "99"}) {
+        const FtpTestServer server({"--greeting", digits});
+        EXPECT_LE(open(server), 0) << digits;
+        EXPECT_EQ(control.cause(), "hung up") << digits;
+    }
+    const FtpTestServer server({"--greeting", "421 later"});
+    EXPECT_LE(open(server), 0);
+    EXPECT_EQ(control.cause(), "refused: 421 later");
+}
+
 TEST_F(FtpTransferControlTest, NothingWorksWithoutALink) {
     EXPECT_LE(upload("a.bmp", "x"), 0);
     EXPECT_LE(download(), 0);
