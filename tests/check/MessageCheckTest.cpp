@@ -379,6 +379,11 @@ TEST_F(MessageCheck, FieldsWithoutRoom) {
     EXPECT_CLEAN("TEXT 0 0 RED BLACK \"Level        m\"\nDISPVAR 48 0 RED BLACK RegVar1");
     // A text that is drawn later covers the field instead.
     EXPECT_FINDING("DISPVAR 48 0 RED BLACK RegVar1\nTEXT 96 0 RED BLACK \"m\"", "2:22 field-overlap");
+    // By one column of dots, the first of the letter or its last.
+    EXPECT_FINDING("TEXT 55 0 RED BLACK \"L\"\nDISPVAR 0 0 RED BLACK RegVar1", "2:23 field-gap");
+    EXPECT_CLEAN("TEXT 56 0 RED BLACK \"L\"\nDISPVAR 0 0 RED BLACK RegVar1");
+    EXPECT_FINDING("TEXT 0 0 RED BLACK \"L\"\nDISPVAR 6 0 RED BLACK RegVar1", "2:23 field-gap");
+    EXPECT_CLEAN("TEXT 0 0 RED BLACK \"L\"\nDISPVAR 7 0 RED BLACK RegVar1");
     // In dots: a full stop lies below the small field, an underline too.
     EXPECT_CLEAN("TEXT 0 0 RED BLACK \".....\"\nDISPVARS 0 0 RED BLACK CoilVar1");
     EXPECT_FINDING("TEXT 0 0 RED BLACK \"LLLLL\"\nDISPVARS 0 0 RED BLACK CoilVar1", "2:24 field-gap");
@@ -474,6 +479,22 @@ TEST_F(MessageCheck, FindingsBeyondTheListAreCounted) {
     EXPECT_EQ(findings.list[999].place.line, 1666U); // three errors on five lines
     EXPECT_EQ(findings.list[999].code, Code::UnknownCommand);
     EXPECT_EQ(findings.list[999].place.item, named("ALTMSG1"));
+}
+
+TEST_F(MessageCheck, AListThatIsJustFullStaysInOrder) {
+    std::string script;
+    for (int i = 0; i < 999; ++i)
+        script += "TEXT 0 0 RED RED \"a\"\nCLEAR\n";
+    const Findings full = checkMessage(named("ALTMSG1"), script + "x", project, bitmaps, 128);
+    ASSERT_EQ(full.list.size(), maximumFindings);
+    EXPECT_EQ(full.notListed(), 0U);
+    EXPECT_EQ(full.list.front().place.line, 1U);
+    EXPECT_EQ(full.list.back().code, Code::UnknownCommand);
+    const Findings more = checkMessage(named("ALTMSG1"), script + "x\nx", project, bitmaps, 128);
+    ASSERT_EQ(more.list.size(), maximumFindings);
+    EXPECT_EQ(more.notListed(), 1U);
+    EXPECT_EQ(more.list[1].place.line, 2000U);
+    EXPECT_EQ(more.list[2].place.line, 1U);
 }
 
 TEST_F(MessageCheck, ErrorsComeFirstWhereTheListHasNoRoomForAll) {

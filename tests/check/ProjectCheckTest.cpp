@@ -222,6 +222,9 @@ TEST_F(CheckedProject, FindingsAreKnownAgainThoughTheyMoved) {
     EXPECT_EQ(lineNow(before.list[1], "TXETS"), 1U); // another word at its place
     EXPECT_EQ(lineNow(before.list[3], "CLEAR\n" + wrong), 2U);
     EXPECT_EQ(lineNow(before.list[3], wrong + "CLEAR\nCLEAR\n" + wrong), 4U);
+    // The same word farther away is more like it than another one at its place.
+    EXPECT_EQ(lineNow(before.list[1], "TXETS\nCLEAR\nTXET"), 3U);
+    EXPECT_EQ(lineNow(before.list[1], "TXET\nCLEAR\nTXET"), 1U);
     EXPECT_EQ(sameFinding({}, before.list[1]), nullptr);
 }
 
@@ -246,6 +249,24 @@ TEST_F(CheckedProject, FindingsBeyondTheListAreCounted) {
     EXPECT_EQ(findings.counts.errors, 1200U);
     EXPECT_EQ(findings.notListed(), 200U);
     EXPECT_EQ(findings.list.back().place.item, named("STDMSG34"));
+}
+
+TEST_F(CheckedProject, AListThatIsJustFullStaysInOrder) {
+    for (std::string& text : project.STDMSG)
+        for (int i = 0; i < 25; ++i)
+            text += "\r\nTEXT 0 0 RED RED \"a\"";
+    project.STDMSG[39].replace(project.STDMSG[39].rfind("TEXT"), std::string::npos, "x");
+    const Findings full = checkProject(project, bitmaps, 128);
+    ASSERT_EQ(full.list.size(), maximumFindings);
+    EXPECT_EQ(full.notListed(), 0U);
+    EXPECT_EQ(full.list.front().place.item, named("STDMSG1"));
+    EXPECT_EQ(full.list.back().code, Code::UnknownCommand);
+    project.ALTMSG[0] = "x";
+    const Findings more = checkProject(project, bitmaps, 128);
+    ASSERT_EQ(more.list.size(), maximumFindings);
+    EXPECT_EQ(more.notListed(), 1U);
+    EXPECT_EQ(more.list[0].place.item, named("STDMSG40"));
+    EXPECT_EQ(more.list[1].place.item, named("ALTMSG1"));
 }
 
 TEST_F(CheckedProject, ErrorsComeFirstWhereTheListHasNoRoomForAll) {
