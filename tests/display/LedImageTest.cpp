@@ -111,9 +111,25 @@ TEST(Bitmap, ReadsLongerHeadersWithTheUsualMasks) {
     EXPECT_EQ(image(file.bytes()).leds, std::vector{G});
     file.compression = 3;
     EXPECT_EQ(error(file.bytes()), BitmapError::Compressed);
-    std::string bytes = file.bytes();
-    bytes.replace(54, 12, "\0\0\xFF\0\0\xFF\0\0\xFF\0\0\0"s);
-    EXPECT_EQ(image(bytes).leds, std::vector{G});
+    const auto masked = [](const BitmapFile& bitmap, const std::string& masks) {
+        return bitmap.bytes().replace(54, 12, masks);
+    };
+    const std::string usual = "\0\0\xFF\0\0\xFF\0\0\xFF\0\0\0"s;
+    EXPECT_EQ(image(masked(file, usual)).leds, std::vector{G});
+    for (const std::size_t other : {0U, 4U, 8U}) {
+        std::string masks = usual;
+        masks[other] = '\x01';
+        EXPECT_EQ(error(masked(file, masks)), BitmapError::Compressed) << other;
+    }
+    file.depth = 24;
+    EXPECT_EQ(error(masked(file, usual)), BitmapError::Compressed);
+    // After the shortest header the masks may also be cut off.
+    file.depth = 32;
+    file.headerSize = 40;
+    file.pixels = usual;
+    EXPECT_EQ(image(file.bytes()).leds, std::vector{R});
+    file.pixels.pop_back();
+    EXPECT_EQ(error(file.bytes()), BitmapError::Compressed);
 }
 
 TEST(Bitmap, NeedsNoPaddingBehindTheLastRow) {

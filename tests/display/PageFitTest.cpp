@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <memory>
 #include <random>
 #include <string>
 
@@ -126,6 +127,19 @@ TEST(PageFit, WhatDrawsNothingIsSeenWhereverItLies) {
         EXPECT_EQ(PageFit(page, panel, fieldFormats(Project())).unseen(0, Passing::Counts).count, 0U)
             << script;
     }
+}
+
+TEST(PageFit, ABitmapCountsAsOne) {
+    const auto picture = std::make_shared<const LedImage>(LedImage{true, 16, 16, {}});
+    const auto unseen = [&](const std::string& script) {
+        const DrawnPage page =
+            drawnPage(interpretScript(script).pages.at(0), [&](const std::string&) { return picture; });
+        return PageFit(page, panel, fieldFormats(Project())).unseen(0, Passing::Counts).count;
+    };
+    for (const char* seen : {"0 0", "8 0"})
+        EXPECT_EQ(unseen("IMG " + std::string(seen) + " RED BLACK pump.bmp"), 0U) << seen;
+    for (const char* cut : {"-1 0", "9 0", "0 1", "0 -1", "500 0"})
+        EXPECT_EQ(unseen("IMG " + std::string(cut) + " RED BLACK pump.bmp"), 1U) << cut;
 }
 
 TEST(PageFit, FieldsCountAsTheirTexts) {

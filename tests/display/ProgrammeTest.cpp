@@ -129,6 +129,20 @@ TEST(ProgrammeRemarks, NameTheMessage) {
                                             {named("STDMSG1"), 0, "bitmap Broken.BMP is cut short"}}));
 }
 
+TEST(ProgrammeRemarks, AreTenThousandAtMost) {
+    std::string script;
+    for (int i = 0; i < 999; ++i)
+        script += "FOO\n";
+    Programme shown({32}, {});
+    for (int i = 0; i < 10; ++i)
+        shown.add(named("STDMSG1"), script, noBitmaps);
+    shown.add(named("STDMSG2"), "1\n2\n3\n4\n5\n6\n7\n8\n9", noBitmaps);
+    EXPECT_EQ(shown.remarks().size(), 9'999U);
+    shown.add(named("STDMSG3"), "A\nB", noBitmaps);
+    ASSERT_EQ(shown.remarks().size(), 10'000U);
+    EXPECT_EQ(shown.remarks().back(), (ProgrammeRemark{named("STDMSG3"), 1, "A"}));
+}
+
 class Device : public testing::Test {
 protected:
     Device() {

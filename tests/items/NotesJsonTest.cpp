@@ -54,6 +54,8 @@ TEST(NotesJson, NameTheListOfAMaster) {
                     ElementsAre("the master has no \"list\" that is a text"));
     EXPECT_THAT(badEntriesOf(R"({"version":1,"master":{"list":""}})"),
                 ElementsAre("the master's list is empty"));
+    const std::string longest(1000, 'a');
+    EXPECT_EQ(notesOf(R"({"version":1,"master":{"list":")" + longest + "\"}}").masterList, longest);
     EXPECT_THAT(badEntriesOf(R"({"version":1,"master":{"list":")" + std::string(1001, 'a') + "\"}}"),
                 ElementsAre("the master's list is longer than 1000 characters"));
 }
@@ -90,6 +92,11 @@ TEST(NotesJson, NothingIsTakenBeyondALimit) {
     EXPECT_EQ(notesFaultOf(commented(200)), "");
     EXPECT_EQ(notesFaultOf(commented(201)),
               "RegVar1, comment: \"" + std::string(40, 'x') + "…\" is longer than 200 characters");
+    const auto called = [](std::size_t length) {
+        return R"({"version": 1, "display": {"name": ")" + std::string(length, 'x') + "\"}}";
+    };
+    EXPECT_EQ(notesOf(called(200)).displayName, std::string(200, 'x'));
+    EXPECT_EQ(notesFaultOf(called(201)), "the display's name is longer than 200 characters");
     EXPECT_EQ(notesFaultOf(notesWithItems(R"("RegVar1": {"unit": "12345678901234567"})")),
               "RegVar1, unit: \"12345678901234567\" is longer than 16 characters");
     EXPECT_EQ(notesFaultOf(notesWithItems(R"("RegVar1": {"unit": "°°°°°°°°°°°°°°°°"})")), "");

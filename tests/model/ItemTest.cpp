@@ -24,6 +24,17 @@ TEST(Item, NamesAndKeysCountFromOne) {
     EXPECT_EQ(keyOf({}), "");
 }
 
+TEST(Item, TreesNameMessagesInWords) {
+    EXPECT_EQ(treeNameOf({Kind::Float, 0}), "RegVar1");
+    EXPECT_EQ(treeNameOf({Kind::Boolean, 31}), "CoilVar32");
+    EXPECT_EQ(treeNameOf({Kind::Regular, 0}), "Regular1");
+    EXPECT_EQ(treeNameOf({Kind::Emergency, 19}), "Emergency20");
+    for (const Item item : allMessages())
+        EXPECT_EQ(itemWritten(treeNameOf(item)), item);
+    for (const char* name : {"Regular", "Regular0", "Regular41", "Emergency21", "Regular 1"})
+        EXPECT_EQ(itemWritten(name), std::nullopt) << name;
+}
+
 TEST(Item, EveryNameAndKeyLeadsBackToItsItem) {
     std::set<std::string> names;
     for (const Item item : allItems()) {

@@ -69,6 +69,8 @@ TEST(Json, WholeNumbersAreSpeltWithoutPointAndExponent) {
 TEST(Json, TextsMayHoldAnyCharacter) {
     EXPECT_EQ(textOf(R"("\" \\ \/ \b \f \n \r \t")"), "\" \\ / \b \f \n \r \t");
     EXPECT_EQ(textOf(R"("\u0041\u00e9\u20AC\ud83d\uDE00")"), "A\u00E9\u20AC\U0001F600");
+    EXPECT_EQ(textOf(R"("\ud7ff\ue000")"), "\uD7FF\uE000");
+    EXPECT_EQ(textOf(R"("\ud800\udc00\udbff\udfff")"), "\U00010000\U0010FFFF");
     EXPECT_EQ(textOf("\"\u00E9\u20AC\U0001F600 \x7F\""), "\u00E9\u20AC\U0001F600 \x7F");
     EXPECT_EQ(textOf(R"("\u0000")"), std::string(1, '\0'));
 }
@@ -115,6 +117,10 @@ TEST(Json, IsStrict) {
                                     "\"\\ud800\"",
                                     "\"\\ud800\\n\"",
                                     "\"\\ud800\\u0041\"",
+                                    "\"\\ud800\\udbff\"",
+                                    "\"\\ud800\\ue000\"",
+                                    "\"\\udc00\\udc00\"",
+                                    "\"\\udfff\"",
                                     "\"\\udc00\"",
                                     "\"a\tb\"",
                                     "\"a\nb\"",

@@ -417,6 +417,26 @@ TEST_F(Lifecycle, ADownloadedProjectIsModifiedAndNotUploadable) {
     EXPECT_FALSE(exists(plant("Fetched.orx")));
 }
 
+TEST_F(Lifecycle, UnsavedWorkBecomesAProjectThatIsModified) {
+    Project work;
+    work.ProjPath = plants;
+    work.ProjName = "Lost";
+    work.STDMSG[0] = "CLEAR\r\nACT STILL 1";
+    EXPECT_TRUE(lifecycle.openUnsavedWork(work));
+    EXPECT_EQ(project.STDMSG[0], work.STDMSG[0]);
+    EXPECT_EQ(window.caption, "Orvista Message Editor - [Lost*]");
+    EXPECT_TRUE(window.transitions.enabled(EnablingRules::projectWork));
+    EXPECT_FALSE(exists(plant("Lost.orx")));
+}
+
+TEST_F(Lifecycle, ASaveThatFailsStopsTheOpeningOfUnsavedWork) {
+    create("Plant");
+    fs::create_directory(systemPath(plant("Plant.orx")));
+    messages.answers = {Answer::Yes};
+    EXPECT_FALSE(lifecycle.openUnsavedWork({}));
+    EXPECT_EQ(window.caption, "Orvista Message Editor - [Plant*]");
+}
+
 TEST_F(Lifecycle, AProjectFolderThatWasRemovedKeepsTheProjectOpenAndModified) {
     create("Plant");
     lifecycle.SaveCommand();

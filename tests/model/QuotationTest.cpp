@@ -28,6 +28,7 @@ TEST(Quotation, SaysWhatCannotBePrinted) {
 
 TEST(Printable, HasAQuestionMarkForWhatCannotBePrinted) {
     EXPECT_EQ(printable("a\t\x81\x7F\xE9"), "a???\xC3\xA9");
+    EXPECT_EQ(printable("\x1F ~\x80\xA0\xA1"), "? ~\u20AC\u00A0\u00A1");
 }
 
 } // namespace
