@@ -198,9 +198,9 @@ bool ComparisonCommands::isComparedWith(const ChosenProject& other) {
     }
     theirs->ProjPath = other.ProjPath;
     const bool isOwnFile = other.ProjPath == project().ProjPath && other.ProjName == project().ProjName;
-    openPanel().compareWith(
-        {QString::fromStdString(path), DisplayContents::ofProject(*theirs), nullptr, isOwnFile},
-        ComparisonPanel::Question::WhatDiffers);
+    openPanel().compareWith({QString::fromStdString(path), DisplayContents::ofProject(*theirs), nullptr,
+                             isOwnFile ? std::optional(theirs->IP) : std::nullopt},
+                            ComparisonPanel::Question::WhatDiffers);
     theirFolder_ = other.ProjPath;
     return true;
 }

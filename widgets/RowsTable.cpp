@@ -56,6 +56,7 @@ void RowsTable::setRows(std::vector<TableRow> rows) {
     if (rows == rows_->rows())
         return;
     const int current = currentIndex().row();
+    const int column = currentIndex().column();
     const bool selected = selectionModel()->hasSelection();
     const bool staysInPlace = rows.size() == rows_->rows().size();
     const QModelIndexList changed = staysInPlace ? rows_->cellsThatLookOtherwiseIn(rows) : QModelIndexList();
@@ -71,7 +72,7 @@ void RowsTable::setRows(std::vector<TableRow> rows) {
     const int last = shown_->rowCount() - 1;
     if (current < 0 || last < 0)
         return;
-    const QModelIndex index = shown_->index(std::min(current, last), 0);
+    const QModelIndex index = shown_->index(std::min(current, last), column);
     selectionModel()->setCurrentIndex(index, selected ? QItemSelectionModel::SelectCurrent |
                                                             QItemSelectionModel::Rows
                                                       : QItemSelectionModel::NoUpdate);

@@ -8,6 +8,7 @@
 #include "model/BitmapName.h"
 #include "model/Lines.h"
 #include "model/PathRules.h"
+#include "model/Windows1252.h"
 #include "widgets/FormParts.h"
 #include "widgets/NotAppliedMark.h"
 #include "widgets/RowsTable.h"
@@ -218,7 +219,7 @@ void ComparisonPanel::changeEvent(QEvent* event) {
 DisplayContents ComparisonPanel::ours(const Project& project, const Theirs& theirs) {
     if (theirs.display)
         return DisplayContents::ofProject(expand(project, *theirs.display).project);
-    return theirs.isOwnFile ? DisplayContents::ofProject(project) : DisplayContents::ofUpload(project);
+    return theirs.ownFilesAddress ? DisplayContents::ofProject(project) : DisplayContents::ofUpload(project);
 }
 
 void ComparisonPanel::compare() {
@@ -233,8 +234,16 @@ void ComparisonPanel::compare() {
     lblComparison->setText((question_ == Question::HoldsAll ? QString::fromStdString(verifiedText(
                                                                   theirs_->name.toStdString(), comparison))
                                                             : differencesText(count, theirs_->name)) +
-                           u' ' + fingerprints);
+                           u' ' + fingerprints + systemPageText());
     markNotApplied();
+}
+
+/// What no item and no device file tells of the project's own file.
+QString ComparisonPanel::systemPageText() const {
+    const auto& address = theirs_->ownFilesAddress;
+    if (!address || *address == project_.IP)
+        return {};
+    return tr("; its System page says %1").arg(QString::fromStdString(utf8FromWindows1252(*address)));
 }
 
 void ComparisonPanel::markNotApplied() {

@@ -38,7 +38,9 @@ public:
         QString name; ///< of the display or the project, as the user knows it
         DisplayContents contents;
         std::shared_ptr<const ScratchFolder> fetched; ///< where the files of a display lie
-        bool isOwnFile = false; ///< of the project itself, which is compared as it is in memory then
+        /// Of the project's own file the address on its System page: the project is compared as it is in
+        /// memory then. Windows-1252.
+        std::optional<std::string> ownFilesAddress = std::nullopt;
         /// Of a master the display whose own project is compared.
         std::optional<FleetDisplay> display = std::nullopt;
     };
@@ -74,6 +76,7 @@ protected:
 private:
     void buildLayout();
     void compare();
+    QString systemPageText() const;
     void showNothing(const QString& reason);
     void enableTake();
     void showPictures();

@@ -194,8 +194,11 @@ void ReloadOfferTest::compareShowsWhatTheDiskHas() {
     for (int row = 0; row < rows->rowCount(); ++row)
         differing << rows->index(row, 0).data().toString();
     QVERIFY2(differing.contains(QStringLiteral("STDMSG3")), qPrintable(differing.join(u' ')));
+    QVERIFY(editor.line("lblComparison").endsWith(QStringLiteral("; its System page says 192.168.1.100")));
     QCOMPARE(editor.project.IP, std::string("127.0.0.9"));
     QCOMPARE(editor.line(), changedLine);
+    editor.type("txtSystemIP", QStringLiteral("192.168.1.100"));
+    QVERIFY(editor.line("lblComparison").endsWith(QLatin1Char(')')));
 }
 
 void ReloadOfferTest::aFileThatCannotBeReadChangesNothing() {

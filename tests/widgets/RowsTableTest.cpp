@@ -200,6 +200,9 @@ void RowsTableTest::keepsThePlaceWhenTheRowsChange() {
     rows.table.setRows({{{"kiwi"}, {"1", 1}}, {{"plum"}, {"2", 2}}});
     QCOMPARE(rows.table.currentIndex().data().toString(), QStringLiteral("plum"));
     QCOMPARE(rows.table.selectionModel()->selectedRows().size(), 1);
+    rows.table.setCurrentIndex(rows.table.model()->index(0, 1));
+    rows.table.setRows({{{"kiwi"}, {"1", 1}}, {{"plum"}, {"2", 2}}, {{"pear"}, {"3", 3}}});
+    QCOMPARE(rows.table.currentIndex().data().toString(), QStringLiteral("1"));
     rows.table.setRows({});
     QVERIFY(!rows.table.currentIndex().isValid());
 }
