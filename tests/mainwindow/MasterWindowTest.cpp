@@ -267,10 +267,11 @@ void MasterWindowTest::manyFindingsOfAllDisplaysComeBitByBit() {
     QCOMPARE(selected, "STDMSG21");
     wideFrom(5);
     desk.trigger("miToolsCheck");
-    QTRY_COMPARE(desk.cells("tblFindings", 1).size(), 26);
+    QStringList left{"STDMSG1"};
+    for (int number = 6; number <= 30; ++number)
+        left << QStringLiteral("STDMSG%1").arg(number);
+    QTRY_COMPARE(desk.cells("tblFindings", 1), left);
     QTRY_COMPARE(table->currentIndex().siblingAtColumn(1).data().toString(), selected);
-    QCOMPARE(desk.cells("tblFindings", 1).mid(0, 2), (QStringList{"STDMSG1", "STDMSG6"}));
-    QCOMPARE(desk.cells("tblFindings", 1).back(), "STDMSG30");
     QTest::keyClick(table, Qt::Key_F4);
     QCOMPARE(desk.find<QLabel>("lblNotice")->text(), "STDMSG22: 'Winter' is 6 wide, its place 4");
 }
