@@ -41,6 +41,15 @@ std::optional<char32_t> takeCodePoint(std::string_view& utf8) {
     return codePoint;
 }
 
+/// Moves the ASCII that the text begins with, which is the same in either encoding.
+void moveAscii(std::string_view& from, std::string& to) {
+    const auto end =
+        std::ranges::find_if(from, [](char unit) { return static_cast<unsigned char>(unit) >= 0x80; });
+    const auto size = static_cast<std::size_t>(end - from.begin());
+    to.append(from.substr(0, size));
+    from.remove_prefix(size);
+}
+
 } // namespace
 
 unsigned char lowerWindows1252(unsigned char byte) {
@@ -70,15 +79,17 @@ std::optional<unsigned char> windows1252Byte(char32_t codePoint) {
 std::string utf8FromWindows1252(std::string_view bytes) {
     std::string utf8;
     utf8.reserve(bytes.size());
-    for (const char byte : bytes)
-        appendUtf8(utf8, windows1252CodePoint(static_cast<unsigned char>(byte)));
+    for (moveAscii(bytes, utf8); !bytes.empty(); moveAscii(bytes, utf8)) {
+        appendUtf8(utf8, windows1252CodePoint(static_cast<unsigned char>(bytes.front())));
+        bytes.remove_prefix(1);
+    }
     return utf8;
 }
 
 std::optional<std::string> windows1252FromUtf8(std::string_view utf8) {
     std::string bytes;
     bytes.reserve(utf8.size());
-    while (!utf8.empty()) {
+    for (moveAscii(utf8, bytes); !utf8.empty(); moveAscii(utf8, bytes)) {
         const auto codePoint = takeCodePoint(utf8);
         const auto byte = codePoint ? windows1252Byte(*codePoint) : std::nullopt;
         if (!byte)
