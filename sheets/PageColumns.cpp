@@ -14,7 +14,8 @@ namespace {
 
 /// What a list's entries are called in a sheet: as the wizard shows them, without the blank before a number.
 std::string_view shownText(const auto& entry) {
-    return trimLeadingBlanks(entry.shown);
+    const std::string_view shown = entry.shown;
+    return shown.starts_with(' ') ? trimLeadingBlanks(shown) : shown;
 }
 
 std::string listed(const auto& list, std::size_t position) {
@@ -22,8 +23,13 @@ std::string listed(const auto& list, std::size_t position) {
 }
 
 std::optional<std::size_t> positionOf(std::string_view word, const auto& list) {
-    const auto found = std::ranges::find_if(
-        list, [word](const auto& entry) { return equalsIgnoringCase(shownText(entry), word); });
+    const auto named = [&](auto isWord) {
+        return std::ranges::find_if(list, [&](const auto& entry) { return isWord(shownText(entry)); });
+    };
+    // Sheets that were exported have each word as it is shown.
+    auto found = named([word](std::string_view text) { return text == word; });
+    if (found == list.end())
+        found = named([word](std::string_view text) { return equalsIgnoringCase(text, word); });
     return found == list.end() ? std::nullopt : std::optional<std::size_t>(found - list.begin());
 }
 
