@@ -4,21 +4,41 @@
 #include "model/Text.h"
 
 #include <string>
-#include <vector>
 
 namespace orvista {
 
 namespace {
 
-std::vector<std::string> linesOf(std::string_view script, EmptyStart start) {
-    ScriptLines lines(script);
-    std::vector<std::string> all;
-    for (std::string_view line = lines.next(); !line.empty(); line = lines.next()) {
-        const bool beginsAnew = all.size() == 1 && all.front() == clearScript && line == clearScript;
-        if (start == EmptyStart::Counts || !beginsAnew)
-            all.emplace_back(line);
+class ComparedLines {
+public:
+    ComparedLines(std::string_view script, EmptyStart start) : lines_(script), start_(start) {}
+
+    std::string_view next() {
+        std::string_view line = lines_.next();
+        while (isEmptyStart_ && line == clearScript)
+            line = lines_.next();
+        isEmptyStart_ = isFirst_ && start_ == EmptyStart::IsLeftOut && line == clearScript;
+        isFirst_ = false;
+        return line;
     }
-    return all;
+
+private:
+    ScriptLines lines_;
+    EmptyStart start_;
+    bool isFirst_ = true;
+    bool isEmptyStart_ = false; ///< only the first CLEAR has come, and it stands for those after it
+};
+
+bool haveEqualLines(std::string_view script, std::string_view other, EmptyStart start) {
+    ComparedLines lines(script, start);
+    ComparedLines otherLines(other, start);
+    while (true) {
+        const std::string_view line = lines.next();
+        if (line != otherLines.next())
+            return false;
+        if (line.empty())
+            return true;
+    }
 }
 
 } // namespace
@@ -45,7 +65,7 @@ std::string linesThatCount(std::string_view script) {
 }
 
 bool equivalent(std::string_view script, std::string_view other, EmptyStart start) {
-    return script == other || linesOf(script, start) == linesOf(other, start);
+    return script == other || haveEqualLines(script, other, start);
 }
 
 } // namespace orvista
