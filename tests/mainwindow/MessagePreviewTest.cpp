@@ -159,10 +159,9 @@ void MessagePreviewTest::leavesTheButtonsWholeAboveThePanels() {
     editor.showMessage("R7");
     editor.trigger("miToolsCheck");
     QTest::keyClicks(editor.find<DeviceTextEdit>("txtMsg"), QStringLiteral("x"));
-    QCoreApplication::processEvents();
     for (const char* name : {"btnEditMessage", "btnMsgApply"}) {
         const auto* const button = editor.find<QPushButton>(name);
-        QVERIFY2(button->isVisible() && button->visibleRegion() == button->rect(), name);
+        QTRY_VERIFY2(button->isVisible() && button->visibleRegion() == button->rect(), name);
     }
 }
 
