@@ -2,6 +2,7 @@
 
 #include "display/FieldFormats.h"
 #include "model/Lines.h"
+#include "model/Text.h"
 
 #include <algorithm>
 #include <iterator>
@@ -16,9 +17,7 @@ constexpr int mostRounds = 100;
 
 /// What both texts begin with, in whole lines.
 std::size_t sameLines(std::string_view one, std::string_view other) {
-    const auto [end, otherEnd] = std::ranges::mismatch(one, other);
-    const auto same = static_cast<std::size_t>(end - one.begin());
-    const auto last = one.substr(0, same).rfind(lineEnd);
+    const auto last = one.substr(0, sameAtStart(one, other)).rfind(lineEnd);
     return last == std::string_view::npos ? 0 : last + lineEnd.size();
 }
 

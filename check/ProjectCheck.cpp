@@ -177,24 +177,30 @@ Findings ProjectCheck::State::collected(Notes notes) const {
     return findings;
 }
 
-ProjectCheck::ProjectCheck() : state_(std::make_unique<State>()) {}
+ProjectCheck::ProjectCheck() = default;
 ProjectCheck::~ProjectCheck() = default;
 ProjectCheck::ProjectCheck(ProjectCheck&&) noexcept = default;
 ProjectCheck& ProjectCheck::operator=(ProjectCheck&&) noexcept = default;
 
 Findings ProjectCheck::check(const Project& project, const BitmapProvider& bitmaps, int columns,
                              Notes notes) {
-    state_->update(project, bitmaps, panelOf(columns));
+    state().update(project, bitmaps, panelOf(columns));
     return state_->collected(notes);
 }
 
+ProjectCheck::State& ProjectCheck::state() {
+    if (!state_)
+        state_ = std::make_unique<State>();
+    return *state_;
+}
+
 std::size_t ProjectCheck::itemsLookedAt() const {
-    return state_->itemsLookedAt;
+    return state_ ? state_->itemsLookedAt : 0;
 }
 
 Findings checkProject(const Project& project, const BitmapProvider& bitmaps, int columns, Notes notes) {
     ProjectCheck once;
-    once.state_->looksAgain = false;
+    once.state().looksAgain = false;
     return once.check(project, bitmaps, columns, notes);
 }
 

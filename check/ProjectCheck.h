@@ -45,7 +45,9 @@ private:
     friend Findings checkProject(const Project&, const BitmapProvider&, int, Notes);
 
     struct State;
-    std::unique_ptr<State> state_;
+    State& state();
+
+    std::unique_ptr<State> state_; ///< null before the first check: an editor starts without one
 };
 
 } // namespace orvista

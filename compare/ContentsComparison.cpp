@@ -30,8 +30,7 @@ HeldAnswer answerOf(const HeldFile& before, const HeldFile& after) {
         std::string(before.file->name), stateOf(before, after), before.file->readSection != nullptr,
         sizeOf(before.bytes),           sizeOf(after.bytes),    {}};
     if (answer.state == HeldState::Equal || answer.state == HeldState::Different)
-        answer.firstOffset = static_cast<std::uint64_t>(
-            std::ranges::mismatch(*before.bytes, *after.bytes).in1 - before.bytes->begin());
+        answer.firstOffset = sameAtStart(*before.bytes, *after.bytes);
     return answer;
 }
 

@@ -1,6 +1,7 @@
 #include "compare/FileComparison.h"
 
 #include "model/Files.h"
+#include "model/Text.h"
 
 #include <algorithm>
 #include <array>
@@ -71,9 +72,7 @@ std::optional<FileDifference> compareFiles(const ComparedFile& before, const Com
         if (one.empty() && other.empty())
             return std::nullopt;
         const std::size_t length = std::min(one.size(), other.size());
-        const auto end = one.begin() + static_cast<std::ptrdiff_t>(length);
-        const auto same =
-            static_cast<std::size_t>(std::mismatch(one.begin(), end, other.begin()).first - one.begin());
+        const std::size_t same = sameAtStart(one, other);
         left.advance(same);
         right.advance(same);
         if (same < length || length == 0) {

@@ -16,6 +16,12 @@ constexpr int longestItemName = 18;
 /// "Regular 12".
 constexpr int leastOfName = 10;
 
+QTreeWidgetItem* treeItem(const ItemTree::Node& node) {
+    auto* const item = new QTreeWidgetItem({node.text});
+    item->setData(0, Qt::UserRole, node.key);
+    return item;
+}
+
 } // namespace
 
 ItemTree::ItemTree(QWidget* parent) : QTreeWidget(parent) {
@@ -26,11 +32,13 @@ ItemTree::ItemTree(QWidget* parent) : QTreeWidget(parent) {
     connect(this, &QTreeWidget::itemPressed, this, [this] { pressedOnNode_ = true; });
 }
 
-QTreeWidgetItem* ItemTree::addNode(QTreeWidgetItem* parent, const QString& key, const QString& text) {
-    auto* node = parent ? new QTreeWidgetItem(parent) : new QTreeWidgetItem(this);
-    node->setText(0, text);
-    node->setData(0, Qt::UserRole, key);
-    return node;
+void ItemTree::addGroup(const Node& group, const std::vector<Node>& nodes) {
+    // The view would take note of each node and each of its texts, if they came to it one by one.
+    QTreeWidgetItem* const top = treeItem(group);
+    for (const Node& node : nodes)
+        top->addChild(treeItem(node));
+    addTopLevelItem(top);
+    top->setExpanded(true);
 }
 
 void ItemTree::click(const QString& key) {

@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <utility>
+#include <vector>
 
 namespace orvista {
 
@@ -14,8 +15,12 @@ class ItemTree final : public QTreeWidget {
 public:
     explicit ItemTree(QWidget* parent = nullptr);
 
-    /// Adds a node below `parent`, or at the top when it is null. The key is kept in Qt::UserRole.
-    QTreeWidgetItem* addNode(QTreeWidgetItem* parent, const QString& key, const QString& text);
+    struct Node {
+        QString key; ///< kept in Qt::UserRole
+        QString text;
+    };
+    /// Adds a group at the top, with its nodes in view.
+    void addGroup(const Node& group, const std::vector<Node>& nodes);
 
     /// What the tool-tip of a key's node is when it is asked for, as markup; empty for none.
     void explain(std::function<QString(const QString& key)> toolTipOf) { toolTipOf_ = std::move(toolTipOf); }
@@ -45,7 +50,7 @@ private:
     std::function<QString(const QString&)> toolTipOf_;
 };
 
-/// The key of a node made by addNode.
+/// The key of a node made by addGroup.
 QString nodeKey(const QTreeWidgetItem& node);
 
 } // namespace orvista

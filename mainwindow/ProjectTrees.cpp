@@ -14,22 +14,20 @@ struct Group {
 };
 
 void addGroup(ItemTree& tree, const Group& group) {
-    QTreeWidgetItem* const node =
-        tree.addNode(nullptr, QString::fromLatin1(group.key), QString::fromLatin1(group.text));
+    std::vector<ItemTree::Node> nodes;
     for (std::size_t index = 0; index < rowOf(group.kind).count; ++index)
-        tree.addNode(node, QString::fromStdString(keyOf({group.kind, index})),
-                     QString::fromStdString(treeNameOf({group.kind, index})));
-    node->setExpanded(true);
+        nodes.push_back({QString::fromStdString(keyOf({group.kind, index})),
+                         QString::fromStdString(treeNameOf({group.kind, index}))});
+    tree.addGroup({QString::fromLatin1(group.key), QString::fromLatin1(group.text)}, nodes);
 }
 
 } // namespace
 
 void fillNavigationTree(ItemTree& trvSystem, const std::vector<MainPage>& pages) {
-    QTreeWidgetItem* const root =
-        trvSystem.addNode(nullptr, QStringLiteral("ROOT"), QStringLiteral("Orvista"));
+    std::vector<ItemTree::Node> nodes;
     for (const MainPage& page : pages)
-        trvSystem.addNode(root, QString::fromLatin1(page.nodeKey), QString::fromLatin1(page.nodeText));
-    root->setExpanded(true);
+        nodes.push_back({QString::fromLatin1(page.nodeKey), QString::fromLatin1(page.nodeText)});
+    trvSystem.addGroup({QStringLiteral("ROOT"), QStringLiteral("Orvista")}, nodes);
 }
 
 void fillMessageTree(ItemTree& trvMsg) {

@@ -1,7 +1,9 @@
 #include "model/Change.h"
 
+#include "model/Text.h"
+
 #include <algorithm>
-#include <iterator>
+#include <string_view>
 
 namespace orvista {
 
@@ -41,16 +43,15 @@ std::vector<Item> itemsOf(std::span<const Change> changes) {
 Change trimmed(const Change& change) {
     if (change.field != &scriptField())
         return change;
-    const std::string& before = change.before;
-    const std::string& after = change.after;
-    const auto first = std::ranges::mismatch(before, after);
-    const auto last = std::mismatch(before.rbegin(), std::make_reverse_iterator(first.in1), after.rbegin(),
-                                    std::make_reverse_iterator(first.in2));
-    return {change.item,
-            change.field,
-            {first.in1, last.first.base()},
-            {first.in2, last.second.base()},
-            change.at + static_cast<std::size_t>(first.in1 - before.begin())};
+    std::string_view before = change.before;
+    std::string_view after = change.after;
+    const std::size_t start = sameAtStart(before, after);
+    before.remove_prefix(start);
+    after.remove_prefix(start);
+    const std::size_t end = sameAtEnd(before, after);
+    before.remove_suffix(end);
+    after.remove_suffix(end);
+    return {change.item, change.field, std::string(before), std::string(after), change.at + start};
 }
 
 std::size_t bytesOf(const Change& change) {

@@ -6,6 +6,9 @@ namespace orvista {
 
 namespace {
 
+/// As many bytes are compared at once, which is far faster than one by one.
+constexpr std::size_t piece = 256;
+
 char upperLetter(char c) {
     return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
 }
@@ -57,6 +60,27 @@ bool startsWithIgnoringCase(std::string_view text, std::string_view prefix) {
 bool endsWithIgnoringCase(std::string_view text, std::string_view suffix) {
     return text.size() >= suffix.size() &&
            equalsIgnoringCase(text.substr(text.size() - suffix.size()), suffix);
+}
+
+std::size_t sameAtStart(std::string_view one, std::string_view other) {
+    const std::size_t least = std::min(one.size(), other.size());
+    std::size_t same = 0;
+    while (same + piece <= least && one.substr(same, piece) == other.substr(same, piece))
+        same += piece;
+    while (same < least && one[same] == other[same])
+        ++same;
+    return same;
+}
+
+std::size_t sameAtEnd(std::string_view one, std::string_view other) {
+    const std::size_t least = std::min(one.size(), other.size());
+    std::size_t same = 0;
+    while (same + piece <= least &&
+           one.substr(one.size() - same - piece, piece) == other.substr(other.size() - same - piece, piece))
+        same += piece;
+    while (same < least && one[one.size() - same - 1] == other[other.size() - same - 1])
+        ++same;
+    return same;
 }
 
 } // namespace orvista

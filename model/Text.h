@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -18,6 +19,11 @@ bool equalsIgnoringCase(std::string_view left, std::string_view right);
 /// True when `text` begins with `prefix`, ASCII case folded.
 bool startsWithIgnoringCase(std::string_view text, std::string_view prefix);
 bool endsWithIgnoringCase(std::string_view text, std::string_view suffix);
+
+/// How many bytes two texts have in common before the first one that differs.
+std::size_t sameAtStart(std::string_view one, std::string_view other);
+/// The same after the last one that differs.
+std::size_t sameAtEnd(std::string_view one, std::string_view other);
 
 } // namespace orvista
 

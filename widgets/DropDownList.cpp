@@ -1,12 +1,38 @@
 #include "widgets/DropDownList.h"
 
 #include <QKeyEvent>
+#include <QStyle>
+#include <QStyleOptionComboBox>
 #include <QWheelEvent>
+
+#include <algorithm>
 
 namespace orvista {
 
 DropDownList::DropDownList(QWidget* parent) : QComboBox(parent) {
     setFocusPolicy(Qt::StrongFocus);
+}
+
+void DropDownList::keepWidth(int characters) {
+    characters_ = characters;
+    updateGeometry();
+}
+
+QSize DropDownList::sizeHint() const {
+    return characters_ > 0 ? keptSize() : QComboBox::sizeHint();
+}
+
+QSize DropDownList::minimumSizeHint() const {
+    return characters_ > 0 ? keptSize() : QComboBox::minimumSizeHint();
+}
+
+// Qt's own policy for it would make the list that is opened at once, and most lists never are.
+QSize DropDownList::keptSize() const {
+    QStyleOptionComboBox option;
+    initStyleOption(&option);
+    const QSize content(characters_ * fontMetrics().horizontalAdvance(u'X') + iconSize().width(),
+                        std::max(fontMetrics().height(), iconSize().height()) + 2);
+    return style()->sizeFromContents(QStyle::CT_ComboBox, &option, content, this);
 }
 
 bool DropDownList::event(QEvent* event) {

@@ -35,7 +35,7 @@ QSize NotAppliedLabel::sizeHint() const {
 }
 
 QSize NotAppliedLabel::minimumSizeHint() const {
-    return {leastCharacters * fontMetrics().averageCharWidth(), sizeHint().height()};
+    return {leastCharacters * fontMetrics().averageCharWidth(), fontMetrics().height()};
 }
 
 } // namespace orvista

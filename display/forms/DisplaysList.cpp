@@ -22,8 +22,7 @@ DisplaysList::DisplaysList(QWidget* parent) : DropDownList(parent) {
     // Without a label before it: the row has no room to spare.
     setAccessibleName(tr("Display whose values are shown"));
     setToolTip(tr("With the values of which display places such as {line:4} are shown"));
-    setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    setMinimumContentsLength(leastCharacters);
+    keepWidth(leastCharacters);
     hide();
     connect(this, &QComboBox::currentIndexChanged, this,
             [this](int row) { emit displayChosen(row > asTyped ? names_.value(row - 1) : QString()); });

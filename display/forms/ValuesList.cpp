@@ -16,8 +16,7 @@ ValuesList::ValuesList(const Project& project, std::function<std::vector<ShownFi
     setAccessibleName(tr("Values of the fields"));
     setToolTip(tr("With which values the fields are shown"));
     // The longest entry is wider than the row can spare.
-    setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    setMinimumContentsLength(static_cast<int>(itemText(Defaults).size()));
+    keepWidth(static_cast<int>(itemText(Defaults).size()));
     setHeld(std::nullopt);
     connect(this, &QComboBox::activated, this, &ValuesList::choose);
     connect(this, &QComboBox::currentIndexChanged, this, [this](int row) {

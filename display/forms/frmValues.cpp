@@ -134,8 +134,7 @@ QWidget* frmValues::booleanBox(const Project& project, std::size_t index) {
         named<DropDownList>(QStringLiteral("cboValue") + nameOfField({LiveValue::Boolean, index}));
     list->addItems({tr("Default: %1").arg(text(defaultBoolean(variable))), tr("On: %1").arg(text(true)),
                     tr("Off: %1").arg(text(false))});
-    list->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    list->setMinimumContentsLength(valueCharacters);
+    list->keepWidth(valueCharacters);
     if (const auto set = own_.booleans.find(index); set != own_.booleans.end())
         list->setCurrentIndex(set->second ? 1 : 2);
     connect(list, &QComboBox::currentIndexChanged, this, [this, index](int row) {

@@ -1,5 +1,6 @@
 #include "items/forms/ShownTexts.h"
 
+#include "model/Text.h"
 #include "widgets/DeviceText.h"
 
 #include <algorithm>
@@ -24,8 +25,7 @@ QString shortened(const std::string& text, std::size_t from) {
 }
 
 std::size_t shownFrom(const std::string& one, const std::string& other) {
-    const auto same = std::mismatch(one.begin(), one.end(), other.begin(), other.end()).first - one.begin();
-    const auto differs = static_cast<std::size_t>(same);
+    const std::size_t differs = sameAtStart(one, other);
     const bool isSeen = differs + shownBefore < mostShown || std::max(one.size(), other.size()) <= mostShown;
     return isSeen ? 0 : differs - shownBefore;
 }

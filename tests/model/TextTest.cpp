@@ -29,6 +29,27 @@ TEST(Text, FoldsAsciiLettersOnly) {
     EXPECT_FALSE(endsWithIgnoringCase("orx", ".orx"));
 }
 
+TEST(Text, TellsWhatTwoTextsHaveInCommon) {
+    EXPECT_EQ(sameAtStart("", "a"), 0U);
+    EXPECT_EQ(sameAtStart("level", "lever"), 4U);
+    EXPECT_EQ(sameAtStart("level", "level 2"), 5U);
+    EXPECT_EQ(sameAtEnd("a", ""), 0U);
+    EXPECT_EQ(sameAtEnd("flow", "slow"), 3U);
+    EXPECT_EQ(sameAtEnd("my flow", "flow"), 4U);
+}
+
+TEST(Text, TellsWhatTwoLongTextsHaveInCommonAtEachPlace) {
+    const std::string text(600, 'x');
+    for (std::size_t differs = 0; differs < text.size(); ++differs) {
+        std::string other = text;
+        other[differs] = 'y';
+        ASSERT_EQ(sameAtStart(text, other), differs);
+        ASSERT_EQ(sameAtEnd(text, other), text.size() - differs - 1);
+    }
+    EXPECT_EQ(sameAtStart(text, text), text.size());
+    EXPECT_EQ(sameAtEnd(text, text + text), text.size());
+}
+
 TEST(IsAllDigits, PassesNonEmptyDigitsOnly) {
     using GenenalModule::IsAllDigits;
     EXPECT_TRUE(IsAllDigits("0"));
