@@ -6,7 +6,6 @@ import io
 import json
 import os
 import re
-import resource
 import select
 import struct
 import subprocess
@@ -20,7 +19,7 @@ from unittest import mock
 sys.path.insert(0, str(Path(__file__).parents[1] / "tour"))
 import device_files  # noqa: E402  the project's files, written apart from the program
 
-from program import EXAMPLE, COMMANDS, GOLDEN, PROGRAM, PROJECT, SOURCE, ProgramTest, as_ordinary_user, main
+from program import EXAMPLE, COMMANDS, GOLDEN, PROGRAM, PROJECT, SOURCE, ProgramTest, as_ordinary_user, main, no_file_grows
 
 
 def golden(name):
@@ -29,10 +28,6 @@ def golden(name):
 
 def table(data):
     return list(csv.DictReader(io.StringIO(data.decode("utf-8-sig"), newline="")))
-
-
-def no_file_grows():
-    resource.setrlimit(resource.RLIMIT_FSIZE, (1000, 1000))
 
 
 class Usage(ProgramTest):

@@ -6,7 +6,6 @@ import json
 import os
 import random
 import re
-import resource
 import signal
 import socket
 import subprocess
@@ -16,7 +15,7 @@ from pathlib import Path
 from displays import PORTS, Display
 from fleet import NOBODY, FleetTest, device_files
 from ftp_displays import DEVICE_FILES, Displays
-from program import PROGRAM, main
+from program import PROGRAM, main, no_file_grows
 
 
 class Upload(FleetTest):
@@ -402,7 +401,7 @@ class Download(FleetTest):
         for arguments in (["upload", "plant/LINE3.orx", "--to", display.address],
                           ["download", "--from", display.address, "-o", "here/P.orx"],
                           ["compare", "plant/LINE3.orx", display.address]):
-            process = self.start(*arguments, preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_FSIZE, (100, 100)))
+            process = self.start(*arguments, preexec_fn=lambda: no_file_grows(100))
             out, error = process.communicate(timeout=100)
             self.assertNotEqual(process.returncode, 0)
             self.assertRegex((out + error).decode(), re.escape(str(self.folder / "tmp" / "orvista-"))

@@ -1,6 +1,7 @@
 """Runs the built orvista in folders of its own. The first two arguments are the program and the source folder."""
 
 import os
+import resource
 import shutil
 import signal
 import subprocess
@@ -68,6 +69,13 @@ def as_ordinary_user():
     if os.geteuid() == 0:
         os.setgid(65534)
         os.setuid(65534)
+
+
+def no_file_grows(size=1000):
+    """As on a full disk. Where the program counts what tests reach, its counters would be cut off for all tests:
+    it keeps others beside itself."""
+    resource.setrlimit(resource.RLIMIT_FSIZE, (size, size))
+    os.environ["GCOV_PREFIX"] = str(Path(PROGRAM).parent / "cut-off")
 
 
 def main():
