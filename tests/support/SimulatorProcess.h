@@ -22,6 +22,7 @@ public:
 
     quint16 modbusPort() const { return modbusPort_; }
     quint16 transferPort() const { return transferPort_; }
+    qint64 id() const { return process_.processId(); }
 
     /// Waits for a line that matches, among those not yet waited past. False after ten seconds.
     bool waitForLine(const QString& pattern, QString* line = nullptr);
