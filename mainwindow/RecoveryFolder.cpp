@@ -170,8 +170,9 @@ bool RecoveryFolder::isOfNewerVersion(const QString& path) {
 }
 
 bool RecoveryFolder::removeAbandoned(const QString& path) {
+    // On a full disk no lock can be written, and just there a copy must be able to go.
     const auto lock = heldLock(path);
-    return lock && QFile::remove(path);
+    return (lock || !isRecoveryLockHeld(path)) && QFile::remove(path);
 }
 
 std::string RecoveryFolder::bytesOf(const QString& path) {
@@ -181,7 +182,8 @@ std::string RecoveryFolder::bytesOf(const QString& path) {
 std::optional<RecoveryFolder::ClaimedBytes> RecoveryFolder::claimBytes(const QString& path) {
     auto lock = recoveryLockOf(path);
     const bool isHeld = lock->tryLock(0);
-    if (!isHeld && lock->error() == QLockFile::LockFailedError)
+    // The lock of an editor that was killed stays where nothing can be written.
+    if (!isHeld && isRecoveryLockHeld(path))
         return std::nullopt;
     return ClaimedBytes{isHeld ? std::move(lock) : nullptr, bytesOf(path)};
 }

@@ -68,10 +68,10 @@ void CsvReader::takeCell(std::string& cell) {
     cell.clear();
     if (rest_.starts_with(quote))
         takeQuoted(cell);
-    const char ends[] = {separator_, '\r', '\n'};
-    const auto end = std::min(rest_.find_first_of({ends, sizeof ends}), rest_.size());
-    cell.append(rest_, 0, end);
-    rest_.remove_prefix(end);
+    const auto end = std::ranges::find_if(rest_, [this](char c) { return endsCell(c); });
+    const auto size = static_cast<std::size_t>(end - rest_.begin());
+    cell.append(rest_, 0, size);
+    rest_.remove_prefix(size);
 }
 
 void CsvReader::takeQuoted(std::string& cell) {
@@ -90,8 +90,7 @@ void CsvReader::takeQuoted(std::string& cell) {
         cell.push_back(quote);
         rest_.remove_prefix(1);
     }
-    if (!rest_.empty() && rest_.front() != separator_ && rest_.front() != '\r' && rest_.front() != '\n' &&
-        fault_ == CsvFault::None)
+    if (!rest_.empty() && !endsCell(rest_.front()) && fault_ == CsvFault::None)
         fault_ = CsvFault::TextAfterQuote;
 }
 

@@ -39,6 +39,7 @@ public:
     std::size_t faultCell() const { return faultCell_; }
 
 private:
+    bool endsCell(char c) const { return c == separator_ || c == '\r' || c == '\n'; }
     void takeCell(std::string& cell);
     void takeQuoted(std::string& cell);
     /// True when a separator follows, which is taken; a line end is taken, too.

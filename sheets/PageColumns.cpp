@@ -83,14 +83,16 @@ private:
 
     void readField(std::size_t first, FieldChoice& field, bool isShown) {
         const std::string_view word = blanksTrimmed(sheet_.cell(first));
-        if (const auto found = positionOf(word, wizard::fieldSources()))
+        if (word.empty()) {
+            if (isShown)
+                notes_.add(sheet_.row(), {},
+                           std::string(names[first]) +
+                               " is empty: " + listed(wizard::fieldSources(), field.cbVar) + " is taken");
+        } else if (const auto found = positionOf(word, wizard::fieldSources())) {
             field.cbVar = *found;
-        else if (!word.empty())
+        } else {
             fail(first, quotation(word) + " is not a variable, " + choiceOf(clockStyles));
-        else if (isShown)
-            notes_.add(sheet_.row(), {},
-                       std::string(names[first]) +
-                           " is empty: " + listed(wizard::fieldSources(), field.cbVar) + " is taken");
+        }
         choose(first + 1, colourStyles, field.cbVarFgClr);
         choose(first + 2, colourStyles, field.cbVarBgClr);
     }

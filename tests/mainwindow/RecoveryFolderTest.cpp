@@ -51,6 +51,12 @@ struct Copies {
         }
         throw std::runtime_error("no copy is there");
     }
+    /// The lock of that copy, as an editor leaves it that is killed.
+    void leaveLock(const QString& copy) const {
+        // A process that is gone, on this machine.
+        writeBytes((path() + u'/' + copy.section(u'.', 0, 0) + QStringLiteral(".lock")).toStdString(),
+                   "999999999\norvista-editor\n" + QSysInfo::machineHostName().toStdString() + "\n");
+    }
     QStringList files() const { return QDir(path()).entryList(QDir::Files, QDir::Name); }
 
     TemporaryFolder folder;
@@ -99,6 +105,7 @@ private slots:
     void whatCannotBeReadCannotBeClaimed();
     void listingWritesNothing();
     void aFolderThatMayNotBeWrittenIsListedAndOpened();
+    void aLockThatCannotBeTakenOverIsNoHindrance();
     void aLockOfAnEarlierStartOfTheSystemCountsNoMore();
     void whatIsNotOursIsLeftAlone();
     void aLinkToADeviceIsNoCopy();
@@ -225,15 +232,11 @@ void RecoveryFolderTest::theCopyOfARunningEditorIsNeverRemoved() {
 void RecoveryFolderTest::whatKilledEditorsLeftIsRemoved() {
     const Copies copies;
     const QString kept = copies.leave("kept", 1);
-    // A process that is gone, on this machine.
-    const std::string lock = "999999999\norvista-editor\n" + QSysInfo::machineHostName().toStdString() + "\n";
-    const auto put = [&copies](const QString& name, const std::string& bytes) {
-        writeBytes((copies.path() + u'/' + name).toStdString(), bytes);
-    };
     const QString dead = QStringLiteral("01234567-89ab-cdef-0123-456789abcdef");
-    put(dead + QStringLiteral(".lock"), lock);
-    put(dead + QStringLiteral(".recovery.AbCdEf"), "orvista-rec");
-    put(kept.section(u'.', 0, 0) + QStringLiteral(".lock"), lock);
+    copies.leaveLock(dead);
+    writeBytes((copies.path() + u'/' + dead + QStringLiteral(".recovery.AbCdEf")).toStdString(),
+               "orvista-rec");
+    copies.leaveLock(kept);
     RecoveryFolder running(copies.path());
     QVERIFY(running.write(workOf("running")));
     RecoveryFolder editor(copies.path());
@@ -306,6 +309,28 @@ void RecoveryFolderTest::aFolderThatMayNotBeWrittenIsListedAndOpened() {
     }));
     fs::permissions(copies.path().toStdString(), fs::perms(0755));
     QCOMPARE(namesIn(RecoveryFolder(copies.path())), QStringList{"Line3"});
+#endif
+}
+
+void RecoveryFolderTest::aLockThatCannotBeTakenOverIsNoHindrance() {
+#ifdef Q_OS_UNIX
+    const Copies copies;
+    const QString name = copies.leave("Line3", 1);
+    const QString copy = copies.path() + u'/' + name;
+    copies.leaveLock(name);
+    const auto isOpened = [&copy] {
+        const auto claimed = RecoveryFolder::claim(copy);
+        return claimed && !claimed->lock && claimed->work.project.ProjName == "Line3";
+    };
+    fs::permissions(copies.folder.path(), fs::perms(0755));
+    fs::permissions(copies.path().toStdString(), fs::perms(0555));
+    fs::permissions(copy.toStdString(), fs::perms(0444));
+    QVERIFY(holdsUnprivileged([&] { return isOpened() && !RecoveryFolder::removeAbandoned(copy); }));
+    fs::permissions(copies.path().toStdString(), fs::perms(0755));
+    const FullDisk disk(0);
+    QVERIFY(isOpened());
+    QVERIFY(RecoveryFolder::removeAbandoned(copy));
+    QVERIFY(!QFile::exists(copy));
 #endif
 }
 
