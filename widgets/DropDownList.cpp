@@ -30,7 +30,7 @@ QSize DropDownList::minimumSizeHint() const {
 QSize DropDownList::keptSize() const {
     QStyleOptionComboBox option;
     initStyleOption(&option);
-    const QSize content(characters_ * fontMetrics().horizontalAdvance(u'X') + iconSize().width(),
+    const QSize content(characters_ * fontMetrics().horizontalAdvance(u'X'),
                         std::max(fontMetrics().height(), iconSize().height()) + 2);
     return style()->sizeFromContents(QStyle::CT_ComboBox, &option, content, this);
 }
