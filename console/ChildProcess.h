@@ -32,6 +32,11 @@ public:
     static constexpr bool isCopy = true;
 #endif
 
+    /// This program and the children it starts from now on take their share of the processor without cutting
+    /// in on others: programs that people look at, simulated displays that are to answer. Does nothing where
+    /// the system knows no such kind of work.
+    static void workInBulk();
+
     /// \param environment added to this program's own
     /// \throws std::system_error
     ChildProcess(const Work& work, std::span<const Setting> environment);

@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <fcntl.h>
 #include <poll.h>
+#include <sched.h>
 #include <stdio_ext.h>
 #include <sys/prctl.h>
 #include <sys/wait.h>
@@ -101,6 +102,12 @@ struct ChildProcess::System {
     PipeEnd input;
     PipeEnd output;
 };
+
+void ChildProcess::workInBulk() {
+    const sched_param none{};
+    if (sched_getscheduler(0) == SCHED_OTHER) // else who started this program has chosen
+        sched_setscheduler(0, SCHED_BATCH, &none);
+}
 
 ChildProcess::ChildProcess(const Work& work, std::span<const Setting> environment)
     : system_(std::make_unique<System>()) {

@@ -77,6 +77,8 @@ Pipe makePipe(Handle Pipe::*ownEnd) {
 
 } // namespace
 
+void ChildProcess::workInBulk() {}
+
 ChildProcess::ChildProcess(const Work& work, std::span<const Setting> environment)
     : system_(std::make_unique<System>()) {
     const std::wstring program = ownPath();

@@ -29,6 +29,7 @@ FleetRun::FleetRun(std::vector<FleetTask> tasks, std::size_t jobs, std::string s
 }
 
 std::vector<FleetResult> FleetRun::run(Interruption& interruption) {
+    ChildProcess::workInBulk();
     while (next_ < tasks_.size() || !processes_.empty()) {
         while (!interruption.came() && processes_.size() < jobs_ && begin()) {
         }

@@ -629,12 +629,12 @@ class Interruption(FleetTest):
         status, _, _ = self.interrupted(lambda process: process.kill())
         self.assertEqual(status, -signal.SIGKILL)
 
-    def with_silent_display(self):
+    def with_silent_display(self, **how):
         """The program in a session of its own, while its worker waits for a display that says nothing."""
         listener = socket.create_server(("127.0.0.1", random.choice(PORTS)))
         self.addCleanup(listener.close)
         address = "127.0.0.1:%d" % listener.getsockname()[1]
-        process = self.start("upload", "plant/LINE3.orx", "--json", "--to", address, start_new_session=True)
+        process = self.start("upload", "plant/LINE3.orx", "--json", "--to", address, start_new_session=True, **how)
         connection, _ = listener.accept()
         self.addCleanup(connection.close)
         return process
@@ -649,6 +649,17 @@ class Interruption(FleetTest):
         process.communicate(timeout=30)
         self.wait_for_end_of(children)
         self.assertLess(time.monotonic() - began, 5)
+
+    def test_nobody_is_cut_in_on(self):
+        """Unless the user has chosen another way."""
+        for given, taken in (os.SCHED_OTHER, os.SCHED_BATCH), (os.SCHED_IDLE, os.SCHED_IDLE):
+            with self.subTest(given=given):
+                process = self.with_silent_display(
+                    preexec_fn=lambda: os.sched_setscheduler(0, given, os.sched_param(0)))
+                processes = [process.pid, *map(int, self.children(process))]
+                self.assertEqual([os.sched_getscheduler(pid) for pid in processes], [taken, taken])
+                process.kill()
+                process.communicate(timeout=30)
 
     def test_ctrl_c_of_a_terminal_reaches_the_workers_too(self):
         process = self.with_silent_display()
