@@ -213,7 +213,10 @@ int RowsTable::sizeHintForRow(int row) const {
 void RowsTable::fitRows(int first, int step, int room) {
     for (int row = first; row >= 0 && row < shown_->rowCount() && room > 0; row += step) {
         const int height = sizeHintForRow(row);
+        const bool changesLeastRoom = row == 0 && height != rowHeight(row);
         verticalHeader()->resizeSection(row, height);
+        if (changesLeastRoom)
+            updateGeometry();
         room -= height;
     }
 }
@@ -248,7 +251,10 @@ void RowsTable::verticalScrollbarValueChanged(int value) {
 
 QSize RowsTable::minimumSizeHint() const {
     const QSize usual = QTableView::minimumSizeHint();
-    const int row = fontMetrics().lineSpacing() * 3 / 2;
+    const int line = fontMetrics().lineSpacing();
+    int row = line * 3 / 2;
+    if (!rowsAreEqual_ && shown_->rowCount() > 0)
+        row = std::clamp(rowHeight(0), row, 3 * line);
     const int rows = horizontalHeader()->sizeHint().height() + row + 2 * frameWidth();
     return {usual.width(), std::min(usual.height(), rows)};
 }

@@ -93,6 +93,7 @@ private slots:
     void keepsThePlaceWhenTheRowsChange();
     void sameRowsChangeNothing();
     void longTextsInTheLastColumnAreBroken();
+    void theFirstRowHasRoomHoweverSmallTheTable();
     void rowsAreTickedByClickAndSpace();
     void onlyTheGivenRowsAreShown();
     void asManyRowsAsBeforeStaySelected();
@@ -224,6 +225,22 @@ void RowsTableTest::longTextsInTheLastColumnAreBroken() {
     QCOMPARE(rows.table.rowHeight(1), line);
     rows.table.resize(2000, 200);
     QTRY_COMPARE(rows.table.rowHeight(0), line);
+}
+
+void RowsTableTest::theFirstRowHasRoomHoweverSmallTheTable() {
+    Table rows;
+    const auto spare = [&rows] {
+        return rows.table.minimumSizeHint().height() - 2 * rows.table.frameWidth() -
+               rows.table.horizontalHeader()->height() - rows.table.rowHeight(0);
+    };
+    const int line = rows.table.rowHeight(0);
+    QVERIFY(spare() >= 0);
+    rows.table.setRows({{{"pear"}, {QStringLiteral("one\ntwo")}}, {{"apple"}, {"9"}}});
+    QTRY_VERIFY(rows.table.rowHeight(0) > line);
+    QCOMPARE(spare(), 0);
+    // A whole message does not drive all else out of a small window.
+    rows.table.setRows({{{"pear"}, {QStringLiteral("line\n").repeated(20)}}, {{"apple"}, {"9"}}});
+    QTRY_VERIFY(spare() < 0);
 }
 
 void RowsTableTest::rowsAreTickedByClickAndSpace() {
