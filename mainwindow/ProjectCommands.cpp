@@ -150,7 +150,8 @@ MenuRow ProjectCommands::toolsMenu() {
                  tr("Label, unit and comment of each variable and message; the display's name and columns"),
                  Rules::projectWork, handler(names_, &NamesCommands::miToolsNames_Click)),
              row("miToolsExportAddresses", tr("Export &Address List…"), {},
-                 tr("Write where every variable and message lies, for the PLC programmer: CSV, HTML or PDF"),
+                 tr("Write where every variable and message lies, for the PLC programmer: as a table, as "
+                    "HTML or PDF, as Structured Text or PLCopen XML"),
                  Rules::projectWork, handler(sheets_, &SheetCommands::miToolsExportAddresses_Click),
                  {.beginsGroup = true}),
              row("miToolsBook", tr("Export Message &Book\u2026"), {},

@@ -41,6 +41,10 @@ QString phrase(const UnsavedDifferences& differences) {
     return parts.isEmpty() ? Recovery::tr("nothing") : parts.join(QStringLiteral("; "));
 }
 
+QString ofNewerVersion() {
+    return Recovery::tr("was written by a newer version of the program");
+}
+
 } // namespace
 
 Recovery::Recovery(DocMgrModule::ProjectLifecycle& lifecycle, const Surroundings& surroundings,
@@ -107,9 +111,7 @@ frmRestore::Row Recovery::rowOf(const RecoveryFolder::Copy& copy) const {
     const auto work = RecoveryFolder::read(copy.path);
     if (!work)
         return {copy.written, shownPath(copy.path.toStdString()),
-                RecoveryFolder::isOfNewerVersion(copy.path)
-                    ? tr("was written by a newer version of the program")
-                    : tr("cannot be read")};
+                RecoveryFolder::isOfNewerVersion(copy.path) ? ofNewerVersion() : tr("cannot be read")};
     const PathRules& paths = lifecycle_.environment().paths;
     return {copy.written, shownPath(paths.join(work->project.ProjPath, work->project.ProjName)),
             phrase(unsavedDifferences(*work, paths))};
@@ -117,8 +119,12 @@ frmRestore::Row Recovery::rowOf(const RecoveryFolder::Copy& copy) const {
 
 void Recovery::open(const QString& path) {
     auto claimed = RecoveryFolder::claim(path);
-    if (!claimed)
-        return around_.messages.show(MessageIcon::Exclamation, "Unable to open " + path.toStdString());
+    if (!claimed) {
+        std::string text = "Unable to open " + path.toStdString();
+        if (RecoveryFolder::isOfNewerVersion(path))
+            text += ": it " + ofNewerVersion().toStdString();
+        return around_.messages.show(MessageIcon::Exclamation, text);
+    }
     if (!lifecycle_.openUnsavedWork(claimed->work.project))
         return;
     const std::vector<NotAppliedTexts> notApplied = claimed->work.notApplied;

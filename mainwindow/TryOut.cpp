@@ -86,7 +86,6 @@ void TryOut::openCopy(const std::string& folder) {
     copy_ = folder;
     startDisplay();
     navigator_.goTo({firstMessage, 0});
-    tellHowToGoOn();
 }
 
 void TryOut::follow() {
@@ -115,6 +114,7 @@ void TryOut::startDisplay() {
     display_->setProcessChannelMode(QProcess::ForwardedErrorChannel);
     connect(&*display_, &QProcess::readyReadStandardOutput, this, &TryOut::readOutput);
     connect(&*display_, &QProcess::errorOccurred, this, &TryOut::tellNotStarted);
+    tellHowToGoOn(); // unless the display cannot be reached, which may come out at once
     display_->start(settings_.simulator,
                     settings_.options + QStringList{"--until-input-ends", "--remove-root", "--beside", beside,
                                                     "--root", shownPath(held_->path())});
@@ -127,14 +127,19 @@ void TryOut::readOutput() {
 
 void TryOut::takeLine(const QString& line) {
     if (line.startsWith(QStringLiteral("Modbus/TCP not available")))
-        tell(displayNotice, tr("The test page cannot reach the simulated display. %1").arg(line));
+        tellOutOfReach(tr("The test page cannot reach the simulated display. %1").arg(line));
     if (line.startsWith(QStringLiteral("File transfer not available")))
         tell(transferNotice, tr("Upload and Download cannot reach the simulated display. %1").arg(line));
 }
 
 void TryOut::tellNotStarted(QProcess::ProcessError error) {
     if (error == QProcess::FailedToStart)
-        tell(displayNotice, tr("The simulated display cannot be started: %1").arg(settings_.simulator));
+        tellOutOfReach(tr("The simulated display cannot be started: %1").arg(settings_.simulator));
+}
+
+void TryOut::tellOutOfReach(const QString& text) {
+    takeHintAway();
+    tell(displayNotice, text);
 }
 
 void TryOut::tell(const char* notice, const QString& text) {

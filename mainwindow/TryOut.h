@@ -39,6 +39,7 @@ private:
     void takeLine(const QString& line);
     void tellNotStarted(QProcess::ProcessError error);
     /// In a line below the pages.
+    void tellOutOfReach(const QString& text);
     void tell(const char* notice, const QString& text);
 
     DocMgrModule::ProjectLifecycle& lifecycle_;

@@ -541,9 +541,12 @@ void RecoveryTest::aCopyOfANewerVersionSaysSo() {
     onModal("frmRestore", [&copy](QWidget* dialog) {
         QCOMPARE(rowsOf(dialog), QStringList{QDir::toNativeSeparators(copy) +
                                              "|was written by a newer version of the program"});
-        dialog->close();
+        openFirst(dialog);
     });
     editor.trigger("miToolsRestore");
+    QCOMPARE(editor.messages.shown.back().text, "Unable to open " +
+                                                    QDir::toNativeSeparators(copy).toStdString() +
+                                                    ": it was written by a newer version of the program");
     QVERIFY(QFile::exists(copy));
 }
 

@@ -304,6 +304,7 @@ void TryOutTest::saysWhatTheSimulatedDisplaySaysOfTakenPorts() {
                     .startsWith(QStringLiteral("Upload and Download cannot reach the simulated display. File "
                                                "transfer not available on 127.0.0.1:%1: ")
                                     .arg(transfer.serverPort())));
+    QVERIFY(notice(editor, "lblGoThere").isEmpty()); // the test page would not work
 }
 
 void TryOutTest::saysWhatHelpsWherePort502IsRefused() {
@@ -324,6 +325,7 @@ void TryOutTest::saysThatThereIsNoSimulator() {
     editor.tryIn(folder);
     QTRY_COMPARE(notice(editor), QStringLiteral("The simulated display cannot be started: ") +
                                      QString::fromStdString(folder.file("none")));
+    QVERIFY(notice(editor, "lblGoThere").isEmpty());
     QCOMPARE(editor.title(), QStringLiteral("Orvista Message Editor - [PUMPSTATION]"));
 }
 
