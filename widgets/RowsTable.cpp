@@ -250,13 +250,12 @@ void RowsTable::verticalScrollbarValueChanged(int value) {
 }
 
 QSize RowsTable::minimumSizeHint() const {
-    const QSize usual = QTableView::minimumSizeHint();
     const int line = fontMetrics().lineSpacing();
     int row = line * 3 / 2;
     if (!rowsAreEqual_ && shown_->rowCount() > 0)
-        row = std::clamp(rowHeight(0), row, 3 * line);
-    const int rows = horizontalHeader()->sizeHint().height() + row + 2 * frameWidth();
-    return {usual.width(), std::min(usual.height(), rows)};
+        row = std::clamp(rowHeight(0), row, line * 5 / 2);
+    return {QTableView::minimumSizeHint().width(),
+            horizontalHeader()->sizeHint().height() + row + 2 * frameWidth()};
 }
 
 void RowsTable::scrollTo(const QModelIndex& index, ScrollHint hint) {

@@ -67,7 +67,7 @@ public:
     QString copiedText() const;
     /// Does what Enter does.
     void activateCurrent() { activate(currentIndex()); }
-    /// Room for the heads and the first row, as far as that has no more than a few lines.
+    /// Room for the heads and the first row, as far as that has no more than two lines.
     QSize minimumSizeHint() const override;
     void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
 
