@@ -212,11 +212,11 @@ int RowsTable::sizeHintForRow(int row) const {
 
 void RowsTable::fitRows(int first, int step, int room) {
     for (int row = first; row >= 0 && row < shown_->rowCount() && room > 0; row += step) {
+        const int before = rowHeight(row);
         const int height = sizeHintForRow(row);
-        const bool changesLeastRoom = row == 0 && height != rowHeight(row);
         verticalHeader()->resizeSection(row, height);
-        if (changesLeastRoom)
-            updateGeometry();
+        if (row == 0 && rowHeight(row) != before)
+            updateGeometry(); // the least height is that of the first row
         room -= height;
     }
 }

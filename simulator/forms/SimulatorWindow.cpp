@@ -6,6 +6,7 @@
 #include "simulator/forms/FaultsMenu.h"
 #include "simulator/forms/ItemsTable.h"
 #include "simulator/forms/LogView.h"
+#include "simulator/forms/PlaceBeside.h"
 
 #include <QFileDialog>
 #include <QFrame>
@@ -17,10 +18,7 @@
 #include <QScreen>
 #include <QSplitter>
 #include <QStatusBar>
-#include <QStyle>
 #include <QVBoxLayout>
-
-#include <vector>
 
 namespace orvista {
 
@@ -37,25 +35,14 @@ QWidget* titled(const QString& title, QWidget* content) {
     return box;
 }
 
-struct FreePart {
-    QRect part;
-    Qt::Alignment alignment; ///< of a window in it that is to be near the other
-};
-
-/// What another window leaves of the room of a screen, the best part first. Its edges may lie beyond the
-/// screen's.
-std::vector<FreePart> freeParts(const QRect& room, const QRect& other) {
-    std::vector<FreePart> parts{
-        {{other.topRight() + QPoint(1, 0), room.bottomRight()}, Qt::AlignLeft | Qt::AlignTop},
-        {{QPoint(room.left(), other.top()), QPoint(other.left() - 1, room.bottom())},
-         Qt::AlignRight | Qt::AlignTop},
-        {{other.bottomLeft() + QPoint(0, 1), room.bottomRight()}, Qt::AlignLeft | Qt::AlignTop},
-        {{QPoint(other.left(), room.top()), QPoint(room.right(), other.top() - 1)},
-         Qt::AlignLeft | Qt::AlignBottom}};
-    std::erase_if(parts, [](const FreePart& free) { return !free.part.isValid(); });
-    for (FreePart& free : parts)
-        free.part &= room;
-    return parts;
+/// What is said of the services that there are, or of those that there are not.
+QStringList serviceLines(const SimulatedDevice& device, bool areThere) {
+    QStringList lines;
+    if (device.modbus().errorText().isEmpty() == areThere)
+        lines << modbusLine(device);
+    if ((device.transfer().port() != 0) == areThere)
+        lines << transferLine(device);
+    return lines;
 }
 
 } // namespace
@@ -67,7 +54,7 @@ SimulatorWindow::SimulatorWindow(SimulatedDevice& device, QWidget* parent)
     connect(&device, &SimulatedDevice::logged, &log_, &LogModel::append);
     setCentralWidget(makeCentre());
     makeMenus();
-    auto* services = new QLabel(modbusLine(device).section(". ", 0, 0) + "   ·   " + transferLine(device));
+    auto* services = new QLabel(serviceLines(device, true).join("   ·   "));
     services->setObjectName("services");
     statusBar()->addWidget(services, 1);
     resize(sizeHint().boundedTo(screen()->availableSize()));
@@ -95,8 +82,8 @@ QWidget* SimulatorWindow::makeCentre() {
     halves->setChildrenCollapsible(false);
     auto* centre = new QWidget;
     auto* layout = new QVBoxLayout(centre);
-    if (device_.modbus().mayNotBind())
-        layout->addWidget(makePortNotice());
+    if (const QStringList missing = serviceLines(device_, false); !missing.empty())
+        layout->addWidget(makePortNotice(missing));
     layout->addWidget(halves, 1);
     return centre;
 }
@@ -123,22 +110,18 @@ QWidget* SimulatorWindow::makePanel() {
 }
 
 void SimulatorWindow::standBeside(const QRect& other) {
+    setAttribute(Qt::WA_ShowWithoutActivating); // the keyboard stays where the user goes on
     const QScreen* const shared = QGuiApplication::screenAt(other.center());
     if (!shared)
         return;
-    const QSize own = size();
-    const std::vector<FreePart> parts = freeParts(shared->availableGeometry(), other);
-    // Rather narrow than in front of what the user is to do there.
-    for (const QSize least : {own, minimumSizeHint().boundedTo(own)})
-        for (const auto& [part, alignment] : parts)
-            if (least.boundedTo(part.size()) == least) {
-                resize(own.boundedTo(part.size()));
-                return move(QStyle::alignedRect(Qt::LeftToRight, alignment, size(), part).topLeft());
-            }
+    if (const auto place = placeBeside(other, shared->availableGeometry(), {size(), minimumSizeHint()})) {
+        resize(place->size());
+        move(place->topLeft());
+    }
 }
 
-QWidget* SimulatorWindow::makePortNotice() {
-    auto* notice = new QLabel(modbusLine(device_));
+QWidget* SimulatorWindow::makePortNotice(const QStringList& missing) {
+    auto* notice = new QLabel(missing.join(u'\n'));
     notice->setObjectName("portNotice");
     notice->setWordWrap(true);
     notice->setFrameShape(QFrame::StyledPanel);

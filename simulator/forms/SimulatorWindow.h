@@ -19,14 +19,14 @@ public:
     bool saveLog(const QString& file, QString& error) const;
 
     QSize sizeHint() const override;
-    /// Takes a place beside that window, and is smaller for it, where the screen has room for both; else the
-    /// system gives it one.
+    /// Takes a place beside that window, as placeBeside() says; where there is none, the system gives it one.
+    /// It is then shown without taking the keyboard away from it.
     void standBeside(const QRect& other);
 
 private:
     void makeMenus();
     QWidget* makeCentre();
-    QWidget* makePortNotice();
+    QWidget* makePortNotice(const QStringList& missing);
     QWidget* makePanel();
     void askAndSaveLog();
     void askAndSavePicture();

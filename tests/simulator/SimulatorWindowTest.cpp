@@ -97,7 +97,9 @@ private slots:
         const int narrow = least.width() + 40;
         QCOMPARE(besideOneThatLeaves(narrow),
                  QRect(room.left() + room.width() - narrow, room.top(), narrow, usual.height()));
-        QCOMPARE(besideOneThatLeaves(least.width() - 1), QRect(room.topLeft(), usual));
+        // Else as little in front of it as can be.
+        QCOMPARE(besideOneThatLeaves(least.width() - 1),
+                 QRect(QPoint(room.left() + room.width() - least.width(), room.top()), least));
         // The frame of a window at the edge may lie beyond it.
         window_->standBeside({room.topLeft() - QPoint(8, 8), room.size() - QSize(usual.width() - 8, 20)});
         QCOMPARE(window_->pos(), QPoint(room.left() + room.width() - usual.width(), room.top()));
@@ -259,6 +261,27 @@ private slots:
             services.contains(QStringLiteral("Modbus/TCP on 127.0.0.1:%1").arg(device_->modbus().port())));
         QVERIFY(services.contains(
             QStringLiteral("File transfer on 127.0.0.1:%1").arg(device_->transfer().port())));
+        QVERIFY(!window_->findChild<QLabel*>("portNotice"));
+    }
+
+    void tellsInFullWhyAServiceIsNotThere() {
+        DeviceSettings settings;
+        settings.modbusPort = 0;
+        settings.transferPort = device_->transfer().port();
+        settings.root = root_->path();
+        SimulatedDevice second(settings, Faults());
+        QVERIFY(second.startModbus());
+        QVERIFY(!second.startTransfer());
+        SimulatorWindow window(second);
+        const auto* const notice = window.findChild<QLabel*>("portNotice");
+        QCOMPARE(notice->text(),
+                 QStringLiteral("File transfer not available on 127.0.0.1:%1: another program has this port. "
+                                "Close it, perhaps a simulated display that was started before, and start "
+                                "this one again")
+                     .arg(settings.transferPort));
+        QVERIFY(notice->wordWrap());
+        QCOMPARE(window.findChild<QLabel*>("services")->text(),
+                 QStringLiteral("Modbus/TCP on 127.0.0.1:%1").arg(second.modbus().port()));
     }
 
     void namesEveryPartForThoseWhoDoNotSeeIt() {
