@@ -105,7 +105,7 @@ struct ChildProcess::System {
 
 void ChildProcess::workInBulk() {
     const sched_param none{};
-    if (sched_getscheduler(0) == SCHED_OTHER) // else who started this program has chosen
+    if (sched_getscheduler(0) == SCHED_OTHER) // what the user chose stays
         sched_setscheduler(0, SCHED_BATCH, &none);
 }
 

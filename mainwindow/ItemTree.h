@@ -19,7 +19,7 @@ public:
         QString key; ///< kept in Qt::UserRole
         QString text;
     };
-    /// Adds a group at the top, with its nodes in view.
+    /// Adds a group at the top, expanded.
     void addGroup(const Node& group, const std::vector<Node>& nodes);
 
     /// What the tool-tip of a key's node is when it is asked for, as markup; empty for none.

@@ -120,10 +120,9 @@ frmRestore::Row Recovery::rowOf(const RecoveryFolder::Copy& copy) const {
 void Recovery::open(const QString& path) {
     auto claimed = RecoveryFolder::claim(path);
     if (!claimed) {
-        std::string text = "Unable to open " + path.toStdString();
-        if (RecoveryFolder::isOfNewerVersion(path))
-            text += ": it " + ofNewerVersion().toStdString();
-        return around_.messages.show(MessageIcon::Exclamation, text);
+        const std::string why =
+            RecoveryFolder::isOfNewerVersion(path) ? ": it " + ofNewerVersion().toStdString() : "";
+        return around_.messages.show(MessageIcon::Exclamation, "Unable to open " + path.toStdString() + why);
     }
     if (!lifecycle_.openUnsavedWork(claimed->work.project))
         return;

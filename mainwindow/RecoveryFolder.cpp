@@ -9,6 +9,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
+#include <QTemporaryFile>
 #include <QUuid>
 
 #include <algorithm>
@@ -34,6 +35,21 @@ bool isOurs(const QFileInfo& file) {
 std::unique_ptr<QLockFile> heldLock(const QString& path) {
     auto lock = recoveryLockOf(path);
     return lock->tryLock(0) ? std::move(lock) : nullptr;
+}
+
+/// On a full disk a file can be made, but not filled.
+bool canWriteBeside(const QString& path) {
+    QTemporaryFile file(QFileInfo(path).dir().filePath(QStringLiteral("XXXXXX")));
+    return file.open() && file.write("x") == 1 && file.flush();
+}
+
+/// The lock of an abandoned copy, so that no other editor takes it; null where nothing can be written and so
+/// nobody can have one. Nothing where another editor was first, or is about to be.
+std::optional<std::unique_ptr<QLockFile>> lockOfAbandoned(const QString& path) {
+    auto lock = heldLock(path);
+    if (!lock && (isRecoveryLockHeld(path) || canWriteBeside(path)))
+        return std::nullopt;
+    return lock;
 }
 
 /// Nothing of what is no regular file, or too long.
@@ -170,9 +186,8 @@ bool RecoveryFolder::isOfNewerVersion(const QString& path) {
 }
 
 bool RecoveryFolder::removeAbandoned(const QString& path) {
-    // On a full disk no lock can be written, and just there a copy must be able to go.
-    const auto lock = heldLock(path);
-    return (lock || !isRecoveryLockHeld(path)) && QFile::remove(path);
+    const auto lock = lockOfAbandoned(path);
+    return lock && QFile::remove(path);
 }
 
 std::string RecoveryFolder::bytesOf(const QString& path) {
@@ -180,12 +195,10 @@ std::string RecoveryFolder::bytesOf(const QString& path) {
 }
 
 std::optional<RecoveryFolder::ClaimedBytes> RecoveryFolder::claimBytes(const QString& path) {
-    auto lock = recoveryLockOf(path);
-    const bool isHeld = lock->tryLock(0);
-    // The lock of an editor that was killed stays where nothing can be written.
-    if (!isHeld && isRecoveryLockHeld(path))
+    auto lock = lockOfAbandoned(path);
+    if (!lock)
         return std::nullopt;
-    return ClaimedBytes{isHeld ? std::move(lock) : nullptr, bytesOf(path)};
+    return ClaimedBytes{*std::move(lock), bytesOf(path)};
 }
 
 std::optional<RecoveryFolder::Claimed> RecoveryFolder::claim(const QString& path) {

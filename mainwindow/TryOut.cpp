@@ -84,7 +84,13 @@ void TryOut::openCopy(const std::string& folder) {
     if (lifecycle_.project().ProjPath != folder)
         return; // the project before it could not be saved, and stays
     copy_ = folder;
-    startDisplay();
+    try {
+        startDisplay();
+    } catch (const std::system_error& failure) { // of the folder for its files
+        const std::string fault = held_ ? writingFault(held_->path()) : failure.what();
+        tellOutOfReach(tr("The simulated display cannot be started: %1")
+                           .arg(QString::fromStdString(fault.empty() ? failure.code().message() : fault)));
+    }
     navigator_.goTo({firstMessage, 0});
 }
 
@@ -114,7 +120,9 @@ void TryOut::startDisplay() {
     display_->setProcessChannelMode(QProcess::ForwardedErrorChannel);
     connect(&*display_, &QProcess::readyReadStandardOutput, this, &TryOut::readOutput);
     connect(&*display_, &QProcess::errorOccurred, this, &TryOut::tellNotStarted);
-    tellHowToGoOn(); // unless the display cannot be reached, which may come out at once
+    connect(&*display_, &QProcess::finished, this, &TryOut::takeHintAway);
+    // Before it starts: a failure takes the hint away, and may be reported at once.
+    tellHowToGoOn();
     display_->start(settings_.simulator,
                     settings_.options + QStringList{"--until-input-ends", "--remove-root", "--beside", beside,
                                                     "--root", shownPath(held_->path())});

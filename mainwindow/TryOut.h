@@ -38,8 +38,9 @@ private:
     void readOutput();
     void takeLine(const QString& line);
     void tellNotStarted(QProcess::ProcessError error);
-    /// In a line below the pages.
+    /// The test page does not work: the hint to go there is taken away.
     void tellOutOfReach(const QString& text);
+    /// In a line below the pages.
     void tell(const char* notice, const QString& text);
 
     DocMgrModule::ProjectLifecycle& lifecycle_;

@@ -26,7 +26,7 @@ QSize DropDownList::minimumSizeHint() const {
     return characters_ > 0 ? keptSize() : QComboBox::minimumSizeHint();
 }
 
-// Qt's own policy for it would make the list that is opened at once, and most lists never are.
+// Qt's own policy for it would build the popup at once, and most are never opened.
 QSize DropDownList::keptSize() const {
     QStyleOptionComboBox option;
     initStyleOption(&option);

@@ -9,6 +9,7 @@
 #include <QKeyEvent>
 
 #include <algorithm>
+#include <utility>
 
 namespace orvista {
 
@@ -212,11 +213,8 @@ int RowsTable::sizeHintForRow(int row) const {
 
 void RowsTable::fitRows(int first, int step, int room) {
     for (int row = first; row >= 0 && row < shown_->rowCount() && room > 0; row += step) {
-        const int before = rowHeight(row);
         const int height = sizeHintForRow(row);
         verticalHeader()->resizeSection(row, height);
-        if (row == 0 && rowHeight(row) != before)
-            updateGeometry(); // the least height is that of the first row
         room -= height;
     }
 }
@@ -242,6 +240,9 @@ void RowsTable::changeEvent(QEvent* event) {
 void RowsTable::updateGeometries() {
     fitRowsInView();
     QTableView::updateGeometries();
+    // The first row is another one, or has another height.
+    if (const int least = minimumSizeHint().height(); std::exchange(leastHeight_, least) != least)
+        updateGeometry();
 }
 
 void RowsTable::verticalScrollbarValueChanged(int value) {

@@ -67,7 +67,8 @@ public:
     QString copiedText() const;
     /// Does what Enter does.
     void activateCurrent() { activate(currentIndex()); }
-    /// Room for the heads and the first row, as far as that has no more than two lines.
+    /// Room for the heads and the first row, as far as that has no more than two lines; where all rows have
+    /// one height, for a line and a half. None for a scroll bar.
     QSize minimumSizeHint() const override;
     void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
 
@@ -115,6 +116,7 @@ private:
     Shown* shown_;
     bool rowsAreEqual_ = false; ///< in height
     bool isEditable_ = false;
+    int leastHeight_ = 0; ///< that the layout knows of, in pixels
     /// What heads and shown cells need in each column; empty while that is not known.
     std::vector<int> contentWidths_;
 };

@@ -94,10 +94,11 @@ QWidget* SimulatorWindow::makePanel() {
     nothingOn->setWordWrap(true);
     const auto follow = [this, nothingOn] {
         // The line keeps its room, so that the panel stays as large as it is.
-        nothingOn->setText(device_.messageCoils() != MessageCoils()
-                               ? QString()
-                               : tr("No message is on. The TCP Tester page of the editor switches "
-                                    "them on."));
+        const bool canBeReached = device_.modbus().errorText().isEmpty();
+        nothingOn->setText(device_.messageCoils() != MessageCoils() ? QString()
+                           : canBeReached
+                               ? tr("No message is on. The TCP Tester page of the editor switches them on.")
+                               : tr("No message is on."));
     };
     connect(&device_, &SimulatedDevice::changed, nothingOn, follow);
     follow();

@@ -19,7 +19,7 @@ from unittest import mock
 sys.path.insert(0, str(Path(__file__).parents[1] / "tour"))
 import device_files  # noqa: E402  the project's files, written apart from the program
 
-from program import EXAMPLE, COMMANDS, GOLDEN, PROGRAM, PROJECT, SOURCE, ProgramTest, as_ordinary_user, main, no_file_grows
+from program import EXAMPLE, COMMANDS, GOLDEN, OTHER_COUNTERS, PROGRAM, PROJECT, SOURCE, ProgramTest, as_ordinary_user, main, no_file_grows
 
 
 def golden(name):
@@ -749,7 +749,7 @@ class Outputs(ProgramTest):
     def test_full_disk(self):
         before = self.files()
         for command in self.commands:
-            self.complaint(1, *command, preexec=no_file_grows)
+            self.complaint(1, *command, preexec=no_file_grows, settings=OTHER_COUNTERS)
             after = self.files()
             for name in ("out.png", "out.csv", "out.html", "out.json"):
                 self.assertNotIn(name, after, command)

@@ -40,9 +40,10 @@ class FleetTest(ProgramTest):
         files = {name: (self.folder / "expected" / name).read_bytes() for name in DEVICE_FILES}
         return files | {name: (self.folder / "plant" / name).read_bytes() for name in ("A.bmp", "b.bmp")}
 
-    def start(self, *arguments, **keywords):
+    def start(self, *arguments, settings=None, **keywords):
+        """`settings` are variables of its environment besides."""
         return subprocess.Popen([PROGRAM, *arguments], cwd=self.folder, stdout=subprocess.PIPE, stderr=subprocess.PIPE,
-                                env=os.environ | {"TMPDIR": str(self.folder / "tmp")}, **keywords)
+                                env=os.environ | {"TMPDIR": str(self.folder / "tmp")} | (settings or {}), **keywords)
 
     def outcome(self, status, *arguments):
         """Standard output and standard error, once the status is as expected and nothing is left behind."""

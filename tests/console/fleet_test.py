@@ -15,7 +15,7 @@ from pathlib import Path
 from displays import PORTS, Display
 from fleet import NOBODY, FleetTest, device_files
 from ftp_displays import DEVICE_FILES, Displays
-from program import PROGRAM, main, no_file_grows
+from program import OTHER_COUNTERS, PROGRAM, main, no_file_grows
 
 
 class Upload(FleetTest):
@@ -401,7 +401,7 @@ class Download(FleetTest):
         for arguments in (["upload", "plant/LINE3.orx", "--to", display.address],
                           ["download", "--from", display.address, "-o", "here/P.orx"],
                           ["compare", "plant/LINE3.orx", display.address]):
-            process = self.start(*arguments, preexec_fn=lambda: no_file_grows(100))
+            process = self.start(*arguments, preexec_fn=lambda: no_file_grows(100), settings=OTHER_COUNTERS)
             out, error = process.communicate(timeout=100)
             self.assertNotEqual(process.returncode, 0)
             self.assertRegex((out + error).decode(), re.escape(str(self.folder / "tmp" / "orvista-"))
@@ -651,15 +651,17 @@ class Interruption(FleetTest):
         self.assertLess(time.monotonic() - began, 5)
 
     def test_nobody_is_cut_in_on(self):
-        """Unless the user has chosen another way."""
+        """Where the user has chosen another way of sharing the processor, that stays."""
         for given, taken in (os.SCHED_OTHER, os.SCHED_BATCH), (os.SCHED_IDLE, os.SCHED_IDLE):
             with self.subTest(given=given):
                 process = self.with_silent_display(
                     preexec_fn=lambda: os.sched_setscheduler(0, given, os.sched_param(0)))
-                processes = [process.pid, *map(int, self.children(process))]
+                children = self.children(process)
+                processes = [process.pid, *map(int, children)]
                 self.assertEqual([os.sched_getscheduler(pid) for pid in processes], [taken, taken])
                 process.kill()
                 process.communicate(timeout=30)
+                self.wait_for_end_of(children)
 
     def test_ctrl_c_of_a_terminal_reaches_the_workers_too(self):
         process = self.with_silent_display()

@@ -33,10 +33,11 @@ class ProgramTest(unittest.TestCase):
         self.addCleanup(shutil.rmtree, self.folder)
         shutil.copytree(EXAMPLE, self.folder, dirs_exist_ok=True)
 
-    def run_program(self, *arguments, preexec=None, stdout=subprocess.PIPE, given=None):
-        """`given`: bytes for standard input."""
+    def run_program(self, *arguments, preexec=None, stdout=subprocess.PIPE, given=None, settings=None):
+        """`given`: bytes for standard input. `settings`: variables of its environment besides."""
         return subprocess.run([PROGRAM, *arguments], cwd=self.folder, stdout=stdout, stderr=subprocess.PIPE,
-                              preexec_fn=preexec, input=given, check=False, timeout=120)
+                              preexec_fn=preexec, input=given, check=False, timeout=120,
+                              env=os.environ | (settings or {}))
 
     def expect(self, status, *arguments, **keywords):
         """Standard output, once the status is as expected; whatever fails says so in a line."""
@@ -71,11 +72,14 @@ def as_ordinary_user():
         os.setuid(65534)
 
 
+# Where the program counts what tests reach, a full disk would cut its counters off for all tests: it keeps others beside
+# itself.
+OTHER_COUNTERS = {"GCOV_PREFIX": str(Path(PROGRAM).parent / "cut-off")}
+
+
 def no_file_grows(size=1000):
-    """As on a full disk. Where the program counts what tests reach, its counters would be cut off for all tests:
-    it keeps others beside itself."""
+    """As on a full disk, for the process that is about to become the program."""
     resource.setrlimit(resource.RLIMIT_FSIZE, (size, size))
-    os.environ["GCOV_PREFIX"] = str(Path(PROGRAM).parent / "cut-off")
 
 
 def main():

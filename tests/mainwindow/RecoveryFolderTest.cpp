@@ -7,8 +7,11 @@
 #include <QRegularExpression>
 #include <QTest>
 
+#include <atomic>
+#include <barrier>
 #include <chrono>
 #include <filesystem>
+#include <thread>
 #ifdef Q_OS_UNIX
 #include "tests/support/FullDisk.h"
 #include "tests/support/Unprivileged.h"
@@ -106,6 +109,7 @@ private slots:
     void listingWritesNothing();
     void aFolderThatMayNotBeWrittenIsListedAndOpened();
     void aLockThatCannotBeTakenOverIsNoHindrance();
+    void ofTwoEditorsAtOnceOneTakesTheCopy();
     void aLockOfAnEarlierStartOfTheSystemCountsNoMore();
     void whatIsNotOursIsLeftAlone();
     void aLinkToADeviceIsNoCopy();
@@ -332,6 +336,28 @@ void RecoveryFolderTest::aLockThatCannotBeTakenOverIsNoHindrance() {
     QVERIFY(RecoveryFolder::removeAbandoned(copy));
     QVERIFY(!QFile::exists(copy));
 #endif
+}
+
+void RecoveryFolderTest::ofTwoEditorsAtOnceOneTakesTheCopy() {
+    const Copies copies;
+    const QString copy = copies.leave("Line1", 0);
+    // Taking over what an editor left that was killed has several steps.
+    for (int round = 0; round < 60; ++round) {
+        copies.leaveLock(copy);
+        std::barrier begin(2);
+        std::barrier end(2);
+        std::atomic<int> claims = 0;
+        const auto claim = [&] {
+            begin.arrive_and_wait();
+            const auto claimed = RecoveryFolder::claimBytes(copies.path() + u'/' + copy);
+            claims += claimed ? 1 : 0;
+            end.arrive_and_wait();
+        };
+        std::thread other(claim);
+        claim();
+        other.join();
+        QVERIFY2(claims <= 1, qPrintable(QString::number(round)));
+    }
 }
 
 void RecoveryFolderTest::aFullDiskLeavesTheCopyBefore() {

@@ -112,6 +112,8 @@ private slots:
     void saysWhatTheSimulatedDisplaySaysOfTakenPorts();
     void saysWhatHelpsWherePort502IsRefused();
     void saysThatThereIsNoSimulator();
+    void saysThatThereIsNoRoomForItsFiles();
+    void theNextStepGoesWithTheDisplay();
     void saysThatThereIsNoExample();
     void saysWhatHelpsWhereNothingCanBeCopied();
     void withoutAFolderNothingHappens();
@@ -327,6 +329,30 @@ void TryOutTest::saysThatThereIsNoSimulator() {
                                      QString::fromStdString(folder.file("none")));
     QVERIFY(notice(editor, "lblGoThere").isEmpty());
     QCOMPARE(editor.title(), QStringLiteral("Orvista Message Editor - [PUMPSTATION]"));
+}
+
+void TryOutTest::saysThatThereIsNoRoomForItsFiles() {
+    const StandIn simulator;
+    const TemporaryFolder folder;
+    TryingEditor editor(simulator.program());
+    const QByteArray before = qgetenv("TMPDIR");
+    qputenv("TMPDIR", QByteArray::fromStdString(folder.file("none")));
+    editor.tryIn(folder);
+    before.isNull() ? qunsetenv("TMPDIR") : qputenv("TMPDIR", before);
+    QVERIFY2(
+        notice(editor).startsWith("The simulated display cannot be started: the folder for temporary files"),
+        qPrintable(notice(editor)));
+    QVERIFY(notice(editor, "lblGoThere").isEmpty());
+    QVERIFY(editor.messages.shown.empty());
+    QCOMPARE(editor.title(), QStringLiteral("Orvista Message Editor - [PUMPSTATION]"));
+}
+
+void TryOutTest::theNextStepGoesWithTheDisplay() {
+    const TemporaryFolder folder;
+    const StandIn simulator({}, "true");
+    TryingEditor editor(simulator.program());
+    editor.tryIn(folder);
+    QTRY_VERIFY(notice(editor, "lblGoThere").isEmpty());
 }
 
 void TryOutTest::saysThatThereIsNoExample() {

@@ -100,6 +100,9 @@ private slots:
         // Else as little in front of it as can be.
         QCOMPARE(besideOneThatLeaves(least.width() - 1),
                  QRect(QPoint(room.left() + room.width() - least.width(), room.top()), least));
+        window_->standBeside({room.topLeft() + QPoint(least.width() - 1, 0), room.bottomRight()});
+        QCOMPARE(window_->pos(), room.topLeft());
+        QVERIFY(window_->testAttribute(Qt::WA_ShowWithoutActivating));
         // The frame of a window at the edge may lie beyond it.
         window_->standBeside({room.topLeft() - QPoint(8, 8), room.size() - QSize(usual.width() - 8, 20)});
         QCOMPARE(window_->pos(), QPoint(room.left() + room.width() - usual.width(), room.top()));
