@@ -1,22 +1,20 @@
 #include "compare/LeftBehindBitmaps.h"
 
 #include "model/BitmapFiles.h"
+#include "model/FileCopy.h"
 #include "model/Item.h"
-#include "model/SystemPath.h"
+#include "model/PathRules.h"
 #include "model/Text.h"
 #include "model/Windows1252.h"
 #include "script/BitmapNames.h"
 #include "script/ScriptInterpreter.h"
 
-#include <filesystem>
 #include <set>
 #include <system_error>
 
 namespace orvista {
 
 namespace {
-
-namespace fs = std::filesystem;
 
 /// Lower case, UTF-8: the display knows bitmaps in any ASCII case.
 std::set<std::string> namedBitmaps(const Project& project) {
@@ -27,16 +25,13 @@ std::set<std::string> namedBitmaps(const Project& project) {
     return names;
 }
 
-bool copyMissingFile(const fs::path& from, const fs::path& to) {
-    std::error_code error;
-    const bool wasThere = fs::exists(fs::symlink_status(to, error));
-    if (!wasThere && fs::copy_file(from, to, fs::copy_options::none, error))
+bool copyMissingFile(const std::string& from, const std::string& to) {
+    try {
+        copyFile(from, to);
         return true;
-    // The copy itself leaves what is there alone, too; half a file of our own is taken away.
-    std::error_code ignored;
-    if (!wasThere && error != std::errc::file_exists)
-        fs::remove(to, ignored);
-    return false;
+    } catch (const std::system_error&) {
+        return false;
+    }
 }
 
 } // namespace
@@ -55,9 +50,10 @@ std::vector<std::string> leftBehindBitmaps(const Project& project, const std::st
 
 std::vector<std::string> copyMissingFiles(const std::vector<std::string>& names, const std::string& from,
                                           const std::string& to) {
+    const PathRules paths = PathRules::native();
     std::vector<std::string> failed;
     for (const std::string& name : names)
-        if (!copyMissingFile(systemPath(from) / systemPath(name), systemPath(to) / systemPath(name)))
+        if (!copyMissingFile(paths.join(from, name), paths.join(to, name)))
             failed.push_back(name);
     return failed;
 }

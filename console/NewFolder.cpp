@@ -4,6 +4,8 @@
 #include "console/ReadFiles.h"
 #include "console/SaveTarget.h"
 #include "model/BitmapFiles.h"
+#include "model/FileReplacing.h"
+#include "model/Files.h"
 #include "model/PathRules.h"
 #include "model/SystemPath.h"
 
@@ -36,14 +38,16 @@ void makeFolderOf(const std::string& output) {
 }
 
 void copyBitmaps(const std::string& project, const std::string& output) {
+    const PathRules paths = PathRules::native();
     const std::string folder = folderOfProject(project);
     for (const std::string& name : bitmapsOfFolder(folder)) {
-        std::error_code error;
-        fs::copy_file(systemPath(folder) / systemPath(name),
-                      systemPath(folderOfProject(output)) / systemPath(name),
-                      fs::copy_options::overwrite_existing, error);
-        if (error)
-            throw CommandFailure(ExitStatus::Found, name + ": " + error.message());
+        try {
+            FileSource bitmap(paths.join(folder, name));
+            replaceFile(paths.join(folderOfProject(output), name),
+                        bytesUpTo(bitmap, std::string().max_size()));
+        } catch (const std::system_error& failure) {
+            throw CommandFailure(ExitStatus::Found, name + ": " + failure.code().message());
+        }
     }
 }
 

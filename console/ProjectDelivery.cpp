@@ -3,6 +3,7 @@
 #include "items/NotesFile.h"
 #include "link/TransferredFiles.h"
 #include "link/ftp/DownloadStaging.h"
+#include "model/FileCopy.h"
 #include "model/FolderLookup.h"
 #include "model/StagedFiles.h"
 #include "model/SystemPath.h"
@@ -77,7 +78,7 @@ std::vector<std::string> deliverProject(const std::string& from, const std::stri
         clearFoldersBeside(target.folder);
     DownloadStaging staging(target.folder, paths);
     const auto bring = [&](const std::string& name, const std::string& finalPath) {
-        fs::copy_file(systemPath(paths.join(source.folder, name)), systemPath(staging.pathFor(finalPath)));
+        copyFile(paths.join(source.folder, name), staging.pathFor(finalPath));
     };
     bring(source.name, projectFileOnDisk(paths, paths.join(target.folder, target.name)));
     for (const std::string_view name : transferredDeviceFiles)

@@ -1,6 +1,7 @@
 #include "link/ProjectSnapshot.h"
 
 #include "link/TransferredFiles.h"
+#include "model/FileCopy.h"
 #include "model/Files.h"
 #include "model/NoMessages.h"
 #include "model/ProjectFile.h"
@@ -18,7 +19,7 @@ void nameAgain(const std::string& file, const std::string& path) {
     std::error_code error;
     std::filesystem::create_hard_link(systemPath(file), systemPath(path), error);
     if (error)
-        std::filesystem::copy_file(systemPath(file), systemPath(path));
+        copyFile(file, path);
 }
 
 } // namespace
@@ -36,8 +37,7 @@ std::string writeSnapshot(const Project& project, const std::string& folder) {
             throw WriteFailure(std::make_error_code(std::errc::io_error), path);
     }
     for (const std::string& name : bitmapsOfFolder(project.ProjPath))
-        std::filesystem::copy_file(systemPath(paths.join(project.ProjPath, name)),
-                                   systemPath(paths.join(folder, name)));
+        copyFile(paths.join(project.ProjPath, name), paths.join(folder, name));
     return projectFile;
 }
 
@@ -62,8 +62,7 @@ std::string SimilarSnapshots::write(const Project& project, const std::string& f
         bitmaps_ = bitmapsOfFolder(project.ProjPath);
     for (const std::string& name : bitmaps_) {
         if (isFirst)
-            std::filesystem::copy_file(systemPath(paths.join(project.ProjPath, name)),
-                                       systemPath(paths.join(folder, name)));
+            copyFile(paths.join(project.ProjPath, name), paths.join(folder, name));
         else
             nameAgain(paths.join(first_, name), paths.join(folder, name));
     }

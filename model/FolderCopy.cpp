@@ -1,5 +1,6 @@
 #include "model/FolderCopy.h"
 
+#include "model/FileCopy.h"
 #include "model/Numbers.h"
 #include "model/SystemPath.h"
 
@@ -32,7 +33,7 @@ void copyFiles(const std::string& source, const std::string& target) {
         if (!entry.is_regular_file())
             continue;
         const fs::path copy = systemPath(target) / entry.path().filename();
-        fs::copy_file(entry.path(), copy);
+        copyFile(utf8Path(entry.path()), utf8Path(copy));
         // What is copied may be for reading only.
         fs::permissions(copy, fs::perms::owner_write, fs::perm_options::add);
     }

@@ -1,6 +1,10 @@
 #include "model/FolderCopy.h"
+#include "model/FileCopy.h"
 #include "model/SystemPath.h"
 
+#ifndef _WIN32
+#include "tests/support/FullDisk.h"
+#endif
 #include "tests/support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
@@ -58,6 +62,33 @@ TEST_F(FolderCopyTest, LeavesNothingWhereAFileCannotBeCopied) {
     EXPECT_FALSE(fs::exists(parent.file("missing")));
     EXPECT_THROW(copyToNewFolder(source(), parent.file("nowhere")), std::system_error);
 }
+
+#ifndef _WIN32
+TEST_F(FolderCopyTest, OfAFullDiskNothingIsLeftAndTheSystemsReasonIsGiven) {
+    const testing::FullDisk disk(3);
+    try {
+        copyToNewFolder(source(), parent.path());
+        ADD_FAILURE() << "it was copied";
+    } catch (const std::system_error& failure) {
+        EXPECT_EQ(failure.code(), std::errc::file_too_large); // that is what the limit says
+    }
+    EXPECT_TRUE(fs::is_empty(systemPath(parent.path())));
+}
+
+TEST_F(FolderCopyTest, OfAFileThatCannotBeCopiedWholeNothingIsLeft) {
+    {
+        const testing::FullDisk disk(3);
+        EXPECT_THROW(copyFile(source() + "/A.orx", parent.file("A.orx")), fs::filesystem_error);
+    }
+    EXPECT_TRUE(fs::is_empty(systemPath(parent.path())));
+}
+
+TEST_F(FolderCopyTest, AFileKeepsItsPermissions) {
+    fs::permissions(source() + "/A.orx", fs::perms::owner_read);
+    copyFile(source() + "/A.orx", parent.file("A.orx"));
+    EXPECT_EQ(fs::status(parent.file("A.orx")).permissions(), fs::perms::owner_read);
+}
+#endif
 
 } // namespace
 } // namespace orvista
