@@ -284,7 +284,7 @@ QString MonitorPanel::readingText() const {
 }
 
 bool MonitorPanel::isMarked(std::size_t row) const {
-    return changes_[row] && clock_.milliseconds() - changes_[row]->moment < markMilliseconds;
+    return changes_[row] && clock_.milliseconds() - changes_[row]->milliseconds < markMilliseconds;
 }
 
 TableRow MonitorPanel::cells(std::size_t row) const {
@@ -316,7 +316,7 @@ void MonitorPanel::awaitEndOfMarks() {
     std::int64_t first = markMilliseconds + 1;
     for (std::size_t row = 0; row < changes_.size(); ++row)
         if (isMarked(row))
-            first = std::min(first, changes_[row]->moment + markMilliseconds - clock_.milliseconds());
+            first = std::min(first, changes_[row]->milliseconds + markMilliseconds - clock_.milliseconds());
     if (first <= markMilliseconds)
         endOfMarks_.start(static_cast<int>(first));
     else
@@ -355,7 +355,8 @@ void MonitorPanel::showOnly() {
 
 void MonitorPanel::beginProgramme() {
     coils_ = heldCoils(items_);
-    programmeStart_ = clock_.milliseconds();
+    if (monitor_->isRunning())
+        programmeStart_ = clock_.milliseconds();
     programme_ =
         deviceProgramme(project_, coils_, PlayList::inOrder(), FolderBitmaps(project_.ProjPath), {columns_});
     QStringList on;
@@ -368,14 +369,16 @@ void MonitorPanel::beginProgramme() {
 
 DisplayValues MonitorPanel::values() const {
     DisplayValues values = heldValues(items_);
-    values.clock = clock_.localTime();
+    values.clock = pictured_.time;
     return values;
 }
 
 void MonitorPanel::showPanel() {
     if (!isVisible() || !programme_ || isModalDialogOpen())
         return;
-    monitorPanel->showRaster(standingPage(*programme_, values(), clock_.milliseconds() - programmeStart_));
+    if (monitor_->isRunning())
+        pictured_ = {clock_.milliseconds(), clock_.localTime()};
+    monitorPanel->showRaster(standingPage(*programme_, values(), pictured_.milliseconds - programmeStart_));
 }
 
 } // namespace orvista

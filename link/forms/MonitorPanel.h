@@ -59,9 +59,8 @@ protected:
 private:
     enum Column { Name, Label, Address, State, Raw, Text, Changed, columnCount };
 
-    /// When an item was last seen to have changed.
-    struct Change {
-        std::int64_t moment = 0; ///< of the clock
+    struct Moment {
+        std::int64_t milliseconds = 0; ///< of the clock
         LocalTime time;
     };
 
@@ -95,13 +94,14 @@ private:
     std::function<std::vector<Item>()> notAppliedItems_;
     DisplayMonitor* monitor_;
     std::optional<ItemTexts> texts_;
-    std::vector<DisplayItem> items_; ///< that the rows are about; none before the first reading
-    std::vector<std::optional<Change>> changes_;
-    LocalTime readAt_;    ///< the last good reading
-    std::string address_; ///< of the display that is read, as in the project
+    std::vector<DisplayItem> items_;             ///< that the rows are about; none before the first reading
+    std::vector<std::optional<Moment>> changes_; ///< when an item was last seen to have changed
+    LocalTime readAt_;                           ///< the last good reading
+    std::string address_;                        ///< of the display that is read, as in the project
     std::optional<Programme> programme_;
     MessageCoils coils_;
     std::int64_t programmeStart_ = 0;
+    Moment pictured_; ///< what the picture shows; it stands once reading has stopped
     QTimer frames_{this};
     QTimer endOfMarks_{this};
 

@@ -190,6 +190,7 @@ private slots:
     void theFirstReadingIsNotAChange();
     void showsOnlyWhatIsOn();
     void drawsThePanelFromTheProjectAndTheValuesRead();
+    void afterStopThePictureStands();
     void namesItemsThatNoRequestReaches();
     void faultsAreSaidInTheTab_data();
     void aMissingAddressIsSaidInTheTab();
@@ -361,6 +362,26 @@ void DisplayMonitorTest::drawsThePanelFromTheProjectAndTheValuesRead() {
     writeToDisplay(at(display.modbusPort()), switchWrites(editor.project, {}, {"STDMSG3"}));
     QTRY_COMPARE(panel->shown(), dark);
     QCOMPARE(panel->accessibleDescription(), QStringLiteral("Dark: no message is on"));
+}
+
+void DisplayMonitorTest::afterStopThePictureStands() {
+    Watched watched;
+    watched.project.ResetAddressMap(); // no coil stands for two messages
+    watched.project.STDMSG[2] = "CLEAR\r\nTEXT 0 0 RED BLACK \"One\"\r\nACT STILL 2000\r\n"
+                                "CLEAR\r\nTEXT 0 0 RED BLACK \"Two\"\r\nACT STILL 2000";
+    const auto* const picture = watched.shown.find<PanelView>("monitorPanel");
+    writeToDisplay(at(watched.display.modbusPort()), switchWrites(watched.project, {"STDMSG3"}, {}));
+    QTRY_VERIFY(picture->shown() != LedRaster({128}));
+    const LedRaster one = picture->shown();
+    QTRY_VERIFY((watched.now += 500, picture->shown() != one));
+    const LedRaster two = picture->shown();
+    watched.shown.find<QPushButton>("btnMonitorStop")->click();
+    watched.now += 2000;
+    watched.panel.hide();
+    watched.panel.show();
+    QCOMPARE(picture->shown(), two);
+    watched.shown.find<QPushButton>("btnMonitorStart")->click();
+    QTRY_COMPARE(picture->shown(), one);
 }
 
 void DisplayMonitorTest::namesItemsThatNoRequestReaches() {
