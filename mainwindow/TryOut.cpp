@@ -95,12 +95,19 @@ void TryOut::openCopy(const std::string& folder) {
 }
 
 void TryOut::follow() {
-    if (lifecycle_.project().ProjPath != copy_)
-        takeHintAway();
+    if (lifecycle_.project().ProjPath == copy_)
+        return;
+    takeHintAway();
+    takeFaultsAway();
 }
 
 void TryOut::takeHintAway() {
     dock_.withdraw(QString::fromLatin1(nextStep));
+}
+
+void TryOut::takeFaultsAway() {
+    dock_.withdraw(displayNotice);
+    dock_.withdraw(transferNotice);
 }
 
 void TryOut::tellHowToGoOn() {
@@ -109,8 +116,7 @@ void TryOut::tellHowToGoOn() {
 }
 
 void TryOut::startDisplay() {
-    dock_.withdraw(displayNotice);
-    dock_.withdraw(transferNotice);
+    takeFaultsAway(); // of the last try, whose copy may still be open
     display_.reset(); // of the last try: its ports are wanted
     copyFiles(settings_.example, held_.emplace().path());
     display_.emplace();

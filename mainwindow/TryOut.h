@@ -32,6 +32,7 @@ public:
     void takeHintAway();
 
 private:
+    void takeFaultsAway();
     void openCopy(const std::string& folder);
     void startDisplay();
     void tellHowToGoOn();

@@ -307,6 +307,9 @@ void TryOutTest::saysWhatTheSimulatedDisplaySaysOfTakenPorts() {
                                                "transfer not available on 127.0.0.1:%1: ")
                                     .arg(transfer.serverPort())));
     QVERIFY(notice(editor, "lblGoThere").isEmpty()); // the test page would not work
+    editor.newProject("Line3");                      // which has another display
+    QVERIFY(notice(editor).isEmpty());
+    QVERIFY(notice(editor, "lblTryTransfer").isEmpty());
 }
 
 void TryOutTest::saysWhatHelpsWherePort502IsRefused() {
