@@ -45,12 +45,13 @@ void copyFile(const std::string& source, const std::string& target) {
     const fs::path to = systemPath(target);
     try {
         FileSource bytes(source);
+        const fs::perms permissions = fs::status(from).permissions();
         fillNewFile(to, bytes);
+        std::error_code ignored; // of disks that know no permissions
+        fs::permissions(to, permissions, ignored);
     } catch (const std::system_error& failure) {
         throw fs::filesystem_error("cannot copy file", from, to, failure.code());
     }
-    std::error_code ignored; // of disks that know no permissions
-    fs::permissions(to, fs::status(from, ignored).permissions(), ignored);
 }
 
 } // namespace orvista
