@@ -12,6 +12,7 @@
 #include <atomic>
 #include <chrono>
 #include <ctime>
+#include <deque>
 #include <filesystem>
 #include <fstream>
 #include <memory>
@@ -28,9 +29,35 @@ namespace {
 const std::string example = ORVISTA_EXAMPLES "/pumpstation/";
 constexpr int jobs = 8;
 
-struct Displays {
-    explicit Displays(std::int64_t count)
-        : process({ORVISTA_MANY_DISPLAYS, std::to_string(count), folder.path()}) {
+/// Displays do not get slower because there are more of them; one process that looks after hundreds does.
+class Displays {
+public:
+    static constexpr std::int64_t mostInOneProcess = 50;
+
+    explicit Displays(std::int64_t count) {
+        for (std::int64_t first = 0; first < count; first += mostInOneProcess)
+            add(first, std::min(mostInOneProcess, count - first));
+    }
+    /// What they have taken of the processor so far.
+    Seconds processor() const {
+        Seconds all{};
+        for (const testing::ChildProcess& process : processes_) {
+            clockid_t clock{};
+            timespec time{};
+            if (clock_getcpuclockid(process.id(), &clock) != 0 || clock_gettime(clock, &time) != 0)
+                throw std::runtime_error("no clock of the displays");
+            all += std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
+        }
+        return all;
+    }
+
+    testing::TemporaryFolder folder;
+    std::vector<DisplayAddress> addresses;
+
+private:
+    void add(std::int64_t first, std::int64_t count) {
+        auto& process = processes_.emplace_back(std::vector<std::string>{
+            ORVISTA_MANY_DISPLAYS, std::to_string(first), std::to_string(count), folder.path()});
         for (std::int64_t i = 0; i < count; ++i) {
             std::istringstream line(process.readLine());
             DisplayAddress address;
@@ -38,9 +65,8 @@ struct Displays {
             addresses.push_back(address);
         }
     }
-    testing::TemporaryFolder folder;
-    testing::ChildProcess process;
-    std::vector<DisplayAddress> addresses;
+
+    std::deque<testing::ChildProcess> processes_;
 };
 
 /// Memory of a process and of those that it started, in MB; what several of them share counts once.
@@ -74,11 +100,7 @@ double mostMemoryOf(const std::vector<std::string>& command) {
 /// What the displays, this program and those it has waited for have taken of the processor so far. Of two
 /// ways to talk to the displays it tells the shorter one, however busy the machine is.
 Seconds processorOfAll(const Displays& displays) {
-    clockid_t clock{};
-    timespec time{};
-    if (clock_getcpuclockid(displays.process.id(), &clock) != 0 || clock_gettime(clock, &time) != 0)
-        throw std::runtime_error("no clock of the displays");
-    Seconds all = std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
+    Seconds all = displays.processor();
     for (const int whose : {RUSAGE_SELF, RUSAGE_CHILDREN}) {
         rusage usage{};
         getrusage(whose, &usage);

@@ -9,10 +9,10 @@
 #include <deque>
 #include <unistd.h>
 
-/// many_displays COUNT FOLDER: the file service of so many simulated displays in one process, each with a
-/// folder of its own below FOLDER, and an address of its own: of ports that have been used the system keeps
-/// some back for a minute, and looks longer and longer for a free one. Prints addresses and ports, and ends
-/// when standard input ends.
+/// many_displays FIRST COUNT FOLDER: the file service of so many simulated displays in one process, numbered
+/// from FIRST on, each with a folder of its own below FOLDER, and an address of its own: of ports that have
+/// been used the system keeps some back for a minute, and looks longer and longer for a free one. Prints
+/// addresses and ports, and ends when standard input ends.
 int main(int argc, char* argv[]) {
     using namespace orvista;
     const QCoreApplication application(argc, argv);
@@ -27,8 +27,9 @@ int main(int argc, char* argv[]) {
     constexpr quint16 highestPort = 32767;
     std::deque<Display> displays;
     constexpr quint32 firstAddress = (127U << 24) + (1U << 8) + 1; // 127.0.1.1
-    for (int i = 0; i < std::atoi(argv[1]); ++i) {
-        const QString folder = QDir(argv[2]).filePath(QString::number(i));
+    const int first = std::atoi(argv[1]);
+    for (int i = first; i < first + std::atoi(argv[2]); ++i) {
+        const QString folder = QDir(argv[3]).filePath(QString::number(i));
         QDir().mkpath(folder);
         Display& display = displays.emplace_back(folder);
         const QHostAddress address(firstAddress + static_cast<quint32>(i));
