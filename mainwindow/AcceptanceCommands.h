@@ -52,7 +52,7 @@ private:
     struct Held {
         Project project;
         ProjectNotes notes;
-        int columns;
+        int columns = 0;
     };
     Held heldBy(const EqualDisplay& display) const;
     void accept(const EqualDisplay& display);

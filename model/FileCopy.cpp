@@ -19,7 +19,7 @@ namespace fs = std::filesystem;
 constexpr std::size_t pieceSize = std::size_t{1} << 16;
 
 void fillWith(SystemFile& copy, ByteSource& source) {
-    std::array<char, pieceSize> bytes;
+    std::array<char, pieceSize> bytes{};
     while (const std::size_t count = source.read(bytes.data(), bytes.size()))
         copy.write({bytes.data(), count});
     copy.close();

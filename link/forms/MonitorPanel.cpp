@@ -274,7 +274,7 @@ QString MonitorPanel::readingText() const {
             .arg(address, monitor_->failure(), QString::fromStdString(secondsText(monitor_->pause())));
     if (items_.empty())
         return tr("Connecting to %1 …").arg(address);
-    const QString reading =
+    QString reading =
         tr("Reading %1 every %2").arg(address, QString::fromStdString(secondsText(monitor_->interval())));
     const std::string beyond = unreachableItems(items_);
     if (beyond.empty())
