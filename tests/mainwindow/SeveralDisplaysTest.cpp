@@ -15,6 +15,7 @@
 #include <QMenuBar>
 #include <QProcess>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QTableView>
 #include <QTimer>
 
@@ -606,6 +607,11 @@ void SeveralDisplaysTest::whatWasDoneStaysDoneWhenOrvistaIsKilled() {
     Editor editor;
     const FtpTestServer good;
     const FtpTestServer silent({"--fault", "silent-store", "--files-served", "2"});
+    const TemporaryFolder scratch; // what is killed tidies nothing up
+    const QByteArray before = qgetenv("TMPDIR");
+    qputenv("TMPDIR", QByteArray::fromStdString(scratch.path()));
+    const auto asBefore =
+        qScopeGuard([&] { before.isNull() ? qunsetenv("TMPDIR") : qputenv("TMPDIR", before); });
     editor.open([&](const Dialog& dialog) {
         dialog.paste(head + row("good", good) + row("silent", silent));
         dialog.click("btnStart");
