@@ -1,13 +1,12 @@
 #include "link/DisplayFiles.h"
 #include "link/TransferControls.h"
 #include "model/ScratchFolder.h"
+#include "tests/support/EnvironmentSetting.h"
 #include "tests/support/FtpTestServer.h"
 
 #include <gmock/gmock.h>
 
-#include <cstdlib>
 #include <filesystem>
-#include <optional>
 #include <string>
 
 namespace orvista {
@@ -96,19 +95,15 @@ TEST_F(DisplayFilesTest, WhatIsOnlyLookedAtFailsAsADownloadDoes) {
 std::string refusalOf(const std::string& fault, const ScratchFolder& temporary) {
     FtpTestServer server({"--fault", fault});
     server.putDeviceFiles();
-    const char* const before = getenv("TMPDIR");
-    const std::optional<std::string> setting = before ? std::optional<std::string>(before) : std::nullopt;
-    setenv("TMPDIR", temporary.path().c_str(), 1);
-    std::string refusal;
+    const testing::EnvironmentSetting setting("TMPDIR", temporary.path());
     try {
         UnwatchedTransfer progress;
         fetchDisplayFiles({"127.0.0.1", static_cast<std::uint16_t>(server.port())}, progress,
                           makeTransferControl);
     } catch (const FetchFailure& failure) {
-        refusal = failure.what();
+        return failure.what();
     }
-    setting ? setenv("TMPDIR", setting->c_str(), 1) : unsetenv("TMPDIR");
-    return refusal;
+    return {};
 }
 
 TEST(EndlessDisplayTest, IsRefusedAndLeavesNothing) {

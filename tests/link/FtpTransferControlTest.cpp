@@ -3,6 +3,7 @@
 #include "model/Bytes.h"
 #include "model/SystemPath.h"
 
+#include "tests/support/EnvironmentSetting.h"
 #include "tests/support/FtpTestServer.h"
 
 #include <gmock/gmock.h>
@@ -197,12 +198,10 @@ TEST_F(FtpTransferControlTest, NothingWorksWithoutALink) {
 }
 
 TEST_F(FtpTransferControlTest, EnvironmentsProxyIsNotAsked) {
-    setenv("ftp_proxy", "http://127.0.0.1:9", 1);
-    setenv("all_proxy", "http://127.0.0.1:9", 1);
+    const testing::EnvironmentSetting ftp("ftp_proxy", "http://127.0.0.1:9");
+    const testing::EnvironmentSetting all("all_proxy", "http://127.0.0.1:9");
     const FtpTestServer server;
     EXPECT_EQ(open(server), 1);
-    unsetenv("ftp_proxy");
-    unsetenv("all_proxy");
 }
 
 TEST_F(FtpTransferControlTest, UploadStoresTheBytesUnderTheBareName) {

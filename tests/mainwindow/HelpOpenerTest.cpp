@@ -1,6 +1,7 @@
 #include "mainwindow/HelpOpener.h"
 #include "model/SystemPath.h"
 
+#include "tests/support/EnvironmentSetting.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <QDesktopServices>
@@ -42,15 +43,11 @@ public:
             writeBytes(program, "#!/bin/sh\n" + script);
             std::filesystem::permissions(systemPath(program), std::filesystem::perms::owner_all);
         }
-        qputenv("PATH", QByteArray::fromStdString(folder_.path()));
     }
-    ~FakeDesktop() { qputenv("PATH", path_); }
-    FakeDesktop(const FakeDesktop&) = delete;
-    FakeDesktop& operator=(const FakeDesktop&) = delete;
 
 private:
-    const QByteArray path_ = qgetenv("PATH");
     TemporaryFolder folder_;
+    EnvironmentSetting path_{"PATH", folder_.path()};
 };
 
 /// Stands where the desktop would open a file.

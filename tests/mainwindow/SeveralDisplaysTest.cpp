@@ -1,6 +1,7 @@
 #include "items/NotesFile.h"
 #include "tests/support/CountedMouse.h"
 #include "tests/support/EditorFixture.h"
+#include "tests/support/EnvironmentSetting.h"
 #include "tests/support/FreeTransferPort.h"
 #include "tests/support/FtpTestServer.h"
 #include "tests/support/ModalDriver.h"
@@ -15,7 +16,6 @@
 #include <QMenuBar>
 #include <QProcess>
 #include <QPushButton>
-#include <QScopeGuard>
 #include <QTableView>
 #include <QTimer>
 
@@ -608,10 +608,7 @@ void SeveralDisplaysTest::whatWasDoneStaysDoneWhenOrvistaIsKilled() {
     const FtpTestServer good;
     const FtpTestServer silent({"--fault", "silent-store", "--files-served", "2"});
     const TemporaryFolder scratch; // what is killed tidies nothing up
-    const QByteArray before = qgetenv("TMPDIR");
-    qputenv("TMPDIR", QByteArray::fromStdString(scratch.path()));
-    const auto asBefore =
-        qScopeGuard([&] { before.isNull() ? qunsetenv("TMPDIR") : qputenv("TMPDIR", before); });
+    const EnvironmentSetting setting("TMPDIR", scratch.path());
     editor.open([&](const Dialog& dialog) {
         dialog.paste(head + row("good", good) + row("silent", silent));
         dialog.click("btnStart");

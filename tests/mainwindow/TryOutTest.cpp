@@ -2,6 +2,7 @@
 #include "mainwindow/EditorProgram.h"
 #include "mainwindow/TcpTesterPage.h"
 #include "tests/support/EditorFixture.h"
+#include "tests/support/EnvironmentSetting.h"
 #include "tests/support/ModalDriver.h"
 
 #include <QDir>
@@ -338,10 +339,10 @@ void TryOutTest::saysThatThereIsNoRoomForItsFiles() {
     const StandIn simulator;
     const TemporaryFolder folder;
     TryingEditor editor(simulator.program());
-    const QByteArray before = qgetenv("TMPDIR");
-    qputenv("TMPDIR", QByteArray::fromStdString(folder.file("none")));
-    editor.tryIn(folder);
-    before.isNull() ? qunsetenv("TMPDIR") : qputenv("TMPDIR", before);
+    {
+        const EnvironmentSetting setting("TMPDIR", folder.file("none"));
+        editor.tryIn(folder);
+    }
     QVERIFY2(
         notice(editor).startsWith("The simulated display cannot be started: the folder for temporary files"),
         qPrintable(notice(editor)));
